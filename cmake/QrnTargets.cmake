@@ -1,0 +1,46 @@
+# How targets are made here: one warning level, one include root, sanitizers where asked for.
+
+find_program(QRN_CCACHE ccache)
+if(QRN_CCACHE)
+  set(CMAKE_C_COMPILER_LAUNCHER ${QRN_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${QRN_CCACHE})
+endif()
+
+add_library(qrn_options INTERFACE)
+target_compile_options(qrn_options INTERFACE -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Werror)
+# Includes are written from src/ ("fields/FieldText.h") or from the root ("btrieve/BtrCall.h").
+target_include_directories(qrn_options INTERFACE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
+if(WIN32)
+  target_compile_definitions(qrn_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX
+                             _WIN32_WINNT=0x0601 STRICT)
+  target_compile_options(qrn_options INTERFACE -gdwarf-4)
+endif()
+
+if(QRN_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer -O1 -g)
+  add_link_options(-fsanitize=address,undefined)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+if(QRN_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# qrn_library(NAME [DEPENDS lib...]): a static library of every source of the current folder.
+# Sources that end in _win.cpp or _posix.cpp are the halves of a seam; each build takes its own.
+function(qrn_library name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "_posix\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_win\\.cpp$")
+  endif()
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC qrn_options ${ARG_DEPENDS})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE qrn_options ${ARG_DEPENDS})
+  endif()
+endfunction()

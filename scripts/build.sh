@@ -1,0 +1,18 @@
+# Configuring and building a preset. Sourced by ./run.
+
+prepare() {
+  mkdir -p "$BUILD"
+  need "${PACKAGES_BUILD[@]}"
+  fetch_sqlite
+  copy_headers
+}
+
+# build PRESET [target...]
+build() {
+  local preset=$1
+  shift
+  [ -f "$BUILD/$preset/build.ninja" ] || cmake --preset "$preset" >"$BUILD/$preset.configure.log" 2>&1 ||
+    { cat "$BUILD/$preset.configure.log" >&2; die "could not configure the $preset build"; }
+  say "building $preset"
+  ninja -C "$BUILD/$preset" --quiet "$@" || die "the $preset build failed: see the errors above"
+}
