@@ -2,7 +2,8 @@
 
 prepare() {
   mkdir -p "$BUILD"
-  need "${PACKAGES_BUILD[@]}"
+  need "${PACKAGES_BUILD[@]}" "$@"
+  need_locale
   fetch_sqlite
   copy_headers
 }
@@ -11,8 +12,10 @@ prepare() {
 build() {
   local preset=$1
   shift
-  [ -f "$BUILD/$preset/build.ninja" ] || cmake --preset "$preset" >"$BUILD/$preset.configure.log" 2>&1 ||
-    { cat "$BUILD/$preset.configure.log" >&2; die "could not configure the $preset build"; }
+  if [ ! -f "$BUILD/$preset/build.ninja" ]; then
+    cmake --preset "$preset" >"$BUILD/$preset.configure.log" 2>&1 ||
+      { cat "$BUILD/$preset.configure.log" >&2; die "could not configure the $preset build"; }
+  fi
   say "building $preset"
   ninja -C "$BUILD/$preset" --quiet "$@" || die "the $preset build failed: see the errors above"
 }

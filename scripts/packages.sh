@@ -1,7 +1,9 @@
 # Debian packages, by what needs them. Sourced by ./run.
 
 PACKAGES_BUILD=(g++ cmake ninja-build npm googletest libbenchmark-dev libcli11-dev
-  libtomlplusplus-dev g++-mingw-w64-x86-64-posix mingw-w64-tools)
+  libtomlplusplus-dev g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 locales icoutils)
+PACKAGES_TEST=(xvfb fonts-vlgothic fonts-wine clang-format xdotool imagemagick)
+PACKAGES_LINT=(clang clang-tidy)
 
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed'; }
 
@@ -22,4 +24,13 @@ need() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
       --no-install-recommends "${missing[@]}"; } >"$BUILD/packages.log" 2>&1 ||
     die "could not install ${missing[*]}: see build/packages.log"
+}
+
+# Under any other locale the Windows programs take the ANSI code page to be 1252.
+need_locale() {
+  locale -a 2>/dev/null | grep -qi '^ja_JP.utf-\?8$' && return
+  say "making the Japanese locale"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" localedef -i ja_JP -f UTF-8 ja_JP.UTF-8 || die "could not make the locale ja_JP.UTF-8"
 }
