@@ -1,0 +1,114 @@
+#include "Ratios.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <vector>
+
+namespace bench {
+namespace {
+
+struct FigureRow {
+  std::string name;
+  double limit;
+};
+
+std::vector<FigureRow>& Figures() {
+  static std::vector<FigureRow> rows;
+  return rows;
+}
+
+class Workspace {
+ public:
+  Workspace() {
+    std::string pattern = std::filesystem::temp_directory_path() / "qrnbench.XXXXXX";
+    Check(mkdtemp(pattern.data()) != nullptr, "could not make a working folder");
+    path_ = pattern;
+  }
+  ~Workspace() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+// Keeps each run's time; prints nothing of its own.
+class Collector : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context&) override { return true; }
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      times_[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
+    }
+  }
+  double Median(const std::string& name) {
+    std::vector<double>& times = times_[name];
+    Check(!times.empty(), name.c_str());
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+  }
+
+ private:
+  std::map<std::string, std::vector<double>> times_;
+};
+
+void RegisterRun(const std::string& name, void (*work)(), int repetitions) {
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [work](benchmark::State& state) {
+                                 for ([[maybe_unused]] auto iteration : state) work();
+                               })
+      ->Repetitions(repetitions)
+      ->Iterations(1)
+      ->UseRealTime()
+      ->Unit(benchmark::kMillisecond);
+}
+
+}  // namespace
+
+void Check(bool condition, const char* what) {
+  if (condition) return;
+  std::fprintf(stderr, "benchmark: %s\n", what);
+  std::exit(2);
+}
+
+const std::string& Workplace() {
+  static Workspace workspace;
+  return workspace.Path();
+}
+
+void Figure(const std::string& name, double limit, void (*ours)(), void (*yardstick)(),
+            int repetitions) {
+  Figures().push_back({name, limit});
+  RegisterRun(name + "/ours", ours, repetitions);
+  RegisterRun(name + "/yardstick", yardstick, repetitions);
+}
+
+int RunRatios(int argc, char** argv) {
+  std::vector<char*> arguments(argv, argv + argc);
+  std::string interleave = "--benchmark_enable_random_interleaving=true";
+  arguments.push_back(interleave.data());
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  Collector collector;
+  benchmark::RunSpecifiedBenchmarks(&collector);
+  bool met = true;
+  for (const FigureRow& row : Figures()) {
+    const double ratio = collector.Median(row.name + "/ours/iterations:1/real_time") /
+                         collector.Median(row.name + "/yardstick/iterations:1/real_time");
+    const bool good = ratio <= row.limit;
+    met = met && good;
+    std::printf("%-4s %-78s %6.2f x  (at most %.2f x)\n", good ? "ok" : "MISS", row.name.c_str(),
+                ratio, row.limit);
+  }
+  return met ? 0 : 1;
+}
+
+}  // namespace bench

@@ -1,0 +1,110 @@
+// The record manager beside the same work done by hand on SQLite.
+
+#include "Records.h"
+
+namespace bench {
+namespace {
+
+constexpr uint32_t kRecords = 100000;
+
+BtrieveFile& Ours() {
+  static BtrieveFile file(Workplace() + "/ours.btr");
+  static const bool ready = [] {
+    file.Create();
+    file.Open();
+    file.InsertAll(0, kRecords);
+    return true;
+  }();
+  (void)ready;
+  return file;
+}
+
+HandStore& ByHand() {
+  static HandStore store(Workplace() + "/hand.db");
+  static const bool ready = [] {
+    store.InsertAll(0, kRecords);
+    return true;
+  }();
+  (void)ready;
+  return store;
+}
+
+template <int8_t kKey>
+void WalkOurs() {
+  BtrieveFile& file = Ours();
+  Record record;
+  uint32_t count = 0;
+  for (int status = file.Call(12, record.data(), kRecordLength, kKey); status == 0;
+       status = file.Call(6, record.data(), kRecordLength, kKey)) {
+    ++count;
+  }
+  Check(count == kRecords, "the walk missed records");
+}
+
+template <int8_t kKey>
+void WalkByHand() {
+  sqlite3_stmt* walk =
+      ByHand().Prepare("SELECT k.e, k.pos, r.ver, r.data FROM k" + std::to_string(kKey) +
+                       " k CROSS JOIN rec r ON r.pos=k.pos ORDER BY k.e");
+  Record record;
+  uint8_t key[64];
+  uint32_t count = 0;
+  while (sqlite3_step(walk) == SQLITE_ROW) {
+    std::memcpy(record.data(), sqlite3_column_blob(walk, 3), sqlite3_column_bytes(walk, 3));
+    std::memcpy(key, sqlite3_column_blob(walk, 0), sqlite3_column_bytes(walk, 0));
+    ++count;
+  }
+  sqlite3_finalize(walk);
+  Check(count == kRecords, "the walk by hand missed records");
+}
+
+void BulkOurs() {
+  static int run = 0;
+  BtrieveFile file(Workplace() + "/bulk" + std::to_string(++run) + ".btr");
+  file.Create();
+  file.Open();
+  file.InsertAll(0, kRecords);
+  file.Close();
+}
+
+void BulkByHand() {
+  static int run = 0;
+  HandStore store(Workplace() + "/bulk" + std::to_string(++run) + ".db");
+  store.InsertAll(0, kRecords);
+}
+
+// Percentages of records spread over a file of `count`.
+template <uint32_t kCount>
+void Percentages() {
+  static BtrieveFile file(Workplace() + "/percent" + std::to_string(kCount) + ".btr");
+  static const bool ready = [] {
+    file.Create();
+    file.Open();
+    file.InsertAll(0, kCount);
+    return true;
+  }();
+  (void)ready;
+  Record record;
+  for (uint32_t step = 0; step < 2000; ++step) {
+    const uint16_t wanted = static_cast<uint16_t>(step * 5 % 10001);
+    std::memcpy(record.data(), &wanted, 2);
+    Check(file.Call(44, record.data(), kRecordLength, 0) == 0, "get by percentage failed");
+    uint32_t found = 0;
+    Check(file.Call(45, &found, 4, 0) == 0, "find percentage failed");
+    Check(found + 1 >= wanted && found <= wanted + 1u, "the percentage is wrong");
+  }
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int argc, char** argv) {
+  using namespace bench;
+  Figure("get-next along a unique key, over the walk by hand", 1.5, WalkOurs<0>, WalkByHand<0>);
+  Figure("get-next along a key with duplicates, over the walk by hand", 1.5, WalkOurs<1>,
+         WalkByHand<1>);
+  Figure("bulk insert inside a transaction, over SQLite by hand", 1.5, BulkOurs, BulkByHand, 3);
+  Figure("percentage in 1,000,000 records, over 10,000", 2.0, Percentages<1000000>,
+         Percentages<10000>);
+  return RunRatios(argc, argv);
+}
