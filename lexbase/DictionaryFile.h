@@ -1,0 +1,53 @@
+// One dictionary file, open for reading along one of its keys.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace qrn::lexbase {
+
+// What tells one of the three files from the others.
+struct DictionaryFileKind {
+  const char* name;       // in lower case
+  const char* upperName;  // how older tools wrote it; tried where file names keep their case
+  uint16_t rowSize;
+  int8_t readKey;  // the key whose order the rows are delivered in
+};
+
+inline constexpr DictionaryFileKind kFileDdf = {"file.ddf", "FILE.DDF", 97, 0};
+inline constexpr DictionaryFileKind kFieldDdf = {"field.ddf", "FIELD.DDF", 32, 0};
+inline constexpr DictionaryFileKind kIndexDdf = {"index.ddf", "INDEX.DDF", 10, 2};
+
+// Closes itself when it goes. Not movable: the record manager may remember the block's address.
+class DictionaryFile {
+ public:
+  DictionaryFile() = default;
+  DictionaryFile(const DictionaryFile&) = delete;
+  DictionaryFile& operator=(const DictionaryFile&) = delete;
+  ~DictionaryFile() { Close(); }
+
+  // Opens the file of that kind in `directory` and checks that it is one. A status of the record
+  // manager, kDdfBadDirectory or kDdfNotADictionary.
+  [[nodiscard]] int Open(const std::string& directory, const DictionaryFileKind& kind);
+
+  // The next row of the key's order into `row` (rowSize bytes), 9 behind the last one.
+  [[nodiscard]] int ReadNext(std::span<uint8_t> row);
+
+  // Status of the close; 0 for a file that is not open.
+  int Close();
+
+ private:
+  [[nodiscard]] int OpenPath(const std::string& path);
+  [[nodiscard]] int CheckKind();
+
+  std::array<uint8_t, 128> posBlock_{};
+  const DictionaryFileKind* kind_ = nullptr;
+  bool isOpen_ = false;
+  bool hasBegun_ = false;
+  bool hasEnded_ = false;
+};
+
+}  // namespace qrn::lexbase
