@@ -20,16 +20,16 @@ int Guard(Body body) noexcept {
   try {
     return body();
   } catch (...) {
-    return qrn::kDdfFailed;
+    return qrn::lexbase::kDdfFailed;
   }
 }
 
 template <int kRowSize>
 int ReadRow(void* row, int (DictionaryReading::*read)(std::span<uint8_t>)) noexcept {
-  if (row == nullptr) return qrn::kDdfNoBuffer;
+  if (row == nullptr) return qrn::lexbase::kDdfNoBuffer;
   return Guard([&] {
     DictionaryReading* reading = TheReading().get();
-    if (reading == nullptr) return static_cast<int>(qrn::kDdfNotOpen);
+    if (reading == nullptr) return static_cast<int>(qrn::lexbase::kDdfNotOpen);
     return (reading->*read)({static_cast<uint8_t*>(row), size_t{kRowSize}});
   });
 }
@@ -39,9 +39,9 @@ int ReadRow(void* row, int (DictionaryReading::*read)(std::span<uint8_t>)) noexc
 extern "C" {
 
 int QRN_DDFAPI DDFOpen(const char* directory, int) {
-  if (directory == nullptr || *directory == '\0') return qrn::kDdfBadDirectory;
+  if (directory == nullptr || *directory == '\0') return qrn::lexbase::kDdfBadDirectory;
   return Guard([&] {
-    if (TheReading() != nullptr) return static_cast<int>(qrn::kDdfAlreadyOpen);
+    if (TheReading() != nullptr) return static_cast<int>(qrn::lexbase::kDdfAlreadyOpen);
     auto reading = std::make_unique<DictionaryReading>();
     const int code = reading->Open(directory);
     if (code == 0) TheReading() = std::move(reading);
@@ -52,19 +52,19 @@ int QRN_DDFAPI DDFOpen(const char* directory, int) {
 int QRN_DDFAPI DDFClose() {
   return Guard([] {
     const auto reading = std::move(TheReading());
-    return reading == nullptr ? static_cast<int>(qrn::kDdfNotOpen) : reading->Close();
+    return reading == nullptr ? static_cast<int>(qrn::lexbase::kDdfNotOpen) : reading->Close();
   });
 }
 
 int QRN_DDFAPI DDFReadFile(void* fileRow) {
-  return ReadRow<qrn::kFileRowSize>(fileRow, &DictionaryReading::ReadFile);
+  return ReadRow<qrn::lexbase::kFileRowSize>(fileRow, &DictionaryReading::ReadFile);
 }
 
 int QRN_DDFAPI DDFReadField(void* fieldRow) {
-  return ReadRow<qrn::kFieldRowSize>(fieldRow, &DictionaryReading::ReadField);
+  return ReadRow<qrn::lexbase::kFieldRowSize>(fieldRow, &DictionaryReading::ReadField);
 }
 
 int QRN_DDFAPI DDFReadIndex(void* indexRow) {
-  return ReadRow<qrn::kIndexRowSize>(indexRow, &DictionaryReading::ReadIndex);
+  return ReadRow<qrn::lexbase::kIndexRowSize>(indexRow, &DictionaryReading::ReadIndex);
 }
 }

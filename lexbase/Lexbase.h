@@ -28,7 +28,7 @@
 #define QRN_DDFAPI
 #endif
 
-namespace qrn {
+namespace qrn::lexbase {
 
 // Codes of the library's own, apart from every status of the record manager.
 enum DdfCode : int {
@@ -47,7 +47,7 @@ inline constexpr int kFileRowSize = 97, kFileRowReserve = 112;
 inline constexpr int kFieldRowSize = 32, kFieldRowReserve = 32;
 inline constexpr int kIndexRowSize = 10, kIndexRowReserve = 16;
 
-}  // namespace qrn
+}  // namespace qrn::lexbase
 
 extern "C" {
 
