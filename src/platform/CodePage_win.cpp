@@ -1,0 +1,47 @@
+#include <windows.h>
+
+#include "platform/CodePage.h"
+
+namespace qrn {
+namespace {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+std::u16string Widened(UINT page, std::string_view bytes) {
+  const int size = static_cast<int>(bytes.size());
+  const int needed = MultiByteToWideChar(page, 0, bytes.data(), size, nullptr, 0);
+  std::u16string wide(static_cast<size_t>(needed), u'\0');
+  MultiByteToWideChar(page, 0, bytes.data(), size, reinterpret_cast<wchar_t*>(wide.data()), needed);
+  return wide;
+}
+
+std::string Narrowed(UINT page, std::u16string_view wide) {
+  const auto* units = reinterpret_cast<const wchar_t*>(wide.data());
+  const int size = static_cast<int>(wide.size());
+  const int needed = WideCharToMultiByte(page, 0, units, size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<size_t>(needed), '\0');
+  WideCharToMultiByte(page, 0, units, size, bytes.data(), needed, nullptr, nullptr);
+  return bytes;
+}
+
+}  // namespace
+
+bool IsLeadByte(uint8_t byte) noexcept { return IsDBCSLeadByte(byte) != FALSE; }
+
+std::u16string CodePageToUtf16(std::string_view bytes) { return Widened(CP_THREAD_ACP, bytes); }
+std::string Utf16ToCodePage(std::u16string_view wide) { return Narrowed(CP_THREAD_ACP, wide); }
+std::string Utf8ToCodePage(std::string_view utf8) {
+  return Utf16ToCodePage(Widened(CP_UTF8, utf8));
+}
+std::string CodePageToUtf8(std::string_view bytes) {
+  return Narrowed(CP_UTF8, CodePageToUtf16(bytes));
+}
+
+size_t WidenText(std::string_view bytes, std::span<char16_t> wide) noexcept {
+  if (bytes.empty() || wide.size() < bytes.size()) return 0;
+  return static_cast<size_t>(
+      MultiByteToWideChar(CP_THREAD_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
+                          reinterpret_cast<wchar_t*>(wide.data()), static_cast<int>(wide.size())));
+}
+
+}  // namespace qrn

@@ -1,0 +1,27 @@
+// Zeroed memory for what outlives a call: dictionaries and record buffers. One pair of functions
+// for whoever allocates, grows and frees them.
+#pragma once
+
+#include <cstddef>
+
+namespace qrn {
+
+using AllocateFunction = void* (*)(size_t size);
+
+// `size` zeroed bytes (at least one is allocated), null without memory.
+[[nodiscard]] void* AllocateZeroed(size_t size) noexcept;
+
+// Null is allowed.
+void FreeMemory(void* memory) noexcept;
+
+// Puts another function in the allocator's place, to provoke what happens without memory: it gives
+// zeroed memory for FreeMemory (calloc) or null. Null brings the real one back. Returns what stood
+// there.
+AllocateFunction ReplaceAllocate(AllocateFunction function) noexcept;
+
+// Frees on scope end; for std::unique_ptr.
+struct MemoryDeleter {
+  void operator()(void* memory) const noexcept { FreeMemory(memory); }
+};
+
+}  // namespace qrn

@@ -1,0 +1,27 @@
+#include "platform/CodePage.h"
+#include "platform/StringTable.h"
+
+namespace qrn {
+namespace {
+
+struct TextRow {
+  int id;
+  const char* utf8;
+};
+
+#define MESSAGE_ROW(id, text) {id, text},
+constexpr TextRow kTexts[] = {
+#include "resources/Messages.inc"
+};
+#undef MESSAGE_ROW
+
+}  // namespace
+
+size_t LoadText(int id, std::span<char> out) noexcept {
+  for (const TextRow& row : kTexts) {
+    if (row.id == id) return CopyText(out, Utf8ToCodePage(row.utf8));
+  }
+  return CopyText(out, {});
+}
+
+}  // namespace qrn

@@ -1,0 +1,25 @@
+// The text of a window, as code page 932 bytes.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+namespace qrn {
+
+using WindowHandle = void*;  // an HWND on Windows
+
+// Stores the window's text with a NUL, cut at a character where it does not fit; returns its length
+// in bytes. No such window: 0 and an empty text.
+size_t ReadWindowText(WindowHandle window, std::span<char> out) noexcept;
+
+// False when there is no such window.
+bool WriteWindowText(WindowHandle window, const char* text) noexcept;
+
+#ifndef _WIN32
+// Where there are no windows, a handle is the address of one of these.
+struct TextWindow {
+  char text[256] = "";
+};
+#endif
+
+}  // namespace qrn

@@ -1,0 +1,19 @@
+#include <windows.h>
+
+#include "platform/WindowText.h"
+
+namespace qrn {
+
+size_t ReadWindowText(WindowHandle window, std::span<char> out) noexcept {
+  if (out.empty()) return 0;
+  out[0] = '\0';
+  const int length =
+      GetWindowTextA(static_cast<HWND>(window), out.data(), static_cast<int>(out.size()));
+  return length > 0 ? static_cast<size_t>(length) : 0;
+}
+
+bool WriteWindowText(WindowHandle window, const char* text) noexcept {
+  return SetWindowTextA(static_cast<HWND>(window), text) != FALSE;
+}
+
+}  // namespace qrn
