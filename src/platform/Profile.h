@@ -19,8 +19,9 @@ namespace qrn {
 size_t ReadProfileText(const char* section, const char* key, const char* fallback,
                        std::span<char> out, const char* file) noexcept;
 
-// The decimal number that the value begins with, after blanks and one sign; digits beyond 32 bits
-// wrap. A value that begins otherwise is 0; an empty one counts as missing.
+// The number that the value begins with, after one sign: decimal, or 0x, 0o, 0b and digits of that
+// base. Digits beyond 32 bits wrap. A value that begins otherwise is 0; an empty one counts as
+// missing.
 int ReadProfileInt(const char* section, const char* key, int fallback, const char* file) noexcept;
 
 }  // namespace qrn

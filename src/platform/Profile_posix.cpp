@@ -83,13 +83,36 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
   return last == text.npos ? std::string_view{} : text.substr(0, last + 1);
 }
 
+struct Base {
+  std::string_view prefix;
+  uint32_t value;
+};
+constexpr Base kBases[] = {{"0x", 16}, {"0o", 8}, {"0b", 2}};
+
+uint32_t TakeBase(std::string_view& text) {
+  for (const Base& base : kBases) {
+    if (!text.starts_with(base.prefix)) continue;
+    text.remove_prefix(base.prefix.size());
+    return base.value;
+  }
+  return 10;
+}
+
+uint32_t DigitValue(char digit) {
+  if (digit >= '0' && digit <= '9') return static_cast<uint32_t>(digit - '0');
+  if (digit >= 'A' && digit <= 'Z') return static_cast<uint32_t>(digit - 'A' + 10);
+  if (digit >= 'a' && digit <= 'z') return static_cast<uint32_t>(digit - 'a' + 10);
+  return UINT32_MAX;
+}
+
 int LeadingNumber(std::string_view text) {
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
+  const uint32_t base = TakeBase(text);
   uint32_t number = 0;
   for (const char digit : text) {
-    if (digit < '0' || digit > '9') break;
-    number = number * 10 + static_cast<uint32_t>(digit - '0');
+    if (DigitValue(digit) >= base) break;
+    number = number * base + DigitValue(digit);
   }
   return static_cast<int>(negative ? 0 - number : number);
 }
