@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -16,6 +15,8 @@
 #include "btrieve/Status.h"
 
 namespace btrieve {
+
+class ByteReader;
 
 // Rejections after which a call stops when the descriptor says 0.
 inline constexpr uint16_t kSystemRejectCount = 4095;
@@ -58,24 +59,26 @@ class ExtendedRequest {
   struct Term {
     CompareFields compare;
     const uint8_t* map;
-    uint32_t end;       // the bytes a record needs for this term to be judged
-    uint32_t constant;  // offset of the constant in descriptor_, or of the second field
+    uint32_t end;      // the bytes a record needs for this term to be judged
+    uint32_t operand;  // offset of the constant in descriptor_, or of the second field
     uint16_t offset;
     uint16_t length;
-    uint8_t accepted;   // bit 0: less, bit 1: equal, bit 2: greater
-    uint8_t connector;  // 0 last, 1 AND, 2 OR
-    uint8_t atEnd;      // of the first term: comparisons that prove the end, bits as above
-    bool secondField;
+    uint8_t accepted;  // outcomes that make it true: bit 0 less, bit 1 equal, bit 2 greater
+    uint8_t atEnd;     // outcomes that prove the end of the matches
+    uint8_t connector;
     uint8_t type;
     uint8_t comparison;  // 1..6
+    bool secondField;
     bool foldsCase;
     bool usesSequence;
   };
 
-  Status ReadTerm(size_t& at, const FileSpec& file, bool last, Term& term);
-  Status ReadFields(size_t at);
+  Status ReadHead(ByteReader& reader, const FileSpec& file);
+  Status ReadTerm(ByteReader& reader, const FileSpec& file, bool last);
+  void ReadOperand(ByteReader& reader, Term& term);
+  Status ReadFields(ByteReader& reader);
   const uint8_t* ChooseMap(const Term& term, const FileSpec& file);
-  int Compare(const Term& term, const uint8_t* record) const noexcept;
+  static bool CollatesAs(const Term& term, const KeySegment& segment) noexcept;
 
   std::vector<uint8_t> descriptor_;
   std::vector<Term> terms_;

@@ -9,7 +9,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "btrieve/KeySpec.h"
@@ -25,6 +24,8 @@ class KeyOrder {
  public:
   // `key` must be one of `file`; both may go away afterwards.
   KeyOrder(const FileSpec& file, const KeySpec& key);
+  KeyOrder(KeyOrder&&) noexcept = default;
+  KeyOrder& operator=(KeyOrder&&) noexcept = default;
 
   size_t OrderedSize() const noexcept { return orderedSize_; }
   size_t KeyLength() const noexcept { return keyLength_; }
