@@ -22,6 +22,13 @@ void GetFieldText(const QuorinSettings& settings, std::span<char> outText,
                   const uint8_t* fieldBytes, const DbFieldInfo& field,
                   std::span<const uint8_t> record);
 
+// The same for a value that lies apart from the record, as those of an extended result do. `value`
+// runs from the field's first byte to the end of what may be read; a field that it cuts short is
+// read as far as it goes, missing bytes of a number counting as zero. `record` serves Blobs alone.
+void GetDetachedFieldText(const QuorinSettings& settings, std::span<char> outText,
+                          std::span<const uint8_t> value, const DbFieldInfo& field,
+                          std::span<const uint8_t> record);
+
 // Writes the stored form of `text` at the start of `outBytes`, which runs from the field's first
 // byte to the end of the writable buffer. Nothing is rejected: text that does not fit is cut, text
 // that does not parse is zero, a number too large loses its high bytes. A Blob is left alone.
@@ -30,7 +37,8 @@ void SetFieldText(const QuorinSettings& settings, std::span<uint8_t> outBytes, c
 
 // Bytes that the field takes when a record is walked field by field, without its null-indicator
 // byte. For types 12 and 13 the length of the NUL-terminated text at `valueBytes` (at most
-// `limit` bytes are looked at) plus 1. An unknown type shows VE011 and gives 0.
+// `limit` bytes are looked at) plus 1. An unknown type shows VE011 and gives 0, and so, silently,
+// does a negative `Size`.
 int32_t GetFieldStoredSize(const QuorinSettings& settings, const DbFieldInfo& field,
                            const void* valueBytes, size_t limit);
 
@@ -41,8 +49,13 @@ int32_t IsFieldNull(const QuorinSettings& settings, const DbTableInfo& table,
 
 // Stores a Blob's value behind the fixed part, moving other blobs and growing the table's buffer
 // where needed. `fieldOffset` is where the 8-byte descriptor stands, `*endOffset` the running end
-// of the record. Returns the value's length, 0 for another type, -1 (after VE001) without memory,
-// the record unchanged.
+// of the record, where a value goes that was not there before; it grows by that value's length.
+// Returns the value's length, 0 for another type and for a descriptor outside the buffer, -1 (after
+// VE001) without memory, the record unchanged.
+//
+// A new value that is given a place where another one stands moves it along instead of writing over
+// it. A descriptor that points outside the buffer counts as new. BufferSize follows the values'
+// lengths but does not fall below RecordLength.
 int32_t SetBlobField(const QuorinSettings& settings, DbTableInfo& table, const char* text,
                      const DbFieldInfo& field, int32_t fieldOffset, int32_t* endOffset);
 

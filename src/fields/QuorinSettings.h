@@ -1,5 +1,5 @@
-// The system's few global behaviours, from section `quorin350` of quorin.ini, read once per process.
-// The control registry derives from this object, so that there is one of both.
+// The system's few global behaviours, from section `quorin350` of quorin.ini, read once per
+// process. The control registry derives from this object, so that there is one of both.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct QuorinSettings {
   uint16_t form_mode = 3;
   int32_t delayed_resolve = 0;  // non-zero: a table's fields are read at its first open
   int32_t v1fx_unicode = 1;
-  int32_t set_max_length = 1;       // kept; nothing depends on it
+  int32_t set_max_length = 1;        // kept; nothing depends on it
   char DeferredDirectory[260] = {};  // directory of the last deferred dictionary load
 
   // Reads every key in its order; a bad sign_nibble shows VE823 and stays in force.
