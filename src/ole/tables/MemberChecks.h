@@ -31,13 +31,15 @@ constexpr const PropertyRow* FindProperty(const ControlTable& table, int32_t id)
 }
 
 // Every persisted entry is the extent or a property that can be put and has no index; its name is
-// the property's, but for letter case.
+// the property's or its beginning, in any letter case.
 constexpr bool EveryRowNamesAProperty(const ControlTable& table) {
   for (const PersistRow& row : table.persisted) {
     if (row.Raw()) continue;
     const PropertyRow* property = FindProperty(table, row.id);
-    if (!property || !SameName(property->name, row.name)) return false;
-    if (!property->index.empty() || property->rules & kReadOnly) return false;
+    if (!property || !property->index.empty()) return false;
+    if (property->rules & (kReadOnly | kPutFails)) return false;
+    const std::string_view name = row.name;
+    if (!SameName(std::string_view(property->name).substr(0, name.size()), name)) return false;
   }
   return true;
 }

@@ -79,6 +79,7 @@ enum Rule : uint16_t {
   kRunTime = 8,     // at design time a get is not available now and a put fails as read-only
   kStoreOnly = 16,  // a put only stores
   kRepaint = 32,    // a put also asks the view for a redraw
+  kPutFails = 64,   // the put is declared and fails as read-only
 };
 
 struct ArgumentRow {
@@ -87,13 +88,15 @@ struct ArgumentRow {
   bool optional = false;
 };
 
-// One property. With `index` rows it takes these before its value, as List(Index) does.
+// One property. With `index` rows it takes these before its value, as List(Index) does. `choices`
+// are what property browsers show for its values where its type is no enumeration.
 struct PropertyRow {
-  int32_t id;
-  const char* name;
-  ValueType type;
+  int32_t id = 0;
+  const char* name = nullptr;
+  ValueType type{};
   uint16_t rules = 0;
   std::span<const ArgumentRow> index{};
+  std::span<const EnumRow> choices{};
 };
 
 // One method. Its last argument may be its result: a host may then leave it out and read the
@@ -107,8 +110,8 @@ struct MethodRow {
 };
 
 struct EventRow {
-  int32_t id;
-  const char* name;
+  int32_t id = 0;
+  const char* name = nullptr;
   std::span<const ArgumentRow> arguments{};
 };
 
@@ -121,8 +124,8 @@ inline constexpr int32_t kRawHeight = -1'000'002;
 // One entry of the persistence map: the name of its property bag value and the property that it
 // reads and puts. The order of a map is the layout of the stream: rows never move.
 struct PersistRow {
-  const char* name;
-  int32_t id;
+  const char* name = nullptr;
+  int32_t id = 0;
   Page page = Page::None;
 
   constexpr bool Raw() const { return id == kRawWidth || id == kRawHeight; }
