@@ -1,0 +1,19 @@
+#include "core/RowHook.h"
+
+#include "platform/CodePage.h"
+
+namespace qrn {
+
+std::optional<std::string> FormatRow(RowSink& sink, char* rowText, std::string_view line,
+                                     size_t wideLimit) {
+  *rowText = '\0';
+  std::u16string lineData = CodePageToUtf16(line);
+  if (lineData.size() > wideLimit) lineData.resize(wideLimit);
+  if (!sink.Format(lineData)) return std::nullopt;
+  if (*rowText != '\0') return std::string(rowText);
+  std::string row = Utf16ToCodePage(lineData);
+  row.resize(CutAtCharacter(row, kFormattedRowSize));
+  return row;
+}
+
+}  // namespace qrn

@@ -1,0 +1,82 @@
+#include "extended/ExecuteExtended.h"
+
+#include <cstring>
+#include <new>
+#include <optional>
+
+#include "core/DictionaryLookup.h"
+#include "core/KeyBuffer.h"
+#include "core/ReturnCodes.h"
+#include "extended/ExExchange.h"
+#include "extended/ExMemoryFailure.h"
+#include "extended/ExOperation.h"
+#include "extended/ExReply.h"
+#include "extended/ExResultStore.h"
+#include "extended/SearchCond.h"
+#include "fields/Messages.h"
+
+namespace qrn {
+namespace {
+
+constexpr int32_t kNoIndexPosition = -1;
+
+// Leaves `result` alone when all slots are taken.
+void KeepReply(const DbTableInfo& table, const ExAccess& access, const FieldList& fields,
+               std::span<const uint8_t> reply, ExAccessResult& result) {
+  const int16_t id = TheExResults().Keep(table, access.Fields, fields, reply);
+  if (id == kNoResult) return;
+  result.ResultId = id;
+  result.NumOfResults = static_cast<uint16_t>(TheExResults().Find(id)->Records.size());
+}
+
+Status Execute(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
+               ExAccessResult& result) {
+  const auto condition = ParseSearchCond(engine, table, access.SearchCond, access.IgnoreCase);
+  if (!condition) return kBadCondition;
+  const auto fields = ParseFieldList(engine, table, access.Fields);
+  if (!fields) return kBadFieldList;
+  auto exchange = ExExchange::Make(
+      ExRequest(engine.ExMode, access.SkipRecords, *condition, access.MaxRecords, *fields));
+  if (!exchange) return kExNoMemory;
+  KeyBuffer key;
+  if (!DbBuildKey(table, access.Key, key)) return kNoIndex;
+  const Status status = exchange->Call(
+      static_cast<uint16_t>(access.Operation), table,
+      {key.Bytes(), key.Length(), static_cast<int8_t>(DbSegmentToKey(table, access.Key))});
+  if (BringsRecords(status)) KeepReply(table, access, *fields, exchange->Reply(), result);
+  return status;
+}
+
+}  // namespace
+
+Status ExecuteExtended(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
+                       ExAccessResult& result) noexcept {
+  if (table.IsOpen == 0) return kNotOpen;
+  if (!IsExtendedOperation(access.Operation)) {
+    ShowMessage(kVE044, static_cast<int>(access.Operation));
+    return kBadExOperation;
+  }
+  try {
+    return Execute(engine, table, access, result);
+  } catch (const std::bad_alloc&) {
+    ReportExMemoryFailure();
+    return kExNoMemory;
+  }
+}
+
+Status ExecuteExtendedByName(DbEngine& engine, DbTableInfo& table, ExAccess access,
+                             const char* keyName, ExAccessResult& result) noexcept {
+  access.Key = DbFindIndex(table, keyName);
+  const bool named = keyName != nullptr && *keyName != '\0';
+  const bool needsKey = named || NeedsKey(access.Operation);
+  if (access.Key == kNoIndexPosition && needsKey) return kNoIndex;
+  return ExecuteExtended(engine, table, access, result);
+}
+
+Status DbExSetMode(DbEngine& engine, const char* mode) noexcept {
+  if (mode == nullptr || std::strlen(mode) != 2) return kFailure;
+  std::memcpy(engine.ExMode, mode, 3);
+  return kSuccess;
+}
+
+}  // namespace qrn

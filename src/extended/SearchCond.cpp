@@ -1,0 +1,175 @@
+#include "extended/SearchCond.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "extended/ExMemoryFailure.h"
+#include "extended/FieldReference.h"
+#include "extended/TextCursor.h"
+#include "fields/FieldText.h"
+#include "fields/Messages.h"
+
+namespace qrn {
+namespace {
+
+constexpr size_t kReferenceLimit = 256;  // bytes of a field's name or number
+constexpr size_t kLiteralLimit = 256;    // bytes of a value or a connector's word
+
+// Some codecs store beyond their field's size; a literal's field stands alone, with room behind it.
+constexpr size_t kRoomBehindLiteral = 1024;
+
+struct Operator {
+  std::string_view text;
+  Comparison code;
+};
+// In the order they are tried: the two-character ones first.
+constexpr Operator kOperators[] = {
+    {"<>", Comparison::NotEqual},    {">=", Comparison::GreaterOrEqual},
+    {"<=", Comparison::LessOrEqual}, {"=", Comparison::Equal},
+    {">", Comparison::Greater},      {"<", Comparison::Less},
+};
+
+bool ComparesAsText(const DbFieldInfo& field) {
+  return field.Type == kString || field.Type == kLString || field.Type == kZString;
+}
+
+bool HasVariableLength(const DbFieldInfo& field) {
+  return field.Type == kNote || field.Type == kLVar;
+}
+
+bool IsDelimiter(char byte) { return byte == '"' || byte == '\'' || byte == '/'; }
+
+Connector ConnectorOf(char byte) {
+  if (byte == '&') return Connector::And;
+  return byte == '|' ? Connector::Or : Connector::None;
+}
+
+class ConditionParser {
+ public:
+  ConditionParser(const QuorinSettings& settings, const DbTableInfo& table, const char* text,
+                  bool ignoreCase)
+      : settings_(settings), table_(table), text_(text), cursor_(text), ignoreCase_(ignoreCase) {}
+
+  bool Parse() {
+    do {
+      if (!ParseTerm()) return false;
+    } while (connector_ != Connector::None);
+    return true;
+  }
+
+  SearchCondition TakeCondition() { return std::move(condition_); }
+
+ private:
+  // Steps over `@field operator value connector` and appends the term.
+  bool ParseTerm() {
+    const DbFieldInfo* field = TakeField();
+    if (field == nullptr) return false;
+    if (HasVariableLength(*field)) return Fail(kVE043);
+    ExFilterTerm head{static_cast<uint8_t>(field->Type), FieldWidth(*field), FieldOffset(*field), 0,
+                      0};
+    if (!TakeOperator(head)) return Fail(kVE042);
+    if (ignoreCase_ && ComparesAsText(*field)) head.Comparison |= kIgnoresCase;
+    if (!TakeValue(*field, head)) return false;
+    TakeConnector();
+    head.Logic = static_cast<uint8_t>(connector_);
+    Append(head);
+    return true;
+  }
+
+  // The field behind an "@"; null after a message.
+  const DbFieldInfo* TakeField() {
+    cursor_.SkipSpaces();
+    if (!cursor_.Accept("@")) {
+      ShowMessage(kVE041);
+      return nullptr;
+    }
+    const int32_t position = TakeFieldReference(table_, cursor_, kReferenceLimit);
+    return position == kNoSuchField ? nullptr : &table_.Fields[position];
+  }
+
+  bool TakeOperator(ExFilterTerm& head) {
+    cursor_.SkipSpaces();
+    const auto found = std::find_if(std::begin(kOperators), std::end(kOperators),
+                                    [&](const Operator& row) { return cursor_.Accept(row.text); });
+    if (found == std::end(kOperators)) return false;
+    head.Comparison = static_cast<uint8_t>(found->code);
+    return true;
+  }
+
+  bool TakeValue(const DbFieldInfo& field, ExFilterTerm& head) {
+    cursor_.SkipSpaces();
+    if (cursor_.Peek() != '@') return TakeLiteral(field);
+    head.Comparison |= kComparesField;
+    const DbFieldInfo* second = TakeField();
+    if (second == nullptr) return false;
+    const uint16_t offset = FieldOffset(*second);
+    value_ = {static_cast<uint8_t>(offset), static_cast<uint8_t>(offset >> 8)};
+    return true;
+  }
+
+  bool TakeLiteral(const DbFieldInfo& field) {
+    const std::string literal(IsDelimiter(cursor_.Peek()) ? cursor_.TakeDelimited(kLiteralLimit)
+                                                          : cursor_.TakeWord(kLiteralLimit));
+    if (literal.empty()) {
+      value_ = {0, 0};
+      return true;
+    }
+    if (ConnectorOf(literal.front()) != Connector::None) {
+      ShowMessage(kVE046, text_);
+      return false;
+    }
+    value_.assign(FieldWidth(field) + kRoomBehindLiteral, 0);
+    SetFieldText(settings_, value_, literal.c_str(), field);
+    value_.resize(FieldWidth(field));
+    return true;
+  }
+
+  // A connector swallows its whole word: `& @1` goes on with field 1, `&@1` has lost it.
+  void TakeConnector() {
+    cursor_.SkipSpaces();
+    connector_ = ConnectorOf(cursor_.Peek());
+    if (connector_ != Connector::None) cursor_.TakeWord(kLiteralLimit);
+  }
+
+  void Append(const ExFilterTerm& head) {
+    const auto* bytes = reinterpret_cast<const uint8_t*>(&head);
+    condition_.Terms.insert(condition_.Terms.end(), bytes, bytes + sizeof head);
+    condition_.Terms.insert(condition_.Terms.end(), value_.begin(), value_.end());
+    if (condition_.TermCount < std::numeric_limits<uint16_t>::max()) ++condition_.TermCount;
+  }
+
+  static bool Fail(MessageId id) {
+    ShowMessage(id);
+    return false;
+  }
+
+  const QuorinSettings& settings_;
+  const DbTableInfo& table_;
+  const char* text_;
+  TextCursor cursor_;
+  bool ignoreCase_;
+  Connector connector_ = Connector::None;
+  std::vector<uint8_t> value_;  // of the term under way
+  SearchCondition condition_;
+};
+
+}  // namespace
+
+std::optional<SearchCondition> ParseSearchCond(const DbEngine& engine, const DbTableInfo& table,
+                                               const char* text, bool ignoreCase) {
+  if (text == nullptr || *text == '\0') return SearchCondition{};
+  try {
+    ConditionParser parser(engine.Settings, table, text, ignoreCase);
+    if (!parser.Parse()) return std::nullopt;
+    return parser.TakeCondition();
+  } catch (const std::bad_alloc&) {
+    ReportExMemoryFailure();
+    return std::nullopt;
+  }
+}
+
+}  // namespace qrn

@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "extended/ExResultStore.h"
+#include "extended/ExResults.h"
+#include "fields/QuorinSettings.h"
+#include "tests/extended/Replies.h"
+#include "tests/extended/ShownMessages.h"
+#include "tests/extended/TestTable.h"
+
+namespace qrn::test {
+namespace {
+
+class ResultStore : public testing::Test {
+ protected:
+  ~ResultStore() override { TheExResults().Clear(); }
+
+  int16_t Keep(const char* fields, const std::vector<uint8_t>& reply) {
+    const auto plan = ParseFieldList(engine_, table_.Info(), fields);
+    return TheExResults().Keep(table_.Info(), fields, *plan, reply);
+  }
+
+  std::string ByNumber(int16_t id, int32_t field, int32_t location) {
+    const char* text = DbExReadField(engine_, id, field, location);
+    return text != nullptr ? text : "(none)";
+  }
+
+  std::string ByName(int16_t id, const char* field, int32_t location) {
+    const char* text = DbExReadFieldByName(engine_, id, field, location);
+    return text != nullptr ? text : "(none)";
+  }
+
+  QuorinSettings settings_;
+  DbEngine engine_{settings_};
+  ShownMessages messages_;
+  TestTable table_{{{"Code", kInteger, 2},
+                    {"Name", kString, 4},
+                    {"Code", kInteger, 2},
+                    {"Pic", kBlob, 8},
+                    {"Bit", kBit, 1}}};
+};
+
+// Records "Name, Code": 'Abe' 1 at 16, 'Ito' 2 at 32.
+const std::vector<uint8_t> kNames =
+    Reply({{16, {'A', 'b', 'e', ' ', 1, 0}}, {32, {'I', 't', 'o', ' ', 2, 0}}});
+
+TEST_F(ResultStore, ReadsFieldsByNumberAndByName) {
+  const int16_t id = Keep("Name,0", kNames);
+  EXPECT_EQ(ByNumber(id, 1, 0) + ByNumber(id, 0, 0), "Abe1");
+  EXPECT_EQ(ByNumber(id, 1, 1) + ByNumber(id, 0, 1), "Ito2");
+  EXPECT_EQ(ByName(id, "Name", 1) + ByName(id, "Code", 1), "Ito2");
+  EXPECT_EQ(DbExPositionOf(id, 0), 16);
+  EXPECT_EQ(DbExPositionOf(id, 1), 32);
+}
+
+TEST_F(ResultStore, GivesNoTextForWhatItDoesNotHold) {
+  const int16_t id = Keep("Name,0", kNames);
+  const struct {
+    const char* what;
+    std::string text;
+  } cases[] = {
+      {"past the end", ByNumber(id, 0, 2)},         {"before the start", ByNumber(id, 0, -1)},
+      {"a field not fetched", ByNumber(id, 3, 0)},  {"no field", ByNumber(id, 99, 0)},
+      {"a negative field", ByNumber(id, -1, 0)},    {"an unknown name", ByName(id, "code", 0)},
+      {"a name not fetched", ByName(id, "Pic", 0)}, {"no name", ByName(id, nullptr, 0)},
+      {"another slot", ByNumber(id + 1, 0, 0)},     {"the id behind the last", ByNumber(48, 0, 0)},
+      {"an id past all", ByNumber(49, 0, 0)},       {"a negative id", ByNumber(-1, 0, 0)},
+  };
+  for (const auto& [what, text] : cases) EXPECT_EQ(text, "(none)") << what;
+  for (const int16_t bad : {48, 49, -1}) EXPECT_EQ(DbExPositionOf(bad, 0), -1) << bad;
+  EXPECT_EQ(DbExPositionOf(id, 2), -1);
+  EXPECT_EQ(messages_.Take(), "");
+}
+
+TEST_F(ResultStore, ANameMeansTheFirstFieldOfThatName) {
+  const int16_t id = Keep("2", Reply({{16, {7, 0}}}));
+  EXPECT_EQ(ByNumber(id, 2, 0), "7");
+  EXPECT_EQ(ByName(id, "Code", 0), "(none)");
+}
+
+TEST_F(ResultStore, AFieldFetchedTwiceReadsAtItsFirstPlace) {
+  const int16_t id = Keep("0,1,0", Reply({{16, {5, 0, 'x', ' ', ' ', ' ', 6, 0}}}));
+  EXPECT_EQ(ByNumber(id, 0, 0), "5");
+}
+
+TEST_F(ResultStore, AFieldCutByItsRecordsEndReadsWhatIsThere) {
+  const int16_t id = Keep("0,1", Reply({{16, {5, 0, 'x', 'y'}}, {20, {6, 0}}, {24, {}}}));
+  EXPECT_EQ(ByNumber(id, 1, 0), "xy");
+  EXPECT_EQ(ByNumber(id, 1, 1), "");
+  EXPECT_EQ(ByNumber(id, 0, 2), "");
+}
+
+TEST_F(ResultStore, ABitIsOneByteAndEndsThere) {
+  const int16_t id = Keep("Bit,Name", Reply({{16, {'Q', 'l', 'o', 'n', 'g'}}}));
+  EXPECT_EQ(ByNumber(id, 1, 0), "long");
+  EXPECT_EQ(ByNumber(id, 4, 0), "Q");
+}
+
+TEST_F(ResultStore, ABlobIsLookedForInTheTablesPresentRecord) {
+  const int16_t id = Keep("Pic", Reply({{16, {3, 0, 0, 0, 2, 0, 0, 0}}, {20, {9, 0, 0}}}));
+  EXPECT_EQ(ByName(id, "Pic", 0), "") << "the table has no record";
+  table_.MakeBuffer("..abcdefghi");
+  EXPECT_EQ(ByName(id, "Pic", 0), "abc");
+  EXPECT_EQ(ByName(id, "Pic", 1), "") << "half a descriptor";
+  table_.MakeBuffer("..a");
+  EXPECT_EQ(ByName(id, "Pic", 0).substr(0, 1), "a") << "a value past the record's end";
+}
+
+TEST_F(ResultStore, TakesTheFirstFreeSlotOf48) {
+  for (int16_t id = 0; id < 48; ++id) EXPECT_EQ(Keep("0", Reply({})), id);
+  EXPECT_EQ(Keep("0", Reply({})), kNoResult);
+  EXPECT_EQ(DbExFreeResult(5), 0);
+  EXPECT_EQ(Keep("0", Reply({{16, {9, 0}}})), 5);
+  EXPECT_EQ(ByNumber(5, 0, 0), "9");
+}
+
+TEST_F(ResultStore, FreesOnce) {
+  const int16_t id = Keep("0", Reply({}));
+  EXPECT_EQ(DbExFreeResult(id), 0);
+  for (const int16_t bad : {id, int16_t{48}, int16_t{49}, int16_t{-1}}) {
+    EXPECT_EQ(DbExFreeResult(bad), -1) << bad;
+  }
+}
+
+TEST_F(ResultStore, LaterRepliesFollowTheFirst) {
+  const int16_t id = Keep("Name,0", kNames);
+  const uint32_t serial = TheExResults().Find(id)->Serial;
+  EXPECT_TRUE(TheExResults().Append(id, serial, Reply({{48, {'U', 'n', 'o', ' ', 3, 0}}})));
+  EXPECT_TRUE(TheExResults().Append(id, serial, kNames));
+  std::string names;
+  for (int location = 0; location < 6; ++location) names += ByName(id, "Name", location) + " ";
+  EXPECT_EQ(names, "Abe Ito Uno Abe Ito (none) ");
+  EXPECT_EQ(DbExPositionOf(id, 4), 32);
+}
+
+TEST_F(ResultStore, ALaterResultUnderTheIdTakesNoForeignReply) {
+  const int16_t id = Keep("0", Reply({}));
+  const uint32_t serial = TheExResults().Find(id)->Serial;
+  TheExResults().Free(id);
+  EXPECT_FALSE(TheExResults().Append(id, serial, kNames));
+  ASSERT_EQ(Keep("Name,0", kNames), id);
+  EXPECT_FALSE(TheExResults().Append(id, serial, kNames));
+  EXPECT_EQ(TheExResults().Find(id)->Records.size(), 2u);
+}
+
+TEST_F(ResultStore, ACutReplyGivesItsWholeRecords) {
+  for (size_t size = 0; size < kNames.size(); ++size) {
+    const int16_t id = Keep("Name,0", {kNames.begin(), kNames.begin() + static_cast<long>(size)});
+    EXPECT_EQ(ByName(id, "Name", 0), size < 14 ? "(none)" : "Abe") << size;
+    EXPECT_EQ(ByName(id, "Name", 1), "(none)") << size;
+    TheExResults().Free(id);
+  }
+}
+
+}  // namespace
+}  // namespace qrn::test
