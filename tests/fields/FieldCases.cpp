@@ -1,0 +1,118 @@
+#include "FieldCases.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "fields/FieldText.h"
+#include "platform/Beep.h"
+#include "platform/CodePage.h"
+#include "platform/MessageBox.h"
+
+namespace qrn {
+namespace {
+
+std::string boxes;
+int beeps;
+
+int NoteBox(const char* text, unsigned flags) {
+  char head[16];
+  std::snprintf(head, sizeof head, "[%x ", flags);
+  boxes += head + CodePageToUtf8(text) + "]";
+  return 7;
+}
+
+void NoteBeep(unsigned kind) {
+  if (kind == kBeepWarning) ++beeps;
+}
+
+Bytes Written(const QuorinSettings& settings, const DbFieldInfo& field, const std::string& text,
+              size_t room, uint8_t fill) {
+  Bytes record(room, fill);
+  SetFieldText(settings, record, text.c_str(), field);
+  return record;
+}
+
+}  // namespace
+
+Bytes FromHex(std::string_view hex) {
+  Bytes bytes;
+  std::string digits;
+  for (const char c : hex) {
+    if (c != ' ') digits += c;
+    if (digits.size() != 2) continue;
+    bytes.push_back(static_cast<uint8_t>(std::stoi(digits, nullptr, 16)));
+    digits.clear();
+  }
+  return bytes;
+}
+
+std::string ToHex(std::span<const uint8_t> bytes) {
+  std::string hex;
+  for (const uint8_t byte : bytes) {
+    char pair[4];
+    std::snprintf(pair, sizeof pair, "%02X", byte);
+    hex += (hex.empty() ? "" : " ") + std::string(pair);
+  }
+  return hex;
+}
+
+DbFieldInfo Field(int32_t type, int32_t size, int32_t decimals) {
+  DbFieldInfo field{};
+  field.Type = type;
+  field.Size = size;
+  field.Decimals = decimals;
+  return field;
+}
+
+std::string ReadAs(const QuorinSettings& settings, const DbFieldInfo& field, std::string_view hex) {
+  const Bytes record = FromHex(hex);
+  std::vector<char> text(2048, '#');
+  GetFieldText(settings, text, record.data(), field, record);
+  return CodePageToUtf8(text.data());
+}
+
+std::string WrittenAs(const QuorinSettings& settings, const DbFieldInfo& field,
+                      std::string_view text, size_t room) {
+  const std::string bytes = Utf8ToCodePage(text);
+  const Bytes first = Written(settings, field, bytes, room, 0xEE);
+  const Bytes second = Written(settings, field, bytes, room, 0x11);
+  size_t end = room;
+  while (end != 0 && first[end - 1] == 0xEE && second[end - 1] == 0x11) --end;
+  std::string hex = ToHex(std::span(first).first(end));
+  for (size_t i = 0; i < end; ++i) {
+    if (first[i] == 0xEE && second[i] == 0x11) hex.replace(i * 3, 2, "..");
+  }
+  return hex;
+}
+
+void ExpectReads(std::span<const FieldCase> cases, const QuorinSettings& settings) {
+  for (const FieldCase& row : cases) {
+    EXPECT_EQ(ReadAs(settings, Field(row.type, row.size, row.decimals), row.hex), row.text)
+        << row.name;
+  }
+}
+
+void ExpectWrites(std::span<const FieldCase> cases, const QuorinSettings& settings) {
+  for (const FieldCase& row : cases) {
+    EXPECT_EQ(WrittenAs(settings, Field(row.type, row.size, row.decimals), row.text), row.hex)
+        << row.name;
+  }
+}
+
+Watch::Watch() {
+  boxes.clear();
+  beeps = 0;
+  ReplaceShowBox(&NoteBox);
+  ReplaceBeep(&NoteBeep);
+}
+
+Watch::~Watch() {
+  ReplaceShowBox(nullptr);
+  ReplaceBeep(nullptr);
+}
+
+std::string Watch::Boxes() const { return boxes; }
+int Watch::Beeps() const { return beeps; }
+
+}  // namespace qrn

@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "fields/NumberText.h"
+#include "platform/CodePage.h"
+
+namespace qrn {
+namespace {
+
+std::string Stripped(std::string_view utf8, size_t room = kNumberTextSize) {
+  std::string out(room, '#');
+  const std::string_view result = StripToNumber({}, Utf8ToCodePage(utf8), out);
+  return std::string(result);
+}
+
+TEST(NumberText, OnlyDigitsSignsAndPointsStay) {
+  const char* const cases[][2] = {
+      {"1,234", "1234"},  {"\\ 12", "12"}, {"1-2", "1-2"},   {"-1.5e3", "-1.53"},
+      {"合計12円", "12"}, {"１２3", "3"},  {"+7", "7"},      {"", ""},
+      {"ソ5表6", "56"},   {"ｱ1ｲ2", "12"},  {"..--", "..--"},
+  };
+  for (const auto& row : cases) EXPECT_EQ(Stripped(row[0]), row[1]) << row[0];
+}
+
+TEST(NumberText, ALeadByteTakesTheNextByteWithIt) {
+  char out[16];
+  EXPECT_EQ(StripToNumber({},
+                          "1\x81"
+                          "23",
+                          out),
+            "13");
+  EXPECT_EQ(StripToNumber({}, "12\x81", out), "12");
+}
+
+TEST(NumberText, TheResultIsCutToItsRoom) {
+  EXPECT_EQ(Stripped("123456", 4), "123");
+  EXPECT_EQ(Stripped("123456", 1), "");
+  EXPECT_EQ(Stripped("123456", 0), "");
+}
+
+TEST(NumberText, IntegersParse) {
+  struct {
+    const char* text;
+    int64_t wide;
+    int32_t narrow;
+  } const cases[] = {
+      {"", 0, 0},
+      {"0", 0, 0},
+      {" \t12", 12, 12},
+      {"+12x", 12, 12},
+      {"- 12", 0, 0},
+      {"12 34", 12, 12},
+      {"2147483647", 2147483647, 2147483647},
+      {"2147483648", 2147483648, 2147483647},
+      {"-2147483649", -2147483649, INT32_MIN},
+      {"9223372036854775807", INT64_MAX, INT32_MAX},
+      {"9223372036854775808", INT64_MAX, INT32_MAX},
+      {"-9223372036854775808", INT64_MIN, INT32_MIN},
+      {"-9223372036854775809", INT64_MIN, INT32_MIN},
+      {"99999999999999999999999999", INT64_MAX, INT32_MAX},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(ParseInt64(row.text), row.wide) << row.text;
+    EXPECT_EQ(ParseInt32(row.text), row.narrow) << row.text;
+  }
+}
+
+TEST(NumberText, DoublesParse) {
+  struct {
+    std::string text;
+    double number;
+  } const cases[] = {
+      {"", 0},
+      {"-", 0},
+      {".", 0},
+      {"1.5", 1.5},
+      {"-.25", -0.25},
+      {"5.", 5},
+      {"1.2.3", 1.2},
+      {"1-2", 1},
+      {"--1", 0},
+      {std::string(400, '9'), INFINITY},
+      {"-" + std::string(400, '9'), -INFINITY},
+      {"0." + std::string(400, '0') + "1", 0},
+  };
+  for (const auto& row : cases) EXPECT_EQ(ParseDouble(row.text), row.number) << row.text;
+}
+
+}  // namespace
+}  // namespace qrn

@@ -1,0 +1,166 @@
+// The display numbers: Numeric, NumericSTS, NumericSA. Their bytes are characters, so these tables
+// show them as such: `stored` may be longer than the field, and "_" stands for a NUL.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "FieldCases.h"
+#include "fields/FieldText.h"
+
+namespace qrn {
+namespace {
+
+struct NumericCase {
+  const char* name;
+  int32_t type;
+  int32_t size;
+  int32_t decimals;
+  std::string stored;
+  const char* text;
+};
+
+std::string Read(const NumericCase& row) {
+  std::string stored = row.stored;
+  std::replace(stored.begin(), stored.end(), '_', '\0');
+  return ReadAs({}, Field(row.type, row.size, row.decimals),
+                ToHex({reinterpret_cast<const uint8_t*>(stored.data()), stored.size()}));
+}
+
+// What stands in a record of dots after writing.
+std::string Written(const NumericCase& row, size_t room = 24) {
+  Bytes record(room, '.');
+  SetFieldText({}, record, row.text, Field(row.type, row.size, row.decimals));
+  std::string stored(record.begin(), record.end());
+  std::replace(stored.begin(), stored.end(), '\0', '_');
+  return stored.substr(0, stored.find_last_not_of('.') + 1);
+}
+
+TEST(Numeric, Read) {
+  const NumericCase cases[] = {
+      {"overpunched positive", kNumeric, 4, 0, "012{", "120"},
+      {"overpunched letter", kNumeric, 4, 0, "012C", "123"},
+      {"overpunched negative", kNumeric, 4, 0, "001K", "-12"},
+      {"negative zero digit", kNumeric, 4, 0, "012}", "-120"},
+      {"plain digit", kNumeric, 3, 0, "012", "12"},
+      {"last letters", kNumeric, 2, 0, "1I", "19"},
+      {"last negative letter", kNumeric, 2, 0, "1R", "-19"},
+      {"trailing zeros stay", kNumeric, 4, 2, "125{", "12.50"},
+      {"below one", kNumeric, 4, 2, "005{", "0.50"},
+      {"zero keeps its fraction", kNumeric, 4, 2, "000{", "0.00"},
+      {"zero", kNumeric, 4, 0, "000{", "0"},
+      {"negative zero", kNumeric, 3, 0, "00}", "-0"},
+      {"decimals fill the field", kNumeric, 2, 2, "5{", "0.50"},
+      {"STS positive", kNumericSTS, 4, 0, "012+", "12"},
+      {"STS negative", kNumericSTS, 6, 2, "01234-", "-12.34"},
+      {"STS below a tenth loses its zeros", kNumericSTS, 4, 2, "005+", "0.5"},
+      {"STS zero", kNumericSTS, 4, 2, "000+", "0.0"},
+      {"STS zero without decimals", kNumericSTS, 4, 0, "000-", "-0"},
+      {"SA positive", kNumericSA, 4, 0, "0123", "123"},
+      {"SA negative", kNumericSA, 4, 0, "012s", "-123"},
+      {"SA decimals", kNumericSA, 4, 2, "123u", "-12.35"},
+      {"SA zeros lost", kNumericSA, 4, 2, "0005", "0.5"},
+      {"SA zero", kNumericSA, 4, 0, "0000", "0"},
+      {"SA negative zero", kNumericSA, 4, 0, "000p", "-0"},
+      {"SA zero with decimals", kNumericSA, 4, 2, "0000", "0.0"},
+  };
+  for (const NumericCase& row : cases) EXPECT_EQ(Read(row), row.text) << row.name;
+}
+
+TEST(Numeric, BadFieldsReadAsTheyFall) {
+  const NumericCase cases[] = {
+      {"first byte NUL", kNumeric, 4, 2, "_123", "0"},
+      {"STS first byte NUL", kNumericSTS, 4, 2, "_123", "0"},
+      {"SA first byte NUL", kNumericSA, 4, 2, "_12q", "0"},
+      {"no bytes", kNumeric, 4, 2, "", "0"},
+      {"no size", kNumericSTS, 0, 2, "123+", "0"},
+      {"negative size", kNumericSA, -3, 2, "123", "0"},
+      {"blanks are characters", kNumeric, 4, 0, "  5{", "  50"},
+      {"a NUL inside ends it", kNumeric, 6, 0, "12_34{", "12"},
+      {"and leaves too few for a point", kNumeric, 6, 3, "12_34{", "12"},
+      {"a NUL at the end", kNumeric, 3, 0, "12_", "12"},
+      {"unknown sign counts as negative", kNumeric, 3, 0, "12S", "-12:"},
+      {"decimals beyond the field", kNumeric, 3, 9, "012", "012"},
+      {"negative decimals", kNumeric, 3, -2, "012", "12"},
+      {"STS without sign", kNumericSTS, 3, 0, "123", "123"},
+      {"STS without digits", kNumericSTS, 3, 0, "ab-", "-0"},
+      {"STS empty value", kNumericSTS, 4, 0, "000{", "0"},
+      {"STS cut off", kNumericSTS, 9, 0, "12", "12"},
+      {"STS decimals beyond the field", kNumericSTS, 4, 9, "012+", "0.12"},
+      {"SA empty value", kNumericSA, 4, 0, "000{", ";"},
+      {"SA ends at what is no digit", kNumericSA, 4, 0, "1q23", "11"},
+      {"SA letter that is no sign", kNumericSA, 2, 0, "1y", "-19"},
+  };
+  for (const NumericCase& row : cases) EXPECT_EQ(Read(row), row.text) << row.name;
+}
+
+TEST(Numeric, Write) {
+  const NumericCase cases[] = {
+      {"negative", kNumeric, 4, 0, "001K", "-12"},
+      {"positive ending in 0", kNumeric, 4, 0, "012{", "120"},
+      {"negative ending in 0", kNumeric, 4, 0, "012}", "-120"},
+      {"zero", kNumeric, 3, 0, "00{", "0"},
+      {"stepped over", kNumeric, 6, 0, "00123D", "+1,2 34"},
+      {"decimals cut without a place", kNumeric, 4, 0, "001B", "12.9"},
+      {"no point", kNumeric, 6, 2, "00120{", "12"},
+      {"point without fraction", kNumeric, 6, 2, "00120{", "12."},
+      {"short fraction", kNumeric, 6, 2, "00125{", "12.5"},
+      {"whole fraction", kNumeric, 6, 2, "00125F", "12.56"},
+      {"surplus fraction is cut", kNumeric, 6, 2, "00125F", "12.569"},
+      {"STS", kNumericSTS, 5, 0, "0012+_", "12"},
+      {"STS negative decimals", kNumericSTS, 6, 2, "01234-_", "-12.34"},
+      {"STS short fraction", kNumericSTS, 6, 2, "01250+_", "12.5"},
+      {"STS surplus fraction", kNumericSTS, 6, 2, "01256+_", "12.569"},
+      {"SA", kNumericSA, 5, 0, "00012_", "12"},
+      {"SA negative", kNumericSA, 4, 0, "001r_", "-12"},
+      {"SA negative decimals", kNumericSA, 4, 2, "123t_", "-12.34"},
+  };
+  for (const NumericCase& row : cases) EXPECT_EQ(Written(row), row.stored) << row.name;
+}
+
+TEST(Numeric, TextThatDoesNotFitRunsOverTheEnd) {
+  const NumericCase cases[] = {
+      {"integer part of full width and decimals", kNumeric, 4, 2, "123D00", "1234"},
+      {"no more digits than the field", kNumeric, 3, 0, "12C", "12345"},
+      {"a point beyond them is not seen", kNumeric, 2, 2, "1B00", "12.5"},
+      {"what is no number ends it", kNumeric, 4, 0, "001B", "12x34"},
+      {"a blank in front hides the sign", kNumeric, 3, 0, "00{", " -5"},
+      {"empty", kNumeric, 3, 2, "00{", ""},
+      {"a second point is kept as it falls", kNumeric, 6, 2, "0012.E", "12..5"},
+      {"no size", kNumeric, 0, 2, "", "12"},
+      {"STS digits too many go to the fraction", kNumericSTS, 5, 2, "1234+_", "1234"},
+      {"STS integer part ends at a comma", kNumericSTS, 7, 2, "000123+_", "1,234.5"},
+      {"STS full integer part", kNumericSTS, 4, 0, "123+_", "12345"},
+      {"STS empty", kNumericSTS, 4, 2, "000+_", ""},
+      {"STS without room for its decimals", kNumericSTS, 2, 3, "050+_", "0.5"},
+      {"STS hardly any size", kNumericSTS, 1, 0, "+_", "5"},
+      {"STS no size", kNumericSTS, 0, 0, "", "5"},
+      {"SA empty", kNumericSA, 3, 1, "000_", ""},
+      {"SA words", kNumericSA, 3, 0, "000_", "x12"},
+      {"SA decimals beyond what fits anywhere", kNumericSA, 3, 90, "12p_", "-.12"},
+  };
+  for (const NumericCase& row : cases) EXPECT_EQ(Written(row), row.stored) << row.name;
+}
+
+TEST(Numeric, WritingStopsAtTheEndOfTheBuffer) {
+  EXPECT_EQ(Written({"", kNumeric, 4, 2, "", "1234"}, 5), "123D0");
+  EXPECT_EQ(Written({"", kNumeric, 9, 2, "", "1234"}, 5), "00012");
+  EXPECT_EQ(Written({"", kNumericSTS, 4, 0, "", "-12"}, 4), "012-");
+  EXPECT_EQ(Written({"", kNumericSA, 4, 0, "", "-12"}, 4), "001r");
+  EXPECT_EQ(Written({"", kNumericSA, 6, 0, "", "-12"}, 4), "0000");
+  for (const int32_t type : {kNumeric, kNumericSTS, kNumericSA}) {
+    EXPECT_EQ(Written({"", type, 4, 2, "", "-12"}, 0), "") << type;
+  }
+}
+
+TEST(Numeric, LongFieldsComeBack) {
+  for (const int32_t type : {kNumeric, kNumericSTS, kNumericSA}) {
+    for (const int32_t size : {15, 64, 255, 300, 1000}) {
+      const std::string number = "-" + std::string(static_cast<size_t>(size) - 4, '8') + ".25";
+      const std::string hex = WrittenAs({}, Field(type, size, 2), number, 1001);
+      EXPECT_EQ(ReadAs({}, Field(type, size, 2), hex), number) << type << ' ' << size;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qrn

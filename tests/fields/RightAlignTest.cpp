@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "fields/RightAlign.h"
+
+namespace qrn {
+namespace {
+
+std::string Aligned(std::string text, size_t width, size_t room = 16) {
+  text.resize(room, '\0');
+  RightAlignToWidth(text, width);
+  return text.c_str();
+}
+
+TEST(RightAlign, TextEndsAtTheWidth) {
+  EXPECT_EQ(Aligned("abc", 6), "   abc");
+  EXPECT_EQ(Aligned("", 3), "   ");
+  EXPECT_EQ(Aligned("abc", 3), "abc");
+  EXPECT_EQ(Aligned("abcdefghijkl", 8), "efghijkl");
+  EXPECT_EQ(Aligned("a\x95\x5C", 1), "\x5C");
+}
+
+TEST(RightAlign, NoWidthDoesNothing) { EXPECT_EQ(Aligned("abc", 0), "abc"); }
+
+TEST(RightAlign, TheMemoryLimitsTheWidth) {
+  EXPECT_EQ(Aligned("abc", 100, 6), "  abc");
+  EXPECT_EQ(Aligned("a", 5, 1), "");
+  RightAlignToWidth({}, 5);
+  std::string full(4, 'x');
+  RightAlignToWidth(full, 9);
+  EXPECT_EQ(full, std::string("xxx\0", 4));
+}
+
+}  // namespace
+}  // namespace qrn
