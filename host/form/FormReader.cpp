@@ -203,6 +203,10 @@ void FormReader::ReadGroup(std::string_view words, std::vector<Property>* into, 
       into->push_back(std::move(group));
       return;
     }
+    if (IsWord(Line(), "End")) {
+      --at_;  // belongs to the control
+      return mistakes_.Add(group.line, "'EndProperty' is missing for " + group.name);
+    }
     if (Starts(Line(), "BeginProperty", &rest)) {
       ReadGroup(rest, &group.group, depth + 1);
     } else {

@@ -12,6 +12,14 @@
 
 namespace qrn::form {
 
+// The procedure being rewritten.
+struct CurrentProcedure {
+  std::string name;
+  bool isFunction = false;
+  const VbType* type = &VariantType();  // what a function gives
+  VbOutput::Place head;
+};
+
 class VbRewriter {
  public:
   VbRewriter(const std::vector<LogicalLine>& lines, Mistakes& mistakes);
@@ -21,14 +29,6 @@ class VbRewriter {
  private:
   struct Handler;
   static const Handler kHandlers[];
-
-  // The procedure being rewritten.
-  struct Current {
-    std::string name;
-    bool isFunction = false;
-    const VbType* type = &VariantType();  // what a function gives
-    VbOutput::Place head;
-  };
 
   void Rewrite(const Statement& statement);
   std::string Rewritten(const Statement& statement);
@@ -73,7 +73,7 @@ class VbRewriter {
   BlockCheck blocks_;
   VbOutput output_;
   Names names_;
-  std::optional<Current> procedure_;
+  std::optional<CurrentProcedure> procedure_;
   std::vector<std::string> selectors_;  // of the open Selects; empty where Case is left as it is
   std::string skipTo_;                  // the word behind End that ends a refused block
   std::string lastEnumerator_;
