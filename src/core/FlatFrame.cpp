@@ -1,0 +1,88 @@
+// The frame of the flat interface: dictionary, settings of the next open, what the dictionary
+// knows.
+#include <cstring>
+
+#include "core/Dictionary.h"
+#include "core/DictionaryLookup.h"
+#include "core/FlatGuard.h"
+#include "core/FlatInterface.h"
+#include "core/Gateway.h"
+#include "platform/CodePage.h"
+
+namespace qrn::flat {
+namespace {
+
+const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+// Closes and frees the current dictionary. An attached control that owned it learns of it.
+void DropCurrentDictionary() {
+  DbFlatState& state = TheFlatState();
+  if (state.CurrentDictionary == nullptr) return;
+  const bool ownedByControl =
+      state.AttachedControl != nullptr && state.AttachedDictionary == state.CurrentDictionary;
+  DbDictCloseAll(TheEngine(), *state.CurrentDictionary);
+  DbDictFree(state.CurrentDictionary);
+  if (ownedByControl) state.AttachedControl->DictionaryWasFreed();
+}
+
+template <class Member>
+int32_t OfField(int16_t tableId, int16_t fieldPosition, Member member) noexcept {
+  return OnOpenTable(tableId, [&](const DbTableInfo& table) {
+    const DbFieldInfo* field = DbFieldAt(table, fieldPosition);
+    return field != nullptr ? field->*member : int32_t{kBadFieldId};
+  });
+}
+
+}  // namespace
+
+int32_t DbInitialize(const char* directory) noexcept {
+  if (OrEmpty(directory)[0] == '\0') return kNoDirectory;
+  DbFlatState& state = TheFlatState();
+  DropCurrentDictionary();
+  const Status status = DbDictLoad(TheSettings(), directory, &state.CurrentDictionary);
+  CopyText(state.DdfDir, status == 0 ? directory : "");
+  return status;
+}
+
+int32_t DbTerminate() noexcept {
+  DropCurrentDictionary();
+  return kSuccess;
+}
+
+int32_t DbSetOpenMode(int32_t mode) noexcept {
+  TheFlatState().OpenMode = mode;
+  return kSuccess;
+}
+
+int32_t DbSetOwnerName(const char* ownerName, int32_t mode) noexcept {
+  CopyText(TheFlatState().OwnerName, OrEmpty(ownerName));
+  return DbSetOpenMode(mode);
+}
+
+int32_t DbGetNumOfTable() noexcept {
+  const DbDictionary* dictionary = TheFlatState().CurrentDictionary;
+  return dictionary != nullptr ? dictionary->TableCount : int32_t{kNoDictionary};
+}
+
+int32_t DbGetNumOfField(int16_t tableId) noexcept {
+  return OnTable(tableId, [](const DbTableInfo& table) { return table.FieldCount; });
+}
+
+int32_t DbGetDataSize(int16_t tableId, int16_t fieldPosition) noexcept {
+  return OfField(tableId, fieldPosition, &DbFieldInfo::Size);
+}
+
+int32_t DbGetDataType(int16_t tableId, int16_t fieldPosition) noexcept {
+  return OfField(tableId, fieldPosition, &DbFieldInfo::Type);
+}
+
+int32_t DbGetVersion(void* version) noexcept { return qrn::DbGetVersion(TheEngine(), version); }
+
+// Outside a fill the text goes where the last fill left it, or nowhere.
+int32_t DbSetFormattedString(const char* text) noexcept {
+  if (FormattedTarget == nullptr) return kSuccess;
+  CopyText({FormattedTarget, sizeof TheEngine().FormattedText}, OrEmpty(text));
+  return kSuccess;
+}
+
+}  // namespace qrn::flat

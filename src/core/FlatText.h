@@ -1,0 +1,15 @@
+// How a text leaves the module (see the text functions in core/FlatInterface.h).
+#pragma once
+
+namespace qrn::flat {
+
+// Bytes of the text in a wide string's room, or in the fixed area.
+void* ReturnBytes(const char* text) noexcept;
+
+// The same, but UTF-16 where the settings ask for it.
+void* ReturnWide(const char* text) noexcept;
+
+// The fixed area, emptied.
+void* ReturnNothing() noexcept;
+
+}  // namespace qrn::flat

@@ -1,0 +1,64 @@
+#include "core/Gateway.h"
+
+#include <cstdio>
+#include <span>
+
+#include "core/ReturnCodes.h"
+#include "platform/BtrCall.h"
+#include "platform/CodePage.h"
+#include "platform/LoadedModule.h"
+
+namespace qrn {
+namespace {
+
+struct StatusRow {
+  int32_t status;
+  const char* utf8;
+};
+
+// The dash is the full-width minus sign: texts that applications search for.
+constexpr StatusRow kStatusTexts[] = {
+    {3, "ファイルがオ－プンされてません。(rc=3)"},
+    {4, "該当レコ－ドがみつかりません。"},
+    {5, "キ－の値が重複しています。"},
+    {8, "現在レコ－ドがありません。"},
+    {9, "ファイルの先頭または最後です。"},
+    {18, "ディスクが満杯。"},
+};
+constexpr char kAnyStatus[] = "Btrieve エラ－(rc=%d)";
+
+constexpr uint32_t kVersionSize = 5;
+constexpr size_t kModulePathSize = 256;
+
+// The name of the client that callers ask for, whatever library is really in use.
+constexpr char kAskedModule[] = "WBTRV32.DLL";
+
+}  // namespace
+
+uint16_t DbAddLock(uint16_t operation, int32_t lockKind) noexcept {
+  if (lockKind < kLockSingleWait || lockKind > kLockMultiNoWait) return operation;
+  return static_cast<uint16_t>(operation + 100 * lockKind);
+}
+
+const char* DbStatusText(int32_t status) noexcept {
+  static char text[128];
+  for (const StatusRow& row : kStatusTexts) {
+    if (row.status != status) continue;
+    CopyText(text, Utf8ToCodePage(row.utf8));
+    return text;
+  }
+  // The format's own percent sign is no second byte of any character in it.
+  std::snprintf(text, sizeof text, Utf8ToCodePage(kAnyStatus).c_str(), status);
+  return text;
+}
+
+Status DbGetVersion(DbEngine&, void* version) noexcept {
+  uint32_t length = version != nullptr ? kVersionSize : 0;
+  return BtrCall(kOpVersion, nullptr, version, &length, nullptr, 0, 0);
+}
+
+Status DbGetModulePath(char* outPath) noexcept {
+  return LoadedModulePath(kAskedModule, std::span(outPath, kModulePathSize)) ? kSuccess : kFailure;
+}
+
+}  // namespace qrn

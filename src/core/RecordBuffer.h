@@ -1,0 +1,31 @@
+// A table's record buffer, and what may be touched in it: `BufferAllocated` is always the truth.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "core/DbTypes.h"
+
+namespace qrn {
+
+// Bytes of the buffer of a variable-length table: the longest record read in one operation.
+inline constexpr int32_t kLongRecordSize = 64512;
+
+// Replaces the buffer by a zeroed one of at least `size` bytes. False without memory: there is no
+// buffer then. `BufferSize` is the caller's to set.
+[[nodiscard]] bool AllocateRecordBuffer(DbTableInfo& table, int32_t size) noexcept;
+
+void FreeRecordBuffer(DbTableInfo& table) noexcept;
+
+// The whole buffer; empty without one.
+std::span<uint8_t> RecordBytes(DbTableInfo& table) noexcept;
+std::span<const uint8_t> RecordBytes(const DbTableInfo& table) noexcept;
+
+// The buffer from `offset` on; empty for an offset outside it.
+std::span<uint8_t> RecordBytesFrom(DbTableInfo& table, int32_t offset) noexcept;
+std::span<const uint8_t> RecordBytesFrom(const DbTableInfo& table, int32_t offset) noexcept;
+
+// `length` as a data length for Btrieve, at most what the buffer holds.
+uint32_t BoundedLength(const DbTableInfo& table, int64_t length) noexcept;
+
+}  // namespace qrn

@@ -1,0 +1,76 @@
+// What the tests of the core share: messages caught, memory that runs out, tables made by hand.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "core/DbTypes.h"
+
+namespace qrn::test {
+
+// Catches what would be shown while it lives.
+class Messages {
+ public:
+  Messages();
+  ~Messages();
+  Messages(const Messages&) = delete;
+  Messages& operator=(const Messages&) = delete;
+
+  // The texts since the last look as UTF-8, each followed by "; ".
+  std::string Take();
+};
+
+// From its making on, the allocation number `failing` (from 0) and all after it fail.
+class MemoryRunsOut {
+ public:
+  explicit MemoryRunsOut(int failing);
+  ~MemoryRunsOut();
+  MemoryRunsOut(const MemoryRunsOut&) = delete;
+  MemoryRunsOut& operator=(const MemoryRunsOut&) = delete;
+
+  bool Happened() const;
+};
+
+// A table with fields and segments of its own, its record buffer allocated, as if open.
+class OpenTable {
+ public:
+  OpenTable(std::vector<DbFieldInfo> fields, std::vector<DbSegmentInfo> segments,
+            int32_t recordLength);
+  ~OpenTable();
+  OpenTable(const OpenTable&) = delete;
+  OpenTable& operator=(const OpenTable&) = delete;
+
+  DbTableInfo& operator*() { return table_; }
+  DbTableInfo* operator->() { return &table_; }
+
+  void SetRecord(const std::string& bytes);
+  std::string Record(size_t count) const;
+
+ private:
+  std::vector<DbFieldInfo> fields_;
+  std::vector<DbSegmentInfo> segments_;
+  DbTableInfo table_{};
+};
+
+DbFieldInfo MakeField(const char* name, int32_t type, int32_t offset, int32_t size,
+                      uint16_t flags = 0, int32_t fieldId = 0);
+DbSegmentInfo MakeSegment(int32_t offset, int32_t size, int32_t flags, int32_t fieldId = 0);
+
+// A new directory, removed with what is in it at the end.
+class TempDirectory {
+ public:
+  TempDirectory();
+  ~TempDirectory();
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+
+  const char* Path() const { return path_.c_str(); }
+  std::string File(const char* name) const;
+
+ private:
+  std::string path_;
+};
+
+}  // namespace qrn::test
