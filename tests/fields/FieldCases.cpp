@@ -52,7 +52,8 @@ std::string ToHex(std::span<const uint8_t> bytes) {
   for (const uint8_t byte : bytes) {
     char pair[4];
     std::snprintf(pair, sizeof pair, "%02X", byte);
-    hex += (hex.empty() ? "" : " ") + std::string(pair);
+    if (!hex.empty()) hex += ' ';
+    hex += pair;
   }
   return hex;
 }
