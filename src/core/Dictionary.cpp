@@ -50,7 +50,11 @@ bool CopyTables(const DbDictionary& source, DbDictionary& copy) {
   return true;
 }
 
+constinit DictionaryWatcher dictionaryWatcher = nullptr;
+
 }  // namespace
+
+void WatchDictionaryEnds(DictionaryWatcher watcher) noexcept { dictionaryWatcher = watcher; }
 
 Status DbDictCopy(const DbDictionary& source, DbDictionary** copy) noexcept {
   *copy = NewDictionary(source.DdfDir);
@@ -81,6 +85,7 @@ Status DbDictCloseAll(DbEngine& engine, DbDictionary& dictionary) noexcept {
 
 Status DbDictFree(DbDictionary* dictionary) noexcept {
   if (dictionary == nullptr) return kFailure;
+  if (dictionaryWatcher != nullptr) dictionaryWatcher(*dictionary);
   for (int32_t i = 0; i < dictionary->TableCount; ++i) {
     FreeLists(dictionary->Tables[i]);
     FreeRecordBuffer(dictionary->Tables[i]);

@@ -46,4 +46,11 @@ Status DbDictCloseAll(DbEngine& engine, DbDictionary& dictionary) noexcept;
 // this one, it has no dictionary afterwards. -1 for null.
 Status DbDictFree(DbDictionary* dictionary) noexcept;
 
+// Told of each dictionary that is about to be freed, its tables still there: who remembers tables
+// beyond a call forgets them then.
+using DictionaryWatcher = void (*)(const DbDictionary& dictionary) noexcept;
+
+// There is one watcher; null for none.
+void WatchDictionaryEnds(DictionaryWatcher watcher) noexcept;
+
 }  // namespace qrn

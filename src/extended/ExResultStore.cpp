@@ -1,7 +1,10 @@
 #include "extended/ExResultStore.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
+
+#include "core/Dictionary.h"
 
 namespace qrn {
 namespace {
@@ -24,6 +27,14 @@ void AppendRecords(ExResultSlot& slot, std::span<const uint8_t> reply) {
   slot.Reply.insert(slot.Reply.end(), all.begin(), all.begin() + static_cast<ptrdiff_t>(size));
   slot.Records.insert(slot.Records.end(), starts.begin(), starts.end());
 }
+
+struct WatchingStore : ExResultStore {
+  WatchingStore() {
+    WatchDictionaryEnds(
+        [](const DbDictionary& dictionary) noexcept { TheExResults().ForgetTables(dictionary); });
+  }
+  ~WatchingStore() { WatchDictionaryEnds(nullptr); }
+};
 
 }  // namespace
 
@@ -70,8 +81,16 @@ void ExResultStore::Clear() {
   for (ExResultSlot& slot : slots_) slot = ExResultSlot{};
 }
 
+void ExResultStore::ForgetTables(const DbDictionary& dictionary) {
+  const std::less<const DbTableInfo*> before;
+  const DbTableInfo* end = dictionary.Tables + kMaxTables;
+  for (ExResultSlot& slot : slots_) {
+    if (!before(slot.Table, dictionary.Tables) && before(slot.Table, end)) slot.Table = nullptr;
+  }
+}
+
 ExResultStore& TheExResults() {
-  static ExResultStore store;
+  static WatchingStore store;
   return store;
 }
 

@@ -20,10 +20,11 @@ inline constexpr int16_t kExResultSlots = 48;
 inline constexpr int16_t kNoResult = -1;
 
 struct ExResultSlot {
-  int32_t FileId = 0;                  // of the table
-  std::optional<std::string> Fields;   // the field list's text; nothing: the slot is free
-  std::vector<uint8_t> Reply;          // the records, back to back, without a count in front
-  const DbTableInfo* Table = nullptr;  // not owned; the table may have been closed since
+  int32_t FileId = 0;                 // of the table
+  std::optional<std::string> Fields;  // the field list's text; nothing: the slot is free
+  std::vector<uint8_t> Reply;         // the records, back to back, without a count in front
+  // Not owned; the table may have been closed since. Null once its dictionary has been freed.
+  const DbTableInfo* Table = nullptr;
 
   std::vector<size_t> Records;  // where in `Reply` each record begins
   std::vector<ExField> Plan;    // how the data of a record reads
@@ -53,12 +54,15 @@ class ExResultStore {
   // Frees all.
   void Clear();
 
+  // The dictionary is about to be freed: results of its tables stay, without their table.
+  void ForgetTables(const DbDictionary& dictionary);
+
  private:
   std::array<ExResultSlot, kExResultSlots> slots_;
   uint32_t lastSerial_ = 0;
 };
 
-// The process's own store.
+// The process's own store, empty at first; told of every dictionary that goes.
 ExResultStore& TheExResults();
 
 }  // namespace qrn

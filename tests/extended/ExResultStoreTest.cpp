@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "core/Dictionary.h"
+#include "core/RecordBuffer.h"
 #include "extended/ExResultStore.h"
 #include "extended/ExResults.h"
 #include "fields/QuorinSettings.h"
@@ -105,6 +107,26 @@ TEST_F(ResultStore, ABlobIsLookedForInTheTablesPresentRecord) {
   EXPECT_EQ(ByName(id, "Pic", 1), "") << "half a descriptor";
   table_.MakeBuffer("..a");
   EXPECT_EQ(ByName(id, "Pic", 0).substr(0, 1), "a") << "a value past the record's end";
+}
+
+TEST_F(ResultStore, OutlivesItsDictionary) {
+  DbDictionary* dictionary = nullptr;
+  DbDictionary source{};
+  source.Tables = &table_.Info();
+  source.TableCount = 1;
+  ASSERT_EQ(DbDictCopy(source, &dictionary), 0);
+  DbTableInfo& table = dictionary->Tables[0];
+  const auto plan = ParseFieldList(engine_, table, "Name,Pic");
+  std::vector<uint8_t> data = {'A', 'b', 'e', ' ', 3, 0, 0, 0, 0, 0, 0, 0};
+  const auto reply = Reply({{16, data}});
+  const int16_t id = TheExResults().Keep(table, "Name,Pic", *plan, reply);
+  ASSERT_TRUE(AllocateRecordBuffer(table, 8));
+  const int16_t other = Keep("Name,Pic", reply);
+  DbDictFree(dictionary);
+  EXPECT_EQ(ByName(id, "Name", 0), "Abe");
+  EXPECT_EQ(ByName(id, "Pic", 0), "");
+  table_.MakeBuffer("xyz");
+  EXPECT_EQ(ByName(other, "Pic", 0), "xyz");
 }
 
 TEST_F(ResultStore, TakesTheFirstFreeSlotOf48) {

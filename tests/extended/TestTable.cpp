@@ -14,9 +14,9 @@ TestTable::TestTable(const std::vector<Column>& columns, const std::vector<KeyCo
   for (const Column& column : columns) AddColumn(column);
   for (const KeyColumns& key : keys) AddKey(key);
   info_.Fields = fields_.data();
-  info_.FieldCount = static_cast<int32_t>(fields_.size());
+  info_.FieldCount = info_.FieldCapacity = static_cast<int32_t>(fields_.size());
   info_.Segments = segments_.data();
-  info_.SegmentCount = static_cast<int32_t>(segments_.size());
+  info_.SegmentCount = info_.SegmentCapacity = static_cast<int32_t>(segments_.size());
   info_.FileId = 7;
 }
 
