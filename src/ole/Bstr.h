@@ -2,6 +2,7 @@
 // null text is stored as null, and some controls act on the difference.
 #pragma once
 
+#include <oaidl.h>
 #include <oleauto.h>
 
 #include <string_view>
@@ -47,6 +48,8 @@ class Bstr {
     *this = Bstr();
     return &text_;
   }
+  // Where the text stands, for in and out parameters: it may be freed and replaced there.
+  BSTR* place() noexcept { return &text_; }
   [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
 
  private:

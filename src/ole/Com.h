@@ -4,6 +4,7 @@
 #include <objbase.h>
 #include <unknwn.h>
 
+#include <cwchar>
 #include <utility>
 
 #include "ole/Handles.h"

@@ -1,6 +1,7 @@
 // A VARIANT that clears itself.
 #pragma once
 
+#include <oaidl.h>
 #include <oleauto.h>
 
 #include "ole/Bstr.h"

@@ -15,9 +15,9 @@ using ole::kText;
 // clang-format off
 inline constexpr PropertyRow kProperties[] = {
     kEnabledRow, kHwndRow, kTabStopRow, kMousePointerRow, kMouseIconRow,
-    { 1, "DbSource",    kText},
-    { 2, "DbTable",     kText},
-    { 3, "DbIndex",     kText},
+    { 1, "DbSource",    kText, ole::kUnlessSame},
+    { 2, "DbTable",     kText, ole::kUnlessSame},
+    { 3, "DbIndex",     kText, ole::kUnlessSame},
     { 4, "LargeChange", kLong},
     { 5, "SmallChange", kLong},
     { 6, "Max",         kLong},

@@ -73,13 +73,14 @@ constexpr ValueType Enum(const EnumTable& table) { return {vt::kI4, Alias::None,
 // What holds of a property beyond its type. Without a rule a put asks the container for leave,
 // stores, marks the control dirty and tells the container, in that order.
 enum Rule : uint16_t {
-  kHidden = 1,      // browsers leave it out
-  kGetHidden = 2,   // they leave out only the get
-  kReadOnly = 4,    // no put: it fails as read-only
-  kRunTime = 8,     // at design time a get is not available now and a put fails as read-only
-  kStoreOnly = 16,  // a put only stores
-  kRepaint = 32,    // a put also asks the view for a redraw
-  kPutFails = 64,   // the put is declared and fails as read-only
+  kHidden = 1,        // browsers leave it out
+  kGetHidden = 2,     // they leave out only the get
+  kReadOnly = 4,      // no put: it fails as read-only
+  kRunTime = 8,       // at design time a get is not available now and a put fails as read-only
+  kStoreOnly = 16,    // a put only stores
+  kRepaint = 32,      // a put also asks the view for a redraw
+  kPutFails = 64,     // the put is declared and fails as read-only
+  kUnlessSame = 128,  // a put of the text that is there already does nothing
 };
 
 struct ArgumentRow {
@@ -133,6 +134,9 @@ struct PersistRow {
 // The extent, 32 bits each, in HIMETRIC.
 inline constexpr PersistRow kCx{"_cx", kRawWidth};
 inline constexpr PersistRow kCy{"_cy", kRawHeight};
+
+// The verb that shows the properties, as registered for every control.
+inline constexpr std::u16string_view kPropertiesVerb = u"ﾌﾟﾛﾊﾟﾃｨ(&P)..";
 
 // What the registry says of a class.
 struct Registration {

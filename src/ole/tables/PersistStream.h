@@ -30,41 +30,33 @@ class ByteSink {
   virtual bool Write(const void* from, size_t bytes) = 0;
 };
 
-// One value of the state. A raw item has type kUI4; a text with `nullText` was never set. `object`
-// is the number that ObjectCodec gave, `kNoObject` for none.
-struct PersistedItem {
-  static constexpr size_t kNoObject = static_cast<size_t>(-1);
+// Classes of the objects that a control persists: the system's font and picture.
+inline constexpr Guid kFontClass = MakeGuid("0BE35203-8F91-11CE-9DE3-00AA004BB851");
+inline constexpr Guid kPictureClass = MakeGuid("0BE35204-8F91-11CE-9DE3-00AA004BB851");
 
+// One value of the state. A raw item has type kUI4; a text with `nullText` was never set. An object
+// is its class and the bytes it persists itself as; the class is all zero for no object.
+struct PersistedItem {
   VarType type = vt::kEmpty;
   uint32_t number = 0;  // kBool, kI2: the low 16 bits
   std::u16string text;
   bool nullText = false;
-  size_t object = kNoObject;
+  Guid classId;
+  std::vector<uint8_t> object;
 
   bool operator==(const PersistedItem&) const = default;
 };
 
-// Fonts and pictures stand in the stream in their own form; only the system can read it.
-class ObjectCodec {
- public:
-  virtual ~ObjectCodec() = default;
-  // Reads an object of that class from the bytes that follow; nothing if the class is none that a
-  // control persists, or its bytes are damaged.
-  virtual std::optional<size_t> Read(const Guid& classId, ByteSource& source) = 0;
-  // Writes class id and bytes of an object.
-  virtual bool Write(size_t object, ByteSink& sink) = 0;
-};
-
-// Reads the items of a map. Nothing if the stream is newer, ends early, holds a type that no map
-// writes, or a text whose byte count is odd, one, or not closed by its terminator.
+// Reads the items of a map. Nothing if the stream is newer, ends early, or holds a type or a class
+// that no map writes, a text whose byte count is odd or not closed by its terminator, or an object
+// whose own lengths do not add up. No object is made from it, so nothing in it can be run.
 // Memory stays in proportion to what the stream really holds, whatever lengths it claims.
 std::optional<std::vector<PersistedItem>> ReadItems(ByteSource& source,
-                                                    std::span<const PersistRow> map,
-                                                    ObjectCodec& objects);
+                                                    std::span<const PersistRow> map);
 
-// Writes the items, one for each row of the map. False if the sink is full or an object cannot be
-// written.
+// Writes the items, one for each row of the map. False if the sink is full or an item's type is
+// none of a map's.
 bool WriteItems(ByteSink& sink, std::span<const PersistRow> map,
-                std::span<const PersistedItem> items, ObjectCodec& objects);
+                std::span<const PersistedItem> items);
 
 }  // namespace qrn::ole

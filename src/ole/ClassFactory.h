@@ -1,0 +1,40 @@
+// Class objects of the module: one factory serves any class of a table.
+#pragma once
+
+#include <unknwn.h>
+
+#include <new>
+#include <span>
+
+#include "ole/Com.h"
+#include "ole/Guard.h"
+#include "ole/tables/Guid.h"
+
+namespace qrn::ole {
+
+// A class that can be made: its id and how an object of it is made, inside `aggregator` if given.
+struct ClassRow {
+  Guid classId;
+  HRESULT (*create)(IUnknown* aggregator, REFIID id, void** out);
+};
+
+// The class object for `classId`; CLASS_E_CLASSNOTAVAILABLE where no row has it.
+HRESULT GetClassObject(std::span<const ClassRow> classes, REFCLSID classId, REFIID id,
+                       void** out) noexcept;
+
+// Makes a control of class C. An aggregator may ask for IUnknown alone, which is then the inner
+// one.
+template <class C>
+HRESULT CreateControl(IUnknown* aggregator, REFIID id, void** out) {
+  if (!out) return E_POINTER;
+  *out = nullptr;
+  if (aggregator && id != __uuidof(IUnknown)) return CLASS_E_NOAGGREGATION;
+  return Guard([&] {
+    auto* control = new C;
+    const auto created = Com<IUnknown>::Take(&control->Inner());
+    control->BePartOf(aggregator);
+    return control->Inner().QueryInterface(id, out);
+  });
+}
+
+}  // namespace qrn::ole

@@ -1,0 +1,98 @@
+#include "ole/ConnectionPoint.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+
+#include "ole/Enumerator.h"
+#include "ole/Face.h"
+
+namespace qrn::ole {
+namespace {
+
+HRESULT CopyConnection(CONNECTDATA* to, const CONNECTDATA& from) {
+  *to = from;
+  if (to->pUnk) to->pUnk->AddRef();
+  return S_OK;
+}
+void DropConnection(CONNECTDATA& data) {
+  if (data.pUnk) data.pUnk->Release();
+}
+using ConnectionEnumerator =
+    Enumerator<IEnumConnections, CONNECTDATA, &CopyConnection, &DropConnection>;
+
+// The sink as the outgoing interface, or as a plain IDispatch, which serves an event interface.
+Com<IUnknown> AsOutgoing(IUnknown* sink, const GUID& outgoing) {
+  Com<IUnknown> found;
+  if (SUCCEEDED(sink->QueryInterface(outgoing, found.putVoid()))) return found;
+  if (outgoing != __uuidof(IPropertyNotifySink)) {
+    sink->QueryInterface(__uuidof(IDispatch), found.putVoid());
+  }
+  return found;
+}
+
+}  // namespace
+
+bool ConnectionPoint::IsConnected(DWORD cookie) const noexcept {
+  return std::ranges::find(sinks_, cookie, &Entry::cookie) != sinks_.end();
+}
+
+void ConnectionPoint::Disconnect() noexcept {
+  const std::vector<Entry> gone = std::move(sinks_);  // a sink's release may come back to us
+  sinks_.clear();
+}
+
+STDMETHODIMP ConnectionPoint::QueryInterface(REFIID id, void** out) {
+  if (!out) return E_POINTER;
+  const bool known = id == __uuidof(IUnknown) || id == __uuidof(IConnectionPoint);
+  *out = known ? static_cast<IConnectionPoint*>(this) : nullptr;
+  if (known) AddRef();
+  return known ? S_OK : E_NOINTERFACE;
+}
+STDMETHODIMP_(ULONG) ConnectionPoint::AddRef() { return OuterOf(control_).AddRef(); }
+STDMETHODIMP_(ULONG) ConnectionPoint::Release() { return OuterOf(control_).Release(); }
+
+STDMETHODIMP ConnectionPoint::GetConnectionInterface(IID* id) {
+  if (!id) return E_POINTER;
+  *id = outgoing_;
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
+  if (!container) return E_POINTER;
+  return OuterOf(control_).QueryInterface(__uuidof(IConnectionPointContainer),
+                                          reinterpret_cast<void**>(container));
+}
+
+STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
+  if (!sink || !cookie) return E_POINTER;
+  *cookie = 0;
+  return Guard([&] {
+    Com<IUnknown> entry = AsOutgoing(sink, outgoing_);
+    if (!entry) return CONNECT_E_CANNOTCONNECT;
+    sinks_.push_back({++lastCookie_, std::move(entry)});
+    *cookie = lastCookie_;
+    return S_OK;
+  });
+}
+
+STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
+  const auto found = std::ranges::find(sinks_, cookie, &Entry::cookie);
+  if (found == sinks_.end()) return CONNECT_E_NOCONNECTION;
+  const Entry gone = std::move(*found);
+  sinks_.erase(found);
+  return S_OK;
+}
+
+STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
+  return Guard([&] {
+    std::vector<CONNECTDATA> data;
+    for (const Entry& entry : sinks_) {
+      data.emplace_back();
+      CopyConnection(&data.back(), {entry.sink.get(), entry.cookie});
+    }
+    return ConnectionEnumerator::Make(std::move(data), connections);
+  });
+}
+
+}  // namespace qrn::ole

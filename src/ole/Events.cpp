@@ -1,0 +1,83 @@
+#include "ole/Events.h"
+
+#include <olectl.h>
+
+#include <algorithm>
+
+#include "ole/Enumerator.h"
+#include "ole/Module.h"
+#include "ole/Variant.h"
+
+namespace qrn::ole {
+namespace {
+
+HRESULT CopyPoint(IConnectionPoint** to, IConnectionPoint* const& from) {
+  *to = from;
+  from->AddRef();
+  return S_OK;
+}
+void DropPoint(IConnectionPoint*& point) { point->Release(); }
+using PointEnumerator =
+    Enumerator<IEnumConnectionPoints, IConnectionPoint*, &CopyPoint, &DropPoint>;
+
+}  // namespace
+
+Events::Events(Control& control, const ControlTable& table) noexcept
+    : Face(control),
+      events_(control, AsGuid(table.eventsId)),
+      properties_(control, __uuidof(IPropertyNotifySink)) {}
+
+void Events::FireValues(int32_t id, VARIANT* values, size_t count) {
+  if (frozen() || events_.empty()) return;
+  std::reverse(values, values + count);
+  events_.ForEach<IDispatch>([&](IDispatch* sink) {
+    DISPPARAMS sent{values, nullptr, static_cast<UINT>(count), 0};
+    Variant ignored;
+    sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &sent, ignored.put(), nullptr,
+                 nullptr);
+    return S_OK;
+  });
+}
+
+HRESULT Events::AskLeave(DISPID id) {
+  return properties_.ForEach<IPropertyNotifySink>([id](IPropertyNotifySink* sink) {
+    return sink->OnRequestEdit(id) == S_FALSE ? S_FALSE : S_OK;
+  });
+}
+
+void Events::NotifyChanged(DISPID id) {
+  properties_.ForEach<IPropertyNotifySink>([id](IPropertyNotifySink* sink) {
+    sink->OnChanged(id);
+    return S_OK;
+  });
+}
+
+void Events::Freeze(bool freeze) noexcept {
+  frozen_ = freeze ? frozen_ + 1 : std::max(frozen_ - 1, 0);
+}
+
+void Events::Disconnect() noexcept {
+  events_.Disconnect();
+  properties_.Disconnect();
+}
+
+STDMETHODIMP Events::EnumConnectionPoints(IEnumConnectionPoints** points) {
+  return Run([&] {
+    std::vector<IConnectionPoint*> both{&events_, &properties_};
+    for (IConnectionPoint* point : both) point->AddRef();
+    return PointEnumerator::Make(std::move(both), points);
+  });
+}
+
+STDMETHODIMP Events::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+  if (!point) return E_POINTER;
+  *point = nullptr;
+  for (ConnectionPoint* each : {&events_, &properties_}) {
+    if (id == each->outgoing()) *point = each;
+  }
+  if (!*point) return CONNECT_E_NOCONNECTION;
+  (*point)->AddRef();
+  return S_OK;
+}
+
+}  // namespace qrn::ole

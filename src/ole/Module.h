@@ -1,0 +1,44 @@
+// The module as a whole: its handle, the count of what keeps it loaded, its type library.
+#pragma once
+
+#include <oaidl.h>
+
+#include "ole/Com.h"
+#include "ole/tables/Guid.h"
+
+namespace qrn::ole {
+
+// Called when the module is loaded, before anything else here is used.
+void ModuleStart(HINSTANCE instance) noexcept;
+// Called when it is unloaded, after the last object is gone: takes the window classes away.
+void ModuleEnd() noexcept;
+
+HINSTANCE ModuleInstance() noexcept;
+
+// Keeps the module loaded as long as it lives: every object and every lock of a class factory
+// holds one.
+class ModuleLock {
+ public:
+  ModuleLock() noexcept;
+  ModuleLock(const ModuleLock&) = delete;
+  ModuleLock& operator=(const ModuleLock&) = delete;
+  ~ModuleLock();
+};
+void LockModule() noexcept;
+void UnlockModule() noexcept;
+// True when nothing holds the module: it may be unloaded.
+bool ModuleIsIdle() noexcept;
+
+// Reads the type library from another file than the module; for tests that bring their own.
+void UseTypeLibrary(const wchar_t* path);
+// The type of that id in the module's library; empty when there is none. The library is let go
+// when the module becomes idle.
+Com<ITypeInfo> TypeInfoOf(const GUID& id) noexcept;
+
+// A class for windows of the module's own, made at first use, gone at ModuleEnd. 0 on failure.
+ATOM RegisterModuleClass(WNDCLASSEXW& description) noexcept;
+
+inline const GUID& AsGuid(const Guid& id) noexcept { return reinterpret_cast<const GUID&>(id); }
+inline Guid FromGuid(const GUID& id) noexcept { return reinterpret_cast<const Guid&>(id); }
+
+}  // namespace qrn::ole

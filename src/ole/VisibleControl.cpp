@@ -1,0 +1,286 @@
+#include "ole/VisibleControl.h"
+
+#include <olectl.h>
+
+#include "ole/InputState.h"
+#include "ole/MousePointer.h"
+
+namespace qrn::ole {
+
+const MessageRow<VisibleControl> VisibleControl::kOwnMessages[] = {
+    {WM_CREATE, &VisibleControl::OnCreate},
+    {WM_DESTROY, &VisibleControl::OnDestroy},
+    {WM_SIZE, &VisibleControl::OnSize},
+    {WM_SETFOCUS, &VisibleControl::OnSetFocus},
+    {WM_KILLFOCUS, &VisibleControl::OnKillFocus},
+    {WM_CTLCOLOREDIT, &VisibleControl::OnColor},
+    {WM_CTLCOLORBTN, &VisibleControl::OnColor},
+    {WM_CTLCOLORSTATIC, &VisibleControl::OnColor},
+    {WM_CTLCOLORLISTBOX, &VisibleControl::OnColor},
+};
+
+const MessageRow<VisibleControl> VisibleControl::kContainedMessages[] = {
+    {WM_MOUSEACTIVATE, &VisibleControl::OnMouseActivate},
+    {WM_SETCURSOR, &VisibleControl::OnSetCursor},
+    {WM_SETFOCUS, &VisibleControl::OnContainedSetFocus},
+    {WM_KILLFOCUS, &VisibleControl::OnContainedKillFocus},
+    {WM_KEYDOWN, &VisibleControl::OnContainedKeyDown},
+    {WM_MOUSEMOVE, &VisibleControl::OnMouse},
+    {WM_LBUTTONDOWN, &VisibleControl::OnMouse},
+    {WM_RBUTTONDOWN, &VisibleControl::OnMouse},
+    {WM_LBUTTONUP, &VisibleControl::OnMouse},
+    {WM_RBUTTONUP, &VisibleControl::OnMouse},
+};
+
+VisibleControl::VisibleControl(const ControlTable& table, const Binding& binding,
+                               const StockDefaults& defaults)
+    : Control(table, binding),
+      BackColor(defaults.backColor),
+      ForeColor(defaults.foreColor),
+      Appearance(defaults.appearance),
+      font_([this] { FontChanged(); }),
+      contained_(*this) {
+  MakeBrush();
+  if (defaults.hasFont) font_.Set(MakeDefaultFont());
+}
+
+bool VisibleControl::OnWindowMessage(Message& message) {
+  return Route(*this, kOwnMessages, message);
+}
+
+bool VisibleControl::OnContainedMessage(Message& message) {
+  return Route(*this, kContainedMessages, message);
+}
+
+bool VisibleControl::OnCreate(Message&) {
+  MakeContained();
+  if (!UserMode()) return true;
+  OnRegister();
+  registered_ = true;
+  return true;
+}
+
+bool VisibleControl::OnDestroy(Message&) {
+  if (std::exchange(registered_, false)) OnUnregister();
+  return true;
+}
+
+void VisibleControl::MakeContained() {
+  const auto description = DescribeContained();
+  if (description) {
+    RECT client{};
+    GetClientRect(hwnd(), &client);
+    if (!contained_.Create(*description, hwnd(), client)) throw Failure{E_FAIL};
+    font_.ApplyTo(contained());
+    EnableWindow(contained(), Enabled != 0);
+  }
+  OnContainedMade();
+}
+
+void VisibleControl::RemakeContained() {
+  if (!hwnd()) return;
+  contained_.Destroy();
+  MakeContained();
+}
+
+bool VisibleControl::OnSize(Message&) {
+  RECT client{};
+  GetClientRect(hwnd(), &client);
+  LayOut(client);
+  return false;
+}
+
+void VisibleControl::LayOut(const RECT& client) {
+  if (contained()) MoveWindow(contained(), 0, 0, client.right, client.bottom, TRUE);
+}
+
+bool VisibleControl::OnSetFocus(Message&) {
+  FocusCame();
+  if (contained()) SetFocus(contained());
+  return true;
+}
+
+bool VisibleControl::OnKillFocus(Message& message) {
+  FocusWent(reinterpret_cast<HWND>(message.wParam));
+  return true;
+}
+
+bool VisibleControl::OnContainedSetFocus(Message&) {
+  FocusCame();
+  return false;
+}
+
+bool VisibleControl::OnContainedKillFocus(Message& message) {
+  FocusWent(reinterpret_cast<HWND>(message.wParam));
+  return false;
+}
+
+void VisibleControl::FocusCame() {
+  if (hasFocus_ || !inPlace().active()) return;
+  hasFocus_ = true;
+  TellFocus(true);
+}
+
+void VisibleControl::FocusWent(HWND to) {
+  if (!hasFocus_ || to == hwnd() || IsChild(hwnd(), to)) return;
+  hasFocus_ = false;
+  if (inPlace().active()) TellFocus(false);
+}
+
+void VisibleControl::TellFocus(bool has) {
+  if (const auto control = site().As<IOleControlSite>()) control->OnFocus(has ? TRUE : FALSE);
+}
+
+HBRUSH VisibleControl::BackgroundBrush() const noexcept {
+  return brush_ ? brush_.get() : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+}
+
+void VisibleControl::MakeBrush() {
+  COLORREF color = RGB(255, 255, 255);
+  OleTranslateColor(BackColor, nullptr, &color);
+  brush_.reset(CreateSolidBrush(color));
+}
+
+LRESULT VisibleControl::ColorContext(HDC dc) const noexcept {
+  COLORREF text = 0;
+  COLORREF back = RGB(255, 255, 255);
+  OleTranslateColor(ForeColor, nullptr, &text);
+  OleTranslateColor(BackColor, nullptr, &back);
+  SetTextColor(dc, text);
+  SetBkColor(dc, back);
+  return reinterpret_cast<LRESULT>(BackgroundBrush());
+}
+
+bool VisibleControl::OnColor(Message& message) {
+  message.result = ColorContext(reinterpret_cast<HDC>(message.wParam));
+  return true;
+}
+
+void VisibleControl::OnChanged(int32_t id) {
+  switch (id) {
+    case stock::kBackColor:
+      MakeBrush();
+      break;
+    case stock::kFont:
+      if (contained()) font_.ApplyTo(contained());
+      break;
+    case stock::kEnabled:
+      if (contained()) EnableWindow(contained(), Enabled != 0);
+      break;
+    default:
+      return;
+  }
+  if (contained()) InvalidateRect(contained(), nullptr, TRUE);
+}
+
+// Somebody changed the font object itself.
+void VisibleControl::FontChanged() { Changed(stock::kFont, true); }
+
+bool VisibleControl::OnMouse(Message& message) {
+  struct Row {
+    UINT message;
+    int32_t event;
+  };
+  constexpr Row kRows[] = {{WM_MOUSEMOVE, stock::kMouseMove},
+                           {WM_LBUTTONDOWN, stock::kMouseDown},
+                           {WM_RBUTTONDOWN, stock::kMouseDown},
+                           {WM_LBUTTONUP, stock::kMouseUp},
+                           {WM_RBUTTONUP, stock::kMouseUp}};
+  for (const Row& row : kRows) {
+    if (row.message != message.id) continue;
+    const auto x = static_cast<float>(static_cast<int16_t>(LOWORD(message.lParam)));
+    const auto y = static_cast<float>(static_cast<int16_t>(HIWORD(message.lParam)));
+    Fire(row.event, MouseButton(message.wParam), MouseShift(message.wParam), x, y);
+  }
+  return false;
+}
+
+bool VisibleControl::OnSetCursor(Message& message) {
+  if (!UserMode()) return false;
+  const Com<IPictureDisp> icon = MouseIcon;
+  const bool mapped = MapMousePointer(MousePointer, icon.get());
+  message.result = mapped;
+  return mapped;
+}
+
+bool VisibleControl::OnMouseActivate(Message&) {
+  if (UserMode()) inPlace().Activate(true);
+  return false;
+}
+
+// Arrows were run when the container offered them, before it could take them for tab moves.
+bool VisibleControl::OnContainedKeyDown(Message& message) {
+  return message.wParam == VK_LEFT || message.wParam == VK_RIGHT;
+}
+
+HRESULT VisibleControl::OnAccelerator(MSG& message) {
+  if (!site().As<IOleControlSite>()) return S_OK;
+  switch (message.message) {
+    case WM_KEYDOWN: {
+      auto code = static_cast<int16_t>(message.wParam);
+      Fire(stock::kKeyDown, &code, KeyShift());
+      const HRESULT result = OnKeyDown(message);
+      return result == S_OK ? S_OK : OfferToSite(message);
+    }
+    case WM_KEYUP:
+      return OnKeyUp(message);
+    case WM_CHAR:
+      return OnChar(message);
+    default:
+      return OfferToSite(message);
+  }
+}
+
+HRESULT VisibleControl::OnKeyDown(MSG& message) {
+  if (!contained() || (message.wParam != VK_LEFT && message.wParam != VK_RIGHT)) return S_FALSE;
+  contained_.CallOriginal({contained(), message.message, message.wParam, message.lParam});
+  return S_OK;
+}
+
+HRESULT VisibleControl::OnKeyUp(MSG& message) {
+  auto code = static_cast<int16_t>(message.wParam);
+  Fire(stock::kKeyUp, &code, KeyShift());
+  return code == 0 ? S_OK : OfferToSite(message);
+}
+
+// A handler may put another character in place of the typed one.
+HRESULT VisibleControl::OnChar(MSG& message) {
+  const int16_t typed = KeyAsciiOf(message.wParam);
+  int16_t code = typed;
+  Fire(stock::kKeyPress, &code);
+  if (code == 0) return S_OK;
+  if (code != typed) message.wParam = CharacterOf(code);
+  return OfferToSite(message);
+}
+
+HRESULT VisibleControl::OfferToSite(MSG& message) {
+  const auto control = site().As<IOleControlSite>();
+  return control ? control->TranslateAccelerator(&message, static_cast<DWORD>(KeyShift()))
+                 : S_FALSE;
+}
+
+// A window draws itself wherever it is asked to; without one a stand-in shows where it will be.
+void VisibleControl::OnDraw(HDC dc, const RECT& rect) {
+  if (!contained()) {
+    DrawStandIn(dc, rect, {});
+    return;
+  }
+  POINT origin{};
+  OffsetViewportOrgEx(dc, rect.left, rect.top, &origin);
+  SendMessageW(contained(), WM_PRINT, reinterpret_cast<WPARAM>(dc),
+               PRF_CLIENT | PRF_NONCLIENT | PRF_ERASEBKGND | PRF_CHILDREN);
+  SetViewportOrgEx(dc, origin.x, origin.y, nullptr);
+}
+
+void VisibleControl::DrawStandIn(HDC dc, RECT rect, std::wstring_view text) {
+  FillRect(dc, &rect, BackgroundBrush());
+  if (Appearance) DrawEdge(dc, &rect, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+  ColorContext(dc);
+  const FontInUse font(font_.get());
+  const Selected face(
+      dc, font.get() ? static_cast<HGDIOBJ>(font.get()) : GetStockObject(DEFAULT_GUI_FONT));
+  DrawTextW(dc, text.data(), static_cast<int>(text.size()), &rect,
+            DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+}  // namespace qrn::ole

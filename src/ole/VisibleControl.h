@@ -1,0 +1,132 @@
+// The base of the controls that show something: stock properties, the contained window, colours,
+// font, cursor, focus, keys and mouse.
+//
+// The order in which a window comes up: the contained window, its font, its enabled state,
+// OnContainedMade; at run time then OnRegister. OnUnregister runs when the window goes, if
+// OnRegister had run.
+#pragma once
+
+#include <optional>
+
+#include "ole/Bind.h"
+#include "ole/ContainedWindow.h"
+#include "ole/Control.h"
+#include "ole/FontHolder.h"
+
+namespace qrn::ole {
+
+// Where a kind of control starts.
+struct StockDefaults {
+  uint32_t backColor;
+  uint32_t foreColor;
+  int16_t appearance = 1;
+  bool hasFont = true;
+};
+// Of controls that show a field or a list, and of buttons.
+inline constexpr StockDefaults kWindowLook{0x80000005, 0x80000008};
+inline constexpr StockDefaults kButtonLook{0x8000000F, 0x80000012};
+
+class VisibleControl : public Control {
+ public:
+  VisibleControl(const ControlTable& table, const Binding& binding, const StockDefaults& defaults);
+
+  // Stock properties; a binding names them.
+  uint32_t BackColor;
+  uint32_t ForeColor;
+  int16_t Enabled = -1;
+  int16_t TabStop = -1;
+  int32_t BorderStyle = 1;
+  int16_t Appearance;
+  int32_t MousePointer = 0;
+  Com<IPictureDisp> MouseIcon;
+  Com<IFontDisp> GetFont() const { return font_.get(); }
+  void PutFont(const Com<IFontDisp>& font) { font_.Set(font); }
+  int32_t GetHwnd() const { return static_cast<int32_t>(reinterpret_cast<LONG_PTR>(hwnd())); }
+
+  HWND contained() const noexcept { return contained_.get(); }
+  // Solid, of BackColor; the system's white where that could not be made.
+  HBRUSH BackgroundBrush() const noexcept;
+  FontHolder& font() noexcept { return font_; }
+
+  // Messages of the contained window.
+  virtual bool OnContainedMessage(Message& message);
+
+  bool OnWindowMessage(Message& message) override;
+  HRESULT OnAccelerator(MSG& message) override;
+  void OnChanged(int32_t id) override;
+  void OnDraw(HDC dc, const RECT& rect) override;
+  DWORD ExtraWindowStyle() const override { return TabStop ? WS_TABSTOP : 0; }
+
+ protected:
+  // The contained window to make; none for a control that draws itself.
+  virtual std::optional<ContainedDescription> DescribeContained() { return std::nullopt; }
+  virtual void OnContainedMade() {}
+  virtual void OnRegister() {}
+  virtual void OnUnregister() {}
+  // A key went down and its event is over; S_OK when it ends here, S_FALSE to go on.
+  virtual HRESULT OnKeyDown(MSG& message);
+  // Gives the contained window its place in the client area.
+  virtual void LayOut(const RECT& client);
+  // Draws a stand-in where there is no window to draw itself. `text` goes inside.
+  void DrawStandIn(HDC dc, RECT rect, std::wstring_view text);
+
+  // Destroys the contained window and makes it again, with its font and state.
+  void RemakeContained();
+  // Colours a device context as the colour messages ask.
+  LRESULT ColorContext(HDC dc) const noexcept;
+  // Offers a message to the site as an accelerator.
+  HRESULT OfferToSite(MSG& message);
+  LRESULT CallOriginal(const Message& message) { return contained_.CallOriginal(message); }
+
+  // The focus came into the control, or went to another window (null: out of the process); moves
+  // inside do not count. The container is told while the control is active in place.
+  void FocusCame();
+  void FocusWent(HWND to);
+
+  // Handlers for the tables of derived controls.
+  bool OnMouse(Message& message);          // raises the event of a button or a move, then goes on
+  bool OnSetCursor(Message& message);      // run time: MousePointer
+  bool OnMouseActivate(Message& message);  // run time: UI activation
+
+ private:
+  bool OnCreate(Message& message);
+  bool OnDestroy(Message& message);
+  bool OnSize(Message& message);
+  bool OnSetFocus(Message& message);
+  bool OnKillFocus(Message& message);
+  bool OnContainedSetFocus(Message& message);
+  bool OnContainedKillFocus(Message& message);
+  bool OnColor(Message& message);
+  bool OnContainedKeyDown(Message& message);
+  HRESULT OnKeyUp(MSG& message);
+  HRESULT OnChar(MSG& message);
+  void MakeContained();
+  void TellFocus(bool has);
+  void MakeBrush();
+  void FontChanged();
+
+  static const MessageRow<VisibleControl> kOwnMessages[];
+  static const MessageRow<VisibleControl> kContainedMessages[];
+
+  FontHolder font_;
+  Brush brush_;
+  ContainedWindow contained_;
+  bool registered_ = false;
+  bool hasFocus_ = false;
+};
+
+// Access to the stock properties, for the bindings of derived controls.
+inline constexpr PropertyEntry kStockAccess[] = {
+    {stock::kBackColor, Field<&VisibleControl::BackColor>},
+    {stock::kForeColor, Field<&VisibleControl::ForeColor>},
+    {stock::kEnabled, Field<&VisibleControl::Enabled>},
+    {stock::kTabStop, Field<&VisibleControl::TabStop>},
+    {stock::kBorderStyle, Field<&VisibleControl::BorderStyle>},
+    {stock::kAppearance, Field<&VisibleControl::Appearance>},
+    {stock::kMousePointer, Field<&VisibleControl::MousePointer>},
+    {stock::kMouseIcon, Field<&VisibleControl::MouseIcon>},
+    {stock::kFont, Pair<&VisibleControl::GetFont, &VisibleControl::PutFont>},
+    {stock::kHwnd, Getter<&VisibleControl::GetHwnd>},
+};
+
+}  // namespace qrn::ole
