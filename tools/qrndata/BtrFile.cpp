@@ -1,0 +1,195 @@
+#include "tools/qrndata/BtrFile.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/BtrCall.h"
+#include "tools/qrndata/Paths.h"
+
+namespace qrndata {
+
+namespace {
+
+enum Operation : uint16_t {
+  kOpen = 0,
+  kClose = 1,
+  kInsert = 2,
+  kGetNext = 6,
+  kGetFirst = 12,
+  kCreate = 14,
+  kStat = 15,
+  kBeginTransaction = 19,
+  kEndTransaction = 20,
+  kAbortTransaction = 21,
+  kGetPosition = 22,
+  kStepNext = 24,
+  kStepFirst = 33,
+  kGetNextExtended = 36,
+  kStepNextExtended = 38,
+  kGetKeyEqual = 55,
+};
+
+struct StatusName {
+  Status status;
+  const char* meaning;
+};
+
+// clang-format off
+constexpr StatusName kStatusNames[] = {
+    {btrieve::kIoError,               "read or write failed, or the file is damaged"},
+    {btrieve::kDuplicateKey,          "duplicate key value"},
+    {btrieve::kInvalidKeyNumber,      "no such key"},
+    {btrieve::kInvalidFileName,       "file name not valid"},
+    {btrieve::kFileNotFound,          "file not found"},
+    {btrieve::kDiskFull,              "disk full"},
+    {btrieve::kNotActive,             "no record manager found: w64btrv is not installed"},
+    {btrieve::kDataBufferLength,      "record length"},
+    {btrieve::kPageSize,              "page size not valid"},
+    {btrieve::kCreateError,           "cannot be created: directory missing or file in use"},
+    {btrieve::kNumberOfKeys,          "too many key segments for the page size"},
+    {btrieve::kKeyPosition,           "a key lies outside the record's fixed part"},
+    {btrieve::kRecordLength,          "record too long for the page size"},
+    {btrieve::kKeyLength,             "key length not valid for its type"},
+    {btrieve::kNotABtrieveFile,       "not a file of the record manager"},
+    {btrieve::kDirectoryError,        "directory not valid"},
+    {btrieve::kTransactionActive,     "a transaction is active already"},
+    {btrieve::kTransactionNotWritten, "the transaction could not be written"},
+    {btrieve::kInconsistentKeyFlags,  "a key's segments disagree in their flags"},
+    {btrieve::kAccessDenied,          "access denied"},
+    {btrieve::kCollatingSequence,     "collating sequence missing or of another form"},
+    {btrieve::kKeyType,               "type cannot be a key"},
+    {btrieve::kOwnerInvalid,          "the file asks for an owner name"},
+    {btrieve::kAutoIncrement,         "autoincrement key not valid"},
+    {btrieve::kFileExists,            "file exists"},
+    {btrieve::kRecordInUse,           "record in use by another program"},
+    {btrieve::kFileInUse,             "file in use by another program"},
+    {btrieve::kIncompatibleMode,      "file open elsewhere in another mode"},
+    {btrieve::kPermissionError,       "permission denied by the system"},
+};
+// clang-format on
+
+uint32_t FourBytes(const uint8_t* bytes) {
+  return static_cast<uint32_t>(bytes[0]) | static_cast<uint32_t>(bytes[1]) << 8 |
+         static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
+}
+
+FileStat ReadStat(std::span<const uint8_t> reply) {
+  FileStat stat;
+  stat.records = FourBytes(&reply[6]);
+  Require(btrieve::ParseCreateBlock(reply, stat.spec), "the file's own description is not valid");
+  size_t segment = 0;
+  for (const btrieve::KeySpec& key : stat.spec.keys) {
+    stat.uniqueValues.push_back(FourBytes(&reply[(segment + 1) * btrieve::kSpecificationSize + 6]));
+    segment += key.segments.size();
+  }
+  return stat;
+}
+
+}  // namespace
+
+std::string StatusText(Status status) {
+  const auto* row = std::find_if(std::begin(kStatusNames), std::end(kStatusNames),
+                                 [&](const StatusName& name) { return name.status == status; });
+  std::string text = "status " + std::to_string(status);
+  if (row != std::end(kStatusNames)) text.append(" (").append(row->meaning).append(")");
+  return text;
+}
+
+void Require(Status status, const std::string& what) {
+  if (status != btrieve::kOk) throw Failure(kSystem, what + ": " + StatusText(status));
+}
+
+BtrFile::BtrFile(const std::filesystem::path& path, Access access) {
+  std::string key = BtrievePath(path);
+  uint32_t length = 0;
+  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
+  Require(qrn::BtrCall(kOpen, posBlock_.data(), nullptr, &length, key.data(), keyLength,
+                       static_cast<int8_t>(access)),
+          PathToUtf8(path));
+}
+
+BtrFile::~BtrFile() {
+  uint32_t length = 0;
+  Call(kClose, nullptr, &length, 0);
+}
+
+Status BtrFile::Create(const std::filesystem::path& path, std::span<const uint8_t> block,
+                       bool replace) {
+  std::array<uint8_t, 128> posBlock{};
+  std::string key = BtrievePath(path);
+  Bytes data(block.begin(), block.end());
+  auto length = static_cast<uint32_t>(data.size());
+  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
+  return qrn::BtrCall(kCreate, posBlock.data(), data.data(), &length, key.data(), keyLength,
+                      replace ? int8_t{0} : int8_t{-1});
+}
+
+Status BtrFile::Call(uint16_t operation, void* data, uint32_t* length, int8_t key) {
+  return qrn::BtrCall(operation, posBlock_.data(), data, length, keyBuffer_.data(),
+                      static_cast<uint8_t>(keyBuffer_.size()), key);
+}
+
+FileStat BtrFile::Stat() {
+  Bytes reply(kMaxRecordSize);
+  auto length = static_cast<uint32_t>(reply.size());
+  Require(Call(kStat, reply.data(), &length, 0), "the file's description");
+  reply.resize(length);
+  return ReadStat(reply);
+}
+
+Status BtrFile::Insert(Bytes& record) {
+  auto length = static_cast<uint32_t>(record.size());
+  return Call(kInsert, record.data(), &length, kNoKey);
+}
+
+Status BtrFile::Read(uint16_t operation, int8_t key, Bytes& record) {
+  record.resize(kMaxRecordSize);
+  auto length = static_cast<uint32_t>(record.size());
+  const Status status = Call(operation, record.data(), &length, key);
+  record.resize(status == btrieve::kOk ? length : 0);
+  return status;
+}
+
+Status BtrFile::GetFirst(int8_t key, Bytes& record) { return Read(kGetFirst, key, record); }
+Status BtrFile::GetNext(int8_t key, Bytes& record) { return Read(kGetNext, key, record); }
+Status BtrFile::StepFirst(Bytes& record) { return Read(kStepFirst, 0, record); }
+Status BtrFile::StepNext(Bytes& record) { return Read(kStepNext, 0, record); }
+
+Status BtrFile::FindKey(int8_t key, std::span<const uint8_t> value) {
+  std::copy_n(value.begin(), std::min(value.size(), keyBuffer_.size()), keyBuffer_.begin());
+  uint32_t length = 0;
+  return Call(kGetKeyEqual, nullptr, &length, key);
+}
+
+Status BtrFile::Position(uint32_t& position) {
+  std::array<uint8_t, 4> data{};
+  auto length = static_cast<uint32_t>(data.size());
+  const Status status = Call(kGetPosition, data.data(), &length, 0);
+  position = FourBytes(data.data());
+  return status;
+}
+
+Status BtrFile::ReadExtended(bool alongKey, int8_t key, Bytes& request) {
+  request.resize(kMaxRecordSize);
+  auto length = static_cast<uint32_t>(request.size());
+  const Status status =
+      Call(alongKey ? kGetNextExtended : kStepNextExtended, request.data(), &length, key);
+  request.resize(std::min<size_t>(length, request.size()));
+  return status;
+}
+
+Transaction::Transaction() {
+  Require(qrn::BtrCall(kBeginTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0),
+          "a transaction cannot be begun");
+}
+
+Transaction::~Transaction() {
+  if (isOpen_) qrn::BtrCall(kAbortTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
+}
+
+Status Transaction::Commit() {
+  isOpen_ = false;
+  return qrn::BtrCall(kEndTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
+}
+
+}  // namespace qrndata

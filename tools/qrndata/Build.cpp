@@ -1,0 +1,68 @@
+// `build`: a dictionary and its data files from a schema.
+#include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Builder.h"
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/TableFile.h"
+#include "tools/qrndata/Verbs.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void MakeDirectory(const fs::path& directory) {
+  std::error_code error;
+  fs::create_directories(directory, error);
+  if (error) {
+    throw Failure(kSystem, PathToUtf8(directory) + ": cannot be made (" + error.message() + ")");
+  }
+}
+
+// Before anything is written: all or nothing as far as can be foreseen.
+void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables) {
+  std::error_code ignored;
+  const auto refuse = [&](const fs::path& path) {
+    if (!fs::exists(path, ignored)) return;
+    throw Failure(kSystem, PathToUtf8(path) +
+                               ": exists already; --replace puts a new one in its "
+                               "place, --keep-data keeps data files");
+  };
+  for (const char* name : {"file.ddf", "field.ddf", "index.ddf"}) refuse(directory / name);
+  for (const Table& table : tables) refuse(DataFilePath(directory, table.location));
+}
+
+}  // namespace
+
+void BuildDatabase(const Schema& schema, const fs::path& directory, Existing existing) {
+  MakeDirectory(directory);
+  if (existing == Existing::Refuse) RefuseExisting(directory, schema.tables);
+  WriteDictionary(directory, schema.tables, existing != Existing::Refuse);
+  for (const Table& table : schema.tables) {
+    const fs::path path = DataFilePath(directory, table.location);
+    if (path.has_parent_path()) MakeDirectory(path.parent_path());
+    const Status status = BtrFile::Create(path, CreateBlock(table), existing == Existing::Replace);
+    if (status == btrieve::kFileExists && existing == Existing::KeepData) continue;
+    Require(status, PathToUtf8(path));
+  }
+}
+
+ExitCode RunBuild(const BuildOptions& options, const Streams& streams) {
+  const Schema schema = ReadSchemaFile(options.schema);
+  for (const std::string& warning : schema.warnings) streams.err << "warning: " << warning << '\n';
+  BuildDatabase(schema, options.directory,
+                options.keepData  ? Existing::KeepData
+                : options.replace ? Existing::Replace
+                                  : Existing::Refuse);
+  size_t fields = 0, keys = 0;
+  for (const Table& table : schema.tables) {
+    fields += table.fields.size();
+    keys += table.keys.size();
+  }
+  streams.out << PathToUtf8(options.directory) << ": " << schema.tables.size() << " tables, "
+              << fields << " fields, " << keys << " keys\n";
+  return kDone;
+}
+
+}  // namespace qrndata

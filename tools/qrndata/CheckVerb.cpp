@@ -1,0 +1,87 @@
+// `check`: a dictionary against its data files, and every key against its records.
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/TableChecks.h"
+#include "tools/qrndata/TableFile.h"
+#include "tools/qrndata/Verbs.h"
+
+namespace qrndata {
+
+namespace {
+
+class DatabaseCheck {
+ public:
+  DatabaseCheck(const CheckOptions& options, const Streams& streams)
+      : options_(options), streams_(streams), dictionary_(ReadDictionary(options.directory)) {}
+
+  ExitCode Run();
+
+ private:
+  void CheckTable(const Table& table);
+  Faults CheckDataFile(const Table& table);
+  void Tell(const std::string& name, const Faults& faults);
+
+  const CheckOptions& options_;
+  const Streams& streams_;
+  Dictionary dictionary_;
+  uint64_t faults_ = 0, records_ = 0, tables_ = 0;
+};
+
+void DatabaseCheck::Tell(const std::string& name, const Faults& faults) {
+  faults_ += faults.size();
+  for (size_t at = 0; at < faults.size() && at < options_.shown; ++at) {
+    streams_.out << name << ": " << faults[at] << '\n';
+  }
+  if (faults.size() > options_.shown) {
+    streams_.out << name << ": and " << Grouped(faults.size() - options_.shown) << " more\n";
+  }
+}
+
+Faults DatabaseCheck::CheckDataFile(const Table& table) {
+  try {
+    BtrFile file(DataFilePath(options_.directory, table.location), Access::ReadOnly);
+    const FileStat stat = file.Stat();
+    Faults faults = Differences(table, stat.spec);
+    const uint64_t passes = stat.spec.keys.size() + 1;
+    Progress progress(streams_.terminal, Show(table.name), stat.records * passes);
+    const Faults more = CheckRecords(file, stat, progress);
+    faults.insert(faults.end(), more.begin(), more.end());
+    records_ += stat.records;
+    return faults;
+  } catch (const Failure& failure) {
+    return {failure.what()};
+  }
+}
+
+void DatabaseCheck::CheckTable(const Table& table) {
+  Faults faults = CheckDescription(table);
+  const Faults more = CheckDataFile(table);
+  faults.insert(faults.end(), more.begin(), more.end());
+  Tell(Show(table.name), faults);
+  ++tables_;
+}
+
+ExitCode DatabaseCheck::Run() {
+  if (options_.table.empty()) {
+    Tell("dictionary", dictionary_.oddities);
+    if (dictionary_.tables.size() > static_cast<size_t>(qrn::kMaxTables)) {
+      Tell("dictionary",
+           {"forms take 256 tables; there are " + std::to_string(dictionary_.tables.size())});
+    }
+    for (const Table& table : dictionary_.tables) CheckTable(table);
+  } else {
+    CheckTable(dictionary_.Find(options_.table));
+  }
+  streams_.out << Grouped(tables_) << " tables, " << Grouped(records_)
+               << " records: " << (faults_ == 0 ? "no faults" : Grouped(faults_) + " faults")
+               << '\n';
+  return faults_ == 0 ? kDone : kFaultsFound;
+}
+
+}  // namespace
+
+ExitCode RunCheck(const CheckOptions& options, const Streams& streams) {
+  return DatabaseCheck(options, streams).Run();
+}
+
+}  // namespace qrndata

@@ -1,0 +1,78 @@
+#include "tools/qrndata/DateInput.h"
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+
+namespace qrndata {
+
+namespace {
+
+// Takes a number of at most `longest` digits off the front; -1 when there is none.
+int TakeNumber(std::string_view& text, size_t longest) {
+  const size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
+  int number = -1;
+  if (length == 0 || length > longest) return -1;
+  std::from_chars(text.data(), text.data() + length, number);
+  text.remove_prefix(length);
+  return number;
+}
+
+bool TakeOneOf(std::string_view& text, std::string_view characters) {
+  if (text.empty() || characters.find(text[0]) == std::string_view::npos) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+template <class... Numbers>
+std::string Format(const char* format, Numbers... numbers) {
+  std::array<char, 48> text{};
+  std::snprintf(text.data(), text.size(), format, numbers...);
+  return text.data();
+}
+
+}  // namespace
+
+std::optional<std::string> NormalDate(std::string_view text) {
+  if (text.empty() || text == "0000/00/00") return "";
+  const int year = TakeNumber(text, 4);
+  if (!TakeOneOf(text, "/-")) return std::nullopt;
+  const int month = TakeNumber(text, 2);
+  if (!TakeOneOf(text, "/-")) return std::nullopt;
+  const int day = TakeNumber(text, 2);
+  if (!text.empty() || year < 1 || month < 1 || day < 1) return std::nullopt;
+  const std::chrono::year_month_day date{std::chrono::year(year),
+                                         std::chrono::month(static_cast<unsigned>(month)),
+                                         std::chrono::day(static_cast<unsigned>(day))};
+  if (!date.ok()) return std::nullopt;
+  return Format("%04d/%02d/%02d", year, month, day);
+}
+
+std::optional<std::string> NormalTime(std::string_view text) {
+  if (text.empty()) return "";
+  const int hours = TakeNumber(text, 2);
+  if (!TakeOneOf(text, ":")) return std::nullopt;
+  const int minutes = TakeNumber(text, 2);
+  const int seconds = TakeOneOf(text, ":") ? TakeNumber(text, 2) : 0;
+  const bool hasHundredths = TakeOneOf(text, ".");
+  if (hasHundredths && text.size() != 2) return std::nullopt;
+  const int hundredths = hasHundredths ? TakeNumber(text, 2) : 0;
+  const bool isTime = text.empty() && hours >= 0 && hours < 24 && minutes >= 0 && minutes < 60 &&
+                      seconds >= 0 && seconds < 60 && hundredths >= 0;
+  if (!isTime) return std::nullopt;
+  const std::string normal = Format("%02d:%02d:%02d", hours, minutes, seconds);
+  return hundredths == 0 ? normal : normal + Format(".%02d", hundredths);
+}
+
+int HundredthsOf(std::string_view normalTime) {
+  constexpr size_t kWithoutHundredths = 8;
+  int hundredths = 0;
+  if (normalTime.size() > kWithoutHundredths) {
+    std::from_chars(normalTime.data() + kWithoutHundredths + 1,
+                    normalTime.data() + normalTime.size(), hundredths);
+  }
+  return hundredths;
+}
+
+}  // namespace qrndata

@@ -1,0 +1,87 @@
+#include "tools/qrndata/FieldTypes.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "core/DbTypes.h"
+
+namespace qrndata {
+
+namespace {
+
+constexpr uint32_t Sizes(auto... sizes) { return ((1u << sizes) | ...); }
+
+// Forms hold a field's text in 4,096 bytes.
+constexpr int32_t kLongestText = 4096;
+// The length byte counts as signed.
+constexpr int32_t kLongestLString = 128;
+
+// Sizes that the files could hold but forms read wrongly (UBin of 1 or 8 bytes, Logical of 2) are
+// not taken.
+// clang-format off
+constexpr FieldTypeRow kFieldTypes[] = {
+    {qrn::kString,     "String",     Family::Text,    1, kLongestText,    0, 0, 0, 0, "1 to 4096"},
+    {qrn::kInteger,    "Integer",    Family::Whole,   1, 8,               4, Sizes(1, 2, 4, 8), 0, 0, "1, 2, 4 or 8"},
+    {qrn::kFloat,      "Float",      Family::Real,    4, 8,               8, Sizes(4, 8), 0, 0, "4 or 8"},
+    {qrn::kDate,       "Date",       Family::Date,    4, 4,               4, 0, 0, 0, "4"},
+    {qrn::kTime,       "Time",       Family::Time,    4, 4,               4, 0, 0, 0, "4"},
+    {qrn::kDecimal,    "Decimal",    Family::Digits,  1, 64,              0, 0, 1, 2, "1 to 64"},
+    {qrn::kMoney,      "Money",      Family::Digits,  1, 64,              0, 0, 1, 2, "1 to 64"},
+    {qrn::kLogical,    "Logical",    Family::Logical, 1, 1,               1, 0, 0, 0, "1"},
+    {qrn::kNumeric,    "Numeric",    Family::Digits,  1, 15,              0, 0, 0, 1, "1 to 15"},
+    {qrn::kBFloat,     "BFloat",     Family::Real,    4, 8,               8, Sizes(4, 8), 0, 0, "4 or 8"},
+    {qrn::kLString,    "LString",    Family::Text,    2, kLongestLString, 0, 0, 0, 0, "2 to 128"},
+    {qrn::kZString,    "ZString",    Family::Text,    2, kLongestText,    0, 0, 0, 0, "2 to 4096"},
+    {qrn::kNote,       "Note",       Family::Text,    2, 32000,           0, 0, 0, 0, "2 to 32000"},
+    {qrn::kLVar,       "LVar",       Family::Text,    2, 32000,           0, 0, 0, 0, "2 to 32000"},
+    {qrn::kUBin,       "UBin",       Family::Whole,   2, 4,               4, Sizes(2, 4), 0, 0, "2 or 4"},
+    {qrn::kAutoInc,    "AutoInc",    Family::Whole,   2, 4,               4, Sizes(2, 4), 0, 0, "2 or 4"},
+    {qrn::kBit,        "Bit",        Family::Bit,     1, 1,               1, 0, 0, 0, "1"},
+    {qrn::kNumericSTS, "NumericSTS", Family::Digits,  2, 15,              0, 0, 1, 1, "2 to 15"},
+    {qrn::kNumericSA,  "NumericSA",  Family::Digits,  1, 15,              0, 0, 0, 1, "1 to 15"},
+    {qrn::kCurrency,   "Currency",   Family::Digits,  8, 8,               8, 0, 0, 0, "8"},
+    {qrn::kBlob,       "Blob",       Family::Blob,    8, 8,               8, 0, 0, 0, "8"},
+};
+// clang-format on
+
+constexpr int32_t kCurrencyDecimals = 18;
+
+template <class Predicate>
+const FieldTypeRow* FindIf(Predicate matches) {
+  const auto* found = std::find_if(std::begin(kFieldTypes), std::end(kFieldTypes), matches);
+  return found == std::end(kFieldTypes) ? nullptr : found;
+}
+
+}  // namespace
+
+bool FieldTypeRow::Takes(int64_t size) const noexcept {
+  return size >= shortest && size <= longest && (sizes == 0 || (sizes >> size & 1) != 0);
+}
+
+int32_t FieldTypeRow::MaxDecimals(int32_t size) const noexcept {
+  if (family != Family::Digits) return 0;
+  return code == qrn::kCurrency ? kCurrencyDecimals : size * digitsPerByte - spareDigits;
+}
+
+const FieldTypeRow* FindFieldType(std::string_view name) noexcept {
+  return FindIf([&](const FieldTypeRow& row) { return row.name == name; });
+}
+
+const FieldTypeRow* FindFieldType(int32_t code) noexcept {
+  return FindIf([&](const FieldTypeRow& row) { return row.code == code; });
+}
+
+std::string FieldTypeName(int32_t code) {
+  const FieldTypeRow* row = FindFieldType(code);
+  return row != nullptr ? row->name : "type " + std::to_string(code);
+}
+
+std::string AllFieldTypeNames() {
+  std::string names;
+  for (const FieldTypeRow& row : kFieldTypes) {
+    names.append(names.empty() ? "" : ", ").append(row.name);
+  }
+  return names;
+}
+
+}  // namespace qrndata

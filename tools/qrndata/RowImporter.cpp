@@ -1,0 +1,116 @@
+#include "tools/qrndata/RowImporter.h"
+
+#include <array>
+
+#include "btrieve/KeyOrder.h"
+#include "tools/qrndata/FieldInput.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/TableFile.h"
+#include "tools/qrndata/Text.h"
+
+namespace qrndata {
+
+namespace {
+
+// The forms' way of finding values behind a variable one ends at the first.
+void RequireWritable(const Table& table) {
+  const qrn::DbFieldInfo* variable = VariableField(table);
+  if (variable == nullptr) return;
+  for (const qrn::DbFieldInfo& field : table.fields) {
+    const bool isBehind = &field != variable && field.Offset >= variable->Offset;
+    if (isBehind || field.Type == qrn::kBlob) {
+      throw Failure(kBadInput, "table " + Quoted(table.name) + ": field " + Quoted(variable->Name) +
+                                   " (a variable text) is not the last: " +
+                                   "records of such a table cannot be written");
+    }
+  }
+}
+
+void RequireSameRecords(const Table& table, const btrieve::FileSpec& spec) {
+  const std::vector<std::string> differences = Differences(table, spec);
+  if (differences.empty()) return;
+  throw Failure(kSystem,
+                "table " + Quoted(table.name) +
+                    ": the data file is not as the dictionary has it: " + differences.front());
+}
+
+}  // namespace
+
+RowImporter::RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch)
+    : table_(table),
+      settings_(FileSettings()),
+      batch_(batch),
+      file_(DataFilePath(directory, table.location), Access::ReadWrite),
+      stat_(file_.Stat()),
+      image_(settings_, table) {
+  RequireWritable(table);
+  RequireSameRecords(table, stat_.spec);
+}
+
+Refusal RowImporter::Put(FieldValues& values) {
+  if (Refusal refusal = Check(values)) return refusal;
+  Bytes& record = image_.Build(values);
+  if (record.size() > kMaxFormRecord) {
+    return {"the record has " + std::to_string(record.size()) + " bytes; forms read " +
+                std::to_string(kMaxFormRecord),
+            {}};
+  }
+  return batch_ == 0 ? Refusal{} : Store(record);
+}
+
+Refusal RowImporter::Check(FieldValues& values) const {
+  for (size_t slot = 0; slot < values.size(); ++slot) {
+    const qrn::DbFieldInfo& field = table_.fields[slot];
+    if (!values[slot] && IsNullable(field)) continue;
+    CheckedText checked = CheckFieldText(field, values[slot].value_or(""));
+    if (!checked.problem.empty()) return {std::move(checked.problem), slot};
+    values[slot] = std::move(checked.text);
+  }
+  return {};
+}
+
+Refusal RowImporter::Store(Bytes& record) {
+  if (!transaction_) transaction_.emplace();
+  const Status status = file_.Insert(record);
+  if (status == btrieve::kDuplicateKey) return ExplainDuplicate(record);
+  if (status != btrieve::kOk) {
+    transaction_.reset();
+    Require(status, "table " + Quoted(table_.name));
+  }
+  if (++pending_ == batch_) Commit();
+  return {};
+}
+
+Refusal RowImporter::ExplainDuplicate(const Bytes& record) {
+  for (size_t number = 0; number < stat_.spec.keys.size(); ++number) {
+    const btrieve::KeySpec& key = stat_.spec.keys[number];
+    const btrieve::KeyOrder order(stat_.spec, key);
+    if (key.AllowsDuplicates() || order.LeavesOut(record.data())) continue;
+    std::array<uint8_t, btrieve::kMaxKeyLength> value{};
+    order.CopyKey(record.data(), value.data());
+    if (file_.FindKey(static_cast<int8_t>(key.number), value) != btrieve::kOk) continue;
+    std::string problem = "key " + std::to_string(key.number);
+    if (!table_.keys[number].name.empty()) problem += " " + Quoted(table_.keys[number].name);
+    const Segment& first = table_.keys[number].segments.front();
+    const qrn::DbFieldInfo* field = FindField(table_, first.fieldId);
+    problem += " takes no duplicates, and there is a record with this value already";
+    return {problem, field == nullptr
+                         ? std::nullopt
+                         : std::optional(static_cast<size_t>(field - table_.fields.data()))};
+  }
+  return {"a key that takes no duplicates has this value already", {}};
+}
+
+void RowImporter::Commit() {
+  if (!transaction_) return;
+  const Status status = transaction_->Commit();
+  transaction_.reset();
+  Require(status, "table " + Quoted(table_.name) + ": a batch of " + std::to_string(pending_) +
+                      " rows could not be written");
+  stored_ += pending_;
+  pending_ = 0;
+}
+
+void RowImporter::Finish() { Commit(); }
+
+}  // namespace qrndata

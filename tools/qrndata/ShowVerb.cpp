@@ -1,0 +1,116 @@
+// `show`: what a dictionary, a table or a data file is made of.
+#include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Listing.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Progress.h"
+#include "tools/qrndata/TableFile.h"
+#include "tools/qrndata/Verbs.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string RecordCount(const fs::path& directory, const Table& table) {
+  try {
+    return Grouped(
+        BtrFile(DataFilePath(directory, table.location), Access::ReadOnly).Stat().records);
+  } catch (const Failure& failure) {
+    const std::string text = failure.what();
+    return "(" + text.substr(text.rfind(": ") + 2) + ")";
+  }
+}
+
+void ShowTables(const Dictionary& dictionary, std::ostream& out) {
+  Listing listing({">id", "table", "file", ">fields", ">keys", ">records"});
+  for (const Table& table : dictionary.tables) {
+    listing.Add({std::to_string(table.id), Show(table.name), Show(table.location),
+                 std::to_string(table.fields.size()), std::to_string(table.keys.size()),
+                 RecordCount(dictionary.directory, table)});
+  }
+  listing.Write(out);
+}
+
+void ShowFields(const Table& table, std::ostream& out) {
+  Listing listing({">id", "field", "type", ">offset", ">size", ">decimals", "null"});
+  for (const qrn::DbFieldInfo& field : table.fields) {
+    listing.Add({std::to_string(field.FieldId), Show(field.Name), FieldTypeName(field.Type),
+                 std::to_string(field.Offset), std::to_string(field.Size),
+                 field.Decimals == 0 ? "" : std::to_string(field.Decimals),
+                 IsNullable(field) ? "yes" : ""});
+  }
+  listing.Write(out);
+}
+
+void ShowKeys(const Table& table, std::ostream& out) {
+  Listing listing({">key", "name", "field", "flags"});
+  for (size_t number = 0; number < table.keys.size(); ++number) {
+    const Key& key = table.keys[number];
+    for (const Segment& segment : key.segments) {
+      const bool isFirst = &segment == &key.segments.front();
+      const qrn::DbFieldInfo* field = FindField(table, segment.fieldId);
+      listing.Add({isFirst ? std::to_string(number) : "", isFirst ? Show(key.name) : "",
+                   field == nullptr ? "(field id " + std::to_string(segment.fieldId) + ")"
+                                    : Show(field->Name),
+                   DescribeKeyFlags(segment.flags)});
+    }
+  }
+  listing.Write(out);
+}
+
+void ShowFileKeys(const FileStat& stat, std::ostream& out) {
+  Listing listing({">key", ">offset", ">length", "type", ">flags", ">null", ">unique values"});
+  for (size_t slot = 0; slot < stat.spec.keys.size(); ++slot) {
+    const btrieve::KeySpec& key = stat.spec.keys[slot];
+    for (const btrieve::KeySegment& segment : key.segments) {
+      const bool isFirst = &segment == &key.segments.front();
+      listing.Add({isFirst ? std::to_string(key.number) : "", std::to_string(segment.offset),
+                   std::to_string(segment.length),
+                   FieldTypeName(static_cast<int32_t>(segment.Type())),
+                   std::to_string(segment.flags), std::to_string(segment.nullValue),
+                   isFirst ? Grouped(stat.uniqueValues[slot]) : ""});
+    }
+  }
+  if (!stat.spec.keys.empty()) listing.Write(out);
+}
+
+void ShowFile(const fs::path& path, std::ostream& out) {
+  const FileStat stat = BtrFile(path, Access::ReadOnly).Stat();
+  out << "file " << PathToUtf8(path) << ": " << Grouped(stat.records) << " records of "
+      << stat.spec.recordLength << (stat.spec.IsVariable() ? " bytes and more" : " bytes")
+      << ", pages of " << stat.spec.pageSize << ", flags " << stat.spec.flags << ", "
+      << stat.spec.keys.size() << " keys\n";
+  ShowFileKeys(stat, out);
+}
+
+void ShowTable(const Dictionary& dictionary, const Table& table, std::ostream& out) {
+  out << "table " << Show(table.name) << " (id " << table.id << ", records of "
+      << RecordLength(table) << " bytes" << (HasVariableRecords(table) ? ", variable)\n" : ")\n");
+  ShowFields(table, out);
+  out << '\n';
+  ShowKeys(table, out);
+  out << '\n';
+  ShowFile(DataFilePath(dictionary.directory, table.location), out);
+}
+
+}  // namespace
+
+ExitCode RunShow(const fs::path& place, const std::string& table, const Streams& streams) {
+  std::error_code ignored;
+  if (fs::is_regular_file(place, ignored)) {
+    ShowFile(place, streams.out);
+    return kDone;
+  }
+  const Dictionary dictionary = ReadDictionary(place);
+  if (table.empty()) {
+    ShowTables(dictionary, streams.out);
+  } else {
+    ShowTable(dictionary, dictionary.Find(table), streams.out);
+  }
+  return kDone;
+}
+
+}  // namespace qrndata

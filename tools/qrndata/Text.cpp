@@ -1,0 +1,162 @@
+#include "tools/qrndata/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+
+#include "platform/CodePage.h"
+
+namespace qrndata {
+
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+struct Twin {
+  std::string_view foreign, own;
+};
+
+// clang-format off
+constexpr Twin kTwins[] = {
+    {"\xE3\x80\x9C", "\xEF\xBD\x9E"},  // wave dash, full-width tilde
+    {"\xE2\x88\x92", "\xEF\xBC\x8D"},  // minus sign, full-width hyphen
+    {"\xE2\x80\x96", "\xE2\x88\xA5"},  // double bar, parallel
+    {"\xE2\x80\x94", "\xE2\x80\x95"},  // em dash, horizontal bar
+    {"\xC2\xA2",     "\xEF\xBF\xA0"},  // cent
+    {"\xC2\xA3",     "\xEF\xBF\xA1"},  // pound
+    {"\xC2\xAC",     "\xEF\xBF\xA2"},  // not
+};
+// clang-format on
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
+}
+
+bool Contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+std::string_view OwnTwin(std::string_view character) {
+  for (const Twin& twin : kTwins) {
+    if (twin.foreign == character) return twin.own;
+  }
+  return character;
+}
+
+void NoteUnmappable(Converted& result, std::string_view what, size_t at) {
+  if (!result.IsExact()) return;
+  result.unmappable = what;
+  result.unmappableAt = at;
+}
+
+void Substitute(Converted& result, OnUnmappable choice, std::string_view replacement) {
+  if (choice != OnUnmappable::Skip) result.text.append(replacement);
+}
+
+std::string NameOfByte(char byte) {
+  std::array<char, 16> name{};
+  std::snprintf(name.data(), name.size(), "byte 0x%02X", static_cast<uint8_t>(byte));
+  return name.data();
+}
+
+Converted ToCodePageByCharacter(std::string_view utf8, OnUnmappable choice) {
+  Converted result;
+  for (size_t at = 0; !utf8.empty(); ++at) {
+    const size_t length = CharacterLength(utf8);
+    const std::string_view character = OwnTwin(utf8.substr(0, std::max<size_t>(length, 1)));
+    const std::string bytes = length == 0 ? "" : qrn::Utf8ToCodePage(character);
+    if (length != 0 && qrn::CodePageToUtf8(bytes) == character) {
+      result.text += bytes;
+    } else {
+      NoteUnmappable(result, length == 0 ? NameOfByte(utf8[0]) : std::string(character), at);
+      Substitute(result, choice, "?");
+    }
+    utf8.remove_prefix(std::max<size_t>(length, 1));
+  }
+  return result;
+}
+
+// The code page's own U+30FB, which also stands for what is no character.
+constexpr std::string_view kMiddleDot = "\x81\x45", kMiddleDotUtf8 = "\xE3\x83\xBB";
+
+// The characters may be one or two bytes; a lead byte at the very end stands alone.
+bool IsCharacter(std::string_view bytes, std::string_view utf8) {
+  if (bytes.size() == 1 && qrn::IsLeadByte(static_cast<uint8_t>(bytes[0]))) return false;
+  if (bytes != kMiddleDot && utf8 == kMiddleDotUtf8) return false;
+  return utf8 != kReplacement && !utf8.empty();
+}
+
+Converted FromCodePageByCharacter(std::string_view bytes, OnUnmappable choice) {
+  Converted result;
+  for (size_t at = 0; !bytes.empty(); ++at) {
+    const bool isPair = bytes.size() > 1 && qrn::IsLeadByte(static_cast<uint8_t>(bytes[0]));
+    const std::string_view character = bytes.substr(0, isPair ? 2 : 1);
+    const std::string utf8 = qrn::CodePageToUtf8(character);
+    if (IsCharacter(character, utf8)) {
+      result.text += utf8;
+    } else {
+      NoteUnmappable(result, NameOfByte(bytes[0]), at);
+      Substitute(result, choice, kReplacement);
+    }
+    bytes.remove_prefix(character.size());
+  }
+  return result;
+}
+
+}  // namespace
+
+Converted ToCodePage(std::string_view utf8, OnUnmappable choice) {
+  if (IsAscii(utf8)) return {std::string(utf8), {}, 0};
+  const std::string bytes = qrn::Utf8ToCodePage(utf8);
+  if (qrn::CodePageToUtf8(bytes) == utf8) return {bytes, {}, 0};
+  return ToCodePageByCharacter(utf8, choice);
+}
+
+Converted FromCodePage(std::string_view bytes, OnUnmappable choice) {
+  if (IsAscii(bytes)) return {std::string(bytes), {}, 0};
+  std::string whole = qrn::CodePageToUtf8(bytes);
+  if (!Contains(whole, kMiddleDotUtf8) && !Contains(whole, kReplacement)) {
+    return {std::move(whole), {}, 0};
+  }
+  return FromCodePageByCharacter(bytes, choice);
+}
+std::string Show(std::string_view codePageBytes) {
+  return FromCodePage(codePageBytes, OnUnmappable::Replace).text;
+}
+
+size_t CharacterLength(std::string_view text) noexcept {
+  if (text.empty()) return 0;
+  const auto byte = [&](size_t at) { return static_cast<uint8_t>(text[at]); };
+  const uint8_t lead = byte(0);
+  if (lead < 0x80) return 1;
+  const size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
+                        : lead >= 0xE0 && lead < 0xF0 ? 3
+                        : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                      : 0;
+  if (length == 0 || text.size() < length) return 0;
+  for (size_t at = 1; at < length; ++at) {
+    if ((byte(at) & 0xC0) != 0x80) return 0;
+  }
+  const bool isShortest = !(lead == 0xE0 && byte(1) < 0xA0) && !(lead == 0xF0 && byte(1) < 0x90);
+  const bool isScalar = !(lead == 0xED && byte(1) >= 0xA0) && !(lead == 0xF4 && byte(1) >= 0x90);
+  return isShortest && isScalar ? length : 0;
+}
+
+size_t CountCharacters(std::string_view utf8) noexcept {
+  size_t count = 0;
+  for (; !utf8.empty(); ++count) utf8.remove_prefix(std::max<size_t>(CharacterLength(utf8), 1));
+  return count;
+}
+
+std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kMark)) text.remove_prefix(kMark.size());
+  return text;
+}
+
+bool SameName(std::string_view left, std::string_view right) noexcept {
+  return qrn::EqualIgnoringCase(left, right);
+}
+
+}  // namespace qrndata

@@ -1,0 +1,50 @@
+// UTF-8 outside, code page 932 inside: conversions that notice what does not fit.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qrndata {
+
+// What happens to a character that the other side does not have.
+enum class OnUnmappable {
+  Error,    // the text is refused
+  Replace,  // '?' on the way in, U+FFFD on the way out
+  Skip,     // the character is left out
+};
+
+struct Converted {
+  std::string text;
+  // The first character that the other side does not have, as UTF-8 or "byte 0x81", and its place
+  // in characters from 0. Set under every choice, so that replacements can be counted.
+  std::string unmappable;
+  size_t unmappableAt = 0;
+
+  bool IsExact() const noexcept { return unmappable.empty(); }
+};
+
+// UTF-8 to code page 932. Seven characters that other systems write for one of the code page's own
+// (U+301C for U+FF5E, U+2212 for U+FF0D, ...) are taken for it. Broken UTF-8 counts as unmappable.
+Converted ToCodePage(std::string_view utf8, OnUnmappable choice);
+
+// Code page 932 to UTF-8.
+Converted FromCodePage(std::string_view bytes, OnUnmappable choice);
+
+// For messages: never fails, odd bytes show as U+FFFD.
+std::string Show(std::string_view codePageBytes);
+
+// Bytes of the UTF-8 character that `text` begins with; 0 when it is broken or `text` is empty.
+size_t CharacterLength(std::string_view text) noexcept;
+
+// Characters of a UTF-8 text; each broken byte counts as one.
+size_t CountCharacters(std::string_view utf8) noexcept;
+
+// Without the UTF-8 byte order mark.
+std::string_view WithoutByteOrderMark(std::string_view text) noexcept;
+
+// Equal but for the case of the letters A to Z.
+bool SameName(std::string_view left, std::string_view right) noexcept;
+
+}  // namespace qrndata

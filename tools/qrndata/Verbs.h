@@ -1,0 +1,80 @@
+// The verbs of the tool. Each throws Failure when it cannot go on, and returns kFaultsFound when it
+// did its work but refused rows or found faults.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <iosfwd>
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Text.h"
+
+namespace qrndata {
+
+// Where a verb speaks: UTF-8.
+struct Streams {
+  std::ostream& out;
+  std::ostream& err;
+  std::ostream* terminal;  // for progress; null where nobody watches
+};
+
+enum class Encoding { Utf8, CodePage932 };
+
+struct BuildOptions {
+  std::filesystem::path schema, directory;
+  bool replace = false;   // existing dictionary and data files are replaced
+  bool keepData = false;  // existing data files stay; only the dictionary is replaced
+};
+ExitCode RunBuild(const BuildOptions& options, const Streams& streams);
+
+struct ImportOptions {
+  std::filesystem::path directory, file;
+  std::string table;  // UTF-8
+  OnUnmappable onUnmappable = OnUnmappable::Error;
+  Encoding encoding = Encoding::Utf8;
+  uint32_t batch = 1000;           // rows a transaction
+  uint32_t shown = 50;             // refusals that are listed
+  std::filesystem::path refusals;  // where refused rows go as they stood; empty: nowhere
+  bool isDryRun = false;           // rows are checked, none is stored
+};
+ExitCode RunImport(const ImportOptions& options, const Streams& streams);
+
+struct ExportOptions {
+  std::filesystem::path directory;
+  std::string table;
+  std::string key;  // name or number of the key that gives the order; empty: by place
+  bool isJson = false;
+  OnUnmappable onUnmappable = OnUnmappable::Error;
+  Encoding encoding = Encoding::Utf8;
+  std::filesystem::path output;  // empty: the standard output
+};
+ExitCode RunExport(const ExportOptions& options, const Streams& streams);
+
+// `place` is a dictionary's directory or a data file.
+ExitCode RunShow(const std::filesystem::path& place, const std::string& table,
+                 const Streams& streams);
+
+struct CheckOptions {
+  std::filesystem::path directory;
+  std::string table;    // empty: all
+  uint32_t shown = 20;  // faults that are listed for each table
+};
+ExitCode RunCheck(const CheckOptions& options, const Streams& streams);
+
+struct GenerateOptions {
+  std::filesystem::path schema, directory;
+  uint32_t orders = 5000;
+  uint64_t seed = 1;
+  bool asCsv = false;  // CSV files in `directory` instead of a dictionary with data
+};
+ExitCode RunGenerate(const GenerateOptions& options, const Streams& streams);
+
+// The whole program: `arguments` are UTF-8, without the program's name.
+int RunTool(std::vector<std::string> arguments, const Streams& streams);
+
+}  // namespace qrndata
