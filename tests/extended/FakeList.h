@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "core/RowSink.h"
@@ -24,25 +26,28 @@ class FakeList : public RowSink {
 
   DbTableInfo* Table() override { return table; }
   void Empty(size_t fieldCount) override {
-    Note("empty(" + std::to_string(fieldCount) + ")");
+    Note({"empty(", std::to_string(fieldCount), ")"});
     rows_ = 0;
   }
   bool Format(std::u16string& lineData) override { return onFormat(lineData); }
   bool AddRow(const char* text) override {
-    Note("[" + CodePageToUtf8(text) + "]");
+    Note({"[", CodePageToUtf8(text), "]"});
     return ++rows_ < room;
   }
-  void GivePosition(uint32_t position) override { Note("@" + std::to_string(position)); }
+  void GivePosition(uint32_t position) override { Note({"@", std::to_string(position)}); }
   void TakeResultId(int16_t id) override {
     resultId = id;
-    Note("result(" + std::to_string(id) + ")");
+    Note({"result(", std::to_string(id), ")"});
   }
   void BtrieveError(const char* tableName, Status status) override {
-    Note("error(" + std::string(tableName) + "," + std::to_string(status) + ")");
+    Note({"error(", tableName, ",", std::to_string(status), ")"});
   }
 
  private:
-  void Note(const std::string& what) { log_ += (log_.empty() ? "" : " ") + what; }
+  void Note(std::initializer_list<std::string_view> pieces) {
+    if (!log_.empty()) log_ += ' ';
+    for (const std::string_view piece : pieces) log_ += piece;
+  }
 
   std::string log_;
   size_t rows_ = 0;

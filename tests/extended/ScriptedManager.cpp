@@ -23,14 +23,18 @@ Answer TakeFirst(std::vector<Answer>& answers, Answer otherwise) {
 bool IsExtended(uint16_t operation) { return operation % 100 >= 36 && operation % 100 <= 39; }
 
 void Note(uint16_t operation, const void* data, const void* key, int8_t keyNumber) {
-  calls += (calls.empty() ? "" : " ") + std::to_string(operation);
-  if (IsExtended(operation)) calls += std::string(static_cast<const char*>(data) + 2, 2);
+  if (!calls.empty()) calls += ' ';
+  calls += std::to_string(operation);
+  if (IsExtended(operation)) calls.append(static_cast<const char*>(data) + 2, 2);
   if (operation == 23) {
     int32_t position = 0;
     std::memcpy(&position, data, sizeof position);
-    calls += "@" + std::to_string(position);
+    calls += '@';
+    calls += std::to_string(position);
   }
-  if (key != nullptr) calls += ":k" + std::to_string(static_cast<uint8_t>(keyNumber));
+  if (key == nullptr) return;
+  calls += ":k";
+  calls += std::to_string(static_cast<uint8_t>(keyNumber));
 }
 
 Status AnswerBatch(void* data, uint32_t* length) {

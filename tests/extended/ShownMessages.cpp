@@ -21,7 +21,8 @@ int Remember(const char* text, unsigned) {
 std::string JoinedUpTo(size_t length) {
   std::string joined;
   for (const std::string& text : std::exchange(shown, {})) {
-    joined += (joined.empty() ? "" : " ") + text.substr(0, length);
+    if (!joined.empty()) joined += ' ';
+    joined += text.substr(0, length);
   }
   return joined;
 }
