@@ -18,38 +18,38 @@ namespace qrn {
 namespace {
 
 constexpr FieldCodec Gap(int32_t code) {
-  return {static_cast<FieldType>(code), nullptr, kStepUnknown, nullptr, nullptr};
+  return {static_cast<FieldType>(code), kStepUnknown, nullptr, nullptr, nullptr};
 }
 
 // clang-format off
 constexpr FieldCodec kFieldCodecs[] = {  // a row's number is its type code; a gap keeps its row
-    {kString,      "String",     kStepBySize,  ReadString,     WriteString},
-    {kInteger,     "Integer",    kStepBySize,  ReadInteger,    WriteInteger},
-    {kFloat,       "Float",      kStepBySize,  ReadFloat,      WriteFloat},
-    {kDate,        "Date",       4,            ReadDate,       WriteDate},
-    {kTime,        "Time",       4,            ReadTime,       WriteTime},
-    {kDecimal,     "Decimal",    kStepBySize,  ReadDecimal,    WriteDecimal},
-    {kMoney,       "Money",      kStepBySize,  ReadDecimal,    WriteDecimal},
-    {kLogical,     "Logical",    1,            ReadLogical,    WriteLogical},
-    {kNumeric,     "Numeric",    kStepBySize,  ReadNumeric,    WriteNumeric},
-    {kBFloat,      "BFloat",     kStepBySize,  ReadBFloat,     WriteBFloat},
-    {kLString,     "LString",    kStepBySize,  ReadLString,    WriteLString},
-    {kZString,     "ZString",    kStepBySize,  ReadZString,    WriteZString},
-    {kNote,        nullptr,      kStepByText,  ReadNote,       WriteNote},
-    {kLVar,        nullptr,      kStepByText,  ReadNote,       WriteNote},
-    {kUBin,        "UBin",       kStepBySize,  ReadUBin,       WriteInteger},
-    {kAutoInc,     "AutoInc",    kStepBySize,  ReadAutoInc,    WriteAutoInc},
-    {kBit,         nullptr,      1,            ReadBit,        WriteBit},
-    {kNumericSTS,  "NumericSTS", kStepBySize,  ReadNumericSTS, WriteNumericSTS},
-    {kNumericSA,   "NumericSA",  kStepBySize,  ReadNumericSA,  WriteNumericSA},
-    {kCurrency,    "Currency",   8,            ReadCurrency,   WriteCurrency},
+    {kString,      kStepBySize,  "String",     ReadString,     WriteString},
+    {kInteger,     kStepBySize,  "Integer",    ReadInteger,    WriteInteger},
+    {kFloat,       kStepBySize,  "Float",      ReadFloat,      WriteFloat},
+    {kDate,        4,            "Date",       ReadDate,       WriteDate},
+    {kTime,        4,            "Time",       ReadTime,       WriteTime},
+    {kDecimal,     kStepBySize,  "Decimal",    ReadDecimal,    WriteDecimal},
+    {kMoney,       kStepBySize,  "Money",      ReadDecimal,    WriteDecimal},
+    {kLogical,     1,            "Logical",    ReadLogical,    WriteLogical},
+    {kNumeric,     kStepBySize,  "Numeric",    ReadNumeric,    WriteNumeric},
+    {kBFloat,      kStepBySize,  "BFloat",     ReadBFloat,     WriteBFloat},
+    {kLString,     kStepBySize,  "LString",    ReadLString,    WriteLString},
+    {kZString,     kStepBySize,  "ZString",    ReadZString,    WriteZString},
+    {kNote,        kStepByText,  nullptr,      ReadNote,       WriteNote},
+    {kLVar,        kStepByText,  nullptr,      ReadNote,       WriteNote},
+    {kUBin,        kStepBySize,  "UBin",       ReadUBin,       WriteInteger},
+    {kAutoInc,     kStepBySize,  "AutoInc",    ReadAutoInc,    WriteAutoInc},
+    {kBit,         1,            nullptr,      ReadBit,        WriteBit},
+    {kNumericSTS,  kStepBySize,  "NumericSTS", ReadNumericSTS, WriteNumericSTS},
+    {kNumericSA,   kStepBySize,  "NumericSA",  ReadNumericSA,  WriteNumericSA},
+    {kCurrency,    8,            "Currency",   ReadCurrency,   WriteCurrency},
     Gap(20),
-    {kBlob,        "Blob",       8,            ReadBlob,       nullptr},
+    {kBlob,        8,            "Blob",       ReadBlob,       nullptr},
     Gap(22),
     Gap(23),
     Gap(24),
-    {kWideString,  nullptr,      kStepUnknown, ReadWideText,   WriteWideText},
-    {kWideZString, nullptr,      kStepUnknown, ReadWideText,   WriteWideText},
+    {kWideString,  kStepUnknown, nullptr,      ReadWideText,   WriteWideText},
+    {kWideZString, kStepUnknown, nullptr,      ReadWideText,   WriteWideText},
 };
 // clang-format on
 

@@ -17,8 +17,8 @@ enum WalkStep : int32_t {
 
 struct FieldCodec {
   FieldType type;
-  const char* name;   // null for a type without a name of its own
   int32_t walkStep;   // bytes, or a WalkStep
+  const char* name;   // null for a type without a name of its own
   FieldReader read;   // null: the type is not read
   FieldWriter write;  // null: the type is not written
 };

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fields/DateRepair.h"
+#include "fields/FieldCodecs.h"
 #include "fields/FieldText.h"
 #include "fields/Messages.h"
 #include "fields/NumberText.h"
@@ -24,7 +25,9 @@ using Bytes = std::vector<uint8_t>;
 
 void Require(bool holds, const char* what, const DbFieldInfo& field = {}) {
   if (holds) return;
-  std::fprintf(stderr, "%s: type %d, size %d, decimals %d\n", what, field.Type, field.Size,
+  const FieldCodec* codec = FindFieldCodec(field.Type);
+  const char* name = codec != nullptr && codec->name != nullptr ? codec->name : "nameless";
+  std::fprintf(stderr, "%s: %s (%d), size %d, decimals %d\n", what, name, field.Type, field.Size,
                field.Decimals);
   std::abort();
 }
@@ -53,7 +56,7 @@ class Input {
   }
   std::string Text(size_t count) {
     const Bytes bytes = Take(count);
-    return std::string(bytes.begin(), bytes.end()).c_str();
+    return {bytes.begin(), std::find(bytes.begin(), bytes.end(), uint8_t{0})};
   }
 
  private:
