@@ -1,8 +1,6 @@
 // The create specification: 16 bytes for the file, then 16 for each key segment.
 #include <algorithm>
-#include <cstring>
 #include <memory>
-#include <string>
 
 #include "core/Dictionary.h"
 #include "core/Gateway.h"
@@ -12,6 +10,7 @@
 #include "fields/LittleEndian.h"
 #include "fields/Messages.h"
 #include "platform/BtrCall.h"
+#include "platform/CodePage.h"
 #include "platform/Memory.h"
 
 namespace qrn {
@@ -89,9 +88,10 @@ void WriteSpecs(const DbEngine& engine, const DbTableInfo& table, std::span<uint
 
 Status CreateFile(const char* path, std::span<uint8_t> specs) {
   uint8_t scratchBlock[kPosBlockSize] = {};
-  std::string pathBytes(path);
+  char key[kFilePathSize];
+  CopyText(key, path);
   auto length = static_cast<uint32_t>(specs.size());
-  return BtrCall(kOpCreate, scratchBlock, specs.data(), &length, pathBytes.data(), 0, 0);
+  return BtrCall(kOpCreate, scratchBlock, specs.data(), &length, key, 0, 0);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <cstring>
-#include <string>
 
 #include "core/Dictionary.h"
 #include "core/Gateway.h"
@@ -10,6 +10,7 @@
 #include "fields/LittleEndian.h"
 #include "fields/Messages.h"
 #include "platform/BtrCall.h"
+#include "platform/CodePage.h"
 #include "platform/FileExists.h"
 #include "platform/ShortPath.h"
 
@@ -37,11 +38,14 @@ Status ReadStat(DbTableInfo& table, FileStat& stat) {
   return kSuccess;
 }
 
-// Both texts go into buffers of their own: the record manager's parameters are not constant.
+constexpr size_t kOwnerNameSize = 256;
+
+// The owner's name goes in a buffer of its own: the record manager's parameters are not constant.
 Status OpenFile(DbTableInfo& table, const char* ownerName, char* path, int32_t mode) {
-  std::string owner(ownerName);
-  auto dataLength = static_cast<uint32_t>(owner.empty() ? 0 : owner.size() + 1);
-  return BtrCall(kOpOpen, table.PosBlock, owner.data(), &dataLength, path,
+  char owner[kOwnerNameSize];
+  const size_t ownerLength = CopyText(owner, ownerName);
+  auto dataLength = static_cast<uint32_t>(ownerLength == 0 ? 0 : ownerLength + 1);
+  return BtrCall(kOpOpen, table.PosBlock, owner, &dataLength, path,
                  static_cast<uint8_t>(std::strlen(path)), static_cast<int8_t>(mode));
 }
 

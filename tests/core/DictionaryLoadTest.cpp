@@ -45,6 +45,10 @@ class DictionaryLoad : public ::testing::Test {
   DbDictionary* dictionary_ = nullptr;
 };
 
+std::string Numbered(const char* stem, int number) {
+  return std::string(stem).append(std::to_string(number));
+}
+
 std::string Show(const DbFieldInfo& field) {
   return std::string(field.Name) + ":" + std::to_string(field.Type) + "@" +
          std::to_string(field.Offset) + "+" + std::to_string(field.Size) + " id" +
@@ -139,8 +143,8 @@ TEST_F(DictionaryLoad, TheFirstOfTwoTablesWithOneIdTakesTheRows) {
 TEST_F(DictionaryLoad, ListsGrowPastTheirBlocks) {
   lexbase_.File(4, "A", "a");
   for (int16_t i = 0; i < 100; ++i) {
-    lexbase_.Field({i, 4, ("f" + std::to_string(i)).c_str(), kString, i, 1});
-    lexbase_.Field({i, 4, ("n" + std::to_string(i)).c_str(), kIndexName, i, 1});
+    lexbase_.Field({i, 4, Numbered("f", i).c_str(), kString, i, 1});
+    lexbase_.Field({i, 4, Numbered("n", i).c_str(), kIndexName, i, 1});
     lexbase_.Index(4, i, 0, 2);
   }
   ASSERT_EQ(Load(), 0);
@@ -148,8 +152,8 @@ TEST_F(DictionaryLoad, ListsGrowPastTheirBlocks) {
   EXPECT_EQ(table.FieldCapacity, 128);
   EXPECT_EQ(table.SegmentCapacity, 100);
   for (int32_t i = 0; i < 100; ++i) {
-    EXPECT_EQ(table.Fields[i].Name, "f" + std::to_string(i));
-    EXPECT_EQ(table.NamedIndexes[i].Name, "n" + std::to_string(i));
+    EXPECT_EQ(table.Fields[i].Name, Numbered("f", i));
+    EXPECT_EQ(table.NamedIndexes[i].Name, Numbered("n", i));
     EXPECT_EQ(table.Segments[i].Offset, i);
   }
 }

@@ -1,0 +1,23 @@
+// The module's life: loaded, it reads the settings and builds the engine, so that both stand before
+// any control is made and before the first flat call.
+#include <windows.h>
+
+#include "core/DbEngine.h"
+#include "ole/Module.h"
+
+namespace {
+
+void OnLoad(HINSTANCE instance) {
+  DisableThreadLibraryCalls(instance);
+  qrn::ole::ModuleStart(instance);
+  qrn::TheEngine();
+}
+
+}  // namespace
+
+// `processEnds` is null when the module is unloaded from a process that lives on.
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
+  if (reason == DLL_PROCESS_ATTACH) OnLoad(instance);
+  if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) qrn::ole::ModuleEnd();
+  return TRUE;
+}
