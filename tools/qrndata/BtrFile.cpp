@@ -59,7 +59,7 @@ constexpr StatusName kStatusNames[] = {
     {btrieve::kCollatingSequence,     "collating sequence missing or of another form"},
     {btrieve::kKeyType,               "type cannot be a key"},
     {btrieve::kOwnerInvalid,          "the file asks for an owner name"},
-    {btrieve::kAutoIncrement,         "autoincrement key not valid"},
+    {btrieve::kAutoIncrement,         "an AutoInc field is a unique, ascending key by itself and in no other key"},
     {btrieve::kFileExists,            "file exists"},
     {btrieve::kRecordInUse,           "record in use by another program"},
     {btrieve::kFileInUse,             "file in use by another program"},

@@ -27,6 +27,15 @@ std::string SenText(int64_t sen) {
   return std::to_string(sen / 100) + "." + Padded(static_cast<uint64_t>(sen % 100), 2);
 }
 
+std::string Sentences(Random& random, std::span<const char* const> sentences, int64_t count) {
+  // No list's length is a multiple of it.
+  constexpr size_t kStep = 3;
+  std::string text;
+  size_t at = random.Below(static_cast<uint32_t>(sentences.size()));
+  for (; count > 0; --count, at += kStep) text += sentences[at % sentences.size()];
+  return text;
+}
+
 uint32_t CompanySize::Customers() const noexcept {
   return std::clamp<uint32_t>(orders / 12, 10, 20000);
 }

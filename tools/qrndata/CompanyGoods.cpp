@@ -70,10 +70,8 @@ void Company::PutDocuments() {
     std::string body;
     const int64_t paragraphs = random_.Between(1, 12);
     for (int64_t paragraph = 1; paragraph <= paragraphs; ++paragraph) {
-      body += std::to_string(paragraph) + ". ";
-      for (int64_t at = random_.Between(1, 4); at > 0; --at) {
-        body += random_.Pick(DocumentSentences());
-      }
+      body += std::to_string(paragraph) + ". " +
+              Sentences(random_, DocumentSentences(), random_.Between(1, 4));
       body += "\n";
     }
     const std::string title = DocumentTitles()[number % DocumentTitles().size()];

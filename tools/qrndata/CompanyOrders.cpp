@@ -96,8 +96,7 @@ void Company::PutClaims() {
   for (uint32_t number = 1; number <= claims; ++number) {
     const uint32_t order = random_.Below(size_.orders);
     const int64_t received = FirstDay() + int64_t{order} * kDays / size_.orders + 9;
-    std::string detail;
-    for (int64_t at = random_.Between(1, 4); at > 0; --at) detail += random_.Pick(ClaimSentences());
+    const std::string detail = Sentences(random_, ClaimSentences(), random_.Between(1, 4));
     Put({std::to_string(number), std::to_string(kFirstOrder + order), DateText(received),
          random_.OneIn(4) ? std::nullopt
                           : std::optional(DateText(received + random_.Between(1, 20))),

@@ -114,11 +114,9 @@ void Company::PutVisits() {
   Begin("VisitNotes", {"記録番号", "得意先番号", "訪問日", "担当者番号", "用件", "内容"});
   const uint32_t visits = size_.Customers() * 2;
   for (uint32_t number = 1; number <= visits; ++number) {
-    std::string text;
-    const int64_t sentences = random_.Between(1, 6);
-    for (int64_t at = 0; at < sentences; ++at) {
-      if (at == 3) text += "\n";
-      text += random_.Pick(VisitSentences());
+    std::string text = Sentences(random_, VisitSentences(), random_.Between(1, 3));
+    if (random_.OneIn(2)) {
+      text += "\n" + Sentences(random_, VisitSentences(), random_.Between(1, 3));
     }
     Put({std::to_string(number), std::to_string(random_.Between(1, size_.Customers())),
          DateText(FirstDay() + random_.Between(0, kDays - 1)),

@@ -19,6 +19,9 @@ std::string DateText(int64_t day);
 // Hundredths of a yen as "123.45".
 std::string SenText(int64_t sen);
 
+// `count` different ones of the sentences, in a row.
+std::string Sentences(Random& random, std::span<const char* const> sentences, int64_t count);
+
 struct Product {
   std::string code;
   int64_t priceSen;

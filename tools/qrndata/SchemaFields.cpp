@@ -105,6 +105,7 @@ void ReadSchemaFields(const TomlReader& tableReader, Table& table,
     field.Decimals = ReadDecimals(reader, type, field.Size);
     field.Flags = reader.Flag("nullable") ? qrn::kFieldNullable : 0;
     field.Offset = ReadOffset(reader, field, walked + (IsNullable(field) ? 1 : 0), warnings);
+    field.FieldId = static_cast<int32_t>(table.fields.size()) + 1;
     walked = field.Offset + field.Size;
     table.fields.push_back(field);
   }

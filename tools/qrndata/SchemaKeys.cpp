@@ -67,7 +67,7 @@ Segment ReadSegment(const TomlReader& reader, const Table& table, const std::str
                   std::to_string(field->Size) + " bytes) cannot be a key");
   }
   Segment segment;
-  segment.fieldId = static_cast<int>(field - table.fields.data()) + 1;
+  segment.fieldId = field->FieldId;
   segment.flags = traits.flags;
   segment.nullValue = traits.nullValue;
   if ((segment.flags & kIndexCaseInsensitive) != 0 && !IsTextType(field->Type)) {
@@ -162,8 +162,7 @@ Key ReadKey(const TomlReader& reader, Table& table, const std::filesystem::path&
   size_t length = 0;
   for (const toml::node& entry : *entries) {
     key.segments.push_back(ReadSegmentEntry(reader, table, entry, traits));
-    length += static_cast<size_t>(
-        table.fields[static_cast<size_t>(key.segments.back().fieldId) - 1].Size);
+    length += static_cast<size_t>(FindField(table, key.segments.back().fieldId)->Size);
   }
   if (length > kMaxKeyBytes) {
     reader.Refuse("fields",

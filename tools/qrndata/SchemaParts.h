@@ -14,11 +14,12 @@ namespace qrndata {
 std::string ReadSchemaName(const TomlReader& reader, std::string_view entry, size_t limit);
 
 // Reads [[table.field]] and lays the record out: fields follow each other without gaps, a null
-// indicator in front of its value, unless the schema gives an offset. Field ids are 0 still.
+// indicator in front of its value, unless the schema gives an offset. Field ids count from 1 until
+// the dictionary's are given.
 void ReadSchemaFields(const TomlReader& tableReader, Table& table,
                       std::vector<std::string>& warnings);
 
-// Reads [[table.key]]. Segments refer to fields by `fieldId` = slot + 1 until ids are given.
+// Reads [[table.key]]; segments refer to fields by those ids.
 void ReadSchemaKeys(const TomlReader& tableReader, Table& table,
                     const std::filesystem::path& directory);
 
