@@ -1,0 +1,140 @@
+#include "host/container/ControlClasses.h"
+
+#include "host/container/Text.h"
+#include "host/container/TypeNames.h"
+#include "host/form/SourceText.h"
+
+namespace qrn::host {
+namespace {
+
+std::wstring FolderOf(const std::wstring& file) {
+  const size_t slash = file.find_last_of(L"\\/");
+  return slash == std::wstring::npos ? L"." : file.substr(0, slash);
+}
+
+std::wstring ProgramFolder() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return FolderOf(path);
+}
+
+bool IsFile(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+// The module beside the program or the form; empty if it is in neither place. A path in the form
+// file counts only by its last part: it is the path of the machine that wrote the form.
+std::wstring FindModule(const std::string& fileName, const std::wstring& formFolder) {
+  std::wstring name = Wide(fileName);
+  name.erase(0, name.find_last_of(L"\\/:") + 1);
+  if (name.empty()) return L"";
+  for (const std::wstring& folder : {ProgramFolder(), formFolder}) {
+    const std::wstring path = folder + L"\\" + name;
+    if (IsFile(path)) return path;
+  }
+  return L"";
+}
+
+std::wstring LibraryName(ITypeLib* library) {
+  Bstr name;
+  library->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr);
+  return std::wstring(name.view());
+}
+
+bool IsLibrary(ITypeLib* library, const GUID& id) {
+  TLIBATTR* attributes = nullptr;
+  if (FAILED(library->GetLibAttr(&attributes))) return false;
+  const bool same = attributes->guid == id;
+  library->ReleaseTLibAttr(attributes);
+  return same;
+}
+
+std::string KeyOf(const form::LibraryReference& library) {
+  return form::LowerWord(library.typeLibrary) + "#" + std::to_string(library.major) + "." +
+         std::to_string(library.minor);
+}
+
+// An object from a module that need not be registered.
+Com<IUnknown> MakeFrom(HMODULE module, const GUID& id) {
+  using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+  const auto entry = reinterpret_cast<GetClassObject>(
+      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+  Com<IClassFactory> factory;
+  Com<IUnknown> object;
+  if (entry && SUCCEEDED(entry(id, IID_IClassFactory, factory.putVoid()))) {
+    factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid());
+  }
+  return object;
+}
+
+}  // namespace
+
+ModuleClasses::Entry ModuleClasses::Load(const form::LibraryReference& library,
+                                         const std::wstring& folder) const {
+  Entry entry;
+  GUID id{};
+  CLSIDFromString(Wide(library.typeLibrary).c_str(), &id);
+  const std::wstring path = FindModule(library.fileName, folder);
+  if (!path.empty()) {
+    entry.module.reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    if (!entry.module) {
+      throw ClassNotFound{library.fileName + " was found but cannot be loaded (error " +
+                          std::to_string(GetLastError()) + ")"};
+    }
+    LoadTypeLibEx(path.c_str(), REGKIND_NONE, entry.library.put());
+    if (entry.library && !IsLibrary(entry.library.get(), id)) {
+      throw ClassNotFound{library.fileName + " holds another type library than " +
+                          library.typeLibrary};
+    }
+  }
+  if (!entry.library) {
+    LoadRegTypeLib(id, static_cast<WORD>(library.major), static_cast<WORD>(library.minor),
+                   LOCALE_USER_DEFAULT, entry.library.put());
+  }
+  if (!entry.library) {
+    throw ClassNotFound{library.fileName +
+                        " is neither beside the program nor beside the form, and its library is "
+                        "not registered"};
+  }
+  entry.name = LibraryName(entry.library.get());
+  return entry;
+}
+
+void ModuleClasses::Add(const form::LibraryReference& library, const std::wstring& folder) {
+  const std::string key = KeyOf(library);
+  if (!entries_.contains(key)) entries_.emplace(key, Load(library, folder));
+}
+
+ControlClass ModuleClasses::Find(const std::string& library, const std::string& name) {
+  bool knownLibrary = false;
+  for (const auto& [key, entry] : entries_) {
+    if (!SameName(entry.name, Wide(library))) continue;
+    knownLibrary = true;
+    const Com<ITypeInfo> type = FindClass(entry.library.get(), Wide(name));
+    if (type) return {IdOf(type.get()), type};
+  }
+  if (knownLibrary) throw ClassNotFound{library + " has no control " + name};
+  ControlClass found;
+  if (SUCCEEDED(CLSIDFromProgID(Wide(library + "." + name).c_str(), &found.id))) return found;
+  throw ClassNotFound{library + "." + name +
+                      " is not known: no Object line of the form names a library " + library};
+}
+
+Com<IUnknown> ModuleClasses::Make(const GUID& id) {
+  for (const auto& [key, entry] : entries_) {
+    if (!entry.module) continue;
+    if (Com<IUnknown> object = MakeFrom(entry.module.get(), id)) return object;
+  }
+  Com<IUnknown> object;
+  CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.putVoid());
+  return object;
+}
+
+std::vector<Com<ITypeLib>> ModuleClasses::Libraries() const {
+  std::vector<Com<ITypeLib>> libraries;
+  for (const auto& [key, entry] : entries_) libraries.push_back(entry.library);
+  return libraries;
+}
+
+}  // namespace qrn::host

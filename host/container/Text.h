@@ -1,0 +1,26 @@
+// Texts on their way between the runner (UTF-8) and the system (UTF-16).
+#pragma once
+
+#include <oaidl.h>
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "ole/Bstr.h"
+
+namespace qrn::host {
+
+std::wstring Wide(std::string_view utf8);
+std::string Utf8(std::wstring_view wide);
+
+inline ole::Bstr MakeBstr(std::string_view utf8) { return ole::Bstr(Wide(utf8)); }
+
+// Equal but for case, as names of members and controls are compared.
+bool SameName(std::wstring_view left, std::wstring_view right) noexcept;
+
+// A value as Visual Basic would print it: True, False, Null as "Null", Empty and an object that
+// has no value as "". Numbers have a point whatever the locale.
+std::wstring ValueAsText(const VARIANT& value);
+
+}  // namespace qrn::host

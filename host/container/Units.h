@@ -1,0 +1,36 @@
+// Sizes: forms count in twips (fixed 15 a pixel), windows in pixels, extents in HIMETRIC.
+#pragma once
+
+#include <windows.h>
+
+#include <cmath>
+
+namespace qrn::host {
+
+inline constexpr double kTwipsPerPixel = 15;
+inline constexpr int kPixelsPerInch = 96;
+inline constexpr int kHimetricPerInch = 2540;
+
+inline int ToPixels(double twips) noexcept {
+  return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+}
+inline double ToTwips(int pixels) noexcept { return pixels * kTwipsPerPixel; }
+inline LONG ToHimetric(int pixels) noexcept {
+  return MulDiv(pixels, kHimetricPerInch, kPixelsPerInch);
+}
+
+// Where something stands on its container, in twips.
+struct Bounds {
+  double left = 0;
+  double top = 0;
+  double width = 0;
+  double height = 0;
+
+  // Edges are rounded each by itself, so that what touches in twips touches in pixels.
+  RECT Pixels() const noexcept {
+    return {ToPixels(left), ToPixels(top), ToPixels(left) + ToPixels(width),
+            ToPixels(top) + ToPixels(height)};
+  }
+};
+
+}  // namespace qrn::host
