@@ -65,9 +65,9 @@ struct Call {
       return Run(control, function, values);
     }
   }
-  static bool Carries(size_t argument, VarType type) {
-    constexpr bool (*kEach[])(VarType) = {&Argument<A>::Carries..., nullptr};
-    return kEach[argument](type);
+  static constexpr bool Carries(size_t argument, VarType type) {
+    bool (*const each[])(VarType) = {&Argument<A>::Carries..., nullptr};
+    return each[argument](type);
   }
   static constexpr size_t kCount = sizeof...(A);
 };

@@ -1,0 +1,107 @@
+// A small container: client site, in-place site, frame and control site in one object, which writes
+// down what the control asks of it.
+#pragma once
+
+#include <oaidl.h>
+#include <olectl.h>
+#include <oleidl.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "ole/Com.h"
+#include "ole/Handles.h"
+#include "ole/Variant.h"
+
+namespace qrn::test {
+
+using namespace qrn::ole;
+
+using TopWindow = Held<HWND, &DestroyWindow>;
+
+class TestSite final : public IOleClientSite,
+                       public IOleInPlaceSite,
+                       public IOleInPlaceFrame,
+                       public IOleControlSite,
+                       public IDispatch {
+ public:
+  TestSite();
+  virtual ~TestSite() = default;
+
+  // Hosts a control in this window's client area: site, then in-place activation.
+  HRESULT Host(IUnknown* control, LONG verb = OLEIVERB_INPLACEACTIVATE);
+  // Deactivates, closes and takes the site away.
+  void Unhost();
+
+  HWND window() const { return window_.get(); }
+  IOleObject* object() const { return object_.get(); }
+
+  std::string log;
+  std::map<DISPID, Variant> ambients;
+  RECT place{10, 10, 110, 60};
+  HRESULT acceleratorResult = S_FALSE;
+  DWORD acceleratorModifiers = 99;
+  HRESULT mayActivate = S_OK;
+  std::function<void()> onUiActivate;
+  ULONG references = 0;
+  void RunTime(const wchar_t* name = L"Sample1");
+
+  STDMETHODIMP QueryInterface(REFIID id, void** out) override;
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
+  STDMETHODIMP_(ULONG) Release() override { return --references; }
+
+  STDMETHODIMP SaveObject() override { return Note("save"); }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+  STDMETHODIMP ShowObject() override { return Note("show"); }
+  STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+  STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+
+  STDMETHODIMP GetWindow(HWND* window) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return S_OK; }
+  STDMETHODIMP CanInPlaceActivate() override { return mayActivate; }
+  STDMETHODIMP OnInPlaceActivate() override { return Note("in"); }
+  STDMETHODIMP OnUIActivate() override;
+  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+  STDMETHODIMP Scroll(SIZE) override { return S_OK; }
+  STDMETHODIMP OnUIDeactivate(BOOL) override { return Note("ui-out"); }
+  STDMETHODIMP OnInPlaceDeactivate() override { return Note("out"); }
+  STDMETHODIMP DiscardUndoState() override { return S_OK; }
+  STDMETHODIMP DeactivateAndUndo() override { return S_OK; }
+  STDMETHODIMP OnPosRectChange(LPCRECT) override { return S_OK; }
+
+  STDMETHODIMP GetBorder(LPRECT) override { return E_NOTIMPL; }
+  STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return E_NOTIMPL; }
+  STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) override;
+  STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+  STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
+  STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
+  STDMETHODIMP SetStatusText(LPCOLESTR) override { return E_NOTIMPL; }
+  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+  STDMETHODIMP TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+
+  STDMETHODIMP OnControlInfoChanged() override { return S_OK; }
+  STDMETHODIMP LockInPlaceActive(BOOL) override { return S_OK; }
+  STDMETHODIMP GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
+  STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
+  STDMETHODIMP OnFocus(BOOL has) override { return Note(has ? "focus" : "blur"); }
+  STDMETHODIMP ShowPropertyFrame() override { return Note("pages"); }
+
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value, EXCEPINFO*,
+                      UINT*) override;
+
+ private:
+  HRESULT Note(const char* what);
+
+  TopWindow window_;
+  Com<IOleObject> object_;
+};
+
+}  // namespace qrn::test
