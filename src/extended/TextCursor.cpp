@@ -1,5 +1,6 @@
 #include "extended/TextCursor.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "platform/CodePage.h"
@@ -21,6 +22,10 @@ std::string_view TextCursor::TakeUntil(size_t limit, Ends ends) {
     if (size + (pair ? 2 : 1) > limit) break;
     size += pair ? 2 : 1;
   }
+  return Take(size);
+}
+
+std::string_view TextCursor::Take(size_t size) {
   const std::string_view taken = rest_.substr(0, size);
   rest_.remove_prefix(size);
   return taken;
@@ -37,7 +42,9 @@ bool TextCursor::Accept(std::string_view word) {
 }
 
 std::string_view TextCursor::TakeDigits(size_t limit) {
-  return TakeUntil(limit, [](char byte) { return !IsDigit(byte); });
+  size_t size = 0;
+  while (size < std::min(limit, rest_.size()) && IsDigit(rest_[size])) ++size;
+  return Take(size);
 }
 
 std::string_view TextCursor::TakeName(size_t limit) {

@@ -38,6 +38,9 @@ class TextCursor {
   std::string_view TakeDelimited(size_t limit);
 
  private:
+  std::string_view Take(size_t size);
+
+  // Two-byte characters never end it.
   template <class Ends>
   std::string_view TakeUntil(size_t limit, Ends ends);
 

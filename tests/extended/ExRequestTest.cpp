@@ -38,6 +38,19 @@ TEST_F(Request, LaysHeadTermsCountsAndExtractor) {
   );
 }
 
+// The one of docs/search-conditions.md.
+TEST_F(Request, DocumentedExample) {
+  TestTable orders({{"Code", kInteger, 2}, {"Name", kString, 4}});
+  const auto condition = ParseSearchCond(engine_, orders.Info(), "@Code > 1 & @Name = Abe", false);
+  const auto fields = ParseFieldList(engine_, orders.Info(), "Name,Code");
+  EXPECT_EQ(Laid(ExRequest("UC", 100, *condition, 2, *fields)),
+            " 28 00 55 43 64 00 02 00"
+            " 01 02 00 00 00 02 01 01 00"
+            " 00 04 00 02 00 01 00 41 62 65 20"
+            " 02 00 02 00"
+            " 04 00 02 00 02 00 00 00");
+}
+
 TEST_F(Request, WithoutAConditionTheRecordCountStandsAtOffset8) {
   EXPECT_EQ(Laid(Make("", "a", 100, 1)), " 10 00 55 43 64 00 00 00 01 00 01 00 02 00 00 00");
 }

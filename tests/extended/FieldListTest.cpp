@@ -51,6 +51,7 @@ TEST_F(FieldListText, NamesAndNumbersInTheTextsOrder) {
       {"a blank before a comma too", "a ,b", "0 (2)"},
       {"a tab ends the list", "a\tb", "0 (2)"},
       {"a number ends at the first other character", "1x,a", "1 (4)"},
+      {"also at a two-byte one", "1ポ,a", "1 (4)"},
       {"a name in two-byte characters", "ポソ,a", "2 0 (6)"},
       {"the longest name", "abcdefghijklmnopqrst", "3 (6)"},
       {"variable fields are allowed", "note", "5 (9)"},

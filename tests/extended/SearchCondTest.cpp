@@ -161,6 +161,7 @@ TEST_F(SearchCond, RefusesWithTheMessageOfTheFault) {
       {"an lvar", "@Rest = 5", kVariable},
       {"no operator", "@0 ! 5", kNoOperator},
       {"nothing behind the field", "@0", kNoOperator},
+      {"a two-byte character behind a number", "@0ポ= 5", kNoOperator},
       {"the operator's letters swapped", "@0 => 5", "1: 01 02 00 00 00 01 00 00 00"},
       {"a comma behind the name", "@Age, = 5", kNoOperator},
       {"a connector for a value", "@0 = & ", NoValue("@0 = & ")},
