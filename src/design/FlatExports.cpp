@@ -1,7 +1,6 @@
-// The module's flat functions under their exported names. Ids, modes and biases are 16 bits wide,
-// results 32; what each does stands in core/FlatInterface.h.
+#include "design/FlatExports.h"
+
 #include <cstdarg>
-#include <cstdint>
 
 #include "core/FlatInterface.h"
 #include "fields/Messages.h"
@@ -10,14 +9,12 @@ namespace flat = qrn::flat;
 
 extern "C" {
 
-// The status goes out without its sign: -1 reads 65535 to a caller that takes 32 bits.
 int32_t DbInitialize(const char* directory) {
   return static_cast<uint16_t>(flat::DbInitialize(directory));
 }
 
 int32_t DbTerminate() { return flat::DbTerminate(); }
 
-// The first word of these two was the table's once and is not looked at.
 int32_t DbSetOpenMode(int16_t, int16_t mode) { return flat::DbSetOpenMode(mode); }
 int32_t DbSetOwnerName(int16_t, const char* ownerName, int16_t mode) {
   return flat::DbSetOwnerName(ownerName, mode);
@@ -79,7 +76,6 @@ void* DbGetTableName(int16_t tableId) { return flat::DbGetTableName(tableId); }
 
 int32_t DbSetFormattedString(const char* text) { return flat::DbSetFormattedString(text); }
 
-// For applications: a message of the table, with its arguments, as the process's last word.
 void QuorinFatalAppExit(int id, ...) {
   va_list arguments;
   va_start(arguments, id);

@@ -1,8 +1,8 @@
 // Descriptors, conditions, the end of a range, replies.
 #include <gtest/gtest.h>
 
-#include "Descriptor.h"
 #include "btrieve/ExtendedRequest.h"
+#include "kit/Descriptor.h"
 
 namespace btrieve::test {
 namespace {

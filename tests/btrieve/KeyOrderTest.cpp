@@ -2,8 +2,8 @@
 // brackets. Every pair is compared directly, by ordered bytes, and by those of a descending key.
 #include <gtest/gtest.h>
 
-#include "Bytes.h"
 #include "btrieve/KeyOrder.h"
+#include "kit/Bytes.h"
 
 namespace btrieve::test {
 namespace {

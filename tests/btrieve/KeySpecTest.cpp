@@ -1,9 +1,9 @@
 // Specifications: what Create and Create Index take and refuse, and the stored form.
 #include <gtest/gtest.h>
 
-#include "Bytes.h"
 #include "btrieve/KeySpec.h"
 #include "btrieve/StatReply.h"
+#include "kit/Bytes.h"
 
 namespace btrieve::test {
 namespace {

@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Caller.h"
-#include "SampleControl.h"
-#include "TestSite.h"
-#include "ole/ClassFactory.h"
+#include "SampleFixture.h"
 
 namespace qrn::test {
 namespace {
@@ -13,20 +10,12 @@ constexpr char kMismatch[] = "80020005";
 constexpr char kUnknownName[] = "80020006";
 constexpr char kBadCount[] = "8002000E";
 
-class DispatchTest : public ::testing::Test {
+class DispatchTest : public SampleFixture {
  protected:
-  DispatchTest() {
-    EXPECT_EQ(CreateControl<Sample>(nullptr, __uuidof(IDispatch), control.putVoid()), S_OK);
-  }
-  ~DispatchTest() override { site.Unhost(); }
-  IDispatch* object() { return control.get(); }
   void RunTime() {
     site.RunTime();
     Query<IOleObject>(control)->SetClientSite(&site);
   }
-
-  TestSite site;
-  Com<IDispatch> control;
 };
 
 TEST_F(DispatchTest, PropertiesOfEveryTypeComeBackAsTheyWerePut) {
@@ -65,7 +54,6 @@ TEST_F(DispatchTest, ARefusedPutChangesNothingAndSaysWhy) {
     const char* failure;
     const char* kept;
   };
-  Variant object_;
   const Case kCases[] = {
       {L"Count", Long(32768), "8002000A", "ok I2:0"},
       {L"Count", Text(L"many"), kMismatch, "ok I2:0"},

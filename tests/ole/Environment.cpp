@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "SampleTable.h"
+#include "TestSite.h"
 #include "ole/Module.h"
 #include "typelib/TypeLibraryWriter.h"
 
@@ -21,6 +22,7 @@ class Environment final : public ::testing::Environment {
   }
   void TearDown() override {
     EXPECT_TRUE(ModuleIsIdle()) << "objects are left alive";
+    DestroyWindow(TheForm());
     ModuleEnd();
     OleUninitialize();
     std::filesystem::remove(path_);

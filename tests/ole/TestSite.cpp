@@ -2,9 +2,11 @@
 
 namespace qrn::test {
 
-TestSite::TestSite()
-    : window_(CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 0, 0, 300,
-                              200, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)) {}
+HWND TheForm() {
+  static HWND form = CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
+                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  return form;
+}
 
 HRESULT TestSite::Host(IUnknown* control, LONG verb) {
   object_ = Query<IOleObject>(control);
@@ -41,7 +43,7 @@ STDMETHODIMP TestSite::QueryInterface(REFIID id, void** out) {
 }
 
 STDMETHODIMP TestSite::GetWindow(HWND* window) {
-  *window = window_.get();
+  *window = window();
   return S_OK;
 }
 

@@ -18,7 +18,8 @@ namespace qrn::test {
 
 using namespace qrn::ole;
 
-using TopWindow = Held<HWND, &DestroyWindow>;
+// One visible window for all tests: without a window manager every one that goes costs two seconds.
+HWND TheForm();
 
 class TestSite final : public IOleClientSite,
                        public IOleInPlaceSite,
@@ -26,7 +27,6 @@ class TestSite final : public IOleClientSite,
                        public IOleControlSite,
                        public IDispatch {
  public:
-  TestSite();
   virtual ~TestSite() = default;
 
   // Hosts a control in this window's client area: site, then in-place activation.
@@ -34,7 +34,7 @@ class TestSite final : public IOleClientSite,
   // Deactivates, closes and takes the site away.
   void Unhost();
 
-  HWND window() const { return window_.get(); }
+  HWND window() const { return TheForm(); }
   IOleObject* object() const { return object_.get(); }
 
   std::string log;
@@ -100,7 +100,6 @@ class TestSite final : public IOleClientSite,
  private:
   HRESULT Note(const char* what);
 
-  TopWindow window_;
   Com<IOleObject> object_;
 };
 

@@ -1,0 +1,198 @@
+#include "btrieve/CheckedVfs.h"
+
+#include <bit>
+#include <cstring>
+
+namespace btrieve {
+namespace {
+
+struct CheckedFile {
+  sqlite3_file base;
+  bool isData;  // a data file, as against its log
+  SharedLogHead logHead;
+};
+
+sqlite3_file* Real(sqlite3_file* file) noexcept {
+  return reinterpret_cast<sqlite3_file*>(reinterpret_cast<CheckedFile*>(file) + 1);
+}
+CheckedFile* Ours(sqlite3_file* file) noexcept { return reinterpret_cast<CheckedFile*>(file); }
+
+bool IsWholePage(const CheckedFile* file, int amount, sqlite3_int64 offset) noexcept {
+  return file->isData && amount == static_cast<int>(kStoragePageSize) &&
+         offset % static_cast<int>(kStoragePageSize) == 0;
+}
+uint64_t PageAt(sqlite3_int64 offset) noexcept {
+  return static_cast<uint64_t>(offset) / kStoragePageSize + 1;
+}
+
+int Close(sqlite3_file* file) { return Real(file)->pMethods->xClose(Real(file)); }
+
+int Read(sqlite3_file* file, void* buffer, int amount, sqlite3_int64 offset) {
+  const int result = Real(file)->pMethods->xRead(Real(file), buffer, amount, offset);
+  if (!IsWholePage(Ours(file), amount, offset)) return result;
+  // A page that should be there and is not would pass for one of zeros.
+  if (result == SQLITE_IOERR_SHORT_READ) return SQLITE_IOERR_READ;
+  if (result != SQLITE_OK) return result;
+  const bool sound = PageIsSound(static_cast<const uint8_t*>(buffer), PageAt(offset));
+  return sound ? SQLITE_OK : SQLITE_IOERR_DATA;
+}
+
+int Write(sqlite3_file* file, const void* buffer, int amount, sqlite3_int64 offset) {
+  if (!IsWholePage(Ours(file), amount, offset)) {
+    return Real(file)->pMethods->xWrite(Real(file), buffer, amount, offset);
+  }
+  alignas(8) uint8_t page[kStoragePageSize];
+  std::memcpy(page, buffer, sizeof page);
+  const uint64_t sum = PageSum(page, PageAt(offset));
+  std::memcpy(page + sizeof page - kPageSumSize, &sum, kPageSumSize);
+  return Real(file)->pMethods->xWrite(Real(file), page, amount, offset);
+}
+
+int Truncate(sqlite3_file* file, sqlite3_int64 size) {
+  return Real(file)->pMethods->xTruncate(Real(file), size);
+}
+int Sync(sqlite3_file* file, int flags) { return Real(file)->pMethods->xSync(Real(file), flags); }
+int FileSize(sqlite3_file* file, sqlite3_int64* size) {
+  return Real(file)->pMethods->xFileSize(Real(file), size);
+}
+int Lock(sqlite3_file* file, int level) { return Real(file)->pMethods->xLock(Real(file), level); }
+int Unlock(sqlite3_file* file, int level) {
+  return Real(file)->pMethods->xUnlock(Real(file), level);
+}
+int CheckReservedLock(sqlite3_file* file, int* held) {
+  return Real(file)->pMethods->xCheckReservedLock(Real(file), held);
+}
+int FileControl(sqlite3_file* file, int operation, void* argument) {
+  return Real(file)->pMethods->xFileControl(Real(file), operation, argument);
+}
+int SectorSize(sqlite3_file* file) { return Real(file)->pMethods->xSectorSize(Real(file)); }
+int DeviceCharacteristics(sqlite3_file* file) {
+  return Real(file)->pMethods->xDeviceCharacteristics(Real(file));
+}
+
+int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory) {
+  const int result = Real(file)->pMethods->xShmMap(Real(file), region, size, extend, memory);
+  if (region == 0) {
+    Ours(file)->logHead = result == SQLITE_OK ? static_cast<SharedLogHead>(*memory) : nullptr;
+  }
+  return result;
+}
+int ShmLock(sqlite3_file* file, int offset, int count, int flags) {
+  return Real(file)->pMethods->xShmLock(Real(file), offset, count, flags);
+}
+void ShmBarrier(sqlite3_file* file) { Real(file)->pMethods->xShmBarrier(Real(file)); }
+int ShmUnmap(sqlite3_file* file, int remove) {
+  Ours(file)->logHead = nullptr;
+  return Real(file)->pMethods->xShmUnmap(Real(file), remove);
+}
+
+// Version 2: pages are never mapped, so each read passes the check.
+constexpr sqlite3_io_methods kMethods = {2,
+                                         Close,
+                                         Read,
+                                         Write,
+                                         Truncate,
+                                         Sync,
+                                         FileSize,
+                                         Lock,
+                                         Unlock,
+                                         CheckReservedLock,
+                                         FileControl,
+                                         SectorSize,
+                                         DeviceCharacteristics,
+                                         ShmMap,
+                                         ShmLock,
+                                         ShmBarrier,
+                                         ShmUnmap,
+                                         nullptr,
+                                         nullptr};
+
+sqlite3_vfs* System() noexcept { return sqlite3_vfs_find(nullptr); }
+
+int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+  CheckedFile* ours = Ours(file);
+  std::memset(static_cast<void*>(ours), 0, sizeof *ours);
+  std::memset(static_cast<void*>(Real(file)), 0, sizeof(sqlite3_file));
+  ours->isData = (flags & SQLITE_OPEN_MAIN_DB) != 0;
+  const int result = System()->xOpen(System(), name, Real(file), flags, outFlags);
+  if (Real(file)->pMethods) ours->base.pMethods = &kMethods;
+  return result;
+}
+int Delete(sqlite3_vfs*, const char* name, int syncDirectory) {
+  return System()->xDelete(System(), name, syncDirectory);
+}
+int Access(sqlite3_vfs*, const char* name, int flags, int* result) {
+  return System()->xAccess(System(), name, flags, result);
+}
+int FullPathname(sqlite3_vfs*, const char* name, int size, char* out) {
+  return System()->xFullPathname(System(), name, size, out);
+}
+int Randomness(sqlite3_vfs*, int size, char* out) {
+  return System()->xRandomness(System(), size, out);
+}
+int Sleep(sqlite3_vfs*, int microseconds) { return System()->xSleep(System(), microseconds); }
+int CurrentTime(sqlite3_vfs*, double* time) { return System()->xCurrentTime(System(), time); }
+int GetLastError(sqlite3_vfs*, int size, char* out) {
+  return System()->xGetLastError(System(), size, out);
+}
+int CurrentTime64(sqlite3_vfs*, sqlite3_int64* time) {
+  return System()->xCurrentTimeInt64(System(), time);
+}
+
+bool Register() noexcept {
+  if (sqlite3_initialize() != SQLITE_OK || !System()) return false;
+  static sqlite3_vfs vfs{};
+  vfs.iVersion = 2;
+  vfs.szOsFile = static_cast<int>(sizeof(CheckedFile)) + System()->szOsFile;
+  vfs.mxPathname = System()->mxPathname;
+  vfs.zName = "btrieve";
+  vfs.xOpen = Open;
+  vfs.xDelete = Delete;
+  vfs.xAccess = Access;
+  vfs.xFullPathname = FullPathname;
+  vfs.xRandomness = Randomness;
+  vfs.xSleep = Sleep;
+  vfs.xCurrentTime = CurrentTime;
+  vfs.xGetLastError = GetLastError;
+  vfs.xCurrentTimeInt64 = CurrentTime64;
+  return sqlite3_vfs_register(&vfs, 0) == SQLITE_OK;
+}
+
+}  // namespace
+
+bool RegisterCheckedVfs() noexcept {
+  static const bool registered = Register();
+  return registered;
+}
+
+// Four lanes that each only multiply by odd numbers, rotate and exclusive-or: no single changed
+// word can leave its lane's result as it was.
+uint64_t PageSum(const uint8_t* page, uint64_t number) noexcept {
+  constexpr uint64_t kFactor = 0x9E3779B97F4A7C15;
+  uint64_t lanes[4] = {number, number + 1, number + 2, number + 3};
+  for (size_t at = 0; at < kStoragePageSize; at += 32) {
+    uint64_t words[4];
+    std::memcpy(words, page + at, sizeof words);
+    if (at + 32 == kStoragePageSize) words[3] = number;  // where the checksum itself stands
+    for (int lane = 0; lane < 4; ++lane) {
+      lanes[lane] = std::rotl((lanes[lane] ^ words[lane]) * kFactor, 29);
+    }
+  }
+  uint64_t sum = 0;
+  for (const uint64_t lane : lanes) sum = std::rotl((sum ^ lane) * kFactor, 31);
+  return sum;
+}
+
+bool PageIsSound(const uint8_t* page, uint64_t number) noexcept {
+  uint64_t stored;
+  std::memcpy(&stored, page + kStoragePageSize - kPageSumSize, sizeof stored);
+  return stored == PageSum(page, number);
+}
+
+SharedLogHead LogHeadOf(sqlite3* connection) noexcept {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  return file && file->pMethods == &kMethods ? Ours(file)->logHead : nullptr;
+}
+
+}  // namespace btrieve

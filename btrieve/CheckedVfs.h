@@ -1,0 +1,36 @@
+// A layer between SQLite and the system's files, for two things SQLite does not do by itself:
+//
+// - every page in a data file ends with a checksum, written when the page is and verified when it
+//   is read, so that a damaged page is an error and never wrong data. The log has checksums of its
+//   own;
+// - the counters that SQLite keeps in shared memory beside a log can be looked at without a system
+//   call, which tells whether another process has committed anything.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+namespace btrieve {
+
+inline constexpr size_t kStoragePageSize = 4096;  // bytes of every page of a data file
+inline constexpr size_t kPageSumSize = 8;         // of them at the end: the checksum
+
+// Registers the layer under the name "btrieve", once; also starts SQLite. False out of memory.
+bool RegisterCheckedVfs() noexcept;
+
+// The checksum of page `number` (from 1); `page` has kStoragePageSize bytes.
+uint64_t PageSum(const uint8_t* page, uint64_t number) noexcept;
+bool PageIsSound(const uint8_t* page, uint64_t number) noexcept;
+
+// The head of the shared log index: it differs after each commit. Other processes write to it.
+inline constexpr size_t kLogHeadWords = 6;
+using SharedLogHead = const volatile uint64_t*;
+
+// Where the head of the log index of this connection's main file is mapped; null before the first
+// read. The address may change whenever the connection is used.
+SharedLogHead LogHeadOf(sqlite3* connection) noexcept;
+
+}  // namespace btrieve

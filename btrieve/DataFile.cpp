@@ -1,0 +1,100 @@
+#include "btrieve/DataFile.h"
+
+#include <algorithm>
+
+namespace btrieve {
+
+namespace {
+constexpr uint32_t kMostReserved = 1024;
+}
+
+DataFile::~DataFile() {
+  finder_.End();
+  if (dirty_) (void)MakeStable();
+  base_.Close();
+}
+
+Overlay& DataFile::Changes() {
+  base_.EndWalks();
+  if (!part_.overlay) part_.overlay = std::make_unique<Overlay>(base_.Indexes().size());
+  return *part_.overlay;
+}
+
+bool DataFile::Fetch(uint32_t position, Hit& hit) {
+  const OverlayRecord* record = part_.overlay ? part_.overlay->Find(position) : nullptr;
+  if (!record) return base_.Fetch(position, hit);
+  hit = {position, record->version, record->data, record->numbers.Stored(), {}};
+  return !record->deleted;
+}
+
+uint32_t DataFile::FindValue(int slot, const Entry& value) {
+  const Entry behind = BehindValue(value.View());
+  if (!part_.overlay) return base_.FindEntry(slot, value, behind);
+  finder_.Start(*this, slot, true, value.View());
+  Hit hit;
+  const bool found = finder_.Step(hit) && BytesLess(hit.entry, behind.View());
+  const uint32_t position = found ? hit.position : 0;
+  finder_.End();
+  return position;
+}
+
+uint32_t DataFile::RecordCount() noexcept {
+  const int64_t change = part_.overlay ? part_.overlay->recordChange : 0;
+  return static_cast<uint32_t>(base_.Counts().records + change);
+}
+
+uint32_t DataFile::DistinctCount(int slot) noexcept {
+  const int64_t change = part_.overlay ? part_.overlay->DistinctChange(slot) : 0;
+  return static_cast<uint32_t>(base_.Counts().distinct[slot] + change);
+}
+
+void DataFile::MakeValue(int slot, const uint8_t* record, Entry& value) {
+  const KeyOrder& order = IndexAt(slot).order;
+  value.SetSize(0);
+  if (order.LeavesOut(record)) return;
+  order.OrderRecord(record, value.Data());
+  value.SetSize(order.OrderedSize());
+}
+
+void DataFile::MakeEntry(int slot, const Hit& record, Entry& entry) {
+  MakeValue(slot, record.data.data(), entry);
+  const Index& index = IndexAt(slot);
+  if (entry.Size() == 0 || !index.duplicates) return;
+  entry.AppendNumber(OrderNumberIn(record.numbers, index.id, record.position));
+}
+
+uint32_t DataFile::NextPosition() {
+  const uint32_t next = base_.Counts().nextPosition;
+  return next <= kHighestPosition ? next : base_.FindFreePosition();
+}
+
+void DataFile::Reserve(uint32_t count) {
+  if (endReserved_ - nextReserved_ >= count) return;
+  base_.BeginWrite();
+  Head& head = base_.Counts();
+  const uint32_t free = kHighestPosition + 1 - std::min(head.nextPosition, kHighestPosition + 1);
+  const uint32_t taken = std::min(std::max(reserveNext_, count), free);
+  if (taken >= count) {
+    nextReserved_ = head.nextPosition;
+    endReserved_ = nextReserved_ + taken;
+    head.nextPosition = endReserved_;
+  }
+  base_.CommitWrite();
+  if (taken < count) throw Failure{kDiskFull};
+  reserveNext_ = std::min(reserveNext_ * 2, kMostReserved);
+}
+
+void DataFile::MarkDirty() noexcept { dirty_ = true; }
+
+bool DataFile::MakeStable() noexcept {
+  if (!dirty_) return true;
+  dirty_ = false;
+  if (SyncFile(LogPath(), logEntryIsNew_)) {
+    logEntryIsNew_ = false;
+    return true;
+  }
+  dirty_ = true;
+  return false;
+}
+
+}  // namespace btrieve

@@ -1,0 +1,111 @@
+// One data file of this process: its storage, its locks, and what the client's transaction has
+// changed in it. All cursors on the file share it. Reads here are the client's view: its own
+// uncommitted changes are seen, those of others are not.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "btrieve/FileLocks.h"
+#include "btrieve/Overlay.h"
+#include "btrieve/Storage.h"
+#include "btrieve/Walk.h"
+
+namespace btrieve {
+
+using Clock = std::chrono::steady_clock;
+
+// The bound behind all entries of a value.
+inline Entry BehindValue(ByteView value) noexcept {
+  Entry bound(value);
+  bound.Fill(0xFF, kBehindAll);
+  return bound;
+}
+
+// What the running transaction holds in one file.
+struct Participation {
+  bool writes = false;               // exclusive: a write transaction of the storage is open
+  bool intent = false;               // the file has the transaction's intent
+  std::set<uint32_t> changed;        // exclusive: records written, where the redo needs them
+  std::unique_ptr<Overlay> overlay;  // concurrent: the changes
+  std::vector<uint32_t> held;        // concurrent: records locked for having been written
+  bool ownerHeld = false;            // the byte that says that the intent's owner lives
+  bool present = false;              // concurrent: others' exclusive transactions are kept off
+};
+
+class DataFile : public std::enable_shared_from_this<DataFile> {
+ public:
+  DataFile(std::string path, FileIdentity identity) noexcept
+      : path_(std::move(path)), identity_(identity) {}
+  ~DataFile();
+  DataFile(const DataFile&) = delete;
+  DataFile& operator=(const DataFile&) = delete;
+
+  const std::string& Path() const noexcept { return path_; }
+  const FileIdentity& Identity() const noexcept { return identity_; }
+  Storage& Base() noexcept { return base_; }
+  FileLocks& Locks() noexcept { return locks_; }
+  Participation& Part() noexcept { return part_; }
+  const FileSpec& Spec() const noexcept { return base_.Spec(); }
+  Index& IndexAt(int slot) noexcept { return base_.Indexes()[slot]; }
+  int KeyCount() const noexcept { return static_cast<int>(base_.Indexes().size()); }
+
+  // Null while the client sees the file's own state.
+  const Overlay* Uncommitted() const noexcept { return part_.overlay.get(); }
+  // For a concurrent transaction to write into; ends all walks.
+  Overlay& Changes();
+
+  bool Fetch(uint32_t position, Hit& hit);
+  // The record whose entry is the first of a value; 0 without one.
+  uint32_t FindValue(int slot, const Entry& value);
+  uint32_t RecordCount() noexcept;
+  uint32_t DistinctCount(int slot) noexcept;
+
+  // The value of a record in a key, and its whole entry; empty where the key leaves it out.
+  void MakeValue(int slot, const uint8_t* record, Entry& value);
+  void MakeEntry(int slot, const Hit& record, Entry& entry);
+
+  // Positions no record has had, for records or for their numbers' sake in a concurrent
+  // transaction. Reserve sees that there are so many at hand, taking them from the file in blocks,
+  // within an Activity; throws 18 when none are left.
+  void Reserve(uint32_t count);
+  uint32_t TakeReserved() noexcept { return nextReserved_++; }
+  // The next position a direct write would give; 0 when none is left.
+  uint32_t NextPosition();
+
+  // Commits that are not yet on stable storage.
+  void MarkDirty() noexcept;
+  bool IsDirty() const noexcept { return dirty_; }
+  std::string LogPath() const { return path_ + "-wal"; }
+  // Brings them there; false when the system fails.
+  [[nodiscard]] bool MakeStable() noexcept;
+  // For who syncs without holding up other calls: the state is clean from here on.
+  bool TakeDirty() noexcept { return std::exchange(dirty_, false); }
+  bool LogEntryIsNew() noexcept { return std::exchange(logEntryIsNew_, false); }
+
+  // When the file was last read, for letting go of an idle snapshot.
+  void Touch() noexcept { touched_ = true; }
+  bool TakeTouched() noexcept { return std::exchange(touched_, false); }
+
+  bool openExclusively = false;
+  int openCursors = 0;
+
+ private:
+  std::string path_;
+  FileIdentity identity_;
+  FileLocks locks_;  // outlives the storage: its handle must be closed last
+  Storage base_;
+  Participation part_;
+  Walk finder_;
+  uint32_t nextReserved_ = 0;
+  uint32_t endReserved_ = 0;
+  uint32_t reserveNext_ = 8;
+  bool dirty_ = false;
+  bool logEntryIsNew_ = true;
+  bool touched_ = false;
+};
+
+}  // namespace btrieve

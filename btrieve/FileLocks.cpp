@@ -1,0 +1,94 @@
+#include "btrieve/FileLocks.h"
+
+namespace btrieve {
+
+FileLocks::Activity::Activity(FileLocks& locks) noexcept {
+  if (!locks.whole_) byte_ = HeldByte::Shared(locks.space_, lockbyte::kTransaction);
+  granted_ = locks.whole_ || byte_;
+}
+
+bool FileLocks::AddPresence() noexcept {
+  if (presence_ == 0 && !space_.TryShared(lockbyte::kRecordHolders)) return false;
+  ++presence_;
+  return true;
+}
+
+void FileLocks::DropPresence() noexcept {
+  if (--presence_ == 0) space_.Release(lockbyte::kRecordHolders);
+}
+
+bool FileLocks::Hold(uint32_t position) {
+  const auto found = records_.find(position);
+  if (found != records_.end()) {
+    ++found->second;
+    return true;
+  }
+  if (!space_.TryExclusive(lockbyte::Record(position))) return false;
+  if (!AddPresence()) {
+    space_.Release(lockbyte::Record(position));
+    return false;
+  }
+  records_.emplace(position, 1);
+  return true;
+}
+
+void FileLocks::Drop(uint32_t position) noexcept {
+  const auto found = records_.find(position);
+  if (found == records_.end() || --found->second > 0) return;
+  records_.erase(found);
+  space_.Release(lockbyte::Record(position));
+  DropPresence();
+}
+
+bool FileLocks::HoldBriefly(uint32_t position, HeldByte& byte) noexcept {
+  if (Holds(position)) return true;
+  byte = HeldByte::Exclusive(space_, lockbyte::Record(position));
+  return static_cast<bool>(byte);
+}
+
+bool FileLocks::Claim(uint64_t hash) {
+  const uint64_t byte = lockbyte::Claim(hash);
+  if (claims_.contains(byte)) return true;
+  if (!space_.TryExclusive(byte)) return false;
+  claims_.insert(byte);
+  return true;
+}
+
+bool FileLocks::ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept {
+  if (claims_.contains(lockbyte::Claim(hash))) return true;
+  byte = HeldByte::Exclusive(space_, lockbyte::Claim(hash));
+  return static_cast<bool>(byte);
+}
+
+void FileLocks::DropClaims() noexcept {
+  for (const uint64_t byte : claims_) space_.Release(byte);
+  claims_.clear();
+}
+
+// Nobody can take a record while the transaction byte is held, so the own presence may be lifted
+// for the look: a system that cannot widen a lock in place would see it as another's.
+bool FileLocks::OthersHoldRecords() noexcept {
+  if (presence_ > 0) space_.Release(lockbyte::kRecordHolders);
+  const bool free = space_.TryExclusive(lockbyte::kRecordHolders);
+  if (free) space_.Release(lockbyte::kRecordHolders);
+  if (presence_ > 0) (void)space_.TryShared(lockbyte::kRecordHolders);
+  return !free;
+}
+
+Status FileLocks::TakeWhole() noexcept {
+  if (whole_) return kOk;
+  if (!space_.TryExclusive(lockbyte::kTransaction)) return kFileInUse;
+  if (OthersHoldRecords()) {
+    space_.Release(lockbyte::kTransaction);
+    return kRecordInUse;
+  }
+  whole_ = true;
+  return kOk;
+}
+
+void FileLocks::DropWhole() noexcept {
+  if (whole_) space_.Release(lockbyte::kTransaction);
+  whole_ = false;
+}
+
+}  // namespace btrieve

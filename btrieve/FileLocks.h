@@ -1,0 +1,62 @@
+// One process's locks on one file. Cursors of a process do not exclude each other, so each record
+// is counted here and locked against other processes while anybody in this one holds it.
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <unordered_map>
+
+#include "btrieve/LockSpace.h"
+
+namespace btrieve {
+
+class FileLocks {
+ public:
+  LockSpace& Space() noexcept { return space_; }
+
+  // Says for the length of a scope that a write or a locking read is under way. Empty while another
+  // process has the file in an exclusive transaction. Costs nothing while this process has.
+  class Activity {
+   public:
+    explicit Activity(FileLocks& locks) noexcept;
+    explicit operator bool() const noexcept { return granted_; }
+    void End() noexcept { byte_.Release(); }
+
+   private:
+    HeldByte byte_;
+    bool granted_;
+  };
+
+  // Within an Activity. False while another process holds the record.
+  [[nodiscard]] bool Hold(uint32_t position);
+  void Drop(uint32_t position) noexcept;
+  bool Holds(uint32_t position) const noexcept { return records_.contains(position); }
+  // The record for the length of a write; nothing to do where this process holds it anyway.
+  [[nodiscard]] bool HoldBriefly(uint32_t position, HeldByte& byte) noexcept;
+
+  // Makes exclusive transactions of others wait although no record is held.
+  [[nodiscard]] bool AddPresence() noexcept;
+  void DropPresence() noexcept;
+
+  // The value of a unique key, until DropClaims. False while another process adds the same one.
+  [[nodiscard]] bool Claim(uint64_t hash);
+  [[nodiscard]] bool ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept;
+  void DropClaims() noexcept;
+
+  // The whole file for an exclusive transaction: 0, 85 another one has it or a write is under way,
+  // 84 others hold records in it.
+  [[nodiscard]] Status TakeWhole() noexcept;
+  void DropWhole() noexcept;
+  bool HasWhole() const noexcept { return whole_; }
+
+ private:
+  bool OthersHoldRecords() noexcept;
+
+  LockSpace space_;
+  std::unordered_map<uint32_t, uint32_t> records_;  // with the number of holders
+  std::set<uint64_t> claims_;
+  uint32_t presence_ = 0;
+  bool whole_ = false;
+};
+
+}  // namespace btrieve

@@ -1,0 +1,16 @@
+#include "btrieve/HostFile.h"
+
+namespace btrieve {
+
+std::string DirectoryOf(const std::string& path) { return path.substr(0, DirectoryLength(path)); }
+
+std::string RelativeTo(const std::string& base, const std::string& path) {
+  const std::string directory = DirectoryOf(base);
+  return DirectoryOf(path) == directory ? path.substr(directory.size()) : path;
+}
+
+std::string ResolvedFrom(const std::string& base, const std::string& path) {
+  return DirectoryLength(path) == 0 ? DirectoryOf(base) + path : path;
+}
+
+}  // namespace btrieve

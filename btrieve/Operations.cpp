@@ -1,0 +1,175 @@
+#include "btrieve/Operations.h"
+
+#include <iterator>
+
+namespace btrieve {
+namespace {
+
+// What an operation needs before its handler runs, in the order in which a lack is told.
+enum Needs : uint16_t {
+  kNothing = 0,
+  kCursor = 1 << 0,     // 3
+  kNoActive = 1 << 1,   // 41 inside a transaction
+  kKey = 1 << 2,        // 6 for a number that is no key of the file
+  kKeyOrNone = 1 << 3,  // the same, and -1 says "no key"
+  kKeyOut = 1 << 4,     // 21 for a key buffer too short for the key's value
+  kKeyIn = 1 << 5,      // 21 also without a key buffer
+  kRecords = 1 << 6,    // 41 in a key-only file: goes by place
+  kMayGetKey = 1 << 7,  // +50 means something
+  kReads = 1 << 8,      // takes the transaction's lock where it asks for none
+};
+
+constexpr uint16_t kAlongKey = kCursor | kKey | kKeyOut | kMayGetKey | kReads;
+constexpr uint16_t kByValue = kAlongKey | kKeyIn;
+constexpr uint16_t kByPlace = kCursor | kRecords | kReads;
+
+struct OperationRow {
+  uint8_t number;
+  Handler handler;
+  uint16_t needs;
+};
+
+// clang-format off
+constexpr OperationRow kOperations[] = {
+    {0,  OpenFile,             kNothing},
+    {1,  CloseFile,            kCursor},
+    {2,  Insert,               kCursor | kKeyOrNone | kKeyOut},
+    {3,  Update,               kCursor | kKeyOrNone | kKeyOut},
+    {4,  Delete,               kCursor},
+    {5,  GetEqual,             kByValue},
+    {6,  GetNext,              kAlongKey},
+    {7,  GetPrevious,          kAlongKey},
+    {8,  GetGreater,           kByValue},
+    {9,  GetGreaterOrEqual,    kByValue},
+    {10, GetLess,              kByValue},
+    {11, GetLessOrEqual,       kByValue},
+    {12, GetFirst,             kAlongKey},
+    {13, GetLast,              kAlongKey},
+    {14, MakeFile,             kNothing},
+    {15, Stat,                 kCursor},
+    {19, BeginTransaction,     kNothing},
+    {20, EndTransaction,       kNothing},
+    {21, AbortTransaction,     kNothing},
+    {22, GetPosition,          kCursor},
+    {23, GetDirect,            kCursor | kKeyOrNone | kKeyOut | kReads},
+    {24, StepNext,             kByPlace},
+    {25, Stop,                 kNothing},
+    {26, Version,              kNothing},
+    {27, Unlock,               kCursor},
+    {28, Reset,                kNothing},
+    {29, SetOwner,             kCursor | kNoActive},
+    {30, ClearOwner,           kCursor | kNoActive},
+    {31, CreateIndex,          kCursor | kNoActive},
+    {32, DropIndex,            kCursor | kNoActive},
+    {33, StepFirst,            kByPlace},
+    {34, StepLast,             kByPlace},
+    {35, StepPrevious,         kByPlace},
+    {36, GetNextExtended,      kCursor | kKey | kReads},
+    {37, GetPreviousExtended,  kCursor | kKey | kReads},
+    {38, StepNextExtended,     kByPlace},
+    {39, StepPreviousExtended, kByPlace},
+    {40, InsertExtended,       kCursor | kKeyOrNone | kKeyOut},
+    {44, GetByPercentage,      kCursor | kKeyOrNone | kKeyOut | kReads},
+    {45, FindPercentage,       kCursor | kKeyOrNone | kKeyOut},
+    {78, Login,                kNothing},
+};
+// clang-format on
+
+constexpr uint16_t kLongOwner = 17029;
+constexpr uint16_t kSetOwner = 29;
+constexpr uint16_t kBegin = 19;
+constexpr uint16_t kGetKeyBias = 50;
+
+const OperationRow* FindOperation(uint16_t number) noexcept {
+  for (const OperationRow& row : kOperations) {
+    if (row.number == number) return &row;
+  }
+  return nullptr;
+}
+
+LockRequest LockOfBias(uint16_t bias) noexcept {
+  constexpr LockRequest kLocks[] = {{LockKind::None, true},
+                                    {LockKind::Single, true},
+                                    {LockKind::Single, false},
+                                    {LockKind::Multiple, true},
+                                    {LockKind::Multiple, false}};
+  return kLocks[bias / 100];
+}
+
+bool SetBias(Call& call, uint16_t bias) noexcept {
+  if (bias > 400) return false;
+  call.bias = bias;
+  call.lock = LockOfBias(bias);
+  return true;
+}
+
+// 1019 and up begin concurrent transactions, 1519 and up those whose writes are not repeated.
+bool DecodeConcurrent(Call& call, uint16_t operation) noexcept {
+  call.operation = kBegin;
+  call.begins = TransactionKind::Concurrent;
+  call.retriesWrites = operation < 1500;
+  return SetBias(call, static_cast<uint16_t>((operation - 1019) % 500));
+}
+
+bool Decode(Call& call, uint16_t operation) noexcept {
+  if (operation == kLongOwner) {
+    call.operation = kSetOwner;
+    call.longName = true;
+    return true;
+  }
+  if (operation >= 1019 && operation <= 1919 && operation % 100 == kBegin) {
+    return DecodeConcurrent(call, operation);
+  }
+  if (!SetBias(call, static_cast<uint16_t>(operation / 100 * 100))) return false;
+  call.operation = operation % 100;
+  call.getKey = call.operation >= 55 && call.operation <= 63;
+  if (call.getKey) call.operation = static_cast<uint16_t>(call.operation - kGetKeyBias);
+  if (call.operation == kBegin) call.begins = TransactionKind::Exclusive;
+  return true;
+}
+
+// A file without keys takes 0 as well as -1 where a key may be left out.
+Status FindKey(Call& call, uint16_t needs) noexcept {
+  if (!(needs & (kKey | kKeyOrNone))) return kOk;
+  const bool mayLack = needs & kKeyOrNone;
+  if (mayLack && call.keyNumber == -1) return kOk;
+  call.slot = call.File().Base().SlotOf(call.keyNumber);
+  if (call.slot >= 0) return kOk;
+  return mayLack && call.keyNumber == 0 && call.File().KeyCount() == 0 ? kOk : kInvalidKeyNumber;
+}
+
+Status CheckKeyBuffer(const Call& call, uint16_t needs) noexcept {
+  if (!(needs & kKeyOut) || call.slot < 0) return kOk;
+  if (!call.key) return needs & kKeyIn ? kKeyBufferTooShort : kOk;
+  return call.keyLength < call.Key().order.KeyLength() ? kKeyBufferTooShort : kOk;
+}
+
+void TakeTransactionsLock(Call& call) noexcept {
+  const Transaction& running = call.session.Running();
+  if (call.bias == 0 && running.kind == TransactionKind::Concurrent) call.lock = running.readLock;
+}
+
+Status Check(Call& call, uint16_t needs) noexcept {
+  if (needs & kCursor) {
+    call.cursor = call.session.Cursors().Find(call.block);
+    if (!call.cursor) return kNotOpen;
+  }
+  if ((needs & kNoActive) && call.session.InTransaction()) return kNotAllowed;
+  if ((needs & kRecords) && call.File().Spec().IsKeyOnly()) return kNotAllowed;
+  if (const Status status = FindKey(call, needs)) return status;
+  if (const Status status = CheckKeyBuffer(call, needs)) return status;
+  if (needs & kReads) TakeTransactionsLock(call);
+  return kOk;
+}
+
+}  // namespace
+
+Status RunCall(Call& call, uint16_t operation) {
+  if (!Decode(call, operation)) return kInvalidOperation;
+  const OperationRow* row = FindOperation(call.operation);
+  if (!row) return kInvalidOperation;
+  if (const Status status = Check(call, row->needs)) return status;
+  return row->handler(call);
+}
+
+}  // namespace btrieve

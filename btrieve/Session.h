@@ -1,0 +1,139 @@
+// This process as a client: its open files, its cursors, its transaction. One call at a time is
+// inside.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "btrieve/Cursor.h"
+#include "btrieve/DataFile.h"
+
+namespace btrieve {
+
+// How long a call waits for another process's lock before it gives 84 or 85.
+inline constexpr std::chrono::milliseconds kLockWait{3000};
+
+enum class TransactionKind : uint8_t { None, Exclusive, Concurrent };
+
+struct LockRequest {
+  LockKind kind = LockKind::None;
+  bool wait = true;
+};
+
+struct Transaction {
+  TransactionKind kind = TransactionKind::None;
+  bool retriesWrites = true;
+  LockRequest readLock;                          // for reads that ask for none
+  std::vector<std::shared_ptr<DataFile>> files;  // all it has used
+  std::vector<std::shared_ptr<DataFile>>
+      writers;                  // those it has changed, in the order of the first
+  std::vector<uint8_t> number;  // random; names it in files
+  bool broken = false;          // a failed write could not be undone by itself
+};
+
+class Session {
+ public:
+  // Never destroyed: a process may end while others of its threads are inside.
+  static Session& Get();
+
+  std::mutex& Mutex() noexcept { return mutex_; }
+  CursorTable& Cursors() noexcept { return cursors_; }
+  Transaction& Running() noexcept { return transaction_; }
+  bool InTransaction() const noexcept { return transaction_.kind != TransactionKind::None; }
+
+  // A file that is open here already; null without one.
+  std::shared_ptr<DataFile> FindFile(const FileIdentity& identity);
+  // The file for one more cursor, opened if it is not: 11, 12, 30, 2, 35, 84, 85, 86, 88, 94.
+  [[nodiscard]] Status UseFile(const std::string& path, bool exclusive,
+                               std::shared_ptr<DataFile>& file);
+  // Opens a file for this process's own ends (recovery), beside any mode.
+  [[nodiscard]] Status VisitFile(const std::string& path, std::shared_ptr<DataFile>& file);
+  void CloseCursor(void* block);
+
+  // Makes the file's newest state readable; in an exclusive transaction takes the file first
+  // (84, 85).
+  [[nodiscard]] Status PrepareRead(DataFile& file, bool wait);
+  // Takes the file for the running exclusive transaction, without waiting.
+  [[nodiscard]] Status Occupy(DataFile& file);
+  // Finishes what dead processes have left of transactions over several files.
+  void SettleIntents(DataFile& file);
+  // An intent in the file has lost its owner and is still to be settled.
+  bool HasOrphan(DataFile& file);
+
+  void Begin(TransactionKind kind, LockRequest readLock, bool retriesWrites);
+  [[nodiscard]] Status End();
+  void Abort();
+  // Aborts, closes every file, brings everything to stable storage.
+  void CloseAll();
+
+  // Puts the running transaction's intent into a file that is not its coordinator. Throws.
+  void DeclareIntent(DataFile& file);
+  // The running transaction uses the file, so that its end must look at it.
+  void TakePart(DataFile& file, bool writes);
+
+  // Repeats `attempt` while it gives 84 or 85, for as long as the wait allows.
+  template <class Attempt>
+  Status Retry(bool wait, Attempt attempt);
+
+  // For the background thread.
+  std::vector<std::shared_ptr<DataFile>> OpenFiles();
+  // Brings commits to stable storage that have waited long enough; from within waits.
+  void SyncIfDue() noexcept;
+  void NoteCommit(DataFile& file) noexcept;
+  // Releases locks that a cursor or the transaction holds.
+  static void ReleaseLocks(Cursor& cursor, bool ofTransactionOnly) noexcept;
+
+ private:
+  class Patience;
+
+  Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file);
+  Status Reopen(DataFile& file, bool exclusive);
+  void Register(const std::shared_ptr<DataFile>& file);
+  // Carries on what the file, as a transaction's coordinator, still has to tell other files.
+  void FinishRedo(DataFile& file);
+  void SettleIntent(DataFile& file, const std::vector<uint8_t>& number, const std::string& name);
+  void CommitParts();
+  void CommitOne(DataFile& file);
+  void ReviseCursors(DataFile& file, uint64_t committedVersion);
+  void ReleaseParts() noexcept;
+
+  std::mutex mutex_;
+  CursorTable cursors_;
+  Transaction transaction_;
+  std::vector<std::weak_ptr<DataFile>> files_;
+  bool decided_ = false;  // at the end of a transaction: it can no longer be undone
+  bool anyDirty_ = false;
+  Clock::time_point dirtySince_;
+};
+
+// Pauses between attempts, longer and longer. Even a call that must not wait lets a few
+// milliseconds pass: another process's single write holds its locks for less than that.
+class Session::Patience {
+ public:
+  Patience(Session& session, bool wait) noexcept;
+  // False when the time is up.
+  bool Pause() noexcept;
+
+ private:
+  Session& session_;
+  Clock::time_point end_;
+  std::chrono::milliseconds next_{1};
+};
+
+// What an attempt gives to be repeated at once: it has met a change and must look anew.
+inline constexpr Status kLookAgain = -1;
+
+template <class Attempt>
+Status Session::Retry(bool wait, Attempt attempt) {
+  Patience patience(*this, wait);
+  while (true) {
+    const Status status = attempt();
+    if (status == kLookAgain) continue;
+    if (status != kRecordInUse && status != kFileInUse) return status;
+    if (!patience.Pause()) return status;
+  }
+}
+
+}  // namespace btrieve

@@ -1,0 +1,286 @@
+// Opening, closing, transactions and rows of a data file.
+#include "btrieve/Storage.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "btrieve/HostFile.h"
+#include "btrieve/Layout.h"
+
+namespace btrieve {
+namespace {
+
+constexpr int kBusyMilliseconds = 5000;  // another process's commit is a matter of milliseconds
+
+uint32_t BigEndian(const uint8_t* at) noexcept {
+  uint32_t value;
+  std::memcpy(&value, at, sizeof value);
+  return __builtin_bswap32(value);
+}
+
+void RunOnce(Statement& statement) {
+  const InUse use(statement);
+  statement.Step();
+}
+
+}  // namespace
+
+Index::Index(const FileSpec& file, const KeySpec& key, uint16_t keyId)
+    : number(key.number),
+      id(keyId),
+      duplicates(key.AllowsDuplicates()),
+      modifiable(key.IsModifiable()),
+      autoIncrement(key.IsAutoIncrement()),
+      order(file, key) {}
+
+Storage::~Storage() { Close(); }
+
+bool Storage::IsDataFile(ByteView start) noexcept {
+  constexpr char kMagic[] = "SQLite format 3";
+  if (start.size() < kStartSize || std::memcmp(start.data(), kMagic, sizeof kMagic) != 0) {
+    return false;
+  }
+  const bool pages =
+      start[16] == kStoragePageSize >> 8 && start[17] == 0 && start[20] == kPageSumSize;
+  return pages && BigEndian(&start[68]) == kFileMark && BigEndian(&start[60]) == kFileFormat;
+}
+
+void Storage::Open(const std::string& path) {
+  connection_ = Connection(SqliteName(path), SQLITE_OPEN_READWRITE);
+  sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
+  connection_.Run(
+      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-16384;"
+      "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432;");
+  LoadSpecification();
+  Prepare();
+  LoadHead();
+}
+
+void Storage::Close() noexcept {
+  LeaveRead();
+  if (writing_) RollbackWrite();
+  indexes_.clear();
+  physicalRanks_.reset();
+  for (Statement* statement : {&begin_, &beginWrite_, &commit_, &rollback_, &readHead_, &writeHead_,
+                               &fetch_, &insertRow_, &updateRow_, &deleteRow_}) {
+    *statement = Statement();
+  }
+  stepForward_.clear();
+  stepBackward_.clear();
+  logHead_ = nullptr;
+  connection_.Close();
+}
+
+void Storage::Prepare() {
+  begin_ = connection_.Prepare("BEGIN");
+  beginWrite_ = connection_.Prepare("BEGIN IMMEDIATE");
+  commit_ = connection_.Prepare("COMMIT");
+  rollback_ = connection_.Prepare("ROLLBACK");
+  readHead_ = connection_.Prepare("SELECT n FROM head WHERE id=1");
+  writeHead_ = connection_.Prepare("UPDATE head SET n=? WHERE id=1");
+  fetch_ = connection_.Prepare("SELECT ver, num, data FROM rec WHERE pos=?");
+  insertRow_ = connection_.Prepare("INSERT INTO rec(pos, ver, num, data) VALUES(?, ?, ?, ?)");
+  updateRow_ = connection_.Prepare("UPDATE rec SET ver=?2, num=?3, data=?4 WHERE pos=?1");
+  deleteRow_ = connection_.Prepare("DELETE FROM rec WHERE pos=?");
+  physicalRanks_ = std::make_unique<RankIndex>(connection_, 0);
+  for (Index& index : indexes_) PrepareIndex(index);
+}
+
+void Storage::PrepareIndex(Index& index) {
+  const std::string table = EntryTable(index.id);
+  index.insert = connection_.Prepare("INSERT INTO " + table + "(e, pos) VALUES(?, ?)");
+  index.remove = connection_.Prepare("DELETE FROM " + table + " WHERE e=?");
+  index.within =
+      connection_.Prepare("SELECT pos FROM " + table + " WHERE e>=? AND e<? ORDER BY e LIMIT 1");
+  index.ranks = std::make_unique<RankIndex>(connection_, index.id);
+}
+
+void Storage::LoadHead() {
+  InUse head(readHead_);
+  if (!head->Step()) throw Failure{kIoError};
+  const ByteView bytes = head->Bytes(0);
+  if (BytesEqual(bytes, knownHead_)) return;
+  ForgetCaches();
+  if (!head_.Load(bytes, indexes_.size())) throw Failure{kIoError};
+  knownHead_.assign(bytes.begin(), bytes.end());
+}
+
+void Storage::ForgetCaches() noexcept {
+  if (physicalRanks_) physicalRanks_->Forget();
+  for (Index& index : indexes_) index.ranks->Forget();
+}
+
+void Storage::NumberSlots() noexcept {
+  slots_.fill(-1);
+  for (size_t slot = 0; slot < indexes_.size(); ++slot) {
+    slots_[indexes_[slot].number] = static_cast<int8_t>(slot);
+  }
+}
+
+// The copy is made before the state is read: a commit in between only costs one more reading.
+void Storage::RememberLogHead() noexcept {
+  logHead_ = LogHeadOf(connection_.Get());
+  if (!logHead_) return;
+  for (size_t word = 0; word < knownLog_.size(); ++word) {
+    knownLog_[word] = logHead_[word];
+  }
+}
+
+bool Storage::NothingCommittedSince() const noexcept {
+  if (!logHead_) return false;
+  for (size_t word = 0; word < knownLog_.size(); ++word) {
+    if (logHead_[word] != knownLog_[word]) return false;
+  }
+  return true;
+}
+
+void Storage::EnterRead() {
+  if (writing_ || (snapshot_ && NothingCommittedSince())) return;
+  LeaveRead();
+  RememberLogHead();
+  RunOnce(begin_);
+  snapshot_ = true;
+  try {
+    LoadHead();
+  } catch (...) {
+    LeaveRead();
+    throw;
+  }
+}
+
+void Storage::LeaveRead() noexcept {
+  EndWalks();
+  if (!snapshot_) return;
+  snapshot_ = false;
+  try {
+    RunOnce(rollback_);
+  } catch (const Failure&) {  // nothing was written: there is nothing to lose
+  }
+}
+
+void Storage::EndWalks() noexcept {
+  while (!walks_.empty()) walks_.back()->End();
+  if (fetch_) fetch_.Reset();
+}
+
+void Storage::BeginWrite() {
+  LeaveRead();
+  RunOnce(beginWrite_);
+  writing_ = true;
+  wrote_ = false;
+  respecified_ = false;
+  try {
+    LoadHead();
+  } catch (...) {
+    RollbackWrite();
+    throw;
+  }
+}
+
+void Storage::FlushCounts() {
+  physicalRanks_->Flush();
+  for (Index& index : indexes_) index.ranks->Flush();
+  std::vector<uint8_t> bytes;
+  head_.Store(bytes);
+  if (BytesEqual(bytes, knownHead_)) return;
+  InUse write(writeHead_);
+  write.Row(ByteView(bytes));
+  knownHead_ = bytes;
+}
+
+void Storage::CommitWrite() {
+  const std::vector<uint8_t> before = knownHead_;
+  try {
+    EndWalks();
+    FlushCounts();
+    RunOnce(commit_);
+    writing_ = false;
+  } catch (...) {
+    knownHead_ = before;
+    wrote_ = true;
+    RollbackWrite();
+    throw;
+  }
+}
+
+void Storage::RollbackWrite() noexcept {
+  if (!writing_) return;
+  EndWalks();
+  writing_ = false;
+  try {
+    if (connection_.InTransaction()) RunOnce(rollback_);
+  } catch (const Failure&) {  // SQLite then undoes it when the connection goes
+  }
+  if (!wrote_) return;
+  if (respecified_) RestoreSpecification();
+  ForgetCaches();
+  if (!head_.Load(knownHead_, indexes_.size())) knownHead_.clear();
+}
+
+bool Storage::Fetch(uint32_t position, Hit& hit) {
+  fetch_.Reset();
+  fetch_.Bind(1, position);
+  if (!fetch_.Step()) return false;
+  hit = {position, static_cast<uint64_t>(fetch_.Number(0)), fetch_.Bytes(2), fetch_.Bytes(1), {}};
+  return true;
+}
+
+uint32_t Storage::FindEntry(int slot, const Entry& from, const Entry& to) {
+  InUse within(indexes_[slot].within);
+  return within.Row(from.View(), to.View()) ? static_cast<uint32_t>(within->Number(0)) : 0;
+}
+
+void Storage::InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data) {
+  wrote_ = true;
+  InUse insert(insertRow_);
+  insert->Bind(1, position);
+  insert->Bind(2, static_cast<int64_t>(version));
+  insert->Bind(3, numbers);
+  insert->Bind(4, data);
+  if (!insert->TryInsert()) throw Failure{kIoError};  // a position that was never given away
+  physicalRanks_->Count(PositionEntry(position).View(), +1);
+}
+
+void Storage::UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data) {
+  wrote_ = true;
+  InUse update(updateRow_);
+  update.Row(int64_t{position}, static_cast<int64_t>(version), numbers, data);
+  if (connection_.Changes() != 1) throw Failure{kIoError};
+}
+
+void Storage::DeleteRow(uint32_t position) {
+  wrote_ = true;
+  InUse remove(deleteRow_);
+  remove.Row(int64_t{position});
+  if (connection_.Changes() != 1) throw Failure{kIoError};
+  physicalRanks_->Count(PositionEntry(position).View(), -1);
+}
+
+void Storage::InsertEntry(int slot, const Entry& entry, uint32_t position) {
+  wrote_ = true;
+  Index& index = indexes_[slot];
+  InUse insert(index.insert);
+  insert->Bind(1, entry.View());
+  insert->Bind(2, position);
+  if (!insert->TryInsert()) throw Failure{kIoError};  // callers have looked before
+  index.ranks->Count(entry.View(), +1);
+}
+
+void Storage::DeleteEntry(int slot, const Entry& entry) {
+  wrote_ = true;
+  Index& index = indexes_[slot];
+  InUse remove(index.remove);
+  remove.Row(entry.View());
+  if (connection_.Changes() != 1) throw Failure{kIoError};
+  index.ranks->Count(entry.View(), -1);
+}
+
+uint32_t Storage::FindFreePosition() {
+  Statement find = connection_.Prepare(
+      "SELECT 1 WHERE NOT EXISTS(SELECT 1 FROM rec WHERE pos=1) UNION ALL SELECT * FROM (SELECT "
+      "pos+1 FROM rec AS a WHERE pos<2147483647 AND NOT EXISTS(SELECT 1 FROM rec WHERE "
+      "pos=a.pos+1) LIMIT 1)");
+  return find.Step() ? static_cast<uint32_t>(find.Number(0)) : 0;
+}
+
+}  // namespace btrieve

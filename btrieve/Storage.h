@@ -1,0 +1,201 @@
+// One data file as SQLite keeps it: the record table, one table of entries for each key, counters,
+// and the statements on them. It knows what has been committed (and this process's open write
+// transaction), nothing of locks, cursors or uncommitted changes kept elsewhere.
+//
+// Everything here throws Failure when the storage fails.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "btrieve/CheckedVfs.h"
+#include "btrieve/Entry.h"
+#include "btrieve/Head.h"
+#include "btrieve/KeyOrder.h"
+#include "btrieve/KeySpec.h"
+#include "btrieve/OrderNumbers.h"
+#include "btrieve/RankIndex.h"
+#include "btrieve/Sqlite.h"
+
+namespace btrieve {
+
+class BaseWalk;
+
+// The slot of the physical order, where a slot names a key by its place in FileSpec::keys.
+inline constexpr int kPhysicalSlot = -1;
+
+// A record found. The views are valid until the next use of what found it, or a write.
+struct Hit {
+  uint32_t position = 0;
+  uint64_t version = 0;
+  ByteView data;
+  ByteView numbers;  // OrderNumbers::Stored
+  ByteView entry;    // empty in physical order
+};
+
+// The owner name of a file, as it is stored.
+struct OwnerRecord {
+  bool set = false;
+  uint8_t mode = 0;  // 0 needed for any access, 1 read-only without it
+  std::string name;  // padded with blanks
+};
+
+// One key of an open file.
+struct Index {
+  Index(const FileSpec& file, const KeySpec& key, uint16_t keyId);
+
+  uint8_t number;  // what callers pass
+  uint16_t id;     // names its table; never used again in this file
+  bool duplicates;
+  bool modifiable;
+  bool autoIncrement;
+  KeyOrder order;
+  Statement insert;
+  Statement remove;
+  Statement within;                // the first entry between two bounds
+  std::vector<Statement> forward;  // walks that nobody uses now
+  std::vector<Statement> backward;
+  std::unique_ptr<RankIndex> ranks;
+
+  size_t EntrySize() const noexcept {
+    return order.OrderedSize() + (duplicates ? kOrderNumberSize : 0);
+  }
+};
+
+class Storage {
+ public:
+  Storage() = default;
+  ~Storage();
+  Storage(const Storage&) = delete;
+  Storage& operator=(const Storage&) = delete;
+
+  // Makes an empty data file at `path`, where none may be; it is closed again on return.
+  static void Create(const std::string& path, const FileSpec& spec);
+  // True for the first bytes of a file that Create could have made.
+  static bool IsDataFile(ByteView start) noexcept;
+  static constexpr size_t kStartSize = 100;
+
+  void Open(const std::string& path);
+  void Close() noexcept;
+
+  const FileSpec& Spec() const noexcept { return spec_; }
+  // The slot of a key by the number callers pass; -1 without one.
+  int SlotOf(int keyNumber) const noexcept {
+    return keyNumber >= 0 && keyNumber <= kHighestKeyNumber ? slots_[keyNumber] : -1;
+  }
+  std::vector<Index>& Indexes() noexcept { return indexes_; }
+  const std::vector<Index>& Indexes() const noexcept { return indexes_; }
+  Head& Counts() noexcept { return head_; }
+  const Connection& Link() const noexcept { return connection_; }
+  RankIndex& PhysicalRanks() noexcept { return *physicalRanks_; }
+  RankIndex& Ranks(int slot) { return slot < 0 ? *physicalRanks_ : *indexes_[slot].ranks; }
+
+  // Reads see the newest committed state from here on; nothing is done while that has not changed.
+  void EnterRead();
+  // Lets go of the state read, and ends all walks.
+  void LeaveRead() noexcept;
+  // Nothing has been committed since the state being read.
+  bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
+
+  // One write transaction at a time; reads are part of it. It begins from the newest state.
+  void BeginWrite();
+  void CommitWrite();
+  void RollbackWrite() noexcept;
+  bool IsWriting() const noexcept { return writing_; }
+  // Ends all walks; to be called before rows change.
+  void EndWalks() noexcept;
+
+  // False when there is none.
+  bool Fetch(uint32_t position, Hit& hit);
+  // The position of the first entry at or above `from` and below `to`; 0 without one.
+  uint32_t FindEntry(int slot, const Entry& from, const Entry& to);
+
+  // Rows alone; counters and order are the caller's care.
+  void InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
+  void UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
+  void DeleteRow(uint32_t position);
+  void InsertEntry(int slot, const Entry& entry, uint32_t position);
+  void DeleteEntry(int slot, const Entry& entry);
+  // The lowest position that no record has; 0 when all are taken.
+  uint32_t FindFreePosition();
+
+  // Within a write transaction. AddIndex builds it over all records: false, with the transaction to
+  // be rolled back, when a unique key meets equal values.
+  bool AddIndex(const FileSpec& changed, uint8_t number);
+  void RemoveIndex(const FileSpec& changed, uint8_t number);
+  OwnerRecord ReadOwner();
+  void WriteOwner(const OwnerRecord& owner);
+
+ private:
+  friend class BaseWalk;
+
+  void Prepare();
+  void PrepareIndex(Index& index);
+  void LoadSpecification();
+  void StoreSpecification();
+  void LoadHead();
+  void ForgetCaches() noexcept;
+  void NumberSlots() noexcept;
+  void RestoreSpecification() noexcept;
+  bool NothingCommittedSince() const noexcept;
+  void RememberLogHead() noexcept;
+  void FlushCounts();
+  void BuildIndex(Index& index, size_t slot);
+  Statement TakeWalk(int slot, bool forward);
+  void ReturnWalk(int slot, bool forward, Statement statement) noexcept;
+
+  Connection connection_;
+  FileSpec spec_;
+  std::vector<Index> indexes_;
+  std::array<int8_t, kHighestKeyNumber + 1> slots_{};
+  std::unique_ptr<RankIndex> physicalRanks_;
+  Head head_;
+  std::vector<uint8_t> knownHead_;  // as committed
+  SharedLogHead logHead_ = nullptr;
+  std::array<uint64_t, kLogHeadWords> knownLog_{};
+  bool snapshot_ = false;
+  bool writing_ = false;
+  bool wrote_ = false;        // rows, in this write transaction
+  bool respecified_ = false;  // keys came or went in it
+  uint16_t nextKeyId_ = 1;
+
+  Statement begin_, beginWrite_, commit_, rollback_;
+  Statement readHead_, writeHead_;
+  Statement fetch_, insertRow_, updateRow_, deleteRow_;
+  std::vector<Statement> stepForward_, stepBackward_;
+  std::vector<BaseWalk*> walks_;  // those that hold a statement
+};
+
+// Goes through the committed entries of a key, or through the records by position, one after the
+// other. It stops by itself when the file is written to or read anew.
+class BaseWalk {
+ public:
+  BaseWalk() = default;
+  ~BaseWalk() { End(); }
+  BaseWalk(const BaseWalk&) = delete;
+  BaseWalk& operator=(const BaseWalk&) = delete;
+
+  bool IsLive(int slot, bool forward) const noexcept {
+    return storage_ != nullptr && slot_ == slot && forward_ == forward;
+  }
+  // Forward: entries at or above the bound. Backward: those below it, from the last one down.
+  void Start(Storage& storage, int slot, bool forward, ByteView bound);
+  // False at the end, and ever after.
+  bool Step(Hit& hit);
+  void End() noexcept;
+
+ private:
+  friend class Storage;
+
+  Storage* storage_ = nullptr;
+  Statement statement_;
+  Entry bound_;
+  int slot_ = 0;
+  bool forward_ = true;
+  bool atEnd_ = false;
+};
+
+}  // namespace btrieve

@@ -1,0 +1,52 @@
+// One attempt to write to one file, as the running transaction, or its absence, has it done:
+// straight into the file, into the file's open write transaction, or into the changes of a
+// concurrent one. Unless committed it leaves nothing behind but locks of the transaction.
+#pragma once
+
+#include <vector>
+
+#include "btrieve/RecordWriter.h"
+#include "btrieve/Session.h"
+
+namespace btrieve {
+
+class WriteScope {
+ public:
+  // Throws Failure. See Blocked.
+  WriteScope(Session& session, DataFile& file);
+  ~WriteScope();
+  WriteScope(const WriteScope&) = delete;
+  WriteScope& operator=(const WriteScope&) = delete;
+
+  // 84 or 85 when another process's transaction keeps the file from being written. What is wrong
+  // with the write itself comes first, so the caller plans, and only then gives this up.
+  Status Blocked() const noexcept { return blocked_; }
+  bool IsDirect() const noexcept { return kind_ != TransactionKind::Concurrent; }
+  RecordWriter Writer() noexcept { return RecordWriter(file_, IsDirect()); }
+  // For a new record; 0 when all numbers are taken.
+  uint32_t NewPosition();
+
+  // After planning: 84 while others hold the record or add the same unique value.
+  [[nodiscard]] Status HoldRecord(uint32_t position);
+  [[nodiscard]] Status ClaimKeys(const WritePlan& plan);
+  // kLookAgain when what was planned upon may no longer hold.
+  [[nodiscard]] Status Confirm();
+  uint64_t Carry(const WritePlan& plan, ByteView image);
+  void Commit();
+
+ private:
+  void EnterPlain();
+  void EnterExclusive();
+  void EnterConcurrent();
+  bool Claim(uint64_t hash);
+
+  Session& session_;
+  DataFile& file_;
+  TransactionKind kind_;
+  FileLocks::Activity activity_;
+  Status blocked_ = kOk;
+  bool carried_ = false;
+  std::vector<HeldByte> brief_;
+};
+
+}  // namespace btrieve

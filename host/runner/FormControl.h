@@ -1,0 +1,112 @@
+// What stands on a form: a control of somebody else's, or a piece of Visual Basic's own furniture.
+// The object is also what code and the control itself see as the control: it adds the container's
+// members to the control's own. It lives as long as its form; its window comes and goes with the
+// form's.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "host/container/ControlOwner.h"
+#include "host/container/PropertyBag.h"
+#include "host/container/Scriptable.h"
+#include "host/container/Units.h"
+#include "host/form/FormFile.h"
+
+namespace qrn::host {
+
+class Form;
+
+class FormControl : public Scriptable {
+ public:
+  // `container` is the frame it lies in, null for the form itself; it outlives this.
+  FormControl(Form& form, FormControl* container, const form::ControlNode& node);
+
+  // The form is gone: every use fails from here on.
+  virtual void Detach() noexcept { form_ = nullptr; }
+
+  const std::wstring& name() const noexcept { return name_; }
+  const form::ControlNode& node() const noexcept { return node_; }
+  int index() const noexcept { return node_.index; }
+  int tabIndex() const noexcept { return tabIndex_; }
+  bool visible() const noexcept { return visible_; }
+  FormControl* container() const noexcept { return container_; }
+  Form& form() const;  // throws ScriptError when the form is gone
+  // "edtName", or "cmd(2)" for an element of an array.
+  std::wstring DisplayName() const;
+  HWND ParentWindow() const;
+  RECT Place() const { return bounds_.Pixels(); }
+
+  // Takes place, order and the like from the form file; a derived class takes its own besides.
+  virtual void Read(CompanionFiles& files, form::Mistakes& mistakes);
+  // Makes the object behind it, still without a window; throws ClassNotFound.
+  virtual void Make() {}
+  // Makes the window. False if that fails.
+  virtual bool Create() = 0;
+  virtual void Destroy() noexcept = 0;
+  virtual HWND Window() const noexcept = 0;
+
+  // True if the Tab key stops here now.
+  virtual bool IsTabStop() const { return false; }
+  // True if it can have the keyboard now.
+  bool CanTakeFocus() const;
+  virtual bool TakeFocus() { return false; }
+  virtual void GiveUpFocus() noexcept {}
+  // Tries a key with Alt held. True if the key was its own and has done its work.
+  virtual bool TryMnemonic(const MSG&, wchar_t) { return false; }
+  // A click by key: Enter for the default button, Escape for the cancel button.
+  virtual bool IsDefault() const { return false; }
+  virtual bool IsCancel() const { return false; }
+  virtual void Press() {}
+  // True for a multi-line text and a button: Enter is theirs.
+  virtual bool WantsEnter() const { return false; }
+  virtual void AmbientChanged(DISPID) noexcept {}
+  virtual std::span<const EventInfo> Events() const = 0;
+  // What lies on it is painted over this.
+  virtual OLE_COLOR BackColour() const;
+
+  // Members that the container adds.
+  void Name(Call& call);
+  void Index(Call& call);
+  void Parent(Call& call);
+  void Container(Call& call);
+  void Object(Call& call);
+  void Left(Call& call);
+  void Top(Call& call);
+  void Width(Call& call);
+  void Height(Call& call);
+  void Visible(Call& call);
+  void Tag(Call& call);
+  void ToolTipText(Call& call);
+  void TabIndex(Call& call);
+  void Handle(Call& call);
+  void Move(Call& call);
+  void SetFocus(Call& call);
+  void ZOrder(Call& call);
+
+ protected:
+  // What takes effect when members change; the window may not be there yet.
+  virtual void OnMoved() {}
+  virtual void OnShown() {}
+  virtual Com<IDispatch> Own() { return {}; }
+  static MemberTable ContainerMembers();
+
+  void SetBounds(const Bounds& bounds);
+  bool TakeContainerProperty(const form::Property& property);
+  Bounds bounds_{0, 0, 1215, 495};
+
+ private:
+  double UnitsPerTwip() const;
+  void Edge(Call& call, double Bounds::*edge);
+
+  Form* form_;
+  FormControl* container_;
+  const form::ControlNode& node_;
+  std::wstring name_;
+  std::wstring tag_;
+  std::wstring toolTip_;
+  int tabIndex_ = 0;
+  bool visible_ = true;
+};
+
+}  // namespace qrn::host

@@ -1,0 +1,238 @@
+// Two processes on one file: record locks, file sharing, transactions, death. Cursors "a" to "d"
+// are of this process, "x" and "y" of the other.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <chrono>
+
+#include "People.h"
+#include "Remote.h"
+
+namespace btrieve::test {
+namespace {
+
+const std::vector<std::string> kFive = {"1,Abe,5", "2,Ito,3", "3,Abe,3", "4,Ueda,3", "5,Ito,1"};
+
+struct ScriptCase {
+  const char* name;
+  const char* words;
+  const char* answers;
+};
+
+// Both have the file open.
+class TwoProcesses {
+ public:
+  TwoProcesses() {
+    script_.Create(kFive);
+    script_.Assign('x', other_, 0);
+    script_.Assign('y', other_, 1);
+    EXPECT_EQ(script_.Run("x:open"), "ok");
+  }
+
+  std::string Run(const std::string& words) { return script_.Run(words); }
+  OtherProcess& Other() { return other_; }
+
+ private:
+  Folder folder_;
+  ThisProcess process_;
+  OtherProcess other_;
+  Script script_{process_, folder_.Path("people.dat")};
+};
+
+void RunAll(std::initializer_list<ScriptCase> cases) {
+  for (const ScriptCase& row : cases) {
+    SCOPED_TRACE(row.name);
+    TwoProcesses both;
+    EXPECT_EQ(both.Run(row.words), row.answers);
+  }
+}
+
+TEST(TwoProcess, SeeEachOthersWork) {
+  RunAll({
+      {"insert", "x:ins-=9,Aaa walk0 walk1", "ok 1,2,3,4,5,9 9,1,3,2,5,4"},
+      {"next after a neighbour goes", "first1 x:direct0=3 x:del next1", "1 3 ok 2"},
+      {"next after the record goes", "first1 x:first1 x:del next1 prev1", "1 1 ok 3 #9"},
+      {"changed since read", "eq0=2 x:eq0=2 x:upd0=2,New upd0=2,Old eq0=2 upd0=2,Old",
+       "2 2 ok #80 2 ok"},
+      {"deleted since read", "eq0=2 x:eq0=2 x:del del next0", "2 2 ok #80 3"},
+      {"counts", "x:ins-=9 x:ins-=8 pct0=10000 pct-=10000", "ok ok 9 8"},
+      {"a new unique value", "x:ins-=9 ins-=9", "ok #5"},
+      {"in turns", "ins-=6 x:ins-=7 ins-=8 x:ins-=9 walk0 x:walk0",
+       "ok ok ok ok 1,2,3,4,5,6,7,8,9 1,2,3,4,5,6,7,8,9"},
+  });
+}
+
+TEST(RecordLock, KeepsOthersFromLockingAndWriting) {
+  RunAll({
+      {"single", "eq0=2+200 x:eq0=2+200 x:eq0=2 x:upd0=2,New+200 x:del+200 unlock x:upd0=2,New+200",
+       "2 #84 2 #84 #84 ok ok"},
+      {"multiple", "eq0=2+400 x:eq0=2+400 x:eq0=2 x:upd0=2,New+400 unlock* x:upd0=2,New+400",
+       "2 #84 2 #84 ok ok"},
+      {"other records are free", "eq0=2+200 x:eq0=3+200 x:upd0=3,New+200 x:ins0=9", "2 3 ok ok"},
+      {"a refused lock leaves the place", "x:eq0=3 eq0=2+200 x:eq0=2+200 x:next0", "3 2 #84 4"},
+      {"a refused lock leaves older ones", "x:eq0=3+200 eq0=2+200 x:eq0=2+200 eq0=3+200",
+       "3 2 #84 #84"},
+      {"single moves with the next locking read", "eq0=2+200 eq0=3+200 x:eq0=2+200 x:eq0=3+200",
+       "2 3 2 #84"},
+      {"a plain read keeps it", "eq0=2+200 eq0=3 x:eq0=2+200", "2 3 #84"},
+      {"single goes with Update", "eq0=2+200 upd0=2,New x:eq0=2+200", "2 ok 2"},
+      {"multiple stays with Update", "eq0=2+400 upd0=2,New x:eq0=2+200", "2 ok #84"},
+      {"multiple are many",
+       "eq0=2+400 eq0=3+400 x:eq0=2+200 x:eq0=3+200 unlock=2 x:eq0=2+200 x:eq0=3+200 unlock* "
+       "x:eq0=3+200",
+       "2 3 #84 #84 ok 2 #84 ok 3"},
+      {"every read locks",
+       "stepf+200 x:eq0=1+200 stepn+200 x:eq0=2+200 last0+200 x:eq0=5+200 direct0=3+200 "
+       "x:eq0=3+200 pct0=0+200 x:eq0=1+200 keq0=4+200 x:eq0=4+200",
+       "1 #84 2 #84 5 #84 3 #84 1 #84 4 #84"},
+      {"own record again", "eq0=2+200 direct0=2+200 eq0=2+200", "2 2 2"},
+      {"close releases", "eq0=2+400 close x:eq0=2+200", "2 ok 2"},
+      {"reset releases", "eq0=2+400 reset x:eq0=2+200", "2 ok 2"},
+  });
+}
+
+TEST(RecordLock, UnlockAndMixing) {
+  RunAll({
+      {"nothing held", "unlock unlock=2", "#81 #81"},
+      {"of the other kind", "eq0=2+200 unlock=2 unlock", "2 #81 ok"},
+      {"of the other kind, multiple", "eq0=2+400 unlock unlock=3 unlock=2", "2 #81 #81 ok"},
+      {"multiple beside a single", "eq0=2+200 eq0=3+400 unlock eq0=3+400", "2 #93 ok 3"},
+      {"single beside multiple", "eq0=2+400 eq0=3+200 unlock* eq0=3+200", "2 #93 ok 3"},
+  });
+}
+
+TEST(RecordLock, BelongsToACursor) {
+  RunAll({
+      {"free when all have released",
+       "b:open eq0=2+200 b:eq0=2+200 x:eq0=2+200 unlock x:eq0=2+200 b:unlock x:eq0=2+200",
+       "ok 2 2 #84 ok #84 ok 2"},
+      {"own cursors do not exclude each other",
+       "b:open eq0=2+200 b:eq0=2+200 b:upd0=2,New upd0=2,Old", "ok 2 2 ok #80"},
+      {"each its own single",
+       "b:open eq0=2+200 b:eq0=3+200 x:eq0=2+200 x:eq0=3+200 unlock x:eq0=2+200",
+       "ok 2 3 #84 #84 ok 2"},
+      {"closing one of two", "b:open eq0=2+400 b:eq0=2+400 close x:eq0=2+200 b:close x:eq0=2+200",
+       "ok 2 2 ok #84 ok 2"},
+  });
+}
+
+TEST(FileSharing, ExclusiveAcrossProcesses) {
+  RunAll({
+      {"refused beside another", "close x:open x:close open=-4 x:open close", "ok ok ok #88 ok #3"},
+      {"keeps others out", "close x:close open=-4 x:open x:open=-2 close x:open=-4 open",
+       "ok ok ok #88 #88 ok ok #88"},
+  });
+}
+
+TEST(FileSharing, RebuildingNeedsTheFileAlone) {
+  TwoProcesses both;
+  OtherProcess& other = both.Other();
+  EXPECT_EQ(other.Call(kCreateIndex, 0, {.data = SegmentBytes({})}).status, kFileInUse);
+  EXPECT_EQ(other.Call(kDropIndex, 0, {.keyNumber = 1}).status, kFileInUse);
+  const Bytes name = Padded("secret", 7, '\0');
+  EXPECT_EQ(other.Call(kSetOwner, 0, {.data = name, .key = name}).status, kFileInUse);
+  EXPECT_EQ(both.Run("close"), "ok");
+  EXPECT_EQ(other.Call(kDropIndex, 0, {.keyNumber = 128 + 3}).status, 0);
+  EXPECT_EQ(both.Run("open first3 walk4"), "ok #6 -");
+}
+
+TEST(ExclusiveTransaction, HasItsFilesForItself) {
+  RunAll({
+      {"others see the old state",
+       "begin eq0=1 upd0=1,New ins0=9 x:eq1=Abe x:eq1=New x:walk0 end x:eq1=New x:walk0",
+       "ok 1 ok ok 1 #4 1,2,3,4,5 ok 1 1,2,3,4,5,9"},
+      {"others do not write",
+       "begin eq0=1 upd0=1,New x:ins0=9+200 x:eq0=2 x:upd0=2,Z+200 x:del+200 abort x:del+200",
+       "ok 1 ok #85 2 #85 #85 ok ok"},
+      {"others do not lock", "begin eq0=1 x:eq0=2+200 x:eq0=2 end x:eq0=2+200", "ok 1 #85 2 ok 2"},
+      {"reading is use enough", "begin first0 x:ins0=9+200 end x:ins0=9+200", "ok 1 #85 ok ok"},
+      {"before the first use others may", "begin x:ins0=9+200 eq0=9 end", "ok ok 9 ok"},
+      {"record locks of others keep it out", "x:eq0=2+200 begin+200 eq0=1 x:unlock eq0=1 end",
+       "2 ok #84 ok 1 ok"},
+      {"two of them", "begin first0 x:begin+200 x:first0 end x:first0 x:end",
+       "ok 1 ok #85 ok 1 ok"},
+      {"contents as before after Abort",
+       "begin eq0=1 del ins-=9 abort x:walk0 x:walk1 x:pct0=10000",
+       "ok 1 ok ok ok 1,2,3,4,5 1,3,2,5,4 5"},
+      {"another file is free", "x:close begin first0 end", "ok ok 1 ok"},
+  });
+}
+
+TEST(ConcurrentTransaction, HoldsItsRecordsOnly) {
+  RunAll({
+      {"others see the old state",
+       "cbegin eq0=1 upd0=1,New ins0=9 x:eq1=Abe x:eq1=New x:walk0 end x:eq1=New x:walk0",
+       "ok 1 ok ok 1 #4 1,2,3,4,5 ok 1 1,2,3,4,5,9"},
+      {"changed records are held",
+       "cbegin eq0=1 upd0=1,New x:eq0=1+200 x:eq0=1 x:upd0=1,X+200 x:del+200 abort x:upd0=1,X+200",
+       "ok 1 ok #84 1 #84 #84 ok ok"},
+      {"others are free", "cbegin eq0=1 upd0=1,New x:eq0=2 x:upd0=2,Z+200 x:ins0=9+200 end walk1",
+       "ok 1 ok 2 ok ok ok 3,5,1,4,2,9"},
+      {"an uncommitted unique value", "cbegin ins0=9 x:ins0=9+200 x:ins0=8+200 abort x:ins0=9+200",
+       "ok ok #84 ok ok ok"},
+      {"an uncommitted unique value of an update",
+       "cbegin eq0=1 upd0=9 x:ins0=9+200 end x:ins0=9+200", "ok 1 ok #84 ok #5"},
+      {"others' changes are seen",
+       "cbegin eq0=1 upd0=1,Own x:eq0=2 x:upd0=2,New eq1=New eq1=Own abort", "ok 1 ok 2 ok 2 1 ok"},
+      {"changed by others since read", "cbegin eq0=2 x:eq0=2 x:upd0=2,New upd0=2,Old end",
+       "ok 2 2 ok #80 ok"},
+      {"two of them",
+       "cbegin x:cbegin eq0=1 upd0=1,A x:eq0=2 x:upd0=2,B x:eq0=1+200 end x:end walk1 x:walk1",
+       "ok ok 1 ok 2 ok #84 ok ok 1,3,2,5,4 1,3,2,5,4"},
+      {"default lock of Begin", "cbegin+400 eq0=2 eq0=3 x:eq0=2+200 x:eq0=3+200 end x:eq0=2+200",
+       "ok 2 3 #84 #84 ok 2"},
+      {"locks taken inside go with it", "cbegin eq0=2+400 abort x:eq0=2+200", "ok 2 ok 2"},
+      {"locks taken before stay", "eq0=2+400 cbegin end x:eq0=2+200", "2 ok ok #84"},
+      {"locks of the other keep it out",
+       "x:eq0=2+200 cbegin eq0=2 upd0=2,New+200 x:unlock upd0=2,New+200 end",
+       "2 ok 2 #84 ok ok ok"},
+  });
+}
+
+TEST(DeadProcess, LeavesNothingBehind) {
+  for (const char* words :
+       {"x:eq0=2+200", "x:eq0=2+400 x:eq0=3+400", "x:begin x:eq0=2 x:upd0=2,New x:ins0=9",
+        "x:cbegin x:eq0=2 x:upd0=2,New x:ins0=9 x:eq0=3 x:del"}) {
+    SCOPED_TRACE(words);
+    TwoProcesses both;
+    both.Run(words);
+    both.Other().Kill();
+    EXPECT_EQ(both.Run("walk0 walk1 eq0=2+200 eq0=3+200 ins0=9 eq0=2 upd0=2,Own del"),
+              "1,2,3,4,5 1,3,2,5,4 2 3 ok 2 ok ok");
+    EXPECT_EQ(both.Run("begin first0 end close open=-4"), "ok 1 ok ok ok");
+  }
+}
+
+double SecondsSince(std::chrono::steady_clock::time_point start) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(WaitingCall, GoesOnWhenTheLockGoes) {
+  TwoProcesses both;
+  ASSERT_EQ(both.Run("eq0=2+200"), "2");
+  both.Other().Begin(kGetEqual + 100, 0, {.room = 20, .key = Number(int32_t{2})});
+  usleep(300000);
+  ASSERT_EQ(both.Run("unlock"), "ok");
+  EXPECT_EQ(both.Other().Finish().status, 0);
+  EXPECT_EQ(both.Run("eq0=2+200"), "#84");
+}
+
+TEST(WaitingCall, GivesUpAfterAWhile) {
+  TwoProcesses both;
+  ASSERT_EQ(both.Run("eq0=2+200"), "2");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(both.Run("x:eq0=2+100"), "#84");
+  EXPECT_GT(SecondsSince(start), 0.5);
+  EXPECT_LT(SecondsSince(start), 20);
+}
+
+TEST(WaitingCall, NoWaitAnswersAtOnce) {
+  TwoProcesses both;
+  ASSERT_EQ(both.Run("begin eq0=2 upd0=2,New"), "ok 2 ok");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(both.Run("x:eq0=2+200 x:ins0=9+400"), "#85 #85");
+  EXPECT_LT(SecondsSince(start), 0.4);
+}
+
+}  // namespace
+}  // namespace btrieve::test

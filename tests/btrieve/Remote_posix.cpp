@@ -1,0 +1,87 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+#include "Remote.h"
+#include "kit/Wire.h"
+
+namespace btrieve::test {
+namespace {
+
+std::string WorkerPath() {
+  return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / "btrieve_worker")
+      .string();
+}
+
+// Ends of a pipe that no other child inherits.
+struct Pipe {
+  int read = -1;
+  int write = -1;
+
+  Pipe() {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    read = ends[0];
+    write = ends[1];
+  }
+};
+
+[[noreturn]] void RunWorker(const std::vector<std::string>& arguments, int input, int output) {
+  dup2(input, STDIN_FILENO);
+  dup2(output, STDOUT_FILENO);
+  const std::string path = WorkerPath();
+  std::vector<char*> pointers = {const_cast<char*>(path.c_str())};
+  for (const auto& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  pointers.push_back(nullptr);
+  execv(path.c_str(), pointers.data());
+  _exit(127);
+}
+
+}  // namespace
+
+OtherProcess::OtherProcess(const std::vector<std::string>& arguments) {
+  signal(SIGPIPE, SIG_IGN);
+  const Pipe input;
+  const Pipe output;
+  process_ = fork();
+  if (process_ == 0) RunWorker(arguments, input.read, output.write);
+  close(input.read);
+  close(output.write);
+  toWorker_ = input.write;
+  fromWorker_ = output.read;
+}
+
+OtherProcess::~OtherProcess() {
+  Kill();
+  close(toWorker_);
+  close(fromWorker_);
+}
+
+void OtherProcess::Kill() {
+  if (process_ <= 0) return;
+  kill(process_, SIGKILL);
+  waitpid(process_, nullptr, 0);
+  process_ = -1;
+}
+
+void OtherProcess::Begin(int operation, int block, const CallIn& in) {
+  SendMessage(toWorker_, ToWire(RemoteCall{operation, block, in}));
+}
+
+CallOut OtherProcess::Finish() {
+  const auto answer = ReceiveMessage(fromWorker_);
+  if (answer) return OutFromWire(*answer);
+  CallOut gone;
+  gone.status = -1;
+  return gone;
+}
+
+CallOut OtherProcess::Call(int operation, int block, const CallIn& in) {
+  Begin(operation, block, in);
+  return Finish();
+}
+
+}  // namespace btrieve::test

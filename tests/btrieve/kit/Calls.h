@@ -1,0 +1,127 @@
+// Calls of the record manager as tests make them: buffers of exactly the size told, so that the
+// sanitizer sees one byte too many, and everything that comes back in one value.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "Bytes.h"
+#include "btrieve/BtrCall.h"
+
+namespace btrieve::test {
+
+enum Op : uint16_t {
+  kOpen = 0,
+  kClose = 1,
+  kInsert = 2,
+  kUpdate = 3,
+  kDelete = 4,
+  kGetEqual = 5,
+  kGetNext = 6,
+  kGetPrevious = 7,
+  kGetGreater = 8,
+  kGetGreaterOrEqual = 9,
+  kGetLess = 10,
+  kGetLessOrEqual = 11,
+  kGetFirst = 12,
+  kGetLast = 13,
+  kCreate = 14,
+  kStat = 15,
+  kBegin = 19,
+  kEnd = 20,
+  kAbort = 21,
+  kGetPosition = 22,
+  kGetDirect = 23,
+  kStepNext = 24,
+  kStop = 25,
+  kVersion = 26,
+  kUnlock = 27,
+  kReset = 28,
+  kSetOwner = 29,
+  kClearOwner = 30,
+  kCreateIndex = 31,
+  kDropIndex = 32,
+  kStepFirst = 33,
+  kStepLast = 34,
+  kStepPrevious = 35,
+  kGetNextExtended = 36,
+  kGetPreviousExtended = 37,
+  kStepNextExtended = 38,
+  kStepPreviousExtended = 39,
+  kInsertExtended = 40,
+  kGetByPercentage = 44,
+  kFindPercentage = 45,
+  kGetKey = 50,  // added to 5..13
+  kLogin = 78,
+  kConcurrent = 1000,  // added to 19
+};
+
+constexpr int kBlocks = 32;
+
+struct CallIn {
+  Bytes data = {};
+  size_t room = 0;  // bytes of the data buffer; less than `data` has means as many
+  Bytes key = {};
+  int keyLength = -1;  // bytes of the key buffer, and what is told; -1: 255
+  int keyNumber = 0;
+  // Null pointers in place of buffers.
+  bool noBlock = false;
+  bool noData = false;
+  bool noLength = false;
+  bool noKey = false;
+};
+
+struct CallOut {
+  Status status = 0;
+  Bytes data;           // the whole buffer afterwards
+  uint32_t length = 0;  // as the call left it
+  Bytes key;            // the whole buffer afterwards
+  bool dataTouched = false;
+  bool keyTouched = false;
+
+  // The bytes returned.
+  Bytes Returned() const;
+};
+
+// Bytes of a buffer that the caller did not fill.
+constexpr uint8_t kUnused = 0xEE;
+
+// One client of the record manager: this process, or another one.
+class Client {
+ public:
+  virtual ~Client() = default;
+  // `block` numbers the position blocks of the client, 0..kBlocks-1.
+  virtual CallOut Call(int operation, int block, const CallIn& in) = 0;
+};
+
+// Calls BTRCALL here.
+class ThisProcess : public Client {
+ public:
+  ThisProcess();
+  ~ThisProcess() override;  // resets: nothing stays open for the next test
+  CallOut Call(int operation, int block, const CallIn& in) override;
+  uint8_t* Block(int block) { return blocks_[block].data(); }
+
+ private:
+  std::vector<Bytes> blocks_;
+};
+
+// A folder that goes away with everything in it.
+class Folder {
+ public:
+  Folder();
+  ~Folder();
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string Path(const std::string& name) const;
+  const std::filesystem::path& Root() const { return root_; }
+
+ private:
+  std::filesystem::path root_;
+};
+
+// A path as key buffer, with its NUL.
+Bytes PathKey(const std::string& path);
+
+}  // namespace btrieve::test

@@ -1,0 +1,138 @@
+#include "Plan.h"
+
+#include <random>
+#include <set>
+
+namespace btrieve::test {
+namespace {
+
+constexpr size_t kSize = 24;
+constexpr size_t kFewest = 10;  // records that a file is kept at
+constexpr size_t kMost = 60;
+
+Bytes PlanRecord(int32_t id, int32_t value) {
+  return Number(id) + Number(value) + Padded("text " + std::to_string(value % 7), 16);
+}
+
+// A random id that the file has.
+int32_t SomeId(const std::map<int32_t, int32_t>& file, std::mt19937& random) {
+  auto place = file.begin();
+  std::advance(place, random() % file.size());
+  return place->first;
+}
+
+PlanOperation NextOperation(int file, const std::map<int32_t, int32_t>& records, int32_t freshId,
+                            std::mt19937& random) {
+  const auto value = static_cast<int32_t>(random() % 1000);
+  const bool insert = records.size() < kFewest || (records.size() < kMost && random() % 2 == 0);
+  if (insert) return {file, kInsert, freshId, value};
+  return {file, random() % 2 ? kUpdate : kDelete, SomeId(records, random), value};
+}
+
+void Apply(const PlanOperation& operation, PlanState& state) {
+  auto& records = state[static_cast<size_t>(operation.file)];
+  if (operation.operation == kDelete) {
+    records.erase(operation.id);
+  } else {
+    records[operation.id] = operation.value;
+  }
+}
+
+bool Perform(Client& client, const PlanOperation& operation) {
+  const CallIn record{.data = PlanRecord(operation.id, operation.value), .keyNumber = -1};
+  if (operation.operation == kInsert) {
+    return client.Call(kInsert, operation.file, record).status == 0;
+  }
+  const CallIn find{.room = kSize, .key = Number(operation.id)};
+  if (client.Call(kGetEqual, operation.file, find).status != 0) return false;
+  return client.Call(operation.operation, operation.file, record).status == 0;
+}
+
+// The records that a first and a next operation reach, as "id=value" texts; keys sorted by the
+// index, so only the set is compared.
+std::set<std::string> Reached(Client& client, int file, int first, int next, int key) {
+  std::set<std::string> records;
+  const CallIn in{.room = kSize, .keyNumber = key};
+  CallOut out = client.Call(first, file, in);
+  for (; out.status == 0; out = client.Call(next, file, in)) records.insert(ToHex(out.data));
+  if (out.status != 9) records.insert("status " + std::to_string(out.status));
+  return records;
+}
+
+std::string ReadPlanFile(Client& client, int file, std::map<int32_t, int32_t>& records) {
+  const auto byPlace = Reached(client, file, kStepFirst, kStepNext, 0);
+  for (int key = 0; key < 4; ++key) {
+    if (Reached(client, file, kGetFirst, kGetNext, key) != byPlace) {
+      return "file " + std::to_string(file) + " key " + std::to_string(key) + " differs";
+    }
+  }
+  const CallOut stat = client.Call(kStat, file, {.room = 500});
+  if (NumberAt<uint32_t>(stat.data, 6) != byPlace.size()) return "count differs";
+  records.clear();
+  for (const std::string& hex : byPlace) {
+    const Bytes record = Hex(hex);
+    const auto id = NumberAt<int32_t>(record, 0);
+    const auto value = NumberAt<int32_t>(record, 4);
+    if (record != PlanRecord(id, value)) return "record " + hex;
+    records[id] = value;
+  }
+  return "";
+}
+
+}  // namespace
+
+PlanStep PlanOf(uint32_t seed, uint32_t number, const PlanState& state) {
+  std::mt19937 random(seed * 2654435761u + number);
+  random.discard(3);
+  PlanStep step;
+  if (random() % 3 == 0) {
+    const int file = static_cast<int>(random() % 2);
+    const auto& records = state[static_cast<size_t>(file)];
+    step.operations = {NextOperation(file, records, static_cast<int32_t>(number * 8), random)};
+    return step;
+  }
+  step.begin = random() % 2 ? 19 : 1019;
+  PlanState later = state;
+  for (int32_t i = 0; i < 6; ++i) {
+    const int file = i % 2;
+    step.operations.push_back(NextOperation(file, later[static_cast<size_t>(file)],
+                                            static_cast<int32_t>(number * 8) + i, random));
+    Apply(step.operations.back(), later);
+  }
+  return step;
+}
+
+void ApplyStep(const PlanStep& step, PlanState& state) {
+  for (const PlanOperation& operation : step.operations) Apply(operation, state);
+}
+
+Bytes PlanBlock() {
+  return CreateBlock({.recordLength = kSize}, {{.position = 1, .flags = 0x102, .type = 1},
+                                               {.position = 5, .flags = 0x103, .type = 1},
+                                               {.position = 5, .flags = 0x152, .type = 1},
+                                               {.position = 1, .flags = 0x102, .type = 1},
+                                               {.position = 9, .length = 16, .flags = 0x103}});
+}
+
+bool OpenPlanFiles(Client& client, const std::vector<std::string>& paths) {
+  for (size_t i = 0; i < paths.size(); ++i) {
+    const CallIn in{.key = PathKey(paths[i])};
+    if (client.Call(kOpen, static_cast<int>(i), in).status != 0) return false;
+  }
+  return true;
+}
+
+bool PerformStep(Client& client, const PlanStep& step) {
+  if (step.begin != 0 && client.Call(step.begin, 0, {}).status != 0) return false;
+  for (const PlanOperation& operation : step.operations) {
+    if (!Perform(client, operation)) return false;
+  }
+  return step.begin == 0 || client.Call(kEnd, 0, {}).status == 0;
+}
+
+std::string ReadPlanFiles(Client& client, PlanState& state) {
+  const std::string first = ReadPlanFile(client, 0, state[0]);
+  return first.empty() ? ReadPlanFile(client, 1, state[1]) : first;
+}
+
+}  // namespace btrieve::test
