@@ -43,7 +43,7 @@ STDMETHODIMP TestSite::QueryInterface(REFIID id, void** out) {
 }
 
 STDMETHODIMP TestSite::GetWindow(HWND* window) {
-  *window = window();
+  *window = this->window();
   return S_OK;
 }
 
