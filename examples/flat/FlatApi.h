@@ -27,6 +27,7 @@ namespace tour {
   X(int16_t, DbClearFieldBuffer, (int16_t table))                                                \
   X(int16_t, DbGetNumOfRecords, (int16_t table, int32_t * count))                                \
   X(int32_t, DbGetPosition, (int16_t table))                                                     \
+  X(int16_t, DbGetDirect, (int16_t table, int32_t position, int16_t index))                      \
   X(int16_t, DbGetByPercentage, (int16_t table, int16_t index, int16_t percentage))              \
   X(int16_t, DbFindPercentage,                                                                   \
     (int16_t table, int16_t index, int32_t position, uint16_t * percentage))                     \

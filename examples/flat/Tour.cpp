@@ -20,13 +20,18 @@ enum Operation : int16_t {
   kGetEqual = 5,
   kGetNext = 6,
   kGetFirst = 12,
-  kStepFirst = 33,
-  kStepNextExtended = 38,
+  kGetNextExtended = 36,
 };
 
 // Places of the keys of Customers: its first is one segment, its second one, its third two.
 constexpr int16_t kByCustomer = 0;
 constexpr int16_t kByKana = 1;
+// And the first of Orders.
+constexpr int16_t kByOrder = 0;
+
+constexpr int16_t kRejectCount = 60;
+constexpr int32_t kWholeFile = 10000;  // as a percentage
+constexpr int32_t kShownOrders = 6;
 
 void Say(const std::string& text) { std::printf("%s\n", text.c_str()); }
 void Title(const std::string& text) { std::printf("\n--- %s\n", text.c_str()); }
@@ -34,6 +39,7 @@ void Title(const std::string& text) { std::printf("\n--- %s\n", text.c_str()); }
 std::string InWords(int status) {
   static const std::pair<int, const char*> kWords[] = {
       {0, "done"},
+      {kRejectCount, "the reject count was reached"},
       {4, "no record has that key value (該当レコードがみつかりません)"},
       {5, "the key value is there already (キーの値が重複しています)"},
       {8, "there is no current record (現在レコードがありません)"},
@@ -224,28 +230,72 @@ class Tour {
     }
   }
 
-  void FilteredRead() {
-    const char* condition = "@Total >= 500000 & @Status = 1";
-    Title(std::string("orders of half a million and more, still open: ") + condition);
-    int32_t examined = 0;
-    Must(api_.DbGetNumOfRecords(orders_, &examined), "count orders");
-    Must(api_.DbAccess(kStepFirst, orders_, -1), "step first");
-    int16_t result = -1, count = 0;
-    const int16_t status =
-        api_.DbExAccess(kStepNextExtended, orders_, condition, "OrderNo,OrderDate,Total", -1, 0,
-                        1000, 0, &result, &count);
-    std::printf("  one call: %d of %d records kept; it ended at %s\n", count, examined,
-                InWords(status).c_str());
-    MustBe(status == 9, "the filtered read reached the end");
-    for (int16_t record = 0; record < count && record < 5; ++record) {
-      std::string line;
+  // Where the current order stands along its key, from 0. An extended read leaves the record buffer
+  // alone, so the order is read into it first. Percentages are exact up to 10,000 records.
+  int32_t OrdinalOfCurrentOrder(int32_t orders) {
+    const int32_t position = api_.DbGetPosition(orders_);
+    uint16_t percentage = 0;
+    Must(api_.DbGetDirect(orders_, position, kByOrder), "get direct");
+    Must(api_.DbFindPercentage(orders_, kByOrder, position, &percentage), "find percentage");
+    return (percentage * (orders - 1) + kWholeFile / 2) / kWholeFile;
+  }
+
+  void PrintOrders(int16_t result, int16_t count) {
+    for (int16_t record = 0; record < count && shownOrders_ < kShownOrders; ++record) {
+      ++shownOrders_;
+      std::string line = "     ";
       for (const char* field : {"OrderNo", "OrderDate", "Total"}) {
-        void* text = api_.DbExGetFieldData(result, FieldNamed(orders_, field), record);
-        line += "  " + TakeByteText(text);
+        line +=
+            "  " + TakeByteText(api_.DbExGetFieldData(result, FieldNamed(orders_, field), record));
       }
       Say(line);
     }
-    Must(api_.DbExFree(result), "free the result");
+  }
+
+  // Each call begins with the current record; one that was filled up ends on a record taken.
+  bool GoOnAfter(int16_t status) {
+    if (status == kRejectCount) return true;
+    return status == 0 && api_.DbAccess(kGetNext, orders_, kByOrder) == 0;
+  }
+
+  void FilteredRead() {
+    const char* condition = "@Total >= 500000 & @Status = 1";
+    Title(std::string("orders of half a million and more, still open: ") + condition);
+    Say("  (Get Next Extended along ByOrder: at most 20 records and 1000 rejections a call)");
+    int32_t orders = 0, calls = 0, examined = 0, returned = 0;
+    Must(api_.DbGetNumOfRecords(orders_, &orders), "count orders");
+    Must(api_.DbAccess(kGetFirst, orders_, kByOrder), "get first");
+    int16_t status = 0;
+    do {
+      const int32_t first = OrdinalOfCurrentOrder(orders);
+      int16_t result = -1, count = 0;
+      status = api_.DbExAccess(kGetNextExtended, orders_, condition, "OrderNo,OrderDate,Total",
+                               kByOrder, 1000, 20, 0, &result, &count);
+      const int32_t last = OrdinalOfCurrentOrder(orders);
+      std::printf("  call %d: records %d to %d examined, %d returned; %s\n", ++calls, first + 1,
+                  last + 1, count, InWords(status).c_str());
+      examined += last - first + 1;
+      returned += count;
+      PrintOrders(result, count);
+      Must(api_.DbExFree(result), "free the result");
+    } while (GoOnAfter(status));
+    std::printf("  in all: %d calls, %d records examined, %d returned\n", calls, examined,
+                returned);
+    MustBe(status == 9, "the filtered read reached the end");
+    MustBe(returned == CountedOneByOne(), "the number of records returned");
+    Say("  one Get Next for each record finds as many");
+  }
+
+  // The same answer without the record manager's help.
+  int32_t CountedOneByOne() {
+    int32_t found = 0;
+    const int16_t total = FieldNamed(orders_, "Total"), status = FieldNamed(orders_, "Status");
+    for (int16_t code = api_.DbAccess(kGetFirst, orders_, kByOrder); code == 0;
+         code = api_.DbAccess(kGetNext, orders_, kByOrder)) {
+      const bool isLarge = std::stoi(TakeWideText(api_.DbGetFieldData(orders_, total))) >= 500000;
+      if (isLarge && TakeWideText(api_.DbGetFieldData(orders_, status)) == "1") ++found;
+    }
+    return found;
   }
 
   void ShowFailures() {
@@ -268,6 +318,7 @@ class Tour {
   std::string directory_;
   int16_t customers_ = -1;
   int16_t orders_ = -1;
+  int32_t shownOrders_ = 0;
 };
 
 }  // namespace

@@ -58,9 +58,18 @@ FlatApi FindAll() {
   return api;
 }
 
-void WriteSetting(const char* key, int value) {
-  WritePrivateProfileStringA("quorin350", key, std::to_string(value).c_str(), "quorin.ini");
+// Null takes the setting away.
+void WriteSetting(const char* key, const char* value) {
+  WritePrivateProfileStringA("quorin350", key, value, "quorin.ini");
 }
+
+// Other programs on this system go by the same file: at the end it is as if nothing had been set.
+struct SettingsTakenBack {
+  ~SettingsTakenBack() {
+    WriteSetting("fix_str_addr", nullptr);
+    WriteSetting("v1fx_unicode", nullptr);
+  }
+};
 
 }  // namespace
 
@@ -84,9 +93,10 @@ HMODULE LoadModule() {
 
 const FlatApi& FreshFlatApi(const TextSettings& settings) {
   static FlatApi api{};
+  static const SettingsTakenBack takenBack;
   if (api.Terminate != nullptr) api.Terminate();
-  WriteSetting("fix_str_addr", settings.fixedArea);
-  WriteSetting("v1fx_unicode", settings.unicode);
+  WriteSetting("fix_str_addr", std::to_string(settings.fixedArea).c_str());
+  WriteSetting("v1fx_unicode", std::to_string(settings.unicode).c_str());
   LoadModule();
   api = FindAll();
   return api;
