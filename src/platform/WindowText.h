@@ -1,4 +1,4 @@
-// The text of a window, as code page 932 bytes.
+// The text of a window, as code page 932 bytes, and the window that it stands in.
 #pragma once
 
 #include <cstddef>
@@ -15,10 +15,14 @@ size_t ReadWindowText(WindowHandle window, std::span<char> out) noexcept;
 // False when there is no such window.
 bool WriteWindowText(WindowHandle window, const char* text) noexcept;
 
+// The window that `window` lies in, or a form's owner; null for none.
+WindowHandle ParentOfWindow(WindowHandle window) noexcept;
+
 #ifndef _WIN32
 // Where there are no windows, a handle is the address of one of these.
 struct TextWindow {
   char text[256] = "";
+  TextWindow* parent = nullptr;
 };
 #endif
 

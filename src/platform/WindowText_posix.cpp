@@ -14,4 +14,8 @@ bool WriteWindowText(WindowHandle window, const char* text) noexcept {
   return true;
 }
 
+WindowHandle ParentOfWindow(WindowHandle window) noexcept {
+  return window != nullptr ? static_cast<const TextWindow*>(window)->parent : nullptr;
+}
+
 }  // namespace qrn

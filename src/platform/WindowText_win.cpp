@@ -16,4 +16,8 @@ bool WriteWindowText(WindowHandle window, const char* text) noexcept {
   return SetWindowTextA(static_cast<HWND>(window), text) != FALSE;
 }
 
+WindowHandle ParentOfWindow(WindowHandle window) noexcept {
+  return GetParent(static_cast<HWND>(window));
+}
+
 }  // namespace qrn

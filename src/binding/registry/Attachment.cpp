@@ -1,0 +1,97 @@
+#include "binding/registry/Attachment.h"
+
+#include <string>
+
+#include "binding/registry/ControlRegistry.h"
+#include "binding/registry/TableTransfer.h"
+#include "core/FlatGuard.h"
+#include "platform/CodePage.h"
+
+namespace qrn::flat {
+namespace {
+
+const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
+
+// The exports' twin of the guard of interface methods.
+template <class Body>
+int32_t Guarded(Body body) noexcept {
+  try {
+    return body();
+  } catch (...) {
+    return kFailure;
+  }
+}
+
+// The first control that `fits`; the container is asked in there, so that it is looked for on a
+// walk that bears changes.
+template <class Fits>
+DataControl* FindControl(const char* name, Fits fits) {
+  DataControl* found = nullptr;
+  TheRegistry().WalkDataControls([&](const DataControlEntry& entry) {
+    if (found != nullptr || !EqualIgnoringCase(entry.Name, OrEmpty(name))) return;
+    DataControl* control = entry.Control;
+    if (fits(entry)) found = control;
+  });
+  return found;
+}
+
+int32_t AttachTo(DataControl* control, const char* name) {
+  if (control == nullptr) return kNoControl;
+  DbDictionary* dictionary = control->GetDictionary();
+  if (dictionary == nullptr) return kControlHasNoDictionary;
+  AttachFlatState(*control, dictionary, OrEmpty(name));
+  return kSuccess;
+}
+
+// The table as long as it is the open one of that id.
+TableFinder FinderOf(int16_t tableId) {
+  return [tableId]() -> DbTableInfo* {
+    const CheckedTable found = FindOpenTable(tableId);
+    return found.failure == 0 ? found.table : nullptr;
+  };
+}
+
+int32_t WithAttached(int16_t tableId, int32_t (*transfer)(CQuorin&, TableFinder)) noexcept {
+  return OnOpenTable(tableId, [&](DbTableInfo&) -> int32_t {
+    AttachedDatabase* attached = TheFlatState().AttachedControl;
+    if (attached == nullptr) return kNoDictionary;
+    return Guarded(
+        [&] { return transfer(static_cast<DataControl&>(*attached), FinderOf(tableId)); });
+  });
+}
+
+}  // namespace
+
+int32_t DbAttachControl(const char* name, const char* formName) noexcept {
+  return Guarded([&]() -> int32_t {
+    DataControl* control = FindControl(name, [&](const DataControlEntry& entry) {
+      return entry.Control->AskFormName() == OrEmpty(formName);
+    });
+    if (const int32_t failure = AttachTo(control, name); failure != 0) return failure;
+    const std::optional<WindowHandle> window = control->AskFormWindow();
+    if (!window) return kFailure;
+    TheFlatState().FormWindow = *window;
+    return kSuccess;
+  });
+}
+
+int32_t DbAttachControlByHwnd(const char* name, WindowHandle window) noexcept {
+  return Guarded([&] {
+    return AttachTo(
+        FindControl(
+            name, [&](const DataControlEntry& entry) { return IsFormOf(entry.Container, window); }),
+        name);
+  });
+}
+
+int32_t DbTransferToControl(int16_t tableId) noexcept {
+  return WithAttached(tableId, TransferToControls);
+}
+int32_t DbTransferFromControl(int16_t tableId) noexcept {
+  return WithAttached(tableId, TransferFromControls);
+}
+int32_t DbClearControlData(int16_t tableId) noexcept {
+  return WithAttached(tableId, ClearControls);
+}
+
+}  // namespace qrn::flat
