@@ -8,14 +8,16 @@
 
 #include "ole/Com.h"
 #include "ole/Guard.h"
-#include "ole/tables/Guid.h"
+#include "ole/tables/Members.h"
 
 namespace qrn::ole {
 
-// A class that can be made: its id and how an object of it is made, inside `aggregator` if given.
+// A class that can be made: its id, how an object of it is made, inside `aggregator` if given, and
+// the resource id of the script that registers it.
 struct ClassRow {
   Guid classId;
   HRESULT (*create)(IUnknown* aggregator, REFIID id, void** out);
+  uint16_t script = 0;
 };
 
 // The class object for `classId`; CLASS_E_CLASSNOTAVAILABLE where no row has it.
@@ -35,6 +37,12 @@ HRESULT CreateControl(IUnknown* aggregator, REFIID id, void** out) {
     control->BePartOf(aggregator);
     return control->Inner().QueryInterface(id, out);
   });
+}
+
+// The row of control class C, whose rows are `Table`.
+template <const ControlTable& Table, class C>
+constexpr ClassRow ControlRow() {
+  return {Table.classId, &CreateControl<C>, Table.registration.script};
 }
 
 }  // namespace qrn::ole

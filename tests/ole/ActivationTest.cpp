@@ -156,7 +156,7 @@ TEST_F(ActivationTest, QuickActivationTakesTheWholeOffer) {
   offer.pPropertyNotifySink = &properties;
   QACONTROL state{};
   state.cbSize = sizeof state;
-  const auto quick = Query<IQuickActivate>(control);
+  auto quick = Query<IQuickActivate>(control);
   ASSERT_EQ(quick->QuickActivate(&offer, &state), S_OK);
   EXPECT_NE(state.dwEventCookie, 0u);
   EXPECT_NE(state.dwPropNotifyCookie, 0u);
@@ -169,6 +169,7 @@ TEST_F(ActivationTest, QuickActivationTakesTheWholeOffer) {
   offer.cbSize = 4;
   EXPECT_EQ(quick->QuickActivate(&offer, &state), E_INVALIDARG);
   Query<IOleObject>(control)->SetClientSite(nullptr);
+  quick.reset();
   control.reset();
   EXPECT_EQ(events.references, 0u);
   EXPECT_EQ(properties.references, 0u);

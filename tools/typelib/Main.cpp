@@ -1,25 +1,49 @@
 // Writes the module's type library and registration scripts at build time.
-//   make_typelib LIBRARY.tlb
+//   make_typelib FOLDER
 #include <objbase.h>
 
 #include <cstdio>
+#include <exception>
+#include <filesystem>
 
 #include "binding/tables/AllTables.h"
 #include "ole/Guard.h"
+#include "typelib/ScriptWriter.h"
 #include "typelib/TypeLibraryWriter.h"
+
+namespace {
+
+// Texts of a type library pass through the code page of the process.
+constexpr UINT kJapanese = 932;
+
+int Write(const std::filesystem::path& folder) {
+  if (GetACP() != kJapanese) {
+    std::fprintf(stderr, "make_typelib: needs a Japanese locale (code page 932)\n");
+    return 1;
+  }
+  try {
+    std::filesystem::create_directories(folder);
+    qrn::ole::WriteTypeLibrary(qrn::kLibrary, (folder / L"qrnbt350.tlb").c_str());
+    qrn::WriteScripts(folder);
+    return 0;
+  } catch (const qrn::ole::Failure& failure) {
+    std::fprintf(stderr, "make_typelib: the type library could not be written (%08lX)\n",
+                 failure.code);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "make_typelib: %s\n", failure.what());
+  }
+  return 1;
+}
+
+}  // namespace
 
 int wmain(int count, wchar_t** arguments) {
   if (count != 2) {
-    std::fprintf(stderr, "usage: make_typelib LIBRARY.tlb\n");
+    std::fprintf(stderr, "usage: make_typelib FOLDER\n");
     return 2;
   }
   CoInitialize(nullptr);
-  const HRESULT result = qrn::ole::Guard([&] {
-    qrn::ole::WriteTypeLibrary(qrn::kLibrary, arguments[1]);
-    return S_OK;
-  });
+  const int result = Write(arguments[1]);
   CoUninitialize();
-  if (SUCCEEDED(result)) return 0;
-  std::fprintf(stderr, "make_typelib: the type library could not be written (%08lX)\n", result);
-  return 1;
+  return result;
 }

@@ -35,5 +35,8 @@ inline constexpr ole::LibraryTable kLibrary{
 };
 
 inline constexpr Guid kApplicationId = MakeGuid("4EAB4FF0-0372-4F60-9A1E-9499321F5DD8");
+inline constexpr uint16_t kApplicationScript = 272;
+// Of kCQRNBtrPpg; nothing runs it.
+inline constexpr uint16_t kOlderPageScript = 118;
 
 }  // namespace qrn

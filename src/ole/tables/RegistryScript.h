@@ -24,7 +24,7 @@ namespace qrn::ole {
 
 // What happens to a key when the script is run, and in reverse sense at removal.
 enum class KeyRule : uint8_t {
-  Plain,        // made if missing; removed with all below it
+  Plain,        // made if missing; removed unless others have put keys below it
   ForceRemove,  // removed first, then made anew; removed with all below it
   NoRemove,     // made if missing; stays at removal, only what the script put below it goes
   Delete,       // removed when the script is run; nothing at removal

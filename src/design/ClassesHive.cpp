@@ -1,0 +1,61 @@
+#include "design/ClassesHive.h"
+
+#include <utility>
+
+namespace qrn::design {
+namespace {
+
+constexpr wchar_t kClasses[] = L"Software\\Classes";
+// The keys below the classes that registration writes to. New users have none of them.
+constexpr const wchar_t* kCommonKeys[] = {L"AppID", L"CLSID", L"Interface", L"TypeLib"};
+
+bool MayWrite(HKEY parent, const wchar_t* name) {
+  ole::Key key;
+  const LSTATUS result = RegOpenKeyExW(parent, name, 0, KEY_READ | KEY_WRITE, key.put());
+  return result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND;
+}
+
+ole::Key OpenMachine() {
+  ole::Key classes;
+  RegOpenKeyExW(HKEY_LOCAL_MACHINE, kClasses, 0, KEY_READ | KEY_WRITE, classes.put());
+  for (const wchar_t* name : kCommonKeys) {
+    if (classes && !MayWrite(classes.get(), name)) classes.reset();
+  }
+  return classes;
+}
+
+ole::Key OpenUser() {
+  ole::Key classes;
+  RegCreateKeyExW(HKEY_CURRENT_USER, kClasses, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
+                  classes.put(), nullptr);
+  return classes;
+}
+
+}  // namespace
+
+ClassesHive::ClassesHive(Hive hive) noexcept
+    : hive_(hive), classes_(hive == Hive::Machine ? OpenMachine() : OpenUser()) {
+  if (hive == Hive::User && classes_) {
+    taken_ = RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()) == ERROR_SUCCESS;
+  }
+}
+
+// A key in common that is left with nothing in it goes too: a user has none to begin with. Deleting
+// one that holds keys is refused by the system, one with a value is kept.
+ClassesHive::~ClassesHive() {
+  if (taken_) RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+  if (hive_ != Hive::User || !classes_) return;
+  for (const wchar_t* name : kCommonKeys) {
+    DWORD values = 0;
+    ole::Key key;
+    RegOpenKeyExW(classes_.get(), name, 0, KEY_READ, key.put());
+    if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                 &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+      continue;
+    }
+    key.reset();
+    if (values == 0) RegDeleteKeyW(classes_.get(), name);
+  }
+}
+
+}  // namespace qrn::design

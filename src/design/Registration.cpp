@@ -1,0 +1,143 @@
+#include "design/Registration.h"
+
+#include <oleauto.h>
+#include <olectl.h>
+
+#include <string>
+#include <vector>
+
+#include "binding/tables/AllTables.h"
+#include "design/ClassesHive.h"
+#include "design/ObjectTable.h"
+#include "ole/Com.h"
+#include "ole/Module.h"
+#include "ole/Registrar.h"
+
+// Of the system's oleaut32; mingw's headers do not have them.
+STDAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+STDAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND system);
+
+namespace qrn::design {
+namespace {
+
+using ole::Com;
+using ole::RegistryKey;
+
+constexpr UINT kScriptCodePage = 932;
+
+std::wstring ModulePath() {
+  std::wstring path(32768, L'\0');
+  path.resize(
+      GetModuleFileNameW(ole::ModuleInstance(), path.data(), static_cast<DWORD>(path.size())));
+  return path;
+}
+
+std::string_view ResourceBytes(uint16_t id, const wchar_t* type) {
+  const HMODULE module = ole::ModuleInstance();
+  const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), type);
+  const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
+  if (!loaded) return {};
+  return {static_cast<const char*>(LockResource(loaded)), SizeofResource(module, found)};
+}
+
+std::u16string Widen(std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  std::u16string wide(text.size(), u'\0');
+  wide.resize(static_cast<size_t>(MultiByteToWideChar(
+      kScriptCodePage, 0, text.data(), size, reinterpret_cast<wchar_t*>(wide.data()), size)));
+  return wide;
+}
+
+// The keys of a script resource; none where it is missing or does not read.
+std::vector<RegistryKey> Script(uint16_t id) {
+  const std::wstring path = ModulePath();
+  const ole::Replacements replacements{{u"MODULE", std::u16string(path.begin(), path.end())}};
+  ole::ScriptError error;
+  auto keys = ole::ReadRegistryScript(Widen(ResourceBytes(id, L"REGISTRY")), replacements, error);
+  return keys.value_or(std::vector<RegistryKey>());
+}
+
+bool AddScript(HKEY classes, uint16_t id) {
+  const auto keys = Script(id);
+  return !keys.empty() && ole::Registrar(classes).Add(keys) == ERROR_SUCCESS;
+}
+
+bool AddScripts(HKEY classes) {
+  bool done = AddScript(classes, kApplicationScript);
+  for (const ole::ClassRow& row : Objects()) done = done && AddScript(classes, row.script);
+  return done;
+}
+
+bool RemoveScripts(HKEY classes) {
+  const ole::Registrar registrar(classes);
+  bool done = true;
+  for (const ole::ClassRow& row : Objects()) {
+    done = registrar.Remove(Script(row.script)) == ERROR_SUCCESS && done;
+  }
+  return registrar.Remove(Script(kApplicationScript)) == ERROR_SUCCESS && done;
+}
+
+HRESULT AddTypeLibrary(Hive hive) {
+  std::wstring path = ModulePath();
+  Com<ITypeLib> library;
+  const HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put());
+  if (FAILED(loaded)) return loaded;
+  const HRESULT result = RegisterTypeLib(library.get(), path.data(), nullptr);
+  if (SUCCEEDED(result) || hive == Hive::Machine) return result;
+  return RegisterTypeLibForUser(library.get(), path.data(), nullptr);
+}
+
+std::wstring TypeLibraryKey() {
+  const std::string id = ole::GuidText(kLibrary.id);
+  return L"TypeLib\\" + std::wstring(id.begin(), id.end());
+}
+
+bool HasTypeLibrary(HKEY classes) {
+  ole::Key key;
+  return RegOpenKeyExW(classes, TypeLibraryKey().c_str(), 0, KEY_READ, key.put()) == ERROR_SUCCESS;
+}
+
+bool RemoveTypeLibrary(const ClassesHive& hive) {
+  const auto unregister = [](auto function) {
+    return SUCCEEDED(function(ole::AsGuid(kLibrary.id), kLibrary.major, kLibrary.minor,
+                              LOCALE_NEUTRAL, SYS_WIN64));
+  };
+  if (!HasTypeLibrary(hive.get())) return true;
+  if (unregister(&UnRegisterTypeLib)) return true;
+  return hive.hive() == Hive::User && unregister(&UnRegisterTypeLibForUser);
+}
+
+// An error only where the place is open: what the user may not write there was not put there.
+bool RemoveFrom(Hive which) {
+  const ClassesHive hive(which);
+  if (!hive.open()) return true;
+  const bool library = RemoveTypeLibrary(hive);
+  return RemoveScripts(hive.get()) && library;
+}
+
+HRESULT AddTo(const ClassesHive& hive) {
+  if (!hive.open()) return SELFREG_E_CLASS;
+  HRESULT result = AddScripts(hive.get()) ? S_OK : SELFREG_E_CLASS;
+  if (SUCCEEDED(result) && FAILED(AddTypeLibrary(hive.hive()))) result = SELFREG_E_TYPELIB;
+  return result;
+}
+
+HRESULT RegisterIn(Hive which) {
+  const HRESULT result = AddTo(ClassesHive(which));
+  if (FAILED(result)) RemoveFrom(which);
+  return result;
+}
+
+}  // namespace
+
+HRESULT RegisterModule() {
+  const HRESULT result = RegisterIn(Hive::Machine);
+  return SUCCEEDED(result) ? result : RegisterIn(Hive::User);
+}
+
+HRESULT UnregisterModule() {
+  const bool user = RemoveFrom(Hive::User);
+  return RemoveFrom(Hive::Machine) && user ? S_OK : SELFREG_E_CLASS;
+}
+
+}  // namespace qrn::design
