@@ -2,6 +2,7 @@
 
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
+#include "core/MemoryFailure.h"
 #include "core/RecordBuffer.h"
 #include "core/ReturnCodes.h"
 #include "fields/LittleEndian.h"
@@ -11,7 +12,10 @@ namespace qrn {
 
 bool GrowRecordBuffer(DbTableInfo& table, int32_t size) noexcept {
   if (size <= table.BufferSize) return true;
-  if (!AllocateRecordBuffer(table, size)) return false;
+  if (!AllocateRecordBuffer(table, size)) {
+    ReportMemoryFailure();
+    return false;
+  }
   table.BufferSize = size;
   return true;
 }

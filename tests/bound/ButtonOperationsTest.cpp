@@ -1,0 +1,331 @@
+// What a button does to a table and to the screen.
+#include <gtest/gtest.h>
+
+#include "Office.h"
+#include "core/DictionaryLookup.h"
+#include "core/Gateway.h"
+#include "core/Record.h"
+#include "core/RecordPosition.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr int32_t kByPlace = 1;
+constexpr int32_t kByName = 3;  // index position: ByPlace has two segments
+
+class Button : public ::testing::Test {
+ protected:
+  Status Insert(const char* code, const char* name, const char* town, const char* pay = "1.50") {
+    form_.texts = {{"Code", code}, {"Name", name}, {"Town", town}, {"Pay", pay}};
+    return DbButtonInsert(office_.engine, button_, false);
+  }
+
+  void InsertFour() {
+    EXPECT_EQ(Insert("1003", "安部", "大阪"), 0);
+    EXPECT_EQ(Insert("1001", "伊藤", "東京"), 0);
+    EXPECT_EQ(Insert("1004", "Abe", "大阪"), 0);
+    EXPECT_EQ(Insert("1002", "安部", "東京"), 0);
+  }
+
+  // The screen's code afterwards, with the status where it is not 0.
+  std::string Read(int32_t operation) {
+    const Status status = DbButtonRead(office_.engine, operation, button_);
+    return form_.texts["Code"] + (status != 0 ? "#" + std::to_string(status) : "");
+  }
+
+  std::string Step(int32_t operation) {
+    const Status status = DbButtonStep(office_.engine, operation, button_);
+    return form_.texts["Code"] + (status != 0 ? "#" + std::to_string(status) : "");
+  }
+
+  Office office_;
+  PlayedForm form_;
+  PlayedButton button_{office_, form_, "People"};
+};
+
+TEST(ButtonOperation, BecomesTheRecordManagersNumber) {
+  const int32_t expected[] = {-1, -1, -1, 5, 12, 13, 6, 7, 8, 10, 9, 11, 33, 34, 24, 35, -1, -1};
+  for (int32_t value = 0; value < 18; ++value) EXPECT_EQ(DbOpToBtrieve(value), expected[value]);
+  for (const int32_t value : {-1, 18, 0x7FFFFFFF}) EXPECT_EQ(DbOpToBtrieve(value), -1);
+}
+
+TEST_F(Button, FindsByWhatTheScreenHolds) {
+  InsertFour();
+  struct Case {
+    int32_t index;
+    std::map<std::string, std::string> screen;
+    int32_t operation;
+    const char* answer;
+  };
+  const Case cases[] = {
+      {0, {{"Code", "1002"}}, kOpGetEqual, "1002"},
+      {0, {{"Code", "1005"}}, kOpGetEqual, "1005#4"},
+      {0, {{"Code", "1002"}}, kOpGetGreater, "1003"},
+      {0, {{"Code", "1002"}}, kOpGetGreaterOrEqual, "1002"},
+      {0, {{"Code", "1002"}}, kOpGetLess, "1001"},
+      {0, {{"Code", "1000"}}, kOpGetLessOrEqual, "1000#9"},
+      {0, {{"Code", "junk"}}, kOpGetGreater, "1001"},
+      {0, {{"Code", ""}}, kOpGetFirst, "1001"},
+      {0, {{"Code", ""}}, kOpGetLast, "1004"},
+      {kByPlace, {{"Code", "1002"}, {"Town", "東京"}}, kOpGetEqual, "1002"},
+      {kByPlace, {{"Code", ""}, {"Town", "東京"}}, kOpGetGreater, "1001"},
+      {kByName, {{"Code", ""}, {"Name", "安部"}}, kOpGetEqual, "1003"},
+  };
+  for (const Case& row : cases) {
+    form_.texts = row.screen;
+    button_.index = row.index;
+    EXPECT_EQ(Read(row.operation), row.answer) << row.operation << " on " << row.index;
+  }
+}
+
+TEST_F(Button, ShowsEveryFieldInTheDictionarysOrder) {
+  InsertFour();
+  form_.texts = {{"Code", "1003"}};
+  form_.written.clear();
+  EXPECT_EQ(Read(kOpGetEqual), "1003");
+  EXPECT_EQ(form_.written, "Code=1003 Name=安部 Town=大阪 Pay=1.50 ");
+}
+
+TEST_F(Button, GoesOnWithoutLookingAtTheScreen) {
+  InsertFour();
+  form_.texts = {{"Code", ""}};
+  EXPECT_EQ(Read(kOpGetFirst), "1001");
+  form_.texts = {{"Code", "1004"}, {"Name", "typed over"}};
+  EXPECT_EQ(Read(kOpGetNext), "1002");
+  EXPECT_EQ(form_.texts["Name"], "安部");
+  EXPECT_EQ(Read(kOpGetPrevious), "1001");
+  EXPECT_EQ(Read(kOpGetPrevious), "1001#9") << "the screen stays";
+}
+
+TEST_F(Button, WalksTheWholeOfAKeyInItsOrder) {
+  InsertFour();
+  form_.texts = {{"Code", ""}};
+  button_.index = kByName;
+  std::string walk = Read(kOpGetFirst);
+  for (int i = 0; i < 4; ++i) walk += " " + Read(kOpGetNext);
+  EXPECT_EQ(walk, "1004 1003 1002 1001 1001#9");
+}
+
+TEST_F(Button, StepsThroughTheFileWithoutAskingSetData) {
+  InsertFour();
+  form_.texts = {{"Code", "typed"}};
+  button_.setData = [] { return true; };
+  std::string walk = Step(kOpStepFirst);
+  for (int i = 0; i < 4; ++i) walk += " " + Step(kOpStepNext);
+  EXPECT_EQ(walk, "1003 1001 1004 1002 1002#9");
+  EXPECT_EQ(Step(kOpStepPrevious) + " " + Step(kOpStepLast), "1004 1002");
+}
+
+TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
+  InsertFour();
+  CallLog log;
+  struct Case {
+    int32_t locks;
+    const char* read;
+    const char* step;
+    const char* update;
+  };
+  const Case cases[] = {
+      {0, "5/1:42 ", "24/0:41 ", "3/1:41 "},      {1, "105/1:42 ", "124/0:41 ", "103/1:41 "},
+      {2, "205/1:42 ", "224/0:41 ", "203/1:41 "}, {3, "305/1:42 ", "324/0:41 ", "303/1:41 "},
+      {4, "405/1:42 ", "424/0:41 ", "403/1:41 "}, {5, "5/1:42 ", "24/0:41 ", "3/1:41 "}};
+  button_.index = kByPlace;
+  for (const Case& row : cases) {
+    button_.locks = row.locks;
+    form_.texts = {{"Code", "1001"}, {"Town", "東京"}};
+    EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0) << row.locks;
+    EXPECT_EQ(log.Take(), row.read);
+    EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0) << row.locks;
+    EXPECT_EQ(log.Take(), row.update);
+    EXPECT_EQ(DbButtonStep(office_.engine, kOpStepNext, button_), 0) << row.locks;
+    EXPECT_EQ(log.Take(), row.step);
+    for (const int32_t kind : {-2, 0}) {
+      static_cast<void>(DbUnlockRecord(office_.engine, *button_.Table(), kind));
+    }
+    log.Take();
+  }
+}
+
+TEST_F(Button, NoCurrencyChangeSendsNoKeyNumber) {
+  CallLog log;
+  form_.texts = {{"Code", "1"}};
+  button_.index = kByName;
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
+  form_.texts = {{"Code", "5"}};
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, true), 0);
+  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, true), 0);
+  EXPECT_EQ(log.Take(), "2/2:41 2/255:41 3/255:41 ");
+}
+
+TEST_F(Button, NoCurrencyChangeStaysWhereItWasOnTheKey) {
+  InsertFour();
+  form_.texts = {{"Code", ""}};
+  EXPECT_EQ(Read(kOpGetFirst), "1001");
+  form_.texts = {{"Code", "2000"}};
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, true), 0);
+  EXPECT_EQ(Read(kOpGetNext), "1002");
+  form_.texts = {{"Code", "1500"}};
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
+  EXPECT_EQ(Read(kOpGetNext), "2000");
+}
+
+TEST_F(Button, InsertEmptiesWhatHasNoControlAndUpdateKeepsIt) {
+  EXPECT_EQ(Insert("7", "名前", "東京", "9.25"), 0);
+  form_.texts = {{"Code", "7"}, {"Town", "京都"}};
+  EXPECT_EQ(Read(kOpGetEqual), "7");
+  form_.texts["Town"] = "奈良";
+  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0);
+  form_.written.clear();
+  EXPECT_EQ(Read(kOpGetEqual), "7");
+  EXPECT_EQ(form_.written, "Code=7 Name=名前 Town=奈良 Pay=9.25 ");
+  form_.texts = {{"Code", "8"}};
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
+  form_.written.clear();
+  EXPECT_EQ(Read(kOpGetEqual), "8");
+  EXPECT_EQ(form_.written, "Code=8 Name= Town= Pay=0.00 ");
+}
+
+TEST_F(Button, PassesOnWhatTheRecordManagerRefuses) {
+  InsertFour();
+  EXPECT_EQ(Insert("1002", "二度目", "東京"), 5);
+  EXPECT_EQ(office_.Field("People", "Name"), "二度目") << "the buffer keeps what the screen gave";
+  form_.texts = {{"Code", "1002"}};
+  EXPECT_EQ(Read(kOpGetEqual), "1002");
+  form_.texts = {{"Code", "1099"}};
+  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 10) << "not modifiable";
+}
+
+TEST_F(Button, DeletesTheCurrentRecord) {
+  InsertFour();
+  form_.texts = {{"Code", "1002"}};
+  EXPECT_EQ(Read(kOpGetEqual), "1002");
+  CallLog log;
+  button_.locks = kLockSingleNoWait;
+  EXPECT_EQ(DbButtonDelete(office_.engine, button_), 0);
+  EXPECT_EQ(log.Take(), "204/0:- ");
+  EXPECT_EQ(Read(kOpGetNext), "1003");
+  office_.Close("People");
+  EXPECT_EQ(DbButtonDelete(office_.engine, button_), -3);
+}
+
+TEST_F(Button, ARefusalReachesNoRecordManager) {
+  InsertFour();
+  int asked = 0;
+  button_.setData = [&] { return ++asked > 0; };
+  CallLog log;
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -2);
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -2);
+  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, true), -2);
+  EXPECT_EQ(DbButtonDelete(office_.engine, button_), -2);
+  EXPECT_EQ(asked, 4);
+  EXPECT_EQ(log.Take(), "");
+}
+
+TEST_F(Button, AHandlerFillsInFieldsJustBefore) {
+  form_.texts = {{"Code", "1"}, {"Name", "画面"}};
+  button_.setData = [&] {
+    EXPECT_EQ(office_.Field("People", "Name"), "画面") << "the screen is in the buffer already";
+    EXPECT_EQ(DbWriteFieldByName(office_.engine, *button_.Table(), "Pay", "3.75"), 0);
+    return false;
+  };
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
+  EXPECT_EQ(office_.Field("People", "Pay"), "3.75");
+  button_.setData = nullptr;
+  form_.written.clear();
+  EXPECT_EQ(Read(kOpGetFirst), "1");
+  EXPECT_EQ(form_.written, "Code=1 Name=画面 Town= Pay=3.75 ");
+}
+
+TEST_F(Button, AHandlerReadsAnotherRecordInTheSameBuffer) {
+  InsertFour();
+  form_.texts = {{"Code", "1001"}};
+  EXPECT_EQ(Read(kOpGetEqual), "1001");
+  button_.setData = [&] {
+    EXPECT_EQ(DbRecordCall(office_.engine, *button_.Table(), kOpGetLast, 0), 0);
+    return false;
+  };
+  EXPECT_EQ(DbButtonDelete(office_.engine, button_), 0) << "what is current now goes";
+  button_.setData = nullptr;
+  EXPECT_EQ(Read(kOpGetLast), "1003");
+}
+
+TEST_F(Button, AHandlerThatClosesTheTableEndsTheOperation) {
+  InsertFour();
+  button_.setData = [&] {
+    office_.Close("People");
+    return false;
+  };
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -3);
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -3) << "closed from the start";
+}
+
+TEST_F(Button, AClosingHandlerOfChangeEndsTheShowing) {
+  InsertFour();
+  form_.texts = {{"Code", "1001"}};
+  form_.written.clear();
+  form_.onChange = [&](const std::string& field) {
+    if (field == "Name") office_.Close("People");
+  };
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0);
+  EXPECT_EQ(form_.written, "Code=1001 Name=伊藤 ");
+}
+
+TEST_F(Button, WithoutThatKeyThereIsNoCall) {
+  Messages messages;
+  CallLog log;
+  button_.index = 4;
+  form_.texts = {{"Code", "1"}};
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -1);
+  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -1);
+  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), -1);
+  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetNext, button_), -1);
+  EXPECT_EQ(log.Take(), "");
+  const std::string one = "VE804 インデックスの指定が不正です。; ";
+  EXPECT_EQ(messages.Take(), one + one + one + one);
+}
+
+TEST_F(Button, ATableWithoutKeysIsSteppedThrough) {
+  PlayedButton heap(office_, form_, "Heap");
+  form_.texts = {{"Word", "one"}};
+  heap.index = -1;
+  EXPECT_EQ(DbButtonInsert(office_.engine, heap, false), 0);
+  form_.texts = {{"Word", ""}};
+  EXPECT_EQ(DbButtonStep(office_.engine, kOpStepFirst, heap), 0);
+  EXPECT_EQ(form_.texts["Word"], "one");
+}
+
+TEST_F(Button, NullIndicatorsAreWalkedPast) {
+  PlayedButton days(office_, form_, "Days");
+  form_.texts = {{"Day", "2024/02/29"}, {"Left", "12:34:56"}, {"Word", "曜日"}};
+  CallLog log;
+  EXPECT_EQ(DbButtonInsert(office_.engine, days, false), 0);
+  EXPECT_EQ(log.Take(), "2/0:15 ") << "date, indicator, time, word";
+  form_.texts["Left"] = form_.texts["Word"] = "";
+  form_.written.clear();
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, days), 0);
+  EXPECT_EQ(form_.written, "Day=2024/02/29 Left=12:34:56 Word=曜日 ");
+  form_.texts.erase("Left");
+  form_.texts["Word"] = "月";
+  EXPECT_EQ(DbButtonUpdate(office_.engine, days, false), 0);
+  form_.written.clear();
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, days), 0);
+  EXPECT_EQ(form_.written, "Day=2024/02/29 Left=12:34:56 Word=月 ");
+}
+
+TEST_F(Button, AScrollCallTakesItsKeyFromTheScreenAndLocksNothing) {
+  InsertFour();
+  form_.texts = {{"Code", "1002"}};
+  button_.locks = kLockMultiNoWait;
+  button_.setData = [] { return true; };
+  CallLog log;
+  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetEqual, button_), 0);
+  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetNext, button_), 0);
+  EXPECT_EQ(log.Take(), "5/0:42 6/0:42 ");
+  EXPECT_EQ(form_.texts["Code"], "1003");
+  form_.texts["Code"] = "9999";
+  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetGreater, button_), 9);
+  EXPECT_EQ(form_.texts["Code"], "9999");
+}
+
+}  // namespace
+}  // namespace qrn::test

@@ -1,0 +1,171 @@
+// The plain fill of a list or combo box from one field of a table.
+#include <gtest/gtest.h>
+
+#include "Office.h"
+#include "core/FlatInterface.h"
+#include "core/Gateway.h"
+#include "core/ListFill.h"
+#include "core/Record.h"
+#include "core/RecordBuffer.h"
+#include "platform/CodePage.h"
+#include "platform/Utf.h"
+
+namespace qrn::test {
+namespace {
+
+class PlayedList final : public RowSink {
+ public:
+  PlayedList(Office& office, const char* table) : office_(office), table_(table) {}
+
+  std::string rows = "before;";
+  std::function<bool(std::u16string&)> onFormat;  // false cancels
+
+  DbTableInfo* Table() override { return office_.OpenTableOf(table_); }
+  void Empty(size_t) override { rows.clear(); }
+  bool Format(std::u16string& lineData) override { return !onFormat || onFormat(lineData); }
+  bool AddRow(const char* text) override {
+    rows += CodePageToUtf8(text) + ";";
+    return true;
+  }
+
+ private:
+  Office& office_;
+  const char* table_;
+};
+
+class Fill : public ::testing::Test {
+ protected:
+  void InsertThree() {
+    for (const auto& [code, name] : {std::pair{"3", "さくら"}, {"1", "うめ"}, {"2", ""}}) {
+      form_.texts = {{"Code", code}, {"Name", name}};
+      EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
+    }
+  }
+
+  Status Run(const char* field, int32_t index = 0) {
+    return DbFillList(office_.engine, list_, field, index);
+  }
+
+  Office office_;
+  PlayedForm form_;
+  PlayedButton button_{office_, form_, "People"};
+  PlayedList list_{office_, "People"};
+};
+
+TEST_F(Fill, FollowsTheKeyAndLeavesEmptyRowsOut) {
+  InsertThree();
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(list_.rows, "うめ;さくら;");
+  EXPECT_EQ(Run("Code"), 0);
+  EXPECT_EQ(list_.rows, "1;2;3;");
+  EXPECT_EQ(Run("Code", 3), 0);
+  EXPECT_EQ(list_.rows, "2;1;3;") << "by name";
+}
+
+TEST_F(Fill, ComesBackToTheCurrentRecord) {
+  InsertThree();
+  form_.texts = {{"Code", "2"}};
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0);
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(office_.Field("People", "Code"), "2");
+  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetNext, button_), 0);
+  EXPECT_EQ(form_.texts["Code"], "3");
+}
+
+TEST_F(Fill, WithoutRecordsOrFieldTheListStays) {
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(list_.rows, "before;");
+  InsertThree();
+  CallLog log;
+  for (const char* field : {"name", "", "Nothing"}) EXPECT_EQ(Run(field), 0) << field;
+  EXPECT_EQ(list_.rows, "before;");
+  office_.Close("People");
+  log.Take();
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(log.Take(), "");
+}
+
+TEST_F(Fill, AKeyThatIsNoneFailsWithItsMessage) {
+  InsertThree();
+  Messages messages;
+  EXPECT_EQ(Run("Name", 4), -1);
+  EXPECT_EQ(messages.Take(), "VE804 インデックスの指定が不正です。; ");
+  EXPECT_EQ(list_.rows, "before;");
+}
+
+TEST_F(Fill, ReadsWithoutLocksAtTheFixedLength) {
+  InsertThree();
+  CallLog log;
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(log.Take(), "22/0:4 12/0:42 6/0:42 6/0:42 6/0:42 23/0:42 ");
+}
+
+TEST_F(Fill, AHandlerRewritesBlanksAndEndsRows) {
+  InsertThree();
+  int row = 0;
+  list_.onFormat = [&](std::u16string& line) {
+    ++row;
+    if (row == 1) line = u"<" + line + u">";
+    if (row == 2) {
+      flat::DbSetFormattedString("called");
+      line = u"assigned";
+    }
+    return row < 3;
+  };
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(list_.rows, "<うめ>;called;");
+  list_.onFormat = [](std::u16string& line) {
+    line.clear();
+    return true;
+  };
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(list_.rows, "");
+}
+
+TEST_F(Fill, AnOldCallOfAHandlerIsForgotten) {
+  InsertThree();
+  list_.onFormat = [](std::u16string&) { return flat::DbSetFormattedString("old") == 0; };
+  EXPECT_EQ(Run("Name"), 0);
+  list_.onFormat = nullptr;
+  flat::DbSetFormattedString("after the fill");
+  EXPECT_EQ(Run("Name"), 0);
+  EXPECT_EQ(list_.rows, "うめ;さくら;");
+}
+
+TEST_F(Fill, ARowComesBackFromItsHandlerWith512Bytes) {
+  InsertThree();
+  list_.onFormat = [](std::u16string& line) {
+    line.assign(600, u'漢');
+    return true;
+  };
+  EXPECT_EQ(Run("Code"), 0);
+  std::string row;
+  for (int i = 0; i < 256; ++i) row += "漢";
+  EXPECT_EQ(list_.rows, row + ";" + row + ";" + row + ";");
+}
+
+TEST_F(Fill, AHandlerThatClosesTheTableEndsTheFill) {
+  InsertThree();
+  list_.onFormat = [&](std::u16string&) {
+    office_.Close("People");
+    return true;
+  };
+  EXPECT_EQ(Run("Code"), 0);
+  EXPECT_EQ(list_.rows, "1;");
+}
+
+TEST_F(Fill, RecordsBeyondTheBufferAreReadWhole) {
+  PlayedButton papers(office_, form_, "Papers");
+  for (const char* no : {"1", "2", "3"}) {
+    form_.texts = {{"No", no}, {"Head", "頭"}, {"Body", std::string(*no == '2' ? 60000 : 10, 'b')}};
+    EXPECT_EQ(DbButtonInsert(office_.engine, papers, false), 0);
+  }
+  PlayedList list(office_, "Papers");
+  EXPECT_EQ(DbFillList(office_.engine, list, "Head", 0), 0);
+  EXPECT_EQ(list.rows, "頭;頭;頭;");
+  EXPECT_EQ(DbFillList(office_.engine, list, "No", 0), 0);
+  EXPECT_EQ(list.rows, "1;2;3;");
+}
+
+}  // namespace
+}  // namespace qrn::test
