@@ -1,0 +1,152 @@
+// Keystroke filter, byte counts and dressing of an edit control's text.
+#include <gtest/gtest.h>
+
+#include "controls/text/CharacterMask.h"
+#include "controls/text/TextBytes.h"
+#include "controls/text/TextDress.h"
+#include "core/DbTypes.h"
+#include "platform/CodePage.h"
+
+namespace qrn {
+namespace {
+
+std::string AllowedOf(int32_t fieldType) {
+  std::string allowed;
+  for (char16_t character = 0; character < 0x100; ++character) {
+    if (MaskAllows(character, fieldType)) allowed += static_cast<char>(character);
+  }
+  return allowed;
+}
+
+TEST(CharacterMask, FollowsTheFieldsType) {
+  EXPECT_EQ(AllowedOf(kDate), "\b+,-./0123456789");
+  EXPECT_EQ(AllowedOf(kTime), "\b+,-.0123456789:");
+  for (const int32_t type : {-1, int32_t{kString}, int32_t{kInteger}, int32_t{kMoney}}) {
+    EXPECT_EQ(AllowedOf(type), "\b+,-.0123456789") << type;
+  }
+}
+
+TEST(CharacterMask, RefusesFullWidthDigits) {
+  for (const char16_t character : {u'０', u'９', u'－', u'ｱ', u'あ', u'\xFFFF'}) {
+    EXPECT_FALSE(MaskAllows(character, kDate)) << static_cast<int>(character);
+  }
+}
+
+TEST(TextBytes, CountsCharactersOfTwoBytes) {
+  struct Case {
+    std::u16string_view text;
+    size_t bytes;
+    size_t within3;
+  };
+  const Case cases[] = {{u"", 0, 0},     {u"a", 1, 1},     {u"abcd", 4, 3}, {u"あ", 2, 1},
+                        {u"ああ", 4, 1}, {u"aああ", 5, 2}, {u"ｱｲｳｴ", 4, 3}, {u"表a能", 5, 2}};
+  for (const Case& row : cases) {
+    EXPECT_EQ(BytesOf(row.text), row.bytes);
+    EXPECT_EQ(UnitsWithin(row.text, 3), row.within3);
+    EXPECT_EQ(UnitsWithin(row.text, 0), 0u);
+    EXPECT_EQ(UnitsWithin(row.text, 100), row.text.size());
+  }
+}
+
+TEST(TextBytes, AHalfOfAPairIsNeverTaken) {
+  const std::u16string pair = u"\U00020B9F";  // not in the code page
+  for (size_t bytes = 0; bytes < 6; ++bytes) EXPECT_NE(UnitsWithin(pair + pair, bytes) % 2, 1u);
+}
+
+// The host's service, played: brackets; nothing for a text with an "x".
+std::optional<std::string> Bracket(const std::string& text) {
+  if (text.find('x') != text.npos) return std::nullopt;
+  return text == "empty" ? "" : "[" + text + "]";
+}
+
+TextDress Dress(int32_t option, size_t width, bool formats) {
+  TextDress dress{option, width, nullptr};
+  if (formats) dress.format = Bracket;
+  return dress;
+}
+
+TEST(TextDress, OfFieldAndPropertyByOption) {
+  struct Case {
+    int32_t option;
+    size_t width;
+    bool formats;
+    const char* text;
+    const char* shown;
+  };
+  const Case cases[] = {
+      {FormatNone, 8, false, "12", "12"},
+      {FormatNone, 8, true, "12", "[12]"},
+      {FormatNone, 8, true, "1x", "1x"},
+      {FormatNone, 8, true, "empty", ""},
+      {FormatEveryChar, 8, true, "12", "[12]"},
+      {FormatRightAlign, 8, false, "12", "      12"},
+      {FormatRightAlign, 8, true, "12", "    [12]"},
+      {FormatRightAlign, 8, true, "1x", "      1x"},
+      {FormatRightAlign, 0, true, "12", "[12]"},
+      {FormatRightAlign, 3, true, "12", "12]"},
+      {FormatEveryRight, 8, false, "123456789012", "56789012"},
+      {FormatEveryRight, 2, false, "12", "12"},
+      {4, 8, true, "12", "[12]"},
+      {-1, 8, false, "12", "12"},
+  };
+  for (const Case& row : cases) {
+    const TextDress dress = Dress(row.option, row.width, row.formats);
+    EXPECT_EQ(dress.OfField(row.text), row.shown) << row.option << " " << row.text;
+    EXPECT_EQ(dress.OfProperty(row.text), row.shown) << row.option << " " << row.text;
+  }
+}
+
+TEST(TextDress, AnEmptyTextIsAlignedOnlyWhenTheApplicationPutsIt) {
+  const TextDress dress = Dress(FormatRightAlign, 3, false);
+  EXPECT_EQ(dress.OfField(""), "");
+  EXPECT_EQ(dress.OfProperty(""), "   ");
+}
+
+TEST(TextDress, AlignmentMayHalveACharacter) {
+  const std::string text = Utf8ToCodePage("表a");
+  EXPECT_EQ(Dress(FormatRightAlign, 2, false).OfField(text), text.substr(1));
+  EXPECT_EQ(AlignRight(text, 5), "  " + text);
+}
+
+TEST(TextDress, ADressedTextIsCutAtACharacter) {
+  TextDress dress = Dress(FormatNone, 0, true);
+  dress.format = [](const std::string&) {
+    std::string kanji;
+    for (int i = 0; i < 600; ++i) kanji += Utf8ToCodePage("漢");
+    return kanji;
+  };
+  EXPECT_EQ(dress.OfField("1").size(), kDressedTextSize - 1);
+}
+
+TEST(TextDress, OfTypingAppendsOrTakesAByte) {
+  struct Case {
+    int32_t option;
+    size_t width;
+    bool formats;
+    const char* before;
+    char16_t typed;
+    const char* after;  // null: the character goes on
+  };
+  const Case cases[] = {
+      {FormatEveryChar, 0, true, "12", u'3', "[123]"},
+      {FormatEveryRight, 8, true, "12", u'3', "   [123]"},
+      {FormatEveryChar, 8, true, "12", u'3', "   [123]"},
+      {FormatEveryChar, 0, true, "12", u'\b', "[1]"},
+      {FormatEveryChar, 0, true, "", u'\b', "[]"},
+      {FormatEveryChar, 0, true, "1", u'あ', "[1あ]"},
+      {FormatEveryChar, 0, true, "1", u'x', nullptr},
+      {FormatEveryChar, 0, true, "empt", u'y', nullptr},
+      {FormatEveryChar, 8, false, "12", u'3', nullptr},
+      {FormatNone, 8, true, "12", u'3', nullptr},
+      {FormatRightAlign, 8, true, "12", u'3', nullptr},
+  };
+  for (const Case& row : cases) {
+    const auto after =
+        Dress(row.option, row.width, row.formats).OfTyping(Utf8ToCodePage(row.before), row.typed);
+    const std::string shown = after ? CodePageToUtf8(*after) : "(on)";
+    EXPECT_EQ(shown, row.after ? row.after : "(on)") << row.before << " " << row.option;
+  }
+}
+
+}  // namespace
+}  // namespace qrn
