@@ -98,8 +98,8 @@ void InPlace::Deactivate() noexcept {
       return S_OK;
     }
     LeaveUi();
+    control().window().Destroy();  // still active: the container hears of the focus that goes
     active_ = false;
-    control().window().Destroy();
     if (const Com<IOleInPlaceSite> site = std::exchange(site_, {})) site->OnInPlaceDeactivate();
     return S_OK;
   });
