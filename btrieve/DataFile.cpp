@@ -76,6 +76,7 @@ void DataFile::Reserve(uint32_t count) {
   const uint32_t taken = std::min(std::max(reserveNext_, count), free);
   if (taken >= count) {
     nextReserved_ = head.nextPosition;
+    updatesAtReserve_ = head.updateNumber;
     endReserved_ = nextReserved_ + taken;
     head.nextPosition = endReserved_;
   }
@@ -84,10 +85,21 @@ void DataFile::Reserve(uint32_t count) {
   reserveNext_ = std::min(reserveNext_ * 2, kMostReserved);
 }
 
+void DataFile::ReturnReserved() noexcept {
+  Head& head = base_.Counts();
+  const bool last = head.nextPosition == endReserved_ && head.updateNumber == updatesAtReserve_;
+  if (last) head.nextPosition = nextReserved_;
+}
+
+void DataFile::ForgetReserved() noexcept {
+  nextReserved_ = endReserved_ = 0;
+  reserveNext_ = kLeastReserved;
+}
+
 void DataFile::MarkDirty() noexcept { dirty_ = true; }
 
 bool DataFile::MakeStable() noexcept {
-  if (!dirty_) return true;
+  if (!dirty_ && !dirtyOutside_) return true;
   dirty_ = false;
   if (SyncFile(LogPath(), logEntryIsNew_)) {
     logEntryIsNew_ = false;

@@ -73,6 +73,11 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   // within an Activity; throws 18 when none are left.
   void Reserve(uint32_t count);
   uint32_t TakeReserved() noexcept { return nextReserved_++; }
+  // At the end of the transaction, so that no later duplicate gets an earlier number: within its
+  // commit what is left goes back to the file, if nothing has been numbered behind it; then it is
+  // forgotten.
+  void ReturnReserved() noexcept;
+  void ForgetReserved() noexcept;
   // The next position a direct write would give; 0 when none is left.
   uint32_t NextPosition();
 
@@ -82,8 +87,13 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   std::string LogPath() const { return path_ + "-wal"; }
   // Brings them there; false when the system fails.
   [[nodiscard]] bool MakeStable() noexcept;
-  // For who syncs without holding up other calls: the state is clean from here on.
-  bool TakeDirty() noexcept { return std::exchange(dirty_, false); }
+  // For who syncs without holding up other calls, and then says how it went. Until then
+  // MakeStable still syncs for itself.
+  bool TakeDirty() noexcept { return dirtyOutside_ = std::exchange(dirty_, false); }
+  void NoteSynced(bool done) noexcept {
+    dirtyOutside_ = false;
+    dirty_ = dirty_ || !done;
+  }
   bool LogEntryIsNew() noexcept { return std::exchange(logEntryIsNew_, false); }
 
   // When the file was last read, for letting go of an idle snapshot.
@@ -94,6 +104,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   int openCursors = 0;
 
  private:
+  static constexpr uint32_t kLeastReserved = 8;
+
   std::string path_;
   FileIdentity identity_;
   FileLocks locks_;  // outlives the storage: its handle must be closed last
@@ -102,8 +114,10 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   Walk finder_;
   uint32_t nextReserved_ = 0;
   uint32_t endReserved_ = 0;
-  uint32_t reserveNext_ = 8;
+  uint32_t reserveNext_ = kLeastReserved;
+  uint32_t updatesAtReserve_ = 0;
   bool dirty_ = false;
+  bool dirtyOutside_ = false;
   bool logEntryIsNew_ = true;
   bool touched_ = false;
 };

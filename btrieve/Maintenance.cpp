@@ -49,7 +49,7 @@ void SyncOutside(std::unique_lock<std::mutex>& lock, std::vector<DirtyLog>& dirt
     lock.unlock();
     const bool done = SyncFile(log.path, log.entryToo);
     lock.lock();
-    if (!done) log.file->MarkDirty();
+    log.file->NoteSynced(done);
   }
 }
 

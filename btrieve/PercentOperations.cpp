@@ -59,6 +59,7 @@ Status BoundOfPosition(Call& call, Entry& bound) {
   uint32_t position;
   if (call.room < sizeof position) return kDataBufferLength;
   std::memcpy(&position, call.data, sizeof position);
+  if (TotalEntries(call.File(), kPhysicalSlot) == 0) return kEndOfFile;
   Hit hit;
   if (position == 0 || !call.File().Fetch(position, hit)) return kInvalidAddress;
   bound = PositionEntry(position);

@@ -70,6 +70,7 @@ void Session::CommitOne(DataFile& file) {
   VersionMap versions;
   try {
     if (changes) versions = WriteChanges(file, *changes);
+    if (changes) file.ReturnReserved();
     if (part.intent) RemoveIntent(file, transaction_.number);
   } catch (...) {
     file.Base().RollbackWrite();
@@ -211,6 +212,7 @@ void Session::ReleaseParts() noexcept {
     file.Locks().DropClaims();
     file.Locks().DropWhole();
     file.Base().EndWalks();
+    file.ForgetReserved();
     part = Participation();
   };
   for (const auto& file : transaction_.files) release(*file);

@@ -155,7 +155,8 @@ Status DeleteOnce(Call& call) {
 }
 
 // Naming the key the cursor goes along, an Update takes the cursor to the record's new place;
-// naming another one it leaves no key to go on along.
+// naming another one it leaves no key to go on along. A record that the key now leaves out has no
+// new place: the neighbours of the old one stay, as they do behind a Delete.
 void FollowUpdate(Call& call, const WritePlan& plan) {
   Cursor& cursor = *call.cursor;
   if (call.slot < 0 || cursor.along != Cursor::Along::On) return;
@@ -164,8 +165,7 @@ void FollowUpdate(Call& call, const WritePlan& plan) {
     return;
   }
   const Entry& entry = plan.keys[call.slot].after;
-  if (entry.Size() == 0) return cursor.LeaveKey();
-  cursor.StandAlong(cursor.keyNumber, entry.View());
+  if (entry.Size() != 0) cursor.StandAlong(cursor.keyNumber, entry.View());
 }
 
 void ReleaseRecord(Cursor& cursor) noexcept {

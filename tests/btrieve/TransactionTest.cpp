@@ -27,7 +27,7 @@ const ScriptCase kCases[] = {
      "ok ok ok 1 ok 0,2,3,4,5,9 ok 1,2,3,4,5"},
     {"own changes are seen along every key",
      "begin ins-=9,Aba,4 ins-=8,Ito,2 walk1 back1 walk2 steps abort",
-     "ok ok ok 1,3,9,2,5,8,4 4,8,5,2,9,3,1 1,9,3,2,4,8,5 1,2,3,4,5,9,8 ok"},
+     "ok ok ok 9,1,3,2,5,8,4 4,8,5,2,3,1,9 1,9,3,2,4,8,5 1,2,3,4,5,9,8 ok"},
     {"searches see them", "begin eq0=3 del ins0=7,Abe eq1=Abe next1 gt0=2 lt0=9 eq0=3 abort eq0=3",
      "ok 3 ok ok 1 7 4 7 #4 ok 3"},
     {"a failing call does not end it", "begin ins0=9 ins0=1 eq0=77 ins0=8 end walk0",

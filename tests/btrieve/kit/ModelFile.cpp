@@ -89,12 +89,17 @@ Status ModelFile::CheckModifiable(const Bytes& before, const Bytes& after) const
   return kOk;
 }
 
+// In a unique key the value alone is the place.
+uint64_t ModelFile::NextOrder(size_t key) {
+  return spec_->keys[key].AllowsDuplicates() ? nextOrder_++ : 1;
+}
+
 void ModelFile::Insert(uint32_t position, const Bytes& record) {
   usedPositions.insert(position);
   records[position] = {record, nextVersion_++};
   for (size_t key = 0; key < indexes.size(); ++key) {
     if (const auto value = ValueIn(key, record)) {
-      indexes[key].insert({*value, nextOrder_++, position});
+      indexes[key].insert({*value, NextOrder(key), position});
     }
   }
 }
@@ -108,7 +113,7 @@ void ModelFile::Update(uint32_t position, const Bytes& record) {
       if (value && Compare(key, entry->value, *value) == 0) order = entry->order;
       indexes[key].erase(*entry);
     }
-    if (value) indexes[key].insert({*value, order ? order : nextOrder_++, position});
+    if (value) indexes[key].insert({*value, order ? order : NextOrder(key), position});
   }
   records[position] = {record, nextVersion_++};
 }

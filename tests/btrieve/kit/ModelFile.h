@@ -82,6 +82,8 @@ class ModelFile {
   const FileSpec& Spec() const { return *spec_; }
 
  private:
+  uint64_t NextOrder(size_t key);
+
   const FileSpec* spec_;
   std::vector<KeyComparison> comparisons_;
   uint64_t nextOrder_ = 1;

@@ -11,7 +11,7 @@ namespace {
 constexpr int kCursors = 3;
 constexpr int kReader = 20;  // a block that walks the whole file
 constexpr size_t kMostRecords = 50;
-constexpr size_t kLogLines = 25;
+constexpr size_t kLogLines = 40;
 
 class ModelRun {
  public:

@@ -234,10 +234,11 @@ Expected ModelCursor::FindPercent(const CallIn& in) const {
     if (mine) entry = index.find(place_);
     at = std::distance(index.begin(), entry);
   }
+  if (at == static_cast<std::ptrdiff_t>(count)) return {.data = Number(uint32_t{10000})};
   long percent = 0;
   if (count > 1)
     percent = std::lround(static_cast<double>(at) * 10000 / static_cast<double>(count - 1));
-  return {.data = Number(static_cast<uint32_t>(std::min<long>(percent, 10000)))};
+  return {.data = Number(static_cast<uint32_t>(percent))};
 }
 
 }  // namespace btrieve::test
