@@ -23,7 +23,8 @@ int32_t DbMapOpenMode(int32_t openMode) noexcept;
 
 // Stores the data file's path. A location with a drive letter or a UNC name stands alone; any other
 // follows the directory's short path, with ".btr" added when it holds no point. Always 0: a
-// directory that does not exist is taken as it stands, and using the path fails.
+// directory that does not exist is taken as it stands, a path that does not fit is empty, and using
+// either fails.
 Status DbResolveFileName(const DbTableInfo& table, const char* directory,
                          std::span<char> outPath) noexcept;
 

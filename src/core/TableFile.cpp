@@ -42,7 +42,8 @@ Status DbResolveFileName(const DbTableInfo& table, const char* directory,
   const char* root = GetShortPath(directory, shortPath) ? shortPath : directory;
   const std::string_view location = table.Location;
   const bool hasPoint = location.find('.') != location.npos;
-  if (!JoinPath(root, location, hasPoint ? "" : ".btr", outPath)) CopyText(outPath, root);
+  // What does not fit leaves an empty path, which no record manager opens or creates.
+  (void)JoinPath(root, location, hasPoint ? "" : ".btr", outPath);
   return kSuccess;
 }
 

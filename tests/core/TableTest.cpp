@@ -92,6 +92,13 @@ TEST_F(Table, PathsFollowTheLocation) {
   }
 }
 
+TEST_F(Table, APathThatDoesNotFitIsNoPath) {
+  char path[kFilePathSize] = "stale";
+  const std::string longer(kFilePathSize, 'd');
+  EXPECT_EQ(DbResolveFileName(*table_, longer.c_str(), path), 0);
+  EXPECT_STREQ(path, "") << "never the directory itself";
+}
+
 TEST_F(Table, OpenModesMapForTheControlsMethods) {
   const int32_t modes[] = {0, -1, -2, -3, -4, -32, -64, 0, 0};
   for (int32_t i = 0; i < 9; ++i) EXPECT_EQ(DbMapOpenMode(i), modes[i]);
