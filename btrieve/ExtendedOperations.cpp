@@ -44,7 +44,10 @@ class ExtendedRead {
   int Slot() const noexcept { return along_ ? call_.slot : kPhysicalSlot; }
 
   void Begin() {
-    const bool withCurrent = request_.BeginsWithCurrent() && cursor_.place == Cursor::Place::On;
+    // Behind a Delete there is nothing to begin with: an entry that is gone is not found again,
+    // while one that the Delete has not touched, after an insert without currency change, is.
+    const bool withCurrent =
+        request_.BeginsWithCurrent() && (along_ || cursor_.place == Cursor::Place::On);
     const bool goesOn = !withCurrent && cursor_.walkIsHere && cursor_.walk.IsLive(Slot(), forward_);
     cursor_.walkIsHere = false;
     if (goesOn) return;

@@ -229,9 +229,9 @@ Expected ModelCursor::FindPercent(const CallIn& in) const {
     count = index.size();
     if (count == 0) return Fails(kEndOfFile);
     Entry entry = LowerBound(key, in.key);
-    const bool mine = logical_ == Logical::At && key_ == key && index.count(place_) &&
+    const bool mine = logical_ == Logical::At && key_ == key &&
                       file_->Compare(static_cast<size_t>(key), place_.value, in.key) == 0;
-    if (mine) entry = index.find(place_);
+    if (mine) entry = index.lower_bound(place_);
     at = std::distance(index.begin(), entry);
   }
   if (at == static_cast<std::ptrdiff_t>(count)) return {.data = Number(uint32_t{10000})};
