@@ -20,7 +20,8 @@ class Progress {
   // Cheap: the line is drawn ten times a second at most.
   void Update(uint64_t done, uint64_t rows);
 
-  // The line's text, for tests: "Orders  45 %  12,345 rows  230,000 rows/s  00:12 left".
+  // The line's text, for tests:
+  // "Orders  [#########...........]  45 %  12,345 rows  230,000 rows/s  00:12 left".
   std::string Line(uint64_t done, uint64_t rows, double seconds) const;
 
  private:

@@ -21,6 +21,8 @@ const std::map<std::string, Encoding> kEncodings = {{"utf-8", Encoding::Utf8},
 class CommandLine {
  public:
   explicit CommandLine(const Streams& streams) : streams_(streams) {
+    // A path may begin with a slash, also on Windows.
+    app_.allow_windows_style_options(false);
     app_.require_subcommand(1);
     app_.footer(
         "Exit codes: 0 done, 1 done but rows were refused or faults found, 2 wrong command "

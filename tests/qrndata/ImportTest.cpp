@@ -1,0 +1,187 @@
+// What import takes, what it refuses and where it says so.
+#include <algorithm>
+
+#include "ToolFixture.h"
+
+namespace qrndata::test {
+namespace {
+
+constexpr char kSchema[] = R"([[table]]
+name = "T"
+field = [
+  { name = "Id", type = "Integer", size = 4 },
+  { name = "Name", type = "String", size = 6 },
+  { name = "Rate", type = "Decimal", size = 3, decimals = 2 },
+  { name = "Born", type = "Date" },
+  { name = "At", type = "Time" },
+  { name = "Flag", type = "Logical" },
+  { name = "Small", type = "Integer", size = 1 },
+  { name = "Real", type = "Float", size = 4 },
+  { name = "Cash", type = "Currency", decimals = 4 },
+  { name = "Mark", type = "Bit" },
+]
+key = [
+  { name = "ById", fields = ["Id"] },
+  { name = "ByName", fields = ["Name"], duplicates = true, modifiable = true },
+])";
+
+class Importing : public ToolTest {
+ protected:
+  void SetUp() override { Build(kSchema); }
+};
+
+struct RefusedCase {
+  const char* what;
+  std::string csv;
+  const char* said;  // after "in.csv:"
+};
+
+const RefusedCase kRefused[] = {
+    {"a letter in a number", "Id,Name\n50,a\nx,b\n",
+     "3:1: field \"Id\": expected a whole number from -2147483648 to 2147483647"},
+    {"a number too large", "Name,Id\nb,2147483648\n",
+     "2:3: field \"Id\": expected a whole number from -2147483648 to 2147483647"},
+    {"one byte has no sign", "Id,Small\n1,-1\n",
+     "2:3: field \"Small\": expected a whole number from 0 to 255"},
+    {"blanks are no number", "Id,Small\n1,\" 1\"\n",
+     "2:3: field \"Small\": expected a whole number from 0 to 255"},
+    {"a text too long", "Id,Name\n1,1234567\n",
+     "2:3: field \"Name\": the text has 7 bytes in code page 932; the field takes 6"},
+    {"bytes count, not characters", "Id,Name\n1,日本語字\n",
+     "2:3: field \"Name\": the text has 8 bytes in code page 932; the field takes 6"},
+    {"columns count characters", "Name,Born\n日本,2023/02/29\n",
+     "2:4: field \"Born\": expected a date such as 2024/01/31"},
+    {"a character that does not fit", "Id,Name\n1,a한\n",
+     "2:3: field \"Name\": code page 932 has no 한 (character 2 of the text)"},
+    {"digits too many before the point", "Id,Rate\n1,1000\n",
+     "2:3: field \"Rate\": expected at most 3 digits before the point"},
+    {"digits too many behind it", "Id,Rate\n1,0.001\n",
+     "2:3: field \"Rate\": expected at most 2 decimals"},
+    {"no number at all", "Id,Rate\n1,1.2.3\n",
+     "2:3: field \"Rate\": expected a number such as -12.50"},
+    {"a time past midnight", "Id,At\n1,24:00:00\n",
+     "2:3: field \"At\": expected a time such as 09:30:00"},
+    {"no truth value", "Id,Flag\n1,yes\n", "2:3: field \"Flag\": expected 0, 1, true or false"},
+    {"a real too large", "Id,Real\n1,1e39\n",
+     "2:3: field \"Real\": the number is outside what Float of 4 bytes holds"},
+    {"no finite real", "Id,Real\n1,nan\n",
+     "2:3: field \"Real\": expected a number such as -12.5 or 1.5e-7"},
+    {"an amount too large", "Id,Cash\n1,922337203685477.5808\n",
+     "2:3: field \"Cash\": the number is too large"},
+    {"two characters", "Id,Mark\n1,ab\n",
+     "2:3: field \"Mark\": expected a single character of one byte"},
+    {"a NUL", std::string("Id,Name\n1,a\0b\n", 14),
+     "2:3: field \"Name\": the text holds a NUL character"},
+    {"a cell too many", "Id,Name\n1,a,b\n", "2:1: expected 2 cells as in the first line, found 3"},
+    {"a cell too few", "Id,Name\n1\n", "2:1: expected 2 cells as in the first line, found 1"},
+    {"an open quote", "Id,Name\n1,\"a\n2,b\n", "2:3: this quote is never closed"},
+    {"text behind a quote", "Id,Name\n1,\"a\"b\n",
+     "2:6: expected a comma or the line's end behind the closing quote"},
+    {"a quote inside", "Id,Name\n1,a\"b\n",
+     "2:4: a quote inside a cell: put the whole cell in quotes and double this one"},
+    {"lines in quotes count", "Id,Name\n60,\"a\nb\"\nx,c\n",
+     "4:1: field \"Id\": expected a whole number from -2147483648 to 2147483647"},
+    {"a key value twice", "Id,Name\n7,a\n7,b\n",
+     "3:1: field \"Id\": key 0 \"ById\" takes no duplicates, and there is a record with this value "
+     "already"},
+};
+
+TEST_F(Importing, RefusalsNameLineColumnAndWhatWasExpected) {
+  for (const RefusedCase& row : kRefused) {
+    const Said said = Import("T", row.csv);
+    EXPECT_EQ(said.err, std::string("in.csv:") + row.said + "\n") << row.what;
+    EXPECT_EQ(said.code, 1) << row.what;
+  }
+}
+
+struct HeaderCase {
+  const char* csv;
+  const char* said;
+};
+
+TEST_F(Importing, AFirstLineThatCannotServeStopsIt) {
+  const std::string all = "Id, Name, Rate, Born, At, Flag, Small, Real, Cash, Mark";
+  const HeaderCase cases[] = {
+      {"", "in.csv:1:1: expected a first line with the fields' names"},
+      {"Id,Nam\n1,a\n", "in.csv:1:4: the table has no field \"Nam\"; expected one of "},
+      {"Id,id\n", "in.csv:1:4: the table has no field \"id\"; expected one of "},
+      {"Id,Name,Id\n", "in.csv:1:9: field \"Id\" has a column already"},
+      {"Id,\"Name\n", "in.csv:1:4: this quote is never closed"},
+  };
+  for (const HeaderCase& row : cases) {
+    const Said said = Import("T", row.csv);
+    EXPECT_EQ(said.code, 3) << row.csv;
+    EXPECT_EQ(said.err.substr(0, 9 + std::string(row.said).size()),
+              "qrndata: " + std::string(row.said))
+        << row.csv;
+  }
+  EXPECT_EQ(Export("T", {"--format", "json"}), "[\n]\n") << "nothing was stored";
+}
+
+TEST_F(Importing, SoundRowsAreTakenAndTheOthersKept) {
+  const Said said = Import("T", "Id,Name\r\n1,a\r\nx,b\r\n\r\n2,\"c\r\n\"\r\n1,d\r\n",
+                           {"--refused", Path("refused.csv")});
+  EXPECT_EQ(said.code, 1);
+  EXPECT_EQ(said.out, "T: 2 rows taken, 2 refused\n");
+  EXPECT_EQ(Read("refused.csv"), "Id,Name\nx,b\n1,d\n");
+  EXPECT_EQ(Run({"show", Path("db")}).out,
+            "id  table  file   fields  keys  records\n"
+            " 4  T      T.btr      10     2        2\n");
+}
+
+TEST_F(Importing, OnlySoManyRefusalsAreListed) {
+  std::string csv = "Id\n";
+  for (int row = 0; row < 10; ++row) csv += "x\n";
+  const Said said = Import("T", csv, {"--show-refused", "3"});
+  EXPECT_EQ(std::count(said.err.begin(), said.err.end(), '\n'), 4);
+  EXPECT_NE(said.err.find("further refusals are not listed"), std::string::npos);
+  EXPECT_EQ(said.out, "T: 0 rows taken, 10 refused\n");
+}
+
+TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
+  const std::string csv = "Id,Name\n1,a한b\n";
+  const struct {
+    const char* choice;
+    const char* stored;
+    const char* said;
+  } cases[] = {
+      {"replace", "a?b", "T: 1 rows taken, 1 texts with characters replaced\n"},
+      {"skip", "ab", "T: 1 rows taken, 1 texts with characters left out\n"},
+  };
+  for (const auto& row : cases) {
+    Build(kSchema);
+    EXPECT_EQ(Import("T", csv, {"--on-unmappable", row.choice}).out, row.said);
+    EXPECT_EQ(Export("T").find(row.stored) != std::string::npos, true) << row.choice;
+  }
+}
+
+TEST_F(Importing, ADryRunStoresNothing) {
+  const Said said = Import("T", "Id,Name\n1,a\nx,b\n", {"--dry-run"});
+  EXPECT_EQ(said.out, "T: 1 rows could be taken, 1 refused\n");
+  EXPECT_NE(Run({"show", Path("db")}).out.find(" 0\n"), std::string::npos);
+}
+
+// 9 is refused by the unique key in the middle of a batch; the rows round it stay.
+TEST_F(Importing, ABatchOutlivesARefusalInIt) {
+  std::string csv = "Id\n9\n";
+  for (int row = 0; row < 25; ++row) csv += std::to_string(row) + "\n";
+  const Said said = Import("T", csv, {"--batch", "10"});
+  EXPECT_EQ(said.out, "T: 25 rows taken, 1 refused\n");
+  EXPECT_EQ(Line(Check()), "code=0 out=1 tables, 25 records: no faults\n");
+}
+
+TEST_F(Importing, FilesAndTablesThatAreNotThereAreNamed) {
+  EXPECT_EQ(Line(Run({"import", Path("db"), "T", Path("none.csv")})),
+            "code=4 err=qrndata: none.csv: cannot be read\n");
+  EXPECT_EQ(Line(Import("U", "Id\n")),
+            "code=3 err=qrndata: db: there is no table \"U\"; there are: T\n");
+  Write("nodb", "");
+  EXPECT_EQ(Run({"import", Path("nowhere"), "T", Path("in.csv")}).code, 4);
+  std::filesystem::remove(Folder() / "db" / "T.btr");
+  const Said said = Import("T", "Id\n1\n");
+  EXPECT_EQ(said.code, 4);
+  EXPECT_NE(said.err.find("T.btr: status 12 (file not found)"), std::string::npos) << said.err;
+}
+
+}  // namespace
+}  // namespace qrndata::test
