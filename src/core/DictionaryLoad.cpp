@@ -16,6 +16,7 @@ class SlotOfFile {
  public:
   // False without memory.
   [[nodiscard]] bool Build(DbDictionary& dictionary) {
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the slots are pointers.
     slots_.reset(static_cast<Slot*>(AllocateZeroed(kIds * sizeof(Slot))));
     if (slots_ == nullptr) return false;
     for (int32_t i = 0; i < dictionary.TableCount; ++i) {

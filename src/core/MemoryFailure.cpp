@@ -4,8 +4,8 @@
 
 namespace qrn {
 
-void ReportMemoryFailure(std::source_location where) noexcept {
-  ShowMessage(kVE001, "Qrndb", static_cast<int>(where.line()));
+void ReportMemoryFailure(int line) noexcept {
+  ShowMessage(kVE001, "Qrndb", line);
 }
 
 }  // namespace qrn

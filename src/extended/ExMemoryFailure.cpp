@@ -4,8 +4,8 @@
 
 namespace qrn {
 
-void ReportExMemoryFailure(std::source_location where) noexcept {
-  ShowMessage(kVE001, "qrnDbEx", static_cast<int>(where.line()));
+void ReportExMemoryFailure(int line) noexcept {
+  ShowMessage(kVE001, "qrnDbEx", line);
 }
 
 }  // namespace qrn

@@ -9,8 +9,7 @@ namespace {
 constexpr char32_t kReplacement = 0xFFFD;
 
 struct Lead {
-  uint8_t mask, value;
-  size_t following;
+  uint8_t mask, value, following;
   char32_t smallest;
 };
 constexpr Lead kLeads[] = {
