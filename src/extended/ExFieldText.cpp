@@ -1,7 +1,6 @@
 #include "extended/ExFieldText.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "core/RecordBuffer.h"
 #include "fields/FieldText.h"
@@ -11,15 +10,6 @@ namespace {
 
 constexpr size_t kDescriptorSize = 8;
 
-// Blobs want one record around descriptor and data: the table's, with the descriptor behind it.
-void BlobText(const QuorinSettings& settings, const DbTableInfo& table, const DbFieldInfo& field,
-              std::span<const uint8_t> descriptor, std::span<char> outText) {
-  const std::span<const uint8_t> held = RecordBytes(table);
-  std::vector<uint8_t> record(held.begin(), held.end());
-  record.insert(record.end(), descriptor.begin(), descriptor.end());
-  GetFieldText(settings, outText, record.data() + held.size(), field, record);
-}
-
 }  // namespace
 
 void ExFieldText(const QuorinSettings& settings, const DbTableInfo* table, const DbFieldInfo& field,
@@ -27,13 +17,10 @@ void ExFieldText(const QuorinSettings& settings, const DbTableInfo* table, const
   // Some types store no terminator and unknown ones nothing at all.
   std::fill_n(outText.begin(), std::min<size_t>(outText.size(), 2), '\0');
   if (offset >= data.size()) return;
-  if (field.Type != kBlob) {
-    GetFieldText(settings, outText, data.data() + offset, field, data);
-    return;
-  }
-  if (data.size() - offset < kDescriptorSize) return;
-  if (table == nullptr || RecordBytes(*table).empty()) return;
-  BlobText(settings, *table, field, data.subspan(offset, kDescriptorSize), outText);
+  const auto value = data.subspan(offset);
+  if (field.Type == kBlob && value.size() < kDescriptorSize) return;
+  const auto record = table != nullptr ? RecordBytes(*table) : std::span<const uint8_t>{};
+  GetDetachedFieldText(settings, outText, value, field, record);
 }
 
 }  // namespace qrn
