@@ -11,9 +11,8 @@ std::optional<std::string> FormatRow(RowSink& sink, char* rowText, std::string_v
   if (lineData.size() > wideLimit) lineData.resize(wideLimit);
   if (!sink.Format(lineData)) return std::nullopt;
   if (*rowText != '\0') return std::string(rowText);
-  std::string row = Utf16ToCodePage(lineData);
-  row.resize(CutAtCharacter(row, kFormattedRowSize));
-  return row;
+  const std::string row = Utf16ToCodePage(lineData);
+  return row.substr(0, CutAtCharacter(row.c_str(), kFormattedRowSize));
 }
 
 }  // namespace qrn

@@ -12,7 +12,7 @@
 
 namespace qrn {
 
-// Bytes of a row's text that come back from the event.
+// Bytes of a row's text that come back from the event; a NUL ends it too.
 inline constexpr size_t kFormattedRowSize = 512;
 
 // Runs the hook for a row of text `line` (code page 932). `rowText` is where the exported function

@@ -114,12 +114,14 @@ TEST_F(Fill, AHandlerRewritesBlanksAndEndsRows) {
   };
   EXPECT_EQ(Run("Name"), 0);
   EXPECT_EQ(list_.rows, "<うめ>;called;");
-  list_.onFormat = [](std::u16string& line) {
-    line.clear();
-    return true;
-  };
-  EXPECT_EQ(Run("Name"), 0);
-  EXPECT_EQ(list_.rows, "");
+  for (const std::u16string& empty : {std::u16string(), std::u16string(2, u'\0')}) {
+    list_.onFormat = [&](std::u16string& line) {
+      line = empty;
+      return true;
+    };
+    EXPECT_EQ(Run("Name"), 0);
+    EXPECT_EQ(list_.rows, "");
+  }
 }
 
 TEST_F(Fill, AnOldCallOfAHandlerIsForgotten) {
