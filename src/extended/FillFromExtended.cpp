@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <new>
 #include <optional>
-#include <string>
 
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
@@ -21,6 +20,7 @@
 #include "extended/FirstRecord.h"
 #include "extended/SearchCond.h"
 #include "fields/Messages.h"
+#include "platform/CodePage.h"
 
 namespace qrn {
 namespace {
@@ -46,7 +46,7 @@ class ExtendedFill {
   bool Run() {
     DbTableInfo* table = OpenTable();
     if (table == nullptr) return false;
-    tableName_ = table->Name;
+    CopyText(tableName_, table->Name);
     const int32_t position = DbGetPositionOf(engine_, *table);
     ReadGuarded(*table);
     if (position != kNoPosition) GoBackTo(position);
@@ -85,7 +85,7 @@ class ExtendedFill {
 
   bool GoToFirst(DbTableInfo& table) {
     const Status status = GoToFirstRecord(operation_, table, key_);
-    if (status > 0) sink_.BtrieveError(tableName_.c_str(), status);
+    if (status > 0) sink_.BtrieveError(tableName_, status);
     return status == 0;
   }
 
@@ -114,7 +114,7 @@ class ExtendedFill {
     const RowsEnd end = ShowRows();
     if (end == RowsEnd::Cancelled || status == kEndOfFile) return false;
     if (status != 0 && variant_.limitsEnd) {
-      sink_.BtrieveError(tableName_.c_str(), status);
+      sink_.BtrieveError(tableName_, status);
       return false;
     }
     if (StandsStill(status)) return false;
@@ -182,7 +182,7 @@ class ExtendedFill {
   const ExOperation& operation_;
   const FillVariant& variant_;
   RowSink& sink_;
-  std::string tableName_;
+  char tableName_[sizeof DbTableInfo::Name] = {};  // the table may go before an event
   KeyBuffer keyBuffer_;
   bool hasKey_ = false;
   ExKey key_;
