@@ -18,8 +18,8 @@
 //   index.ddf   0 i16 table id     2 i16 field id     4 i16 key number        6 i16 segment
 //               8 i16 flags
 //
-// Field offsets count past a null-indicator byte. In a field.ddf row of type 255 the name is that
-// of a key, and the offset its number.
+// Field offsets are the file's: the data tool counts them past a null-indicator byte, other tools
+// may not. In a field.ddf row of type 255 the name is that of a key, and the offset its number.
 #pragma once
 
 #ifdef _WIN32

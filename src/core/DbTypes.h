@@ -44,7 +44,7 @@ enum FieldType : int32_t {
   kIndexName = 255,       // names a key: Offset is the key number
 };
 
-// Field flag: one null-indicator byte stands in front of the value; Offset does not count it.
+// Field flag: a null-indicator byte precedes the value. A walk steps over it; Offset stays as it is.
 inline constexpr uint16_t kFieldNullable = 4;
 
 // Segment flags, as index.ddf stores them.
