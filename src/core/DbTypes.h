@@ -44,7 +44,7 @@ enum FieldType : int32_t {
   kIndexName = 255,       // names a key: Offset is the key number
 };
 
-// Field flag: a null-indicator byte precedes the value. A walk steps over it; Offset stays as it is.
+// Field flag: a null-indicator byte precedes the value. A walk steps over it; Offset is as given.
 inline constexpr uint16_t kFieldNullable = 4;
 
 // Segment flags, as index.ddf stores them.
