@@ -47,11 +47,16 @@ Status ChangeMakeup(Call& call, Change change) {
   return kOk;
 }
 
+// Of a key buffer whose length callers may leave out.
+size_t KeyRoom(const Call& call, size_t most) noexcept {
+  return call.keyLength == 0 ? most : std::min<size_t>(call.keyLength, most);
+}
+
 // 51 for a name that is none.
 Status TakeOwnerName(const Call& call, std::string& name) {
   const size_t longest = call.longName ? kLongOwnerNameSize : kOwnerNameSize;
   name = TextUpToNul({call.data, call.room});
-  const std::string again = call.key ? TextUpToNul({call.key, longest + 1}) : std::string();
+  const std::string again = call.key ? TextUpToNul({call.key, KeyRoom(call, longest + 1)}) : "";
   if (name.size() > longest || TrimmedName(name).empty()) return kOwnerInvalid;
   if (!SameOwnerName(name, again)) return kOwnerInvalid;
   name.resize(longest, ' ');

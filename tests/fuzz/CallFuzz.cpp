@@ -67,6 +67,11 @@ int SomeOperation(Choices& choices) {
          static_cast<int>(choices.Chance(4) ? 100 * choices.Pick(5) : 0);
 }
 
+bool TakesText(int operation) {
+  const int base = operation % 100;
+  return base == 0 || base == 14 || base == 29 || base == 78;
+}
+
 class Calls {
  public:
   explicit Calls(Choices& choices) : choices_(choices) {
@@ -115,10 +120,8 @@ class Calls {
                  ? PathKey(folder_.Path(choices_.Chance(3) ? "other.dat" : "fuzz.dat"))
                  : RandomBytes(choices_, 40);
     in.keyLength = choices_.Chance(4) ? static_cast<int>(choices_.Pick(256)) : -1;
-    // Where the key is a path it must end in a NUL or fill its buffer.
-    if (in.keyLength >= 0 &&
-        (operation % 100 == 0 || operation % 100 == 14 || operation % 100 == 78))
-      in.keyLength = -1;
+    // Where the key is a text its length may be told as 0: it ends at its NUL.
+    if (TakesText(operation)) in.keyLength = -1;
     in.keyNumber = choices_.Chance(3) ? static_cast<int>(choices_.Pick(256))
                                       : static_cast<int>(choices_.Pick(5)) - 1;
     in.noBlock = choices_.Chance(30);

@@ -72,12 +72,13 @@ void Damage(Bytes& file, Choices& choices) {
   }
 }
 
-// Every record met is a good one. A key may lead to fewer, never round and round.
+// Every record met is one that was written. A key may lead to fewer, never round and round.
 void Walk(ThisProcess& process, int first, int next, int key) {
   CallOut out = process.Call(first, 0, {.room = kSize, .keyNumber = key});
   int steps = 0;
   for (; out.status == 0; out = process.Call(next, 0, {.room = kSize, .keyNumber = key})) {
     Require(++steps <= 100000, "a walk without end");
+    Require(out.data == Record(NumberAt<int32_t>(out.data, 0)), "a record nobody wrote");
   }
   Require(out.status > 0 && out.status < 176, "status " + std::to_string(out.status));
 }
