@@ -2,7 +2,8 @@
 // any control is made and before the first flat call.
 #include <windows.h>
 
-#include "core/DbEngine.h"
+#include "binding/InputMethod.h"
+#include "binding/registry/ControlRegistry.h"
 #include "ole/Module.h"
 
 namespace {
@@ -10,6 +11,8 @@ namespace {
 void OnLoad(HINSTANCE instance) {
   DisableThreadLibraryCalls(instance);
   qrn::ole::ModuleStart(instance);
+  qrn::TheRegistry();
+  qrn::TheInputMethod();
   qrn::TheEngine();
 }
 

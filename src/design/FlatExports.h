@@ -51,6 +51,14 @@ void* DbGetTableName(int16_t tableId);
 
 int32_t DbSetFormattedString(const char* text);
 
+// Of forms: attaching to the database control of that name, and the record of a table to and from
+// the form's controls (binding/registry/Attachment.h). `window` is an HWND.
+int32_t DbAttachControl(const char* name, const char* formName);
+int32_t DbAttachControlByHwnd(const char* name, void* window);
+int32_t DbTransferToControl(int16_t tableId);
+int32_t DbTransferFromControl(int16_t tableId);
+int32_t DbClearControlData(int16_t tableId);
+
 // For applications: message `id` of the table, with its arguments, as the process's last word.
 void QuorinFatalAppExit(int id, ...);
 

@@ -2,11 +2,16 @@
 
 #include <initializer_list>
 
+#include "binding/QRNBtr.h"
+#include "binding/tables/QRNBtrTable.h"
+
 namespace qrn::design {
 namespace {
 
 // In the order in which the classes are registered.
-constexpr std::initializer_list<ole::ClassRow> kObjects = {};
+constexpr std::initializer_list<ole::ClassRow> kObjects = {
+    ole::ControlRow<kQRNBtrTable, CQRNBtr>(),
+};
 
 }  // namespace
 

@@ -20,7 +20,7 @@ using ole::kTextOut;
 // clang-format off
 inline constexpr PropertyRow kProperties[] = {
     kTabStopRow,
-    { 1, "DDFDir",    kText, ole::kUnlessSame},
+    { 1, "DDFDir",    kText, ole::kUnlessSame | ole::kStoreOnly},  // the put does the rest itself
     { 2, "OwnerName", kText},
     { 3, "OpenMode",  ole::Enum(kEnumOpenMode)},
     { 4, "AllOpen",   kBool},

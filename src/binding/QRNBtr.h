@@ -1,0 +1,67 @@
+// QRNBtr, the database control of a form. It shows nothing at run time; at design time its picture
+// tells whether the dictionary was found.
+#pragma once
+
+#include "binding/BoundControl.h"
+#include "binding/database/Database.h"
+
+namespace qrn {
+
+class CQRNBtr final : public BoundControl<ole::Control, Database> {
+ public:
+  CQRNBtr();
+
+  int16_t TabStop = -1;
+
+  // Properties.
+  ole::Bstr GetDDFDir() const;
+  HRESULT PutDDFDir(const ole::Bstr& value);
+  ole::Bstr GetOwnerName() const;
+  void PutOwnerName(const ole::Bstr& value);
+  ole::Bstr GetDistName() const;
+  void PutDistName(const ole::Bstr& value);
+
+  // Methods that are more than one function of the engine; arguments as in the table.
+  void GetUseCount(int16_t& rc);
+  void DbExFree(int16_t resultId);
+  void DbExAccess(int16_t operation, const ole::Bstr& tableName, const ole::Bstr& searchCond,
+                  const ole::Bstr& fields, const ole::Bstr& keyName, int16_t skipRecords,
+                  int16_t maxRecords, int16_t ignoreCase, int16_t& resultId, int16_t& numOfResults,
+                  int16_t& rc);
+  void DbExSetMode(const ole::Bstr& mode, int16_t& rc);
+  void DbGetModulePath(ole::Bstr& path, int16_t& rc);
+  void About();
+
+  // Whole records. The first two write `rc` on failure alone.
+  void DbGetRecord(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbSetRecord(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbGetRecordImage(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbSetRecordImage(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbGetPosBlock(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+
+  // Control.
+  void OnSited() override { DbControlStart(); }
+  void OnLoaded() override { DbControlStart(); }
+  void OnRetire() override { ControlGoes(); }
+  void OnAmbientChanged(int32_t id) override;
+  bool OnWindowMessage(ole::Message& message) override;
+  void OnDraw(HDC dc, const RECT& rect) override;
+  bool HasFixedSize() const override { return true; }
+  void AdjustRect(RECT& place) override;
+
+  // DataControl.
+  std::optional<std::string> AskFormName() override;
+  std::optional<WindowHandle> AskFormWindow() override;
+
+ protected:
+  bool InUserMode() override { return UserMode(); }
+  void AskRedraw() override { Redraw(); }
+  void FireBtrieveError(const char* tableName, Status& status) override;
+
+ private:
+  // Runs `body`(table, bytes) on a table and the bytes of the host's array.
+  template <class Body>
+  Status WithBytes(const ole::Bstr& tableName, VARIANT& array, Body body);
+};
+
+}  // namespace qrn
