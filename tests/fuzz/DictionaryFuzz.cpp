@@ -131,13 +131,12 @@ int16_t AnyAnswer(uint16_t operation, void* posBlock, void* data, uint32_t* data
   if (posBlock != nullptr) std::memset(posBlock, operation, kPosBlockSize);
   if (operation == kOpen || operation == kCreate) return Byte() == 0xFB ? 12 : 0;
   if (data != nullptr && dataLength != nullptr) {
-    std::memset(data, Byte(), *dataLength);
-    for (uint32_t i = 0; i < std::min(*dataLength, 40u); ++i) {
-      static_cast<uint8_t*>(data)[i] = Byte();
-    }
+    const std::span bytes(static_cast<uint8_t*>(data), *dataLength);
+    std::fill(bytes.begin(), bytes.end(), Byte());
+    for (uint8_t& byte : bytes.first(std::min<size_t>(bytes.size(), 40))) byte = Byte();
+    if (operation == kStat && bytes.size() > 10) bytes[10] = Byte() & 1;
   }
   if (key != nullptr) std::memset(key, 0x55, keyLength);
-  if (operation == kStat) static_cast<uint8_t*>(data)[10] = Byte() & 1;
   return Byte() > 0xF0 ? 22 : 0;
 }
 
