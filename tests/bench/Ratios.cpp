@@ -101,8 +101,8 @@ int RunRatios(int argc, char** argv) {
   benchmark::RunSpecifiedBenchmarks(&collector);
   bool met = true;
   for (const FigureRow& row : Figures()) {
-    const double ratio = collector.Median(row.name + "/ours/iterations:1/real_time") /
-                         collector.Median(row.name + "/yardstick/iterations:1/real_time");
+    const double ratio =
+        collector.Median(row.name + "/ours") / collector.Median(row.name + "/yardstick");
     const bool good = ratio <= row.limit;
     met = met && good;
     std::printf("%-4s %-78s %6.2f x  (at most %.2f x)\n", good ? "ok" : "MISS", row.name.c_str(),
