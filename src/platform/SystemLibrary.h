@@ -7,8 +7,9 @@ namespace qrn {
 class SystemLibrary {
  public:
   // `name` is bare, "w64btrv": Windows looks for w64btrv.dll in the system directory, in the
-  // absolute directories of PATH, then beside the module this code is linked into; the native half
-  // for libw64btrv.so beside the program, then beside the shared library this code is linked into.
+  // absolute directories of PATH, beside the program, then beside the module this code is linked
+  // into; the native half for libw64btrv.so beside the program, then beside the shared library this
+  // code is linked into.
   // A library once loaded stays until the process ends.
   explicit SystemLibrary(const char* name) noexcept;
 

@@ -29,14 +29,19 @@ std::wstring SystemText(Call call) {
   }
 }
 
+// Null for the program.
+std::wstring DirectoryOf(HMODULE module) {
+  const std::wstring path = SystemText(
+      [module](wchar_t* out, DWORD size) { return GetModuleFileNameW(module, out, size); });
+  return path.substr(0, path.find_last_of(L'\\'));
+}
+
 std::wstring OwnDirectory() {
   HMODULE module = nullptr;
   GetModuleHandleExW(
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
       reinterpret_cast<LPCWSTR>(&OwnDirectory), &module);
-  const std::wstring path = SystemText(
-      [module](wchar_t* out, DWORD size) { return GetModuleFileNameW(module, out, size); });
-  return path.substr(0, path.find_last_of(L'\\'));
+  return DirectoryOf(module);
 }
 
 void* LoadFrom(std::wstring directory, const std::wstring& file) {
@@ -75,6 +80,7 @@ void* Load(const char* name) {
     return handle;
   }
   if (void* handle = LoadFromPath(file); handle != nullptr) return handle;
+  if (void* handle = LoadFrom(DirectoryOf(nullptr), file); handle != nullptr) return handle;
   return LoadFrom(OwnDirectory(), file);
 }
 
