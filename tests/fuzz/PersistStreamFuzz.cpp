@@ -1,5 +1,5 @@
-// Streams of any bytes as the persisted state of every control. What reads must write back as it
-// was read.
+// Streams of any bytes as the persisted state of every control, and pictures of any bytes. What
+// reads must write back as it was read.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -7,6 +7,7 @@
 
 #include "binding/tables/AllTables.h"
 #include "ole/tables/PersistStream.h"
+#include "ole/tables/PictureBytes.h"
 
 using namespace qrn::ole;
 
@@ -80,6 +81,22 @@ void Check(const ControlTable& table, std::span<const uint8_t> bytes) {
           "written with other bytes");
 }
 
+// Bytes that begin as a picture of some kind.
+void CheckPicture(std::span<const uint8_t> input) {
+  static const std::vector<uint8_t> kHeads[] = {
+      {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 54, 0, 0, 0, 40, 0, 0, 0},
+      {'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0, 26, 0, 0, 0, 12, 0, 0, 0},
+      {0, 0, 1, 0, 1, 0},
+      {0xD7, 0xCD, 0xC6, 0x9A},
+      {1, 0, 9, 0},
+      {1, 0, 0, 0, 88, 0, 0, 0},
+  };
+  for (std::vector<uint8_t> bytes : kHeads) {
+    bytes.insert(bytes.end(), input.begin(), input.end());
+    IsSoundPicture(bytes);
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -88,5 +105,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::span input(data + 1, size - 1);
   Check(table, input);
   Check(table, Shaped(table, input));
+  CheckPicture(input);
   return 0;
 }

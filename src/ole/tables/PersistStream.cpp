@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "ole/tables/PictureBytes.h"
+
 namespace qrn::ole {
 namespace {
 
@@ -68,7 +70,7 @@ bool ReadPicture(ByteSource& source, std::vector<uint8_t>& bytes) {
   if (!Append(source, 8, bytes)) return false;
   if (!std::equal(kSignature.begin(), kSignature.end(), bytes.begin())) return false;
   const size_t count = bytes[4] | bytes[5] << 8 | bytes[6] << 16 | uint32_t{bytes[7]} << 24;
-  return Append(source, count, bytes);
+  return Append(source, count, bytes) && IsSoundPicture(std::span(bytes).subspan(8));
 }
 
 bool ReadObject(ByteSource& source, PersistedItem& item) {

@@ -80,7 +80,7 @@ PersistedItem Object(const Guid& id, Bytes bytes) {
 }
 
 const Bytes kFontBytes = Hex("01 8000 00 9001 905F0100 02 4142");
-const Bytes kPictureBytes = Hex("6C740000 03000000 010203");
+const Bytes kPictureBytes = Hex("6C740000 04000000 FFD8FF01");
 
 constexpr PersistRow kOne[] = {{"Item", 1}};
 constexpr PersistRow kExtentOnly[] = {kCx, kCy};
@@ -109,7 +109,7 @@ const LayoutCase kLayouts[] = {
     {"font", Object(kFontClass, kFontBytes),
      "0900 0352E30B918FCE119DE300AA004BB851 01 8000 00 9001 905F0100 02 4142"},
     {"picture", Object(kPictureClass, kPictureBytes),
-     "0900 0452E30B918FCE119DE300AA004BB851 6C740000 03000000 010203"},
+     "0900 0452E30B918FCE119DE300AA004BB851 6C740000 04000000 FFD8FF01"},
 };
 
 TEST(PersistStream, EachKindOfItemHasItsLayout) {
