@@ -48,13 +48,20 @@ void WriteScope::EnterExclusive() {
 
 void WriteScope::EnterConcurrent() {
   session_.TakePart(file_, false);
-  file_.Reserve(static_cast<uint32_t>(file_.KeyCount()) + 1);
-  file_.Base().EnterRead();
+  ReserveForOne();
   session_.SettleIntents(file_);
 }
 
+// A position for a new record, or a number for each key that an Update moves it in.
+void WriteScope::ReserveForOne() {
+  file_.Reserve(static_cast<uint32_t>(file_.KeyCount()) + 1);
+  file_.Base().EnterRead();
+}
+
 uint32_t WriteScope::NewPosition() {
-  return IsDirect() ? file_.NextPosition() : file_.TakeReserved();
+  if (IsDirect()) return file_.NextPosition();
+  ReserveForOne();
+  return file_.TakeReserved();
 }
 
 Status WriteScope::HoldRecord(uint32_t position) {

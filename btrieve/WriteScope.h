@@ -38,6 +38,7 @@ class WriteScope {
   void EnterPlain();
   void EnterExclusive();
   void EnterConcurrent();
+  void ReserveForOne();
   bool Claim(uint64_t hash);
 
   Session& session_;

@@ -1,3 +1,5 @@
+// Environment: QRN_KILL_ROUNDS, how many processes are killed at random moments (40).
+//
 // Processes killed while they write: what was acknowledged stands in both files, whole, and at
 // most the one step in flight beside it.
 #include <gtest/gtest.h>
@@ -9,9 +11,21 @@
 
 #include "Remote.h"
 #include "kit/Plan.h"
+#include "tools/qrndata/TableChecks.h"
 
 namespace btrieve::test {
 namespace {
+
+// What the data tool's check has to say about a file's keys and records.
+std::string FaultsOf(const std::string& path) {
+  qrndata::BtrFile file(path, qrndata::Access::ReadOnly);
+  qrndata::Progress silent(nullptr, "", 0);
+  std::string text;
+  for (const std::string& fault : qrndata::CheckRecords(file, file.Stat(), silent)) {
+    text += fault + "\n";
+  }
+  return text;
+}
 
 class KillTest : public testing::Test {
  protected:
@@ -48,6 +62,7 @@ class KillTest : public testing::Test {
     ASSERT_TRUE(OpenPlanFiles(process, paths_));
     PlanState found;
     ASSERT_EQ(ReadPlanFiles(process, found), "");
+    for (const std::string& path : paths_) ASSERT_EQ(FaultsOf(path), "");
     if (found == state_) return;
     ASSERT_TRUE(allowMore) << "lost or changed without being killed";
     Advance();

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
+#include <set>
 
 #include "People.h"
 #include "Remote.h"
@@ -31,6 +33,7 @@ class TwoProcesses {
 
   std::string Run(const std::string& words) { return script_.Run(words); }
   OtherProcess& Other() { return other_; }
+  std::array<Client*, 2> Clients() { return {&process_, &other_}; }
 
  private:
   Folder folder_;
@@ -187,6 +190,35 @@ TEST(ConcurrentTransaction, HoldsItsRecordsOnly) {
        "x:eq0=2+200 cbegin eq0=2 upd0=2,New+200 x:unlock upd0=2,New+200 end",
        "2 ok 2 #84 ok ok ok"},
   });
+}
+
+Bytes ManyPeople(int32_t firstId, int count) {
+  Bytes data = Number(static_cast<uint16_t>(count));
+  for (int i = 0; i < count; ++i) {
+    const Bytes record = Person(std::to_string(firstId + i));
+    data = std::move(data) + Number(static_cast<uint16_t>(record.size())) + record;
+  }
+  return data;
+}
+
+TEST(ConcurrentTransaction, ManyAtOnceGetPlacesOfTheirOwn) {
+  constexpr int kMany = 30;
+  TwoProcesses both;
+  ASSERT_EQ(both.Run("cbegin x:cbegin"), "ok ok");
+  std::set<uint32_t> positions;
+  for (int round = 0; round < 2; ++round) {
+    for (Client* client : both.Clients()) {
+      const int32_t firstId = 100 + kMany * static_cast<int32_t>(positions.size());
+      const CallOut out =
+          client->Call(kInsertExtended, 0, {.data = ManyPeople(firstId, kMany), .keyNumber = -1});
+      ASSERT_EQ(out.status, 0);
+      for (size_t i = 0; i < kMany; ++i) positions.insert(NumberAt<uint32_t>(out.data, 2 + 4 * i));
+    }
+  }
+  EXPECT_EQ(positions.size(), 4u * kMany);
+  EXPECT_EQ(both.Run("end x:end"), "ok ok");
+  EXPECT_EQ(NumberAt<uint32_t>(both.Clients()[0]->Call(kStat, 0, {.room = 500}).data, 6),
+            5u + 4u * kMany);
 }
 
 TEST(DeadProcess, LeavesNothingBehind) {
