@@ -1,4 +1,6 @@
 // Rows of the three dictionary files as lexbase delivers them, and the reading they come from.
+// Numbers are signed 16 bits in the files unless said otherwise, texts code page 932 of fixed
+// width.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +13,7 @@ namespace qrn {
 inline constexpr uint8_t kRowOfDictionaryItself = 16;  // value of a file row's flag byte
 inline constexpr int32_t kFirstUserFileId = 4;         // 1 to 3 are the dictionary's own tables
 
+// One table.
 struct FileRow {
   int32_t fileId;
   char name[21];      // trailing blanks cut
@@ -18,39 +21,43 @@ struct FileRow {
   uint8_t flags;
 };
 
+// One column, or the name of one key.
 struct FieldRow {
   int32_t fieldId;
   int32_t fileId;
-  char name[21];  // trailing blanks cut
-  int32_t type;
-  int32_t offset;  // in an index name row the key number
-  int32_t size;
-  int32_t decimals;
+  char name[21];     // trailing blanks cut
+  int32_t type;      // a byte in the file: FieldType
+  int32_t offset;    // in an index name row the key number
+  int32_t size;      // bytes
+  int32_t decimals;  // a byte in the file
   uint16_t flags;
 
   // The dictionary's own field names have a dollar sign in third place.
   bool NamesDictionaryField() const noexcept { return name[2] == '$'; }
 };
 
+// One segment of one key. The key's own number is not taken: segments are counted as they come.
 struct IndexRow {
   int32_t fileId;
   int32_t fieldId;
-  int32_t part;
+  int32_t part;   // segment number within the key
   int32_t flags;  // bit 5 cleared
 };
 
-// Each gives lexbase's code: 0 with the row filled, 9 at the end, otherwise a failure.
+// Each reads the next row of its file in the reading under way and gives lexbase's code: 0 with the
+// row filled, 9 at the end, otherwise a failure with the row as it was.
 int32_t ReadFileRow(FileRow& row) noexcept;
 int32_t ReadFieldRow(FieldRow& row) noexcept;
 int32_t ReadIndexRow(IndexRow& row) noexcept;
 
-// Feeds every row to `take` until the file's end. Results: 0 at the end or when `take` says it has
-// seen enough, lexbase's code, or what `take` failed with.
+// What a taker of rows says after each: go on, enough, or a failure of its own.
 struct RowVerdict {
   bool goOn = true;
   int32_t failure = 0;
 };
 
+// Feeds every row to `take` until the file's end. Results: 0 at the end or when `take` says it has
+// seen enough, lexbase's code, or what `take` failed with.
 template <class Row, class Take>
 int32_t ForEachRow(int32_t (*read)(Row&) noexcept, Take take) {
   Row row;

@@ -1,4 +1,6 @@
 // Arrays of small numbers that grow where they are written: per-column settings, record positions.
+// An element never set reads 0, so that a caller need not know how far the array reaches. Nothing
+// throws: a set that finds no memory says so and leaves the array as it was.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +16,7 @@ class GrowingArray {
   // Capacity grows by at least `growStep` elements at a time, so that many small sets stay cheap.
   explicit GrowingArray(size_t growStep = 16) : growStep_(growStep) {}
 
+  // Elements from 0 to the last one set; `Data` is valid until the next set or clear.
   size_t Size() const noexcept { return values_.size(); }
   const Value* Data() const noexcept { return values_.data(); }
 
@@ -28,6 +31,7 @@ class GrowingArray {
     return true;
   }
 
+  // Keeps the memory.
   void Clear() noexcept { values_.clear(); }
 
  private:
