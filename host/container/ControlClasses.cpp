@@ -1,5 +1,7 @@
 #include "host/container/ControlClasses.h"
 
+#include <algorithm>
+
 #include "host/container/Text.h"
 #include "host/container/TypeNames.h"
 #include "host/form/SourceText.h"
@@ -77,12 +79,7 @@ ModuleClasses::Entry ModuleClasses::Load(const form::LibraryReference& library,
   CLSIDFromString(Wide(library.typeLibrary).c_str(), &id);
   const std::wstring path = FindModule(library.fileName, folder);
   if (!path.empty()) {
-    entry.module.reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
-    if (!entry.module) {
-      throw ClassNotFound{library.fileName + " was found but cannot be loaded (error " +
-                          std::to_string(GetLastError()) + ")"};
-    }
-    LoadTypeLibEx(path.c_str(), REGKIND_NONE, entry.library.put());
+    entry = LoadModule(path);
     if (entry.library && !IsLibrary(entry.library.get(), id)) {
       throw ClassNotFound{library.fileName + " holds another type library than " +
                           library.typeLibrary};
@@ -101,18 +98,57 @@ ModuleClasses::Entry ModuleClasses::Load(const form::LibraryReference& library,
   return entry;
 }
 
+ModuleClasses::Entry ModuleClasses::LoadModule(const std::wstring& path) {
+  Entry entry;
+  entry.module.reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+  if (!entry.module) {
+    throw ClassNotFound{Utf8(path) + " cannot be loaded (error " + std::to_string(GetLastError()) +
+                        ")"};
+  }
+  LoadTypeLibEx(path.c_str(), REGKIND_NONE, entry.library.put());
+  return entry;
+}
+
+void ModuleClasses::AddModule(const std::wstring& path) {
+  std::wstring whole(32768, L'\0');
+  whole.resize(
+      GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+  Entry entry = LoadModule(whole);
+  if (!entry.library) throw ClassNotFound{Utf8(path) + " carries no type library"};
+  entry.name = LibraryName(entry.library.get());
+  given_.push_back(std::move(entry));
+}
+
 void ModuleClasses::Add(const form::LibraryReference& library, const std::wstring& folder) {
   const std::string key = KeyOf(library);
-  if (!entries_.contains(key)) entries_.emplace(key, Load(library, folder));
+  GUID id{};
+  CLSIDFromString(Wide(library.typeLibrary).c_str(), &id);
+  if (!IsGiven(id) && !entries_.contains(key)) entries_.emplace(key, Load(library, folder));
+}
+
+bool ModuleClasses::IsGiven(const GUID& library) const {
+  return std::any_of(given_.begin(), given_.end(),
+                     [&](const Entry& entry) { return IsLibrary(entry.library.get(), library); });
+}
+
+Com<ITypeInfo> ModuleClasses::FindIn(const Entry& entry, const std::string& library,
+                                     const std::string& name, bool* knownLibrary) const {
+  if (!SameName(entry.name, Wide(library))) return {};
+  *knownLibrary = true;
+  return FindClass(entry.library.get(), Wide(name));
 }
 
 ControlClass ModuleClasses::Find(const std::string& library, const std::string& name) {
   bool knownLibrary = false;
+  for (const Entry& entry : given_) {
+    if (const Com<ITypeInfo> type = FindIn(entry, library, name, &knownLibrary)) {
+      return {IdOf(type.get()), type};
+    }
+  }
   for (const auto& [key, entry] : entries_) {
-    if (!SameName(entry.name, Wide(library))) continue;
-    knownLibrary = true;
-    const Com<ITypeInfo> type = FindClass(entry.library.get(), Wide(name));
-    if (type) return {IdOf(type.get()), type};
+    if (const Com<ITypeInfo> type = FindIn(entry, library, name, &knownLibrary)) {
+      return {IdOf(type.get()), type};
+    }
   }
   if (knownLibrary) throw ClassNotFound{library + " has no control " + name};
   ControlClass found;
@@ -122,6 +158,9 @@ ControlClass ModuleClasses::Find(const std::string& library, const std::string& 
 }
 
 Com<IUnknown> ModuleClasses::Make(const GUID& id) {
+  for (const Entry& entry : given_) {
+    if (Com<IUnknown> object = MakeFrom(entry.module.get(), id)) return object;
+  }
   for (const auto& [key, entry] : entries_) {
     if (!entry.module) continue;
     if (Com<IUnknown> object = MakeFrom(entry.module.get(), id)) return object;
@@ -133,6 +172,7 @@ Com<IUnknown> ModuleClasses::Make(const GUID& id) {
 
 std::vector<Com<ITypeLib>> ModuleClasses::Libraries() const {
   std::vector<Com<ITypeLib>> libraries;
+  for (const Entry& entry : given_) libraries.push_back(entry.library);
   for (const auto& [key, entry] : entries_) libraries.push_back(entry.library);
   return libraries;
 }

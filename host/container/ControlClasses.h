@@ -53,15 +53,24 @@ class ModuleClasses final : public ControlClasses {
   Com<IUnknown> Make(const GUID& id) override;
   std::vector<Com<ITypeLib>> Libraries() const override;
 
+  // Takes this very file for every reference to its library, registered or not, and wherever the
+  // form says it is. Throws ClassNotFound if it cannot be loaded or carries no library.
+  void AddModule(const std::wstring& path);
+
  private:
   struct Entry {
     Com<ITypeLib> library;
     std::wstring name;    // of the library, as class names have it before the dot
     ole::Library module;  // empty where registration leads to it
   };
+  static Entry LoadModule(const std::wstring& path);
+  bool IsGiven(const GUID& library) const;
+  Com<ITypeInfo> FindIn(const Entry& entry, const std::string& library, const std::string& name,
+                        bool* knownLibrary) const;
   Entry Load(const form::LibraryReference& library, const std::wstring& folder) const;
 
   std::map<std::string, Entry> entries_;  // by library id and version
+  std::vector<Entry> given_;              // by AddModule
 };
 
 }  // namespace qrn::host

@@ -13,16 +13,21 @@ namespace {
 constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
 constexpr HRESULT kObjectGone = static_cast<HRESULT>(0x800A0166);  // 358
 
+constexpr Bounds kFirstBounds{0, 0, 1215, 495};
+
 using form::Property;
 
-bool Is(const Property& property, const char* name) {
-  return form::SameWord(property.name, name);
-}
+bool Is(const Property& property, const char* name) { return form::SameWord(property.name, name); }
 
 }  // namespace
 
 FormControl::FormControl(Form& form, FormControl* container, const form::ControlNode& node)
-    : form_(&form), container_(container), node_(node), name_(Wide(node.name)) {}
+    : form_(&form),
+      container_(container),
+      node_(node),
+      name_(Wide(node.name)),
+      index_(node.index),
+      line_(node.line) {}
 
 Form& FormControl::form() const {
   if (!form_) throw ScriptError{kObjectGone, L"the form of " + name_ + L" is gone"};
@@ -48,7 +53,11 @@ double FormControl::UnitsPerTwip() const {
 }
 
 void FormControl::Read(CompanionFiles&, form::Mistakes& mistakes) {
+  bounds_ = kFirstBounds;
   visible_ = true;
+  tabIndex_ = 0;
+  tag_.clear();
+  toolTip_.clear();
   for (const Property& property : node_.properties) {
     try {
       TakeContainerProperty(property);
@@ -168,7 +177,8 @@ void FormControl::SetFocus(Call&) {
 void FormControl::ZOrder(Call& call) {
   form().EnsureLoaded();
   const HWND behind = call.Number(0) == 0 ? HWND_TOP : HWND_BOTTOM;
-  if (Window()) SetWindowPos(Window(), behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  if (Window())
+    SetWindowPos(Window(), behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 MemberTable FormControl::ContainerMembers() {

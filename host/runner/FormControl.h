@@ -17,6 +17,9 @@ namespace qrn::host {
 
 class Form;
 
+// What a key with Alt held was to a control.
+enum class MnemonicUse { None, Done, NextStop };  // NextStop: the keyboard goes to what follows it
+
 class FormControl : public Scriptable {
  public:
   // `container` is the frame it lies in, null for the form itself; it outlives this.
@@ -27,10 +30,12 @@ class FormControl : public Scriptable {
 
   const std::wstring& name() const noexcept { return name_; }
   const form::ControlNode& node() const noexcept { return node_; }
-  int index() const noexcept { return node_.index; }
+  int index() const noexcept { return index_; }
+  int line() const noexcept { return line_; }  // of the form file
   int tabIndex() const noexcept { return tabIndex_; }
   bool visible() const noexcept { return visible_; }
   FormControl* container() const noexcept { return container_; }
+  bool HasForm() const noexcept { return form_ != nullptr; }
   Form& form() const;  // throws ScriptError when the form is gone
   // "edtName", or "cmd(2)" for an element of an array.
   std::wstring DisplayName() const;
@@ -52,8 +57,8 @@ class FormControl : public Scriptable {
   bool CanTakeFocus() const;
   virtual bool TakeFocus() { return false; }
   virtual void GiveUpFocus() noexcept {}
-  // Tries a key with Alt held. True if the key was its own and has done its work.
-  virtual bool TryMnemonic(const MSG&, wchar_t) { return false; }
+  // Tries a key with Alt held (WM_SYSKEYDOWN, then WM_SYSCHAR with `key` as its character).
+  virtual MnemonicUse TryMnemonic(const MSG&, wchar_t) { return MnemonicUse::None; }
   // A click by key: Enter for the default button, Escape for the cancel button.
   virtual bool IsDefault() const { return false; }
   virtual bool IsCancel() const { return false; }
@@ -62,6 +67,15 @@ class FormControl : public Scriptable {
   virtual bool WantsEnter() const { return false; }
   virtual void AmbientChanged(DISPID) noexcept {}
   virtual std::span<const EventInfo> Events() const = 0;
+  virtual bool HoldsOthers() const { return false; }
+  // The object behind a control of a module; null for furniture and before Make.
+  virtual IUnknown* HostedObject() const noexcept { return nullptr; }
+  // True for a piece without a window of its own, which its holder draws.
+  virtual bool IsPiece() const noexcept { return false; }
+  // Draws such a piece into its holder's device context.
+  virtual void Draw(HDC) {}
+  // A mouse message over a piece without a window; the point counts from the piece's corner.
+  virtual void OnMouse(UINT, WPARAM, POINT) {}
   // What lies on it is painted over this.
   virtual OLE_COLOR BackColour() const;
 
@@ -93,7 +107,7 @@ class FormControl : public Scriptable {
 
   void SetBounds(const Bounds& bounds);
   bool TakeContainerProperty(const form::Property& property);
-  Bounds bounds_{0, 0, 1215, 495};
+  Bounds bounds_;  // in twips, on what holds it
 
  private:
   double UnitsPerTwip() const;
@@ -101,8 +115,10 @@ class FormControl : public Scriptable {
 
   Form* form_;
   FormControl* container_;
-  const form::ControlNode& node_;
+  const form::ControlNode& node_;  // its form's: not to be used once the form is gone
   std::wstring name_;
+  int index_;
+  int line_;
   std::wstring tag_;
   std::wstring toolTip_;
   int tabIndex_ = 0;

@@ -49,14 +49,40 @@ constexpr LookRow kRows[] = {
 };
 // clang-format on
 
-constexpr const char* kMeaningless[] = {
-    "ScaleLeft",   "ScaleTop",     "ScaleWidth",     "ScaleHeight",  "LinkTopic",
-    "LinkMode",    "LockControls", "AutoRedraw",     "ClipControls", "Appearance",
-    "DrawMode",    "DrawStyle",    "DrawWidth",      "FillColor",    "FillStyle",
-    "FontTransparent", "HelpContextID", "MDIChild",  "Moveable",     "NegotiateMenus",
-    "OLEDropMode", "Palette",      "PaletteMode",    "Picture",      "RightToLeft",
-    "Visible",     "WhatsThisButton", "WhatsThisHelp", "MouseIcon",  "Left",
-    "Top",         "Width",        "Height",         "HasDC"};
+constexpr const char* kMeaningless[] = {"ScaleLeft",
+                                        "ScaleTop",
+                                        "ScaleWidth",
+                                        "ScaleHeight",
+                                        "LinkTopic",
+                                        "LinkMode",
+                                        "LockControls",
+                                        "AutoRedraw",
+                                        "ClipControls",
+                                        "Appearance",
+                                        "DrawMode",
+                                        "DrawStyle",
+                                        "DrawWidth",
+                                        "FillColor",
+                                        "FillStyle",
+                                        "FontTransparent",
+                                        "HelpContextID",
+                                        "MDIChild",
+                                        "Moveable",
+                                        "NegotiateMenus",
+                                        "OLEDropMode",
+                                        "Palette",
+                                        "PaletteMode",
+                                        "Picture",
+                                        "RightToLeft",
+                                        "Visible",
+                                        "WhatsThisButton",
+                                        "WhatsThisHelp",
+                                        "MouseIcon",
+                                        "Left",
+                                        "Top",
+                                        "Width",
+                                        "Height",
+                                        "HasDC"};
 
 void Set(FormLook& look, const Property& property, CompanionFiles& files) {
   if (IsFontGroup(property)) {

@@ -51,8 +51,9 @@ void HostedFormControl::GiveUpFocus() noexcept {
   if (hosted_) hosted_->GiveUpFocus();
 }
 
-bool HostedFormControl::TryMnemonic(const MSG& message, wchar_t) {
-  return hosted_ && CanTakeFocus() && hosted_->TryMnemonic(message);
+MnemonicUse HostedFormControl::TryMnemonic(const MSG& message, wchar_t) {
+  const bool used = hosted_ && CanTakeFocus() && hosted_->TryMnemonic(message);
+  return used ? MnemonicUse::Done : MnemonicUse::None;
 }
 
 void HostedFormControl::AmbientChanged(DISPID id) noexcept {

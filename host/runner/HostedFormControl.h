@@ -9,11 +9,11 @@
 
 namespace qrn::host {
 
-class HostedFormControl final : public FormControl, private ControlOwner {
+class HostedFormControl final : public FormControl, public ControlOwner {
  public:
   using FormControl::FormControl;
 
-  HostedControl* hosted() const noexcept { return hosted_.get(); }
+  IUnknown* HostedObject() const noexcept override { return hosted_ ? hosted_->Object() : nullptr; }
 
   void Detach() noexcept override;
   void Read(CompanionFiles& files, form::Mistakes& mistakes) override;
@@ -24,7 +24,7 @@ class HostedFormControl final : public FormControl, private ControlOwner {
   bool IsTabStop() const override;
   bool TakeFocus() override { return hosted_ && hosted_->TakeFocus(); }
   void GiveUpFocus() noexcept override;
-  bool TryMnemonic(const MSG& message, wchar_t key) override;
+  MnemonicUse TryMnemonic(const MSG& message, wchar_t key) override;
   void AmbientChanged(DISPID id) noexcept override;
   std::span<const EventInfo> Events() const override;
 

@@ -1,0 +1,164 @@
+// The code behind a form: its engine, its handlers, the names it knows.
+#include <algorithm>
+
+#include "host/container/Text.h"
+#include "host/form/SourceText.h"
+#include "host/runner/Form.h"
+#include "host/runner/Program.h"
+
+namespace qrn::host {
+namespace {
+
+// Events the container adds to every control, and the form's own, with their parameter counts.
+struct EventCount {
+  const wchar_t* name;
+  int parameterCount;
+};
+
+constexpr EventCount kAddedEvents[] = {{L"GotFocus", 0}, {L"LostFocus", 0}};
+
+constexpr EventCount kFormEvents[] = {
+    {L"Initialize", 0}, {L"Load", 0},      {L"Unload", 1},   {L"QueryUnload", 2}, {L"Activate", 0},
+    {L"Deactivate", 0}, {L"Resize", 0},    {L"Paint", 0},    {L"Click", 0},       {L"DblClick", 0},
+    {L"KeyDown", 2},    {L"KeyUp", 2},     {L"KeyPress", 1}, {L"MouseDown", 4},   {L"MouseUp", 4},
+    {L"MouseMove", 4},  {L"Terminate", 0}, {L"GotFocus", 0}, {L"LostFocus", 0}};
+
+constexpr DISPID kFirstControlId = 0x50000000;
+
+int ParametersOf(const EventCount* begin, const EventCount* end, const std::wstring& event) {
+  const EventCount* found =
+      std::find_if(begin, end, [&](const EventCount& row) { return SameName(row.name, event); });
+  return found == end ? -1 : found->parameterCount;
+}
+
+// Parameters of a control's event; -1 if it has no such event.
+int ParametersOf(const FormControl& control, const std::wstring& event) {
+  for (const EventInfo& own : control.Events()) {
+    if (SameName(own.name, event)) return own.parameterCount + (control.index() >= 0 ? 1 : 0);
+  }
+  const int added = ParametersOf(std::begin(kAddedEvents), std::end(kAddedEvents), event);
+  return added < 0 ? -1 : added + (control.index() >= 0 ? 1 : 0);
+}
+
+void CheckCount(const form::Procedure& procedure, int expected, form::Mistakes& mistakes) {
+  if (expected < 0 || procedure.parameterCount == expected) return;
+  mistakes.Add(procedure.line, procedure.name + " is a handler of an event with " +
+                                   std::to_string(expected) + " parameters, not " +
+                                   std::to_string(procedure.parameterCount));
+}
+
+}  // namespace
+
+// A handler with another count of parameters than its event would fail at each event.
+void Form::CheckHandlers(form::Mistakes& mistakes) const {
+  for (const form::Procedure& procedure : source_->code.procedures) {
+    const std::wstring name = Wide(procedure.name);
+    for (size_t at = name.find(L'_'); at != std::wstring::npos; at = name.find(L'_', at + 1)) {
+      const std::wstring subject = name.substr(0, at);
+      const std::wstring event = name.substr(at + 1);
+      if (SameName(subject, L"Form")) {
+        CheckCount(procedure, ParametersOf(std::begin(kFormEvents), std::end(kFormEvents), event),
+                   mistakes);
+      }
+      for (const Com<FormControl>& control : controls_) {
+        if (!SameName(control->name(), subject)) continue;
+        CheckCount(procedure, ParametersOf(*control, event), mistakes);
+        break;
+      }
+    }
+  }
+}
+
+void Form::StartCode() {
+  if (engine_) return;
+  engine_ = std::make_unique<ScriptEngine>(*this);
+  engine_->AddGlobalItem(L"HostGlobals_");
+  engine_->AddGlobalItem(Wide(form::kThisFormName));
+  for (const Com<Form>& form : program_->forms()) engine_->AddItem(form->name());
+  // Arrays are found as members of the form: an item of its own takes no index in every engine.
+  for (const Com<FormControl>& control : controls_) {
+    if (control->index() < 0) engine_->AddItem(control->name());
+  }
+  if (!engine_->Run(Wide(source_->code.text), source_->code.firstLine)) {
+    engine_.reset();
+    throw std::runtime_error(source_->path + ": the form's code cannot be run");
+  }
+  RaiseOwn(L"Initialize");
+}
+
+Com<IDispatch> Form::ControlObject(std::wstring_view controlName) const {
+  for (const auto& [name, array] : arrays_) {
+    if (SameName(name, controlName)) return Com<IDispatch>(array.get());
+  }
+  FormControl* control = Find(controlName);
+  return control ? Com<IDispatch>(control) : Com<IDispatch>();
+}
+
+Com<IDispatch> Form::ItemNamed(const std::wstring& name) {
+  if (!program_) return {};
+  if (name == L"HostGlobals_") return Com<IDispatch>(&program_->globals());
+  if (name == Wide(form::kThisFormName)) return Com<IDispatch>(this);
+  if (const Com<IDispatch> control = ControlObject(name)) return control;
+  Form* other = program_->FormNamed(name);
+  return other ? Com<IDispatch>(other) : Com<IDispatch>();
+}
+
+void Form::OnScriptFault(const ScriptFault& fault) {
+  if (program_) program_->OnFault(*this, fault);
+}
+
+void Form::Fire(FormControl& control, const std::wstring& event, DISPPARAMS& parameters) {
+  std::vector<Variant> before;
+  if (control.index() >= 0) before.emplace_back(static_cast<int32_t>(control.index()));
+  RunHandler(control.name() + L"_" + event, before, parameters);
+}
+
+void Form::RaiseOwn(const wchar_t* event, DISPPARAMS& parameters) {
+  RunHandler(std::wstring(L"Form_") + event, {}, parameters);
+}
+
+void Form::RaiseOwn(const wchar_t* event) {
+  DISPPARAMS none{};
+  RaiseOwn(event, none);
+}
+
+void Form::RunHandler(const std::wstring& procedure, std::span<const Variant> before,
+                      DISPPARAMS& parameters) {
+  if (!engine_ || IsDesign() || !source_->code.Find(Utf8(procedure))) return;
+  const Com<Form> alive(this);
+  engine_->Call(procedure, before, parameters);
+}
+
+Com<IDispatch> Form::CodeMembers() {
+  if (!engine_ && program_ && !IsDesign() && state_ == State::Unloaded) StartCode();
+  return engine_ ? engine_->Members() : Com<IDispatch>();
+}
+
+HRESULT Form::FindOther(LPOLESTR name, LCID locale, DISPID* id) {
+  for (size_t i = 0; i < controls_.size(); ++i) {
+    if (!SameName(controls_[i]->name(), name)) continue;
+    *id = kFirstControlId + static_cast<DISPID>(i);
+    return S_OK;
+  }
+  const Com<IDispatch> code = CodeMembers();
+  return code ? code->GetIDsOfNames(IID_NULL, &name, 1, locale, id) : DISP_E_UNKNOWNNAME;
+}
+
+HRESULT Form::InvokeOther(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters,
+                          VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
+  const auto place = static_cast<size_t>(id - kFirstControlId);
+  if (id >= kFirstControlId && place < controls_.size()) {
+    const Com<IDispatch> control = ControlObject(controls_[place]->name());
+    if (parameters->cArgs > 0) {
+      return control->Invoke(DISPID_VALUE, IID_NULL, locale, flags, parameters, result, exception,
+                             badArgument);
+    }
+    if (result) *result = Variant(control).release();
+    return S_OK;
+  }
+  const Com<IDispatch> code = CodeMembers();
+  if (!code) return DISP_E_MEMBERNOTFOUND;
+  return code->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
+}
+
+}  // namespace qrn::host

@@ -1,0 +1,36 @@
+// Boxes that a program shows: message boxes, dialogs, property pages. Every function may be called
+// from another thread than the box's.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace qrn::host {
+
+// The visible message box or dialog of this process in front; null if there is none.
+HWND FrontBox() noexcept;
+// The visible window of this process with that title, blanks at its ends aside; null if none.
+HWND WindowTitled(const std::wstring& title) noexcept;
+
+std::wstring TextOfWindow(HWND window);
+// What a message box says.
+std::wstring BoxText(HWND box);
+
+// A button by its face (without &, whatever the case) or by one of the names OK, Cancel, Abort,
+// Retry, Ignore, Yes, No; null if the box has none such.
+HWND ButtonOf(HWND box, const std::wstring& name) noexcept;
+void PressButton(HWND box, HWND button) noexcept;
+
+// A child at any depth by its id; null if there is none.
+HWND ItemOf(HWND box, int id) noexcept;
+// Puts a text into a field.
+void EnterText(HWND item, const std::wstring& text) noexcept;
+// Chooses a line of a list or combo box and tells its parent. False if there is no such line.
+bool ChooseLine(HWND item, const std::wstring& text) noexcept;
+// What a field shows; of a list or combo box the chosen line.
+std::wstring ItemText(HWND item);
+// Brings the tab of that title in front. False if there is none.
+bool ChooseTab(HWND box, const std::wstring& title);
+
+}  // namespace qrn::host

@@ -1,0 +1,31 @@
+// Keys and mouse as if pressed and moved by hand. Input goes to whatever window the system gives
+// it.
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+#include "host/form/KeyNames.h"
+
+namespace qrn::host {
+
+void PressKey(const form::KeyChord& chord);
+
+// Characters of the keyboard by their keys, others (kanji) as the input method would give them.
+void TypeText(std::wstring_view text);
+
+struct ClickKind {
+  bool right = false;
+  bool twice = false;
+  bool shift = false;
+  bool control = false;
+};
+
+// Screen positions in pixels.
+void MoveMouse(POINT to);
+void ClickMouse(POINT at, const ClickKind& kind);
+// Presses the left button at `from`, moves in steps, lets go at `to`.
+void DragMouse(POINT from, POINT to);
+
+}  // namespace qrn::host

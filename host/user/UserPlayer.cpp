@@ -1,0 +1,381 @@
+#include "host/user/UserPlayer.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "host/container/Text.h"
+#include "host/form/SourceText.h"
+#include "host/user/Dialogs.h"
+#include "host/user/UserInput.h"
+#include "host/user/WindowShot.h"
+
+namespace qrn::host {
+namespace {
+
+using form::UserStep;
+using form::UserVerb;
+
+constexpr DWORD kLookMs = 30;
+constexpr DWORD kPatienceMs = 10000;
+
+[[noreturn]] void Fail(const std::string& reason) { throw std::runtime_error(reason); }
+
+std::string Quoted(std::wstring_view text) { return "\"" + Utf8(text) + "\""; }
+
+Variant ValueOf(const form::ScriptValue& value) {
+  if (const bool* truth = std::get_if<bool>(&value)) return Variant::Bool(*truth);
+  if (const int32_t* whole = std::get_if<int32_t>(&value)) return Variant(*whole);
+  if (const double* real = std::get_if<double>(&value)) {
+    Variant number;
+    number->vt = VT_R8;
+    number->dblVal = *real;
+    return number;
+  }
+  return Variant(MakeBstr(std::get<std::string>(value)));
+}
+
+std::vector<Variant> ValuesOf(const std::vector<form::ScriptValue>& values) {
+  std::vector<Variant> list;
+  for (const form::ScriptValue& value : values) list.push_back(ValueOf(value));
+  return list;
+}
+
+// Whether a text meets "= x", "<> x" or "contains x".
+bool Meets(const std::wstring& text, const std::string& sign, const std::wstring& wanted) {
+  if (sign == "=") return text == wanted;
+  if (sign == "<>") return text != wanted;
+  return text.find(wanted) != std::wstring::npos;
+}
+
+POINT CentreOf(const RECT& part) noexcept {
+  return {(part.left + part.right) / 2, (part.top + part.bottom) / 2};
+}
+
+}  // namespace
+
+const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
+    {UserVerb::Show, &UserPlayer::OnShow},
+    {UserVerb::Close, &UserPlayer::OnClose},
+    {UserVerb::Focus, &UserPlayer::OnFocus},
+    {UserVerb::Click, &UserPlayer::OnClick},
+    {UserVerb::DoubleClick, &UserPlayer::OnClick},
+    {UserVerb::Drag, &UserPlayer::OnDrag},
+    {UserVerb::Move, &UserPlayer::OnMove},
+    {UserVerb::Key, &UserPlayer::OnKey},
+    {UserVerb::Type, &UserPlayer::OnType},
+    {UserVerb::Wait, &UserPlayer::OnWait},
+    {UserVerb::WaitUntil, &UserPlayer::OnWaitUntil},
+    {UserVerb::Expect, &UserPlayer::OnExpect},
+    {UserVerb::Set, &UserPlayer::OnSet},
+    {UserVerb::Call, &UserPlayer::OnCall},
+    {UserVerb::Print, &UserPlayer::OnPrint},
+    {UserVerb::Shot, &UserPlayer::OnShot},
+    {UserVerb::Message, &UserPlayer::OnMessage},
+    {UserVerb::DialogPress, &UserPlayer::OnDialog},
+    {UserVerb::DialogChoose, &UserPlayer::OnDialog},
+    {UserVerb::DialogEnter, &UserPlayer::OnDialog},
+    {UserVerb::DialogExpect, &UserPlayer::OnDialog},
+    {UserVerb::DialogTab, &UserPlayer::OnDialog},
+    {UserVerb::Pages, &UserPlayer::OnPages},
+};
+
+UserPlayer::UserPlayer(Program& program, std::vector<UserStep> steps, std::string name, bool trace)
+    : program_(program), steps_(std::move(steps)), name_(std::move(name)), trace_(trace) {}
+
+UserPlayer::~UserPlayer() { WaitForEnd(); }
+
+void UserPlayer::WaitForEnd() {
+  if (!thread_.joinable()) return;
+  // The thread may be waiting for this one to do its work.
+  while (!ended_) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, kLookMs, QS_SENDMESSAGE);
+    MSG message{};
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+  }
+  thread_.join();
+}
+
+void UserPlayer::Start(std::function<void()> atEnd) {
+  atEnd_ = std::move(atEnd);
+  thread_ = std::thread([this] { Play(); });
+}
+
+void UserPlayer::Play() {
+  ui_.WaitIdle();
+  for (const UserStep& step : steps_) {
+    try {
+      RunStep(step);
+      ui_.WaitIdle();
+    } catch (const std::exception& error) {
+      failure_ = name_ + ":" + std::to_string(step.line) + ": " + error.what();
+      break;
+    }
+  }
+  ui_.Run([this] { atEnd_(); });
+  ended_ = true;
+}
+
+void UserPlayer::RunStep(const UserStep& step) {
+  if (trace_) OnForms([&] { program_.PrintLine(Wide("step " + std::to_string(step.line))); });
+  for (const VerbRow& row : kVerbs) {
+    if (row.verb == step.verb) return (this->*row.run)(step);
+  }
+}
+
+void UserPlayer::OnForms(const std::function<void()>& work) {
+  const bool answered = ui_.Run([&] {
+    try {
+      work();
+    } catch (const ScriptError& error) {
+      Fail(Utf8(error.description));
+    } catch (const ole::Failure&) {
+      Fail("the control failed");
+    }
+  });
+  if (!answered) Fail("the program does not answer");
+}
+
+Com<IDispatch> UserPlayer::ObjectAt(const form::MemberPath& path, size_t steps) {
+  const std::wstring first = Wide(path[0].name);
+  size_t at = 0;
+  Form* form = program_.FormNamed(first);
+  if (form && steps > 0) {
+    at = 1;
+  } else {
+    form = program_.ActiveForm();
+  }
+  if (!form) Fail("there is no form");
+  Com<IDispatch> object(form);
+  for (; at < steps; ++at) {
+    const std::vector<Variant> arguments = ValuesOf(path[at].arguments);
+    const Variant value = GetMember(object.get(), Wide(path[at].name), arguments);
+    if (value.type() != VT_DISPATCH || !value->pdispVal) Fail(path[at].name + " is no object");
+    object = Com<IDispatch>(value->pdispVal);
+  }
+  return object;
+}
+
+Variant UserPlayer::Value(const std::string& text) {
+  const form::MemberPath path = *form::MemberPathOf(text);
+  const Com<IDispatch> object = ObjectAt(path, path.size() - 1);
+  return GetMember(object.get(), Wide(path.back().name), ValuesOf(path.back().arguments));
+}
+
+std::wstring UserPlayer::ShownValue(const std::string& path) {
+  std::wstring shown;
+  OnForms([&] { shown = ValueAsText(*Value(path).get()); });
+  return shown;
+}
+
+FormControl& UserPlayer::ControlAt(const std::string& text) {
+  const form::MemberPath path = *form::MemberPathOf(text);
+  const Com<IDispatch> object = ObjectAt(path, path.size());
+  for (const Com<Form>& form : program_.forms()) {
+    for (const Com<FormControl>& control : form->controls()) {
+      if (static_cast<IDispatch*>(control.get()) == object.get()) return *control;
+    }
+  }
+  Fail(text + " is no control");
+}
+
+Form& UserPlayer::FormAt(const std::string& name) {
+  Form* form = name.empty() ? program_.ActiveForm() : program_.FormNamed(Wide(name));
+  if (!form) Fail("there is no form " + name);
+  return *form;
+}
+
+RECT UserPlayer::ScreenPart(const std::string& path) {
+  RECT part{};
+  OnForms([&] {
+    if (Form* form = program_.FormNamed(Wide(path))) {
+      part = ScreenPartOf(form->Window());
+      return;
+    }
+    const FormControl& control = ControlAt(path);
+    part = control.Place();
+    MapWindowPoints(control.ParentWindow(), nullptr, reinterpret_cast<POINT*>(&part), 2);
+  });
+  return part;
+}
+
+POINT UserPlayer::PointIn(const std::string& path, const UserStep& step, const char* x,
+                          const char* y) {
+  const RECT part = ScreenPart(path);
+  if (!step.Has(x)) return CentreOf(part);
+  return {part.left + step.Number(x), part.top + step.Number(y)};
+}
+
+void UserPlayer::OnShow(const UserStep& step) {
+  OnForms([&] { FormAt(step.Get("control")).Display(false); });
+}
+
+void UserPlayer::OnClose(const UserStep& step) {
+  HWND window = nullptr;
+  OnForms([&] { window = FormAt(step.Get("control")).Window(); });
+  PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+}
+
+void UserPlayer::OnFocus(const UserStep& step) {
+  OnForms([&] {
+    FormControl& control = ControlAt(step.Get("control"));
+    SetForegroundWindow(control.form().Window());
+    if (!control.CanTakeFocus() || !control.TakeFocus()) Fail("it does not take the keyboard");
+  });
+}
+
+void UserPlayer::OnClick(const UserStep& step) {
+  ClickKind kind;
+  kind.twice = step.verb == UserVerb::DoubleClick;
+  kind.right = step.Has("right");
+  kind.shift = step.Has("shift");
+  kind.control = step.Has("ctrl");
+  ClickMouse(PointIn(step.Get("control"), step, "x", "y"), kind);
+}
+
+void UserPlayer::OnDrag(const UserStep& step) {
+  const std::string& path = step.Get("control");
+  DragMouse(PointIn(path, step, "x", "y"), PointIn(path, step, "x2", "y2"));
+}
+
+void UserPlayer::OnMove(const UserStep& step) {
+  MoveMouse(PointIn(step.Get("control"), step, "x", "y"));
+}
+
+void UserPlayer::OnKey(const UserStep& step) {
+  const int times = step.Has("times") ? step.Number("times") : 1;
+  for (int i = 0; i < times; ++i) {
+    PressKey(*form::KeyChordOf(step.Get("key")));
+    if (i + 1 < times) ui_.WaitIdle();
+  }
+}
+
+void UserPlayer::OnType(const UserStep& step) { TypeText(Wide(step.Get("text"))); }
+
+void UserPlayer::OnWait(const UserStep& step) {
+  Sleep(static_cast<DWORD>(std::max(0, step.Number("number"))));
+}
+
+bool UserPlayer::Holds(const UserStep& step, std::wstring* shown) {
+  *shown = ShownValue(step.Get("path"));
+  const std::wstring wanted = Wide(form::ValueText(*form::ScriptValueOf(step.Get("value"))));
+  return Meets(*shown, step.Get("sign"), wanted);
+}
+
+void UserPlayer::OnWaitUntil(const UserStep& step) {
+  const DWORD patience =
+      step.Has("within") ? static_cast<DWORD>(std::max(0, step.Number("number"))) : kPatienceMs;
+  const ULONGLONG end = GetTickCount64() + patience;
+  std::wstring shown;
+  while (!Holds(step, &shown)) {
+    if (GetTickCount64() >= end) {
+      Fail(step.Get("path") + " is still " + Quoted(shown));
+    }
+    Sleep(kLookMs);
+  }
+}
+
+void UserPlayer::OnExpect(const UserStep& step) {
+  std::wstring shown;
+  if (Holds(step, &shown)) return;
+  Fail("expected " + step.Get("path") + " " + step.Get("sign") + " " + step.Get("value") +
+       ", it is " + Quoted(shown));
+}
+
+void UserPlayer::OnSet(const UserStep& step) {
+  OnForms([&] {
+    const form::MemberPath path = *form::MemberPathOf(step.Get("path"));
+    const Variant value = ValueOf(*form::ScriptValueOf(step.Get("value")));
+    const Com<IDispatch> object = ObjectAt(path, path.size() - 1);
+    const std::vector<Variant> arguments = ValuesOf(path.back().arguments);
+    if (!PutMember(object.get(), Wide(path.back().name), *value.get(), arguments)) {
+      Fail("there is no " + step.Get("path"));
+    }
+  });
+}
+
+void UserPlayer::OnCall(const UserStep& step) {
+  OnForms([&] { Value(step.Get("path")); });
+}
+
+void UserPlayer::OnPrint(const UserStep& step) {
+  const std::string& printed = step.Get("printed");
+  std::wstring text;
+  if (printed.starts_with('"')) {
+    text = Wide(form::ValueText(*form::ScriptValueOf(printed)));
+  } else {
+    text = ShownValue(printed);
+  }
+  OnForms([&] { program_.PrintLine(text); });
+}
+
+void UserPlayer::OnShot(const UserStep& step) {
+  RECT part{};
+  if (step.Has("control")) {
+    part = ScreenPart(step.Get("control"));
+  } else {
+    OnForms([&] { part = ScreenPartOf(FormAt("").Window()); });
+    // A box that hangs over the form's edge belongs to what the user sees.
+    if (HWND box = FrontBox()) {
+      const RECT over = ScreenPartOf(box);
+      const RECT form = part;
+      UnionRect(&part, &form, &over);
+    }
+  }
+  SaveScreen(part, step.Get("file"));
+}
+
+HWND UserPlayer::WaitForWindow(const std::function<HWND()>& look, const std::string& what) {
+  const ULONGLONG end = GetTickCount64() + kPatienceMs;
+  for (;;) {
+    if (HWND found = look()) return found;
+    if (GetTickCount64() >= end) Fail(what + " does not come");
+    Sleep(kLookMs);
+  }
+}
+
+void UserPlayer::OnMessage(const UserStep& step) {
+  const std::wstring wanted = Wide(step.Get("text"));
+  HWND box = WaitForWindow(FrontBox, "the message");
+  const std::wstring text = BoxText(box);
+  if (text != wanted) Fail("the message is " + Quoted(text));
+  HWND button = ButtonOf(box, Wide(step.Get("button")));
+  if (!button) Fail("the message has no button " + step.Get("button"));
+  PressButton(box, button);
+  WaitForWindow(
+      [box] { return IsWindow(box) && IsWindowVisible(box) ? nullptr : GetDesktopWindow(); },
+      "the message's end");
+}
+
+void UserPlayer::OnDialog(const UserStep& step) {
+  const std::wstring title = Wide(step.Get("title"));
+  HWND box = WaitForWindow([&] { return WindowTitled(title); }, "the dialog");
+  const std::wstring text = Wide(step.Get("text"));
+  if (step.verb == UserVerb::DialogPress) {
+    HWND button = ButtonOf(box, Wide(step.Get("button")));
+    if (!button) Fail("the dialog has no button " + step.Get("button"));
+    return PressButton(box, button);
+  }
+  if (step.verb == UserVerb::DialogTab) {
+    if (!ChooseTab(box, text)) Fail("the dialog has no tab " + step.Get("text"));
+    return;
+  }
+  HWND item = ItemOf(box, step.Number("id"));
+  if (!item) Fail("the dialog has nothing with the id " + step.Get("id"));
+  if (step.verb == UserVerb::DialogEnter) return EnterText(item, text);
+  if (step.verb == UserVerb::DialogChoose) {
+    if (!ChooseLine(item, text)) Fail("there is no line " + Quoted(text));
+    return;
+  }
+  const std::wstring shown = ItemText(item);
+  if (!Meets(shown, step.Get("sign"), text)) Fail("it is " + Quoted(shown));
+}
+
+// The pages wait for their user, so this only sets them going.
+void UserPlayer::OnPages(const UserStep& step) {
+  OnForms([&] {
+    FormControl& control = ControlAt(step.Get("control"));
+    control.form().PostShowPages(control);
+  });
+}
+
+}  // namespace qrn::host

@@ -1,0 +1,88 @@
+// Plays a user script before a running program.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/container/Scriptable.h"
+#include "host/form/MemberPath.h"
+#include "host/form/UserScript.h"
+#include "host/runner/Program.h"
+#include "host/user/UiThread.h"
+
+namespace qrn::host {
+
+// Steps run on a thread of their own, so that boxes which the program waits for can be answered.
+// A step that fails ends the script. Made, waited for and destroyed on the program's thread.
+class UserPlayer {
+ public:
+  // `name` stands before the line in what is told of failures. `trace` tells every step.
+  UserPlayer(Program& program, std::vector<form::UserStep> steps, std::string name, bool trace);
+  UserPlayer(const UserPlayer&) = delete;
+  UserPlayer& operator=(const UserPlayer&) = delete;
+  ~UserPlayer();
+
+  // Begins; `atEnd` is called on the program's thread when the script has ended.
+  void Start(std::function<void()> atEnd);
+  // Waits until the thread is done, and does what it asks for meanwhile. The destructor does too.
+  void WaitForEnd();
+  // What failed, with file and line; empty if nothing did. To be asked after the end.
+  const std::string& failure() const noexcept { return failure_; }
+
+ private:
+  struct VerbRow {
+    form::UserVerb verb;
+    void (UserPlayer::*run)(const form::UserStep& step);
+  };
+  static const VerbRow kVerbs[];
+
+  void Play();
+  void RunStep(const form::UserStep& step);
+
+  void OnShow(const form::UserStep& step);
+  void OnClose(const form::UserStep& step);
+  void OnFocus(const form::UserStep& step);
+  void OnClick(const form::UserStep& step);
+  void OnDrag(const form::UserStep& step);
+  void OnMove(const form::UserStep& step);
+  void OnKey(const form::UserStep& step);
+  void OnType(const form::UserStep& step);
+  void OnWait(const form::UserStep& step);
+  void OnWaitUntil(const form::UserStep& step);
+  void OnExpect(const form::UserStep& step);
+  void OnSet(const form::UserStep& step);
+  void OnCall(const form::UserStep& step);
+  void OnPrint(const form::UserStep& step);
+  void OnShot(const form::UserStep& step);
+  void OnMessage(const form::UserStep& step);
+  void OnDialog(const form::UserStep& step);
+  void OnPages(const form::UserStep& step);
+
+  // What a path leads to. The first name may be a form's; else the form in front has it.
+  Variant Value(const std::string& path);
+  std::wstring ShownValue(const std::string& path);
+  bool Holds(const form::UserStep& step, std::wstring* shown);
+  Com<IDispatch> ObjectAt(const form::MemberPath& path, size_t steps);
+  FormControl& ControlAt(const std::string& path);
+  Form& FormAt(const std::string& path);
+  RECT ScreenPart(const std::string& path);
+  POINT PointIn(const std::string& path, const form::UserStep& step, const char* x, const char* y);
+  HWND WaitForWindow(const std::function<HWND()>& look, const std::string& what);
+  void OnForms(const std::function<void()>& work);
+
+  Program& program_;
+  std::vector<form::UserStep> steps_;
+  std::string name_;
+  bool trace_;
+  UiThread ui_;
+  std::thread thread_;
+  std::function<void()> atEnd_;
+  std::string failure_;
+  std::atomic<bool> ended_ = false;
+};
+
+}  // namespace qrn::host

@@ -1,0 +1,97 @@
+// qrnform: runs form files.
+#include <fcntl.h>
+#include <io.h>
+#include <ole2.h>
+#include <shellapi.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <exception>
+
+#include "host/container/Text.h"
+#include "host/form/SourceText.h"
+#include "host/runner/Program.h"
+#include "host/user/UserPlayer.h"
+#include "ole/Handles.h"
+#include "tools/qrnform/Options.h"
+
+namespace {
+
+using namespace qrn;
+using qrnform::Options;
+
+enum ExitCode { kDone = 0, kFailed = 1, kRefused = 2 };
+
+class Apartment {
+ public:
+  Apartment() { ole::Check(OleInitialize(nullptr)); }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  ~Apartment() { OleUninitialize(); }
+};
+
+std::vector<std::string> Arguments() {
+  int count = 0;
+  const ole::Held<LPWSTR*, &LocalFree> list(CommandLineToArgvW(GetCommandLineW(), &count));
+  std::vector<std::string> arguments;
+  for (int i = 1; i < count; ++i) arguments.push_back(host::Utf8(list.get()[i]));
+  return arguments;
+}
+
+std::vector<form::UserStep> StepsOf(const Options& options) {
+  std::vector<form::UserStep> steps;
+  if (!options.script.empty()) {
+    form::Mistakes mistakes;
+    steps = form::ReadUserScript(form::SourceLines(form::ReadWholeFile(options.script)), mistakes);
+    if (mistakes.Any()) throw form::FileRefused(options.script, mistakes);
+  }
+  if (!options.shot.empty()) {
+    form::UserStep shot;
+    shot.verb = form::UserVerb::Shot;
+    shot.arguments["file"] = options.shot;
+    steps.push_back(std::move(shot));
+  }
+  return steps;
+}
+
+int RunForms(const Options& options) {
+  std::vector<form::UserStep> steps = StepsOf(options);
+  host::ModuleClasses classes;
+  for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
+  host::Program program(classes, {options.design, options.boxes});
+  for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
+  program.Start();
+  if (options.script.empty() && steps.empty()) {
+    program.Run();
+    return program.faults() == 0 ? kDone : kFailed;
+  }
+  const std::string name = options.script.empty() ? options.forms[0] : options.script;
+  host::UserPlayer player(program, std::move(steps), name, options.trace);
+  player.Start([&program] { program.End(); });
+  program.Run();
+  player.WaitForEnd();
+  if (!player.failure().empty()) fprintf(stderr, "%s\n", player.failure().c_str());
+  return player.failure().empty() && program.faults() == 0 ? kDone : kFailed;
+}
+
+}  // namespace
+
+int main() {
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+  int exitCode = kDone;
+  const std::optional<Options> options = qrnform::ReadOptions(Arguments(), &exitCode);
+  if (!options) return exitCode;
+  try {
+    const Apartment apartment;
+    return RunForms(*options);
+  } catch (const host::ClassNotFound& error) {
+    fprintf(stderr, "qrnform: %s\n", error.reason.c_str());
+  } catch (const std::exception& error) {
+    fprintf(stderr, "%s\n", error.what());
+  } catch (const ole::Failure& failure) {
+    fprintf(stderr, "qrnform: the system failed with 0x%08lX\n",
+            static_cast<unsigned long>(failure.code));
+  }
+  return kRefused;
+}
