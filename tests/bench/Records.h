@@ -106,6 +106,7 @@ class HandStore {
     Check(sqlite3_open(path.c_str(), &db_) == SQLITE_OK, "SQLite could not open its file");
     Run("PRAGMA journal_mode=WAL");
     Run("PRAGMA synchronous=NORMAL");
+    Run("PRAGMA cache_size=-16384");  // as much as the record manager takes
     Run("CREATE TABLE IF NOT EXISTS rec(pos INTEGER PRIMARY KEY, ver INTEGER, data BLOB)");
     for (size_t key = 0; key < std::size(kKeys); ++key) {
       Run("CREATE TABLE IF NOT EXISTS k" + std::to_string(key) +
