@@ -23,9 +23,11 @@ class Office {
   Office(const Office&) = delete;
   Office& operator=(const Office&) = delete;
 
+  DbDictionary* Dictionary() { return dictionary_; }
   DbTableInfo* Table(const char* name);        // open or closed
   DbTableInfo* OpenTableOf(const char* name);  // null for a closed one
   void Close(const char* name);
+  const char* Directory() const { return directory_.Path(); }
   std::string PathOf(const char* name) const;
   // A field of the record in the buffer, as UTF-8.
   std::string Field(const char* table, const char* field);

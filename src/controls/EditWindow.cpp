@@ -1,0 +1,78 @@
+#include "controls/EditWindow.h"
+
+#include <algorithm>
+
+#include "controls/text/TextBytes.h"
+
+namespace qrn::editwindow {
+namespace {
+
+std::u16string_view AsUtf16(std::wstring_view text) {
+  return {reinterpret_cast<const char16_t*>(text.data()), text.size()};
+}
+
+LONG StyleOf(HWND window) noexcept { return GetWindowLongW(window, GWL_STYLE); }
+
+// The clipboard, open until scope end.
+class OpenedClipboard {
+ public:
+  explicit OpenedClipboard(HWND window) noexcept : open_(OpenClipboard(window) != FALSE) {}
+  OpenedClipboard(const OpenedClipboard&) = delete;
+  OpenedClipboard& operator=(const OpenedClipboard&) = delete;
+  ~OpenedClipboard() {
+    if (open_) CloseClipboard();
+  }
+  HANDLE Data(UINT format) const noexcept { return open_ ? GetClipboardData(format) : nullptr; }
+
+ private:
+  bool open_;
+};
+
+}  // namespace
+
+Selection GetSelection(HWND window) noexcept {
+  Selection selection{};
+  SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&selection.start),
+               reinterpret_cast<LPARAM>(&selection.end));
+  return selection;
+}
+
+void Select(HWND window, Selection selection) noexcept {
+  SendMessageW(window, EM_SETSEL, selection.start, static_cast<LPARAM>(selection.end));
+}
+
+void PutCaretLast(HWND window) noexcept {
+  const auto length = static_cast<DWORD>(GetWindowTextLengthW(window));
+  Select(window, {length, length});
+}
+
+std::wstring TextOf(HWND window) {
+  std::wstring text(static_cast<size_t>(std::max(GetWindowTextLengthW(window), 0)) + 1, L'\0');
+  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  text.resize(static_cast<size_t>(std::max(length, 0)));
+  return text;
+}
+
+std::wstring_view FittingPart(HWND window, std::wstring_view text, size_t limit) {
+  std::wstring kept = TextOf(window);
+  const Selection selection = GetSelection(window);
+  const size_t start = std::min<size_t>(selection.start, kept.size());
+  kept.erase(start, std::max(selection.end, selection.start) - selection.start);
+  const size_t taken = BytesOf(AsUtf16(kept));
+  return text.substr(0, UnitsWithin(AsUtf16(text), limit > taken ? limit - taken : 0));
+}
+
+bool IsReadOnly(HWND window) noexcept { return (StyleOf(window) & ES_READONLY) != 0; }
+bool IsMultiLine(HWND window) noexcept { return (StyleOf(window) & ES_MULTILINE) != 0; }
+
+std::wstring ClipboardText(HWND window) {
+  const OpenedClipboard clipboard(window);
+  const HANDLE data = clipboard.Data(CF_UNICODETEXT);
+  const auto* text = data != nullptr ? static_cast<const wchar_t*>(GlobalLock(data)) : nullptr;
+  if (text == nullptr) return {};
+  std::wstring copy(text, wcsnlen(text, GlobalSize(data) / sizeof(wchar_t)));
+  GlobalUnlock(data);
+  return copy;
+}
+
+}  // namespace qrn::editwindow

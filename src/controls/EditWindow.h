@@ -1,0 +1,32 @@
+// What an edit control does with its "Edit" window. The window counts UTF-16 units; the limit of a
+// text is in bytes of code page 932 all the same.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace qrn::editwindow {
+
+// Units before the selection's start and end; equal without a selection.
+struct Selection {
+  DWORD start;
+  DWORD end;
+};
+Selection GetSelection(HWND window) noexcept;
+void Select(HWND window, Selection selection) noexcept;
+void PutCaretLast(HWND window) noexcept;
+
+std::wstring TextOf(HWND window);
+
+// How much of `text` may take the place of the selection, so that at most `limit` bytes result.
+std::wstring_view FittingPart(HWND window, std::wstring_view text, size_t limit);
+
+bool IsReadOnly(HWND window) noexcept;
+bool IsMultiLine(HWND window) noexcept;
+
+// The clipboard's text; empty when it has none.
+std::wstring ClipboardText(HWND window);
+
+}  // namespace qrn::editwindow

@@ -1,0 +1,37 @@
+#include "controls/HostFormat.h"
+
+#include "binding/BoundControl.h"
+#include "controls/VbInterfaces.h"
+
+namespace qrn {
+namespace {
+
+constexpr LONG kJapanese = 1041;
+constexpr size_t kBufferBytes = 2048;
+constexpr USHORT kToldSize = 512;  // what the service is told: less than there is, in any unit
+
+ole::Com<IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
+  ole::Com<IVBFormat> service;
+  const auto host = site.As<IGetVBAObject>();
+  if (host) host->GetObject(__uuidof(IVBFormat), service.putVoid(), 0);
+  return service;
+}
+
+}  // namespace
+
+std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const std::string& text,
+                                             const ole::Bstr& format) {
+  if (text.empty() || format.empty()) return std::nullopt;
+  const auto service = FormatServiceOf(site);
+  if (!service) return std::nullopt;
+  ole::Variant value(WidenToBstr(text));
+  wchar_t buffer[kBufferBytes / sizeof(wchar_t)] = {};
+  USHORT written = 0;
+  const HRESULT result =
+      service->Format(value.get(), format.get(), buffer, kToldSize, kJapanese, 0, 0, &written);
+  if (FAILED(result)) return std::nullopt;
+  buffer[std::size(buffer) - 1] = L'\0';
+  return Utf16ToCodePage(reinterpret_cast<const char16_t*>(buffer));
+}
+
+}  // namespace qrn

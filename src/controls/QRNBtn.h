@@ -1,0 +1,63 @@
+// QRNBtn: a push button that runs one operation of the record manager with what the controls of its
+// form hold, and shows the record that comes back on them. It looks its table up at every click.
+#pragma once
+
+#include "binding/BoundControl.h"
+#include "core/ButtonOperations.h"
+#include "ole/VisibleControl.h"
+
+namespace qrn {
+
+class CQRNBtn final : public BoundControl<ole::VisibleControl> {
+ public:
+  CQRNBtn();
+
+  // Properties.
+  ole::Bstr Caption = ole::Bstr::Empty();
+  ole::Com<IPictureDisp> Picture;
+  ole::Bstr DbSource = ole::Bstr::Empty();
+  ole::Bstr DbTable = ole::Bstr::Empty();
+  ole::Bstr DbIndex = ole::Bstr::Empty();
+  ole::Bstr ConfirmMsg = ole::Bstr::Empty();
+  int32_t DbOperation = DbInsert;
+  int32_t Style = 0;  // not 0: the picture instead of the caption
+  int16_t Abort = 0;  // set by a handler of `SetData` to refuse the operation
+  int16_t ClearControlData = -1;
+  int16_t Cancel = 0;  // stored, without effect
+  int16_t Default = 0;
+  int32_t DbLocks = 0;
+  int16_t IndexID = 0;  // position of `DbIndex`, found anew at every click
+
+  void PutStyle(int32_t style);
+
+  // Sets `IndexID` from `DbIndex`: the first key for a name that the table does not have.
+  void FindIndex(const DbTableInfo& table);
+
+  // Runs the operation, then raises `Click`.
+  void Click();
+
+  ControlType GetControlType() override { return kTypeBtn; }
+  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
+
+  bool OnWindowMessage(ole::Message& message) override;
+  void OnChanged(int32_t id) override;
+  void OnDraw(HDC dc, const RECT& rect) override;
+  void OnFillControlInfo(CONTROLINFO& info) override;
+  void OnMnemonic(MSG& message) override;
+
+ protected:
+  std::optional<ole::ContainedDescription> DescribeContained() override;
+  void OnContainedMade() override;
+  HRESULT OnKeyDown(MSG& message) override;
+
+ private:
+  bool OnCommand(ole::Message& message);
+  void CaptionChanged();
+  void FindIndexAtStart();
+
+  static const ole::MessageRow<CQRNBtn> kOwnMessages[];
+
+  ole::Held<HACCEL, &DestroyAcceleratorTable> mnemonic_;
+};
+
+}  // namespace qrn

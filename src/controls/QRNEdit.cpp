@@ -1,0 +1,189 @@
+// The edit control: members, window, registration, texts that come and go.
+#include "controls/QRNEdit.h"
+
+#include <algorithm>
+
+#include "binding/registry/ControlRegistry.h"
+#include "binding/tables/QRNEditTable.h"
+#include "controls/EditWindow.h"
+#include "controls/HostFormat.h"
+#include "core/DictionaryLookup.h"
+
+namespace qrn {
+namespace {
+
+using ole::Bstr;
+using C = CQRNEdit;
+
+constexpr int kNoLimit = 32000;  // what the window takes where `MaxLength` is 0
+constexpr int32_t kDbMaxLength = 4;
+
+// clang-format off
+constexpr ole::PropertyEntry kAccess[] = {
+    {ole::stock::kText, ole::Pair<&C::GetText, &C::PutText>},
+    { 1, ole::Field<&C::DbSource>},
+    { 2, ole::Field<&C::DbTable>},
+    { 3, ole::FieldAndPut<&C::DbField, &C::PutDbField>},
+    { 4, ole::FieldAndPut<&C::MaxLength, &C::PutMaxLength>},
+    { 5, ole::FieldAndPut<&C::PasswordChar, &C::PutPasswordChar>},
+    { 6, ole::Field<&C::Format>},
+    { 7, ole::Field<&C::MultiLine>},
+    { 8, ole::Field<&C::Alignment>},
+    { 9, ole::Field<&C::ReadOnly>},
+    {10, ole::Field<&C::UpperCase>},
+    {11, ole::Field<&C::IMEMode>},
+    {12, ole::Pair<&C::GetSelStart, &C::PutSelStart>},
+    {13, ole::Pair<&C::GetSelLength, &C::PutSelLength>},
+    {14, ole::Pair<&C::GetSelText, &C::PutSelText>},
+    {15, ole::Field<&C::NumericMask>},
+    {16, ole::Field<&C::FormatOption>},
+};
+// clang-format on
+constexpr auto kProperties = ole::BindProperties<kQRNEditTable>(kAccess, ole::kStockAccess);
+constexpr ole::Binding kBinding{kProperties, {}};
+
+enum AlignmentCode : int32_t { kAlignRight = 1, kAlignCenter = 2 };
+
+bool IsCharacterType(int32_t type) {
+  return type == kString || type == kLString || type == kZString;
+}
+
+}  // namespace
+
+CQRNEdit::CQRNEdit() : BoundControl(kQRNEditTable, kBinding, ole::kWindowLook) {}
+
+std::optional<ole::ContainedDescription> CQRNEdit::DescribeContained() {
+  DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
+  if (MultiLine) style |= ES_MULTILINE | ES_AUTOVSCROLL;
+  if (ReadOnly) style |= ES_READONLY;
+  if (UpperCase) style |= ES_UPPERCASE;
+  if (Alignment == kAlignRight) style |= ES_RIGHT;
+  if (Alignment == kAlignCenter) style |= ES_CENTER;
+  DWORD exStyle = 0;
+  if (BorderStyle && Appearance) exStyle = WS_EX_CLIENTEDGE;
+  if (BorderStyle && !Appearance) style |= WS_BORDER;
+  return ole::ContainedDescription{L"Edit", style, exStyle, std::wstring(Text.view())};
+}
+
+void CQRNEdit::OnContainedMade() {
+  if (!UserMode()) return;
+  LearnFieldType();
+  if (MaxLength != 0) LimitWindow();
+  if (!PasswordChar.empty()) ApplyPasswordChar();
+}
+
+void CQRNEdit::OnRegister() { TheRegistry().RegisterFieldControl(*this); }
+void CQRNEdit::OnUnregister() { TheRegistry().UnregisterFieldControl(*this); }
+
+void CQRNEdit::OnDraw(HDC dc, const RECT& rect) {
+  contained() ? VisibleControl::OnDraw(dc, rect) : DrawStandIn(dc, rect, Text.view());
+}
+
+void CQRNEdit::LearnFieldType() {
+  if (fieldType_ != -1) return;
+  fieldType_ = TheRegistry().GetFieldType(GetContainerWindow(), NarrowText(DbSource),
+                                          NarrowText(DbTable), NarrowText(DbField));
+}
+
+void CQRNEdit::LimitWindow() {
+  const int limit = MaxLength > 0 ? MaxLength : kNoLimit;
+  SendMessageW(contained(), EM_LIMITTEXT, static_cast<WPARAM>(limit), 0);
+}
+
+void CQRNEdit::ApplyPasswordChar() {
+  const std::u16string shown = CodePageToUtf16(NarrowText(PasswordChar).substr(0, 1));
+  SendMessageW(contained(), EM_SETPASSWORDCHAR, shown.empty() ? 0 : shown[0], 0);
+  InvalidateRect(contained(), nullptr, TRUE);
+}
+
+void CQRNEdit::PutMaxLength(int16_t bytes) {
+  MaxLength = bytes;
+  if (contained() && UserMode()) LimitWindow();
+}
+
+void CQRNEdit::PutPasswordChar(const Bstr& text) {
+  PasswordChar = text;
+  if (contained()) ApplyPasswordChar();
+}
+
+// A designer who names the field of a fresh control sees its name on the form, and its length.
+void CQRNEdit::PutDbField(const Bstr& name) {
+  const bool fresh = DbField.empty();
+  DbField = name;
+  if (fresh && !name.empty() && !UserMode() && !persistence().loading()) ProposeFromField();
+}
+
+void CQRNEdit::ProposeFromField() {
+  const Bstr name = DbField;
+  Change(ole::stock::kText, [&] { PutText(name); });
+  if (MaxLength != 0) return;
+  const int16_t length = ProposedLength();
+  if (length != 0) Change(kDbMaxLength, [&] { PutMaxLength(length); });
+}
+
+// The bytes of a character field; 0 for others and for names that lead nowhere.
+int16_t CQRNEdit::ProposedLength() {
+  if (DbSource.empty() || DbTable.empty()) return 0;
+  const DbTableInfo* table =
+      TheRegistry().ResolveTable(GetContainerWindow(), NarrowText(DbSource), NarrowText(DbTable));
+  if (table == nullptr) return 0;
+  const DbFieldInfo* field = DbFieldAt(*table, DbFindField(*table, NarrowText(DbField).c_str()));
+  if (field == nullptr || !IsCharacterType(field->Type)) return 0;
+  return static_cast<int16_t>(std::clamp(field->Size, 0, 0x7FFF));
+}
+
+TextDress CQRNEdit::Dress() {
+  TextDress dress{FormatOption, static_cast<size_t>(std::max<int16_t>(MaxLength, 0)), nullptr};
+  if (!Format.empty()) {
+    dress.format = [this](const std::string& text) {
+      return FormatThroughHost(site(), text, Format);
+    };
+  }
+  return dress;
+}
+
+void CQRNEdit::SetWindow(const Bstr& text) {
+  if (contained()) SetWindowTextW(contained(), text.c_str());
+}
+
+void CQRNEdit::ShowFieldText(const char* text) {
+  if (!contained()) return;
+  const ole::Com<IUnknown> alive(&Outer());
+  Text = WidenToBstr(Dress().OfField(text));
+  SetWindow(Bstr(Text));
+}
+
+void CQRNEdit::ClearFieldText() {
+  if (!contained()) return;
+  const ole::Com<IUnknown> alive(&Outer());
+  Text = Bstr();
+  SetWindow(Text);
+}
+
+HRESULT CQRNEdit::GetText(Bstr& text) {
+  if (contained()) Text = Bstr(editwindow::TextOf(contained()));
+  text = Text;
+  return S_OK;
+}
+
+void CQRNEdit::PutText(const Bstr& text) {
+  Text = text;
+  SetWindow(text);
+}
+
+void CQRNEdit::TextChanged() {
+  if (!contained() || !UserMode()) return;
+  const TextDress dress = Dress();
+  if (!dress.RightAligned() && !dress.format) return;
+  Text = WidenToBstr(dress.OfProperty(NarrowText(Text)));
+  SetWindow(Bstr(Text));
+}
+
+void CQRNEdit::OnChanged(int32_t id) {
+  VisibleControl::OnChanged(id);
+  if (id == ole::stock::kText) TextChanged();
+  const bool needsWindow = id == ole::stock::kAppearance || id == ole::stock::kBorderStyle;
+  if (needsWindow && !UserMode()) RemakeContained();
+}
+
+}  // namespace qrn

@@ -1,0 +1,126 @@
+// The edit control's messages: what is typed and pasted, the focus.
+#include <algorithm>
+
+#include "binding/InputMethod.h"
+#include "binding/registry/ControlRegistry.h"
+#include "controls/EditWindow.h"
+#include "controls/QRNEdit.h"
+#include "controls/text/CharacterMask.h"
+#include "fields/DateRepair.h"
+
+namespace qrn {
+namespace {
+
+constexpr int32_t kChange = 1;  // the event
+constexpr UINT kRefusalBeep = MB_ICONHAND;
+constexpr char16_t kBackspace = 8;
+constexpr char16_t kReturn = 13;
+constexpr char16_t kFirstPrintable = 32;
+
+}  // namespace
+
+const ole::MessageRow<CQRNEdit> CQRNEdit::kOwnMessages[] = {{WM_COMMAND, &CQRNEdit::OnCommand}};
+
+const ole::MessageRow<CQRNEdit> CQRNEdit::kContainedMessages[] = {
+    {WM_CHAR, &CQRNEdit::OnChar},      {WM_PASTE, &CQRNEdit::OnPaste},
+    {WM_SETFOCUS, &CQRNEdit::OnFocus}, {EM_REPLACESEL, &CQRNEdit::OnReplaceSelection},
+    {WM_KILLFOCUS, &CQRNEdit::OnBlur},
+};
+
+bool CQRNEdit::OnWindowMessage(ole::Message& message) {
+  return Route(*this, kOwnMessages, message) || VisibleControl::OnWindowMessage(message);
+}
+
+bool CQRNEdit::OnContainedMessage(ole::Message& message) {
+  return Route(*this, kContainedMessages, message) || VisibleControl::OnContainedMessage(message);
+}
+
+bool CQRNEdit::OnCommand(ole::Message& message) {
+  if (HIWORD(message.wParam) != EN_CHANGE) return false;
+  Fire(kChange);
+  return true;
+}
+
+bool CQRNEdit::OnChar(ole::Message& message) {
+  const auto character = static_cast<char16_t>(message.wParam);
+  return Refused(character) || TakenByFormat(character) || BeyondLimit(character);
+}
+
+bool CQRNEdit::Refused(char16_t character) {
+  if (!NumericMask || MaskAllows(character, fieldType_)) return false;
+  MessageBeep(kRefusalBeep);
+  return true;
+}
+
+// Shows the whole text anew with the character in it.
+bool CQRNEdit::TakenByFormat(char16_t character) {
+  if (character < kFirstPrintable && character != kBackspace) return false;
+  if (editwindow::IsReadOnly(contained())) return false;
+  const TextDress dress = Dress();
+  if (!dress.EveryChar() || !dress.format) return false;
+  const std::wstring shown = editwindow::TextOf(contained());
+  const auto text = dress.OfTyping(NarrowText(ole::Bstr(shown)), character);
+  if (!text) return false;
+  const ole::Bstr result = WidenToBstr(*text);
+  SetWindow(result);
+  if (contained()) editwindow::PutCaretLast(contained());
+  Text = result;
+  return true;
+}
+
+bool CQRNEdit::BeyondLimit(char16_t character) {
+  if (MaxLength <= 0 || editwindow::IsReadOnly(contained())) return false;
+  const bool newLine = character == kReturn && editwindow::IsMultiLine(contained());
+  if (character < kFirstPrintable && !newLine) return false;
+  const wchar_t typed[] = {static_cast<wchar_t>(character)};
+  const std::wstring_view text = newLine ? std::wstring_view(L"\r\n") : std::wstring_view(typed, 1);
+  const auto fits = editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength));
+  if (fits.size() == text.size()) return false;
+  MessageBeep(MB_OK);
+  return true;
+}
+
+// A text that fits is the window's own business.
+bool CQRNEdit::OnPaste(ole::Message&) {
+  if (MaxLength <= 0 || editwindow::IsReadOnly(contained())) return false;
+  std::wstring text = editwindow::ClipboardText(contained());
+  const auto fits = editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength));
+  if (fits.size() == text.size()) return false;
+  if (!editwindow::IsMultiLine(contained())) text.resize(std::min(text.find(L'\r'), text.size()));
+  SendMessageW(contained(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+  return true;
+}
+
+bool CQRNEdit::OnReplaceSelection(ole::Message& message) {
+  const auto* text = reinterpret_cast<const wchar_t*>(message.lParam);
+  if (MaxLength <= 0 || text == nullptr) return false;
+  const std::wstring fits(
+      editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength)));
+  message.result = CallOriginal(
+      {message.window, message.id, message.wParam, reinterpret_cast<LPARAM>(fits.c_str())});
+  return true;
+}
+
+bool CQRNEdit::OnFocus(ole::Message&) {
+  LearnFieldType();
+  if (Dress().RightAligned()) editwindow::PutCaretLast(contained());
+  if (IMEMode != 0) {
+    TheInputMethod().Read(contained(), imeOutside_);
+    TheInputMethod().Apply(contained(), IMEMode);
+  }
+  return false;
+}
+
+bool CQRNEdit::OnBlur(ole::Message& message) {
+  if (Format.empty()) RepairText();
+  if (IMEMode != 0) TheInputMethod().Apply(message.window, imeOutside_);
+  return false;
+}
+
+void CQRNEdit::RepairText() {
+  LearnFieldType();
+  if (fieldType_ == kDate) NormaliseDateText(TheRegistry(), contained());
+  if (fieldType_ == kTime) NormaliseTimeText(TheRegistry(), contained());
+}
+
+}  // namespace qrn

@@ -1,0 +1,33 @@
+// Answers the message boxes of this process as a user would, and writes down what they said.
+#pragma once
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace qrn::test {
+
+class Boxes {
+ public:
+  // `answer` is IDOK or IDCANCEL.
+  explicit Boxes(int answer = 1);
+  ~Boxes();
+  Boxes(const Boxes&) = delete;
+  Boxes& operator=(const Boxes&) = delete;
+
+  // "title|text; " of each box since the last look, as UTF-8; the title of a box without one is the
+  // system's word for an error.
+  std::string Take();
+
+ private:
+  void Watch();
+
+  int answer_;
+  std::mutex mutex_;
+  std::string said_;
+  std::atomic<bool> over_ = false;
+  std::thread watcher_;
+};
+
+}  // namespace qrn::test

@@ -1,0 +1,427 @@
+// The operation button: its window, and a click from the question to the notice.
+#include <gtest/gtest.h>
+#include <olectl.h>
+
+#include "Boxes.h"
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "controls/QRNBtn.h"
+#include "controls/QRNEdit.h"
+#include "core/DictionaryLookup.h"
+#include "core/Gateway.h"
+#include "platform/CodePage.h"
+
+namespace qrn::test {
+namespace {
+
+// A scroll bar, played: writes down who moved.
+class PlayedScroll final : public CQuorin {
+ public:
+  PlayedScroll() { TheRegistry().RegisterNavControl(*this); }
+  ~PlayedScroll() { TheRegistry().UnregisterNavControl(*this); }
+
+  std::string log;
+
+  void Destroy() override {}
+  std::string GetControlName() override { return "scr1"; }
+  WindowHandle GetContainerWindow() override { return TheForm(); }
+  std::string GetDbTableRef() override { return "Db1"; }
+  ControlType GetControlType() override { return kTypeScroll; }
+  void OnPositionChanged(const std::string& table, int32_t index) override {
+    log += table + ":" + std::to_string(index) + " ";
+  }
+};
+
+constexpr DISPID kBtrieveError = 1;
+constexpr DISPID kSetData = 2;
+constexpr const char* kFailed = "VE807 ボタンによるBtrieveオペレーションに失敗しました。";
+
+class Button : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Bind(code_, L"Code");
+    Bind(name_, L"Name");
+    ASSERT_EQ(code_.Show(), S_OK);
+    ASSERT_EQ(name_.Show(), S_OK);
+    button_.Set(L"DbSource", Text(L"Db1"));
+    button_.Set(L"DbTable", Text(L"People"));
+    ASSERT_EQ(button_.Show(), S_OK);
+  }
+
+  static void Bind(HostedControl& edit, const wchar_t* field) {
+    edit.Set(L"DbSource", Text(L"Db1"));
+    edit.Set(L"DbTable", Text(L"People"));
+    edit.Set(L"DbField", Text(field));
+  }
+
+  void Fill(const wchar_t* code, const wchar_t* name) {
+    SetWindowTextW(code_.window(), code);
+    SetWindowTextW(name_.window(), name);
+  }
+  std::string Screen() { return TextOf(code_.window()) + "|" + TextOf(name_.window()); }
+
+  // The events of a click of that operation.
+  std::string Click(int32_t dbOperation) {
+    button_.Set(L"DbOperation", Long(dbOperation));
+    button_.events.log.clear();
+    SendMessageW(button_.window(), BM_CLICK, 0, 0);
+    RunMessages();
+    std::string events;
+    // BM_CLICK presses and lets go: the events of the mouse are of no interest here.
+    for (size_t at = 0; at < button_.events.log.size();) {
+      const size_t end = button_.events.log.find(' ', at) + 1;
+      const std::string event = button_.events.log.substr(at, end - at);
+      const bool ofMouse =
+          event.starts_with("-605") || event.starts_with("-606") || event.starts_with("-607");
+      if (!ofMouse) events += event;
+      at = end;
+    }
+    return events;
+  }
+
+  void InsertThree() {
+    button_.Set(L"ClearControlData", Bool(false));
+    for (const wchar_t* code : {L"1", L"2", L"3"}) {
+      Fill(code, L"氏名");
+      ASSERT_EQ(Click(DbInsert), "2() -600() ");
+    }
+  }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  PlayedScroll scroll_;
+  Hosted<CQRNEdit> code_{L"edtCode"};
+  Hosted<CQRNEdit> name_{L"edtName"};
+  Hosted<CQRNBtn> button_{L"btn1"};
+};
+
+TEST_F(Button, StartsAsItsTableSays) {
+  Hosted<CQRNBtn> button(L"btn2");
+  struct Case {
+    const wchar_t* name;
+    const char* value;
+  };
+  const Case cases[] = {
+      {L"DbSource", "ok BSTR:"},  {L"DbTable", "ok BSTR:"},
+      {L"DbIndex", "ok BSTR:"},   {L"DbOperation", "ok I4:0"},
+      {L"Abort", "ok BOOL:0"},    {L"ConfirmMsg", "ok BSTR:"},
+      {L"Cancel", "ok BOOL:0"},   {L"Default", "ok BOOL:0"},
+      {L"DbLocks", "ok I4:0"},    {L"ClearControlData", "ok BOOL:-1"},
+      {L"IndexID", "ok I2:0"},    {L"Style", "ok I4:0"},
+      {L"Caption", "ok BSTR:"},   {L"Appearance", "ok I2:1"},
+      {L"Enabled", "ok BOOL:-1"}, {L"BackColor", "ok UI4:2147483663"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(button.Value(row.name), row.value);
+}
+
+TEST_F(Button, ShowsItsCaptionOrItsPicture) {
+  button_.Set(L"Caption", Text(L"次へ(&N)"));
+  EXPECT_EQ(TextOf(button_.window()), "次へ(&N)");
+  const auto style = [&](HWND window) { return GetWindowLongW(window, GWL_STYLE); };
+  EXPECT_EQ(style(button_.window()) & (BS_DEFPUSHBUTTON | BS_BITMAP | BS_ICON), 0);
+  PICTDESC description{};
+  description.cbSizeofstruct = sizeof description;
+  description.picType = PICTYPE_BITMAP;
+  description.bmp.hbitmap = CreateBitmap(8, 6, 1, 1, nullptr);
+  ole::Com<IPictureDisp> picture;
+  ASSERT_EQ(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.putVoid()),
+            S_OK);
+  ole::Variant value{ole::Query<IDispatch>(picture)};
+  EXPECT_EQ(button_.Set(L"Picture", *value.get()), S_OK);
+  EXPECT_EQ(style(button_.window()) & BS_BITMAP, 0) << "the style is Standard";
+  const HWND before = button_.window();
+  button_.Set(L"Style", Long(0));
+  EXPECT_EQ(button_.window(), before);
+  button_.Set(L"Style", Long(1));
+  EXPECT_FALSE(IsWindow(before));
+  EXPECT_NE(style(button_.window()) & BS_BITMAP, 0);
+  const LRESULT image = SendMessageW(button_.window(), BM_GETIMAGE, IMAGE_BITMAP, 0);
+  BITMAP bitmap{};
+  GetObjectW(reinterpret_cast<HBITMAP>(image), sizeof bitmap, &bitmap);
+  EXPECT_EQ(bitmap.bmWidth * 100 + bitmap.bmHeight, 806);
+  EXPECT_TRUE(IsWindowEnabled(button_.window()));
+}
+
+TEST_F(Button, ADefaultButtonLooksLikeOne) {
+  Hosted<CQRNBtn> button(L"btn2");
+  button.Set(L"Default", Bool(true));
+  ASSERT_EQ(button.Show(), S_OK);
+  EXPECT_EQ(GetWindowLongW(button.window(), GWL_STYLE) & BS_TYPEMASK, BS_DEFPUSHBUTTON);
+}
+
+TEST_F(Button, EveryOperationIsAClick) {
+  InsertThree();
+  struct Case {
+    int32_t operation;
+    const wchar_t* code;
+    const char* calls;
+    const char* screen;
+  };
+  const Case cases[] = {
+      {DbGetFirst, L"", "12/0:42 ", "1|氏名"},
+      {DbGetNext, L"typed", "6/0:42 ", "2|氏名"},
+      {DbGetPrevious, L"", "7/0:42 ", "1|氏名"},
+      {DbGetLast, L"", "13/0:42 ", "3|氏名"},
+      {DbGetEqual, L"2", "5/0:42 ", "2|氏名"},
+      {DbGetGreater, L"2", "8/0:42 ", "3|氏名"},
+      {DbGetLessThan, L"2", "10/0:42 ", "1|氏名"},
+      {DbGetGreaterOrEqual, L"2", "9/0:42 ", "2|氏名"},
+      {DbGetLessThanOrEuqal, L"9", "11/0:42 ", "3|氏名"},
+      {DbStepFirst, L"", "33/0:41 ", "1|氏名"},
+      {DbStepNext, L"", "24/0:41 ", "2|氏名"},
+      {DbStepLast, L"", "34/0:41 ", "3|氏名"},
+      {DbStepPrevious, L"", "35/0:41 ", "2|氏名"},
+      {DbUpdate, L"2", "3/0:41 ", "2|氏名"},
+      {DbUpdateNCC, L"2", "3/255:41 ", "2|氏名"},
+      {DbInsert, L"4", "2/0:41 ", "4|氏名"},
+      {DbInsertNCC, L"5", "2/255:41 ", "5|氏名"},
+      {DbDelete, L"5", "4/0:- ", "5|氏名"},
+  };
+  for (const Case& row : cases) {
+    Fill(row.code, L"氏名");
+    CallLog log;
+    const bool steps = row.operation >= DbStepFirst && row.operation <= DbStepPrevious;
+    EXPECT_EQ(Click(row.operation), steps ? "-600() " : "2() -600() ") << row.operation;
+    EXPECT_EQ(log.Take(), row.calls) << row.operation;
+    EXPECT_EQ(Screen(), row.screen) << row.operation;
+  }
+}
+
+TEST_F(Button, AWriteEmptiesTheControlsAReadNever) {
+  Fill(L"7", L"名前");
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(Screen(), "|");
+  EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
+  EXPECT_EQ(Screen(), "7|名前");
+  EXPECT_EQ(Click(DbStepFirst), "-600() ");
+  EXPECT_EQ(Screen(), "7|名前");
+  EXPECT_EQ(Click(DbUpdate), "2() -600() ");
+  EXPECT_EQ(Screen(), "|");
+  EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
+  EXPECT_EQ(Click(DbDelete), "2() -600() ");
+  EXPECT_EQ(Screen(), "|");
+  button_.Set(L"ClearControlData", Bool(false));
+  Fill(L"8", L"残る");
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(Screen(), "8|残る");
+}
+
+TEST_F(Button, AStatusIsToldThenShownThenComesTheClick) {
+  InsertThree();
+  scroll_.log.clear();
+  Boxes boxes;
+  std::string whileTold = "?";
+  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
+    if (id == kBtrieveError) whileTold = boxes.Take();
+  };
+  Fill(L"2", L"二度目");
+  EXPECT_EQ(Click(DbInsert), "2() 1(BSTR:People,I2&:5) -600() ");
+  EXPECT_EQ(whileTold, "") << "the event comes before the box";
+  EXPECT_EQ(boxes.Take(), std::string("エラー|") + kFailed + "(5); ");
+  EXPECT_EQ(Screen(), "2|二度目");
+  EXPECT_EQ(scroll_.log, "");
+}
+
+TEST_F(Button, AHandlerSilencesTheMessageOrChangesItsNumber) {
+  Boxes boxes;
+  int16_t answer = 0;
+  button_.events.answer = [&](DISPID id, DISPPARAMS& sent) {
+    if (id == kBtrieveError) *sent.rgvarg[0].piVal = answer;
+  };
+  EXPECT_EQ(Click(DbGetFirst), "2() 1(BSTR:People,I2&:9) -600() ");
+  EXPECT_EQ(boxes.Take(), "");
+  answer = 77;
+  EXPECT_EQ(Click(DbGetFirst), "2() 1(BSTR:People,I2&:9) -600() ");
+  EXPECT_EQ(boxes.Take(), std::string("エラー|") + kFailed + "(77); ");
+  EXPECT_EQ(scroll_.log, "") << "silenced or not, it failed";
+}
+
+TEST_F(Button, ARefusalIsSilent) {
+  Boxes boxes;
+  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
+    if (id == kSetData) button_.Set(L"Abort", Bool(true));
+  };
+  Fill(L"1", L"x");
+  CallLog log;
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(log.Take(), "");
+  EXPECT_EQ(boxes.Take(), "");
+  EXPECT_EQ(button_.Value(L"Abort"), "ok BOOL:-1") << "until the next click";
+  EXPECT_EQ(Screen(), "1|x");
+  button_.events.answer = nullptr;
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(log.Take(), "2/0:41 ");
+  EXPECT_EQ(button_.Value(L"Abort"), "ok BOOL:0");
+}
+
+TEST_F(Button, SetDataSeesWhatTheScreenGave) {
+  Fill(L"6", L"画面");
+  std::string seen;
+  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
+    if (id == kSetData) seen = office_.Field("People", "Name");
+  };
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(seen, "画面");
+}
+
+TEST_F(Button, AQuestionIsAskedFirst) {
+  button_.Set(L"ConfirmMsg", Text(L"登録しますか？"));
+  Fill(L"1", L"x");
+  CallLog log;
+  {
+    Boxes boxes(IDCANCEL);
+    EXPECT_EQ(Click(DbInsert), "-600() ") << "declined, the click is told all the same";
+    EXPECT_EQ(boxes.Take(), "|登録しますか？; ");
+    EXPECT_EQ(log.Take(), "");
+  }
+  Boxes boxes(IDOK);
+  EXPECT_EQ(Click(DbInsert), "2() -600() ");
+  EXPECT_EQ(boxes.Take(), "|登録しますか？; ");
+  EXPECT_EQ(log.Take(), "2/0:41 ");
+}
+
+TEST_F(Button, NamesThatLeadNowhereAreShown) {
+  Boxes boxes;
+  const std::string box = "エラー|VE802 DbSourceまたはDbTableﾌﾟﾛﾊﾟﾃｨが不正です。; ";
+  button_.Set(L"DbTable", Text(L"people"));
+  EXPECT_EQ(Click(DbInsert), "-600() ");
+  EXPECT_EQ(boxes.Take(), box);
+  button_.Set(L"DbTable", Text(L"People"));
+  button_.Set(L"DbSource", Text(L"db1"));
+  EXPECT_EQ(Click(99), "-600() ");
+  EXPECT_EQ(boxes.Take(), box);
+}
+
+TEST_F(Button, AnOperationThatIsNoneIsShownAndTellsNobody) {
+  Boxes boxes;
+  for (const int32_t operation : {-1, 18, 1000}) {
+    EXPECT_EQ(Click(operation), "-600() ");
+    EXPECT_EQ(boxes.Take(), "エラー|VE801 ボタンのDbOperationプロパティが不正です。; ");
+  }
+  EXPECT_EQ(scroll_.log, "");
+}
+
+TEST_F(Button, AClosedTableIsOpenedByTheClick) {
+  InsertThree();
+  office_.Close("People");
+  EXPECT_EQ(Click(DbGetLast), "2() -600() ");
+  EXPECT_EQ(Screen(), "3|氏名");
+  office_.Close("People");
+  strcpy(office_.Table("People")->Location, "no\\such\\file.btr");
+  Boxes boxes;
+  EXPECT_EQ(Click(DbGetLast), "-600() ") << "the opening has told of its failure";
+  EXPECT_NE(boxes.Take().find("エラー|VE"), std::string::npos);
+}
+
+TEST_F(Button, TheKeyIsFoundByItsNameAtEveryClick) {
+  struct Case {
+    const wchar_t* index;
+    const char* id;
+    const char* calls;
+  };
+  const Case cases[] = {{L"ByName", "ok I2:3", "12/2:42 "},
+                        {L"ByPlace", "ok I2:1", "12/1:42 "},
+                        {L"", "ok I2:0", "12/0:42 "},
+                        {L"byname", "ok I2:0", "12/0:42 "}};
+  InsertThree();
+  for (const Case& row : cases) {
+    button_.Set(L"DbIndex", Text(row.index));
+    button_.Set(L"IndexID", Short(2));
+    CallLog log;
+    EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
+    EXPECT_EQ(button_.Value(L"IndexID"), row.id);
+    EXPECT_EQ(log.Take(), row.calls);
+  }
+  Hosted<CQRNBtn> fresh(L"btn2");
+  fresh.Set(L"DbSource", Text(L"Db1"));
+  fresh.Set(L"DbTable", Text(L"People"));
+  fresh.Set(L"DbIndex", Text(L"ByName"));
+  ASSERT_EQ(fresh.Show(), S_OK);
+  EXPECT_EQ(fresh.Value(L"IndexID"), "ok I2:3") << "found when the window is made";
+}
+
+TEST_F(Button, LocksGoWithTheOperation) {
+  InsertThree();
+  button_.Set(L"DbLocks", Long(kLockSingleNoWait));
+  CallLog log;
+  EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
+  EXPECT_EQ(Click(DbStepNext), "-600() ");
+  EXPECT_EQ(log.Take(), "212/0:42 224/0:41 ");
+}
+
+TEST_F(Button, ScrollBarsFollowWhatSucceeded) {
+  InsertThree();
+  scroll_.log.clear();
+  button_.Set(L"DbIndex", Text(L"ByName"));
+  EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
+  EXPECT_EQ(Click(DbStepNext), "-600() ");
+  EXPECT_EQ(Click(DbUpdate), "2() -600() ");
+  EXPECT_EQ(scroll_.log, "People:3 People:3 People:3 ");
+}
+
+TEST_F(Button, EnterIsAClickAndOtherKeysAreTheContainers) {
+  InsertThree();
+  button_.Set(L"DbOperation", Long(DbGetLast));
+  button_.events.log.clear();
+  CallLog log;
+  EXPECT_EQ(button_.Offer(WM_KEYDOWN, VK_RETURN), S_OK);
+  EXPECT_EQ(button_.events.log, "-602(I2&:13,I2:0) 2() -600() ");
+  EXPECT_EQ(log.Take(), "13/0:42 ") << "once";
+  button_.events.log.clear();
+  button_.Set(L"Cancel", Bool(true));
+  EXPECT_EQ(button_.Offer(WM_KEYDOWN, VK_ESCAPE), S_FALSE);
+  EXPECT_EQ(button_.events.log, "-602(I2&:27,I2:0) ");
+}
+
+TEST_F(Button, TheCaptionsLetterIsTheContainersKey) {
+  const auto control = ole::Query<IOleControl>(button_.object());
+  CONTROLINFO info{};
+  info.cb = sizeof info;
+  EXPECT_EQ(control->GetControlInfo(&info), S_OK);
+  EXPECT_EQ(info.cAccel, 0);
+  button_.Set(L"Caption", Text(L"A && B(&N)"));
+  EXPECT_EQ(control->GetControlInfo(&info), S_OK);
+  ASSERT_EQ(info.cAccel, 1);
+  ACCEL key{};
+  CopyAcceleratorTableW(info.hAccel, &key, 1);
+  EXPECT_EQ(key.key, 'N');
+  EXPECT_EQ(key.fVirt, FALT | FVIRTKEY);
+}
+
+TEST_F(Button, AHandlerMayTakeTheFormAway) {
+  InsertThree();
+  Boxes boxes;
+  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
+    if (id != kBtrieveError) return;
+    button_.events.answer = nullptr;
+    code_.Unhost();
+    button_.Unhost();
+  };
+  Fill(L"2", L"二度目");
+  EXPECT_EQ(Click(DbInsert), "2() 1(BSTR:People,I2&:5) ");
+  EXPECT_EQ(boxes.Take(), std::string("エラー|") + kFailed + "(5); ");
+}
+
+TEST_F(Button, AHandlerMayClickAgain) {
+  InsertThree();
+  int depth = 0;
+  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
+    if (id != kSetData || ++depth > 1) return;
+    button_->Click();
+  };
+  Fill(L"1", L"");
+  EXPECT_EQ(Click(DbGetEqual), "2() 2() -600() -600() ");
+  EXPECT_EQ(Screen(), "1|氏名");
+}
+
+TEST_F(Button, InTheDesignerNothingIsLookedUp) {
+  Hosted<CQRNBtn> button(L"btn2", false);
+  button.Set(L"DbSource", Text(L"Db1"));
+  button.Set(L"DbTable", Text(L"People"));
+  button.Set(L"DbIndex", Text(L"ByName"));
+  ASSERT_EQ(button.Show(), S_OK);
+  EXPECT_EQ(button.Value(L"IndexID"), "ok I2:0");
+}
+
+}  // namespace
+}  // namespace qrn::test

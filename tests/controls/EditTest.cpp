@@ -1,0 +1,487 @@
+// The edit control through its window, its dispatch interface and the binding.
+#include <gtest/gtest.h>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "binding/InputMethod.h"
+#include "binding/tables/QRNEditTable.h"
+#include "controls/QRNEdit.h"
+#include "platform/CodePage.h"
+
+namespace qrn::test {
+namespace {
+
+class Edit : public ::testing::Test {
+ protected:
+  // Bound to a field and shown.
+  void Bind(const wchar_t* table, const wchar_t* field) {
+    edit_.Set(L"DbSource", Text(L"Db1"));
+    edit_.Set(L"DbTable", Text(table));
+    edit_.Set(L"DbField", Text(field));
+  }
+  void Show() { ASSERT_EQ(edit_.Show(), S_OK); }
+  void BindAndShow(const wchar_t* table, const wchar_t* field) {
+    Bind(table, field);
+    Show();
+  }
+
+  HWND window() { return edit_.window(); }
+  std::string Shown() { return TextOf(window()); }
+  void Field(const char* utf8) { edit_->ShowFieldText(Utf8ToCodePage(utf8).c_str()); }
+  std::string Typed(std::u16string_view characters) {
+    SetWindowTextW(window(), L"");
+    Type(window(), characters);
+    return Shown();
+  }
+  // Enters the control, sets its text and leaves it.
+  std::string Left(const wchar_t* text) {
+    SetFocus(window());
+    SetWindowTextW(window(), text);
+    SetFocus(TheForm());
+    return Shown();
+  }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  Hosted<CQRNEdit> edit_{L"edt1"};
+};
+
+TEST_F(Edit, StartsAsItsTableSays) {
+  struct Case {
+    const wchar_t* name;
+    const char* value;
+  };
+  const Case cases[] = {
+      {L"DbSource", "ok BSTR:"},
+      {L"DbTable", "ok BSTR:"},
+      {L"DbField", "ok BSTR:"},
+      {L"MaxLength", "ok I2:0"},
+      {L"PasswordChar", "ok BSTR:"},
+      {L"Format", "ok BSTR:"},
+      {L"MultiLine", "ok BOOL:0"},
+      {L"Alignment", "ok I4:0"},
+      {L"ReadOnly", "ok BOOL:0"},
+      {L"UpperCase", "ok BOOL:0"},
+      {L"IMEMode", "ok I4:0"},
+      {L"NumericMask", "ok BOOL:0"},
+      {L"FormatOption", "ok I4:0"},
+      {L"BorderStyle", "ok I4:1"},
+      {L"Appearance", "ok I2:1"},
+      {L"Enabled", "ok BOOL:-1"},
+      {L"TabStop", "ok BOOL:-1"},
+      {L"BackColor", "ok UI4:2147483653"},
+      {L"ForeColor", "ok UI4:2147483656"},
+      {L"Text", "ok BSTR:"},
+  };
+  for (const Case& row : cases) EXPECT_EQ(edit_.Value(row.name), row.value);
+}
+
+TEST_F(Edit, PropertiesBecomeStylesOfTheWindow) {
+  struct Case {
+    const wchar_t* name;
+    VARIANT value;
+    DWORD style;
+  };
+  const Case cases[] = {{L"MultiLine", Bool(true), ES_MULTILINE | ES_AUTOVSCROLL},
+                        {L"ReadOnly", Bool(true), ES_READONLY},
+                        {L"UpperCase", Bool(true), ES_UPPERCASE},
+                        {L"Alignment", Long(1), ES_RIGHT},
+                        {L"Alignment", Long(2), ES_CENTER},
+                        {L"Alignment", Long(3), 0}};
+  for (const Case& row : cases) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    EXPECT_EQ(edit.Set(row.name, row.value), S_OK);
+    ASSERT_EQ(edit.Show(), S_OK);
+    const DWORD variable =
+        ES_MULTILINE | ES_AUTOVSCROLL | ES_READONLY | ES_UPPERCASE | ES_RIGHT | ES_CENTER;
+    const auto style = static_cast<DWORD>(GetWindowLongW(edit.window(), GWL_STYLE));
+    EXPECT_EQ(style & variable, row.style) << row.style;
+    const DWORD fixed = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
+    EXPECT_EQ(style & fixed, fixed);
+  }
+}
+
+bool HasEdge(HWND window) { return (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0; }
+
+// The window draws a plain border itself: its text begins inside of it.
+LONG TextBegins(HWND window) {
+  RECT text{};
+  SendMessageW(window, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+  return text.top;
+}
+
+TEST_F(Edit, TheBorderIsPlainSunkenOrNone) {
+  LONG begins[2] = {};
+  for (const int16_t border : {0, 1}) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.Set(L"BorderStyle", Long(border));
+    edit.Set(L"Appearance", Short(0));
+    ASSERT_EQ(edit.Show(), S_OK);
+    EXPECT_FALSE(HasEdge(edit.window()));
+    begins[border] = TextBegins(edit.window());
+  }
+  EXPECT_GT(begins[1], begins[0]);
+  Show();
+  EXPECT_TRUE(HasEdge(window()));
+}
+
+TEST_F(Edit, AtRunTimeStylesWaitForTheNextWindow) {
+  Show();
+  const HWND before = window();
+  edit_.Set(L"Alignment", Long(1));
+  edit_.Set(L"Appearance", Short(0));
+  edit_.Set(L"BorderStyle", Long(0));
+  EXPECT_EQ(window(), before);
+  EXPECT_EQ(GetWindowLongW(window(), GWL_STYLE) & ES_RIGHT, 0);
+}
+
+TEST_F(Edit, InTheDesignerALookMakesTheWindowAnew) {
+  Hosted<CQRNEdit> edit(L"edt2", false);
+  ASSERT_EQ(edit.Show(), S_OK);
+  edit.Set(L"Text", Text(L"kept"));
+  edit.Set(L"BorderStyle", Long(0));
+  EXPECT_FALSE(HasEdge(edit.window()));
+  const LONG begins = TextBegins(edit.window());
+  edit.Set(L"Appearance", Short(0));
+  edit.Set(L"BorderStyle", Long(1));
+  EXPECT_FALSE(HasEdge(edit.window()));
+  EXPECT_GT(TextBegins(edit.window()), begins);
+  edit.Set(L"Appearance", Short(1));
+  EXPECT_TRUE(HasEdge(edit.window()));
+  EXPECT_EQ(TextOf(edit.window()), "kept");
+}
+
+TEST_F(Edit, TheMaskFollowsTheBoundField) {
+  const std::u16string_view keys = u"1a2/3:4あ+,-.";
+  const std::pair<const wchar_t*, const char*> cases[] = {
+      {L"Day", "12/34+,-."}, {L"Left", "123:4+,-."}, {L"Word", "1234+,-."}, {L"None", "1234+,-."}};
+  for (const auto& [field, shown] : cases) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.Set(L"DbSource", Text(L"Db1"));
+    edit.Set(L"DbTable", Text(L"Days"));
+    edit.Set(L"DbField", Text(field));
+    edit.Set(L"NumericMask", Bool(true));
+    ASSERT_EQ(edit.Show(), S_OK);
+    Type(edit.window(), keys);
+    EXPECT_EQ(TextOf(edit.window()), shown);
+  }
+}
+
+TEST_F(Edit, ABackspacePassesTheMask) {
+  edit_.Set(L"NumericMask", Bool(true));
+  BindAndShow(L"People", L"Pay");
+  EXPECT_EQ(Typed(u"12\b3"), "13");
+  EXPECT_EQ(Typed(u"表能ソ"), "");
+}
+
+TEST_F(Edit, TheLimitCountsBytesHoweverTheTextComes) {
+  edit_.Set(L"MaxLength", Short(5));
+  BindAndShow(L"People", L"Name");
+  EXPECT_EQ(Typed(u"あいう"), "あい");
+  EXPECT_EQ(Typed(u"あいaう"), "あいa");
+  EXPECT_EQ(Typed(u"abcdef"), "abcde");
+  SendMessageW(window(), EM_SETSEL, 1, 3);
+  Type(window(), u"あ");
+  EXPECT_EQ(Shown(), "aあde") << "what is selected makes room";
+  SetWindowTextW(window(), L"ab");
+  SendMessageW(window(), EM_SETSEL, 2, 2);
+  edit_.Set(L"SelText", Text(L"いろは"));
+  EXPECT_EQ(Shown(), "abい");
+}
+
+TEST_F(Edit, TheLimitHoldsForPastedTexts) {
+  edit_.Set(L"MaxLength", Short(5));
+  Show();
+  ASSERT_TRUE(OpenClipboard(TheForm()));
+  EmptyClipboard();
+  const wchar_t text[] = L"いろは";
+  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, sizeof text);
+  memcpy(GlobalLock(block), text, sizeof text);
+  GlobalUnlock(block);
+  SetClipboardData(CF_UNICODETEXT, block);
+  CloseClipboard();
+  SendMessageW(window(), WM_PASTE, 0, 0);
+  EXPECT_EQ(Shown(), "いろ");
+}
+
+TEST_F(Edit, MaxLengthIsPutIntoTheWindowAtOnce) {
+  Show();
+  edit_.Set(L"MaxLength", Short(7));
+  EXPECT_EQ(SendMessageW(window(), EM_GETLIMITTEXT, 0, 0), 7);
+  edit_.Set(L"MaxLength", Short(0));
+  EXPECT_EQ(SendMessageW(window(), EM_GETLIMITTEXT, 0, 0), 32000);
+}
+
+TEST_F(Edit, ThePasswordCharacterIsTheFirstOne) {
+  edit_.Set(L"PasswordChar", Text(L"*x"));
+  Show();
+  EXPECT_EQ(SendMessageW(window(), EM_GETPASSWORDCHAR, 0, 0), L'*');
+  edit_.Set(L"PasswordChar", Text(L"ｱ"));
+  EXPECT_EQ(SendMessageW(window(), EM_GETPASSWORDCHAR, 0, 0), L'ｱ');
+  edit_.Set(L"PasswordChar", Text(L""));
+  EXPECT_EQ(SendMessageW(window(), EM_GETPASSWORDCHAR, 0, 0), 0);
+}
+
+TEST_F(Edit, LeavingRepairsDatesAndTimes) {
+  struct Case {
+    const wchar_t* field;
+    const wchar_t* typed;
+    const char* left;
+  };
+  const Case cases[] = {
+      {L"Day", L"2024/2/3", "2024/02/03"},   {L"Day", L"20240229", "2024/02/29"},
+      {L"Day", L"2024/13/40", "2024/01/01"}, {L"Day", L"", ""},
+      {L"Left", L"1:2:3", "01:02:03"},       {L"Left", L"123456", "12:34:56"},
+      {L"Left", L"99:1", "00:00:00"},        {L"Word", L"1/2", "1/2"},
+  };
+  for (const Case& row : cases) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.Set(L"DbSource", Text(L"Db1"));
+    edit.Set(L"DbTable", Text(L"Days"));
+    edit.Set(L"DbField", Text(row.field));
+    ASSERT_EQ(edit.Show(), S_OK);
+    SetFocus(edit.window());
+    SetWindowTextW(edit.window(), row.typed);
+    SetFocus(TheForm());
+    EXPECT_EQ(TextOf(edit.window()), row.left);
+  }
+}
+
+TEST_F(Edit, AFormattedDateIsNotRepaired) {
+  edit_.Set(L"Format", Text(L"yyyy"));
+  BindAndShow(L"Days", L"Day");
+  EXPECT_EQ(Left(L"2024/2/3"), "2024/2/3");
+}
+
+TEST_F(Edit, AFieldThatComesLaterIsLearntOnFocus) {
+  office_.Table("Days")->Name[0] = 'X';
+  BindAndShow(L"Days", L"Day");
+  EXPECT_EQ(Left(L"2024/2/3"), "2024/2/3");
+  office_.Table("Xays")->Name[0] = 'D';
+  EXPECT_EQ(Left(L"2024/2/3"), "2024/02/03");
+  edit_.Set(L"DbField", Text(L"Word"));
+  EXPECT_EQ(Left(L"2024/2/3"), "2024/02/03") << "what is learnt stays";
+}
+
+TEST_F(Edit, TheHostsServiceDressesAFieldsText) {
+  edit_.format.offered = true;
+  edit_.Set(L"Format", Text(L"#,##0"));
+  edit_.Set(L"MaxLength", Short(8));
+  Show();
+  Field("漢字");
+  EXPECT_EQ(Shown(), "[漢字]");
+  EXPECT_EQ(edit_.format.asked, "#,##0:漢字 1041 512 0;");
+  edit_.Set(L"FormatOption", Long(FormatRightAlign));
+  Field("12");
+  EXPECT_EQ(Shown(), "    [12]");
+  EXPECT_EQ(edit_.Value(L"Text"), "ok BSTR:    [12]");
+  Field("");
+  EXPECT_EQ(Shown(), "");
+  edit_.format.fails = true;
+  edit_.Set(L"FormatOption", Long(FormatNone));
+  Field("34");
+  EXPECT_EQ(Shown(), "34") << "a failure leaves the text as it is";
+}
+
+TEST_F(Edit, WithoutAServiceTheRawTextShows) {
+  edit_.Set(L"Format", Text(L"#,##0"));
+  edit_.Set(L"MaxLength", Short(8));
+  Show();
+  Field("1234");
+  EXPECT_EQ(Shown(), "1234");
+  edit_.Set(L"FormatOption", Long(FormatEveryRight));
+  EXPECT_EQ(Typed(u"12"), "12") << "typing does not align";
+  Field("5");
+  EXPECT_EQ(Shown(), "       5");
+  edit_.Set(L"Format", Text(L""));
+  Field("123456789012");
+  EXPECT_EQ(Shown(), "56789012");
+}
+
+TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
+  edit_.format.offered = true;
+  edit_.Set(L"Format", Text(L"@"));
+  edit_.Set(L"FormatOption", Long(FormatEveryChar));
+  Show();
+  EXPECT_EQ(Typed(u"1"), "[1]");
+  EXPECT_EQ(edit_.Value(L"SelStart"), "ok I2:3");
+  Type(window(), u"2");
+  EXPECT_EQ(Shown(), "[[1]2]");
+  Type(window(), u"\b");
+  EXPECT_EQ(Shown(), "[[[1]2]");
+  EXPECT_EQ(edit_.Value(L"SelStart"), "ok I2:7");
+  edit_.Set(L"NumericMask", Bool(true));
+  Type(window(), u"x");
+  EXPECT_EQ(Shown(), "[[[1]2]") << "a refused key is not formatted";
+}
+
+TEST_F(Edit, ATextThatIsPutIsDressedAtRunTime) {
+  edit_.format.offered = true;
+  edit_.Set(L"Format", Text(L"@"));
+  edit_.Set(L"MaxLength", Short(6));
+  Show();
+  edit_.Set(L"Text", Text(L"12"));
+  EXPECT_EQ(Shown(), "[12]");
+  edit_.Set(L"FormatOption", Long(FormatRightAlign));
+  edit_.Set(L"Text", Text(L"7"));
+  EXPECT_EQ(Shown(), "   [7]");
+  Hosted<CQRNEdit> design(L"edt2", false);
+  design.format.offered = true;
+  design.Set(L"Format", Text(L"@"));
+  ASSERT_EQ(design.Show(), S_OK);
+  design.Set(L"Text", Text(L"12"));
+  EXPECT_EQ(TextOf(design.window()), "12");
+}
+
+TEST_F(Edit, ChangeTellsOfEveryChangeOfTheText) {
+  Show();
+  edit_.events.log.clear();
+  Type(window(), u"a");
+  EXPECT_EQ(edit_.events.log, "1() ");
+  Field("x");
+  EXPECT_EQ(edit_.events.log, "1() 1() ");
+  edit_->ClearFieldText();
+  EXPECT_EQ(edit_.events.log, "1() 1() 1() ");
+  EXPECT_EQ(Shown(), "");
+}
+
+TEST_F(Edit, TheSelectionIsMovedByItsEnds) {
+  Show();
+  edit_.Set(L"Text", Text(L"abcdefgh"));
+  SendMessageW(window(), EM_SETSEL, 2, 5);
+  EXPECT_EQ(edit_.Value(L"SelStart"), "ok I2:2");
+  EXPECT_EQ(edit_.Value(L"SelLength"), "ok I2:3");
+  EXPECT_EQ(edit_.Value(L"SelText"), "ok BSTR:abcdef") << "from the start, one byte past the end";
+  edit_.Set(L"SelStart", Short(4));
+  EXPECT_EQ(edit_.Value(L"SelLength"), "ok I2:1") << "the end stays";
+  edit_.Set(L"SelLength", Short(4));
+  EXPECT_EQ(edit_.Value(L"SelLength"), "ok I2:4");
+  edit_.Set(L"SelLength", Short(5));
+  EXPECT_EQ(edit_.Value(L"SelLength"), "ok I2:4") << "past the text";
+  EXPECT_EQ(edit_.Value(L"SelText"), "ok BSTR:abcdefgh");
+  edit_.Set(L"SelText", Text(L"XY"));
+  EXPECT_EQ(Shown(), "abcdXY");
+  EXPECT_NE(SendMessageW(window(), EM_CANUNDO, 0, 0), 0);
+  edit_.Set(L"SelStart", Short(0));
+  edit_.Set(L"SelLength", Short(8));
+  EXPECT_EQ(edit_.Value(L"SelLength"), "ok I2:6") << "held against the stored text";
+  EXPECT_FALSE(SUCCEEDED(edit_.Set(L"SelStart", Short(-1))));
+}
+
+TEST_F(Edit, TheSelectedTextNeverHalvesACharacter) {
+  Show();
+  edit_.Set(L"Text", Text(L"aいう"));
+  SendMessageW(window(), EM_SETSEL, 0, 1);
+  const CallResult got = Get(edit_.object(), L"SelText");
+  EXPECT_EQ(std::wstring(got.value->bstrVal), L"a");
+}
+
+TEST_F(Edit, TheDesignerHasNoSelection) {
+  Hosted<CQRNEdit> edit(L"edt2", false);
+  ASSERT_EQ(edit.Show(), S_OK);
+  for (const wchar_t* name : {L"SelStart", L"SelLength", L"SelText"}) {
+    EXPECT_EQ(edit.Value(name), "80020009:800A018A");
+    EXPECT_EQ(Put(edit.object(), name, {Short(1)}).scode, static_cast<HRESULT>(0x800A017F));
+  }
+}
+
+TEST_F(Edit, TheDesignerSeesTheFieldsNameAndLength) {
+  struct Case {
+    const wchar_t* table;
+    const wchar_t* field;
+    const char* length;
+  };
+  const Case cases[] = {{L"People", L"Name", "ok I2:20"},
+                        {L"People", L"Pay", "ok I2:0"},
+                        {L"People", L"name", "ok I2:0"},
+                        {L"", L"Name", "ok I2:0"}};
+  for (const Case& row : cases) {
+    Hosted<CQRNEdit> edit(L"edt2", false);
+    ASSERT_EQ(edit.Show(), S_OK);
+    edit.Set(L"DbSource", Text(L"Db1"));
+    edit.Set(L"DbTable", Text(row.table));
+    edit.Set(L"DbField", Text(row.field));
+    EXPECT_EQ(TextOf(edit.window()), Utf16ToCodePage(reinterpret_cast<const char16_t*>(row.field)));
+    EXPECT_EQ(edit.Value(L"MaxLength"), row.length);
+    edit.Set(L"DbField", Text(L"Town"));
+    EXPECT_NE(TextOf(edit.window()), "Town") << "a second name changes nothing";
+  }
+}
+
+TEST_F(Edit, AtRunTimeAFieldsNameIsOnlyStored) {
+  BindAndShow(L"People", L"Name");
+  EXPECT_EQ(Shown(), "");
+  EXPECT_EQ(edit_.Value(L"MaxLength"), "ok I2:0");
+}
+
+TEST_F(Edit, TheBindingReadsAndWritesItWhileItRuns) {
+  Bind(L"People", L"Name");
+  const DbTableInfo& people = *office_.Table("People");
+  std::string text;
+  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
+  Show();
+  TheRegistry().WriteControlField(TheForm(), people, people.Fields[1],
+                                  Utf8ToCodePage("東京").c_str());
+  EXPECT_EQ(Shown(), "東京");
+  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 1);
+  EXPECT_EQ(CodePageToUtf8(text), "東京");
+  TheRegistry().ClearControlField(TheForm(), people, people.Fields[1]);
+  EXPECT_EQ(Shown(), "");
+  edit_.Unhost();
+  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
+  Hosted<CQRNEdit> design(L"edt2", false);
+  design.Set(L"DbTable", Text(L"People"));
+  design.Set(L"DbField", Text(L"Name"));
+  ASSERT_EQ(design.Show(), S_OK);
+  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
+}
+
+// The input method, played: "enable1 " and "4:1 " for a function and its value.
+std::string imeLog;
+LRESULT imeMode = 0;
+
+BOOL WINAPI EnableIme(HWND, BOOL enable) {
+  imeLog += "enable" + std::to_string(enable) + " ";
+  return TRUE;
+}
+LRESULT WINAPI SendIme(HWND, LPARAM block) {
+  const auto handle = reinterpret_cast<HGLOBAL>(block);
+  const auto* request = static_cast<const ole::ImeStruct*>(GlobalLock(handle));
+  imeLog += std::to_string(request->fnc) + ":" + std::to_string(request->wParam) + " ";
+  const LRESULT answer = request->fnc == 17 ? imeMode : 0;
+  GlobalUnlock(handle);
+  return answer;
+}
+
+TEST_F(Edit, TheInputMethodIsSetWhileTheFocusIsInside) {
+  TheInputMethod() = ole::ImeApi({&EnableIme, nullptr, nullptr, &SendIme});
+  edit_.Set(L"IMEMode", Long(4));
+  Show();
+  imeMode = 1;  // English, half width
+  imeLog.clear();
+  SetFocus(window());
+  EXPECT_EQ(imeLog, "17:0 enable1 4:1 16:20 8:2 ");
+  imeLog.clear();
+  SetFocus(TheForm());
+  EXPECT_EQ(imeLog, "4:0 16:9 8:2 ");
+  imeLog.clear();
+  edit_.Set(L"IMEMode", Long(0));
+  SetFocus(window());
+  SetFocus(TheForm());
+  EXPECT_EQ(imeLog, "");
+  TheInputMethod() = ole::ImeApi(ole::FindImeEntries());
+}
+
+TEST_F(Edit, ARightAlignedTextIsEnteredAtItsEnd) {
+  edit_.Set(L"FormatOption", Long(FormatRightAlign));
+  edit_.Set(L"MaxLength", Short(6));
+  Show();
+  Field("12");
+  SendMessageW(window(), EM_SETSEL, 0, 0);
+  SetFocus(window());
+  EXPECT_EQ(edit_.Value(L"SelStart"), "ok I2:6");
+  SetFocus(TheForm());
+}
+
+}  // namespace
+}  // namespace qrn::test
