@@ -2,6 +2,7 @@
 // comes, the answer is a status, and a file that was good stays good.
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <set>
 
 #include "tests/btrieve/kit/Calls.h"
@@ -71,6 +72,23 @@ bool TakesText(int operation) {
   const int base = operation % 100;
   return base == 0 || base == 14 || base == 29 || base == 78;
 }
+
+// Names made of any bytes are taken from the current folder: a passing one, for as long as this
+// lives.
+class WorkingFolder {
+ public:
+  explicit WorkingFolder(const Folder& folder) : before_(std::filesystem::current_path()) {
+    std::filesystem::current_path(folder.Path(""));
+  }
+  WorkingFolder(const WorkingFolder&) = delete;
+  ~WorkingFolder() {
+    std::error_code ignored;
+    std::filesystem::current_path(before_, ignored);
+  }
+
+ private:
+  std::filesystem::path before_;
+};
 
 class Calls {
  public:
@@ -147,6 +165,7 @@ class Calls {
 
   Choices& choices_;
   Folder folder_;
+  WorkingFolder here_{folder_};
   ThisProcess process_;
 };
 
