@@ -18,12 +18,25 @@ inline constexpr int32_t kLongRecordSize = 64512;
 void FreeRecordBuffer(DbTableInfo& table) noexcept;
 
 // The whole buffer; empty without one.
-std::span<uint8_t> RecordBytes(DbTableInfo& table) noexcept;
-std::span<const uint8_t> RecordBytes(const DbTableInfo& table) noexcept;
+inline std::span<uint8_t> RecordBytes(DbTableInfo& table) noexcept {
+  return {table.RecordBuffer, table.RecordBuffer != nullptr ? table.BufferAllocated : 0};
+}
+inline std::span<const uint8_t> RecordBytes(const DbTableInfo& table) noexcept {
+  return {table.RecordBuffer, table.RecordBuffer != nullptr ? table.BufferAllocated : 0};
+}
 
-// The buffer from `offset` on; empty for an offset outside it.
-std::span<uint8_t> RecordBytesFrom(DbTableInfo& table, int32_t offset) noexcept;
-std::span<const uint8_t> RecordBytesFrom(const DbTableInfo& table, int32_t offset) noexcept;
+// Bytes from `offset` on; none for an offset outside them.
+template <class Byte>
+std::span<Byte> BytesFrom(std::span<Byte> bytes, int32_t offset) noexcept {
+  if (offset < 0 || static_cast<size_t>(offset) > bytes.size()) return {};
+  return bytes.subspan(static_cast<size_t>(offset));
+}
+inline std::span<uint8_t> RecordBytesFrom(DbTableInfo& table, int32_t offset) noexcept {
+  return BytesFrom(RecordBytes(table), offset);
+}
+inline std::span<const uint8_t> RecordBytesFrom(const DbTableInfo& table, int32_t offset) noexcept {
+  return BytesFrom(RecordBytes(table), offset);
+}
 
 // `length` as a data length for Btrieve, at most what the buffer holds.
 uint32_t BoundedLength(const DbTableInfo& table, int64_t length) noexcept;

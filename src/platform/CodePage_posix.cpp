@@ -115,8 +115,14 @@ bool IsLeadByte(uint8_t byte) noexcept {
 
 size_t WidenText(std::string_view bytes, std::span<char16_t> wide) noexcept {
   if (bytes.empty() || wide.size() < bytes.size()) return 0;
-  const Tables& tables = TheTables();
   size_t count = 0;
+  // Most texts are plain: those need no table.
+  for (; count < bytes.size() && static_cast<uint8_t>(bytes[count]) < 0x80; ++count) {
+    wide[count] = static_cast<uint8_t>(bytes[count]);
+  }
+  bytes.remove_prefix(count);
+  if (bytes.empty()) return count;
+  const Tables& tables = TheTables();
   while (!bytes.empty()) wide[count++] = NextUnit(tables, bytes);
   return count;
 }
