@@ -46,7 +46,7 @@ class Collector : public benchmark::BenchmarkReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Iteration) continue;
-      times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+      times_[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
     }
   }
   double Median(const std::string& name) {
