@@ -70,6 +70,12 @@ HRESULT ChangeToObject(const VARIANT& sent, const ValueType& type, LCID locale, 
   return suits ? S_OK : DISP_E_TYPEMISMATCH;
 }
 
+// The system makes an empty text of a null one where it copies; an answer stays null.
+void KeepNull(const VARIANT& answer, VARIANT& copy) {
+  const bool null = answer.vt == VT_BSTR && !answer.bstrVal && copy.vt == VT_BSTR;
+  if (null) SysFreeString(std::exchange(copy.bstrVal, nullptr));
+}
+
 }  // namespace
 
 HRESULT ConvertValue(const VARIANT& sent, const ValueType& type, LCID locale, Variant& value) {
@@ -94,13 +100,16 @@ HRESULT OpenOutArgument(const VARIANT& sent, const ValueType& type, LCID locale,
 HRESULT StoreAnswer(const VARIANT& sent, const Variant& answer, LCID locale) {
   auto& place = const_cast<VARIANT&>(Innermost(sent));
   if (&place != &sent && !(place.vt & VT_BYREF)) {
-    return VariantCopy(&place, const_cast<VARIANT*>(answer.get()));
+    const HRESULT copied = VariantCopy(&place, const_cast<VARIANT*>(answer.get()));
+    if (SUCCEEDED(copied)) KeepNull(*answer.get(), place);
+    return copied;
   }
   if (!(place.vt & VT_BYREF)) return S_OK;
   const auto type = static_cast<VARTYPE>(place.vt & ~VT_BYREF);
   Variant changed;
   const HRESULT result = Change(*answer.get(), type, locale, changed);
   if (FAILED(result)) return result;
+  KeepNull(*answer.get(), *changed.get());
   if (type == VT_BSTR) SysFreeString(*place.pbstrVal);
   std::memcpy(place.byref, &changed->byref, SizeBehind(type));
   changed.release();

@@ -44,6 +44,7 @@ class TestSite final : public IOleClientSite,
   DWORD acceleratorModifiers = 99;
   HRESULT mayActivate = S_OK;
   std::function<void()> onUiActivate;
+  Com<IDispatch> extended;  // what stands for the control in the container's code
   ULONG references = 0;
   void RunTime(const wchar_t* name = L"Sample1");
 
@@ -85,7 +86,9 @@ class TestSite final : public IOleClientSite,
 
   STDMETHODIMP OnControlInfoChanged() override { return S_OK; }
   STDMETHODIMP LockInPlaceActive(BOOL) override { return S_OK; }
-  STDMETHODIMP GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetExtendedControl(IDispatch** control) override {
+    return extended ? extended.copyTo(control) : E_NOTIMPL;
+  }
   STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
   STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
   STDMETHODIMP OnFocus(BOOL has) override { return Note(has ? "focus" : "blur"); }
