@@ -67,8 +67,7 @@ TEST(Module, ExportsAreUndecoratedAndNoMoreThanMeant) {
     EXPECT_EQ(name.find_first_of("@?_"), name.npos) << name;
   }
   EXPECT_EQ(others, "");
-  EXPECT_LE(functions, 40u);
-  EXPECT_GE(functions, 35u);
+  EXPECT_EQ(functions, 40u);
 }
 
 TEST(Module, NeedsNothingThatWindowsDoesNotHave) {
