@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -15,6 +16,7 @@ class EntryList {
   void Append(Entry entry) {
     entries_.emplace_hint(entries_.end(), last_ + 1, std::move(entry));
     ++last_;
+    ++changes_;
   }
 
   // The first entry that fits, null for none. Good until the list changes.
@@ -37,6 +39,7 @@ class EntryList {
   // False when there is none.
   template <class Control>
   bool Remove(const Control* control) {
+    ++changes_;
     return std::erase_if(entries_, [control](const auto& each) {
              return each.second.Control == control;
            }) > 0;
@@ -50,8 +53,9 @@ class EntryList {
     const uint64_t end = last_;
     for (auto each = entries_.begin(); each != entries_.end() && each->first <= end;) {
       const uint64_t number = each->first;
+      const uint64_t changes = changes_;
       visit(each->second);
-      each = entries_.upper_bound(number);
+      each = changes == changes_ ? std::next(each) : entries_.upper_bound(number);
     }
   }
 
@@ -60,6 +64,7 @@ class EntryList {
  private:
   std::map<uint64_t, Entry> entries_;  // by the number of the registration
   uint64_t last_ = 0;
+  uint64_t changes_ = 0;
 };
 
 }  // namespace qrn

@@ -1,4 +1,6 @@
 // From the names that a bound control holds to the table.
+#include <functional>
+
 #include "binding/registry/ControlRegistry.h"
 #include "core/ReturnCodes.h"
 #include "core/Table.h"
@@ -15,10 +17,9 @@ DbTableInfo* TableOf(const DbDictionary& dictionary, std::string_view name) noex
 
 bool Holds(const DbDictionary* dictionary, const DbTableInfo& table) noexcept {
   if (dictionary == nullptr) return false;
-  for (int32_t i = 0; i < dictionary->TableCount; ++i) {
-    if (&dictionary->Tables[i] == &table) return true;
-  }
-  return false;
+  const std::less<const DbTableInfo*> before;
+  const DbTableInfo* tables = dictionary->Tables;
+  return !before(&table, tables) && before(&table, tables + dictionary->TableCount);
 }
 
 bool Answers(const DataControlEntry& entry, WindowHandle container, std::string_view source) {
