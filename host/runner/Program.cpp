@@ -103,6 +103,7 @@ void Program::Run() {
 }
 
 void Program::End() {
+  if (ended_) return;
   ended_ = true;
   PostQuitMessage(0);
 }

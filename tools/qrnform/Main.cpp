@@ -38,11 +38,18 @@ std::vector<std::string> Arguments() {
   return arguments;
 }
 
+// Scripts are UTF-8, with or without a byte order mark.
+std::string ReadScript(const std::string& path) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  std::string bytes = form::ReadWholeFile(path);
+  return bytes.starts_with(kByteOrderMark) ? bytes : std::string(kByteOrderMark) + bytes;
+}
+
 std::vector<form::UserStep> StepsOf(const Options& options) {
   std::vector<form::UserStep> steps;
   if (!options.script.empty()) {
     form::Mistakes mistakes;
-    steps = form::ReadUserScript(form::SourceLines(form::ReadWholeFile(options.script)), mistakes);
+    steps = form::ReadUserScript(form::SourceLines(ReadScript(options.script)), mistakes);
     if (mistakes.Any()) throw form::FileRefused(options.script, mistakes);
   }
   if (!options.shot.empty()) {

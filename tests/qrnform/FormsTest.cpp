@@ -1,0 +1,151 @@
+// Forms with furniture alone: handlers, keys, several forms.
+#include <gtest/gtest.h>
+
+#include "tests/qrnform/FormRun.h"
+
+namespace qrn::tests {
+namespace {
+
+struct FormCase {
+  const char* name;
+  const char* controls;
+  const char* code;
+  const char* script;
+  const char* printed;
+};
+
+constexpr char kTwoTexts[] =
+    "Begin VB.TextBox txtOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n TabIndex = "
+    "1\nEnd\n"
+    "Begin VB.TextBox txtTwo\n Left = 100\n Top = 600\n Width = 2000\n Height = 400\n TabIndex = "
+    "3\nEnd\n"
+    "Begin VB.Label lblTwo\n Caption = \"次(&T)\"\n Left = 2200\n Top = 600\n Width = 900\n"
+    " Height = 300\n TabIndex = 2\nEnd\n";
+constexpr char kButtons[] =
+    "Begin VB.CommandButton cmdOk\n Caption = \"確定(&K)\"\n Default = -1\n Left = 100\n Top = "
+    "1200\n"
+    " Width = 1200\n Height = 400\n TabIndex = 4\nEnd\n"
+    "Begin VB.CommandButton cmdNo\n Caption = \"中止\"\n Cancel = -1\n Left = 1400\n Top = 1200\n"
+    " Width = 1200\n Height = 400\n TabIndex = 5\nEnd\n"
+    "Begin VB.TextBox txtOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n TabIndex = "
+    "1\nEnd\n";
+constexpr char kArray[] =
+    "Begin VB.CommandButton cmdNum\n Caption = \"一\"\n Index = 1\n Left = 100\n Top = 100\n"
+    " Width = 900\n Height = 400\nEnd\n"
+    "Begin VB.CommandButton cmdNum\n Caption = \"五\"\n Index = 5\n Left = 1100\n Top = 100\n"
+    " Width = 900\n Height = 400\nEnd\n";
+constexpr char kFrame[] =
+    "Begin VB.Frame fraBox\n Caption = \"枠\"\n Left = 100\n Top = 100\n Width = 4000\n Height = "
+    "2000\n"
+    "Begin VB.TextBox txtIn\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
+    "Begin VB.Label lblIn\n Caption = \"押す\"\n Left = 300\n Top = 1000\n Width = 900\n Height = "
+    "300\nEnd\n"
+    "End\n";
+
+const FormCase kCases[] = {
+    {"a handler changes and drops what is typed", kTwoTexts,
+     "Private Sub txtOne_KeyPress(KeyAscii As Integer)\n"
+     "  If KeyAscii = Asc(\"x\") Then KeyAscii = 0\n"
+     "  If KeyAscii = Asc(\"y\") Then KeyAscii = Asc(\"Y\")\n"
+     "End Sub\n",
+     "type \"axbyc\"\nprint txtOne.Text\n", "abYc\n"},
+    {"kanji are typed as they are", kTwoTexts, "", "type \"漢字ｱ表\"\nprint txtOne.Text\n",
+     "漢字ｱ表\n"},
+    {"tab goes round, shift turns it, a label's key hands on", kTwoTexts,
+     "Private Sub txtTwo_GotFocus()\n  Print \"two\"\nEnd Sub\n"
+     "Private Sub txtOne_LostFocus()\n  Print \"left one\"\nEnd Sub\n",
+     "key Tab\nkey Tab\nprint ActiveControl.Name\nkey Shift+Tab\nprint ActiveControl.Name\n"
+     "key Tab\nkey Alt+T\nprint ActiveControl.Name\n",
+     "left one\ntwo\ntxtOne\nleft one\ntwo\ntxtTwo\nleft one\ntwo\ntxtTwo\n"},
+    {"enter and escape press their buttons, so does a caption's key", kButtons,
+     "Private Sub cmdOk_Click()\n  Print \"ok \" & txtOne.Text\nEnd Sub\n"
+     "Private Sub cmdNo_Click()\n  Print \"no\"\nEnd Sub\n",
+     "type \"a\"\nkey Enter\nfocus txtOne\nkey Escape\nkey Alt+K\nclick cmdNo\n",
+     "ok a\nno\nok a\nno\n"},
+    {"elements of an array tell their index", kArray,
+     "Private Sub cmdNum_Click(Index As Integer)\n"
+     "  Print Index; cmdNum(Index).Caption; cmdNum.Count\nEnd Sub\n",
+     "click cmdNum(5)\nclick cmdNum(1)\n", " 5 五 2 \n 1 一 2 \n"},
+    {"what lies in a frame has the form as its parent", kFrame,
+     "Private Sub lblIn_Click()\n  Print txtIn.Parent.Name, txtIn.Container.Name\nEnd Sub\n",
+     "click lblIn\n", "frmTest       fraBox\n"},
+    {"places are twips", kFrame,
+     "Private Sub Form_Load()\n  txtIn.Left = 600: txtIn.Move 600, 450, 1500\n"
+     "  Print txtIn.Left; txtIn.Top; txtIn.Width; txtIn.Height\nEnd Sub\n",
+     "", " 600  450  1500  400 \n"},
+    {"variables keep their types, functions their names", kTwoTexts,
+     "Private total As Integer\n"
+     "Private Sub txtOne_Change()\n  total = total + 7 / 2\n"
+     "  Print total; Left(txtOne.Text, 1); Format(1234.5, \"#,##0.00\")\nEnd Sub\n",
+     "type \"ab\"\n", " 4 a1,234.50\n 8 a1,234.50\n"},
+    {"a box waits for its answer", kArray,
+     "Private Sub cmdNum_Click(Index As Integer)\n"
+     "  If MsgBox(\"よいですか\", vbYesNo) = vbYes Then Print \"yes\" Else Print \"no\"\nEnd Sub\n",
+     "click cmdNum(1)\nmessage \"よいですか\" Yes\nclick cmdNum(1)\nmessage \"よいですか\" No\n",
+     "yes\nno\n"},
+    {"a form can refuse to close", kTwoTexts,
+     "Private tries As Integer\n"
+     "Private Sub Form_Unload(Cancel As Integer)\n  tries = tries + 1\n  Print \"unload\"; tries\n"
+     "  Cancel = (tries < 2)\nEnd Sub\n",
+     "close\nwait 100\nprint txtOne.Visible\nclose\nwait 100\n", "unload 1 \nTrue\nunload 2 \n"},
+    {"a form goes inside an event of what lies on it", kButtons,
+     "Private Sub cmdOk_Click()\n  Unload Me\n  Print \"gone\"\nEnd Sub\n",
+     "click cmdOk\nwait 200\n", "gone\n"},
+    {"a form's keys come first where it asks for them", kTwoTexts,
+     "Private Sub Form_Load()\n  KeyPreview = True\nEnd Sub\n"
+     "Private Sub Form_KeyPress(KeyAscii As Integer)\n"
+     "  If KeyAscii = Asc(\"q\") Then KeyAscii = 0\nEnd Sub\n",
+     "type \"aqb\"\nprint txtOne.Text\n", "ab\n"},
+};
+
+class Forms : public testing::TestWithParam<FormCase> {};
+
+TEST_P(Forms, DoWhatTheirCodeSays) {
+  const FormCase& given = GetParam();
+  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
+  EXPECT_EQ(result.failure, "") << given.name;
+  EXPECT_EQ(result.printed, given.printed) << given.name;
+  EXPECT_EQ(result.faults, 0) << given.name;
+  EXPECT_EQ(result.left, 0) << given.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kCases));
+
+TEST(SeveralForms, ShowEachOtherAndShareWhatIsPublic) {
+  const std::string first =
+      FormText(kButtons,
+               "Private Sub cmdOk_Click()\n  frmOther.Ask \"何\"\n  frmOther.Show vbModal\n"
+               "  Print frmOther.Answer\nEnd Sub\n");
+  const std::string second = FormText(
+      "Begin VB.CommandButton cmdDone\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n",
+      "Public Answer As String\nPublic Sub Ask(Text As String)\n  Caption = Text\nEnd Sub\n"
+      "Private Sub cmdDone_Click()\n  Answer = Caption & \"!\"\n  Unload Me\nEnd Sub\n",
+      "frmOther");
+  const RunResult result =
+      RunForms({{first, second}, "click cmdOk\nclick frmOther.cmdDone\nwait 100\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.printed, "何!\n");
+  EXPECT_EQ(result.left, 0);
+}
+
+TEST(Faults, AreCountedAndTheFormGoesOn) {
+  const RunResult result =
+      RunForms({{FormText(kButtons,
+                          "Private Sub cmdOk_Click()\n  Dim a As Integer\n  Print 1 / a\nEnd Sub\n"
+                          "Private Sub cmdNo_Click()\n  Print \"still here\"\nEnd Sub\n")},
+                "click cmdOk\nclick cmdNo\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.faults, 1);
+  EXPECT_EQ(result.printed, "still here\n");
+}
+
+TEST(Scripts, StopAtTheFirstStepThatFails) {
+  const RunResult result =
+      RunForms({{FormText(kTwoTexts, "")},
+                "type \"a\"\nexpect txtOne.Text = \"b\"\nprint \"not reached\"\n"});
+  EXPECT_EQ(result.failure, "script:2: expected txtOne.Text = \"b\", it is \"a\"");
+  EXPECT_EQ(result.printed, "");
+}
+
+}  // namespace
+}  // namespace qrn::tests
