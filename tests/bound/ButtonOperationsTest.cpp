@@ -53,23 +53,23 @@ TEST_F(Button, FindsByWhatTheScreenHolds) {
   InsertFour();
   struct Case {
     int32_t index;
-    std::map<std::string, std::string> screen;
     int32_t operation;
+    std::map<std::string, std::string> screen;
     const char* answer;
   };
   const Case cases[] = {
-      {0, {{"Code", "1002"}}, kOpGetEqual, "1002"},
-      {0, {{"Code", "1005"}}, kOpGetEqual, "1005#4"},
-      {0, {{"Code", "1002"}}, kOpGetGreater, "1003"},
-      {0, {{"Code", "1002"}}, kOpGetGreaterOrEqual, "1002"},
-      {0, {{"Code", "1002"}}, kOpGetLess, "1001"},
-      {0, {{"Code", "1000"}}, kOpGetLessOrEqual, "1000#9"},
-      {0, {{"Code", "junk"}}, kOpGetGreater, "1001"},
-      {0, {{"Code", ""}}, kOpGetFirst, "1001"},
-      {0, {{"Code", ""}}, kOpGetLast, "1004"},
-      {kByPlace, {{"Code", "1002"}, {"Town", "東京"}}, kOpGetEqual, "1002"},
-      {kByPlace, {{"Code", ""}, {"Town", "東京"}}, kOpGetGreater, "1001"},
-      {kByName, {{"Code", ""}, {"Name", "安部"}}, kOpGetEqual, "1003"},
+      {0, kOpGetEqual, {{"Code", "1002"}}, "1002"},
+      {0, kOpGetEqual, {{"Code", "1005"}}, "1005#4"},
+      {0, kOpGetGreater, {{"Code", "1002"}}, "1003"},
+      {0, kOpGetGreaterOrEqual, {{"Code", "1002"}}, "1002"},
+      {0, kOpGetLess, {{"Code", "1002"}}, "1001"},
+      {0, kOpGetLessOrEqual, {{"Code", "1000"}}, "1000#9"},
+      {0, kOpGetGreater, {{"Code", "junk"}}, "1001"},
+      {0, kOpGetFirst, {{"Code", ""}}, "1001"},
+      {0, kOpGetLast, {{"Code", ""}}, "1004"},
+      {kByPlace, kOpGetEqual, {{"Code", "1002"}, {"Town", "東京"}}, "1002"},
+      {kByPlace, kOpGetGreater, {{"Code", ""}, {"Town", "東京"}}, "1001"},
+      {kByName, kOpGetEqual, {{"Code", ""}, {"Name", "安部"}}, "1003"},
   };
   for (const Case& row : cases) {
     form_.texts = row.screen;

@@ -67,27 +67,27 @@ TextDress Dress(int32_t option, size_t width, bool formats) {
 
 TEST(TextDress, OfFieldAndPropertyByOption) {
   struct Case {
-    int32_t option;
     size_t width;
+    int32_t option;
     bool formats;
     const char* text;
     const char* shown;
   };
   const Case cases[] = {
-      {FormatNone, 8, false, "12", "12"},
-      {FormatNone, 8, true, "12", "[12]"},
-      {FormatNone, 8, true, "1x", "1x"},
-      {FormatNone, 8, true, "empty", ""},
-      {FormatEveryChar, 8, true, "12", "[12]"},
-      {FormatRightAlign, 8, false, "12", "      12"},
-      {FormatRightAlign, 8, true, "12", "    [12]"},
-      {FormatRightAlign, 8, true, "1x", "      1x"},
-      {FormatRightAlign, 0, true, "12", "[12]"},
-      {FormatRightAlign, 3, true, "12", "12]"},
-      {FormatEveryRight, 8, false, "123456789012", "56789012"},
-      {FormatEveryRight, 2, false, "12", "12"},
-      {4, 8, true, "12", "[12]"},
-      {-1, 8, false, "12", "12"},
+      {8, FormatNone, false, "12", "12"},
+      {8, FormatNone, true, "12", "[12]"},
+      {8, FormatNone, true, "1x", "1x"},
+      {8, FormatNone, true, "empty", ""},
+      {8, FormatEveryChar, true, "12", "[12]"},
+      {8, FormatRightAlign, false, "12", "      12"},
+      {8, FormatRightAlign, true, "12", "    [12]"},
+      {8, FormatRightAlign, true, "1x", "      1x"},
+      {0, FormatRightAlign, true, "12", "[12]"},
+      {3, FormatRightAlign, true, "12", "12]"},
+      {8, FormatEveryRight, false, "123456789012", "56789012"},
+      {2, FormatEveryRight, false, "12", "12"},
+      {8, 4, true, "12", "[12]"},
+      {8, -1, false, "12", "12"},
   };
   for (const Case& row : cases) {
     const TextDress dress = Dress(row.option, row.width, row.formats);
@@ -120,25 +120,25 @@ TEST(TextDress, ADressedTextIsCutAtACharacter) {
 
 TEST(TextDress, OfTypingAppendsOrTakesAByte) {
   struct Case {
-    int32_t option;
     size_t width;
+    int32_t option;
     bool formats;
-    const char* before;
     char16_t typed;
+    const char* before;
     const char* after;  // null: the character goes on
   };
   const Case cases[] = {
-      {FormatEveryChar, 0, true, "12", u'3', "[123]"},
-      {FormatEveryRight, 8, true, "12", u'3', "   [123]"},
-      {FormatEveryChar, 8, true, "12", u'3', "   [123]"},
-      {FormatEveryChar, 0, true, "12", u'\b', "[1]"},
-      {FormatEveryChar, 0, true, "", u'\b', "[]"},
-      {FormatEveryChar, 0, true, "1", u'あ', "[1あ]"},
-      {FormatEveryChar, 0, true, "1", u'x', nullptr},
-      {FormatEveryChar, 0, true, "empt", u'y', nullptr},
-      {FormatEveryChar, 8, false, "12", u'3', nullptr},
-      {FormatNone, 8, true, "12", u'3', nullptr},
-      {FormatRightAlign, 8, true, "12", u'3', nullptr},
+      {0, FormatEveryChar, true, u'3', "12", "[123]"},
+      {8, FormatEveryRight, true, u'3', "12", "   [123]"},
+      {8, FormatEveryChar, true, u'3', "12", "   [123]"},
+      {0, FormatEveryChar, true, u'\b', "12", "[1]"},
+      {0, FormatEveryChar, true, u'\b', "", "[]"},
+      {0, FormatEveryChar, true, u'あ', "1", "[1あ]"},
+      {0, FormatEveryChar, true, u'x', "1", nullptr},
+      {0, FormatEveryChar, true, u'y', "empt", nullptr},
+      {8, FormatEveryChar, false, u'3', "12", nullptr},
+      {8, FormatNone, true, u'3', "12", nullptr},
+      {8, FormatRightAlign, true, u'3', "12", nullptr},
   };
   for (const Case& row : cases) {
     const auto after =
