@@ -285,6 +285,18 @@ TEST_F(DictionaryDeferred, ATableLoadsItsOwnRows) {
   EXPECT_EQ(table.RecordLength, 7) << "the sum of the sizes, whatever the offsets";
 }
 
+TEST_F(DictionaryDeferred, ACopyOfATableNotLoadedIsStillToBeLoaded) {
+  lexbase_.Field({2, 6, "b", kString, 0, 5});
+  ASSERT_EQ(Load(), 0);
+  DbDictionary* copy = nullptr;
+  ASSERT_EQ(DbDictCopy(*dictionary_, &copy), 0);
+  EXPECT_EQ(copy->Tables[1].Fields, nullptr);
+  EXPECT_EQ(DbDictLoadTable(settings_, copy->Tables[1]), 0);
+  EXPECT_EQ(copy->Tables[1].RecordLength, 5);
+  EXPECT_EQ(Table(1).Fields, nullptr) << "the source is left alone";
+  DbDictFree(copy);
+}
+
 TEST_F(DictionaryDeferred, ATableWithoutRowsHasNoLength) {
   ASSERT_EQ(Load(), 0);
   EXPECT_EQ(LoadB(), 0);
