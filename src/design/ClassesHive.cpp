@@ -1,7 +1,5 @@
 #include "design/ClassesHive.h"
 
-#include <utility>
-
 namespace qrn::design {
 namespace {
 
@@ -34,16 +32,10 @@ ole::Key OpenUser() {
 }  // namespace
 
 ClassesHive::ClassesHive(Hive hive) noexcept
-    : hive_(hive), classes_(hive == Hive::Machine ? OpenMachine() : OpenUser()) {
-  if (hive == Hive::User && classes_) {
-    taken_ = RegOverridePredefKey(HKEY_CLASSES_ROOT, classes_.get()) == ERROR_SUCCESS;
-  }
-}
+    : hive_(hive), classes_(hive == Hive::Machine ? OpenMachine() : OpenUser()) {}
 
-// A key in common that is left with nothing in it goes too: a user has none to begin with. Deleting
-// one that holds keys is refused by the system, one with a value is kept.
+// The system refuses to delete a key that holds others; one with a value is kept.
 ClassesHive::~ClassesHive() {
-  if (taken_) RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
   if (hive_ != Hive::User || !classes_) return;
   for (const wchar_t* name : kCommonKeys) {
     DWORD values = 0;

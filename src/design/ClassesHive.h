@@ -7,8 +7,8 @@ namespace qrn::design {
 
 enum class Hive { Machine, User };
 
-// One of the two places, open for writing. While it lives, HKEY_CLASSES_ROOT of this process means
-// the user's place if it is that one, for the system's own registering functions.
+// One of the two places, open for writing. The common keys that are left empty in the user's place
+// go when this goes: a new user has none.
 class ClassesHive {
  public:
   // Opens the place; without leave to write there, `open` is false.
@@ -24,7 +24,6 @@ class ClassesHive {
  private:
   Hive hive_;
   ole::Key classes_;
-  bool taken_ = false;  // HKEY_CLASSES_ROOT is turned here
 };
 
 }  // namespace qrn::design

@@ -9,13 +9,10 @@
 #include "binding/tables/AllTables.h"
 #include "design/ClassesHive.h"
 #include "design/ObjectTable.h"
+#include "design/TypeLibraryKeys.h"
 #include "ole/Com.h"
 #include "ole/Module.h"
 #include "ole/Registrar.h"
-
-// Of the system's oleaut32; mingw's headers do not have them.
-STDAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
-STDAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND system);
 
 namespace qrn::design {
 namespace {
@@ -77,34 +74,37 @@ bool RemoveScripts(HKEY classes) {
   return registrar.Remove(Script(kApplicationScript)) == ERROR_SUCCESS && done;
 }
 
-HRESULT AddTypeLibrary(Hive hive) {
+std::vector<RegistryKey> LibraryKeys() {
+  const std::wstring path = ModulePath();
+  return TypeLibraryKeys(kLibrary, std::u16string(path.begin(), path.end()));
+}
+
+HRESULT AddForMachine() {
   std::wstring path = ModulePath();
   Com<ITypeLib> library;
   const HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put());
-  if (FAILED(loaded)) return loaded;
-  const HRESULT result = RegisterTypeLib(library.get(), path.data(), nullptr);
-  if (SUCCEEDED(result) || hive == Hive::Machine) return result;
-  return RegisterTypeLibForUser(library.get(), path.data(), nullptr);
+  return FAILED(loaded) ? loaded : RegisterTypeLib(library.get(), path.data(), nullptr);
 }
 
-std::wstring TypeLibraryKey() {
-  const std::string id = ole::GuidText(kLibrary.id);
-  return L"TypeLib\\" + std::wstring(id.begin(), id.end());
+bool AddTypeLibrary(const ClassesHive& hive) {
+  if (hive.hive() == Hive::Machine) return SUCCEEDED(AddForMachine());
+  return ole::Registrar(hive.get()).Add(LibraryKeys()) == ERROR_SUCCESS;
 }
 
 bool HasTypeLibrary(HKEY classes) {
+  const std::string id = GuidText(kLibrary.id);
+  const std::wstring name = L"TypeLib\\" + std::wstring(id.begin(), id.end());
   ole::Key key;
-  return RegOpenKeyExW(classes, TypeLibraryKey().c_str(), 0, KEY_READ, key.put()) == ERROR_SUCCESS;
+  return RegOpenKeyExW(classes, name.c_str(), 0, KEY_READ, key.put()) == ERROR_SUCCESS;
 }
 
 bool RemoveTypeLibrary(const ClassesHive& hive) {
-  const auto unregister = [](auto function) {
-    return SUCCEEDED(function(ole::AsGuid(kLibrary.id), kLibrary.major, kLibrary.minor,
-                              LOCALE_NEUTRAL, SYS_WIN64));
-  };
-  if (!HasTypeLibrary(hive.get())) return true;
-  if (unregister(&UnRegisterTypeLib)) return true;
-  return hive.hive() == Hive::User && unregister(&UnRegisterTypeLibForUser);
+  if (hive.hive() == Hive::User) {
+    return ole::Registrar(hive.get()).Remove(LibraryKeys()) == ERROR_SUCCESS;
+  }
+  return !HasTypeLibrary(hive.get()) ||
+         SUCCEEDED(UnRegisterTypeLib(ole::AsGuid(kLibrary.id), kLibrary.major, kLibrary.minor,
+                                     LOCALE_NEUTRAL, SYS_WIN64));
 }
 
 // An error only where the place is open: what the user may not write there was not put there.
@@ -118,7 +118,7 @@ bool RemoveFrom(Hive which) {
 HRESULT AddTo(const ClassesHive& hive) {
   if (!hive.open()) return SELFREG_E_CLASS;
   HRESULT result = AddScripts(hive.get()) ? S_OK : SELFREG_E_CLASS;
-  if (SUCCEEDED(result) && FAILED(AddTypeLibrary(hive.hive()))) result = SELFREG_E_TYPELIB;
+  if (SUCCEEDED(result) && !AddTypeLibrary(hive)) result = SELFREG_E_TYPELIB;
   return result;
 }
 

@@ -98,7 +98,8 @@ void InPlace::Deactivate() noexcept {
       return S_OK;
     }
     LeaveUi();
-    control().window().Destroy();  // still active: the container hears of the focus that goes
+    control().window().GiveFocusAway();  // still active: the container hears of it
+    control().window().Destroy();
     active_ = false;
     if (const Com<IOleInPlaceSite> site = std::exchange(site_, {})) site->OnInPlaceDeactivate();
     return S_OK;

@@ -34,6 +34,11 @@ void ControlWindow::Destroy() noexcept {
   if (window_) DestroyWindow(window_);
 }
 
+void ControlWindow::GiveFocusAway() noexcept {
+  const HWND focus = GetFocus();
+  if (window_ && (focus == window_ || IsChild(window_, focus))) SetFocus(GetParent(window_));
+}
+
 void ControlWindow::Move(const RECT& place, const RECT& clip) noexcept {
   if (!window_) return;
   RECT shown{};

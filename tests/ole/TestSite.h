@@ -34,9 +34,10 @@ class TestSite final : public IOleClientSite,
   // Deactivates, closes and takes the site away.
   void Unhost();
 
-  HWND window() const { return TheForm(); }
+  HWND window() const { return form ? form : TheForm(); }
   IOleObject* object() const { return object_.get(); }
 
+  HWND form = nullptr;  // set before hosting: another window than the usual one
   std::string log;
   std::map<DISPID, Variant> ambients;
   RECT place{10, 10, 110, 60};

@@ -1,7 +1,10 @@
 #include "typelib/TypeMaker.h"
 
 #include <oaidl.h>
+#include <ocidl.h>
 #include <oleauto.h>
+
+#include <algorithm>
 
 #include "ole/Guard.h"
 
@@ -28,20 +31,19 @@ TYPEDESC PointerTo(TYPEDESC& pointee) {
   return type;
 }
 
-const wchar_t* StandardName(Alias alias) {
-  switch (alias) {
-    case Alias::Color:
-      return L"OLE_COLOR";
-    case Alias::Handle:
-      return L"OLE_HANDLE";
-    case Alias::Font:
-      return L"IFontDisp";
-    case Alias::Picture:
-      return L"IPictureDisp";
-    default:
-      return nullptr;
-  }
-}
+// The standard type behind an alias. Fonts and pictures go by the ids of their interfaces: their
+// other names in the standard library have no id, and a reference to one is lost in writing.
+struct StandardType {
+  Alias alias;
+  const wchar_t* name;
+  const IID* id;
+};
+const StandardType kStandardTypes[] = {
+    {Alias::Color, L"OLE_COLOR", nullptr},
+    {Alias::Handle, L"OLE_HANDLE", nullptr},
+    {Alias::Font, nullptr, &__uuidof(IFontDisp)},
+    {Alias::Picture, nullptr, &__uuidof(IPictureDisp)},
+};
 
 }  // namespace
 
@@ -51,19 +53,24 @@ void TypeMaker::Add(const EnumTable& table, const Com<ICreateTypeInfo2>& made) {
   enumerations_[&table] = Query<ITypeInfo>(made);
 }
 
-Com<ITypeInfo> TypeMaker::Standard(const wchar_t* name) {
-  std::wstring text(name);
+Com<ITypeInfo> TypeMaker::Standard(Alias alias) {
+  const auto& wanted = *std::ranges::find(kStandardTypes, alias, &StandardType::alias);
   Com<ITypeInfo> type;
+  if (wanted.id) {
+    Check(standard_->GetTypeInfoOfGuid(*wanted.id, type.put()));
+    return type;
+  }
+  std::wstring name(wanted.name);
   MEMBERID member = MEMBERID_NIL;
   USHORT found = 1;
-  Check(standard_->FindName(text.data(), 0, type.put(), &member, &found));
+  Check(standard_->FindName(name.data(), 0, type.put(), &member, &found));
   if (found == 0) throw Failure{TYPE_E_ELEMENTNOTFOUND};
   return type;
 }
 
 TYPEDESC TypeMaker::Named(ICreateTypeInfo2& user, const ValueType& type, TYPEDESC& pointee) {
   if (type.enumeration) return UserDefined(Reference(user, enumerations_.at(type.enumeration)));
-  const TYPEDESC named = UserDefined(Reference(user, Standard(StandardName(type.alias))));
+  const TYPEDESC named = UserDefined(Reference(user, Standard(type.alias)));
   if (type.vt != vt::kDispatch) return named;
   pointee = named;
   return PointerTo(pointee);

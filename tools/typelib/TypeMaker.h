@@ -37,7 +37,7 @@ class TypeMaker {
   HREFTYPE DispatchBase(ICreateTypeInfo2& user);
 
  private:
-  Com<ITypeInfo> Standard(const wchar_t* name);
+  Com<ITypeInfo> Standard(Alias alias);
   TYPEDESC Named(ICreateTypeInfo2& user, const ValueType& type, TYPEDESC& pointee);
 
   Com<ITypeLib> standard_;

@@ -1,0 +1,38 @@
+// The module file beside the test program, loaded as COM loads it.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "ole/Com.h"
+#include "ole/tables/Members.h"
+
+namespace qrn::test {
+
+using namespace qrn::ole;
+
+std::wstring ModuleFile();
+
+// The module, loaded at first use and kept until the program ends, and its entries.
+HMODULE Module();
+HRESULT RegisterModule();
+HRESULT UnregisterModule();
+HRESULT ClassObjectOf(const Guid& classId, REFIID id, void** out);
+bool ModuleMayUnload();
+
+// A new object of a class; empty where the module has no such class.
+Com<IUnknown> Make(const Guid& classId);
+
+// Registers the module as long as it lives.
+class Registered {
+ public:
+  Registered() : result(RegisterModule()) {}
+  Registered(const Registered&) = delete;
+  Registered& operator=(const Registered&) = delete;
+  ~Registered() { UnregisterModule(); }
+
+  HRESULT result;
+};
+
+}  // namespace qrn::test

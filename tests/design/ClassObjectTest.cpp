@@ -1,0 +1,164 @@
+// What holds of every class that the module makes.
+#include <gtest/gtest.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include "BuiltModule.h"
+#include "binding/tables/AllTables.h"
+#include "ole/Module.h"
+#include "ole/Variant.h"
+
+namespace qrn::test {
+namespace {
+
+TEST(ClassObject, UnknownClassesAreRefused) {
+  Com<IUnknown> object;
+  EXPECT_EQ(ClassObjectOf(kCQRNBtrPpg, __uuidof(IClassFactory), object.putVoid()),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(ClassObjectOf(kQRNBtrTable.classId, __uuidof(IOleObject), object.putVoid()),
+            E_NOINTERFACE);
+  EXPECT_FALSE(object);
+  EXPECT_EQ(ClassObjectOf(kQRNBtrTable.classId, __uuidof(IClassFactory), nullptr), E_POINTER);
+}
+
+TEST(ClassObject, TheModuleStaysWhileAnythingHoldsIt) {
+  EXPECT_TRUE(ModuleMayUnload());
+  Com<IClassFactory> factory;
+  ASSERT_EQ(ClassObjectOf(kQRNBtrTable.classId, __uuidof(IClassFactory), factory.putVoid()), S_OK);
+  EXPECT_FALSE(ModuleMayUnload());
+  factory->LockServer(TRUE);
+  Com<IUnknown> object;
+  EXPECT_EQ(factory->CreateInstance(nullptr, __uuidof(IUnknown), object.putVoid()), S_OK);
+  factory->LockServer(FALSE);
+  factory.reset();
+  EXPECT_FALSE(ModuleMayUnload());
+  object.reset();
+  EXPECT_TRUE(ModuleMayUnload());
+}
+
+class MadeClass : public ::testing::TestWithParam<const ControlTable*> {
+ protected:
+  void SetUp() override {
+    control = Make(GetParam()->classId);
+    if (!control) GTEST_SKIP() << "the module has no such class";
+  }
+  std::vector<uint8_t> Save(IUnknown* from) {
+    Com<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    EXPECT_EQ(Query<IPersistStreamInit>(from)->Save(stream.get(), TRUE), S_OK);
+    ULARGE_INTEGER end{};
+    stream->Seek({}, STREAM_SEEK_CUR, &end);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    std::vector<uint8_t> bytes(end.QuadPart);
+    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+    return bytes;
+  }
+  static HRESULT Load(IUnknown* to, std::span<const uint8_t> bytes) {
+    Com<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    return Query<IPersistStreamInit>(to)->Load(stream.get());
+  }
+  Com<IUnknown> control;
+};
+
+TEST_P(MadeClass, IsAControlInEveryRespect) {
+  const IID* const interfaces[] = {&__uuidof(IDispatch),
+                                   &__uuidof(IOleObject),
+                                   &__uuidof(IOleInPlaceObject),
+                                   &__uuidof(IOleInPlaceActiveObject),
+                                   &__uuidof(IOleControl),
+                                   &__uuidof(IViewObjectEx),
+                                   &__uuidof(IPersistStreamInit),
+                                   &__uuidof(IPersistStorage),
+                                   &__uuidof(IPersistPropertyBag),
+                                   &__uuidof(IConnectionPointContainer),
+                                   &__uuidof(IProvideClassInfo2),
+                                   &__uuidof(ISpecifyPropertyPages),
+                                   &__uuidof(IQuickActivate),
+                                   &__uuidof(ISupportErrorInfo),
+                                   &AsGuid(GetParam()->interfaceId)};
+  for (const IID* id : interfaces) {
+    Com<IUnknown> found;
+    Com<IUnknown> identity;
+    EXPECT_EQ(control->QueryInterface(*id, found.putVoid()), S_OK) << GuidText(FromGuid(*id));
+    ASSERT_TRUE(found);
+    identity = Query<IUnknown>(found);
+    EXPECT_EQ(identity, control);
+  }
+}
+
+TEST_P(MadeClass, TellsItsTypeEventsAndPages) {
+  const auto info = Query<IProvideClassInfo2>(control);
+  Com<ITypeInfo> type;
+  ASSERT_EQ(info->GetClassInfo(type.put()), S_OK);
+  TYPEATTR* attributes = nullptr;
+  type->GetTypeAttr(&attributes);
+  EXPECT_EQ(FromGuid(attributes->guid), GetParam()->classId);
+  type->ReleaseTypeAttr(attributes);
+  GUID events{};
+  EXPECT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
+  EXPECT_EQ(FromGuid(events), GetParam()->eventsId);
+  CAUUID pages{};
+  ASSERT_EQ(Query<ISpecifyPropertyPages>(control)->GetPages(&pages), S_OK);
+  EXPECT_EQ(pages.cElems, GetParam()->pages.size());
+  CoTaskMemFree(pages.pElems);
+  DWORD status = 0;
+  EXPECT_EQ(Query<IOleObject>(control)->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
+  EXPECT_EQ(status, GetParam()->registration.miscStatus);
+}
+
+TEST_P(MadeClass, ReadsBackWhatItSavesAndNothingLess) {
+  const auto bytes = Save(control.get());
+  const auto other = Make(GetParam()->classId);
+  EXPECT_EQ(Load(other.get(), bytes), S_OK);
+  EXPECT_EQ(Save(other.get()), bytes);
+  for (size_t length = 0; length < bytes.size(); ++length) {
+    ASSERT_EQ(Load(other.get(), std::span(bytes).first(length)), E_FAIL) << length;
+  }
+  EXPECT_EQ(Save(other.get()), bytes);
+  auto newer = bytes;
+  newer[0] = 1;
+  EXPECT_EQ(Load(other.get(), newer), E_FAIL);
+}
+
+TEST_P(MadeClass, DamagedStreamsLoadOrFail) {
+  const auto bytes = Save(control.get());
+  const auto other = Make(GetParam()->classId);
+  int failed = 0;
+  for (size_t at = 0; at < bytes.size(); ++at) {
+    auto damaged = bytes;
+    damaged[at] ^= 0x81;
+    const HRESULT result = Load(other.get(), damaged);
+    ASSERT_TRUE(result == S_OK || result == E_FAIL) << at;
+    failed += result == E_FAIL;
+  }
+  EXPECT_GT(failed, 5);
+  EXPECT_EQ(Load(other.get(), bytes), S_OK);
+  EXPECT_EQ(Save(other.get()), bytes);
+}
+
+TEST_P(MadeClass, AnswersEveryPropertyWithoutAContainer) {
+  const auto object = Query<IDispatch>(control);
+  for (const PropertyRow& row : GetParam()->properties) {
+    if (!row.index.empty()) continue;
+    DISPPARAMS none{};
+    Variant value;
+    EXCEPINFO exception{};
+    const HRESULT result =
+        object->Invoke(row.id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                       value.get(), &exception, nullptr);
+    SysFreeString(exception.bstrSource);
+    EXPECT_TRUE(result == S_OK || result == DISP_E_EXCEPTION) << row.name << " " << result;
+    if (result == S_OK) {
+      EXPECT_EQ(value.type(), row.type.vt) << row.name;
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, MadeClass, ::testing::ValuesIn(kControls),
+                         [](const auto& row) { return std::string(row.param->className); });
+
+}  // namespace
+}  // namespace qrn::test

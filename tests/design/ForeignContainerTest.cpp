@@ -1,0 +1,144 @@
+// Containers and callers that nobody here wrote: the system's ATL host and its script host.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "BuiltModule.h"
+#include "binding/tables/AllTables.h"
+#include "ole/Handles.h"
+#include "ole/Variant.h"
+
+namespace qrn::test {
+namespace {
+
+std::wstring ClassOf(HWND window) {
+  wchar_t name[64] = {};
+  GetClassNameW(window, name, 64);
+  return name;
+}
+
+// The system's host of controls: a window class whose text is the class to host.
+class AtlHost : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(registered_.result, S_OK);
+    atl_.reset(LoadLibraryW(L"atl100.dll"));
+    ASSERT_TRUE(atl_);
+    ASSERT_TRUE(Entry<BOOL(WINAPI*)()>("AtlAxWinInit")());
+    form_ = CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                            nullptr, GetModuleHandleW(nullptr), nullptr);
+  }
+  void TearDown() override { DestroyWindow(form_); }
+
+  template <class Function>
+  Function Entry(const char* name) {
+    auto* const found = GetProcAddress(atl_.get(), name);
+    return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(found));
+  }
+  HWND Host(const std::wstring& progId) {
+    return CreateWindowExW(0, L"AtlAxWin100", progId.c_str(), WS_CHILD | WS_VISIBLE, 10, 10, 120,
+                           80, form_, nullptr, GetModuleHandleW(nullptr), nullptr);
+  }
+  Com<IUnknown> ControlOf(HWND host) {
+    Com<IUnknown> control;
+    Entry<HRESULT(WINAPI*)(HWND, IUnknown**)>("AtlAxGetControl")(host, control.put());
+    return control;
+  }
+
+ private:
+  Registered registered_;
+  Library atl_;
+  HWND form_ = nullptr;
+};
+
+TEST_F(AtlHost, ShowsEveryControlThatIsThere) {
+  int shown = 0;
+  for (const ControlTable* table : kControls) {
+    if (!Make(table->classId)) continue;
+    SCOPED_TRACE(table->className);
+    const std::string name = table->className;
+    const HWND host = Host(std::wstring(name.begin(), name.end()) + L"." +
+                           std::wstring(name.begin(), name.end()) + L".1");
+    ASSERT_TRUE(host);
+    const HWND window = GetWindow(host, GW_CHILD);
+    EXPECT_EQ(ClassOf(window), L"QRNBT350.Control");
+    EXPECT_TRUE(IsWindowVisible(window));
+    auto control = ControlOf(host);
+    ASSERT_TRUE(control);
+    Com<IDispatch> object;
+    EXPECT_EQ(control->QueryInterface(reinterpret_cast<const GUID&>(table->interfaceId),
+                                      object.putVoid()),
+              S_OK);
+    MoveWindow(host, 0, 0, 200, 100, TRUE);
+    UpdateWindow(host);
+    object.reset();
+    control.reset();
+    DestroyWindow(host);
+    EXPECT_FALSE(IsWindow(window));
+    ++shown;
+  }
+  EXPECT_GT(shown, 0);
+  EXPECT_TRUE(ModuleMayUnload());
+}
+
+// Runs a script by the system's script host; gives what it printed.
+std::string RunScript(const std::string& text) {
+  const auto folder = std::filesystem::temp_directory_path();
+  const auto script = folder / "qrn_design.vbs";
+  const auto output = folder / "qrn_design.txt";
+  std::ofstream(script, std::ios::binary) << text;
+  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+  const HANDLE file = CreateFileW(output.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
+                                  CREATE_ALWAYS, 0, nullptr);
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  start.dwFlags = STARTF_USESTDHANDLES;
+  start.hStdOutput = start.hStdError = file;
+  PROCESS_INFORMATION process{};
+  std::wstring command = L"cscript.exe //nologo \"" + script.wstring() + L"\"";
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                     &process)) {
+    if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) {
+      TerminateProcess(process.hProcess, 1);
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+  }
+  CloseHandle(file);
+  std::string lines;
+  {
+    std::ifstream printed(output, std::ios::binary);
+    lines.assign(std::istreambuf_iterator<char>(printed), {});
+  }
+  std::erase(lines, '\r');
+  std::filesystem::remove(script);
+  std::filesystem::remove(output);
+  return lines;
+}
+
+TEST(ScriptHost, DrivesTheDatabaseControl) {
+  const Registered registered;
+  EXPECT_EQ(RunScript(R"(On Error Resume Next
+Set db = CreateObject("QRNBtr.QRNBtr.1")
+WScript.Echo "made " & Err.Number
+db.OwnerName = "somebody"
+WScript.Echo db.OwnerName
+db.OpenMode = "two"
+WScript.Echo "a text for a number: " & (Err.Number <> 0)
+Err.Clear
+db.Nobody = 1
+WScript.Echo "an unknown member: " & Err.Number
+Err.Clear
+rc = 99
+rc = db.DbOpen("nowhere")
+WScript.Echo "open without a dictionary: " & (rc <> 0) & " " & Err.Number
+Set db = Nothing
+WScript.Echo "done"
+)"),
+            "made 0\nsomebody\na text for a number: True\nan unknown member: 438\n"
+            "open without a dictionary: True 0\ndone\n");
+}
+
+}  // namespace
+}  // namespace qrn::test

@@ -1,0 +1,243 @@
+#include <aclapi.h>
+#include <gtest/gtest.h>
+
+#include "BuiltModule.h"
+#include "RegistryDump.h"
+#include "SystemRegistrar.h"
+#include "binding/tables/AllTables.h"
+#include "ole/Module.h"
+#include "ole/Registrar.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr wchar_t kClasses[] = L"Software\\Classes";
+
+std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
+std::wstring ClassKey(const Guid& id) { return L"CLSID\\" + Wide(GuidText(id)); }
+
+Key MachineClasses() {
+  Key key;
+  RegOpenKeyExW(HKEY_LOCAL_MACHINE, kClasses, 0, KEY_READ | KEY_WRITE, key.put());
+  return key;
+}
+
+// The text of the default value of a key of classes, or "(none)".
+std::wstring Value(HKEY root, const std::wstring& path, const wchar_t* name = nullptr) {
+  wchar_t text[512] = L"(none)";
+  DWORD size = sizeof text;
+  RegGetValueW(root, (std::wstring(kClasses) + L"\\" + path).c_str(), name, RRF_RT_REG_SZ, nullptr,
+               text, &size);
+  return text;
+}
+
+TEST(Registration, ARoundTripLeavesTheRegistryAsItWas) {
+  const RegistryDump before = DumpClasses();
+  ASSERT_GT(before.size(), 1000u);
+  EXPECT_EQ(RegisterModule(), S_OK);
+  EXPECT_NE(Difference(before, DumpClasses()), "");
+  EXPECT_EQ(RegisterModule(), S_OK) << "over itself";
+  EXPECT_EQ(UnregisterModule(), S_OK);
+  EXPECT_EQ(Difference(before, DumpClasses()), "");
+  EXPECT_EQ(UnregisterModule(), S_OK) << "with nothing left to remove";
+  EXPECT_EQ(Difference(before, DumpClasses()), "");
+}
+
+TEST(Registration, AControlStandsAsDesignersLookForIt) {
+  const Registered registered;
+  ASSERT_EQ(registered.result, S_OK);
+  const ControlTable& table = kQRNBtrTable;
+  const std::wstring key = ClassKey(table.classId);
+  const std::wstring id = Wide(GuidText(table.classId));
+  const struct {
+    std::wstring path;
+    std::wstring value;
+  } cases[] = {
+      {L"QRNBtr.QRNBtr.1", L"QRNBtr Class"},
+      {L"QRNBtr.QRNBtr.1\\CLSID", id},
+      {L"QRNBtr.QRNBtr", L"QRNBtr Class"},
+      {L"QRNBtr.QRNBtr\\CurVer", L"QRNBtr.QRNBtr.1"},
+      {key, L"QRNBtr Class"},
+      {key + L"\\ProgID", L"QRNBtr.QRNBtr.1"},
+      {key + L"\\VersionIndependentProgID", L"QRNBtr.QRNBtr"},
+      {key + L"\\InprocServer32", ModuleFile()},
+      {key + L"\\ToolboxBitmap32", ModuleFile() + L", 1"},
+      {key + L"\\MiscStatus", L"0"},
+      {key + L"\\MiscStatus\\1", L"131473"},
+      {key + L"\\TypeLib", Wide(GuidText(kLibrary.id))},
+      {key + L"\\Version", L"1.0"},
+      {key + L"\\Verb\\0", L"ﾌﾟﾛﾊﾟﾃｨ(&P).., 0, 2"},
+      {L"TypeLib\\" + Wide(GuidText(kLibrary.id)) + L"\\1.0", L"Quorin Controls for Btrieve"},
+      {L"TypeLib\\" + Wide(GuidText(kLibrary.id)) + L"\\1.0\\0\\win64", ModuleFile()},
+      {L"AppID\\" + Wide(GuidText(kApplicationId)), L"qrnbt350"},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, row.path), row.value);
+  }
+  EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+  for (const wchar_t* mark : {L"Control", L"Programmable", L"Insertable"}) {
+    const std::wstring path = std::wstring(kClasses) + L"\\" + key + L"\\" + mark;
+    Key found;
+    EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, found.put()),
+              ERROR_SUCCESS);
+  }
+}
+
+// Only what the module makes is registered.
+TEST(Registration, ClassesThatCannotBeMadeAreNotRegistered) {
+  const Registered registered;
+  for (const ControlTable* table : kControls) {
+    const bool made = static_cast<bool>(Make(table->classId));
+    const std::wstring expected = made ? Wide(table->className) + L" Class" : L"(none)";
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(table->classId)), expected);
+  }
+  EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(kCQRNBtrPpg)), L"(none)");
+}
+
+// Takes the leave to write to a key of the machine from everybody, until the end of the scope.
+class WriteRefused {
+ public:
+  explicit WriteRefused(const wchar_t* path) {
+    RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, READ_CONTROL | WRITE_DAC, key_.put());
+    GetSecurityInfo(key_.get(), SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr, nullptr, &old_,
+                    nullptr, &memory_);
+    wchar_t everyone[] = L"EVERYONE";
+    EXPLICIT_ACCESSW entry{};
+    BuildExplicitAccessWithNameW(&entry, everyone, KEY_READ | READ_CONTROL | WRITE_DAC, SET_ACCESS,
+                                 NO_INHERITANCE);
+    ACL* list = nullptr;
+    if (SetEntriesInAclW(1, &entry, nullptr, &list) == ERROR_SUCCESS) {
+      set_ = SetSecurityInfo(key_.get(), SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr,
+                             nullptr, list, nullptr) == ERROR_SUCCESS;
+      LocalFree(list);
+    }
+    Key write;
+    refused =
+        RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, KEY_WRITE, write.put()) == ERROR_ACCESS_DENIED;
+  }
+  WriteRefused(const WriteRefused&) = delete;
+  WriteRefused& operator=(const WriteRefused&) = delete;
+  ~WriteRefused() {
+    if (set_) {
+      SetSecurityInfo(key_.get(), SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                      old_, nullptr);
+    }
+    LocalFree(memory_);
+  }
+  bool refused = false;
+
+ private:
+  Key key_;
+  ACL* old_ = nullptr;
+  void* memory_ = nullptr;
+  bool set_ = false;
+};
+
+TEST(Registration, WithoutLeaveForTheMachineTheUserGetsTheClasses) {
+  const RegistryDump before = DumpClasses();
+  {
+    const WriteRefused classes(L"Software\\Classes\\CLSID");
+    ASSERT_TRUE(classes.refused);
+    EXPECT_EQ(RegisterModule(), S_OK);
+    EXPECT_EQ(Value(HKEY_CURRENT_USER, ClassKey(kQRNBtrTable.classId) + L"\\InprocServer32"),
+              ModuleFile());
+    EXPECT_EQ(
+        Value(HKEY_CURRENT_USER, L"TypeLib\\" + Wide(GuidText(kLibrary.id)) + L"\\1.0\\0\\win64"),
+        ModuleFile());
+    const std::string made = Difference(before, DumpClasses());
+    EXPECT_EQ(made.find("machine"), std::string::npos) << made;
+    EXPECT_EQ(UnregisterModule(), S_OK);
+    EXPECT_EQ(Difference(before, DumpClasses()), "");
+  }
+  Key open;
+  EXPECT_EQ(
+      RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, KEY_WRITE, open.put()),
+      ERROR_SUCCESS);
+}
+
+std::vector<uint16_t> ScriptIds() {
+  std::vector<uint16_t> ids;
+  const auto each = [](HMODULE, LPCWSTR, LPWSTR id, LONG_PTR to) -> BOOL {
+    reinterpret_cast<std::vector<uint16_t>*>(to)->push_back(
+        static_cast<uint16_t>(reinterpret_cast<ULONG_PTR>(id)));
+    return TRUE;
+  };
+  EnumResourceNamesW(Module(), L"REGISTRY", each, reinterpret_cast<LONG_PTR>(&ids));
+  return ids;
+}
+
+std::vector<RegistryKey> ReadScript(uint16_t id) {
+  const HRSRC found = FindResourceW(Module(), MAKEINTRESOURCEW(id), L"REGISTRY");
+  const auto* bytes = static_cast<const char*>(LockResource(LoadResource(Module(), found)));
+  const int size = static_cast<int>(SizeofResource(Module(), found));
+  std::u16string text(static_cast<size_t>(size), u'\0');
+  text.resize(static_cast<size_t>(MultiByteToWideChar(
+      932, MB_ERR_INVALID_CHARS, bytes, size, reinterpret_cast<wchar_t*>(text.data()), size)));
+  const std::wstring path = ModuleFile();
+  ScriptError error;
+  const auto keys =
+      ReadRegistryScript(text, {{u"MODULE", std::u16string(path.begin(), path.end())}}, error);
+  EXPECT_TRUE(keys) << id << ": line " << error.line << ": " << error.what;
+  return keys.value_or(std::vector<RegistryKey>());
+}
+
+TEST(Registration, TheSystemReadsOurScriptsAsWeDo) {
+  Com<SystemRegistrar> system;
+  ASSERT_EQ(CoCreateInstance(AsGuid(kSystemRegistrar), nullptr, CLSCTX_INPROC_SERVER,
+                             AsGuid(kSystemRegistrarId), system.putVoid()),
+            S_OK);
+  ASSERT_EQ(system->AddReplacement(L"MODULE", ModuleFile().c_str()), S_OK);
+  const Key classes = MachineClasses();
+  const Registrar ours(classes.get());
+  const auto ids = ScriptIds();
+  EXPECT_EQ(ids.size(), std::size(kControls) + std::size(kPages) + 2);
+  for (uint16_t id : ids) {
+    SCOPED_TRACE(id);
+    const auto script = ReadScript(id);
+    const RegistryDump before = DumpOf(classes.get(), script);
+    EXPECT_EQ(ours.Add(script), ERROR_SUCCESS);
+    const RegistryDump byUs = DumpOf(classes.get(), script);
+    EXPECT_EQ(ours.Remove(script), ERROR_SUCCESS);
+    EXPECT_EQ(Difference(before, DumpOf(classes.get(), script)), "");
+    EXPECT_EQ(system->ResourceRegister(ModuleFile().c_str(), id, L"REGISTRY"), S_OK);
+    EXPECT_EQ(Difference(byUs, DumpOf(classes.get(), script)), "");
+    EXPECT_EQ(ours.Remove(script), ERROR_SUCCESS);
+    EXPECT_EQ(Difference(before, DumpOf(classes.get(), script)), "");
+  }
+}
+
+TEST(Registration, RemovalLeavesWhatOthersPutThere) {
+  Key scratch;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\QrnScratch", 0, nullptr, 0,
+                            KEY_ALL_ACCESS, nullptr, scratch.put(), nullptr),
+            ERROR_SUCCESS);
+  ScriptError error;
+  const auto script = *ReadRegistryScript(
+      u"HKCR { NoRemove Kept { val V = s x Own = s a { Deep } ForceRemove Whole = d 5 "
+      u"{ val B = b 0aFF val M = m 'p\\0q' } } Delete Old }",
+      {}, error);
+  const auto make = [&](const wchar_t* path) {
+    Key key;
+    RegCreateKeyExW(scratch.get(), path, 0, nullptr, 0, KEY_WRITE, nullptr, key.put(), nullptr);
+  };
+  make(L"Kept\\Others");
+  make(L"Old\\Below");
+  const RegistryDump before = Dump(scratch.get(), L"Kept");
+  const Registrar registrar(scratch.get());
+  EXPECT_EQ(registrar.Add(script), ERROR_SUCCESS);
+  EXPECT_EQ(Difference(before, Dump(scratch.get(), L"Kept")),
+            "+ Kept\\Own \n+ Kept\\Own\\ 1:a\n+ Kept\\Own\\Deep \n+ Kept\\V 1:x\n"
+            "+ Kept\\Whole \n+ Kept\\Whole\\ 4:5.0.0.0.\n+ Kept\\Whole\\B 3:10.255.\n"
+            "+ Kept\\Whole\\M 7:112.0.0.0.113.0.0.0.0.0.\n");
+  EXPECT_TRUE(Dump(scratch.get(), L"Old").empty());
+  make(L"Kept\\Own\\Theirs");
+  make(L"Kept\\Whole\\Theirs");
+  EXPECT_EQ(registrar.Remove(script), ERROR_SUCCESS);
+  EXPECT_EQ(Difference(before, Dump(scratch.get(), L"Kept")),
+            "+ Kept\\Own \n+ Kept\\Own\\Theirs \n");
+  scratch.reset();
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\QrnScratch");
+}
+
+}  // namespace
+}  // namespace qrn::test
