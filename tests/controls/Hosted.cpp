@@ -102,7 +102,11 @@ HRESULT HostedControl::Offer(UINT message, WPARAM key) {
   MSG offered{};
   offered.message = message;
   offered.wParam = key;
-  return ole::Query<IOleInPlaceActiveObject>(control_)->TranslateAccelerator(&offered);
+  return Offer(offered);
+}
+
+HRESULT HostedControl::Offer(MSG& message) {
+  return ole::Query<IOleInPlaceActiveObject>(control_)->TranslateAccelerator(&message);
 }
 
 std::string TextOf(HWND window) {

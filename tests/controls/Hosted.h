@@ -33,6 +33,7 @@ class HostedControl {
   HRESULT Set(const wchar_t* name, VARIANT value) { return Put(object(), name, {value}).result; }
   std::string Value(const wchar_t* name) { return Get(object(), name).Text(); }
   // Offers a key to the control as the container's message loop does.
+  HRESULT Offer(MSG& message);
   HRESULT Offer(UINT message, WPARAM key);
 
   TestSite site;
