@@ -943,7 +943,6 @@ Begin VB.Form frmCustomers
          DbField         =   "Balance"
          DbSource        =   "dbCompany"
          DbTable         =   "Customers"
-         Format          =   "#,##0"
          Height          =   375
          IMEMode         =   2
          Left            =   6900
@@ -1256,6 +1255,7 @@ End Sub
 
 ' The fields hold what is about to be written: here it can still be refused.
 Private Sub btnInsert_SetData()
+    lblStatus.Caption = ""
     If Trim(edtName.Text) = "" Then
         lblStatus.Caption = "–¼Ì‚ğ“ü—Í‚µ‚Ä‚­‚¾‚³‚¢B"
         btnInsert.Abort = True
