@@ -93,7 +93,7 @@ void LiveAndDie() {
 TEST(LeakTest, AThousandControlsLeaveNothing) {
   SetOaNoCache();
   for (int i = 0; i < 3; ++i) LiveAndDie();  // what is kept once is kept now
-  static TaskBlocks task;  // as long as a block is left that it has seen
+  static TaskBlocks task;                    // as long as a block is left that it has seen
   const long long blocks = LiveBlocks();
   const long long gdi = GdiObjects();
   const long long windows = Windows();
