@@ -1,5 +1,5 @@
 # ./run demo: the company's data built by the data tool, then walked through the real module by a
-# small client program. Sourced by ./run.
+# small client program and by forms. Sourced by ./run.
 
 # The dictionary and data files of the sample company, every row of its CSV files, checked.
 build_company() {
@@ -28,10 +28,11 @@ tour_company() {
 }
 
 run_demo() {
-  build windows flattour qrnbt350 lexbase w64btrv
+  build windows flattour qrnbt350 lexbase w64btrv qrnform
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
   wine_environment
   ensure_prefix "$WINEPREFIX" || die "Wine could not make a prefix"
   build_company "$BUILD/demo/company"
   tour_company "$BUILD/demo/company"
+  demo_forms "$BUILD/demo/company"
 }

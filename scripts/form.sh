@@ -37,10 +37,11 @@ run_form() {
 
 # demo_forms DIR: the example forms before real key and mouse input, on a display of their own.
 demo_forms() {
-  local company=$1 number=$BUILD/demo/display xvfb code=0
+  local company=$1 number=$BUILD/demo/display code=0
   : >"$number"
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
   xvfb=$!
+  trap 'kill "$xvfb" 2>/dev/null' EXIT
   for _ in $(seq 100); do
     [ -s "$number" ] && break
     sleep 0.1
@@ -50,6 +51,7 @@ demo_forms() {
   say "the customer card: found, changed, inserted, a duplicate, deleted, by key and mouse"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" customers || code=1
   kill "$xvfb" 2>/dev/null || true
+  trap - EXIT
   [ "$code" -eq 0 ] || die "a form did not do what its script says"
   say "pictures: build/demo/company/*.png"
 }
