@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <olectl.h>
 
+#include <fstream>
+
 #include "Boxes.h"
 #include "Hosted.h"
 #include "PlayedDatabase.h"
@@ -307,10 +309,15 @@ TEST_F(Button, AClosedTableIsOpenedByTheClick) {
   EXPECT_EQ(Click(DbGetLast), "2() -600() ");
   EXPECT_EQ(Screen(), "3|氏名");
   office_.Close("People");
-  strcpy(office_.Table("People")->Location, "no\\such\\file.btr");
   Boxes boxes;
-  EXPECT_EQ(Click(DbGetLast), "-600() ") << "the opening has told of its failure";
-  EXPECT_NE(boxes.Take().find("エラー|VE"), std::string::npos);
+  const auto clickOn = [&](const char* file) {
+    strcpy(office_.Table("People")->Location, file);
+    EXPECT_EQ(Click(DbGetLast), "-600() ") << "the opening has told of its failure";
+    return boxes.Take();
+  };
+  std::ofstream(office_.PathOf("junk.btr")) << std::string(5000, 'x');
+  EXPECT_EQ(clickOn("junk.btr"), "エラー|VE803 Btrieveファイル People のオープンに失敗。(30); ");
+  EXPECT_EQ(clickOn("none\\file.btr"), "エラー|VE007 Btrieveファイルの生成に失敗(rc=25); ");
 }
 
 TEST_F(Button, TheKeyIsFoundByItsNameAtEveryClick) {
