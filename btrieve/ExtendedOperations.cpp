@@ -1,5 +1,6 @@
 // Extended reads: many records in one call, judged where they lie in the storage's pages.
 #include "btrieve/ExtendedRequest.h"
+#include "btrieve/PageScan.h"
 #include "btrieve/Reading.h"
 
 namespace btrieve {
@@ -28,7 +29,8 @@ class ExtendedRead {
         request_(request),
         writer_({call.data, std::min<size_t>(call.room, kMaxExtendedSize)}, request.Fields()),
         forward_(forward),
-        along_(along) {}
+        along_(along),
+        byPages_(!call.File().Uncommitted() && call.lock.kind == LockKind::None) {}
 
   Status Run() {
     Begin();
@@ -50,10 +52,16 @@ class ExtendedRead {
         request_.BeginsWithCurrent() && (along_ || cursor_.place == Cursor::Place::On);
     const bool goesOn = !withCurrent && cursor_.walkIsHere && cursor_.walk.IsLive(Slot(), forward_);
     cursor_.walkIsHere = false;
-    if (goesOn) return;
+    if (goesOn && !byPages_) return;
     const Entry bound = along_ ? FirstBoundAlong(withCurrent) : FirstBoundByPlace(withCurrent);
-    cursor_.walk.Start(call_.File(), Slot(), forward_, bound.View());
+    if (byPages_) {
+      scan_.Start(call_.File().Base(), Slot(), forward_, bound.View());
+    } else {
+      cursor_.walk.Start(call_.File(), Slot(), forward_, bound.View());
+    }
   }
+
+  bool Step(Hit& hit) { return byPages_ ? scan_.Step(hit) : cursor_.walk.Step(hit); }
 
   // A walk with the current entry begins where one in the other direction would go on without it.
   Entry FirstBoundAlong(bool withCurrent) const noexcept {
@@ -82,7 +90,7 @@ class ExtendedRead {
   Status Search() {
     Status status = kOk;
     Hit hit;
-    while (cursor_.walk.Step(hit)) {
+    while (Step(hit)) {
       if (Examine(hit, status) == Next::Stop) return status;
     }
     cursor_.walkIsHere = false;
@@ -107,7 +115,7 @@ class ExtendedRead {
 
   Next StopOn(const Hit& hit) noexcept {
     last_.Take(hit);
-    cursor_.walkIsHere = true;
+    cursor_.walkIsHere = !byPages_;
     return Next::Stop;
   }
 
@@ -157,6 +165,8 @@ class ExtendedRead {
   ReplyWriter writer_;
   bool forward_;
   bool along_;
+  bool byPages_;  // nothing but the file itself is to be seen, and nothing changes meanwhile
+  PageScan scan_;
   uint32_t rejected_ = 0;
   Examined last_;
 };

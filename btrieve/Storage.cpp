@@ -82,12 +82,22 @@ void Storage::Prepare() {
   insertRow_ = connection_.Prepare("INSERT INTO rec(pos, ver, num, data) VALUES(?, ?, ?, ?)");
   updateRow_ = connection_.Prepare("UPDATE rec SET ver=?2, num=?3, data=?4 WHERE pos=?1");
   deleteRow_ = connection_.Prepare("DELETE FROM rec WHERE pos=?");
+  recordRoot_ = RootOf("rec");
   physicalRanks_ = std::make_unique<RankIndex>(connection_, 0);
   for (Index& index : indexes_) PrepareIndex(index);
 }
 
+// Tables stay where they are made: nothing here moves pages.
+uint32_t Storage::RootOf(const std::string& table) {
+  Statement read =
+      connection_.Prepare("SELECT rootpage FROM sqlite_schema WHERE name='" + table + "'");
+  if (!read.Step()) throw Failure{kIoError};
+  return static_cast<uint32_t>(read.Number(0));
+}
+
 void Storage::PrepareIndex(Index& index) {
   const std::string table = EntryTable(index.id);
+  index.root = RootOf(table);
   index.insert = connection_.Prepare("INSERT INTO " + table + "(e, pos) VALUES(?, ?)");
   index.remove = connection_.Prepare("DELETE FROM " + table + " WHERE e=?");
   index.within =

@@ -53,6 +53,7 @@ struct Index {
   bool modifiable;
   bool autoIncrement;
   KeyOrder order;
+  uint32_t root = 0;  // the first page of its table
   Statement insert;
   Statement remove;
   Statement within;                // the first entry between two bounds
@@ -90,6 +91,7 @@ class Storage {
   const std::vector<Index>& Indexes() const noexcept { return indexes_; }
   Head& Counts() noexcept { return head_; }
   const Connection& Link() const noexcept { return connection_; }
+  uint32_t RecordRoot() const noexcept { return recordRoot_; }
   RankIndex& PhysicalRanks() noexcept { return *physicalRanks_; }
   RankIndex& Ranks(int slot) { return slot < 0 ? *physicalRanks_ : *indexes_[slot].ranks; }
 
@@ -134,6 +136,7 @@ class Storage {
 
   void Prepare();
   void PrepareIndex(Index& index);
+  uint32_t RootOf(const std::string& table);
   void LoadSpecification();
   void StoreSpecification();
   void LoadHead();
@@ -161,6 +164,7 @@ class Storage {
   bool wrote_ = false;        // rows, in this write transaction
   bool respecified_ = false;  // keys came or went in it
   uint16_t nextKeyId_ = 1;
+  uint32_t recordRoot_ = 0;
 
   Statement begin_, beginWrite_, commit_, rollback_;
   Statement readHead_, writeHead_;

@@ -6,7 +6,7 @@ if(NOT EXISTS ${QRN_SQLITE_DIR}/sqlite3.c)
 endif()
 
 # SQLite, kept by btrieve/ alone. Threads are serialised above it.
-add_library(sqlite3 STATIC ${QRN_SQLITE_DIR}/sqlite3.c)
+add_library(sqlite3 STATIC ${CMAKE_SOURCE_DIR}/btrieve/sqlite/SqliteWithPages.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${QRN_SQLITE_DIR})
 target_compile_definitions(sqlite3 PUBLIC
   SQLITE_THREADSAFE=2 SQLITE_DQS=0 SQLITE_DEFAULT_MEMSTATUS=0 SQLITE_LIKE_DOESNT_MATCH_BLOBS

@@ -1,0 +1,22 @@
+/* Pages of a connection's main file, as its open transaction sees them, in SQLite's own cache. */
+#ifndef BTRIEVE_SQLITE_PAGES_H
+#define BTRIEVE_SQLITE_PAGES_H
+
+#include <sqlite3.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* A transaction must be open, and the page be released before it ends and before anything is
+** written. `bytes` holds a whole page; it may be read until the release. Result codes are SQLite's;
+** after one that is not SQLITE_OK there is nothing to release. */
+int sqlite_page_get(sqlite3* connection, unsigned number, void** page,
+                    const unsigned char** bytes);
+void sqlite_page_release(void* page);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
