@@ -137,6 +137,7 @@ class Form final : public Scriptable, public ScriptHost {
 
   std::vector<FormControl*> TabOrder() const;
   FormControl* ControlOf(HWND window) const noexcept;
+  bool AskForPages(const MSG& message);
   bool PreviewKey(MSG& message);
   bool TryMnemonic(const MSG& message);
   bool PressKeyButton(bool cancel);

@@ -98,9 +98,20 @@ bool Form::PreviewKey(MSG& message) {
   return false;
 }
 
+// While a form is designed, F4 and the right button ask for a control's property pages.
+bool Form::AskForPages(const MSG& message) {
+  const bool key = message.message == WM_KEYDOWN && message.wParam == VK_F4;
+  if (!IsDesign() || (!key && message.message != WM_RBUTTONUP)) return false;
+  const FormControl* control = ControlOf(message.hwnd);
+  if (!control || !control->HostedObject()) return false;
+  PostShowPages(*control);
+  return true;
+}
+
 bool Form::PreTranslate(MSG& message) {
-  if (!window_ || !IsKeyMessage(message.message)) return false;
-  if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
+  if (!window_ || (message.hwnd != window_ && !IsChild(window_, message.hwnd))) return false;
+  if (AskForPages(message)) return true;
+  if (!IsKeyMessage(message.message)) return false;
   const Com<Form> alive(this);
   if (PreviewKey(message)) return true;
   if (!frame_) return true;

@@ -1,5 +1,9 @@
 // The module's controls on forms: persisted properties, events, the container as they see it.
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstddef>
+#include <cstring>
 
 #include "tests/qrnform/FormRun.h"
 
@@ -15,6 +19,10 @@ constexpr char kEditInFrame[] =
     "Begin VB.Frame fra\n Left = 100\n Top = 100\n Width = 4000\n Height = 2000\n"
     "Begin QRNBTRLib.QRNEdit edtOne\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
     "End\n";
+constexpr char kEditInFrame2[] =
+    "Begin VB.Frame fraTwo\n Left = 100\n Top = 1000\n Width = 4000\n Height = 2000\n"
+    "Begin QRNBTRLib.QRNEdit edtThree\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
+    "Begin VB.Label lblThree\n Left = 300\n Top = 900\n Caption = \"三\"\nEnd\nEnd\n";
 constexpr char kButton[] =
     "Begin QRNBTRLib.QRNBtn btnOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n"
     " Caption = \"実行\"\n ConfirmMsg = \"よろしいですか\"\nEnd\n";
@@ -87,6 +95,53 @@ TEST(ModuleControls, ComeAgainWhenAFormIsLoadedAgain) {
   EXPECT_EQ(result.failure, "");
   EXPECT_EQ(result.printed, "始\n");
   EXPECT_EQ(result.left, 0);
+}
+
+// Used slots of the process's table of drawing objects, and its windows.
+int DrawingObjects() {
+  constexpr size_t kTableOfBlock = 0xF8;  // where the process block points to the table
+  constexpr size_t kSlots = 65536;
+  constexpr size_t kSlotBytes = 24;
+  constexpr size_t kTypeOfSlot = 14;
+  const auto* block = reinterpret_cast<const std::byte*>(__readgsqword(0x60));
+  const std::byte* table = nullptr;
+  memcpy(&table, block + kTableOfBlock, sizeof table);
+  int used = 0;
+  for (size_t i = 0; table && i < kSlots; ++i) {
+    uint16_t type = 0;
+    memcpy(&type, table + i * kSlotBytes + kTypeOfSlot, sizeof type);
+    used += type != 0;
+  }
+  return used;
+}
+
+int Windows() {
+  int count = 0;
+  EnumThreadWindows(
+      GetCurrentThreadId(), [](HWND, LPARAM to) { return ++*reinterpret_cast<int*>(to), TRUE; },
+      reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+RunResult LoadOften(int times) {
+  const std::string code =
+      "Private Sub Form_Load()\n  Dim i As Integer\n  For i = 1 To " + std::to_string(times) +
+      "\n    Load frmOther\n    Unload frmOther\n  Next i\n  Print \"done\"\nEnd Sub\n";
+  return RunForms({{FormText(kButton, code),
+                    FormText(std::string(kEdit) + kEditInFrame2 + kButton, "", "frmOther")},
+                   ""});
+}
+
+TEST(ModuleControls, LeaveNothingBehindHoweverOftenAFormIsLoaded) {
+  EXPECT_EQ(LoadOften(5).printed, "done\n");
+  const int objects = DrawingObjects();
+  const int windows = Windows();
+  ASSERT_GT(objects, 0);
+  const RunResult result = LoadOften(200);
+  EXPECT_EQ(result.printed, "done\n");
+  EXPECT_EQ(result.left, 0);
+  EXPECT_EQ(DrawingObjects(), objects);
+  EXPECT_EQ(Windows(), windows);
 }
 
 TEST(ModuleControls, AreDesignedWhereNoCodeRuns) {
