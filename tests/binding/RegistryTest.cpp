@@ -234,6 +234,28 @@ TEST_F(Registry, FieldControlsWithNullNamesStayOut) {
   EXPECT_EQ(TheRegistry().RefreshListEntry(list), -1);
 }
 
+// A control that finds no memory for its name.
+class Starved final : public Played<EditFace> {
+ public:
+  explicit Starved(TextWindow& itsForm) : Played(kTypeEdit, {"edt", &itsForm}) {}
+  std::string GetControlName() override { throw std::bad_alloc(); }
+  WindowHandle ContainedWindow() override { return nullptr; }
+  void ShowFieldText(const char*) override {}
+  void ClearFieldText() override {}
+};
+
+TEST_F(Registry, WithoutMemoryAControlStaysOut) {
+  Starved control(formA);
+  int32_t (ControlRegistry::*const enter[])(CQuorin&) noexcept = {
+      &ControlRegistry::RegisterFieldControl, &ControlRegistry::RegisterListControl,
+      &ControlRegistry::RegisterNavControl};
+  for (const auto each : enter) {
+    EXPECT_EQ((TheRegistry().*each)(control), -1);
+    EXPECT_TRUE(messages.Take().starts_with("VE001 メモリ不足  qrnutil "));
+  }
+  EXPECT_EQ(TheRegistry().UnregisterFieldControl(control), -1);
+}
+
 TEST_F(Registry, DirectoriesAreLookedForWithoutCase) {
   const auto btr = Start("Db", formA);
   std::string upper = company->Directory();
