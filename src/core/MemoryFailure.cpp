@@ -4,8 +4,6 @@
 
 namespace qrn {
 
-void ReportMemoryFailure(int line) noexcept {
-  ShowMessage(kVE001, "Qrndb", line);
-}
+void ReportMemoryFailure(int line) noexcept { ShowMessage(kVE001, "Qrndb", line); }
 
 }  // namespace qrn

@@ -4,8 +4,6 @@
 
 namespace qrn {
 
-void ReportExMemoryFailure(int line) noexcept {
-  ShowMessage(kVE001, "qrnDbEx", line);
-}
+void ReportExMemoryFailure(int line) noexcept { ShowMessage(kVE001, "qrnDbEx", line); }
 
 }  // namespace qrn
