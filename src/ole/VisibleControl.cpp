@@ -180,17 +180,20 @@ bool VisibleControl::OnMouse(Message& message) {
   struct Row {
     UINT message;
     int32_t event;
+    WPARAM released;  // the button that the message itself no longer counts as held
   };
-  constexpr Row kRows[] = {{WM_MOUSEMOVE, stock::kMouseMove},
-                           {WM_LBUTTONDOWN, stock::kMouseDown},
-                           {WM_RBUTTONDOWN, stock::kMouseDown},
-                           {WM_LBUTTONUP, stock::kMouseUp},
-                           {WM_RBUTTONUP, stock::kMouseUp}};
+  constexpr Row kRows[] = {{WM_MOUSEMOVE, stock::kMouseMove, 0},
+                           {WM_LBUTTONDOWN, stock::kMouseDown, 0},
+                           {WM_RBUTTONDOWN, stock::kMouseDown, 0},
+                           {WM_LBUTTONUP, stock::kMouseUp, MK_LBUTTON},
+                           {WM_RBUTTONUP, stock::kMouseUp, MK_RBUTTON}};
   for (const Row& row : kRows) {
     if (row.message != message.id) continue;
     const auto x = static_cast<float>(static_cast<int16_t>(LOWORD(message.lParam)));
     const auto y = static_cast<float>(static_cast<int16_t>(HIWORD(message.lParam)));
-    Fire(row.event, MouseButton(message.wParam), MouseShift(message.wParam), x, y);
+    const int16_t button = MouseButton(message.wParam | row.released);
+    Fire(row.event, button, MouseShift(message.wParam), x, y);
+    break;
   }
   return false;
 }

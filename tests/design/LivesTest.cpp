@@ -1,0 +1,57 @@
+// The module's controls through many lives on a form: nothing is left of them.
+#include <gtest/gtest.h>
+#include <ocidl.h>
+
+#include "BuiltModule.h"
+#include "binding/tables/AllTables.h"
+#include "tests/ole/Counters.h"
+#include "tests/ole/TestSite.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr int kLives = 200;
+
+class Lives : public ::testing::TestWithParam<const ControlTable*> {
+ protected:
+  // On the form at design time: placed, drawn, stored, read again, closed.
+  static void LiveAndDie() {
+    const auto control = Make(GetParam()->classId);
+    TestSite site;
+    site.ambients[DISPID_AMBIENT_USERMODE] = Variant::Bool(false);
+    site.ambients[DISPID_AMBIENT_DISPLAYNAME] = Variant(Bstr(L"Control1"));
+    ASSERT_EQ(site.Host(control.get()), S_OK);
+    const WindowDc dc(site.window());
+    const RECTL place{0, 0, 50, 50};
+    EXPECT_EQ(Query<IViewObject>(control)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
+                                                dc.get(), &place, nullptr, nullptr, 0),
+              S_OK);
+    Com<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
+    const auto persist = Query<IPersistStreamInit>(control);
+    EXPECT_EQ(persist->Save(stream.get(), TRUE), S_OK);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    EXPECT_EQ(persist->Load(stream.get()), S_OK);
+    site.Unhost();
+  }
+};
+
+TEST_P(Lives, LeaveNothing) {
+  if (!Make(GetParam()->classId)) GTEST_SKIP() << "the module has no such class";
+  SetOaNoCache();
+  for (int i = 0; i < 3; ++i) LiveAndDie();  // what is kept once is kept now
+  static TaskBlocks task;                    // as long as the program: one spy serves all classes
+  const long long blocks = task.live;
+  const long long gdi = GdiObjects();
+  for (int i = 0; i < kLives; ++i) LiveAndDie();
+  EXPECT_LE(task.live - blocks, kSystemsOwn);
+  EXPECT_LE(GdiObjects() - gdi, kSystemsOwn);
+  EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
+  EXPECT_TRUE(ModuleMayUnload());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Lives, ::testing::ValuesIn(kControls),
+                         [](const auto& row) { return std::string(row.param->className); });
+
+}  // namespace
+}  // namespace qrn::test
