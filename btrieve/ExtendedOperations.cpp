@@ -183,7 +183,11 @@ Status ReadExtended(Call& call, bool forward, bool along) {
   }
   if (along) request.BindLimit(spec.keys[call.slot], forward);
   if (const Status status = call.session.PrepareRead(call.File(), call.lock.wait)) return status;
-  return ExtendedRead(call, forward, along, request).Run();
+  Storage& base = call.File().Base();
+  const Status status = ExtendedRead(call, forward, along, request).Run();
+  // What a transaction writes before it next reads must find no page held.
+  if (base.IsWriting()) base.Pages().Clear();
+  return status;
 }
 
 }  // namespace

@@ -1,17 +1,31 @@
 #include "btrieve/PageScan.h"
 
 namespace btrieve {
+namespace {
+
+void TakeRecord(ByteView row, Hit& hit) {
+  RowReader record(row);
+  record.Skip();  // the position, which the tree itself keeps
+  hit.version = static_cast<uint64_t>(record.TakeNumber());
+  hit.numbers = record.TakeBytes();
+  hit.data = record.TakeBytes();
+}
+
+}  // namespace
 
 void PageScan::Start(Storage& storage, int slot, bool forward, ByteView bound) {
   sqlite3* connection = storage.Link().Get();
   along_ = slot != kPhysicalSlot;
   forward_ = forward;
-  records_.Open(connection, TreeCursor::Kind::Rows, storage.RecordRoot());
+  next_ = end_ = 0;
   bool found;
   if (along_) {
+    records_.Open(connection, TreeCursor::Kind::Rows, storage.RecordRoot(), &storage.Pages());
+    (void)records_.SeekRow(0);
     entries_.Open(connection, TreeCursor::Kind::Entries, storage.Indexes()[slot].root);
     found = entries_.SeekEntry(bound);
   } else {
+    records_.Open(connection, TreeCursor::Kind::Rows, storage.RecordRoot());
     found = records_.SeekRow(BoundPosition(bound));
   }
   ahead_ = !forward ? Ahead::Further : found ? Ahead::First : Ahead::None;
@@ -27,28 +41,44 @@ bool PageScan::Move() {
   return ahead_ != Ahead::None;
 }
 
-bool PageScan::Step(Hit& hit) {
-  if (!Move()) return false;
-  if (along_) {
+// False at the end. Entries stay readable while the cursor stays in their page.
+bool PageScan::LookAhead() {
+  next_ = end_ = 0;
+  do {
+    if (!Move()) break;
+    Coming& coming = coming_[end_++];
     RowReader entry(entries_.Payload());
-    hit.entry = entry.TakeBytes();
-    const int64_t position = entry.TakeNumber();
-    const bool found = records_.SeekRow(position) && records_.Row() == position;
-    if (!found) throw Failure{kIoError};
-  } else {
-    hit.entry = {};
-  }
-  ReadRecord(hit);
-  return true;
+    coming.entry = entry.TakeBytes();
+    coming.position = entry.TakeNumber();
+    coming.spot = records_.Guess(coming.position);
+  } while (end_ < kTogether && entries_.StaysInPage(forward_));
+  for (size_t at = 0; at < end_; ++at) records_.Prefetch(coming_[at].spot);
+  return end_ != 0;
 }
 
-void PageScan::ReadRecord(Hit& hit) {
-  hit.position = static_cast<uint32_t>(records_.Row());
-  RowReader record(records_.Payload());
-  record.Skip();  // the position, which the tree itself keeps
-  hit.version = static_cast<uint64_t>(record.TakeNumber());
-  hit.numbers = record.TakeBytes();
-  hit.data = record.TakeBytes();
+ByteView PageScan::RecordOf(const Coming& coming) {
+  ByteView row;
+  if (records_.TakeSpot(coming.spot, coming.position, row)) return row;
+  const bool found = records_.SeekRow(coming.position) && records_.Row() == coming.position;
+  if (!found) throw Failure{kIoError};
+  return records_.Payload();
+}
+
+bool PageScan::Step(Hit& hit) {
+  if (!along_) {
+    if (!Move()) return false;
+    hit.entry = {};
+    int64_t position = 0;
+    TakeRecord(records_.Payload(&position), hit);
+    hit.position = static_cast<uint32_t>(position);
+    return true;
+  }
+  if (next_ == end_ && !LookAhead()) return false;
+  const Coming& coming = coming_[next_++];
+  hit.entry = coming.entry;
+  hit.position = static_cast<uint32_t>(coming.position);
+  TakeRecord(RecordOf(coming), hit);
+  return true;
 }
 
 }  // namespace btrieve

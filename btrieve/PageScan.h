@@ -19,14 +19,27 @@ class PageScan {
  private:
   enum class Ahead : uint8_t { None, First, Further };
 
+  // Along a key the records stand anywhere, and most of the time goes into waiting for memory: so
+  // several entries of a page are looked at together, and their records fetched side by side.
+  static constexpr size_t kTogether = 16;
+  struct Coming {
+    ByteView entry;
+    int64_t position = 0;
+    TreeCursor::Spot spot;
+  };
+
   bool Move();
-  void ReadRecord(Hit& hit);
+  bool LookAhead();
+  ByteView RecordOf(const Coming& coming);
 
   TreeCursor records_;
   TreeCursor entries_;
   bool along_ = false;
   bool forward_ = true;
   Ahead ahead_ = Ahead::None;
+  std::array<Coming, kTogether> coming_;
+  size_t next_ = 0;
+  size_t end_ = 0;
 };
 
 }  // namespace btrieve

@@ -170,6 +170,7 @@ void Storage::LeaveRead() noexcept {
 
 void Storage::EndWalks() noexcept {
   while (!walks_.empty()) walks_.back()->End();
+  pages_.Clear();
   if (fetch_) fetch_.Reset();
 }
 

@@ -17,6 +17,7 @@
 #include "btrieve/KeyOrder.h"
 #include "btrieve/KeySpec.h"
 #include "btrieve/OrderNumbers.h"
+#include "btrieve/PagePool.h"
 #include "btrieve/RankIndex.h"
 #include "btrieve/Sqlite.h"
 
@@ -92,6 +93,8 @@ class Storage {
   Head& Counts() noexcept { return head_; }
   const Connection& Link() const noexcept { return connection_; }
   uint32_t RecordRoot() const noexcept { return recordRoot_; }
+  // Cleared by itself when walks end.
+  PagePool& Pages() noexcept { return pages_; }
   RankIndex& PhysicalRanks() noexcept { return *physicalRanks_; }
   RankIndex& Ranks(int slot) { return slot < 0 ? *physicalRanks_ : *indexes_[slot].ranks; }
 
@@ -165,6 +168,7 @@ class Storage {
   bool respecified_ = false;  // keys came or went in it
   uint16_t nextKeyId_ = 1;
   uint32_t recordRoot_ = 0;
+  PagePool pages_;
 
   Statement begin_, beginWrite_, commit_, rollback_;
   Statement readHead_, writeHead_;

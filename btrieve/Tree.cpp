@@ -42,9 +42,10 @@ PageRef::~PageRef() {
   if (page_) sqlite_page_release(page_);
 }
 
-void TreeCursor::Open(sqlite3* connection, Kind kind, uint32_t root) {
+void TreeCursor::Open(sqlite3* connection, Kind kind, uint32_t root, PagePool* pool) {
   Close();
   connection_ = connection;
+  pool_ = pool;
   kind_ = kind;
   Push(root);
 }
@@ -54,38 +55,49 @@ void TreeCursor::Close() noexcept {
   depth_ = 0;
 }
 
+TreeCursor::Page TreeCursor::PageOf(const uint8_t* bytes) const {
+  const bool rows = kind_ == Kind::Rows;
+  Page page{bytes, Big16(bytes + 3), bytes[0] == (rows ? kLeafRows : kLeafEntries)};
+  if (!page.leaf && bytes[0] != (rows ? kInnerRows : kInnerEntries)) ThrowDamaged();
+  const size_t header = page.leaf ? kLeafHeader : kInnerHeader;
+  if (header + 2 * page.cells > kUsable) ThrowDamaged();
+  return page;
+}
+
+// `held` stays empty for a page in the pool.
+const uint8_t* TreeCursor::Fetch(uint32_t number, PageRef& held) const {
+  held = PageRef();
+  if (const uint8_t* bytes = pool_ ? pool_->Find(number) : nullptr) return bytes;
+  held = PageRef(connection_, number);
+  const uint8_t* bytes = held.Bytes();
+  if (pool_) pool_->Offer(number, held);
+  return bytes;
+}
+
 void TreeCursor::Push(uint32_t number) {
   if (depth_ == kDeepest) ThrowDamaged();
   Level& level = levels_[depth_];
-  level.page = PageRef(connection_, number);
-  level.bytes = level.page.Bytes();
+  static_cast<Page&>(level) = PageOf(Fetch(number, level.held));
   level.number = number;
   level.at = 0;
-  const bool rows = kind_ == Kind::Rows;
-  const uint8_t type = level.bytes[0];
-  level.leaf = type == (rows ? kLeafRows : kLeafEntries);
-  if (!level.leaf && type != (rows ? kInnerRows : kInnerEntries)) ThrowDamaged();
-  level.cells = Big16(level.bytes + 3);
-  const size_t header = level.leaf ? kLeafHeader : kInnerHeader;
-  if (header + 2 * level.cells > kUsable) ThrowDamaged();
   ++depth_;
 }
 
-const uint8_t* TreeCursor::CellAt(const Level& level, uint32_t index) const {
-  const size_t header = level.leaf ? kLeafHeader : kInnerHeader;
-  const uint32_t offset = Big16(level.bytes + header + 2 * index);
+const uint8_t* TreeCursor::CellAt(const Page& page, uint32_t index) const {
+  const size_t header = page.leaf ? kLeafHeader : kInnerHeader;
+  const uint32_t offset = Big16(page.bytes + header + 2 * index);
   if (offset > kUsable - kChildSize) ThrowDamaged();
-  return level.bytes + offset;
+  return page.bytes + offset;
 }
 
-uint32_t TreeCursor::ChildAt(const Level& level, uint32_t index) const {
-  return Big32(index == level.cells ? level.bytes + kLeafHeader : CellAt(level, index));
+uint32_t TreeCursor::ChildAt(const Page& page, uint32_t index) const {
+  return Big32(index == page.cells ? page.bytes + kLeafHeader : CellAt(page, index));
 }
 
-int64_t TreeCursor::RowAt(const Level& level, uint32_t index) const {
-  const uint8_t* at = CellAt(level, index);
-  const uint8_t* end = level.bytes + kUsable;
-  if (level.leaf) {
+int64_t TreeCursor::RowAt(const Page& page, uint32_t index) const {
+  const uint8_t* at = CellAt(page, index);
+  const uint8_t* end = page.bytes + kUsable;
+  if (page.leaf) {
     (void)TakeVarint(at, end);
   } else {
     at += kChildSize;
@@ -93,15 +105,17 @@ int64_t TreeCursor::RowAt(const Level& level, uint32_t index) const {
   return static_cast<int64_t>(TakeVarint(at, end));
 }
 
-ByteView TreeCursor::PayloadAt(const Level& level, uint32_t index) {
-  const uint8_t* at = CellAt(level, index);
-  const uint8_t* end = level.bytes + kUsable;
-  if (!level.leaf) at += kChildSize;
+ByteView TreeCursor::PayloadAt(const Page& page, uint32_t index, int64_t* row) {
+  const uint8_t* at = CellAt(page, index);
+  const uint8_t* end = page.bytes + kUsable;
+  if (!page.leaf) at += kChildSize;
   const uint64_t size = TakeVarint(at, end);
   const bool rows = kind_ == Kind::Rows;
-  if (rows) (void)TakeVarint(at, end);
+  const uint64_t number = rows ? TakeVarint(at, end) : 0;
+  if (row) *row = static_cast<int64_t>(number);
   if (size > kLongestRow) ThrowDamaged();
   const size_t local = LocalSize(static_cast<size_t>(size), rows);
+  if (!rows && local != size) ThrowDamaged();  // no entry is that long
   const size_t needed = local == size ? local : local + kChildSize;
   if (at > end || needed > static_cast<size_t>(end - at)) ThrowDamaged();
   return local == size ? ByteView(at, local) : Gather(at, local, static_cast<size_t>(size));
@@ -121,22 +135,12 @@ ByteView TreeCursor::Gather(const uint8_t* local, size_t localSize, size_t size)
   return gathered_;
 }
 
-// Positions are mostly given without gaps, so a row is where it would then be, counted from the
-// last row of the leaf before, which the page above tells.
-uint32_t TreeCursor::FirstRowNotBelow(const Level& level, int64_t row) const {
+uint32_t TreeCursor::FirstRowNotBelow(const Page& page, int64_t row) const {
   uint32_t low = 0;
-  uint32_t high = level.cells;
-  if (level.leaf && depth_ > 1) {
-    const Level& above = levels_[depth_ - 2];
-    const int64_t ahead = above.at == 0 ? row : row - RowAt(above, above.at - 1);
-    const bool within = ahead > 0 && ahead <= level.cells;
-    if (within && RowAt(level, static_cast<uint32_t>(ahead - 1)) == row) {
-      return static_cast<uint32_t>(ahead - 1);
-    }
-  }
+  uint32_t high = page.cells;
   while (low < high) {
     const uint32_t middle = (low + high) / 2;
-    if (RowAt(level, middle) < row) {
+    if (RowAt(page, middle) < row) {
       low = middle + 1;
     } else {
       high = middle;
@@ -145,12 +149,52 @@ uint32_t TreeCursor::FirstRowNotBelow(const Level& level, int64_t row) const {
   return low;
 }
 
-uint32_t TreeCursor::FirstEntryNotBelow(const Level& level, ByteView bound) {
+// Positions are mostly given without gaps, so a row is where it would then be, counted from the
+// last row of the page before, which the page above tells.
+TreeCursor::Spot TreeCursor::Guess(int64_t row) {
+  if (!pool_) return {};
+  Page page = levels_[0];
+  int64_t before = 0;
+  for (size_t depth = 1; !page.leaf; ++depth) {
+    const uint32_t at = FirstRowNotBelow(page, row);
+    if (at != 0) before = RowAt(page, at - 1);
+    PageRef held;
+    const uint8_t* bytes = Fetch(ChildAt(page, at), held);
+    if (held.Bytes() || depth == kDeepest) return {};
+    __builtin_prefetch(bytes);
+    __builtin_prefetch(bytes + 64);
+    if (depth + 1 == depth_) {  // a leaf, which is not looked at before it has arrived
+      return row > before ? Spot{bytes, static_cast<uint32_t>(row - before - 1)} : Spot{};
+    }
+    page = PageOf(bytes);
+  }
+  return {};
+}
+
+void TreeCursor::Prefetch(const Spot& spot) const {
+  if (!spot.leaf) return;
+  const Page page = PageOf(spot.leaf);
+  if (!page.leaf || spot.cell >= page.cells) return;
+  const uint8_t* cell = CellAt(page, spot.cell);
+  __builtin_prefetch(cell);
+  __builtin_prefetch(cell + 64);
+}
+
+bool TreeCursor::TakeSpot(const Spot& spot, int64_t row, ByteView& payload) {
+  if (!spot.leaf) return false;
+  const Page page = PageOf(spot.leaf);
+  if (!page.leaf || spot.cell >= page.cells) return false;
+  int64_t found = 0;
+  payload = PayloadAt(page, spot.cell, &found);
+  return found == row;
+}
+
+uint32_t TreeCursor::FirstEntryNotBelow(const Page& page, ByteView bound) {
   uint32_t low = 0;
-  uint32_t high = level.cells;
+  uint32_t high = page.cells;
   while (low < high) {
     const uint32_t middle = (low + high) / 2;
-    RowReader row(PayloadAt(level, middle));
+    RowReader row(PayloadAt(page, middle));
     if (BytesLess(row.TakeBytes(), bound)) {
       low = middle + 1;
     } else {
@@ -227,6 +271,10 @@ bool TreeCursor::Next() {
   return Top().at < Top().cells || ClimbForward();
 }
 
+bool TreeCursor::StaysInPage(bool forward) const noexcept {
+  return Top().leaf && (forward ? Top().at + 1 < Top().cells : Top().at > 0);
+}
+
 bool TreeCursor::Previous() {
   if (!Top().leaf) DescendToLast();
   while (Top().at == 0) {
@@ -243,6 +291,6 @@ bool TreeCursor::Previous() {
 
 int64_t TreeCursor::Row() const { return RowAt(Top(), Top().at); }
 
-ByteView TreeCursor::Payload() { return PayloadAt(Top(), Top().at); }
+ByteView TreeCursor::Payload(int64_t* row) { return PayloadAt(Top(), Top().at, row); }
 
 }  // namespace btrieve

@@ -7,34 +7,12 @@
 
 #include <array>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
+#include "btrieve/PagePool.h"
 #include "btrieve/RowReader.h"
-#include "btrieve/Sqlite.h"
 
 namespace btrieve {
-
-// A page of SQLite's cache, held there until the end of the scope.
-class PageRef {
- public:
-  PageRef() = default;
-  PageRef(sqlite3* connection, uint32_t number);
-  PageRef(PageRef&& other) noexcept
-      : page_(std::exchange(other.page_, nullptr)), bytes_(other.bytes_) {}
-  PageRef& operator=(PageRef&& other) noexcept {
-    std::swap(page_, other.page_);
-    std::swap(bytes_, other.bytes_);
-    return *this;
-  }
-  ~PageRef();
-
-  const uint8_t* Bytes() const noexcept { return bytes_; }
-
- private:
-  void* page_ = nullptr;
-  const uint8_t* bytes_ = nullptr;
-};
 
 // A place in a tree. It holds the pages on the way there, so it must be gone, or closed, before the
 // transaction it reads in ends and before anything is written.
@@ -42,7 +20,8 @@ class TreeCursor {
  public:
   enum class Kind : uint8_t { Rows, Entries };
 
-  void Open(sqlite3* connection, Kind kind, uint32_t root);
+  // `pool` may be null; it must then be cleared when the cursor must be closed.
+  void Open(sqlite3* connection, Kind kind, uint32_t root, PagePool* pool = nullptr);
   void Close() noexcept;
   bool IsOpen() const noexcept { return depth_ != 0; }
 
@@ -52,22 +31,40 @@ class TreeCursor {
   bool SeekEntry(ByteView bound);
   bool Next();
   bool Previous();
+  // Whether Next or Previous stays in the page.
+  bool StaysInPage(bool forward) const noexcept;
+
+  // Where a row is likely to stand, for looking at several rows at a time: the page is in the pool,
+  // the cell on its way into the processor's cache after Prefetch. Rows are read by TakeSpot, false
+  // where the row is not there and has to be sought.
+  struct Spot {
+    const uint8_t* leaf = nullptr;
+    uint32_t cell = 0;
+  };
+  Spot Guess(int64_t row);
+  void Prefetch(const Spot& spot) const;
+  bool TakeSpot(const Spot& spot, int64_t row, ByteView& payload);
 
   int64_t Row() const;
-  // The stored row: columns for RowReader. Valid until the cursor moves.
-  ByteView Payload();
+  // The stored row: columns for RowReader. Valid until the cursor moves. `row` may be null.
+  ByteView Payload(int64_t* row = nullptr);
 
  private:
   static constexpr size_t kDeepest = 20;
 
-  struct Level {
-    PageRef page;
+  struct Page {
     const uint8_t* bytes = nullptr;
-    uint32_t number = 0;
-    uint32_t at = 0;  // the cell stood on; in an inner page also the child gone down to
     uint32_t cells = 0;
     bool leaf = false;
   };
+  struct Level : Page {
+    PageRef held;  // unless it is in the pool
+    uint32_t number = 0;
+    uint32_t at = 0;  // the cell stood on; in an inner page also the child gone down to
+  };
+
+  Page PageOf(const uint8_t* bytes) const;
+  const uint8_t* Fetch(uint32_t number, PageRef& held) const;
 
   Level& Top() noexcept { return levels_[depth_ - 1]; }
   const Level& Top() const noexcept { return levels_[depth_ - 1]; }
@@ -77,15 +74,16 @@ class TreeCursor {
   void DescendToFirst();
   void DescendToLast();
   bool ClimbForward();
-  const uint8_t* CellAt(const Level& level, uint32_t index) const;
-  uint32_t ChildAt(const Level& level, uint32_t index) const;
-  int64_t RowAt(const Level& level, uint32_t index) const;
-  ByteView PayloadAt(const Level& level, uint32_t index);
+  const uint8_t* CellAt(const Page& page, uint32_t index) const;
+  uint32_t ChildAt(const Page& page, uint32_t index) const;
+  int64_t RowAt(const Page& page, uint32_t index) const;
+  ByteView PayloadAt(const Page& page, uint32_t index, int64_t* row = nullptr);
   ByteView Gather(const uint8_t* local, size_t localSize, size_t size);
-  uint32_t FirstRowNotBelow(const Level& level, int64_t row) const;
-  uint32_t FirstEntryNotBelow(const Level& level, ByteView bound);
+  uint32_t FirstRowNotBelow(const Page& page, int64_t row) const;
+  uint32_t FirstEntryNotBelow(const Page& page, ByteView bound);
 
   sqlite3* connection_ = nullptr;
+  PagePool* pool_ = nullptr;
   Kind kind_ = Kind::Rows;
   size_t depth_ = 0;
   std::array<Level, kDeepest> levels_;

@@ -137,7 +137,7 @@ int main(int argc, char** argv) {
   Figure("100,000 records by extended steps, over the scan by hand", 1.3, StepExtended, StepByHand);
   Figure("100,000 records by extended reads along a key, over the scan by hand", 1.3, KeyExtended,
          KeyByHand);
-  Figure("the answer by extended steps, over one step call a record", 0.2, StepExtended,
+  Figure("the answer by extended steps, over one step call a record", 0.5, StepExtended,
          StepOneCall);
   Figure("the answer by extended reads along a key, over one get-next call a record", 0.2,
          KeyExtended, KeyOneCall);

@@ -124,5 +124,25 @@ TEST_F(ExtendedScan, SeesTheOwnTransaction) {
   }
 }
 
+TEST_F(ExtendedScan, GoesTogetherWithWrites) {
+  for (const int begin : {0, 19, 1019}) {
+    SCOPED_TRACE(begin);
+    if (begin != 0) {
+      file_.Call(begin, {});
+    }
+    for (int round = 0; round < 60; ++round) {
+      const Direction& to = kDirections[round % std::size(kDirections)];
+      for (int i = 0; i < 4; ++i) {
+        Read(kStepFirst, 0);
+        ASSERT_EQ(file_.Call(kDelete, {}).status, 0);
+        ASSERT_EQ(file_.Insert(Record(-1 - begin * 1000 - round * 4 - i, round)), 0);
+      }
+      EXPECT_EQ(Extended(to, 0), Single(to));
+    }
+    const int end = begin != 0 ? file_.Call(kEnd, {}).status : 0;
+    ASSERT_EQ(end, 0);
+  }
+}
+
 }  // namespace
 }  // namespace btrieve::test
