@@ -123,6 +123,23 @@ TEST_P(MadeClass, ReadsBackWhatItSavesAndNothingLess) {
   EXPECT_EQ(Load(other.get(), newer), E_FAIL);
 }
 
+// The worked example of docs/persisted-state.md.
+class NewControl : public MadeClass {};
+TEST_P(NewControl, OfADatabaseStoresTheDocumentedBytes) {
+  const std::vector<uint8_t> expected = {
+      0x00, 0x0E, 0x00, 0x00,                          // version
+      0x4F, 0x03, 0x00, 0x00, 0x4F, 0x03, 0x00, 0x00,  // _cx, _cy
+      0x08, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00,  // DDFDir
+      0x08, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00,  // OwnerName
+      0x03, 0x00, 0x00, 0x00, 0x00, 0x00,              // OpenMode
+      0x0B, 0x00, 0xFF, 0xFF,                          // AllOpen
+      0x08, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00,  // DistName
+      0x0B, 0x00, 0xFF, 0xFF,                          // CacheDDF
+  };
+  EXPECT_EQ(Save(control.get()), expected);
+}
+INSTANTIATE_TEST_SUITE_P(Database, NewControl, ::testing::Values(&kQRNBtrTable));
+
 TEST_P(MadeClass, DamagedStreamsLoadOrFail) {
   const auto bytes = Save(control.get());
   const auto other = Make(GetParam()->classId);
