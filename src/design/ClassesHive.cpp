@@ -22,32 +22,41 @@ ole::Key OpenMachine() {
   return classes;
 }
 
-ole::Key OpenUser() {
+ole::Key OpenUser(Purpose purpose) {
   ole::Key classes;
-  RegCreateKeyExW(HKEY_CURRENT_USER, kClasses, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
-                  classes.put(), nullptr);
+  constexpr REGSAM kAccess = KEY_READ | KEY_WRITE;
+  if (purpose == Purpose::Add) {
+    RegCreateKeyExW(HKEY_CURRENT_USER, kClasses, 0, nullptr, 0, kAccess, nullptr, classes.put(),
+                    nullptr);
+  } else {
+    RegOpenKeyExW(HKEY_CURRENT_USER, kClasses, 0, kAccess, classes.put());
+  }
   return classes;
+}
+
+// The system refuses to delete a key that holds others; one with a value is kept.
+void DeleteWhenEmpty(HKEY parent, const wchar_t* name) {
+  DWORD values = 0;
+  ole::Key key;
+  RegOpenKeyExW(parent, name, 0, KEY_READ, key.put());
+  if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                               &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+    return;
+  }
+  key.reset();
+  if (values == 0) RegDeleteKeyW(parent, name);
 }
 
 }  // namespace
 
-ClassesHive::ClassesHive(Hive hive) noexcept
-    : hive_(hive), classes_(hive == Hive::Machine ? OpenMachine() : OpenUser()) {}
+ClassesHive::ClassesHive(Hive hive, Purpose purpose) noexcept
+    : hive_(hive), classes_(hive == Hive::Machine ? OpenMachine() : OpenUser(purpose)) {}
 
-// The system refuses to delete a key that holds others; one with a value is kept.
 ClassesHive::~ClassesHive() {
   if (hive_ != Hive::User || !classes_) return;
-  for (const wchar_t* name : kCommonKeys) {
-    DWORD values = 0;
-    ole::Key key;
-    RegOpenKeyExW(classes_.get(), name, 0, KEY_READ, key.put());
-    if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                 &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
-      continue;
-    }
-    key.reset();
-    if (values == 0) RegDeleteKeyW(classes_.get(), name);
-  }
+  for (const wchar_t* name : kCommonKeys) DeleteWhenEmpty(classes_.get(), name);
+  classes_.reset();
+  DeleteWhenEmpty(HKEY_CURRENT_USER, kClasses);
 }
 
 }  // namespace qrn::design

@@ -6,13 +6,14 @@
 namespace qrn::design {
 
 enum class Hive { Machine, User };
+enum class Purpose { Add, Remove };
 
 // One of the two places, open for writing. The common keys that are left empty in the user's place
-// go when this goes: a new user has none.
+// go when this goes, and the place itself: a new user has none.
 class ClassesHive {
  public:
-  // Opens the place; without leave to write there, `open` is false.
-  explicit ClassesHive(Hive hive) noexcept;
+  // Opens the place, and makes the user's for adding. `open` is false without leave to write there.
+  ClassesHive(Hive hive, Purpose purpose) noexcept;
   ClassesHive(const ClassesHive&) = delete;
   ClassesHive& operator=(const ClassesHive&) = delete;
   ~ClassesHive();

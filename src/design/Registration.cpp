@@ -109,7 +109,7 @@ bool RemoveTypeLibrary(const ClassesHive& hive) {
 
 // An error only where the place is open: what the user may not write there was not put there.
 bool RemoveFrom(Hive which) {
-  const ClassesHive hive(which);
+  const ClassesHive hive(which, Purpose::Remove);
   if (!hive.open()) return true;
   const bool library = RemoveTypeLibrary(hive);
   return RemoveScripts(hive.get()) && library;
@@ -123,7 +123,7 @@ HRESULT AddTo(const ClassesHive& hive) {
 }
 
 HRESULT RegisterIn(Hive which) {
-  const HRESULT result = AddTo(ClassesHive(which));
+  const HRESULT result = AddTo(ClassesHive(which, Purpose::Add));
   if (FAILED(result)) RemoveFrom(which);
   return result;
 }
