@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 #include <ocidl.h>
 
+#include <filesystem>
+
 #include "BuiltModule.h"
 #include "binding/tables/AllTables.h"
+#include "ole/Module.h"
 #include "tests/ole/Counters.h"
 #include "tests/ole/TestSite.h"
 
@@ -48,6 +51,39 @@ TEST_P(Lives, LeaveNothing) {
   EXPECT_LE(GdiObjects() - gdi, kSystemsOwn);
   EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
   EXPECT_TRUE(ModuleMayUnload());
+}
+
+template <class Function>
+Function Entry(HMODULE module, const char* name) {
+  return reinterpret_cast<Function>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
+// Loads a copy of the module, shows a control of it, and lets it go.
+TEST(ModuleLife, LoadedAndUnloadedAgainAndAgain) {
+  const std::wstring copy =
+      (std::filesystem::temp_directory_path() / L"qrn_design_copy.ocx").wstring();
+  ASSERT_TRUE(CopyFileW(ModuleFile().c_str(), copy.c_str(), FALSE));
+  for (int i = 0; i < 5; ++i) {
+    const HMODULE module = LoadLibraryW(copy.c_str());
+    ASSERT_TRUE(module);
+    Com<IClassFactory> factory;
+    Com<IUnknown> control;
+    ASSERT_EQ(Entry<HRESULT(WINAPI*)(REFCLSID, REFIID, void**)>(module, "DllGetClassObject")(
+                  AsGuid(kQRNEditTable.classId), __uuidof(IClassFactory), factory.putVoid()),
+              S_OK);
+    EXPECT_EQ(factory->CreateInstance(nullptr, __uuidof(IUnknown), control.putVoid()), S_OK);
+    TestSite site;
+    EXPECT_EQ(site.Host(control.get()), S_OK);
+    const auto mayUnload = Entry<HRESULT(WINAPI*)()>(module, "DllCanUnloadNow");
+    EXPECT_EQ(mayUnload(), S_FALSE);
+    site.Unhost();
+    control.reset();
+    factory.reset();
+    EXPECT_EQ(mayUnload(), S_OK);
+    FreeLibrary(module);
+    EXPECT_EQ(GetModuleHandleW(L"qrn_design_copy.ocx"), nullptr);
+  }
+  EXPECT_TRUE(DeleteFileW(copy.c_str()));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Lives, ::testing::ValuesIn(kControls),
