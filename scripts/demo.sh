@@ -28,11 +28,16 @@ tour_company() {
 }
 
 run_demo() {
+  mkdir -p "$BUILD/demo"
   build windows flattour qrnbt350 lexbase w64btrv qrnform
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
   wine_environment
   ensure_prefix "$WINEPREFIX" || die "Wine could not make a prefix"
+  clone_prefix "$WINEPREFIX" "$BUILD/demo/wine"
+  wine_environment "$BUILD/demo/wine"
   build_company "$BUILD/demo/company"
   tour_company "$BUILD/demo/company"
+  # What Wine started without a display shows nothing on one that comes later.
+  "$WINESERVER" -k || true
   demo_forms "$BUILD/demo/company"
 }

@@ -50,6 +50,7 @@ demo_forms() {
   demo_form "$company" "$number" walk || code=1
   say "the customer card: found, changed, inserted, a duplicate, deleted, by key and mouse"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" customers || code=1
+  "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
   [ "$code" -eq 0 ] || die "a form did not do what its script says"
