@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace qrn::host {
@@ -11,8 +12,12 @@ inline constexpr double kTwipsPerPixel = 15;
 inline constexpr int kPixelsPerInch = 96;
 inline constexpr int kHimetricPerInch = 2540;
 
+// Far outside any screen, and still to be added and doubled.
+inline constexpr double kMostPixels = 1e6;
+
 inline int ToPixels(double twips) noexcept {
-  return static_cast<int>(std::lround(twips / kTwipsPerPixel));
+  const double pixels = std::clamp(twips / kTwipsPerPixel, -kMostPixels, kMostPixels);
+  return static_cast<int>(std::lround(pixels));
 }
 inline double ToTwips(int pixels) noexcept { return pixels * kTwipsPerPixel; }
 inline LONG ToHimetric(int pixels) noexcept {

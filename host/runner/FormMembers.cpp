@@ -1,4 +1,6 @@
 // What code sees of a form.
+#include <algorithm>
+
 #include "host/container/Text.h"
 #include "host/runner/Form.h"
 #include "host/runner/Program.h"
@@ -7,6 +9,36 @@ namespace qrn::host {
 namespace {
 
 constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
+
+// Walks a form's controls for For Each. Controls that go meanwhile end the walk.
+class ControlWalk final : public ComObject<IEnumVARIANT> {
+ public:
+  ControlWalk(Com<Form> form, size_t at) : form_(std::move(form)), at_(at) {}
+
+  STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
+    if (!items) return E_POINTER;
+    ULONG given = 0;
+    for (; given < count && at_ < form_->controls().size(); ++given, ++at_) {
+      items[given] = Variant(Com<IDispatch>(form_->controls()[at_].get())).release();
+    }
+    if (fetched) *fetched = given;
+    return given == count ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Skip(ULONG count) override {
+    const size_t left = form_->controls().size() - std::min(at_, form_->controls().size());
+    at_ += std::min<size_t>(count, left);
+    return count <= left ? S_OK : S_FALSE;
+  }
+  STDMETHODIMP Reset() override { return at_ = 0, S_OK; }
+  STDMETHODIMP Clone(IEnumVARIANT** copy) override {
+    return Guard(
+        [&] { return Com<IEnumVARIANT>(MakeCom<ControlWalk>(form_, at_).get()).copyTo(copy); });
+  }
+
+ private:
+  Com<Form> form_;
+  size_t at_;
+};
 
 // The controls of a form: Controls("edtName"), Controls(0), Controls.Count.
 class ControlList final : public Scriptable {
@@ -31,11 +63,19 @@ class ControlList final : public Scriptable {
     call.Give(Variant(Com<IDispatch>(control)));
   }
 
+  void NewEnum(Call& call) {
+    Variant walk;
+    walk->vt = VT_UNKNOWN;
+    walk->punkVal = Com<IUnknown>(MakeCom<ControlWalk>(form_, 0).get()).detach();
+    call.Give(std::move(walk));
+  }
+
  protected:
   std::vector<MemberTable> Tables() const override {
     static constexpr MemberEntry kMembers[] = {
         Member<&ControlList::Item>(L"Item", kGet, kValueMember),
-        Member<&ControlList::Count>(L"Count", kGet)};
+        Member<&ControlList::Count>(L"Count", kGet),
+        Member<&ControlList::NewEnum>(L"_NewEnum", kGet, DISPID_NEWENUM)};
     return {kMembers};
   }
 

@@ -91,6 +91,14 @@ const FormCase kCases[] = {
     {"a form goes inside an event of what lies on it", kButtons,
      "Private Sub cmdOk_Click()\n  Unload Me\n  Print \"gone\"\nEnd Sub\n",
      "click cmdOk\nwait 200\n", "gone\n"},
+    {"controls are walked and found by name and place", kButtons,
+     "Private Sub Form_Load()\n  Dim c As Control\n  For Each c In Controls\n    Print c.Name;\n"
+     "  Next c\n  Print Controls(0).Name; Controls(\"cmdNo\").Caption; Controls.Count\nEnd Sub\n",
+     "", "cmdOkcmdNotxtOnecmdOk中止 3 \n"},
+    {"sizes and places beyond all screens are taken", kFrame,
+     "Private Sub Form_Load()\n  txtIn.Left = 1E+300: txtIn.Width = 1E+200\n"
+     "  txtIn.Left = -1E+300: Print \"still here\"\nEnd Sub\n",
+     "", "still here\n"},
     {"a form's keys come first where it asks for them", kTwoTexts,
      "Private Sub Form_Load()\n  KeyPreview = True\nEnd Sub\n"
      "Private Sub Form_KeyPress(KeyAscii As Integer)\n"
