@@ -49,8 +49,9 @@ struct PersistedItem {
 
 // Reads the items of a map. Nothing if the stream is newer, ends early, or holds a type or a class
 // that no map writes, a text whose byte count is odd or not closed by its terminator, or an object
-// whose own lengths do not add up, down to the sizes inside a picture. No object is made from it, so nothing in it can be run.
-// Memory stays in proportion to what the stream really holds, whatever lengths it claims.
+// whose own lengths do not add up, down to the sizes inside a picture. No object is made from it,
+// so nothing in it can be run. Memory stays in proportion to what the stream really holds, whatever
+// lengths it claims.
 std::optional<std::vector<PersistedItem>> ReadItems(ByteSource& source,
                                                     std::span<const PersistRow> map);
 
