@@ -11,7 +11,7 @@ namespace btrieve {
 
 class PagePool {
  public:
-  static constexpr size_t kPlaces = 4096;  // as many pages as SQLite's cache is given
+  static constexpr size_t kPlaces = 8192;  // well below what SQLite's cache is given
 
   // Null for a page that is not held.
   const uint8_t* Find(uint32_t number) const noexcept {

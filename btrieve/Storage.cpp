@@ -49,7 +49,7 @@ void Storage::Open(const std::string& path) {
   connection_ = Connection(SqliteName(path), SQLITE_OPEN_READWRITE);
   sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
   connection_.Run(
-      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-16384;"
+      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-49152;"
       "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432;");
   LoadSpecification();
   Prepare();

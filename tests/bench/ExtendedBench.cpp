@@ -40,12 +40,12 @@ void Append(std::vector<uint8_t>& bytes, uint64_t value, int width) {
     bytes.push_back(static_cast<uint8_t>(value >> (8 * byte)));
 }
 
-std::vector<uint8_t> Request(const char* signature) {
+std::vector<uint8_t> Request(const char* signature, uint16_t rejects = 0xFFFF) {
   std::vector<uint8_t> bytes;
   Append(bytes, 0, 2);
   bytes.push_back(static_cast<uint8_t>(signature[0]));
   bytes.push_back(static_cast<uint8_t>(signature[1]));
-  Append(bytes, 0xFFFF, 2);
+  Append(bytes, rejects, 2);
   Append(bytes, 2, 2);
   const struct {
     uint8_t comparison, connector;
@@ -120,6 +120,29 @@ void OneCallARecord(uint16_t first, uint16_t next, int8_t key) {
   Check(kept == kKept, "the plain walk went wrong");
 }
 
+// Fifty searches that each give up after 900 rejected records, in the middle of a file of `count`.
+template <uint32_t kCount>
+void FixedSearches() {
+  static BtrieveFile file(Workplace() + "/sized" + std::to_string(kCount) + ".btr");
+  static const bool ready = [] {
+    file.Create();
+    file.Open();
+    file.InsertAll(0, kCount);
+    return true;
+  }();
+  (void)ready;
+  std::vector<uint8_t> buffer(2 + kChunk * 30);
+  const std::vector<uint8_t> request = Request("EG", 900);
+  for (uint16_t search = 0; search < 50; ++search) {
+    const uint16_t percentage = static_cast<uint16_t>(2000 + 100 * search);
+    std::memcpy(buffer.data(), &percentage, 2);
+    Check(file.Call(44, buffer.data(), kRecordLength, -1) == 0, "get by percentage failed");
+    std::memcpy(buffer.data(), request.data(), request.size());
+    Check(file.Call(38, buffer.data(), static_cast<uint32_t>(buffer.size())) == 60,
+          "the search did not end by its reject count");
+  }
+}
+
 void KeyExtended() { ExtendedScan(12, 36, 0); }
 void KeyByHand() {
   HandScan("SELECT k.pos, r.data FROM k0 k CROSS JOIN rec r ON r.pos=k.pos ORDER BY k.e");
@@ -141,5 +164,7 @@ int main(int argc, char** argv) {
          StepOneCall);
   Figure("the answer by extended reads along a key, over one get-next call a record", 0.2,
          KeyExtended, KeyOneCall);
+  Figure("1,000 records examined in a file of 500,000, over a file of 50,000", 2.0,
+         FixedSearches<500000>, FixedSearches<50000>);
   return RunRatios(argc, argv);
 }
