@@ -68,6 +68,7 @@ RegistryDump DumpClasses() {
   RegistryDump dump;
   AddKey(HKEY_LOCAL_MACHINE, L"Software\\Classes", L"machine", dump);
   AddKey(HKEY_CURRENT_USER, L"Software\\Classes", L"user", dump);
+  dump.erase(L"user");  // the user's place itself: empty or not there is all one
   return dump;
 }
 
