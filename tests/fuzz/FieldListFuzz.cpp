@@ -34,8 +34,8 @@ constexpr const char* kWords[] = {"0",
                                   "\x83\x5C",
                                   "\x81",
                                   "@",
-                                  "\x83\x7C\x83\x5C\x83\x40"
-                                  "0,"};
+                                  ("\x83\x7C\x83\x5C\x83\x40"
+                                   "0,")};
 
 void CheckList(const FieldList& list) {
   uint32_t sum = 0;

@@ -48,8 +48,8 @@ constexpr const char* kWords[] = {"@0",
                                   "\x95\x5C",
                                   "\x83@ ",
                                   "\x81",
-                                  "@\x83\x7C\x83\x5C\x83\x40"
-                                  "0 "};
+                                  ("@\x83\x7C\x83\x5C\x83\x40"
+                                   "0 ")};
 
 bool IsTermHead(std::span<const uint8_t> head, bool last) {
   const int comparison = head[5] & ~(kComparesField | kIgnoresCase);
