@@ -103,10 +103,17 @@ class ScriptReader {
   RegistryKey Key(int depth) {
     RegistryKey key;
     key.rule = Rule();
+    if (NamesTheKeyAbove()) Fail("a key's name is empty");
     key.name = TakeText("a key's name or } is expected");
     if (At(Kind::Equals)) key.values.push_back(Value());
     if (At(Kind::Open)) Body(key, depth + 1);
     return key;
+  }
+
+  // To the system no name stands for the key that holds it: its removal would take all of that.
+  bool NamesTheKeyAbove() const {
+    return (At(Kind::Word) || At(Kind::Quoted)) &&
+           now_.text.find_first_not_of(u'\\') == now_.text.npos;
   }
 
   KeyRule Rule() {

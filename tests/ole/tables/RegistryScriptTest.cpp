@@ -27,7 +27,7 @@ std::string Show(const RegistryKey& key) {
 
 std::string ReadScript(std::u16string_view script) {
   ScriptError error;
-  const Replacements replacements{{u"MODULE", u"C:\\it's {my} 100%.ocx"}};
+  const Replacements replacements{{u"MODULE", u"C:\\it's {my} 100%.ocx"}, {u"NONE", u""}};
   const auto roots = ReadRegistryScript(script, replacements, error);
   if (!roots) return "line " + std::to_string(error.line) + ": " + error.what;
   std::string text;
@@ -87,6 +87,9 @@ TEST(RegistryScript, TellsWhereItsMistakeIs) {
       {u"HKCR { val X s x }", 1, "= is expected"},
       {u"HKCR { A = s %OTHER% }", 1, "a name between % signs stands for nothing"},
       {u"HKCR { A = s 50% }", 1, "a % is not closed"},
+      {u"HKCR {\nForceRemove ''\n}", 2, "a key's name is empty"},
+      {u"HKCR { A { Delete '\\' } }", 1, "a key's name is empty"},
+      {u"HKCR { NoRemove A { ForceRemove %NONE% } }", 1, "a key's name is empty"},
   };
   for (const auto& row : cases) {
     const std::string found = ReadScript(row.script);
