@@ -132,12 +132,28 @@ WScript.Echo "an unknown member: " & Err.Number
 Err.Clear
 rc = 99
 rc = db.DbOpen("nowhere")
-WScript.Echo "open without a dictionary: " & (rc <> 0) & " " & Err.Number
+WScript.Echo "open without a dictionary: " & rc & " " & Err.Number
+rc = 99
+db.DbOpen "nowhere", rc
+WScript.Echo "the same in an argument: " & rc & " " & Err.Number
+Dim mode(1)
+db.DbExSetMode "U", mode(0)
+db.DbExSetMode "UC", mode(1)
+WScript.Echo "into elements: " & mode(0) & " " & mode(1) & " " & VarType(mode(1))
+count = 77
+rc = db.DbGetNumOfTable(count)
+WScript.Echo "a failure's out argument: " & count & " " & rc
+WScript.Echo "a null text: " & Len(db.DbGetFieldData("nowhere", "f")) & " " & Err.Number
+db.DbOpen
+WScript.Echo "too few arguments: " & (Err.Number <> 0)
+Err.Clear
 Set db = Nothing
 WScript.Echo "done"
 )"),
             "made 0\nsomebody\na text for a number: True\nan unknown member: 438\n"
-            "open without a dictionary: True 0\ndone\n");
+            "open without a dictionary: -20 0\nthe same in an argument: -20 0\n"
+            "into elements: -1 0 2\na failure's out argument: 77 -20\na null text: 0 0\n"
+            "too few arguments: True\ndone\n");
 }
 
 }  // namespace

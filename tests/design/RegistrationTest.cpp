@@ -43,6 +43,40 @@ TEST(Registration, ARoundTripLeavesTheRegistryAsItWas) {
   EXPECT_EQ(Difference(before, DumpClasses()), "");
 }
 
+// Runs a program to its end; gives what it returned.
+DWORD RunTool(std::wstring command) {
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  DWORD result = STILL_ACTIVE;
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                     &process)) {
+    if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) {
+      TerminateProcess(process.hProcess, STILL_ACTIVE);
+    }
+    GetExitCodeProcess(process.hProcess, &result);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+  }
+  return result;
+}
+
+TEST(Registration, TheSystemsToolRegistersTheModuleAndTakesItOut) {
+  const RegistryDump before = DumpClasses();
+  const std::wstring key = ClassKey(kQRNBtrTable.classId);
+  EXPECT_EQ(RunTool(L"regsvr32.exe /s \"" + ModuleFile() + L"\""), 0u);
+  EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), ModuleFile());
+  CLSID found{};
+  EXPECT_EQ(CLSIDFromProgID(L"QRNBtr.QRNBtr.1", &found), S_OK);
+  Com<IUnknown> made;
+  EXPECT_EQ(
+      CoCreateInstance(found, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IUnknown), made.putVoid()),
+      S_OK);
+  made.reset();
+  EXPECT_EQ(RunTool(L"regsvr32.exe /s /u \"" + ModuleFile() + L"\""), 0u);
+  EXPECT_EQ(Difference(before, DumpClasses()), "");
+}
+
 TEST(Registration, AControlStandsAsDesignersLookForIt) {
   const Registered registered;
   ASSERT_EQ(registered.result, S_OK);
