@@ -4,23 +4,27 @@
 
 #include "binding/InputMethod.h"
 #include "binding/registry/ControlRegistry.h"
+#include "ole/Guard.h"
 #include "ole/Module.h"
 
 namespace {
 
-void OnLoad(HINSTANCE instance) {
+HRESULT OnLoad(HINSTANCE instance) {
   DisableThreadLibraryCalls(instance);
   qrn::ole::ModuleStart(instance);
   qrn::TheRegistry();
   qrn::TheInputMethod();
   qrn::TheEngine();
+  return S_OK;
 }
 
 }  // namespace
 
 // `processEnds` is null when the module is unloaded from a process that lives on.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
-  if (reason == DLL_PROCESS_ATTACH) OnLoad(instance);
+  if (reason == DLL_PROCESS_ATTACH) {
+    return SUCCEEDED(qrn::ole::Guard([instance] { return OnLoad(instance); }));
+  }
   if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) qrn::ole::ModuleEnd();
   return TRUE;
 }
