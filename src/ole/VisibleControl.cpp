@@ -173,8 +173,11 @@ void VisibleControl::OnChanged(int32_t id) {
   if (contained()) InvalidateRect(contained(), nullptr, TRUE);
 }
 
-// Somebody changed the font object itself.
-void VisibleControl::FontChanged() { Changed(stock::kFont, true); }
+// Somebody changed the font object itself. Who hears of it may let the control go.
+void VisibleControl::FontChanged() {
+  const Com<IUnknown> alive(&Outer());
+  Changed(stock::kFont, true);
+}
 
 bool VisibleControl::OnMouse(Message& message) {
   struct Row {
