@@ -54,8 +54,8 @@ int32_t IsFieldNull(const QuorinSettings& settings, const DbTableInfo& table,
 // VE001) without memory, the record unchanged.
 //
 // A new value that is given a place where another one stands moves it along instead of writing over
-// it. A descriptor that points outside the buffer counts as new. BufferSize follows the values'
-// lengths but does not fall below RecordLength.
+// it. A descriptor that points outside the buffer counts as new. BufferSize follows the change of a
+// value's length, reaches at least to the end of a new one and does not fall below RecordLength.
 int32_t SetBlobField(const QuorinSettings& settings, DbTableInfo& table, const char* text,
                      const DbFieldInfo& field, int32_t fieldOffset, int32_t* endOffset);
 

@@ -114,11 +114,15 @@ class StoredBlob {
     const auto oldLength = static_cast<size_t>(own_.length);
     const Extent behind = Behind();
     const auto usable = static_cast<size_t>(std::max(table_.BufferSize, 0));
-    const size_t end = std::max({usable, EndOf(own_), behind.end});
+    const size_t used = std::max(EndOf(own_), behind.end);
+    // A new value takes room that is there: record after record needs no longer buffer.
+    const size_t end = isNew_ ? used : std::max(usable, used);
     if (length > oldLength && !Grow(end + (length - oldLength))) return false;
     const auto difference = static_cast<int32_t>(length) - own_.length;
     Move(behind, difference);
-    table_.BufferSize = std::max(table_.BufferSize + difference, table_.RecordLength);
+    const int32_t needed = isNew_ ? static_cast<int32_t>(end + length) : 0;
+    const int32_t followed = isNew_ ? table_.BufferSize : table_.BufferSize + difference;
+    table_.BufferSize = std::max({followed, needed, table_.RecordLength});
     return true;
   }
 

@@ -120,6 +120,15 @@ TEST_F(LongRecords, WithoutMemoryThereIsARefusalAndAMessage) {
   EXPECT_EQ(messages.Take().find("VE001 メモリ不足  Qrndb "), 0u);
 }
 
+TEST_F(LongRecords, InsertAfterInsertFitsInOneBuffer) {
+  for (int no = 1; no <= 12; ++no) {
+    EXPECT_EQ(InsertPaper(std::to_string(no).c_str(), "head", std::string(50000, 'b')), 0);
+  }
+  EXPECT_LE(papers_.Table()->BufferSize, kLongRecordSize);
+  EXPECT_LE(papers_.Table()->BufferAllocated, static_cast<size_t>(kLongRecordSize));
+  EXPECT_EQ(Paper("12"), "head|4096") << "what a field's text holds of it";
+}
+
 TEST_F(LongRecords, ALongRecordMakesTheBufferGrow) {
   EXPECT_EQ(InsertPaper("1", "head", std::string(60000, 'b')), 0);
   DbTableInfo& table = *papers_.Table();
