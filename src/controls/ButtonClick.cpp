@@ -90,11 +90,12 @@ void ButtonClick::Run() {
   Finish(row->run(*this, dbOperation), row->writes);
 }
 
+// A question that could not be shown counts as declined.
 bool ButtonClick::Confirmed() {
   if (button_.ConfirmMsg.empty()) return true;
   const HWND owner = button_.hwnd() ? button_.hwnd() : static_cast<HWND>(form_);
   const ole::Bstr question = button_.ConfirmMsg;
-  return MessageBoxW(owner, question.c_str(), L"", MB_OKCANCEL) != IDCANCEL;
+  return MessageBoxW(owner, question.c_str(), L"", MB_OKCANCEL) == IDOK;
 }
 
 // The table is there and open; the key is known.
@@ -110,7 +111,7 @@ bool ButtonClick::Prepared() {
 
 void ButtonClick::Finish(Status result, bool wrote) {
   if (result != kSuccess) {
-    if (result != kAlreadyOpen) Report(result);
+    if (result != kRefused) Report(result);
     return;
   }
   if (wrote && button_.ClearControlData != 0) ClearControls(button_, [this] { return Table(); });

@@ -6,6 +6,7 @@
 #include "binding/tables/QRNBtnTable.h"
 #include "controls/ButtonClick.h"
 #include "core/DictionaryLookup.h"
+#include "ole/Guard.h"
 
 namespace qrn {
 namespace {
@@ -53,12 +54,18 @@ ButtonImage ImageOf(const ole::Com<IPictureDisp>& picture) {
   return {};
 }
 
+// The virtual key that types a character; 0 for one that no key types.
+WORD KeyTyping(wchar_t character) {
+  const SHORT key = VkKeyScanW(character);
+  return key != -1 ? WORD{LOBYTE(key)} : WORD{0};
+}
+
 // The letter behind a single "&" of a caption, as a virtual key; 0 for none.
 WORD MnemonicOf(std::wstring_view caption) {
   for (size_t i = 0; i + 1 < caption.size(); ++i) {
     if (caption[i] != L'&') continue;
     const wchar_t next = caption[++i];
-    if (next != L'&') return static_cast<WORD>(LOBYTE(VkKeyScanW(next)));
+    if (next != L'&') return KeyTyping(next);
   }
   return 0;
 }
@@ -144,6 +151,16 @@ void CQRNBtn::OnFillControlInfo(CONTROLINFO& info) {
   info.cAccel = mnemonic_ ? 1 : 0;
 }
 
-void CQRNBtn::OnMnemonic(MSG&) { Click(); }
+// As with the mouse, the focus comes first: the control that loses it repairs its text before that
+// goes into the record.
+void CQRNBtn::OnMnemonic(MSG&) {
+  if (Enabled == 0) return;
+  const ole::Com<IUnknown> alive(&Outer());
+  if (inPlace().active()) {
+    ole::Guard([&] { return inPlace().Activate(true); });
+    FocusWindow();
+  }
+  Click();
+}
 
 }  // namespace qrn

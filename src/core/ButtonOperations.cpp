@@ -66,7 +66,7 @@ struct Admission {
 };
 
 Admission AfterSetData(BoundButton& button) {
-  if (button.RefusedBySetData()) return {nullptr, kAlreadyOpen};
+  if (button.RefusedBySetData()) return {nullptr, kRefused};
   DbTableInfo* table = button.Table();
   return {table, table != nullptr ? kSuccess : kNotOpen};
 }

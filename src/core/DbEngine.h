@@ -30,7 +30,8 @@ DbEngine& TheEngine();
 // control registry is the same object. Only before the first use of the two above.
 void UseSettings(QuorinSettings& settings) noexcept;
 
-// Where the row text of the fill under way goes; null outside a fill.
+// Where a Format handler's row text goes: set by each row of a plain fill and left there after it,
+// null before the first.
 extern char* FormattedTarget;
 
 }  // namespace qrn

@@ -13,9 +13,11 @@ enum ReturnCode : Status {
   // wrong length, a library that is not there; from a read of the current position, any failure.
   kFailure = -1,
 
-  // Opening, creating and renaming want a closed table. A button's operation gives the same code
-  // when the user's handler refused it.
+  // Opening, creating and renaming want a closed table.
   kAlreadyOpen = -2,
+
+  // The same code from a button's operation: a handler of `SetData` refused it.
+  kRefused = -2,
 
   // Every operation on records; the table and what it holds stay as they are.
   kNotOpen = -3,

@@ -144,6 +144,22 @@ TEST_F(Button, ShowsItsCaptionOrItsPicture) {
   EXPECT_TRUE(IsWindowEnabled(button_.window()));
 }
 
+TEST_F(Button, AnIconIsShownAsOne) {
+  PICTDESC description{};
+  description.cbSizeofstruct = sizeof description;
+  description.picType = PICTYPE_ICON;
+  description.icon.hicon = CopyIcon(LoadIconW(nullptr, reinterpret_cast<LPCWSTR>(IDI_APPLICATION)));
+  ole::Com<IPictureDisp> picture;
+  ASSERT_EQ(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.putVoid()),
+            S_OK);
+  ole::Variant value{ole::Query<IDispatch>(picture)};
+  button_.Set(L"Style", Long(1));
+  EXPECT_EQ(button_.Set(L"Picture", *value.get()), S_OK);
+  EXPECT_EQ(GetWindowLongW(button_.window(), GWL_STYLE) & (BS_ICON | BS_BITMAP), BS_ICON);
+  EXPECT_EQ(SendMessageW(button_.window(), BM_GETIMAGE, IMAGE_ICON, 0),
+            reinterpret_cast<LRESULT>(description.icon.hicon));
+}
+
 TEST_F(Button, ADefaultButtonLooksLikeOne) {
   Hosted<CQRNBtn> button(L"btn2");
   button.Set(L"Default", Bool(true));
@@ -405,6 +421,35 @@ TEST_F(Button, TheCaptionsLetterIsTheContainersKey) {
   CopyAcceleratorTableW(info.hAccel, &key, 1);
   EXPECT_EQ(key.key, 'N');
   EXPECT_EQ(key.fVirt, FALT | FVIRTKEY);
+  button_.Set(L"Caption", Text(L"次(&あ)"));
+  EXPECT_EQ(control->GetControlInfo(&info), S_OK);
+  EXPECT_EQ(info.cAccel, 0) << "no key types it";
+}
+
+TEST_F(Button, TheCaptionsLetterTakesTheFocusThenClicks) {
+  Hosted<CQRNEdit> day(L"edtDay");
+  Bind(day, L"Day");
+  day.Set(L"DbTable", Text(L"Days"));
+  ASSERT_EQ(day.Show(), S_OK);
+  button_.Set(L"DbTable", Text(L"Days"));
+  button_.Set(L"ClearControlData", Bool(false));
+  button_.Set(L"Caption", Text(L"追加(&N)"));
+  SetFocus(day.window());
+  SetWindowTextW(day.window(), L"2024/2/3");
+  button_.events.log.clear();
+  const auto control = ole::Query<IOleControl>(button_.object());
+  MSG message{};
+  message.message = WM_SYSKEYDOWN;
+  message.wParam = 'N';
+  EXPECT_EQ(control->OnMnemonic(&message), S_OK);
+  EXPECT_EQ(button_.events.log, "2() -600() ");
+  EXPECT_EQ(GetFocus(), button_.window());
+  EXPECT_EQ(TextOf(day.window()), "2024/02/03");
+  EXPECT_EQ(office_.Field("Days", "Day"), "2024/02/03") << "repaired before it was written";
+  button_.Set(L"Enabled", Bool(false));
+  button_.events.log.clear();
+  EXPECT_EQ(control->OnMnemonic(&message), S_OK);
+  EXPECT_EQ(button_.events.log, "");
 }
 
 TEST_F(Button, AHandlerMayTakeTheFormAway) {
