@@ -100,10 +100,10 @@ test_windows() {
   trap stop_windows EXIT
   for program in "$BUILD"/windows/bin/test_*.exe; do
     [ -f "$program" ] || continue
-    TEST_TIMEOUT=300 WINEDEBUG=-all,err+heap one "windows-$(basename "$program" .exe)" gtest "$WINE64" "$program"
+    TEST_TIMEOUT=600 WINEDEBUG=-all,err+heap one "windows-$(basename "$program" .exe)" gtest "$WINE64" "$program"
   done
   for script in tests/scripts/*.sh; do
-    [ -f "$script" ] && TEST_TIMEOUT=300 one "$(basename "$script" .sh)" plain bash "$script"
+    [ -f "$script" ] && TEST_TIMEOUT=600 one "$(basename "$script" .sh)" plain bash "$script"
   done
   trap - EXIT
   stop_windows
