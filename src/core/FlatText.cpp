@@ -1,6 +1,5 @@
 #include "core/FlatText.h"
 
-#include <cstring>
 #include <span>
 
 #include "core/DbEngine.h"
@@ -10,6 +9,7 @@
 #include "core/Record.h"
 #include "platform/Bstr.h"
 #include "platform/CodePage.h"
+#include "platform/PlainText.h"
 
 namespace qrn::flat {
 namespace {
@@ -25,19 +25,29 @@ void* StoreReturnText(std::string_view text) {
 
 void* OrNothing(BstrText text) { return text != nullptr ? text : ReturnNothing(); }
 
+// Apart from its caller, whose usual way needs no area on the stack.
+[[gnu::noinline]] void* ReturnConverted(std::string_view text) {
+  char16_t wide[sizeof DbEngine::FieldText];
+  const size_t units = WidenText(text, wide);
+  return OrNothing(AllocateBstr({wide, units}));
+}
+
+// The text of the last field read; UTF-16 where the settings ask for it.
+void* ReturnFieldText(const DbEngine& engine) {
+  const std::span<const char> area = engine.FieldText;
+  const QuorinSettings& settings = engine.Settings;
+  if (settings.fix_str_addr != 0) return StoreReturnText(area.data());
+  if (settings.v1fx_unicode != 1) return OrNothing(AllocateByteBstr(area.data()));
+  const auto [length, plain] = ScanText(area);
+  const std::string_view text(area.data(), length);
+  return plain ? OrNothing(AllocatePlainBstr(text)) : ReturnConverted(text);
+}
+
 }  // namespace
 
 void* ReturnBytes(const char* text) noexcept {
   if (TheSettings().fix_str_addr != 0) return StoreReturnText(text);
   return OrNothing(AllocateByteBstr(text));
-}
-
-void* ReturnWide(const char* text) noexcept {
-  const QuorinSettings& settings = TheSettings();
-  if (settings.fix_str_addr != 0 || settings.v1fx_unicode != 1) return ReturnBytes(text);
-  char16_t wide[sizeof DbEngine::FieldText];
-  const size_t units = WidenText(text, wide);
-  return OrNothing(AllocateBstr({wide, units}));
 }
 
 void* ReturnNothing() noexcept { return StoreReturnText({}); }
@@ -46,7 +56,9 @@ void* DbGetFieldData(int16_t tableId, int16_t fieldPosition) noexcept {
   const CheckedTable found = FindOpenTable(tableId);
   if (found.failure == kBadTableId) return nullptr;
   if (found.failure != 0) return ReturnNothing();
-  return ReturnWide(DbReadField(TheEngine(), *found.table, fieldPosition));
+  DbEngine& engine = TheEngine();
+  DbReadField(engine, *found.table, fieldPosition);
+  return ReturnFieldText(engine);
 }
 
 void* DbGetFieldName(int16_t tableId, int16_t fieldPosition) noexcept {

@@ -6,9 +6,6 @@ namespace qrn::flat {
 // Bytes of the text in a wide string's room, or in the fixed area.
 void* ReturnBytes(const char* text) noexcept;
 
-// The same, but UTF-16 where the settings ask for it.
-void* ReturnWide(const char* text) noexcept;
-
 // The fixed area, emptied.
 void* ReturnNothing() noexcept;
 

@@ -32,7 +32,7 @@ void DbReadFieldInto(DbEngine& engine, const DbTableInfo& table, int32_t fieldPo
   if (field == nullptr) return;
   const auto value = RecordBytesFrom(table, field->Offset);
   if (value.empty()) return;
-  GetFieldText(engine.Settings, outText, value.data(), *field, RecordBytes(table));
+  GetDetachedFieldText(engine.Settings, outText, value, *field, RecordBytes(table));
 }
 
 const char* DbReadField(DbEngine& engine, const DbTableInfo& table,

@@ -16,7 +16,11 @@ static_assert(std::endian::native == std::endian::little);
 template <class Number>
 Number LoadLittle(std::span<const uint8_t> bytes) noexcept {
   Number number{};
-  if (!bytes.empty()) std::memcpy(&number, bytes.data(), std::min(bytes.size(), sizeof number));
+  if (bytes.size() >= sizeof number) {  // one load, no call
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
+  }
+  if (!bytes.empty()) std::memcpy(&number, bytes.data(), bytes.size());
   return number;
 }
 

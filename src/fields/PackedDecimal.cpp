@@ -23,16 +23,27 @@ class PackedDigits {
   bool IsNegative() const { return !bytes_.empty() && (bytes_.back() & 15) == kNegative; }
   // The first position from `first` up to `end` that does not hold 0.
   size_t SkipZeros(size_t first, size_t end) const {
-    while (first < end && At(first) == '0') ++first;
-    return first;
+    while (first < end) {
+      const bool twoAtOnce = first % 2 == 0 && bytes_[first / 2] == 0;
+      if (!twoAtOnce && At(first) != '0') break;
+      first += twoAtOnce ? 2 : 1;
+    }
+    return std::min(first, end);
   }
 
  private:
   std::span<const uint8_t> bytes_;
 };
 
-void PutDigits(TextSink& text, const PackedDigits& digits, size_t first, size_t end) {
-  for (size_t i = first; i < end; ++i) text.Put(digits.At(i));
+// As many digits from `first` on as there are places.
+void FillDigits(std::span<char> places, const PackedDigits& digits, size_t first) {
+  size_t at = 0;
+  if (first % 2 != 0 && !places.empty()) places[at++] = digits.At(first++);
+  for (; at + 2 <= places.size(); at += 2, first += 2) {
+    places[at] = digits.At(first);
+    places[at + 1] = digits.At(first + 1);
+  }
+  if (at < places.size()) places[at] = digits.At(first);
 }
 
 // What TextToDecimal stores: two runs of digits, zeros behind them, and how many digits further
@@ -95,12 +106,12 @@ void DecimalToText(const QuorinSettings&, std::span<const uint8_t> fieldBytes,
     if (places == 0) return;
     text.Put('.');
     text.Repeat('0', places - (count - point));
-    return PutDigits(text, digits, point, count);
+    return FillDigits(text.Take(count - point), digits, point);
   }
-  PutDigits(text, digits, first, point);
+  FillDigits(text.Take(point - first), digits, first);
   if (digits.SkipZeros(point, count) == count) return;
   text.Put('.');
-  PutDigits(text, digits, point, count);
+  FillDigits(text.Take(count - point), digits, point);
 }
 
 void TextToDecimal(const QuorinSettings& settings, std::string_view cleanText,

@@ -11,8 +11,38 @@
 
 namespace qrn {
 
+namespace detail {
+
+// Copies `count` bytes, from one to two words, as its first and its last word.
+template <class Word>
+void CopyEnds(char* to, const char* from, size_t count) noexcept {
+  Word first, last;
+  std::memcpy(&first, from, sizeof first);
+  std::memcpy(&last, from + count - sizeof last, sizeof last);
+  std::memcpy(to, &first, sizeof first);
+  std::memcpy(to + count - sizeof last, &last, sizeof last);
+}
+
+// memcpy for the few bytes that a field mostly has.
+[[gnu::noinline]] inline void CopyFew(char* to, const char* from, size_t count) noexcept {
+  if (count > 2 * sizeof(uint64_t)) {
+    std::memcpy(to, from, count);
+  } else if (count >= sizeof(uint64_t)) {
+    CopyEnds<uint64_t>(to, from, count);
+  } else if (count >= sizeof(uint32_t)) {
+    CopyEnds<uint32_t>(to, from, count);
+  } else if (count >= sizeof(uint16_t)) {
+    CopyEnds<uint16_t>(to, from, count);
+  } else if (count != 0) {
+    *to = *from;
+  }
+}
+
+}  // namespace detail
+
 // Text with its NUL: one byte is kept back for it, and it is written when the sink goes out of
-// scope. An empty span takes nothing, not even the NUL.
+// scope. An empty span takes nothing, not even the NUL. What readers put most is inlined by force:
+// the sink then lives in registers.
 class TextSink {
  public:
   explicit TextSink(std::span<char> out) noexcept : out_(out) {}
@@ -22,26 +52,46 @@ class TextSink {
   TextSink(const TextSink&) = delete;
   TextSink& operator=(const TextSink&) = delete;
 
-  void Put(char byte) noexcept {
+  [[gnu::always_inline]] void Put(char byte) noexcept {
     if (Room() != 0) out_[used_++] = byte;
   }
-  void Put(std::string_view text) noexcept {
+  [[gnu::always_inline]] void Put(std::string_view text) noexcept {
     const size_t count = std::min(text.size(), Room());
-    if (count != 0) std::memcpy(out_.data() + used_, text.data(), count);
+    detail::CopyFew(out_.data() + used_, text.data(), count);
     used_ += count;
   }
-  void Repeat(char byte, size_t count) noexcept {
+  // The next `count` bytes, fewer where there is no room, for the caller to fill.
+  [[gnu::always_inline]] std::span<char> Take(size_t count) noexcept {
+    count = std::min(count, Room());
+    used_ += count;
+    return out_.subspan(used_ - count, count);
+  }
+  [[gnu::always_inline]] void Repeat(char byte, size_t count) noexcept {
     count = std::min(count, Room());
     if (count != 0) std::memset(out_.data() + used_, byte, count);
     used_ += count;
   }
   // In decimal; a negative number begins with "-".
   void PutNumber(std::integral auto number) noexcept {
-    char digits[24];
+    constexpr size_t kLongest = 24;
+    if (Room() >= kLongest) {
+      char* const end = out_.data() + used_;
+      used_ += static_cast<size_t>(std::to_chars(end, end + kLongest, number).ptr - end);
+      return;
+    }
+    char digits[kLongest];
     Put(std::string_view(digits, std::to_chars(digits, digits + sizeof digits, number).ptr));
   }
+  // Two digits of a number below 100.
+  [[gnu::always_inline]] void PutPair(unsigned number) noexcept {
+    const char digits[2] = {static_cast<char>('0' + number / 10),
+                            static_cast<char>('0' + number % 10)};
+    if (Room() < sizeof digits) return Put(std::string_view(digits, sizeof digits));
+    out_[used_++] = digits[0];
+    out_[used_++] = digits[1];
+  }
   // At least `width` characters, filled with "0" behind the sign.
-  void PutPadded(int number, int width) noexcept;
+  [[gnu::always_inline]] void PutPadded(int number, int width) noexcept;
 
  private:
   size_t Room() const noexcept { return out_.empty() ? 0 : out_.size() - 1 - used_; }
@@ -72,8 +122,14 @@ class ByteSink {
 };
 
 inline void TextSink::PutPadded(int number, int width) noexcept {
-  char digits[16];
-  const auto magnitude = number < 0 ? 0U - static_cast<unsigned>(number) : unsigned(number);
+  const auto small = static_cast<unsigned>(number);
+  if (width == 2 && small < 100) return PutPair(small);
+  if (width == 4 && small < 10000) {
+    PutPair(small / 100);
+    return PutPair(small % 100);
+  }
+  char digits[24];
+  const auto magnitude = number < 0 ? 0U - small : small;
   const auto length = std::to_chars(digits, digits + sizeof digits, magnitude).ptr - digits;
   if (number < 0) Put('-');
   const auto missing = width - (number < 0 ? 1 : 0) - length;

@@ -12,6 +12,14 @@ constexpr int kMaxSignedCount = 127;
 
 std::string_view UpToNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
+// Trailing blanks are taken off eight at a time first: a field is often mostly blanks.
+std::string_view WithoutBlanks(std::string_view text) {
+  constexpr std::string_view kEight = "        ";
+  while (text.ends_with(kEight)) text.remove_suffix(kEight.size());
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
 std::string_view AsText(std::span<const uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
@@ -34,7 +42,7 @@ void PutZeroFilled(std::span<uint8_t> bytes, std::string_view text) {
 void ReadString(const FieldSource& field, std::span<char> outText) {
   const std::string_view whole = field.Characters();
   std::string_view text = UpToNul(whole);
-  if (text.size() == whole.size()) text = text.substr(0, text.find_last_not_of(' ') + 1);
+  if (text.size() == whole.size()) text = WithoutBlanks(text);
   CopyTo(outText, text);
 }
 

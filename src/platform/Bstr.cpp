@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/BstrAllocation.h"
+#include "platform/PlainText.h"
 #include "platform/Seam.h"
 
 namespace qrn {
@@ -17,6 +18,14 @@ constinit Seam<BstrAllocator> allocate{&AllocateSystemBstr};
 BstrText AllocateBstr(std::u16string_view wide) noexcept {
   const BstrText text = allocate(wide.size());
   if (text != nullptr) *std::copy(wide.begin(), wide.end(), text) = u'\0';
+  return text;
+}
+
+BstrText AllocatePlainBstr(std::string_view plain) noexcept {
+  const BstrText text = allocate(plain.size());
+  if (text == nullptr) return nullptr;
+  WidenPlain(plain, text);
+  text[plain.size()] = u'\0';
   return text;
 }
 

@@ -14,6 +14,9 @@ using BstrText = char16_t*;
 // A string of UTF-16 units. The caller frees it; null without memory.
 [[nodiscard]] BstrText AllocateBstr(std::u16string_view wide) noexcept;
 
+// The same from plain text (platform/PlainText.h), widened where it stands in the end.
+[[nodiscard]] BstrText AllocatePlainBstr(std::string_view plain) noexcept;
+
 // A byte string in a wide string's clothes: room for as many UTF-16 units as `bytes` has bytes, the
 // bytes at its start, the length prefix their count. The rest is zero. Null without memory.
 [[nodiscard]] BstrText AllocateByteBstr(std::string_view bytes) noexcept;
