@@ -7,6 +7,7 @@
 
 #include "PlayedControls.h"
 #include "core/FlatInterface.h"
+#include "platform/MessageBox.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/module/Company.h"
 
@@ -102,6 +103,27 @@ TEST_F(DatabaseControl, StartsOnceAndAgainWithANewWindow) {
   EXPECT_EQ(btr->GetDictionary(), nullptr);
   btr->DbControlStart();
   EXPECT_EQ(bar.log, "ready ready ");
+}
+
+PlayedBtr* leaving = nullptr;
+
+int CloseTheForm(const char*, unsigned) {
+  leaving->WindowGoes();
+  return kBoxOk;
+}
+
+TEST_F(DatabaseControl, AFormMayGoWhileAMessageOfItsStartIsUp) {
+  Started()->DbCloseAll();  // the files are made
+  const std::string directory = company.Directory();
+  std::filesystem::copy_file(directory + "/Days.btr", directory + "/People.btr",
+                             std::filesystem::copy_options::overwrite_existing);
+  PlayedScroll bar({"bar", &form}, "Db");
+  const auto btr = Make();
+  leaving = btr.get();
+  ReplaceShowBox(CloseTheForm);
+  btr->DbControlStart();
+  EXPECT_EQ(btr->GetDictionary(), nullptr);
+  EXPECT_EQ(bar.log, "") << "nothing is ready";
 }
 
 TEST_F(DatabaseControl, TheSecondOfADirectoryCopiesTheFirst) {

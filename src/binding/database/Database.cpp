@@ -79,13 +79,22 @@ Status Database::Load() {
   return status;
 }
 
+// As DbOpenAllTables, but while a message is up the form may go and take the dictionary with it.
 // Kept so: here the open mode goes to Btrieve as it is stored.
+Status Database::OpenAllAtStart() {
+  Status status = 0;
+  for (int32_t i = 0; status == 0 && Dictionary && i < Dictionary->TableCount; ++i) {
+    DbTableInfo& table = Dictionary->Tables[i];
+    if (table.IsOpen != 0) continue;
+    status = DbOpenOrCreate(TheEngine(), table, DDFDir.c_str(), OwnerName.c_str(), OpenMode);
+  }
+  return status;
+}
+
 void Database::AnnounceReady(const std::string& name) {
   if (!InUserMode()) return;
-  if (AllOpen != 0 &&
-      DbOpenAllTables(TheEngine(), *Dictionary, DDFDir.c_str(), OwnerName.c_str(), OpenMode) != 0) {
-    return;
-  }
+  if (AllOpen != 0 && OpenAllAtStart() != 0) return;
+  if (!Dictionary) return;
   const WindowHandle container = GetContainerWindow();
   TheRegistry().NotifyListsReady(name, container);
   TheRegistry().NotifyNavReady(name, container);

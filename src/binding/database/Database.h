@@ -146,6 +146,7 @@ class Database : public DataControl {
   bool CopyFromAnother(Status& status);  // false when there is no other
   Status Load();
   bool ObtainAtStart();
+  Status OpenAllAtStart();
   void AnnounceReady(const std::string& name);
   void DropTables();
 
