@@ -1,6 +1,7 @@
 // The database control from its start to its end, and its methods against real files.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -124,6 +125,15 @@ TEST_F(DatabaseControl, AFormMayGoWhileAMessageOfItsStartIsUp) {
   btr->DbControlStart();
   EXPECT_EQ(btr->GetDictionary(), nullptr);
   EXPECT_EQ(bar.log, "") << "nothing is ready";
+}
+
+TEST_F(DatabaseControl, AFormMayGoAgainWhileAMessageOfItsEndIsUp) {
+  const auto btr = Started();
+  std::ranges::fill(btr->GetDictionary()->Tables[kPeople].PosBlock, 0);  // does not close
+  leaving = btr.get();
+  ReplaceShowBox(CloseTheForm);
+  btr->WindowGoes();
+  EXPECT_EQ(btr->GetDictionary(), nullptr);
 }
 
 TEST_F(DatabaseControl, TheSecondOfADirectoryCopiesTheFirst) {

@@ -128,10 +128,12 @@ void Database::ControlGoes() {
   ForgetAttachedDatabase(this);
 }
 
+// Nobody finds the dictionary while its tables close: a message of a close may let others run.
 void Database::DropTables() {
-  if (!Dictionary) return;
-  DbDictCloseAll(TheEngine(), *Dictionary);
-  Dictionary.reset();
+  const OwnedDictionary dropped = std::move(Dictionary);
+  if (!dropped) return;
+  ForgetFlatDictionary(dropped.get());
+  DbDictCloseAll(TheEngine(), *dropped);
 }
 
 void Database::DictionaryWasFreed() noexcept { static_cast<void>(Dictionary.release()); }
