@@ -153,7 +153,7 @@ Begin VB.Form frmCustomers
             Italic          =   0   'False
             Strikethrough   =   0   'False
          EndProperty
-         _ExtentX        =   4586
+         _ExtentX        =   3916
          _ExtentY        =   661
          _Version        =   65537
          DbField         =   "ópåè"
@@ -165,7 +165,7 @@ Begin VB.Form frmCustomers
          MaxLength       =   20
          TabIndex        =   57
          Top             =   765
-         Width           =   2600
+         Width           =   2220
       End
       Begin VB.Label lblMatter 
          Caption         =   "ópåè"
