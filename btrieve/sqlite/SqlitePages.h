@@ -11,8 +11,7 @@ extern "C" {
 /* A transaction must be open, and the page be released before it ends and before anything is
 ** written. `bytes` holds a whole page; it may be read until the release. Result codes are SQLite's;
 ** after one that is not SQLITE_OK there is nothing to release. */
-int sqlite_page_get(sqlite3* connection, unsigned number, void** page,
-                    const unsigned char** bytes);
+int sqlite_page_get(sqlite3* connection, unsigned number, void** page, const unsigned char** bytes);
 void sqlite_page_release(void* page);
 
 #ifdef __cplusplus
