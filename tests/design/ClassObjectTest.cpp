@@ -3,10 +3,13 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <random>
+
 #include "BuiltModule.h"
 #include "binding/tables/AllTables.h"
 #include "ole/Module.h"
 #include "ole/Variant.h"
+#include "tests/ole/Sinks.h"
 
 namespace qrn::test {
 namespace {
@@ -152,6 +155,75 @@ TEST_P(MadeClass, DamagedStreamsLoadOrFail) {
     failed += result == E_FAIL;
   }
   EXPECT_GT(failed, 5);
+  EXPECT_EQ(Load(other.get(), bytes), S_OK);
+  EXPECT_EQ(Save(other.get()), bytes);
+}
+
+// Gives mostly values of the type asked for, now and then one of any other.
+class WildBag final : public Counted<IPropertyBag> {
+ public:
+  WildBag(uint32_t seed, Com<IDispatch> object) : random_(seed), object_(std::move(object)) {}
+
+  STDMETHODIMP Read(LPCOLESTR, VARIANT* value, IErrorLog*) override {
+    const VARTYPE asked = value->vt;
+    VariantInit(value);
+    switch (random_() % 60) {
+      case 0:
+        value->vt = VT_NULL;
+        return S_OK;
+      case 1:
+        value->vt = VT_R8;
+        value->dblVal = random_() % 2 ? 1e300 : -0.5;
+        return S_OK;
+      case 2:
+        value->vt = VT_BSTR;
+        value->bstrVal = SysAllocStringByteLen("odd", 3);
+        return S_OK;
+      case 3:
+        value->vt = VT_BSTR;
+        value->bstrVal = SysAllocString(std::wstring(random_() % 5000, L'\x8868').c_str());
+        return S_OK;
+      case 4:
+        *value = Variant(object_).release();
+        return S_OK;
+      case 5:
+        value->vt = VT_ARRAY | VT_UI1;
+        value->parray = SafeArrayCreateVector(VT_UI1, 0, 7);
+        return S_OK;
+      case 6:
+        value->vt = asked;  // zero, no text, no object
+        return S_OK;
+      case 7:
+        return E_INVALIDARG;
+      default: {
+        *value = Variant(static_cast<int32_t>(random_())).release();
+        const HRESULT changed = VariantChangeType(value, value, 0, asked);
+        return SUCCEEDED(changed) ? S_OK : E_INVALIDARG;
+      }
+    }
+  }
+  STDMETHODIMP Write(LPCOLESTR, VARIANT*) override { return S_OK; }
+
+ private:
+  std::mt19937 random_;
+  Com<IDispatch> object_;
+};
+
+TEST_P(MadeClass, BagsOfAnyValuesLoadOrFail) {
+  const auto bytes = Save(control.get());
+  const auto other = Make(GetParam()->classId);
+  const auto persist = Query<IPersistPropertyBag>(other);
+  int failed = 0;
+  for (uint32_t seed = 0; seed < 1000; ++seed) {
+    WildBag bag(seed, Query<IDispatch>(control));
+    const HRESULT result = persist->Load(&bag, nullptr);
+    ASSERT_TRUE(result == S_OK || result == E_FAIL) << seed;
+    failed += result == E_FAIL;
+    ASSERT_GE(Save(other.get()).size(), 12u) << seed;
+    ASSERT_EQ(bag.references, 0u) << seed;
+  }
+  EXPECT_GT(failed, 100);
+  EXPECT_LT(failed, 990);
   EXPECT_EQ(Load(other.get(), bytes), S_OK);
   EXPECT_EQ(Save(other.get()), bytes);
 }
