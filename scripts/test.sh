@@ -24,7 +24,7 @@ tally() {
     printf 'ok    %-34s %5d passed  %4ss\n' "$name" "$passed" "$seconds"
   else
     printf 'FAIL  %-34s %5d passed, %d failed  %4ss\n' "$name" "$passed" "$failed" "$seconds"
-    grep -E '^\[  FAILED  \]|Failure|ERROR: |runtime error|SUMMARY|^Backtrace|err:heap' "$log" | head -20 | sed 's/^/      /'
+    grep -aE '^\[  FAILED  \]|Failure|error: |ERROR: |runtime error|SUMMARY|^Backtrace|err:heap' "$log" | head -20 | sed 's/^/      /' || true
     printf '      (whole output: %s; ended with code %s)\n' "${log#"$ROOT"/}" "$code"
   fi
 }
