@@ -1,10 +1,8 @@
 // Containers and callers that nobody here wrote: the system's ATL host and its script host.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "BuiltModule.h"
+#include "ScriptHost.h"
 #include "binding/tables/AllTables.h"
 #include "ole/Handles.h"
 #include "ole/Variant.h"
@@ -82,44 +80,9 @@ TEST_F(AtlHost, ShowsEveryControlThatIsThere) {
   EXPECT_TRUE(ModuleMayUnload());
 }
 
-// Runs a script by the system's script host; gives what it printed.
-std::string RunScript(const std::string& text) {
-  const auto folder = std::filesystem::temp_directory_path();
-  const auto script = folder / "qrn_design.vbs";
-  const auto output = folder / "qrn_design.txt";
-  std::ofstream(script, std::ios::binary) << text;
-  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-  const HANDLE file = CreateFileW(output.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited,
-                                  CREATE_ALWAYS, 0, nullptr);
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdOutput = start.hStdError = file;
-  PROCESS_INFORMATION process{};
-  std::wstring command = L"cscript.exe //nologo \"" + script.wstring() + L"\"";
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                     &process)) {
-    if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) {
-      TerminateProcess(process.hProcess, 1);
-    }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-  }
-  CloseHandle(file);
-  std::string lines;
-  {
-    std::ifstream printed(output, std::ios::binary);
-    lines.assign(std::istreambuf_iterator<char>(printed), {});
-  }
-  std::erase(lines, '\r');
-  std::filesystem::remove(script);
-  std::filesystem::remove(output);
-  return lines;
-}
-
 TEST(ScriptHost, DrivesTheDatabaseControl) {
   const Registered registered;
-  EXPECT_EQ(RunScript(R"(On Error Resume Next
+  EXPECT_EQ(RunInScriptHost(R"(On Error Resume Next
 Set db = CreateObject("QRNBtr.QRNBtr.1")
 WScript.Echo "made " & Err.Number
 db.OwnerName = "somebody"
@@ -149,7 +112,8 @@ WScript.Echo "too few arguments: " & (Err.Number <> 0)
 Err.Clear
 Set db = Nothing
 WScript.Echo "done"
-)"),
+)")
+                .printed,
             "made 0\nsomebody\na text for a number: True\nan unknown member: 438\n"
             "open without a dictionary: -20 0\nthe same in an argument: -20 0\n"
             "into elements: -1 0 2\na failure's out argument: 77 -20\na null text: 0 0\n"

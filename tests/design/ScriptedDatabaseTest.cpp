@@ -1,0 +1,262 @@
+// The database control as scripts use it: made by CreateObject, over files on disk.
+#include <gtest/gtest.h>
+
+#include "BuiltModule.h"
+#include "ScriptHost.h"
+#include "tests/module/Company.h"
+
+namespace qrn::test {
+namespace {
+
+// What every script begins with: `db` over the company, and words for the common calls. A failure
+// of the script itself is told and counts.
+constexpr char kWords[] = R"(
+Set db = CreateObject("QRNBtr.QRNBtr.1")
+db.DDFDir = folder
+Sub Say(what)
+  WScript.Echo what
+End Sub
+Sub Insert(code, name, town)
+  db.DbClearFieldBuffer "People"
+  db.DbSetFieldData "People", "Code", CStr(code)
+  db.DbSetFieldData "People", "Name", name
+  db.DbSetFieldData "People", "Town", town
+  Say "insert " & db.DbAccess(2, "People", "ByCode")
+End Sub
+Function Person()
+  Person = db.DbGetFieldData("People", "Code") & " " & db.DbGetFieldData("People", "Name")
+End Function
+Sub Read(operation, key)
+  rc = db.DbAccess(operation, "People", key)
+  If rc = 0 Then Say Person() Else Say "status " & rc
+End Sub
+Sub Find(code)
+  db.DbSetFieldData "People", "Code", CStr(code)
+  Read 5, "ByCode"
+End Sub
+)";
+
+struct ScriptCase {
+  const char* name;
+  const char* script;
+  const char* printed;
+};
+
+class ScriptedDatabase : public ::testing::TestWithParam<ScriptCase> {};
+
+std::string Begin(const Company& company) {
+  return "folder = \"" + company.Directory() + "\"\n" + kWords;
+}
+
+const ScriptCase kScripts[] = {
+    {"tables open and close by name",
+     R"(Say db.DbIsOpen("People") & " " & db.DbOpen("People") & " " & db.DbIsOpen("People")
+Say db.DbOpen("People") & " " & db.DbClose("People") & " " & db.DbClose("People")
+Say db.DbOpenAll() & " " & db.DbIsOpen("Notes") & " " & db.DbCloseAll() & " " & db.DbIsOpen("Notes")
+db.DbGetNumOfTable tables
+For i = 0 To tables
+  db.DbGetTableName i, name
+  db.DbGetNumOfField name, fields
+  Say "[" & name & "] " & fields
+Next
+)",
+     "0 0 1\n-2 0 -3\n0 1 0 0\n[People] 5\n[Notes] 2\n[Days] 3\n[] 3\n"},
+    {"properties rule the open",
+     R"(db.OpenMode = 2
+Say db.OpenMode & " " & db.DbOpen("People")
+Insert 1, "Abe", ""
+db.DbClose "People"
+db.OpenMode = 4
+Say db.DbOpen("People")
+Set other = CreateObject("QRNBtr.QRNBtr.1")
+other.CacheDDF = False
+other.DDFDir = folder
+Say other.DbIsOpen("People") & " " & other.CacheDDF & " " & db.CacheDDF
+db.DDFDir = ""
+Say db.DbOpen("People") & " " & db.DbLoadDDF()
+)",
+     "2 0\ninsert 46\n0\n0 False True\n-20 -21\n"},
+    {"records are inserted, found, walked, changed and deleted",
+     R"(db.DbOpenAll
+Insert 2, "伊藤 表", "大阪"
+Insert 1, "阿部ｱﾍﾞ", "東京"
+Insert 3, "上田", "大阪"
+Read 12, "ByCode"
+Read 6, "ByCode"
+Read 6, "ByCode"
+Read 6, "ByCode"
+Read 13, "ByName"
+Find 2
+db.DbSetFieldData "People", "Pay", "12345.67"
+db.DbSetFieldData "People", "Born", "2001/2/3"
+Say db.DbAccess(3, "People", "ByCode")
+db.DbClearFieldBuffer "People"
+Say "[" & db.DbGetFieldData("People", "Name") & "]"
+Find 2
+Say db.DbGetFieldData("People", "Pay") & " " & db.DbGetFieldData("People", "Born")
+Find 1
+Say db.DbAccess(4, "People", "ByCode")
+Find 1
+db.DbGetNumOfRecords "People", count
+Say "left " & count
+)",
+     "insert 0\ninsert 0\ninsert 0\n1 阿部ｱﾍﾞ\n2 伊藤 表\n3 上田\nstatus 9\n3 上田\n"
+     "2 伊藤 表\n0\n[]\n2 伊藤 表\n12345.67 2001/02/03\n1 阿部ｱﾍﾞ\n0\nstatus 4\nleft 2\n"},
+    {"failures have their codes",
+     R"(Say "closed " & db.DbAccess(12, "People", "ByCode")
+Say "closed field " & db.DbSetFieldData("People", "Code", "1")
+Say "closed text [" & db.DbGetFieldData("People", "Code") & "]"
+db.DbOpen "People"
+Say "empty " & db.DbAccess(12, "People", "ByCode")
+Say "none current " & db.DbAccess(4, "People", "ByCode") & " " & db.DbGetPosition("People")
+Insert 1, "Abe", "東京"
+Insert 1, "Ito", "大阪"
+Say "table " & db.DbAccess(12, "people", "ByCode") & " " & db.DbOpen("Nobody")
+Say "key " & db.DbAccess(12, "People", "bycode") & " " & db.DbAccess(12, "People", "")
+Say "field " & db.DbSetFieldData("People", "code", "1") & " " & db.DbGetDataSize("People", "x")
+Find 1
+db.DbSetFieldData "People", "Code", "9"
+Say "fixed key " & db.DbAccess(3, "People", "ByCode")
+Say "operation " & db.DbAccess(99, "People", "ByCode")
+Say "position " & db.DbGetDirect("People", 5, "ByCode")
+Say "ids " & db.DbAccessByID(12, 9, 0) & " " & db.DbAccessByID(12, -1, 0)
+Say "mode " & db.DbExSetMode("U") & " " & db.DbSetLockBias(50) & " " & db.DbBeginTransaction(7)
+)",
+     "closed -3\nclosed field -3\nclosed text []\nempty 9\nnone current 8 -1\ninsert 0\ninsert 5\n"
+     "table -4 -4\nkey -6 -6\nfield -5 -5\n1 Abe\nfixed key 10\noperation 1\nposition 43\n"
+     "ids -15 -15\nmode -1 -10 -10\n"},
+    {"a position leads back to its record",
+     R"(db.DbOpenAll
+For i = 1 To 20
+  db.DbClearFieldBuffer "People"
+  db.DbSetFieldDataByID 0, 0, CStr(i)
+  db.DbSetFieldDataByID 0, 1, "P" & i
+  If db.DbAccessByID(2, 0, 0) <> 0 Then Say "no insert"
+Next
+Find 7
+place = db.DbGetPosition("People")
+Find 19
+Say db.DbGetDirect("People", place, "ByName") & " " & Person()
+Read 6, "ByName"
+Say db.DbFindPercentage("People", "ByCode", place, part) & " " & (part > 2000 And part < 5000)
+Say db.DbGetByPercentage("People", "ByCode", 0) & " " & Person()
+Say db.DbGetByPercentage("People", "ByCode", 10000) & " " & Person()
+)",
+     "7 P7\n19 P19\n0 7 P7\n8 P8\n0 True\n0 1 P1\n0 20 P20\n"},
+    {"a transaction is ended or undone",
+     R"(db.DbOpenAll
+Say db.DbEndTransaction() & " " & db.DbAbortTransaction()
+Say db.DbBeginTransaction(0) & " " & db.DbBeginTransaction(0)
+Insert 1, "Abe", ""
+Find 1
+Say db.DbAbortTransaction()
+Find 1
+Say db.DbBeginConCurTransaction(500)
+Insert 2, "Ito", ""
+Say db.DbEndTransaction()
+Find 2
+)",
+     "39 39\n0 37\ninsert 0\n1 Abe\n0\nstatus 4\n0\ninsert 0\n0\n2 Ito\n"},
+    {"a note keeps its text whatever its length",
+     R"(db.DbOpenAll
+For Each length In Array(0, 1, 100, 3000)
+  db.DbClearFieldBuffer "Notes"
+  db.DbSetFieldData "Notes", "Text", String(length, "x") & "。"
+  Say db.DbAccess(2, "Notes", "ById")
+Next
+Say db.DbAccess(12, "Notes", "ById")
+Do
+  text = db.DbGetFieldData("Notes", "Text")
+  Say db.DbGetFieldData("Notes", "Id") & " " & Len(text) & " " & Right(text, 1)
+Loop While db.DbAccess(6, "Notes", "ById") = 0
+)",
+     "0\n0\n0\n0\n0\n1 1 。\n2 2 。\n3 101 。\n4 3001 。\n"},
+    {"conditions choose among records",
+     R"(db.DbOpenAll
+Insert 1, "Abe", "東京"
+Insert 2, "Ito", "大阪"
+Insert 3, "Ueda", "大阪"
+db.DbAccess 12, "People", "ByCode"
+rc = db.DbExAccess(36, "People", "@Town = '大阪'", "Code,Name", "ByCode", 100, 10, False, id, found)
+Say rc & " " & found
+For i = 0 To found - 1
+  Say db.DbExGetFieldData(id, "Code", i) & db.DbExGetFieldData(id, "Name", i)
+Next
+db.DbExFree id
+Say "[" & db.DbExGetFieldData(id, "Code", 0) & "] " & db.DbExGetPosition(id, 0)
+)",
+     "insert 0\ninsert 0\ninsert 0\n9 2\n2Ito\n3Ueda\n[] -1\n"},
+    {"a script's arrays are none of texts or bytes",
+     R"(db.DbOpenAll
+Dim a(4)
+Say db.DbGetRecord("People", a) & " " & db.DbSetRecord("People", a)
+Say db.DbGetRecordImage("People", a) & " " & db.DbGetPosBlock("People", "x")
+)",
+     "-17 -17\n-23 -23\n"},
+    {"two controls move by themselves",
+     R"(db.DbOpenAll
+Insert 1, "Abe", ""
+Insert 2, "Ito", ""
+Set other = CreateObject("QRNBtr.QRNBtr.1")
+other.DDFDir = folder
+Say other.DbIsOpen("People") & " " & other.DbOpen("People")
+Read 12, "ByCode"
+Say other.DbAccess(13, "People", "ByCode") & " " & other.DbGetFieldData("People", "Name")
+Read 6, "ByCode"
+Set other = Nothing
+Read 7, "ByCode"
+Say db.DbReset() & " " & db.DbIsOpen("People") & " " & db.DbOpen("People")
+Read 12, "ByCode"
+)",
+     "insert 0\ninsert 0\n0 0\n1 Abe\n0 Ito\n2 Ito\n1 Abe\n0 0 0\n1 Abe\n"},
+};
+
+TEST_P(ScriptedDatabase, DoesWhatTheScriptSays) {
+  const Registered registered;
+  const Company company;
+  const ScriptRun run = RunInScriptHost(Begin(company) + GetParam().script);
+  EXPECT_EQ(run.printed, GetParam().printed) << GetParam().name;
+  EXPECT_EQ(run.boxes, "") << GetParam().name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Company, ScriptedDatabase, ::testing::ValuesIn(kScripts));
+
+TEST(ScriptedDatabases, TellOfAFileThatDoesNotOpen) {
+  const Registered registered;
+  const Company company;
+  const ScriptRun run = RunInScriptHost(Begin(company) + R"(
+Say db.DbSetFileName("Notes", "absent.btr") & " " & db.DbOpen("Notes") & " " & db.DbIsOpen("Notes")
+Say db.DbCreate("Notes") & " " & db.DbOpen("Notes")
+Set lost = CreateObject("QRNBtr.QRNBtr.1")
+lost.DDFDir = folder & "\nowhere"
+Say lost.DbOpen("People")
+)");
+  EXPECT_EQ(run.printed, "0 12 0\n0 0\n-20\n");
+  EXPECT_EQ(run.boxes,
+            "VE803 Btrieveファイル Notes のオープンに失敗。(12); VE028 DDFOpen APIエラー(12); ");
+}
+
+// A script that ends in the middle of its work leaves what it had finished.
+TEST(ScriptedDatabases, KeepWhatWasDoneWhenAScriptEnds) {
+  const Registered registered;
+  const Company company;
+  EXPECT_EQ(RunInScriptHost(Begin(company) + R"(
+db.DbOpenAll
+Insert 1, "Abe", ""
+db.DbBeginTransaction 0
+Insert 2, "Ito", ""
+WScript.Quit 0
+)")
+                .printed,
+            "insert 0\ninsert 0\n");
+  EXPECT_EQ(RunInScriptHost(Begin(company) + R"(
+db.DbOpenAll
+Find 1
+Find 2
+)")
+                .printed,
+            "1 Abe\nstatus 4\n");
+}
+
+}  // namespace
+}  // namespace qrn::test
