@@ -43,7 +43,7 @@ std::string Absolute(const std::string& path) {
   if (path.front() == '/') return path;
   char* here = getcwd(nullptr, 0);
   if (!here) return path;
-  const std::string absolute = std::string(here) + "/" + path;
+  std::string absolute = std::string(here) + "/" + path;
   std::free(here);
   return absolute;
 }

@@ -145,6 +145,7 @@ void InsertByNumber(KeySpec key, FileSpec& file) {
 std::vector<int16_t> SlotsOfBlock(const std::vector<CollatingSequence>& brought, FileSpec& file) {
   if (brought.empty()) return SlotsInOrder(file.sequences.size());
   std::vector<int16_t> slots;
+  slots.reserve(brought.size());
   for (const CollatingSequence& sequence : brought) slots.push_back(SlotOf(sequence, file));
   return slots;
 }

@@ -3,6 +3,7 @@
 // Clear, so what points into it stays good; when its place is taken, a page is not let in.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "btrieve/PageRef.h"
@@ -25,7 +26,7 @@ class PagePool {
     Place& place = places_[number % kPlaces];
     if (place.number != 0) return;
     place.number = number;
-    place.page = std::move(page);
+    std::swap(place.page, page);
     held_.push_back(number);
   }
   // Before the transaction ends and before anything is written.

@@ -19,9 +19,9 @@ void MakeTables(const Connection& connection, const FileSpec& spec) {
   connection.Run(kTables);
   connection.Run("INSERT INTO range VALUES(0, x'', 0)");
   std::vector<uint16_t> ids = {static_cast<uint16_t>(spec.keys.size() + 1)};
-  for (uint16_t id = 1; id <= spec.keys.size(); ++id) {
-    connection.Run(MakeEntryTable(id).c_str());
-    ids.push_back(id);
+  for (size_t id = 1; id <= spec.keys.size(); ++id) {
+    ids.push_back(static_cast<uint16_t>(id));
+    connection.Run(MakeEntryTable(ids.back()).c_str());
   }
   Statement insert = connection.Prepare("INSERT INTO spec(id, body, ids) VALUES(1, ?, ?)");
   const std::vector<uint8_t> body = StoreSpec(spec);

@@ -10,7 +10,7 @@ run_lint() {
     "$database/compile_commands.json" >"$BUILD/lint/compile_commands.json"
   grep -oE '"file": "[^"]+"' "$BUILD/lint/compile_commands.json" | cut -d'"' -f4 |
     grep -vE 'googletest|sqlite3\.c|/build/' | grep -E "${LINT_ONLY:-.}" | sort -u |
-    xargs -P 2 -n 4 clang-tidy -p "$BUILD/lint" --quiet >"$log" 2>/dev/null || true
+    xargs -P 2 -n 4 nice clang-tidy -p "$BUILD/lint" --quiet >"$log" 2>/dev/null || true
   if grep -E '(warning|error):' "$log" | sort -u | head -60 | grep .; then
     die "clang-tidy has findings: see build/lint.log"
   fi
