@@ -264,7 +264,7 @@ TEST_F(Edit, AFieldThatComesLaterIsLearntOnFocus) {
 }
 
 TEST_F(Edit, TheHostsServiceDressesAFieldsText) {
-  edit_.format.offered = true;
+  edit_.format.offered = PlayedFormat::kService;
   edit_.Set(L"Format", Text(L"#,##0"));
   edit_.Set(L"MaxLength", Short(8));
   Show();
@@ -298,8 +298,35 @@ TEST_F(Edit, WithoutAServiceTheRawTextShows) {
   EXPECT_EQ(Shown(), "56789012");
 }
 
+// No service, one that fails, one that knows nothing of formats: all the same.
+TEST_F(Edit, WithoutAServiceAPutTextIsOnlyAligned) {
+  const struct {
+    PlayedFormat::Offer offered;
+    bool fails;
+  } hosts[] = {{PlayedFormat::kNothing, false},
+               {PlayedFormat::kOtherObjects, false},
+               {PlayedFormat::kService, true}};
+  for (const auto& host : hosts) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.format.offered = host.offered;
+    edit.format.fails = host.fails;
+    edit.Set(L"Format", Text(L"#,##0"));
+    edit.Set(L"MaxLength", Short(6));
+    ASSERT_EQ(edit.Show(), S_OK);
+    const char* const shown[] = {"1234", "1234", "  1234", "  1234"};
+    for (int32_t option = FormatNone; option <= FormatEveryRight; ++option) {
+      edit.Set(L"FormatOption", Long(option));
+      edit.Set(L"Text", Text(L"1234"));
+      EXPECT_EQ(TextOf(edit.window()), shown[option]) << option;
+      SetWindowTextW(edit.window(), L"");
+      Type(edit.window(), u"12");
+      EXPECT_EQ(TextOf(edit.window()), "12") << option;
+    }
+  }
+}
+
 TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
-  edit_.format.offered = true;
+  edit_.format.offered = PlayedFormat::kService;
   edit_.Set(L"Format", Text(L"@"));
   edit_.Set(L"FormatOption", Long(FormatEveryChar));
   Show();
@@ -316,7 +343,7 @@ TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
 }
 
 TEST_F(Edit, ATextThatIsPutIsDressedAtRunTime) {
-  edit_.format.offered = true;
+  edit_.format.offered = PlayedFormat::kService;
   edit_.Set(L"Format", Text(L"@"));
   edit_.Set(L"MaxLength", Short(6));
   Show();
@@ -326,7 +353,7 @@ TEST_F(Edit, ATextThatIsPutIsDressedAtRunTime) {
   edit_.Set(L"Text", Text(L"7"));
   EXPECT_EQ(Shown(), "   [7]");
   Hosted<CQRNEdit> design(L"edt2", false);
-  design.format.offered = true;
+  design.format.offered = PlayedFormat::kService;
   design.Set(L"Format", Text(L"@"));
   ASSERT_EQ(design.Show(), S_OK);
   design.Set(L"Text", Text(L"12"));

@@ -31,12 +31,15 @@ class FormatService final : public Counted<IVBFormat> {
 
 class FormatSource final : public Counted<IGetVBAObject> {
  public:
-  explicit FormatSource(PlayedFormat& played) : service_(played) {}
+  explicit FormatSource(PlayedFormat& played) : played_(played), service_(played) {}
   STDMETHODIMP GetObject(REFIID id, void** out, DWORD) override {
-    return service_.QueryInterface(id, out);
+    *out = nullptr;
+    const bool has = played_.offered == PlayedFormat::kService;
+    return has ? service_.QueryInterface(id, out) : E_NOINTERFACE;
   }
 
  private:
+  PlayedFormat& played_;
   FormatService service_;
 };
 
@@ -49,7 +52,7 @@ class HostedControl::Site final : public IOleClientSite {
   virtual ~Site() = default;
 
   STDMETHODIMP QueryInterface(REFIID id, void** out) override {
-    if (id == __uuidof(IGetVBAObject) && hosted_.format.offered) {
+    if (id == __uuidof(IGetVBAObject) && hosted_.format.offered != PlayedFormat::kNothing) {
       return source_.QueryInterface(id, out);
     }
     if (id != __uuidof(IOleClientSite) && id != __uuidof(IUnknown)) {

@@ -12,7 +12,9 @@ namespace qrn::test {
 
 // A container's format service, played: puts brackets round the text and keeps what it was asked.
 struct PlayedFormat {
-  bool offered = false;
+  enum Offer { kNothing, kOtherObjects, kService };
+
+  Offer offered = kNothing;
   bool fails = false;
   std::string asked;  // "#,##0:1234 1041 512;"
 };
