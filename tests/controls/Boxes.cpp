@@ -53,7 +53,7 @@ void Boxes::Watch() {
       const std::lock_guard lock(mutex_);
       said_ += Utf8(title) + "|" + Utf8(text) + "; ";
     }
-    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(answer_), 0);
+    PostMessageW(box, answer_ == kCloses ? WM_CLOSE : WM_COMMAND, static_cast<WPARAM>(answer_), 0);
     while (!over_ && IsWindow(box) && IsWindowVisible(box)) Sleep(2);
   }
 }

@@ -10,7 +10,9 @@ namespace qrn::test {
 
 class Boxes {
  public:
-  // `answer` is IDOK or IDCANCEL.
+  static constexpr int kCloses = 0;  // the box's close button
+
+  // `answer` is IDOK, IDCANCEL or kCloses.
   explicit Boxes(int answer = 1);
   ~Boxes();
   Boxes(const Boxes&) = delete;

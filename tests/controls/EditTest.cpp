@@ -3,6 +3,7 @@
 
 #include "Hosted.h"
 #include "PlayedDatabase.h"
+#include "SystemCalls.h"
 #include "binding/InputMethod.h"
 #include "binding/tables/QRNEditTable.h"
 #include "controls/QRNEdit.h"
@@ -172,6 +173,59 @@ TEST_F(Edit, ABackspacePassesTheMask) {
   BindAndShow(L"People", L"Pay");
   EXPECT_EQ(Typed(u"12\b3"), "13");
   EXPECT_EQ(Typed(u"表能ソ"), "");
+}
+
+TEST_F(Edit, ARefusedKeyBeepsAndIsDropped) {
+  edit_.Set(L"NumericMask", Bool(true));
+  BindAndShow(L"Days", L"Day");
+  PlayedBeep beep;
+  EXPECT_EQ(Typed(u"2024/2/3\b-+.,"), "2024/2/-+.,");
+  EXPECT_EQ(beep.Take(), "");
+  SetWindowTextW(window(), L"");
+  edit_.events.log.clear();
+  Type(window(), u"1:あ 2");
+  EXPECT_EQ(Shown(), "12");
+  EXPECT_EQ(beep.Take(), "16 16 16 ");
+  EXPECT_EQ(edit_.events.log, "1() 1() ") << "a key that is dropped changes nothing";
+  edit_.Set(L"NumericMask", Bool(false));
+  EXPECT_EQ(Typed(u"あ:"), "あ:");
+  EXPECT_EQ(beep.Take(), "");
+}
+
+TEST_F(Edit, AReadOnlyOneShowsWhatItIsGivenAndTakesNoKeys) {
+  edit_.Set(L"ReadOnly", Bool(true));
+  edit_.Set(L"NumericMask", Bool(true));
+  edit_.Set(L"MaxLength", Short(4));
+  edit_.format.offered = PlayedFormat::kService;
+  edit_.Set(L"Format", Text(L"@"));
+  edit_.Set(L"FormatOption", Long(FormatEveryChar));
+  BindAndShow(L"People", L"Pay");
+  Field("12");
+  PlayedBeep beep;
+  edit_.events.log.clear();
+  Type(window(), u"3456789\b");
+  SendMessageW(window(), WM_PASTE, 0, 0);
+  SendMessageW(window(), WM_KEYDOWN, VK_DELETE, 1);
+  EXPECT_EQ(Shown(), "[12]");
+  EXPECT_EQ(edit_.events.log, "");
+  EXPECT_EQ(beep.Take(), "") << "what the mask lets through is the window's to refuse";
+  Type(window(), u"x");
+  EXPECT_EQ(beep.Take(), "16 ");
+  edit_.Set(L"Text", Text(L"7"));
+  EXPECT_EQ(Shown(), "[7]");
+}
+
+TEST_F(Edit, ReadOnlyWaitsForTheNextWindow) {
+  Show();
+  edit_.Set(L"ReadOnly", Bool(true));
+  EXPECT_EQ(Typed(u"12"), "12");
+  edit_.Unhost();
+  Hosted<CQRNEdit> edit(L"edt2");
+  edit.Set(L"ReadOnly", Bool(true));
+  ASSERT_EQ(edit.Show(), S_OK);
+  edit.Set(L"ReadOnly", Bool(false));
+  Type(edit.window(), u"12");
+  EXPECT_EQ(TextOf(edit.window()), "");
 }
 
 TEST_F(Edit, TheLimitCountsBytesHoweverTheTextComes) {

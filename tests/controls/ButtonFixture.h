@@ -1,0 +1,97 @@
+// An operation button beside two edits, "Code" and "Name" of the office's people, with a scroll bar
+// that listens.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "controls/QRNBtn.h"
+#include "controls/QRNEdit.h"
+
+namespace qrn::test {
+
+// A scroll bar, played: writes down who moved.
+class PlayedScroll final : public CQuorin {
+ public:
+  PlayedScroll() { TheRegistry().RegisterNavControl(*this); }
+  ~PlayedScroll() { TheRegistry().UnregisterNavControl(*this); }
+
+  std::string log;
+
+  void Destroy() override {}
+  std::string GetControlName() override { return "scr1"; }
+  WindowHandle GetContainerWindow() override { return TheForm(); }
+  std::string GetDbTableRef() override { return "Db1"; }
+  ControlType GetControlType() override { return kTypeScroll; }
+  void OnPositionChanged(const std::string& table, int32_t index) override {
+    log += table + ":" + std::to_string(index) + " ";
+  }
+};
+
+inline constexpr DISPID kBtrieveError = 1;
+inline constexpr DISPID kSetData = 2;
+inline constexpr const char* kFailed = "VE807 ボタンによるBtrieveオペレーションに失敗しました。";
+
+class Button : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Bind(code_, L"Code");
+    Bind(name_, L"Name");
+    ASSERT_EQ(code_.Show(), S_OK);
+    ASSERT_EQ(name_.Show(), S_OK);
+    button_.Set(L"DbSource", Text(L"Db1"));
+    button_.Set(L"DbTable", Text(L"People"));
+    ASSERT_EQ(button_.Show(), S_OK);
+  }
+
+  static void Bind(HostedControl& edit, const wchar_t* field) {
+    edit.Set(L"DbSource", Text(L"Db1"));
+    edit.Set(L"DbTable", Text(L"People"));
+    edit.Set(L"DbField", Text(field));
+  }
+
+  void Fill(const wchar_t* code, const wchar_t* name) {
+    SetWindowTextW(code_.window(), code);
+    SetWindowTextW(name_.window(), name);
+  }
+  std::string Screen() { return TextOf(code_.window()) + "|" + TextOf(name_.window()); }
+
+  // The events of a click of that operation.
+  std::string Click(int32_t dbOperation) {
+    button_.Set(L"DbOperation", Long(dbOperation));
+    button_.events.log.clear();
+    SendMessageW(button_.window(), BM_CLICK, 0, 0);
+    RunMessages();
+    std::string events;
+    // BM_CLICK presses and lets go: the events of the mouse are of no interest here.
+    for (size_t at = 0; at < button_.events.log.size();) {
+      const size_t end = button_.events.log.find(' ', at) + 1;
+      const std::string event = button_.events.log.substr(at, end - at);
+      const bool ofMouse =
+          event.starts_with("-605") || event.starts_with("-606") || event.starts_with("-607");
+      if (!ofMouse) events += event;
+      at = end;
+    }
+    return events;
+  }
+
+  void InsertThree() {
+    button_.Set(L"ClearControlData", Bool(false));
+    for (const wchar_t* code : {L"1", L"2", L"3"}) {
+      Fill(code, L"氏名");
+      ASSERT_EQ(Click(DbInsert), "2() -600() ");
+    }
+  }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  PlayedScroll scroll_;
+  Hosted<CQRNEdit> code_{L"edtCode"};
+  Hosted<CQRNEdit> name_{L"edtName"};
+  Hosted<CQRNBtn> button_{L"btn1"};
+};
+
+}  // namespace qrn::test

@@ -1,0 +1,44 @@
+// Functions of the system that the test plays: the program's own calls of them come here while it
+// lives.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace qrn::test {
+
+// MessageBoxW: shows nothing and answers.
+class PlayedMessageBox {
+ public:
+  // `answer` is IDOK, IDCANCEL, or 0 for a box that cannot be shown.
+  explicit PlayedMessageBox(int answer);
+  ~PlayedMessageBox();
+  PlayedMessageBox(const PlayedMessageBox&) = delete;
+  PlayedMessageBox& operator=(const PlayedMessageBox&) = delete;
+
+  // Of the last call.
+  HWND owner = nullptr;
+  std::wstring text, title;
+  UINT kind = 0;
+  int calls = 0;
+
+ private:
+  static int WINAPI Show(HWND owner, LPCWSTR text, LPCWSTR title, UINT kind);
+
+  int answer_;
+};
+
+// MessageBeep: keeps count.
+class PlayedBeep {
+ public:
+  PlayedBeep();
+  ~PlayedBeep();
+  PlayedBeep(const PlayedBeep&) = delete;
+  PlayedBeep& operator=(const PlayedBeep&) = delete;
+
+  // "16 0 " for the kinds of the beeps since the last look.
+  std::string Take();
+};
+
+}  // namespace qrn::test
