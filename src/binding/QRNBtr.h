@@ -22,7 +22,7 @@ class CQRNBtr final : public BoundControl<ole::Control, Database> {
   void PutDistName(const ole::Bstr& value);
 
   // Methods that are more than one function of the engine; arguments as in the table.
-  void GetUseCount(int16_t& rc);
+  HRESULT GetUseCount(int16_t& rc);
   void DbExFree(int16_t resultId);
   void DbExAccess(int16_t operation, const ole::Bstr& tableName, const ole::Bstr& searchCond,
                   const ole::Bstr& fields, const ole::Bstr& keyName, int16_t skipRecords,

@@ -17,7 +17,7 @@ constexpr size_t kModulePathSize = 257;
 }  // namespace
 
 // There is no use count; the caller's variable stays as it is.
-void CQRNBtr::GetUseCount(int16_t&) {}
+HRESULT CQRNBtr::GetUseCount(int16_t&) { return S_FALSE; }
 
 void CQRNBtr::DbExFree(int16_t resultId) { DbExFreeResult(resultId); }
 

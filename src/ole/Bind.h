@@ -8,8 +8,9 @@
 //
 // A get is `T Get() const` or `HRESULT Get(T&)`, a put `void Put(T)` or `HRESULT Put(T)`; indexed
 // ones take their index first. A put that gives S_FALSE has changed nothing. A method gives void
-// or HRESULT. T is int16_t, int32_t, uint32_t, float, Bstr or Com<interface>; out arguments of a
-// method are references, a VARIANT that goes through as the host sent it is `VARIANT&`.
+// or HRESULT; after S_FALSE the host's variables stay as they are. T is int16_t, int32_t, uint32_t,
+// float, Bstr or Com<interface>; out arguments of a method are references, a VARIANT that goes
+// through as the host sent it is `VARIANT&`.
 #pragma once
 
 #include <array>

@@ -122,9 +122,9 @@ HRESULT Dispatch::CallMethod(size_t index, const Call& call) {
   if (FAILED(collected)) return collected;
   const HRESULT result = binding_.methods[index].call(control(), arguments.values());
   if (FAILED(result)) return result;
-  Check(arguments.StoreAnswers());
+  if (result != S_FALSE) Check(arguments.StoreAnswers());
   if (row.lastIsResult && call.result) arguments.GiveLastAsResult(*call.result);
-  return result;
+  return S_OK;
 }
 
 HRESULT Dispatch::CallProperty(const Property& property, const Call& call) {

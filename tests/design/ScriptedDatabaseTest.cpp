@@ -193,6 +193,43 @@ Say db.DbGetRecord("People", a) & " " & db.DbSetRecord("People", a)
 Say db.DbGetRecordImage("People", a) & " " & db.DbGetPosBlock("People", "x")
 )",
      "-17 -17\n-23 -23\n"},
+    {"variables of any content take answers",
+     R"(db.DbOpenAll
+Dim none, list(2), elements(1)
+Sub Try(what, value)
+  one = value : two = value
+  db.GetUseCount one
+  db.DbIsOpen "People", two
+  Say what & ": " & TypeName(one) & ", " & TypeName(two) & " " & two
+End Sub
+Try "empty", none
+Try "null", Null
+Try "text", "abc"
+Try "large", 100000
+Try "real", 1.5
+Set one = db : Set two = db
+db.GetUseCount one
+db.DbIsOpen "People", two
+Say "object: " & TypeName(two) & " " & two & " " & one.DbIsOpen("People")
+db.DbIsOpen "Nobody", elements(1)
+Say "element: " & TypeName(elements(0)) & " " & elements(1)
+On Error Resume Next
+db.DbIsOpen "People", list
+Say "array: " & Err.Number & " " & TypeName(list)
+Err.Clear
+db.DbIsOpen list, one
+Say "array for a text: " & (Err.Number <> 0)
+Err.Clear
+db.DbIsOpen Null, one
+Say "null for a text: " & (Err.Number <> 0)
+Err.Clear
+db.DbIsOpen none, two
+Say "empty for a text: " & two & " " & Err.Number
+)",
+     "empty: Empty, Integer 1\nnull: Null, Integer 1\ntext: String, Integer 1\n"
+     "large: Long, Integer 1\nreal: Double, Integer 1\nobject: Integer 1 1\n"
+     "element: Empty -4\narray: 13 Variant()\narray for a text: True\nnull for a text: True\n"
+     "empty for a text: -4 0\n"},
     {"two controls move by themselves",
      R"(db.DbOpenAll
 Insert 1, "Abe", ""

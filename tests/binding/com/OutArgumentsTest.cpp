@@ -1,0 +1,145 @@
+// Out arguments of the database control's methods given as variables that hold anything: what a
+// script has not put a number into.
+#include <functional>
+#include <vector>
+
+#include "MadeBtr.h"
+
+namespace qrn::test {
+namespace {
+
+// An object of the host's with a value, or with none.
+class HostObject final : public Counted<IDispatch> {
+ public:
+  explicit HostObject(HRESULT result) : result_(result) {}
+
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value, EXCEPINFO*,
+                      UINT*) override {
+    if (FAILED(result_) || id != DISPID_VALUE) return DISP_E_MEMBERNOTFOUND;
+    value->vt = VT_I4;
+    value->lVal = 8;
+    return S_OK;
+  }
+
+ private:
+  HRESULT result_;
+};
+
+Variant Of(VARTYPE type) {
+  Variant value;
+  value->vt = type;
+  return value;
+}
+Variant Real(double number) {
+  Variant value = Of(VT_R8);
+  value->dblVal = number;
+  return value;
+}
+Variant HostArray() {
+  Variant value = Of(VT_ARRAY | VT_VARIANT);
+  value->parray = SafeArrayCreateVector(VT_VARIANT, 0, 3);
+  return value;
+}
+
+class OutArguments : public ::testing::Test {
+ protected:
+  struct Case {
+    const char* what;
+    std::function<Variant()> make;
+    const char* number;  // what a number is asked for of it: as I4 when a method leaves it alone
+  };
+
+  std::vector<Case> Cases() {
+    return {
+        {"nothing yet", [] { return Variant(); }, "0"},
+        {"Null", [] { return Of(VT_NULL); }, "0"},
+        {"a text", [] { return Variant(Bstr(L"abc")); }, "0"},
+        {"an empty text", [] { return Variant(Bstr(L"")); }, "0"},
+        {"a null text", [] { return Of(VT_BSTR); }, "0"},
+        {"digits", [] { return Variant(Bstr(L" 12 ")); }, "12"},
+        {"a large number", [] { return Real(1e300); }, "0"},
+        {"a fraction", [] { return Real(2.6); }, "3"},
+        {"True", [] { return Variant::Bool(true); }, "-1"},
+        {"Nothing", [] { return Of(VT_DISPATCH); }, "0"},
+        {"an object", [this] { return Variant(Com<IDispatch>(&mute)); }, "0"},
+        {"an object with a value", [this] { return Variant(Com<IDispatch>(&eight)); }, "8"},
+        {"an argument left out", [] { return Of(VT_ERROR); }, "0"},
+        {"an array", [] { return HostArray(); }, "0"},
+    };
+  }
+  void SetUp() override {
+    const std::string directory = company.Directory();
+    btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
+  }
+
+  Company company;
+  ShownMessages messages;
+  MadeBtr btr;
+  HostObject mute{E_FAIL};
+  HostObject eight{S_OK};
+};
+
+TEST_F(OutArguments, TakeTheAnswerWhateverTheVariableHeld) {
+  for (const Case& row : Cases()) {
+    Variant status = row.make();
+    EXPECT_EQ(btr.Say(L"DbIsOpen", {Text(L"Nobody"), Ref(status)}), "ok I2:-4") << row.what;
+    EXPECT_EQ(Show(*status.get()), "I2:-4") << row.what;
+    Variant count = row.make();
+    EXPECT_EQ(btr.Say(L"DbGetNumOfTable", {Ref(count)}), "ok I2:0") << row.what;
+    EXPECT_EQ(Show(*count.get()), "I2:3") << row.what;
+    Variant name = row.make();
+    EXPECT_EQ(btr.Say(L"DbGetTableName", {Short(1), Ref(name)}), "ok I2:0") << row.what;
+    EXPECT_EQ(Show(*name.get()), "BSTR:Notes") << row.what;
+    EXPECT_EQ(mute.references + eight.references, 0u) << row.what;
+  }
+}
+
+// A failure's out argument is the number that the variable held; what is no number becomes 0.
+TEST_F(OutArguments, KeepTheirNumberAfterAFailure) {
+  MadeBtr bare;
+  for (const Case& row : Cases()) {
+    Variant count = row.make();
+    EXPECT_EQ(bare.Say(L"DbGetNumOfTable", {Ref(count)}), "ok I2:-20") << row.what;
+    EXPECT_EQ(Show(*count.get()), std::string("I2:") + row.number) << row.what;
+  }
+}
+
+TEST_F(OutArguments, AreNotTouchedWhereThereIsNoUseCount) {
+  for (const Case& row : Cases()) {
+    Variant count = row.make();
+    VARIANT before = *count.get();
+    EXPECT_EQ(CallMethod(btr.object(), L"GetUseCount", {Ref(count)}).result, S_OK) << row.what;
+    EXPECT_EQ(memcmp(&before, count.get(), sizeof before), 0) << row.what;
+  }
+  int32_t wide = 100000;
+  EXPECT_EQ(btr.Say(L"GetUseCount", {Ref(VT_I4, &wide)}), "ok I2:0");
+  EXPECT_EQ(wide, 100000);
+}
+
+TEST_F(OutArguments, MayHoldTheLastReferenceToTheControl) {
+  Variant self{Com<IDispatch>(btr.object())};
+  btr.Drop();
+  EXPECT_EQ(CallMethod(self->pdispVal, L"DbIsOpen", {Text(L"People"), Ref(self)}).Text(),
+            "ok I2:0");
+  EXPECT_EQ(Show(*self.get()), "I2:0");
+  EXPECT_TRUE(ModuleIsIdle());
+}
+
+TEST_F(OutArguments, ThatCannotTakeAnAnswerAreRefused) {
+  SAFEARRAY* array = nullptr;
+  IDispatch* object = nullptr;
+  uint8_t byte = 7;
+  const auto mismatch = "80020005";
+  EXPECT_EQ(btr.Say(L"DbIsOpen", {Text(L"People"), Ref(VT_ARRAY | VT_I2, &array)}), mismatch);
+  EXPECT_EQ(btr.Say(L"DbIsOpen", {Text(L"People"), Ref(VT_DISPATCH, &object)}), mismatch);
+  EXPECT_EQ(btr.Say(L"DbIsOpen", {Text(L"Nobody"), Ref(VT_UI1, &byte)}), "8002000A")
+      << "-4 is no byte";
+  EXPECT_EQ(byte, 7);
+  EXPECT_EQ(btr.Say(L"DbIsOpen", {Text(L"Nobody"), Short(7)}), "ok I2:-4") << "a plain value";
+}
+
+}  // namespace
+}  // namespace qrn::test
