@@ -101,6 +101,12 @@ void HostedControl::Unhost() {
   object->SetClientSite(nullptr);
 }
 
+void HostedControl::Drop() {
+  Unhost();
+  dispatch_.reset();
+  control_.reset();
+}
+
 HRESULT HostedControl::Offer(UINT message, WPARAM key) {
   MSG offered{};
   offered.message = message;
@@ -109,7 +115,9 @@ HRESULT HostedControl::Offer(UINT message, WPARAM key) {
 }
 
 HRESULT HostedControl::Offer(MSG& message) {
-  return ole::Query<IOleInPlaceActiveObject>(control_)->TranslateAccelerator(&message);
+  // No reference of the call's own: a handler may drop the last one.
+  auto* const active = ole::Query<IOleInPlaceActiveObject>(control_).get();
+  return active->TranslateAccelerator(&message);
 }
 
 std::string TextOf(HWND window) {

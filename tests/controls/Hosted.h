@@ -30,6 +30,8 @@ class HostedControl {
   HRESULT Show(LONG verb = OLEIVERB_INPLACEACTIVATE);
   // As the form goes: window and site are taken away.
   void Unhost();
+  // Lets go of the control as well; nothing but `site` and `events` is of use then.
+  void Drop();
 
   IDispatch* object() { return dispatch_.get(); }
   HRESULT Set(const wchar_t* name, VARIANT value) { return Put(object(), name, {value}).result; }

@@ -46,6 +46,7 @@ int WINAPI PlayedMessageBox::Show(HWND owner, LPCWSTR text, LPCWSTR title, UINT 
   playing->title = title;
   playing->kind = kind;
   ++playing->calls;
+  if (playing->onShow) playing->onShow();
   return playing->answer_;
 }
 

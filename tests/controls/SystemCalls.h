@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 namespace qrn::test {
@@ -22,6 +23,7 @@ class PlayedMessageBox {
   std::wstring text, title;
   UINT kind = 0;
   int calls = 0;
+  std::function<void()> onShow;  // while the box is up
 
  private:
   static int WINAPI Show(HWND owner, LPCWSTR text, LPCWSTR title, UINT kind);
