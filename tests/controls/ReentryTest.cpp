@@ -2,8 +2,11 @@
 // code of the application runs.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
-#include <optional>
+#include <memory>
+#include <utility>
 
 #include "PeopleForm.h"
 #include "SystemCalls.h"
@@ -201,6 +204,51 @@ TEST_P(Reentry, IsTakenAtEveryPoint) {
       EXPECT_EQ(deeds, 1);
       RunMessages();
       if (GetParam().formStays) ExpectUsable(form);
+    }
+    EXPECT_TRUE(ole::ModuleIsIdle());
+  }
+}
+
+// The start opens table after table; a file that is not the table's makes it speak in between.
+TEST(ReentryAtStart, IsTakenWhileAMessageIsUp) {
+  const Messages messages;
+  using Database = Hosted<CQRNBtr>;
+  const struct {
+    const char* what;
+    void (*run)(Database& btr);
+  } deeds[] = {
+      {"resets", [](Database& btr) { CallMethod(btr.object(), L"DbReset"); }},
+      {"loads the dictionary", [](Database& btr) { CallMethod(btr.object(), L"DbLoadDDF"); }},
+      {"opens all", [](Database& btr) { CallMethod(btr.object(), L"DbOpenAll"); }},
+      {"loads the dictionary and opens all",
+       [](Database& btr) {
+         CallMethod(btr.object(), L"DbLoadDDF");
+         CallMethod(btr.object(), L"DbOpenAll");
+       }},
+      {"starts again", [](Database& btr) { btr->DbControlStart(); }},
+      {"takes its window away", [](Database& btr) { btr.Unhost(); }},
+      {"lets go of it", [](Database& btr) { btr.Drop(); }},
+  };
+  for (const bool junk : {true, false}) {
+    for (const auto& deed : deeds) {
+      SCOPED_TRACE(std::string(deed.what) + (junk ? ", a file that is none" : ", another file"));
+      const Company company;
+      const std::filesystem::path folder = company.Directory();
+      CopyFileW((folder / "Days.btr").c_str(), (folder / "People.btr").c_str(), FALSE);
+      if (junk) std::ofstream(folder / "People.btr", std::ios::binary) << std::string(5000, 'x');
+      Database btr(L"Db");
+      btr.Set(L"DDFDir", Text(folder.c_str()));
+      int deedsDone = 0;
+      whileShown = [&] {
+        if (deedsDone++ == 0) deed.run(btr);
+      };
+      btr.Show();
+      EXPECT_GE(deedsDone, 1);
+      RunMessages();
+      if (btr.object() == nullptr) continue;
+      EXPECT_EQ(CallMethod(btr.object(), L"DbLoadDDF").Text(), "ok I2:0");
+      EXPECT_EQ(CallMethod(btr.object(), L"DbOpen", {Notes()}).Text(), "ok I2:0");
+      EXPECT_EQ(CallMethod(btr.object(), L"DbIsOpen", {People()}).Text(), "ok I2:0");
     }
     EXPECT_TRUE(ole::ModuleIsIdle());
   }
