@@ -79,15 +79,22 @@ std::vector<RegistryKey> LibraryKeys() {
   return TypeLibraryKeys(kLibrary, std::u16string(path.begin(), path.end()));
 }
 
-HRESULT AddForMachine() {
-  std::wstring path = ModulePath();
+// Empty where the system does not read the module as a library, as at a path of more than 259
+// characters.
+Com<ITypeLib> OwnLibrary(const std::wstring& path) {
   Com<ITypeLib> library;
-  const HRESULT loaded = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put());
-  return FAILED(loaded) ? loaded : RegisterTypeLib(library.get(), path.data(), nullptr);
+  return SUCCEEDED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put())) ? library
+                                                                             : Com<ITypeLib>();
+}
+
+bool AddForMachine() {
+  std::wstring path = ModulePath();
+  const Com<ITypeLib> library = OwnLibrary(path);
+  return library && SUCCEEDED(RegisterTypeLib(library.get(), path.data(), nullptr));
 }
 
 bool AddTypeLibrary(const ClassesHive& hive) {
-  if (hive.hive() == Hive::Machine) return SUCCEEDED(AddForMachine());
+  if (hive.hive() == Hive::Machine) return AddForMachine();
   return ole::Registrar(hive.get()).Add(LibraryKeys()) == ERROR_SUCCESS;
 }
 
@@ -130,7 +137,9 @@ HRESULT RegisterIn(Hive which) {
 
 }  // namespace
 
+// A library that nobody could read is no reason to try the user's classes.
 HRESULT RegisterModule() {
+  if (!OwnLibrary(ModulePath())) return SELFREG_E_TYPELIB;
   const HRESULT result = RegisterIn(Hive::Machine);
   return SUCCEEDED(result) ? result : RegisterIn(Hive::User);
 }
