@@ -2,7 +2,7 @@
 # Includes point downwards only. Reads every source of src/ and fails on an include that points up,
 # on <windows.h> in the engine outside the seam's Windows halves, and on code page 932 bytes.
 set -u
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
 declare -A floor=([platform]=1 [fields]=2 [core]=3 [extended]=4 [ole]=5 [binding]=6 [controls]=7
   [grid]=7 [design]=8 [resources]=0)
@@ -33,8 +33,12 @@ while IFS=: read -r file line _; do
   esac
 done < <(grep -rnE '^#include <(windows|oleauto|ole2|objbase)\.h>' src)
 
+texts=0
 while read -r file; do
+  texts=$((texts + 1))
   iconv -f UTF-8 -t UTF-8 "$file" >/dev/null 2>&1 || fault "$file: not UTF-8"
-done < <(git ls-files '*.h' '*.cpp' '*.rc' '*.inc' '*.md' '*.sh')
+done < <(find . -path ./build -prune -o -path ./.git -prune -o -type f \
+  \( -name '*.h' -o -name '*.cpp' -o -name '*.rc' -o -name '*.inc' -o -name '*.md' -o -name '*.sh' \) -print)
+[ "$texts" -gt 0 ] && [ -d src ] || fault "there are no sources in $PWD"
 
 [ "$faults" -eq 0 ]
