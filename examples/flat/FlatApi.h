@@ -9,34 +9,37 @@
 
 namespace tour {
 
-// One line an export: result, name, arguments.
+// One line an export: result, name, arguments. Ids and positions of keys are 16 bits wide, results
+// 32: 0 or a count, a positive status of the record manager, a negative code of the module's own.
+// DbInitialize alone loses the sign of its 16-bit code: it fails as 65535 where -1 is meant, as
+// 65515 where -21 is.
 #define TOUR_EXPORTS(X)                                                                          \
   X(int32_t, DbInitialize, (const char* directory))                                              \
   X(int32_t, DbTerminate, ())                                                                    \
-  X(int16_t, DbGetNumOfTable, ())                                                                \
-  X(int16_t, DbGetNumOfField, (int16_t table))                                                   \
+  X(int32_t, DbGetNumOfTable, ())                                                                \
+  X(int32_t, DbGetNumOfField, (int16_t table))                                                   \
   X(void*, DbGetTableName, (int16_t table))                                                      \
   X(void*, DbGetFieldName, (int16_t table, int16_t field))                                       \
-  X(int16_t, DbGetDataType, (int16_t table, int16_t field))                                      \
-  X(int16_t, DbGetDataSize, (int16_t table, int16_t field))                                      \
-  X(int16_t, DbOpen, (int16_t table))                                                            \
-  X(int16_t, DbClose, (int16_t table))                                                           \
-  X(int16_t, DbAccess, (int16_t operation, int16_t table, int16_t index))                        \
+  X(int32_t, DbGetDataType, (int16_t table, int16_t field))                                      \
+  X(int32_t, DbGetDataSize, (int16_t table, int16_t field))                                      \
+  X(int32_t, DbOpen, (int16_t table))                                                            \
+  X(int32_t, DbClose, (int16_t table))                                                           \
+  X(int32_t, DbAccess, (int16_t operation, int16_t table, int16_t index))                        \
   X(void*, DbGetFieldData, (int16_t table, int16_t field))                                       \
-  X(int16_t, DbSetFieldData, (int16_t table, int16_t field, const char* text))                   \
-  X(int16_t, DbClearFieldBuffer, (int16_t table))                                                \
-  X(int16_t, DbGetNumOfRecords, (int16_t table, int32_t * count))                                \
+  X(int32_t, DbSetFieldData, (int16_t table, int16_t field, const char* text))                   \
+  X(int32_t, DbClearFieldBuffer, (int16_t table))                                                \
+  X(int32_t, DbGetNumOfRecords, (int16_t table, int32_t * count))                                \
   X(int32_t, DbGetPosition, (int16_t table))                                                     \
-  X(int16_t, DbGetDirect, (int16_t table, int32_t position, int16_t index))                      \
-  X(int16_t, DbGetByPercentage, (int16_t table, int16_t index, int16_t percentage))              \
-  X(int16_t, DbFindPercentage,                                                                   \
+  X(int32_t, DbGetDirect, (int16_t table, int32_t position, int16_t index))                      \
+  X(int32_t, DbGetByPercentage, (int16_t table, int16_t index, int16_t percentage))              \
+  X(int32_t, DbFindPercentage,                                                                   \
     (int16_t table, int16_t index, int32_t position, uint16_t * percentage))                     \
-  X(int16_t, DbBeginTransaction, (int16_t lockBias))                                             \
-  X(int16_t, DbBeginConCurTransaction, (int16_t lockBias))                                       \
-  X(int16_t, DbEndTransaction, ())                                                               \
-  X(int16_t, DbAbortTransaction, ())                                                             \
-  X(int16_t, DbGetVersion, (void* version))                                                      \
-  X(int16_t, DbExAccess,                                                                         \
+  X(int32_t, DbBeginTransaction, (int16_t lockBias))                                             \
+  X(int32_t, DbBeginConCurTransaction, (int16_t lockBias))                                       \
+  X(int32_t, DbEndTransaction, ())                                                               \
+  X(int32_t, DbAbortTransaction, ())                                                             \
+  X(int32_t, DbGetVersion, (void* version))                                                      \
+  X(int32_t, DbExAccess,                                                                         \
     (int16_t operation, int16_t table, const char* condition, const char* fields, int16_t index, \
      int16_t skip, int16_t records, int16_t ignoreCase, int16_t* result, int16_t* count))        \
   X(void*, DbExGetFieldData, (int16_t result, int16_t field, int16_t record))                    \

@@ -47,12 +47,16 @@ std::string InWords(int status) {
       {-2, "the table is open already"},
       {-3, "the table is not open"},
       {-15, "there is no table of that number"},
+      {-21, "no directory was given"},
   };
   for (const auto& [code, words] : kWords) {
     if (code == status) return words;
   }
   return "status " + std::to_string(status);
 }
+
+// DbInitialize widens its 16-bit status without the sign: -21 comes as 65515.
+int16_t SignedStatus(int32_t result) { return static_cast<int16_t>(result); }
 
 class Tour {
  public:
@@ -97,7 +101,7 @@ class Tour {
     Must(api_.DbGetVersion(version), "version");
     std::printf("record manager %d.%d%c\n", version[0] + 256 * version[1],
                 version[2] + 256 * version[3], version[4]);
-    const int status = api_.DbInitialize(ToCodePage(directory_).c_str());
+    const int32_t status = SignedStatus(api_.DbInitialize(ToCodePage(directory_).c_str()));
     std::printf("DbInitialize(\"%s\"): %s\n", directory_.c_str(), InWords(status).c_str());
     return status == 0;
   }
@@ -154,7 +158,7 @@ class Tour {
 
   void WalkByKana() {
     Title("the first customers by their reading (Get First, Get Next along ByKana)");
-    int16_t status = api_.DbAccess(kGetFirst, customers_, kByKana);
+    int32_t status = api_.DbAccess(kGetFirst, customers_, kByKana);
     for (int row = 0; row < 6 && status == 0; ++row) {
       PrintCustomer();
       status = api_.DbAccess(kGetNext, customers_, kByKana);
@@ -252,10 +256,12 @@ class Tour {
     }
   }
 
-  // Each call begins with the current record; one that was filled up ends on a record taken.
-  bool GoOnAfter(int16_t status) {
-    if (status == kRejectCount) return true;
-    return status == 0 && api_.DbAccess(kGetNext, orders_, kByOrder) == 0;
+  // Each call begins with the current record, and every call ends on one that it has examined, so
+  // the next one is made current first. `status` becomes 9 where there is none.
+  bool GoOnAfter(int32_t& status) {
+    if (status != 0 && status != kRejectCount) return false;
+    status = api_.DbAccess(kGetNext, orders_, kByOrder);
+    return status == 0;
   }
 
   void FilteredRead() {
@@ -265,7 +271,7 @@ class Tour {
     int32_t orders = 0, calls = 0, examined = 0, returned = 0;
     Must(api_.DbGetNumOfRecords(orders_, &orders), "count orders");
     Must(api_.DbAccess(kGetFirst, orders_, kByOrder), "get first");
-    int16_t status = 0;
+    int32_t status = 0;
     do {
       const int32_t first = OrdinalOfCurrentOrder(orders);
       int16_t result = -1, count = 0;
@@ -282,6 +288,7 @@ class Tour {
     std::printf("  in all: %d calls, %d records examined, %d returned\n", calls, examined,
                 returned);
     MustBe(status == 9, "the filtered read reached the end");
+    MustBe(orders > kWholeFile || examined == orders, "each record is examined once");
     MustBe(returned == CountedOneByOne(), "the number of records returned");
     Say("  one Get Next for each record finds as many");
   }
@@ -290,7 +297,7 @@ class Tour {
   int32_t CountedOneByOne() {
     int32_t found = 0;
     const int16_t total = FieldNamed(orders_, "Total"), status = FieldNamed(orders_, "Status");
-    for (int16_t code = api_.DbAccess(kGetFirst, orders_, kByOrder); code == 0;
+    for (int32_t code = api_.DbAccess(kGetFirst, orders_, kByOrder); code == 0;
          code = api_.DbAccess(kGetNext, orders_, kByOrder)) {
       const bool isLarge = std::stoi(TakeWideText(api_.DbGetFieldData(orders_, total))) >= 500000;
       if (isLarge && TakeWideText(api_.DbGetFieldData(orders_, status)) == "1") ++found;
@@ -302,16 +309,20 @@ class Tour {
     Title("what failures look like");
     Must(api_.DbClearFieldBuffer(customers_), "clear the buffer");
     Set(customers_, "CustomerNo", "99999");
-    const int16_t missing = api_.DbAccess(kGetEqual, customers_, kByCustomer);
+    const int32_t missing = api_.DbAccess(kGetEqual, customers_, kByCustomer);
     Say("  Get Equal of customer 99999: " + InWords(missing));
     MustBe(missing == 4, "status of a missing key");
     Must(api_.DbAccess(kGetFirst, customers_, kByCustomer), "get first");
-    const int16_t duplicate = api_.DbAccess(kInsert, customers_, kByCustomer);
+    const int32_t duplicate = api_.DbAccess(kInsert, customers_, kByCustomer);
     Say("  inserting the first customer again: " + InWords(duplicate));
     MustBe(duplicate == 5, "status of a duplicate key");
-    const int16_t closed = api_.DbAccess(kGetFirst, TableNamed("Stock"), 0);
+    const int32_t closed = api_.DbAccess(kGetFirst, TableNamed("Stock"), 0);
     Say("  reading a table that is not open: " + InWords(closed));
     MustBe(closed == -3, "code of a closed table");
+    const int32_t nowhere = api_.DbInitialize("");
+    std::printf("  DbInitialize(\"\") gives %d, which is %d without its sign: %s\n", nowhere,
+                SignedStatus(nowhere), InWords(SignedStatus(nowhere)).c_str());
+    MustBe(nowhere == 65515 && SignedStatus(nowhere) == -21, "code of an empty directory");
   }
 
   FlatApi api_;

@@ -31,7 +31,7 @@ TEST_F(Generating, DataFilesHoldWhatTheCsvFilesDo) {
   const Said checked = Check();
   EXPECT_EQ(checked.code, 0) << checked.out;
   EXPECT_EQ(checked.out.substr(0, 11), "11 tables, ");
-  EXPECT_NE(Run({"show", Path("db")}).out.find("orders.btr        13     4      300\n"),
+  EXPECT_NE(Run({"show", Path("db")}).out.find("orders.btr        13     5      300\n"),
             std::string::npos);
   const std::string orders = Export("Orders");
   ASSERT_EQ(Generate("csv", {"--csv", "--orders", "300"}).code, 0);
