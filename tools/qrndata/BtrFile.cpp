@@ -73,10 +73,10 @@ uint32_t FourBytes(const uint8_t* bytes) {
          static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
 }
 
-FileStat ReadStat(std::span<const uint8_t> reply) {
+FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   FileStat stat;
   stat.records = FourBytes(&reply[6]);
-  Require(btrieve::ParseCreateBlock(reply, stat.spec), "the file's own description is not valid");
+  Require(btrieve::ParseCreateBlock(reply, stat.spec), name + ": its own description is not valid");
   size_t segment = 0;
   for (const btrieve::KeySpec& key : stat.spec.keys) {
     stat.uniqueValues.push_back(FourBytes(&reply[(segment + 1) * btrieve::kSpecificationSize + 6]));
@@ -99,13 +99,13 @@ void Require(Status status, const std::string& what) {
   if (status != btrieve::kOk) throw Failure(kSystem, what + ": " + StatusText(status));
 }
 
-BtrFile::BtrFile(const std::filesystem::path& path, Access access) {
+BtrFile::BtrFile(const std::filesystem::path& path, Access access) : name_(PathToUtf8(path)) {
   std::string key = BtrievePath(path);
   uint32_t length = 0;
   const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
   Require(qrn::BtrCall(kOpen, posBlock_.data(), nullptr, &length, key.data(), keyLength,
                        static_cast<int8_t>(access)),
-          PathToUtf8(path));
+          name_);
 }
 
 BtrFile::~BtrFile() {
@@ -132,9 +132,9 @@ Status BtrFile::Call(uint16_t operation, void* data, uint32_t* length, int8_t ke
 FileStat BtrFile::Stat() {
   Bytes reply(kMaxRecordSize);
   auto length = static_cast<uint32_t>(reply.size());
-  Require(Call(kStat, reply.data(), &length, 0), "the file's description");
+  Require(Call(kStat, reply.data(), &length, 0), name_ + ": reading its description");
   reply.resize(length);
-  return ReadStat(reply);
+  return ReadStat(name_, reply);
 }
 
 Status BtrFile::Insert(Bytes& record) {

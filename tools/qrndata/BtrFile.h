@@ -50,6 +50,9 @@ class BtrFile {
   [[nodiscard]] static Status Create(const std::filesystem::path& path,
                                      std::span<const uint8_t> block, bool replace);
 
+  // The path for messages: UTF-8.
+  const std::string& Name() const noexcept { return name_; }
+
   // Throws Failure when the file does not tell.
   FileStat Stat();
 
@@ -74,6 +77,7 @@ class BtrFile {
   Status Call(uint16_t operation, void* data, uint32_t* length, int8_t key);
   Status Read(uint16_t operation, int8_t key, Bytes& record);
 
+  std::string name_;
   std::array<uint8_t, 128> posBlock_{};
   std::array<uint8_t, 255> keyBuffer_{};
 };

@@ -1,10 +1,11 @@
 // `export`: a table's records as CSV or JSON.
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FieldInput.h"
+#include "tools/qrndata/OutputFile.h"
+#include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/RecordImage.h"
@@ -33,11 +34,11 @@ int8_t FindKeyNumber(const Table& table, const std::string& wanted) {
 
 class TableExport {
  public:
-  TableExport(const ExportOptions& options, const Streams& streams)
+  TableExport(const ExportOptions& options, const Streams& streams, Dictionary dictionary)
       : options_(options),
         streams_(streams),
         settings_(FileSettings()),
-        dictionary_(ReadDictionary(options.directory)),
+        dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
         key_(FindKeyNumber(table_, options.key)),
         file_(DataFilePath(options.directory, table_.location), Access::ReadOnly),
@@ -47,6 +48,8 @@ class TableExport {
 
  private:
   void WriteAll(std::ostream& out);
+  void WriteFile();
+  void WriteOutput();
   bool Encode(const FieldValues& values, uint32_t position, TextValues& texts);
   std::vector<std::string> Names() const;
 
@@ -102,17 +105,25 @@ void TableExport::WriteAll(std::ostream& out) {
   writer->End();
 }
 
-ExitCode TableExport::Run() {
-  std::ofstream file;
-  const bool toFile = !options_.output.empty();
-  if (toFile) file.open(options_.output, std::ios::binary);
-  std::ostream& out = toFile ? file : streams_.out;
-  WriteAll(out);
-  if (!out.flush()) {
-    throw Failure(kSystem, (toFile ? PathToUtf8(options_.output) : std::string("the output")) +
-                               ": cannot be written");
+void TableExport::WriteOutput() {
+  WriteAll(streams_.out);
+  if (!streams_.out.flush()) throw Failure(kSystem, "the output: cannot be written");
+}
+
+void TableExport::WriteFile() {
+  const std::string name = PathToUtf8(options_.output);
+  OutputFile file(options_.output);
+  try {
+    WriteAll(file.Stream());
+  } catch (const Failure& failure) {
+    throw Failure(failure.Code(), failure.what() + ("; " + name + ": not written"));
   }
-  if (toFile) streams_.out << Show(table_.name) << ": " << Grouped(written_) << " rows\n";
+  file.Finish();
+  streams_.out << Show(table_.name) << ": " << Grouped(written_) << " rows\n";
+}
+
+ExitCode TableExport::Run() {
+  options_.output.empty() ? WriteOutput() : WriteFile();
   if (leftOut_ == 0) return kDone;
   streams_.err << Grouped(leftOut_)
                << " records were left out; --on-unmappable=replace takes them as well\n";
@@ -122,7 +133,9 @@ ExitCode TableExport::Run() {
 }  // namespace
 
 ExitCode RunExport(const ExportOptions& options, const Streams& streams) {
-  return TableExport(options, streams).Run();
+  Dictionary dictionary = ReadDictionary(options.directory);
+  if (!options.output.empty()) RefuseDatabaseFile(options.output, dictionary);
+  return TableExport(options, streams, std::move(dictionary)).Run();
 }
 
 }  // namespace qrndata

@@ -1,5 +1,4 @@
 // `generate`: the made-up company as CSV files, or straight into a new database.
-#include <fstream>
 #include <memory>
 
 #include "tools/qrndata/Builder.h"
@@ -7,6 +6,7 @@
 #include "tools/qrndata/Company.h"
 #include "tools/qrndata/CompanyWords.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/RecordWriter.h"
@@ -28,27 +28,6 @@ void MakeDirectory(const fs::path& directory) {
   }
 }
 
-class OutputFile {
- public:
-  explicit OutputFile(const fs::path& path) : path_(path), file_(path, std::ios::binary) {
-    Check();
-  }
-
-  std::ostream& Stream() { return file_; }
-  void Close() {
-    file_.flush();
-    Check();
-  }
-
- private:
-  void Check() const {
-    if (!file_) throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written");
-  }
-
-  fs::path path_;
-  std::ofstream file_;
-};
-
 // One file a table, named like it.
 class CsvSink : public CompanySink {
  public:
@@ -69,7 +48,7 @@ class CsvSink : public CompanySink {
   }
 
   void Close() {
-    if (file_) file_->Close();
+    if (file_) file_->Finish();
     file_.reset();
   }
 
@@ -146,7 +125,7 @@ void WritePictures(const fs::path& directory) {
     if (number.size() == 1) number.insert(0, "0");
     OutputFile file(directory / PathFromUtf8("category" + number + ".bmp"));
     file.Stream() << CategoryPicture(category);
-    file.Close();
+    file.Finish();
   }
 }
 

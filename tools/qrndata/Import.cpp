@@ -4,6 +4,8 @@
 
 #include "tools/qrndata/CsvReader.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/OutputFile.h"
+#include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/RowImporter.h"
@@ -26,11 +28,11 @@ std::ifstream OpenInput(const fs::path& path) {
 
 class CsvImport {
  public:
-  CsvImport(const ImportOptions& options, const Streams& streams)
+  CsvImport(const ImportOptions& options, const Streams& streams, Dictionary dictionary)
       : options_(options),
         streams_(streams),
         fileName_(PathToUtf8(options.file)),
-        dictionary_(ReadDictionary(options.directory)),
+        dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
         importer_(options.directory, table_, options.isDryRun ? 0 : options.batch),
         input_(OpenInput(options.file)),
@@ -46,6 +48,8 @@ class CsvImport {
   Refusal TakeRow(const CsvRow& row, Position& at);
   Refusal TakeCell(const CsvCell& cell, size_t slot);
   void Refuse(const CsvRow& row, Position at, const std::string& problem);
+  void KeepRefused(const CsvRow& row);
+  [[noreturn]] void Stop(const Failure& failure);
   Converted Decode(const std::string& text) const;
   std::string FieldName(size_t slot) const;
   ExitCode Report() const;
@@ -61,7 +65,7 @@ class CsvImport {
   std::vector<size_t> slots_;  // the field of each column
   std::string header_;
   FieldValues values_;
-  std::ofstream refusals_;
+  std::optional<OutputFile> refusals_;
   uint64_t rows_ = 0, refused_ = 0, replaced_ = 0;
 };
 
@@ -148,13 +152,16 @@ void CsvImport::Refuse(const CsvRow& row, Position at, const std::string& proble
   } else if (refused_ == options_.shown + 1) {
     streams_.err << "further refusals are not listed (--show-refused takes their number)\n";
   }
-  if (options_.refusals.empty()) return;
-  if (!refusals_.is_open()) {
-    refusals_.open(options_.refusals, std::ios::binary);
-    refusals_ << header_ << '\n';
+  if (!options_.refusals.empty()) KeepRefused(row);
+}
+
+void CsvImport::KeepRefused(const CsvRow& row) {
+  if (!refusals_) {
+    refusals_.emplace(options_.refusals);
+    refusals_->Stream() << header_ << '\n';
   }
-  refusals_ << row.raw << '\n';
-  if (!refusals_.flush()) {
+  refusals_->Stream() << row.raw << '\n';
+  if (!refusals_->Stream().flush()) {
     throw Failure(kSystem, PathToUtf8(options_.refusals) + ": cannot be written");
   }
 }
@@ -172,6 +179,7 @@ void CsvImport::ReadRows() {
     progress.Update(reader_.BytesRead(), rows_);
   }
   importer_.Finish();
+  if (refusals_) refusals_->Finish();
 }
 
 ExitCode CsvImport::Report() const {
@@ -187,23 +195,42 @@ ExitCode CsvImport::Report() const {
   return refused_ == 0 ? kDone : kFaultsFound;
 }
 
+// The rows refused so far are kept: the ones around them are stored.
+void CsvImport::Stop(const Failure& failure) {
+  std::string text = std::string(failure.what()) + "; stopped at row " + Grouped(rows_) + " of " +
+                     fileName_ + ", " + Grouped(importer_.Stored()) +
+                     " rows before it are stored, later ones are not";
+  try {
+    if (refusals_ && refusals_->Stream().good()) refusals_->Finish();
+  } catch (const Failure& another) {
+    text.append("; ").append(another.what());
+  }
+  throw Failure(failure.Code(), text);
+}
+
 ExitCode CsvImport::Run() {
   ReadHeader();
   try {
     ReadRows();
   } catch (const Failure& failure) {
-    throw Failure(failure.Code(), std::string(failure.what()) + "; stopped at row " +
-                                      Grouped(rows_) + " of " + fileName_ + ", " +
-                                      Grouped(importer_.Stored()) +
-                                      " rows before it are stored, later ones are not");
+    Stop(failure);
   }
   return Report();
+}
+
+void RefuseRefusalsFile(const ImportOptions& options, const Dictionary& dictionary) {
+  RefuseDatabaseFile(options.refusals, dictionary);
+  if (!IsSameFile(options.refusals, options.file)) return;
+  throw Failure(kUsage, PathToUtf8(options.refusals) +
+                            ": this is the file that the rows come from; name another file");
 }
 
 }  // namespace
 
 ExitCode RunImport(const ImportOptions& options, const Streams& streams) {
-  return CsvImport(options, streams).Run();
+  Dictionary dictionary = ReadDictionary(options.directory);
+  if (!options.refusals.empty()) RefuseRefusalsFile(options, dictionary);
+  return CsvImport(options, streams, std::move(dictionary)).Run();
 }
 
 }  // namespace qrndata

@@ -40,7 +40,8 @@ bool RecordScan::TakeFromBatch() {
   if (batchLeft_ == 0) return false;
   const size_t length = batch_.size() >= batchOffset_ + kEntryHead ? Word(batch_, batchOffset_) : 0;
   if (batch_.size() < batchOffset_ + kEntryHead + length) {
-    throw Failure(kSystem, "the record manager's reply to an extended read is cut short");
+    throw Failure(kSystem,
+                  file_.Name() + ": the record manager's reply to an extended read is cut short");
   }
   position_ =
       static_cast<uint32_t>(Word(batch_, batchOffset_ + 2) | Word(batch_, batchOffset_ + 4) << 16);
@@ -58,7 +59,7 @@ bool RecordScan::FetchBatch() {
   hasEnded_ = status == btrieve::kEndOfFile;
   const bool isReply = status == btrieve::kOk || hasEnded_ ||
                        status == btrieve::kDataBufferLength || status == btrieve::kRejectCount;
-  if (!isReply || batch_.size() < 2) Require(status, "reading the records");
+  if (!isReply || batch_.size() < 2) Require(status, file_.Name() + ": reading the records");
   batchLeft_ = batch_.size() < 2 ? 0 : Word(batch_, 0);
   batchOffset_ = 2;
   return batchLeft_ != 0;
@@ -76,7 +77,7 @@ bool RecordScan::FetchOne() {
   }
   hasEnded_ = status == btrieve::kEndOfFile;
   if (hasEnded_) return false;
-  Require(status, "reading the records");
+  if (status != btrieve::kOk) Require(status, file_.Name() + ": reading the records");
   Require(file_.Position(position_), "reading a record's position");
   record_ = single_;
   return true;

@@ -1,0 +1,63 @@
+#include "tools/qrndata/OutputFile.h"
+
+#include <string>
+#include <system_error>
+
+#include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Paths.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A name beside `target` that nothing has yet.
+fs::path SideName(const fs::path& target) {
+  std::error_code ignored;
+  for (int number = 1;; ++number) {
+    fs::path side = target;
+    side += "." + std::to_string(number) + ".part";
+    if (!fs::exists(fs::symlink_status(side, ignored))) return side;
+  }
+}
+
+// A rename would pass over a file's write protection.
+bool IsWritable(const fs::path& path) {
+  return std::ofstream(path, std::ios::binary | std::ios::app).is_open();
+}
+
+}  // namespace
+
+OutputFile::OutputFile(const fs::path& path) : path_(path), target_(path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  const bool isThere = fs::is_regular_file(status);
+  if (isThere) target_ = fs::canonical(path, error);
+  if (isThere && (error || !IsWritable(target_))) Fail();
+  if (isThere || !fs::exists(fs::symlink_status(path, error))) side_ = SideName(target_);
+  file_.open(side_.empty() ? target_ : side_, std::ios::binary);
+  if (!file_) Fail();
+  if (isThere) fs::permissions(side_, status.permissions(), error);
+}
+
+OutputFile::~OutputFile() {
+  if (side_.empty()) return;
+  std::error_code ignored;
+  file_.close();
+  fs::remove(side_, ignored);
+}
+
+void OutputFile::Finish() {
+  file_.close();
+  if (!file_) Fail();
+  if (side_.empty()) return;
+  std::error_code error;
+  fs::rename(side_, target_, error);
+  if (error) Fail();
+  side_.clear();
+}
+
+void OutputFile::Fail() const { throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written"); }
+
+}  // namespace qrndata
