@@ -9,7 +9,7 @@ run_lint() {
   sed -e 's/-fsanitize=[a-z,]*//g; s/-fno-sanitize-recover=[a-z]*//g; s/-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds//g; s#[^ "]*ccache ##g' \
     "$database/compile_commands.json" >"$BUILD/lint/compile_commands.json"
   grep -oE '"file": "[^"]+"' "$BUILD/lint/compile_commands.json" | cut -d'"' -f4 |
-    grep -vE 'googletest|sqlite3\.c|/build/' | grep -E "${LINT_ONLY:-.}" | sort -u |
+    grep -vE 'googletest|\.c$|/build/' | grep -E "${LINT_ONLY:-.}" | sort -u |
     xargs -P 2 -n 4 nice clang-tidy -p "$BUILD/lint" --quiet >"$log" 2>/dev/null || true
   if grep -E '(warning|error):' "$log" | sort -u | head -60 | grep .; then
     die "clang-tidy has findings: see build/lint.log"

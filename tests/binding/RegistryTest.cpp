@@ -1,10 +1,10 @@
 // Who is found by which name on which form, and what the registry tells whom.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <memory>
 
 #include "PlayedControls.h"
+#include "platform/CodePage.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/module/Company.h"
 
@@ -71,7 +71,7 @@ TEST_F(Registry, ControlsOfOneNameAreAskedInTurn) {
   const auto onForm = Start("Db", formA);
   const auto resolve = [&] { return TheRegistry().ResolveTable(&panelOnA, "Db", "People"); };
   EXPECT_EQ(resolve(), &onPanel->GetDictionary()->Tables[kPeople]);
-  std::strcpy(onPanel->GetDictionary()->Tables[kPeople].Name, "Renamed");
+  qrn::CopyText(onPanel->GetDictionary()->Tables[kPeople].Name, "Renamed");
   EXPECT_EQ(resolve(), &onForm->GetDictionary()->Tables[kPeople]) << "the first lacks the table";
   onPanel->DDFDir.SetNarrow("");
   onPanel->userMode = false;

@@ -88,7 +88,7 @@ TEST(Open, TellsWhatIsWrong) {
   EXPECT_EQ(OpenAt(file, file.Path("none.dat")), kFileNotFound);
   EXPECT_EQ(OpenAt(file, ""), kInvalidFileName);
   EXPECT_EQ(OpenAt(file, std::string(255, 'x')), kInvalidFileName);
-  std::ofstream(file.Path("empty.dat"));
+  std::ofstream(file.Path("empty.dat")) << "";
   EXPECT_EQ(OpenAt(file, file.Path("empty.dat")), kNotABtrieveFile);
   std::ofstream(file.Path("text.dat")) << std::string(20000, 'x');
   EXPECT_EQ(OpenAt(file, file.Path("text.dat")), kNotABtrieveFile);

@@ -293,9 +293,9 @@ TEST_P(KeyTypeOrder, ComparesAndNormalisesAlike) {
       const int expected = Sign(rankA - rankB);
       EXPECT_EQ(Sign(FindKeyType(row.type)->compare(a.data(), b.data(), row.length, map)),
                 expected);
-      const auto orderOf = [&](const KeyOrder& order) {
-        const Bytes left = OrderedBytes(order, a);
-        const Bytes right = OrderedBytes(order, b);
+      const auto orderOf = [&one = a, &other = b](const KeyOrder& order) {
+        const Bytes left = OrderedBytes(order, one);
+        const Bytes right = OrderedBytes(order, other);
         return Sign(std::memcmp(left.data(), right.data(), left.size()));
       };
       EXPECT_EQ(orderOf(ascending), expected);

@@ -1,6 +1,8 @@
 // Positions as hundredths of a percent and back.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "TestFile.h"
 
 namespace btrieve::test {
@@ -105,7 +107,7 @@ TEST_F(PercentTest, TakesNeighboursIntoAccountAtOnce) {
     const int left = 3000 - 50 * (round + 1);
     const int ordinal = left / 3;
     const int id = 3000 - left + ordinal;
-    const int expected = static_cast<int>((ordinal * 10000.0) / (left - 1) + 0.5);
+    const int expected = static_cast<int>(std::lround((ordinal * 10000.0) / (left - 1)));
     EXPECT_EQ(OfId(id), expected);
     EXPECT_EQ(At(expected, 0), id);
   }
