@@ -1,7 +1,9 @@
-# ./run form FILE [ARG...]: opens a form with the module, on the present display. Sourced by ./run.
+# ./run form [OPTION...] FILE...: opens a form with the module, on the present display. Sourced by
+# ./run, which has just gone to its own folder.
 #
 # The form runs in the folder of the company's data, which is built on first use, so that the
-# example forms find it. What follows FILE goes to qrnform as it stands.
+# example forms find it. Options go to qrnform, whose --help tells them.
+CALLER=${OLDPWD:-$ROOT}
 
 # company_data DIR: the company's dictionary and data files, once.
 company_data() {
@@ -24,15 +26,58 @@ windows_path() {
   printf 'Z:%s' "${path//\//\\}"
 }
 
+# read_form_line ARG...: what goes to qrnform, into FORM_LINE. Files are looked for from where the
+# user stands, since the form runs in another folder. A form that is not there ends the run.
+FORM_LINE=()
+read_form_line() {
+  local forms=0 name value
+  while [ $# -gt 0 ]; do
+    case $1 in
+      --script | --shot | --module)
+        [ $# -ge 2 ] || misused "form: $1 needs a file"
+        FORM_LINE+=("$1" "$(form_path "$1" "$2")") || exit 1
+        shift
+        ;;
+      --script=* | --shot=* | --module=*)
+        name=${1%%=*} value=${1#*=}
+        FORM_LINE+=("$name" "$(form_path "$name" "$value")") || exit 1
+        ;;
+      --help | -h) forms=1 FORM_LINE+=("$1") ;;
+      -*) FORM_LINE+=("$1") ;;
+      *)
+        FORM_LINE+=("$(form_path form "$1")") || exit 1
+        forms=1
+        ;;
+    esac
+    shift
+  done
+  [ "$forms" -eq 1 ] || misused "form needs the file of a form"
+}
+
+# form_path WHAT FILE: the file as qrnform is to be told of it; WHAT it is for says what it needs. A
+# path with a drive is a Windows path already.
+form_path() {
+  local path=$2
+  case $path in
+    [A-Za-z]:*) printf '%s' "$path"; return ;;
+    /*) ;;
+    *) path=$CALLER/$path ;;
+  esac
+  if [ "$1" = --shot ]; then
+    [ -d "$(dirname "$path")" ] || die "there is no folder for the picture $2"
+  elif [ ! -f "$path" ]; then
+    die "there is no file $2"
+  fi
+  windows_path "$path"
+}
+
+# run_form: the form of FORM_LINE.
 run_form() {
-  local form=$1 file
-  shift
   [ -n "${DISPLAY:-}" ] || die "there is no display: set DISPLAY, or start one with Xvfb"
-  [ -f "$form" ] || die "there is no file $form"
-  file=$(windows_path "$form")
   build windows qrnform qrnbt350 w64btrv lexbase
   company_data "$BUILD/company"
-  (cd "$BUILD/company" && exec "$ROOT/scripts/wine.sh" "$BUILD/windows/bin/qrnform.exe" "$@" "$file")
+  (cd "$BUILD/company" &&
+    exec "$ROOT/scripts/wine.sh" "$BUILD/windows/bin/qrnform.exe" "${FORM_LINE[@]}")
 }
 
 # demo_forms DIR: the example forms before real key and mouse input, on a display of their own.
