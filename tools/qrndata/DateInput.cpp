@@ -2,12 +2,15 @@
 
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cstdio>
 
 namespace qrndata {
 
 namespace {
+
+// What forms let users store: no month's own length, months and days not given, midnight as the
+// end of a day, a leap second.
+constexpr int kLastMonth = 12, kLastDay = 31, kLastHour = 24, kLastMinute = 60;
 
 // Takes a number of at most `longest` digits off the front; -1 when there is none.
 int TakeNumber(std::string_view& text, size_t longest) {
@@ -41,11 +44,9 @@ std::optional<std::string> NormalDate(std::string_view text) {
   const int month = TakeNumber(text, 2);
   if (!TakeOneOf(text, "/-")) return std::nullopt;
   const int day = TakeNumber(text, 2);
-  if (!text.empty() || year < 1 || month < 1 || day < 1) return std::nullopt;
-  const std::chrono::year_month_day date{std::chrono::year(year),
-                                         std::chrono::month(static_cast<unsigned>(month)),
-                                         std::chrono::day(static_cast<unsigned>(day))};
-  if (!date.ok()) return std::nullopt;
+  const bool isDate =
+      text.empty() && year >= 0 && month >= 0 && month <= kLastMonth && day >= 0 && day <= kLastDay;
+  if (!isDate) return std::nullopt;
   return Format("%04d/%02d/%02d", year, month, day);
 }
 
@@ -58,8 +59,9 @@ std::optional<std::string> NormalTime(std::string_view text) {
   const bool hasHundredths = TakeOneOf(text, ".");
   if (hasHundredths && text.size() != 2) return std::nullopt;
   const int hundredths = hasHundredths ? TakeNumber(text, 2) : 0;
-  const bool isTime = text.empty() && hours >= 0 && hours < 24 && minutes >= 0 && minutes < 60 &&
-                      seconds >= 0 && seconds < 60 && hundredths >= 0;
+  const bool isTime = text.empty() && hours >= 0 && hours <= kLastHour && minutes >= 0 &&
+                      minutes <= kLastMinute && seconds >= 0 && seconds <= kLastMinute &&
+                      hundredths >= 0;
   if (!isTime) return std::nullopt;
   const std::string normal = Format("%02d:%02d:%02d", hours, minutes, seconds);
   return hundredths == 0 ? normal : normal + Format(".%02d", hundredths);

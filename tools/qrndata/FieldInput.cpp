@@ -1,6 +1,7 @@
 #include "tools/qrndata/FieldInput.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "fields/FieldText.h"
 #include "tools/qrndata/DateInput.h"
@@ -30,7 +31,12 @@ CheckedText CheckText(const qrn::DbFieldInfo& field, std::string_view text) {
 CheckedText CheckLogical(std::string_view text) {
   if (text.empty() || text == "0" || text == "false") return {"0", {}};
   if (text == "1" || text == "true") return {"1", {}};
-  return {{}, "expected 0, 1, true or false"};
+  uint8_t byte = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), byte);
+  if (error != std::errc{} || end != text.data() + text.size()) {
+    return {{}, "expected 0, 1, true or false"};
+  }
+  return {std::string(1, static_cast<char>(byte + '0')), {}};
 }
 
 CheckedText CheckBit(std::string_view text) {

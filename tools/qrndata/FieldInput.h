@@ -22,9 +22,9 @@ struct CheckedText {
 
 // `text` is code page 932. An empty text is the field's empty value: zero, blank, no date.
 //   numbers   12  -3.50  .5; Float and BFloat also 1.5e-7
-//   Date      2024/01/05 or 2024-1-5, a day of the calendar
+//   Date      2024/01/05 or 2024-1-5, months to 12, days to 31
 //   Time      9:30, 09:30:00 or 09:30:00.25
-//   Logical   0, 1, true, false
+//   Logical   0, 1, true, false; another byte that stands there as its number
 CheckedText CheckFieldText(const qrn::DbFieldInfo& field, std::string_view text);
 
 // Stores a checked text. `out` runs from the field's first byte to the end of the record's buffer;

@@ -111,6 +111,16 @@ size_t BytesNeeded(const qrn::DbFieldInfo& field) {
   return isOpenEnded ? 1 : static_cast<size_t>(std::max(field.Size, least));
 }
 
+// Forms show other bytes than 0 and 1 as characters, one of them as nothing.
+std::string LogicalText(Value value) { return std::to_string(value[0]); }
+
+// Forms read a text that fills its field one byte too far.
+std::string WithinField(std::string text, const qrn::DbFieldInfo& field) {
+  const auto room = static_cast<size_t>(std::max(field.Size, 1)) - 1;
+  if (text.size() > room) text.resize(room);
+  return text;
+}
+
 // Nothing where the engine's text is as good.
 std::string OwnText(const qrn::QuorinSettings& settings, const qrn::DbFieldInfo& field,
                     Value value) {
@@ -126,6 +136,8 @@ std::string OwnText(const qrn::QuorinSettings& settings, const qrn::DbFieldInfo&
     case qrn::kNumericSTS:
     case qrn::kNumericSA:
       return SignedDigitsText(field, value);
+    case qrn::kLogical:
+      return LogicalText(value);
     default:
       return {};
   }
@@ -144,6 +156,7 @@ std::string FieldValueText(const qrn::QuorinSettings& settings, const qrn::DbFie
   text = EngineText(settings, field, record, offset);
   if (field.Type == qrn::kDate && AreZero(value.first(4))) return {};
   if (field.Type == qrn::kTime) return TimeText(text, value);
+  if (field.Type == qrn::kLString) return WithinField(std::move(text), field);
   if (field.Type == qrn::kCurrency && text.ends_with('.')) text.pop_back();
   return text;
 }

@@ -28,7 +28,6 @@ WholeRange RangeOf(const qrn::DbFieldInfo& field) {
   const uint64_t allBits = bits == 64 ? ~uint64_t{0} : (uint64_t{1} << bits) - 1;
   if (field.Type == qrn::kUBin) return {0, allBits};
   const auto mostSigned = static_cast<int64_t>(allBits >> 1);
-  if (field.Type == qrn::kAutoInc) return {0, allBits >> 1};
   return {-mostSigned - 1, allBits >> 1};
 }
 
@@ -70,9 +69,10 @@ int32_t WholePlaces(const qrn::DbFieldInfo& field) {
   return std::max(type->MaxDecimals(field.Size) - field.Decimals, 0);
 }
 
-bool FitsCurrency(const std::string& digits) {
+bool FitsCurrency(bool isNegative, const std::string& digits) {
+  const std::string text = (isNegative ? "-" : "") + digits;
   int64_t value = 0;
-  return std::from_chars(digits.data(), digits.data() + digits.size(), value).ec == std::errc{};
+  return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc{};
 }
 
 std::string Count(int32_t number, const char* what) {
@@ -133,8 +133,8 @@ CheckedText CheckReal(const qrn::DbFieldInfo& field, std::string_view text) {
                 Count(field.Size, "byte") + " holds"};
   }
   NumberText plain{};
-  const auto result = std::to_chars(plain.data(), plain.data() + plain.size(), value + 0.0,
-                                    std::chars_format::fixed);
+  const auto result =
+      std::to_chars(plain.data(), plain.data() + plain.size(), value, std::chars_format::fixed);
   if (result.ec != std::errc{}) return {{}, "the number has too many digits"};
   return {std::string(plain.data(), result.ptr), {}};
 }
@@ -150,7 +150,7 @@ CheckedText CheckDigits(const qrn::DbFieldInfo& field, std::string_view text) {
   std::string digits = std::string(parts.whole) + std::string(parts.fraction) +
                        std::string(decimals - parts.fraction.size(), '0');
   const bool fits = field.Type == qrn::kCurrency
-                        ? digits.empty() || FitsCurrency(digits)
+                        ? digits.empty() || FitsCurrency(parts.isNegative, digits)
                         : parts.whole.size() <= static_cast<size_t>(places);
   if (!fits) {
     return {{},
@@ -158,11 +158,10 @@ CheckedText CheckDigits(const qrn::DbFieldInfo& field, std::string_view text) {
                 ? "the number is too large"
                 : "expected at most " + Count(places, "digit") + " before the point"};
   }
-  const bool isZero = digits.find_first_not_of('0') == std::string::npos;
   if (decimals != 0) digits.insert(digits.size() - decimals, 1, '.');
   // A zero in front of the point would take a place that a field of decimals alone does not have.
   if (parts.whole.empty() && (places > 0 || field.Type == qrn::kCurrency)) digits.insert(0, 1, '0');
-  return {(parts.isNegative && !isZero ? "-" : "") + digits, {}};
+  return {(parts.isNegative ? "-" : "") + digits, {}};
 }
 
 void PutWhole(const std::string& text, int32_t size, std::span<uint8_t> out) {
