@@ -1,17 +1,32 @@
 # ./run package: one zip that a Windows machine needs. Sourced by ./run.
 
-make_package() {
-  local name=qrnbt350 stage=$BUILD/package/qrnbt350 bin=$BUILD/windows/bin file
-  rm -rf "$BUILD/package"
-  mkdir -p "$stage/examples"
-  for file in qrnbt350.ocx w64btrv.dll lexbase.dll qrndata.exe qrnform.exe; do
-    [ -f "$bin/$file" ] || continue
-    cp "$bin/$file" "$stage/"
-    x86_64-w64-mingw32-strip "$stage/$file"
+PACKAGE_PRODUCTS=(qrnbt350.ocx w64btrv.dll lexbase.dll qrndata.exe qrnform.exe)
+
+# stage_package BIN STAGE: everything the zip holds, in the folder STAGE.
+stage_package() {
+  local bin=$1 stage=$2 file
+  for file in "${PACKAGE_PRODUCTS[@]}"; do
+    [ -f "$bin/$file" ] || die "$file has not been built: nothing was packed"
   done
-  cp -r examples/company "$stage/examples/"
-  cp -r docs licenses "$stage/"
-  sed 's/$/\r/' docs/windows.md >"$stage/README.txt"
-  (cd "$BUILD/package" && zip -qr "$BUILD/$name.zip" "$name")
+  mkdir -p "$stage/examples/flat"
+  for file in "${PACKAGE_PRODUCTS[@]}"; do
+    cp "$bin/$file" "$stage/"
+    x86_64-w64-mingw32-strip "$stage/$file" || die "could not strip $file"
+  done
+  cp -r "$ROOT"/{docs,licenses} "$stage/"
+  cp -r "$ROOT/examples/company" "$stage/examples/"
+  cp "$ROOT"/examples/flat/*.{h,cpp} "$stage/examples/flat/"
+  cp "$ROOT/scripts/package/README.txt" "$stage/"
+  cp "$ROOT/scripts/package/make-data.cmd" "$stage/examples/company/"
+  # Lines end as Windows' own programs want them.
+  find "$stage" -type f \( -name '*.md' -o -name '*.txt' -o -name '*.cmd' -o -name '*.h' -o -name '*.cpp' \) \
+    -print0 | xargs -0 sed -i 's/\r*$/\r/'
+}
+
+make_package() {
+  local name=qrnbt350 package=$BUILD/package
+  rm -rf "$package" "$BUILD/$name.zip"
+  stage_package "$BUILD/windows/bin" "$package/$name"
+  (cd "$package" && zip -qr "$BUILD/$name.zip" "$name") || die "could not make build/$name.zip"
   say "build/$name.zip: $(du -h "$BUILD/$name.zip" | cut -f1)"
 }

@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# The form in docs/controls.md works as it stands there, and wrong names in it do what the document
+# says. Run by ./run test, which gives prefix and display.
+set -eu
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
+DATA_TOOL=${QRN_DATA_TOOL:-$ROOT/build/native-asan/bin/qrndata}
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+"$DATA_TOOL" build "$ROOT/examples/company/company.toml" "$folder" >/dev/null
+"$DATA_TOOL" import "$folder" Customers "$ROOT/examples/company/data/Customers.csv" >/dev/null
+cd "$folder"
+# The indented block that begins with VERSION.
+sed -nE '/^    VERSION/,/^[^ ]/{s/^    //;/^[^A-Z ].*\. /q;p}' "$ROOT/docs/controls.md" |
+  sed '/^In the folder/,$d' >card.frm
+
+# works FORM: the steps on standard input succeed.
+works() {
+  cat >steps.txt
+  timeout 60 "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script steps.txt "$1" || { echo "($1)"; exit 1; }
+}
+
+works card.frm <<'STEPS'
+click btnFind
+expect lblStatus.Caption = "Which number?"
+focus edtNo
+type "3x6"
+key Alt+F
+expect edtName.Text = "あけぼの金物店"
+click btnNext
+expect edtNo.Text = "37"
+set edtNo.Text = "99999"
+click btnFind
+expect lblStatus.Caption = "There is no such number."
+set edtNo.Text = "36"
+click btnFind
+set edtName.Text = "あけぼの"
+click btnSave
+message "Save this customer?" OK
+click btnNext
+set edtNo.Text = "36"
+click btnFind
+expect edtName.Text = "あけぼの"
+STEPS
+
+sed 's/"Customers"$/"customers"/' card.frm >table.frm
+works table.frm <<'STEPS'
+set edtNo.Text = "36"
+click btnFind
+message "VE802 DbSourceまたはDbTableﾌﾟﾛﾊﾟﾃｨが不正です。" OK
+STEPS
+
+sed 's/"Name"$/"Nmae"/; s/DbIndex .*/DbIndex = "nosuch"/' card.frm >field.frm
+works field.frm <<'STEPS'
+set edtNo.Text = "36"
+click btnFind
+expect edtName.Text = ""
+click btnNext
+expect edtNo.Text = "37"
+STEPS
