@@ -41,7 +41,9 @@ TEST_F(Generating, DataFilesHoldWhatTheCsvFilesDo) {
 
 TEST_F(Generating, NothingThatIsThereIsWrittenOver) {
   ASSERT_EQ(Generate("db", {"--orders", "5"}).code, 0);
-  EXPECT_EQ(Generate("db", {"--orders", "5"}).code, 4);
+  EXPECT_EQ(Line(Generate("db", {"--orders", "5"})),
+            "code=4 err=qrndata: " + (std::filesystem::path("db") / "file.ddf").string() +
+                ": exists already; generate writes over nothing: name a new directory\n");
   EXPECT_EQ(Check().code, 0);
 }
 

@@ -53,6 +53,10 @@ const RefusedCase kRefused[] = {
      "2:4: field \"Born\": expected a date such as 2024/01/31"},
     {"a character that does not fit", "Id,Name\n1,a한\n",
      "2:3: field \"Name\": code page 932 has no 한 (character 2 of the text)"},
+    {"another encoding", "Id,Name\n1,\xC4\xB1\x90\xA0\n",
+     "2:3: field \"Name\": not UTF-8: byte 0x90 (character 2 of the text); --encoding cp932 reads "
+     "a "
+     "file in code page 932"},
     {"digits too many before the point", "Id,Rate\n1,1000\n",
      "2:3: field \"Rate\": expected at most 3 digits before the point"},
     {"digits too many behind it", "Id,Rate\n1,0.001\n",
@@ -97,7 +101,7 @@ TEST_F(Importing, RefusalsNameLineColumnAndWhatWasExpected) {
 }
 
 struct HeaderCase {
-  const char* csv;
+  std::string csv;
   const char* said;
 };
 
@@ -109,6 +113,19 @@ TEST_F(Importing, AFirstLineThatCannotServeStopsIt) {
       {"Id,id\n", "in.csv:1:4: the table has no field \"id\"; expected one of "},
       {"Id,Name,Id\n", "in.csv:1:9: field \"Id\" has a column already"},
       {"Id,\"Name\n", "in.csv:1:4: this quote is never closed"},
+      {"Id,\x96\xBC\n", "in.csv:1:4: not UTF-8: byte 0x96 (character 1 of the text); --encoding "},
+      {std::string("\xFF\xFEI\0d\0\n\0"
+                   "1\0\n\0",
+                   12),
+       "in.csv:1:1: the file is in UTF-16; expected "},
+      {std::string("\xFE\xFF\0I\0d\0\n\0"
+                   "1\0\n",
+                   12),
+       "in.csv:1:1: the file is in UTF-16; expected "},
+      {std::string("I\0d\0\n\0"
+                   "1\0\n\0",
+                   10),
+       "in.csv:1:1: the file is in UTF-16; expected "},
   };
   for (const HeaderCase& row : cases) {
     const Said said = Import("T", row.csv);

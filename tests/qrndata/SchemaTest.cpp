@@ -79,6 +79,13 @@ TEST(Schema, MistakesNameLineColumnAndWhatWasExpected) {
        "s.toml:9:8: the table has a field \"a\" already"},
       {WithField(kPlain + "\n[[table.key]]\nfields = [\"A\"]\ncase_insensitive = true"),
        "s.toml:7:1: \"case_insensitive\" is for text; field \"A\" is Integer"},
+      {WithField("name = \"A\"\ntype = \"String\"\nsize = 3"),
+       "s.toml:1:1: table \"T\": records of 3 bytes are too short: a data file's records have at "
+       "least 4"},
+      {WithField(
+           "name = \"A\"\ntype = \"Integer\"\nsize = 2\n[[table.field]]\nname = \"N\"\ntype = "
+           "\"Note\"\nsize = 9"),
+       "s.toml:1:1: table \"T\": records of 2 bytes before the note are too short"},
       {WithField("name = \"A\"\ntype = \"Bit\"\n[[table.key]]\nfields = [\"A\"]"),
        "s.toml:7:1: field \"A\" (Bit of 1 bytes) cannot be a key"},
       {WithField("name = \"A\"\ntype = \"String\"\nsize = 250\n[[table.field]]\nname = \"B\"\ntype "

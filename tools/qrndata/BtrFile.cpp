@@ -48,7 +48,7 @@ constexpr StatusName kStatusNames[] = {
     {btrieve::kCreateError,           "cannot be created: directory missing or file in use"},
     {btrieve::kNumberOfKeys,          "too many key segments for the page size"},
     {btrieve::kKeyPosition,           "a key lies outside the record's fixed part"},
-    {btrieve::kRecordLength,          "record too long for the page size"},
+    {btrieve::kRecordLength,          "record too long for the page size, or shorter than 4 bytes"},
     {btrieve::kKeyLength,             "key length not valid for its type"},
     {btrieve::kNotABtrieveFile,       "not a file of the record manager"},
     {btrieve::kDirectoryError,        "directory not valid"},

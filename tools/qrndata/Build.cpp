@@ -21,13 +21,12 @@ void MakeDirectory(const fs::path& directory) {
 }
 
 // Before anything is written: all or nothing as far as can be foreseen.
-void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables) {
+void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables,
+                    std::string_view advice) {
   std::error_code ignored;
   const auto refuse = [&](const fs::path& path) {
     if (!fs::exists(path, ignored)) return;
-    throw Failure(kSystem, PathToUtf8(path) +
-                               ": exists already; --replace puts a new one in its "
-                               "place, --keep-data keeps data files");
+    throw Failure(kSystem, PathToUtf8(path) + ": exists already; " + std::string(advice));
   };
   for (const char* name : {"file.ddf", "field.ddf", "index.ddf"}) refuse(directory / name);
   for (const Table& table : tables) refuse(DataFilePath(directory, table.location));
@@ -35,9 +34,10 @@ void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables)
 
 }  // namespace
 
-void BuildDatabase(const Schema& schema, const fs::path& directory, Existing existing) {
+void BuildDatabase(const Schema& schema, const fs::path& directory, Existing existing,
+                   std::string_view advice) {
   MakeDirectory(directory);
-  if (existing == Existing::Refuse) RefuseExisting(directory, schema.tables);
+  if (existing == Existing::Refuse) RefuseExisting(directory, schema.tables, advice);
   WriteDictionary(directory, schema.tables, existing != Existing::Refuse);
   for (const Table& table : schema.tables) {
     const fs::path path = DataFilePath(directory, table.location);
@@ -54,7 +54,8 @@ ExitCode RunBuild(const BuildOptions& options, const Streams& streams) {
   BuildDatabase(schema, options.directory,
                 options.keepData  ? Existing::KeepData
                 : options.replace ? Existing::Replace
-                                  : Existing::Refuse);
+                                  : Existing::Refuse,
+                "--replace puts a new one in its place, --keep-data keeps data files");
   size_t fields = 0, keys = 0;
   for (const Table& table : schema.tables) {
     fields += table.fields.size();

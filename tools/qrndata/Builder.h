@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 #include "tools/qrndata/Schema.h"
 
@@ -13,7 +14,8 @@ enum class Existing {
   KeepData,  // the dictionary is made anew, data files that are there stay
 };
 
-// Throws Failure.
-void BuildDatabase(const Schema& schema, const std::filesystem::path& directory, Existing existing);
+// Throws Failure. `advice` goes behind the message about a file that is there already.
+void BuildDatabase(const Schema& schema, const std::filesystem::path& directory, Existing existing,
+                   std::string_view advice);
 
 }  // namespace qrndata

@@ -142,7 +142,8 @@ ExitCode RunGenerate(const GenerateOptions& options, const Streams& streams) {
     WritePictures(options.directory / "pictures");
     return kDone;
   }
-  BuildDatabase(schema, options.directory, Existing::Refuse);
+  BuildDatabase(schema, options.directory, Existing::Refuse,
+                "generate writes over nothing: name a new directory");
   DatabaseSink sink(options.directory, streams);
   GenerateCompany(size, sink);
   sink.Close();

@@ -26,6 +26,20 @@ std::ifstream OpenInput(const fs::path& path) {
   return file;
 }
 
+std::string UnmappableText(const Converted& text) {
+  const std::string place =
+      " (character " + std::to_string(text.unmappableAt + 1) + " of the text)";
+  if (!text.isBroken) return "code page 932 has no " + text.unmappable + place;
+  return "not UTF-8: " + text.unmappable + place +
+         "; --encoding cp932 reads a file in code page 932";
+}
+
+// Files that spreadsheets call "Unicode": two bytes a character.
+bool IsWide(std::string_view firstLine) {
+  return firstLine.starts_with("\xFF\xFE") || firstLine.starts_with("\xFE\xFF") ||
+         firstLine.find('\0') != firstLine.npos;
+}
+
 class CsvImport {
  public:
   CsvImport(const ImportOptions& options, const Streams& streams, Dictionary dictionary)
@@ -80,6 +94,7 @@ std::string CsvImport::FieldName(size_t slot) const {
 
 void CsvImport::MapColumn(const CsvCell& cell) {
   const Converted name = Decode(cell.text);
+  if (name.isBroken) throw BadInput(fileName_, cell.at, UnmappableText(name));
   const qrn::DbFieldInfo* field = name.IsExact() ? FindField(table_, name.text) : nullptr;
   if (field == nullptr) {
     std::string all;
@@ -101,6 +116,11 @@ void CsvImport::ReadHeader() {
   if (!reader_.Next(row)) {
     throw BadInput(fileName_, {1, 1}, "expected a first line with the fields' names");
   }
+  if (IsWide(row.raw)) {
+    throw BadInput(fileName_, {1, 1},
+                   "the file is in UTF-16; expected UTF-8, or code page 932 with "
+                   "--encoding cp932");
+  }
   if (!row.problem.empty()) throw BadInput(fileName_, row.problemAt, row.problem);
   for (const CsvCell& cell : row.cells) MapColumn(cell);
   header_ = row.raw;
@@ -112,9 +132,7 @@ Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot) {
   Converted text = Decode(cell.text);
   if (!text.IsExact()) {
     if (options_.onUnmappable == OnUnmappable::Error) {
-      return {"code page 932 has no " + text.unmappable + " (character " +
-                  std::to_string(text.unmappableAt + 1) + " of the text)",
-              slot};
+      return {UnmappableText(text), slot};
     }
     ++replaced_;
   }

@@ -15,6 +15,7 @@ namespace qrndata {
 namespace {
 
 constexpr int kMaxTableId = 32767;
+constexpr size_t kShortestRecord = 4;  // that the record manager takes, without variable parts
 constexpr uint16_t kPageSizes[] = {4096, 8192, 16384};
 
 class SchemaReader {
@@ -98,6 +99,13 @@ void SchemaReader::ChoosePageSize(const TomlReader& reader, Table& table) const 
     reader.Refuse("page_size",
                   "\"page_size\" expects 512, 1024, 1536, 2048, 2560, 3072, 3584, "
                   "4096, 8192 or 16384");
+  }
+  if (status == btrieve::kRecordLength && FixedLength(table) < kShortestRecord) {
+    const char* where = VariableField(table) == nullptr ? "" : " before the note";
+    reader.Refuse("table " + Quoted(table.name) + ": records of " +
+                  std::to_string(FixedLength(table)) + " bytes" + where +
+                  " are too short: a data file's records have at least " +
+                  std::to_string(kShortestRecord));
   }
   if (status != 0) {
     reader.Refuse("table " + Quoted(table.name) + " (records of " +

@@ -44,10 +44,11 @@ std::string_view OwnTwin(std::string_view character) {
   return character;
 }
 
-void NoteUnmappable(Converted& result, std::string_view what, size_t at) {
-  if (!result.IsExact()) return;
+void NoteUnmappable(Converted& result, std::string_view what, size_t at, bool isBroken = false) {
+  if (!result.IsExact() && (result.isBroken || !isBroken)) return;
   result.unmappable = what;
   result.unmappableAt = at;
+  result.isBroken = isBroken;
 }
 
 void Substitute(Converted& result, OnUnmappable choice, std::string_view replacement) {
@@ -69,7 +70,8 @@ Converted ToCodePageByCharacter(std::string_view utf8, OnUnmappable choice) {
     if (length != 0 && qrn::CodePageToUtf8(bytes) == character) {
       result.text += bytes;
     } else {
-      NoteUnmappable(result, length == 0 ? NameOfByte(utf8[0]) : std::string(character), at);
+      const bool isBroken = length == 0;
+      NoteUnmappable(result, isBroken ? NameOfByte(utf8[0]) : std::string(character), at, isBroken);
       Substitute(result, choice, "?");
     }
     utf8.remove_prefix(std::max<size_t>(length, 1));

@@ -21,6 +21,8 @@ struct Converted {
   // in characters from 0. Set under every choice, so that replacements can be counted.
   std::string unmappable;
   size_t unmappableAt = 0;
+  // The one at unmappableAt is a byte that belongs to no UTF-8 character; goes before others.
+  bool isBroken = false;
 
   bool IsExact() const noexcept { return unmappable.empty(); }
 };
