@@ -47,10 +47,25 @@ Begin VB.Form frmCustomers
       TabIndex        =   62
       Top             =   4680
       Width           =   5100
+      Begin QRNBTRLib.QRNEdit edtVisitCustomer 
+         _ExtentX        =   1058
+         _ExtentY        =   661
+         _Version        =   65537
+         DbField         =   "得意先番号"
+         DbSource        =   "dbCompany"
+         DbTable         =   "VisitNotes"
+         Height          =   375
+         Left            =   3000
+         ReadOnly        =   -1  'True
+         TabIndex        =   67
+         Top             =   1665
+         Visible         =   0   'False
+         Width           =   600
+      End
       Begin QRNBTRLib.QRNEdit edtNote 
          BeginProperty Font 
             Name            =   "ＭＳ Ｐゴシック"
-            Size            =   11.25
+            Size            =   9.75
             Charset         =   128
             Weight          =   400
             Underline       =   0   'False
@@ -58,17 +73,18 @@ Begin VB.Form frmCustomers
             Strikethrough   =   0   'False
          EndProperty
          _ExtentX        =   8255
-         _ExtentY        =   1482
+         _ExtentY        =   1588
          _Version        =   65537
          DbField         =   "内容"
          DbSource        =   "dbCompany"
          DbTable         =   "VisitNotes"
-         Height          =   840
+         Height          =   900
          IMEMode         =   4
          Left            =   180
          MultiLine       =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   61
-         Top             =   1215
+         Top             =   1185
          Width           =   4680
       End
       Begin QRNBTRLib.QRNBtn btnVisitNext 
@@ -85,8 +101,8 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "＞"
-         DbIndex         =   "記録番号順"
-         DbOperation     =   6
+         DbIndex         =   "得意先別"
+         DbOperation     =   7
          DbSource        =   "dbCompany"
          DbTable         =   "VisitNotes"
          Height          =   375
@@ -109,8 +125,8 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "＜"
-         DbIndex         =   "記録番号順"
-         DbOperation     =   7
+         DbIndex         =   "得意先別"
+         DbOperation     =   6
          DbSource        =   "dbCompany"
          DbTable         =   "VisitNotes"
          Height          =   375
@@ -133,8 +149,8 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "最新"
-         DbIndex         =   "記録番号順"
-         DbOperation     =   5
+         DbIndex         =   "得意先別"
+         DbOperation     =   10
          DbSource        =   "dbCompany"
          DbTable         =   "VisitNotes"
          Height          =   375
@@ -163,6 +179,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   4
          Left            =   1170
          MaxLength       =   20
+         ReadOnly        =   -1  'True
          TabIndex        =   57
          Top             =   765
          Width           =   2220
@@ -195,6 +212,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   2
          Left            =   3060
          NumericMask     =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   55
          Top             =   315
          Width           =   1530
@@ -228,6 +246,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   2
          Left            =   1170
          NumericMask     =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   53
          Top             =   315
          Width           =   1000
@@ -257,6 +276,21 @@ Begin VB.Form frmCustomers
       TabIndex        =   51
       Top             =   4680
       Width           =   3900
+      Begin QRNBTRLib.QRNEdit edtOrderCustomer 
+         _ExtentX        =   1058
+         _ExtentY        =   661
+         _Version        =   65537
+         DbField         =   "CustomerNo"
+         DbSource        =   "dbCompany"
+         DbTable         =   "Orders"
+         Height          =   375
+         Left            =   3000
+         ReadOnly        =   -1  'True
+         TabIndex        =   66
+         Top             =   1665
+         Visible         =   0   'False
+         Width           =   600
+      End
       Begin QRNBTRLib.QRNBtn btnOrderLast 
          BeginProperty Font 
             Name            =   "ＭＳ Ｐゴシック"
@@ -271,8 +305,8 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "最後"
-         DbIndex         =   "ByOrder"
-         DbOperation     =   5
+         DbIndex         =   "ByCustomerOrder"
+         DbOperation     =   11
          DbSource        =   "dbCompany"
          DbTable         =   "Orders"
          Height          =   375
@@ -295,8 +329,8 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "最初"
-         DbIndex         =   "ByOrder"
-         DbOperation     =   4
+         DbIndex         =   "ByCustomerOrder"
+         DbOperation     =   10
          DbSource        =   "dbCompany"
          DbTable         =   "Orders"
          Height          =   375
@@ -319,7 +353,7 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "＞"
-         DbIndex         =   "ByOrder"
+         DbIndex         =   "ByCustomerOrder"
          DbOperation     =   6
          DbSource        =   "dbCompany"
          DbTable         =   "Orders"
@@ -343,7 +377,7 @@ Begin VB.Form frmCustomers
          _ExtentY        =   661
          _Version        =   65537
          Caption         =   "＜"
-         DbIndex         =   "ByOrder"
+         DbIndex         =   "ByCustomerOrder"
          DbOperation     =   7
          DbSource        =   "dbCompany"
          DbTable         =   "Orders"
@@ -408,6 +442,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   2
          Left            =   1170
          NumericMask     =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   44
          Top             =   1215
          Width           =   1530
@@ -440,6 +475,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   2
          Left            =   1170
          NumericMask     =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   42
          Top             =   765
          Width           =   1530
@@ -473,6 +509,7 @@ Begin VB.Form frmCustomers
          IMEMode         =   2
          Left            =   1170
          NumericMask     =   -1  'True
+         ReadOnly        =   -1  'True
          TabIndex        =   40
          Top             =   315
          Width           =   1530
@@ -848,6 +885,7 @@ Begin VB.Form frmCustomers
          Height          =   375
          IMEMode         =   2
          Left            =   6900
+         MaxLength       =   6
          NumericMask     =   -1  'True
          TabIndex        =   21
          Top             =   1680
@@ -943,9 +981,11 @@ Begin VB.Form frmCustomers
          DbField         =   "Balance"
          DbSource        =   "dbCompany"
          DbTable         =   "Customers"
+         Format          =   "#,##0"
          Height          =   375
          IMEMode         =   2
          Left            =   6900
+         MaxLength       =   15
          NumericMask     =   -1  'True
          TabIndex        =   15
          Top             =   1230
@@ -1012,6 +1052,7 @@ Begin VB.Form frmCustomers
          Height          =   375
          IMEMode         =   2
          Left            =   6900
+         MaxLength       =   14
          NumericMask     =   -1  'True
          TabIndex        =   11
          Top             =   780
@@ -1111,6 +1152,7 @@ Begin VB.Form frmCustomers
          Height          =   375
          IMEMode         =   2
          Left            =   6420
+         MaxLength       =   5
          NumericMask     =   -1  'True
          TabIndex        =   5
          Top             =   330
@@ -1143,6 +1185,7 @@ Begin VB.Form frmCustomers
          Height          =   375
          IMEMode         =   2
          Left            =   3960
+         MaxLength       =   10
          NumericMask     =   -1  'True
          TabIndex        =   3
          Top             =   330
@@ -1176,6 +1219,7 @@ Begin VB.Form frmCustomers
          Height          =   375
          IMEMode         =   2
          Left            =   1170
+         MaxLength       =   10
          NumericMask     =   -1  'True
          TabIndex        =   1
          Top             =   330
@@ -1247,44 +1291,513 @@ Attribute VB_PredeclaredId = True
 Attribute VB_Exposed = False
 Option Explicit
 
-' The screen works by its properties alone; what stands here only makes it speak.
+' The screen works by its properties. What stands here checks what is about to be written, keeps
+' the orders and the visit notes to the customer on the card, and says what came of it.
+
+Private Const opGetEqual = 5
+Private Const opGetNext = 6
+Private Const opGetPrevious = 7
+Private Const opGetGreaterOrEqual = 9
+Private Const opGetLessOrEqual = 11
+
+Private Const statusNoSuchKey = 4
+Private Const statusNoPosition = 8
+Private Const statusEndOfFile = 9
+Private Const statusConflict = 80
+
+Private Const nowhere = -1
+Private Const lastNumber = 2147483647
+Private Const mostYen = 99999999999    ' eleven digits
+Private Const lastDay = "9999/12/31"
+Private Const noteWidth = 44    ' letters of half a width on one line of a note
+Private Const findFirst = "先に得意先を検索してください。"
+
+' How far the operation of a button has come: SetData has not been reached, which is how a
+' declined question shows; let through; refused or failed.
+Private Const notAsked = 0
+Private Const going = 1
+Private Const ended = 2
+
+Private progress As Integer
+Private customer As Long    ' the one on the card, 0 without one
+Private active As String    ' its field that no control shows
+Private orderAt As Long     ' positions of the order and the note shown
+Private noteAt As Long
 
 Private Sub Form_Load()
+    orderAt = nowhere
+    noteAt = nowhere
     lblStatus.Caption = "番号を入力して「検索」を押してください。"
 End Sub
 
-' The fields hold what is about to be written: here it can still be refused.
-Private Sub btnInsert_SetData()
+' --- the course of an operation: SetData, perhaps BtrieveError, Click
+
+Private Sub Start()
     lblStatus.Caption = ""
-    If Trim(edtName.Text) = "" Then
-        lblStatus.Caption = "名称を入力してください。"
-        btnInsert.Abort = True
-    End If
+    progress = going
 End Sub
 
-Private Sub btnFind_SetData()
-    lblStatus.Caption = ""
+Private Sub Refuse(button As Object, words As String)
+    lblStatus.Caption = words
+    button.Abort = True
+    progress = ended
 End Sub
 
-' Status 0 tells the button that the failure has been dealt with.
-Private Sub btnFind_BtrieveError(TableName As String, Status As Integer)
-    If Status = 4 Then
-        lblStatus.Caption = "番号 " & edtCustomerNo.Text & " の得意先はありません。"
+' Status 0 tells the button that the failure has been dealt with; any other is left to its box.
+Private Sub Failed(Status As Integer, expected As Integer, words As String)
+    progress = ended
+    If Status = expected Then
+        lblStatus.Caption = words
+        Status = 0
+    ElseIf Status = statusNoPosition Then
+        lblStatus.Caption = findFirst
         Status = 0
     End If
 End Sub
 
-Private Sub btnNext_BtrieveError(TableName As String, Status As Integer)
-    If Status = 9 Then lblStatus.Caption = "最後の得意先です。": Status = 0
+Private Function Done() As Boolean
+    Done = (progress = going)
+    progress = notAsked
+End Function
+
+' --- finding customers
+
+Private Sub btnFind_SetData()
+    Start
+    If Not IsNumber(edtCustomerNo.Text, 1, lastNumber, 0) Then
+        Refuse btnFind, "検索する番号を入力してください。"
+    End If
+End Sub
+
+Private Sub btnFirst_SetData()
+    Start
+End Sub
+
+Private Sub btnPrevious_SetData()
+    Start
+End Sub
+
+Private Sub btnNext_SetData()
+    Start
+End Sub
+
+Private Sub btnLast_SetData()
+    Start
+End Sub
+
+' Nothing of the customer before stays beside a number that nobody has.
+Private Sub btnFind_BtrieveError(TableName As String, Status As Integer)
+    Dim number As String
+    If Status = statusNoSuchKey Then
+        number = Trim(edtCustomerNo.Text)
+        dbCompany.DbClearControlData "Customers"
+        edtCustomerNo.Text = number
+        LeaveCard
+    End If
+    Failed Status, statusNoSuchKey, "番号 " & number & " の得意先はありません。"
+End Sub
+
+Private Sub btnFirst_BtrieveError(TableName As String, Status As Integer)
+    Failed Status, statusEndOfFile, "得意先がありません。"
 End Sub
 
 Private Sub btnPrevious_BtrieveError(TableName As String, Status As Integer)
-    If Status = 9 Then lblStatus.Caption = "最初の得意先です。": Status = 0
+    Failed Status, statusEndOfFile, "最初の得意先です。"
+End Sub
+
+Private Sub btnNext_BtrieveError(TableName As String, Status As Integer)
+    Failed Status, statusEndOfFile, "最後の得意先です。"
+End Sub
+
+Private Sub btnLast_BtrieveError(TableName As String, Status As Integer)
+    Failed Status, statusEndOfFile, "得意先がありません。"
+End Sub
+
+Private Sub btnFind_Click()
+    If Done() Then TakeCard
+End Sub
+
+Private Sub btnFirst_Click()
+    If Done() Then TakeCard
+End Sub
+
+Private Sub btnPrevious_Click()
+    If Done() Then TakeCard
+End Sub
+
+Private Sub btnNext_Click()
+    If Done() Then TakeCard
+End Sub
+
+Private Sub btnLast_Click()
+    If Done() Then TakeCard
+End Sub
+
+' The customer just read, with its last order and its latest note.
+Private Sub TakeCard()
+    customer = CLng(dbCompany.DbGetFieldData("Customers", "CustomerNo"))
+    active = dbCompany.DbGetFieldData("Customers", "Active")
+    dbCompany.DbClearFieldBuffer "Orders"
+    dbCompany.DbSetFieldData "Orders", "CustomerNo", CStr(customer)
+    dbCompany.DbSetFieldData "Orders", "OrderNo", CStr(lastNumber)
+    orderAt = Place(opGetLessOrEqual, "Orders")
+    ShowPanel "Orders", orderAt
+    dbCompany.DbClearFieldBuffer "VisitNotes"
+    dbCompany.DbSetFieldData "VisitNotes", "得意先番号", CStr(customer)
+    dbCompany.DbSetFieldData "VisitNotes", "訪問日", lastDay
+    noteAt = Place(opGetGreaterOrEqual, "VisitNotes")
+    ShowPanel "VisitNotes", noteAt
+    If noteAt <> nowhere Then TakeNote
+End Sub
+
+Private Sub LeaveCard()
+    customer = 0
+    orderAt = nowhere
+    noteAt = nowhere
+    ShowPanel "Orders", nowhere
+    ShowPanel "VisitNotes", nowhere
+End Sub
+
+' --- writing customers
+
+' The fields hold what is about to be written: here it can still be refused.
+Private Sub btnInsert_SetData()
+    Start
+    If IsSound(btnInsert) Then Complete "1"
+End Sub
+
+Private Sub btnUpdate_SetData()
+    Start
+    If Not IsOnCard(btnUpdate) Then Exit Sub
+    If IsSound(btnUpdate) Then Complete active
+End Sub
+
+' The record as it is written: what no control shows, and the balance without the separators that
+' its kind of field does not read.
+Private Sub Complete(dealing As String)
+    dbCompany.DbSetFieldData "Customers", "Active", dealing
+    dbCompany.DbSetFieldData "Customers", "Balance", Plain(edtBalance.Text)
+End Sub
+
+Private Sub btnDelete_SetData()
+    Start
+    IsOnCard btnDelete
+End Sub
+
+Private Sub btnInsert_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
 End Sub
 
 Private Sub btnUpdate_BtrieveError(TableName As String, Status As Integer)
-    If Status = 80 Then
-        lblStatus.Caption = "他の人が先に更新しました。もう一度検索してください。"
-        Status = 0
+    Failed Status, statusConflict, "他の人が先に更新しました。もう一度検索してください。"
+End Sub
+
+Private Sub btnDelete_BtrieveError(TableName As String, Status As Integer)
+    Failed Status, statusConflict, "他の人が先に更新しました。もう一度検索してください。"
+End Sub
+
+Private Sub btnInsert_Click()
+    If Not Done() Then Exit Sub
+    LeaveCard
+    lblStatus.Caption = "番号 " & dbCompany.DbGetFieldData("Customers", "CustomerNo") & _
+        " で追加しました。"
+End Sub
+
+Private Sub btnUpdate_Click()
+    If Done() Then lblStatus.Caption = "更新しました。"
+End Sub
+
+Private Sub btnDelete_Click()
+    If progress = notAsked Then lblStatus.Caption = "削除を取りやめました。"
+    If Not Done() Then Exit Sub
+    lblStatus.Caption = "番号 " & customer & " を削除しました。"
+    LeaveCard
+End Sub
+
+' Update and delete act on the record read last, whatever number has been typed since.
+Private Function IsOnCard(button As Object) As Boolean
+    IsOnCard = (customer <> 0 And Trim(edtCustomerNo.Text) = CStr(customer))
+    If customer = 0 Then
+        Refuse button, findFirst
+    ElseIf Not IsOnCard Then
+        Refuse button, "番号は変えられません。表示中の得意先は " & customer & " です。"
+    End If
+End Function
+
+Private Function IsSound(button As Object) As Boolean
+    Dim words As String
+    words = Mistake()
+    IsSound = (words = "")
+    If Not IsSound Then Refuse button, words
+End Function
+
+' What is wrong with the card, in words; empty when all is well.
+Private Function Mistake() As String
+    Dim words As String
+    words = NumberMistake(edtCustomerNo.Text, "番号", 0, lastNumber, 0)
+    If words = "" And Trim(edtName.Text) = "" Then words = "名称を入力してください。"
+    If words = "" Then words = TextMistake(edtName, "名称")
+    If words = "" Then words = TextMistake(edtKana, "カナ")
+    If words = "" Then words = TextMistake(edtZip, "〒")
+    If words = "" Then words = TextMistake(edtPrefecture, "都道府県")
+    If words = "" Then words = TextMistake(edtAddress, "住所")
+    If words = "" Then words = TextMistake(edtPhone, "電話")
+    If words = "" Then words = TextMistake(edtEmail, "メール")
+    If words = "" And Not IsDay(Trim(edtSince.Text)) Then
+        words = "取引開始は 2021/04/01 のように入力してください。"
+    End If
+    If words = "" Then words = NumberMistake(edtRank.Text, "ランク", 1, 5, 0)
+    If words = "" Then words = NumberMistake(Plain(edtCreditLimit.Text), "与信限度", 0, mostYen, 0)
+    If words = "" Then words = NumberMistake(Plain(edtBalance.Text), "売掛残高", -mostYen, mostYen, 0)
+    If words = "" Then words = NumberMistake(edtDiscount.Text, "値引率", 0, 100, 2)
+    If words = "" Then words = NumberMistake(edtClosingDay.Text, "締日", 1, 31, 0)
+    If words = "" Then words = StaffMistake()
+    Mistake = words
+End Function
+
+Private Function NumberMistake(text As String, label As String, low As Double, high As Double, _
+        decimals As Integer) As String
+    If IsNumber(text, low, high, decimals) Then Exit Function
+    NumberMistake = label & "は " & Format(low, "#,##0") & " から " & Format(high, "#,##0") & _
+        " までの" & IIf(decimals = 0, "整数", "数（小数 " & decimals & " 桁まで）") & _
+        "で入力してください。"
+End Function
+
+' The record buffer holds what would be stored: cut at the field's bytes, and with other characters
+' for those that the file's code page has not. Some windows give a question mark for them at once.
+Private Function TextMistake(edit As Object, label As String) As String
+    Dim typed As String
+    Dim stored As String
+    typed = RTrim(edit.Text)
+    stored = RTrim(dbCompany.DbGetFieldData("Customers", edit.DbField))
+    If typed <> stored And Left(typed, Len(stored)) = stored Then
+        TextMistake = label & "は半角 " & edit.MaxLength & " 字（全角 " & edit.MaxLength \ 2 & _
+            " 字）までです。"
+    ElseIf typed <> stored Or InStr(typed, "?") > 0 Then
+        TextMistake = label & "に使えない文字があります。"
+    End If
+End Function
+
+Private Function StaffMistake() As String
+    Dim rc As Integer
+    StaffMistake = NumberMistake(edtStaffNo.Text, "担当", 1, 65535, 0)
+    If StaffMistake <> "" Then Exit Function
+    dbCompany.DbClearFieldBuffer "Staff"
+    dbCompany.DbSetFieldData "Staff", "StaffNo", Trim(edtStaffNo.Text)
+    rc = dbCompany.DbAccess(opGetEqual, "Staff", "ByStaff")
+    If rc <> 0 Then StaffMistake = "担当 " & Trim(edtStaffNo.Text) & " の社員はいません。"
+End Function
+
+' An empty text counts as 0, as it does in the record.
+Private Function IsNumber(text As String, low As Double, high As Double, _
+        decimals As Integer) As Boolean
+    Dim number As String
+    Dim digits As String
+    Dim point As Integer
+    Dim i As Integer
+    number = Trim(text)
+    If number = "" Then number = "0"
+    digits = number
+    If Left(digits, 1) = "-" Then digits = Mid(digits, 2)
+    point = InStr(digits, ".")
+    If point > 0 Then
+        If Len(digits) - point > decimals Then Exit Function
+        digits = Left(digits, point - 1) & Mid(digits, point + 1)
+    End If
+    If digits = "" Then Exit Function
+    For i = 1 To Len(digits)
+        If InStr("0123456789", Mid(digits, i, 1)) = 0 Then Exit Function
+    Next
+    IsNumber = (CDbl(number) >= low And CDbl(number) <= high)
+End Function
+
+Private Function Plain(text As String) As String
+    Plain = Replace(text, ",", "")
+End Function
+
+Private Function IsDay(text As String) As Boolean
+    Dim parts
+    Dim given As Date
+    IsDay = (text = "")
+    parts = Split(text, "/")
+    If UBound(parts) <> 2 Then Exit Function
+    If Not IsNumber(CStr(parts(0)), 1900, 9999, 0) Then Exit Function
+    If Not IsNumber(CStr(parts(1)), 1, 12, 0) Then Exit Function
+    If Not IsNumber(CStr(parts(2)), 1, 31, 0) Then Exit Function
+    given = DateSerial(CInt(parts(0)), CInt(parts(1)), CInt(parts(2)))
+    IsDay = (Day(given) = CInt(parts(2)))
+End Function
+
+' --- the orders and the visit notes of the customer on the card
+
+Private Sub btnOrderFirst_SetData()
+    If HasPanel(btnOrderFirst, "Orders", orderAt) Then SeekOrder "0"
+End Sub
+
+Private Sub btnOrderLast_SetData()
+    If HasPanel(btnOrderLast, "Orders", orderAt) Then SeekOrder CStr(lastNumber)
+End Sub
+
+Private Sub btnOrderPrevious_SetData()
+    CheckStep btnOrderPrevious, opGetPrevious, "Orders", orderAt, "これより前の受注はありません。"
+End Sub
+
+Private Sub btnOrderNext_SetData()
+    CheckStep btnOrderNext, opGetNext, "Orders", orderAt, "これより後の受注はありません。"
+End Sub
+
+' The key has the latest day first: Get Next leads to older notes.
+Private Sub btnVisitFirst_SetData()
+    If Not HasPanel(btnVisitFirst, "VisitNotes", noteAt) Then Exit Sub
+    edtVisitCustomer.Text = CStr(customer)
+    edtVisitDate.Text = lastDay
+End Sub
+
+Private Sub btnVisitPrevious_SetData()
+    CheckStep btnVisitPrevious, opGetNext, "VisitNotes", noteAt, "これより前の記録はありません。"
+End Sub
+
+Private Sub btnVisitNext_SetData()
+    CheckStep btnVisitNext, opGetPrevious, "VisitNotes", noteAt, "これより後の記録はありません。"
+End Sub
+
+Private Sub btnOrderFirst_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnOrderLast_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnOrderPrevious_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnOrderNext_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnVisitFirst_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnVisitPrevious_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnVisitNext_BtrieveError(TableName As String, Status As Integer)
+    progress = ended
+End Sub
+
+Private Sub btnOrderFirst_Click()
+    If Done() Then orderAt = dbCompany.DbGetPosition("Orders")
+End Sub
+
+Private Sub btnOrderLast_Click()
+    If Done() Then orderAt = dbCompany.DbGetPosition("Orders")
+End Sub
+
+Private Sub btnOrderPrevious_Click()
+    If Done() Then orderAt = dbCompany.DbGetPosition("Orders")
+End Sub
+
+Private Sub btnOrderNext_Click()
+    If Done() Then orderAt = dbCompany.DbGetPosition("Orders")
+End Sub
+
+Private Sub btnVisitFirst_Click()
+    If Done() Then TakeNote
+End Sub
+
+Private Sub btnVisitPrevious_Click()
+    If Done() Then TakeNote
+End Sub
+
+Private Sub btnVisitNext_Click()
+    If Done() Then TakeNote
+End Sub
+
+' An edit control breaks no lines of its own.
+Private Sub TakeNote()
+    Dim lines
+    Dim i As Integer
+    noteAt = dbCompany.DbGetPosition("VisitNotes")
+    lines = Split(Replace(edtNote.Text, vbCrLf, vbLf), vbLf)
+    For i = 0 To UBound(lines)
+        lines(i) = Broken(CStr(lines(i)))
+    Next
+    edtNote.Text = Join(lines, vbCrLf)
+End Sub
+
+Private Function Broken(whole As String) As String
+    Dim taken As Integer
+    Dim wide As Integer
+    Dim letter As String
+    Dim i As Integer
+    For i = 1 To Len(whole)
+        letter = Mid(whole, i, 1)
+        wide = IIf(AscW(letter) >= 32 And AscW(letter) < 256, 1, 2)
+        If taken + wide > noteWidth And InStr("、。」）", letter) = 0 Then
+            Broken = Broken & vbCrLf
+            taken = 0
+        End If
+        Broken = Broken & letter
+        taken = taken + wide
+    Next
+End Function
+
+' The controls of the key give a Get button its search value; the customer's is not visible.
+Private Sub SeekOrder(number As String)
+    edtOrderCustomer.Text = CStr(customer)
+    edtOrderNo.Text = number
+End Sub
+
+Private Function HasPanel(button As Object, table As String, at As Long) As Boolean
+    Start
+    HasPanel = (at <> nowhere)
+    If HasPanel Then Exit Function
+    If customer = 0 Then
+        Refuse button, findFirst
+    ElseIf table = "Orders" Then
+        Refuse button, "この得意先の受注はありません。"
+    Else
+        Refuse button, "この得意先の訪問記録はありません。"
+    End If
+End Function
+
+' Looks beyond the record shown and comes back: the button moves only within the customer.
+Private Sub CheckStep(button As Object, operation As Integer, table As String, at As Long, _
+        words As String)
+    Dim beyond As Long
+    If Not HasPanel(button, table, at) Then Exit Sub
+    beyond = Place(operation, table)
+    dbCompany.DbGetDirect table, at, KeyOf(table)
+    If beyond = nowhere Then Refuse button, words
+End Sub
+
+' The position of what the operation finds, if it is the customer's.
+Private Function Place(operation As Integer, table As String) As Long
+    Dim rc As Integer
+    Place = nowhere
+    rc = dbCompany.DbAccess(operation, table, KeyOf(table))
+    If rc <> 0 Then Exit Function
+    If CLng(dbCompany.DbGetFieldData(table, OwnerOf(table))) = customer Then
+        Place = dbCompany.DbGetPosition(table)
+    End If
+End Function
+
+Private Sub ShowPanel(table As String, at As Long)
+    If at = nowhere Then
+        dbCompany.DbClearControlData table
+    Else
+        dbCompany.DbTransferToControl table
     End If
 End Sub
+
+Private Function KeyOf(table As String) As String
+    KeyOf = IIf(table = "Orders", "ByCustomerOrder", "得意先別")
+End Function
+
+Private Function OwnerOf(table As String) As String
+    OwnerOf = IIf(table = "Orders", "CustomerNo", "得意先番号")
+End Function

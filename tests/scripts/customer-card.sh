@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The example's customer card before real keys and mouse: its own script from finding to deleting,
-# then the letters of its buttons. Run by ./run test, which gives prefix and display.
+# the letters of its buttons, then someone else who writes first. Run by ./run test, which gives
+# prefix and display.
 set -eu
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
@@ -13,6 +14,9 @@ for table in "$ROOT"/examples/company/data/*.csv; do
   "$DATA_TOOL" import "$folder" "$(basename "$table" .csv)" "$table" >/dev/null
 done
 cp "$ROOT/examples/company/customers.frm" "$ROOT/examples/company/customers.txt" "$folder"
+# The other one's form stands in the corner, beside the card in the middle.
+sed -e 's/ClientLeft  .*/ClientLeft = 0/' -e 's/ClientTop  .*/ClientTop = 0/' \
+  "$ROOT/tests/qrnform/share.frm" >"$folder/share.frm"
 cat >"$folder/letters.txt" <<'STEPS'
 focus edtCustomerNo
 type "36"
@@ -30,10 +34,53 @@ expect edtSince.Text = "1999/01/05"
 expect edtCreditLimit.Text = "2,700,000"
 STEPS
 
+# What is refused or fails leaves no trace in the record: its field without a control stays too.
+cat >"$folder/conflict.txt" <<'STEPS'
+focus edtCustomerNo
+type "36"
+click btnFind
+show frmShare
+focus frmShare.edtNo
+type "36"
+click frmShare.btnFind
+focus frmShare.edtPhone
+key Home
+key Shift+End
+type "022-000-9999"
+click frmShare.btnUpdate
+focus frmCustomers.edtRank
+key Home
+key Shift+End
+type "2"
+click frmCustomers.btnUpdate
+expect frmCustomers.lblStatus.Caption = "他の人が先に更新しました。もう一度検索してください。"
+click frmCustomers.btnFind
+expect frmCustomers.lblStatus.Caption = ""
+expect frmCustomers.edtPhone.Text = "022-000-9999"
+expect frmCustomers.edtRank.Text = "1"
+focus frmCustomers.edtName
+key Home
+key Shift+End
+key Delete
+click frmCustomers.btnInsert
+expect frmCustomers.lblStatus.Caption = "名称を入力してください。"
+focus frmCustomers.edtName
+type "あけぼの金物本店"
+click frmCustomers.btnUpdate
+expect frmCustomers.lblStatus.Caption = "更新しました。"
+STEPS
+
 cd "$folder"
-for script in customers letters; do
-  "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script "$script.txt" customers.frm
-done
+run() { "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script "$1.txt" "${@:2}"; }
+run customers customers.frm
+run letters customers.frm
+run conflict customers.frm share.frm
+written=$("$DATA_TOOL" export "$folder" Customers --format json | grep 'あけぼの金物本店') ||
+  { echo "the update was not written"; exit 1; }
+case $written in
+  *'"Balance": 107696,'*'"Active": true'*) ;;
+  *) echo "not what was on the card: $written"; exit 1 ;;
+esac
 # The pictures of the example show the form and its message.
 for picture in customers-found customers-duplicate; do
   [ -s "$picture.png" ] || { echo "no $picture.png"; exit 1; }
