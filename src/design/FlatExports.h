@@ -11,7 +11,8 @@
 
 extern "C" {
 
-// The status goes out without its sign: -1 reads 65535 to a caller that takes 32 bits.
+// The 16-bit status goes out without its sign: of the codes of core/ReturnCodes.h, -1 reads 65535
+// and -21 (an empty directory) 65515. A caller that wants the code takes the low 16 bits.
 int32_t DbInitialize(const char* directory);
 int32_t DbTerminate();
 
