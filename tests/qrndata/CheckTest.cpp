@@ -63,8 +63,8 @@ Bytes FieldRow(int id, int table, const char* name, uint8_t type, int offset, in
 }
 
 TEST_F(Checking, ASoundDatabaseHasNoFaults) {
-  EXPECT_EQ(Line(Check()), "code=0 out=1 tables, 4 records: no faults\n");
-  EXPECT_EQ(Line(Run({"check", Path("db"), "T"})), "code=0 out=1 tables, 4 records: no faults\n");
+  EXPECT_EQ(Line(Check()), "code=0 out=1 table, 4 records: no faults\n");
+  EXPECT_EQ(Line(Run({"check", Path("db"), "T"})), "code=0 out=1 table, 4 records: no faults\n");
   EXPECT_EQ(Run({"check", Path("db"), "U"}).code, 3);
 }
 

@@ -1,5 +1,6 @@
 // What import takes, what it refuses and where it says so.
 #include <algorithm>
+#include <random>
 
 #include "ToolFixture.h"
 
@@ -164,8 +165,8 @@ TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
     const char* stored;
     const char* said;
   } cases[] = {
-      {"replace", "a?b", "T: 1 rows taken, 1 texts with characters replaced\n"},
-      {"skip", "ab", "T: 1 rows taken, 1 texts with characters left out\n"},
+      {"replace", "a?b", "T: 1 row taken, 1 text with characters replaced\n"},
+      {"skip", "ab", "T: 1 row taken, 1 text with characters left out\n"},
   };
   for (const auto& row : cases) {
     Build(kSchema);
@@ -176,8 +177,61 @@ TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
 
 TEST_F(Importing, ADryRunStoresNothing) {
   const Said said = Import("T", "Id,Name\n1,a\nx,b\n", {"--dry-run"});
-  EXPECT_EQ(said.out, "T: 1 rows could be taken, 1 refused\n");
+  EXPECT_EQ(said.out, "T: 1 row could be taken, 1 refused\n");
   EXPECT_NE(Run({"show", Path("db")}).out.find(" 0\n"), std::string::npos);
+}
+
+TEST_F(Importing, OnlyStoredTextsCountAsChanged) {
+  EXPECT_EQ(Import("T", "Id,Name\nx,a한b\ny,한\n", {"--on-unmappable", "skip"}).out,
+            "T: 0 rows taken, 2 refused\n");
+}
+
+TEST_F(Importing, ADryRunNamesTheOwnerOfAKeyValue) {
+  ASSERT_EQ(Import("T", "Id,Name\n1,a\n").code, 0);
+  EXPECT_EQ(
+      Import("T", "Id,Name\n2,a\n1,b\n2,c\n3,d\n", {"--dry-run"}).err,
+      "in.csv:3:1: field \"Id\": key 0 \"ById\" takes no duplicates, and there is a record with "
+      "this value already\n"
+      "in.csv:4:1: field \"Id\": key 0 \"ById\" takes no duplicates, and a row before has this "
+      "value\n");
+}
+
+constexpr char kUniqueKeys[] = R"([[table]]
+name = "T"
+field = [
+  { name = "Id", type = "AutoInc", size = 2 },
+  { name = "A", type = "String", size = 1 },
+  { name = "B", type = "Integer", size = 1 },
+  { name = "C", type = "String", size = 2 },
+]
+key = [
+  { fields = ["Id"] },
+  { fields = ["A", { field = "B", descending = true }] },
+  { fields = ["C"], case_insensitive = true, null = "any", null_value = 32 },
+  { fields = ["B"], duplicates = true },
+])";
+
+// With stored records, given numbers, keys of segments, without case, and that leave records out.
+TEST_F(Importing, ADryRunRefusesWhatAnImportRefuses) {
+  Build(kUniqueKeys);
+  ASSERT_EQ(Import("T", "Id,A,B,C\n5,a,1,xx\n").code, 0);
+  std::mt19937 random(7);
+  const auto oneOf = [&](std::string_view letters) { return letters[random() % letters.size()]; };
+  std::string csv = "Id,A,B,C\n";
+  for (int row = 0; row < 200; ++row) {
+    csv += random() % 3 == 0 ? std::to_string(random() % 100) : "0";
+    csv.append(",")
+        .append(1, oneOf("abcdeABCDE"))
+        .append(",")
+        .append(std::to_string(random() % 20));
+    csv.append(",").append(1, oneOf("xyzXYZ ")).append(1, oneOf("pqrstuPQRSTU ")).append("\n");
+  }
+  csv += "32767,z,1,\n0,z,2,\n";
+  const Said tried = Import("T", csv, {"--dry-run", "--refused", Path("dry.csv")});
+  const Said done = Import("T", csv, {"--refused", Path("done.csv")});
+  EXPECT_EQ(done.out, "T: 29 rows taken, 173 refused\n");
+  EXPECT_EQ(tried.out, "T: 29 rows could be taken, 173 refused\n");
+  EXPECT_EQ(Read("dry.csv"), Read("done.csv"));
 }
 
 // 9 is refused by the unique key in the middle of a batch; the rows round it stay.
@@ -186,7 +240,7 @@ TEST_F(Importing, ABatchOutlivesARefusalInIt) {
   for (int row = 0; row < 25; ++row) csv += std::to_string(row) + "\n";
   const Said said = Import("T", csv, {"--batch", "10"});
   EXPECT_EQ(said.out, "T: 25 rows taken, 1 refused\n");
-  EXPECT_EQ(Line(Check()), "code=0 out=1 tables, 25 records: no faults\n");
+  EXPECT_EQ(Line(Check()), "code=0 out=1 table, 25 records: no faults\n");
 }
 
 TEST_F(Importing, FilesAndTablesThatAreNotThereAreNamed) {

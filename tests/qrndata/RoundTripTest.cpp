@@ -103,7 +103,7 @@ TEST_F(RoundTrip, EveryTypeKeepsItsValues) {
     ++count;
   }
   Build("[[table]]\nname = \"T\"\nfield = [\n" + fields + "]\n");
-  ASSERT_EQ(Line(Import("T", names + "\n" + values + "\n")), "code=0 out=T: 1 rows taken\n");
+  ASSERT_EQ(Line(Import("T", names + "\n" + values + "\n")), "code=0 out=T: 1 row taken\n");
   const std::string written = Export("T");
   const std::vector<std::string> cells = CellsOfLastRow(written);
   ASSERT_EQ(cells.size(), count) << written;
@@ -194,7 +194,7 @@ field = [ { name = "氏名", type = "String", size = 12 } ])");
   EXPECT_EQ(Export("社員"), utf8);
   EXPECT_EQ(Export("社員", {"--encoding", "cp932"}), bytes);
   const Said said = Run({"export", Path("db"), "社員", "-o", Path("out.csv")});
-  EXPECT_EQ(Line(said), "code=0 out=社員: 1 rows\n");
+  EXPECT_EQ(Line(said), "code=0 out=社員: 1 row\n");
   EXPECT_EQ(Read("out.csv"), utf8);
 }
 

@@ -87,7 +87,7 @@ TEST(Schema, MistakesNameLineColumnAndWhatWasExpected) {
            "\"Note\"\nsize = 9"),
        "s.toml:1:1: table \"T\": records of 2 bytes before the note are too short"},
       {WithField("name = \"A\"\ntype = \"Bit\"\n[[table.key]]\nfields = [\"A\"]"),
-       "s.toml:7:1: field \"A\" (Bit of 1 bytes) cannot be a key"},
+       "s.toml:7:1: field \"A\" (Bit of 1 byte) cannot be a key"},
       {WithField("name = \"A\"\ntype = \"String\"\nsize = 250\n[[table.field]]\nname = \"B\"\ntype "
                  "= \"String\"\nsize = 6\n"
                  "[[table.key]]\nfields = [\"A\", \"B\"]"),

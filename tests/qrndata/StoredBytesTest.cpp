@@ -104,7 +104,7 @@ TEST_F(StoredBytes, WhatFormsCanStoreComesBack) {
     Build(SchemaOf(row.shape));
     Store({row.bytes});
     EXPECT_EQ(Lines(Export("T")).back(), row.text + std::string(",")) << row.shape.type;
-    EXPECT_EQ(Line(Carry()), "code=0 out=U: 1 rows taken\n") << row.shape.type << " " << row.text;
+    EXPECT_EQ(Line(Carry()), "code=0 out=U: 1 row taken\n") << row.shape.type << " " << row.text;
     EXPECT_EQ(Export("U"), Export("T")) << row.shape.type;
   }
 }

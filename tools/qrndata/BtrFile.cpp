@@ -16,6 +16,7 @@ enum Operation : uint16_t {
   kInsert = 2,
   kGetNext = 6,
   kGetFirst = 12,
+  kGetLast = 13,
   kCreate = 14,
   kStat = 15,
   kBeginTransaction = 19,
@@ -151,6 +152,7 @@ Status BtrFile::Read(uint16_t operation, int8_t key, Bytes& record) {
 }
 
 Status BtrFile::GetFirst(int8_t key, Bytes& record) { return Read(kGetFirst, key, record); }
+Status BtrFile::GetLast(int8_t key, Bytes& record) { return Read(kGetLast, key, record); }
 Status BtrFile::GetNext(int8_t key, Bytes& record) { return Read(kGetNext, key, record); }
 Status BtrFile::StepFirst(Bytes& record) { return Read(kStepFirst, 0, record); }
 Status BtrFile::StepNext(Bytes& record) { return Read(kStepNext, 0, record); }

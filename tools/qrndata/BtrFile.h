@@ -59,8 +59,10 @@ class BtrFile {
   // The record comes back changed where a number was given to it.
   [[nodiscard]] Status Insert(Bytes& record);
 
-  // Gets: first, next (along a key), step first, step next. `record` is cut to the record's length.
+  // Gets: first, last, next (along a key), step first, step next. `record` is cut to the record's
+  // length.
   [[nodiscard]] Status GetFirst(int8_t key, Bytes& record);
+  [[nodiscard]] Status GetLast(int8_t key, Bytes& record);
   [[nodiscard]] Status GetNext(int8_t key, Bytes& record);
   [[nodiscard]] Status StepFirst(Bytes& record);
   [[nodiscard]] Status StepNext(Bytes& record);

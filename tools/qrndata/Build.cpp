@@ -3,6 +3,7 @@
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
 #include "tools/qrndata/Verbs.h"
 
@@ -61,8 +62,8 @@ ExitCode RunBuild(const BuildOptions& options, const Streams& streams) {
     fields += table.fields.size();
     keys += table.keys.size();
   }
-  streams.out << PathToUtf8(options.directory) << ": " << schema.tables.size() << " tables, "
-              << fields << " fields, " << keys << " keys\n";
+  streams.out << PathToUtf8(options.directory) << ": " << Counted(schema.tables.size(), "table")
+              << ", " << Counted(fields, "field") << ", " << Counted(keys, "key") << '\n';
   return kDone;
 }
 

@@ -72,9 +72,8 @@ ExitCode DatabaseCheck::Run() {
   } else {
     CheckTable(dictionary_.Find(options_.table));
   }
-  streams_.out << Grouped(tables_) << " tables, " << Grouped(records_)
-               << " records: " << (faults_ == 0 ? "no faults" : Grouped(faults_) + " faults")
-               << '\n';
+  streams_.out << Counted(tables_, "table") << ", " << Counted(records_, "record") << ": "
+               << (faults_ == 0 ? "no faults" : Counted(faults_, "fault")) << '\n';
   return faults_ == 0 ? kDone : kFaultsFound;
 }
 

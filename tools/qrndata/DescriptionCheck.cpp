@@ -25,12 +25,12 @@ void CheckField(const qrn::DbFieldInfo& field, Faults& faults) {
     return;
   }
   if (!type->Takes(field.Size)) {
-    faults.push_back(Named(field) + type->name + " of " + std::to_string(field.Size) +
-                     " bytes, where forms expect " + type->sizeText);
+    faults.push_back(Named(field) + SizedTypeName(field.Type, field.Size) +
+                     ", where forms expect " + type->sizeText);
   }
   if (type->family == Family::Digits && field.Decimals > type->MaxDecimals(field.Size)) {
-    faults.push_back(Named(field) + std::to_string(field.Decimals) +
-                     " decimals, but the size has room for " +
+    faults.push_back(Named(field) + Counted(static_cast<uint64_t>(field.Decimals), "decimal") +
+                     ", but the size has room for " +
                      std::to_string(std::max(type->MaxDecimals(field.Size), 0)));
   }
   if (IsNullable(field) && field.Offset == 0) {
@@ -76,8 +76,8 @@ void CheckKey(const Table& table, size_t number, Faults& faults) {
     if (field == nullptr) continue;  // The reader has told.
     const btrieve::KeyTypeRow* type = btrieve::FindKeyType(static_cast<uint8_t>(field->Type));
     if (type == nullptr || !type->Takes(static_cast<size_t>(field->Size))) {
-      faults.push_back(name + "field " + Quoted(field->Name) + " (" + FieldTypeName(field->Type) +
-                       " of " + std::to_string(field->Size) + " bytes) cannot be a key");
+      faults.push_back(name + "field " + Quoted(field->Name) + " (" +
+                       SizedTypeName(field->Type, field->Size) + ") cannot be a key");
     }
   }
 }

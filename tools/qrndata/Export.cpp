@@ -119,14 +119,14 @@ void TableExport::WriteFile() {
     throw Failure(failure.Code(), failure.what() + ("; " + name + ": not written"));
   }
   file.Finish();
-  streams_.out << Show(table_.name) << ": " << Grouped(written_) << " rows\n";
+  streams_.out << Show(table_.name) << ": " << Counted(written_, "row") << '\n';
 }
 
 ExitCode TableExport::Run() {
   options_.output.empty() ? WriteOutput() : WriteFile();
   if (leftOut_ == 0) return kDone;
-  streams_.err << Grouped(leftOut_)
-               << " records were left out; --on-unmappable=replace takes them as well\n";
+  streams_.err << Counted(leftOut_, "record")
+               << " left out; --on-unmappable=replace takes every record\n";
   return kFaultsFound;
 }
 

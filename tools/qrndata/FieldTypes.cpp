@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "core/DbTypes.h"
+#include "tools/qrndata/Progress.h"
 
 namespace qrndata {
 
@@ -74,6 +75,10 @@ const FieldTypeRow* FindFieldType(int32_t code) noexcept {
 std::string FieldTypeName(int32_t code) {
   const FieldTypeRow* row = FindFieldType(code);
   return row != nullptr ? row->name : "type " + std::to_string(code);
+}
+
+std::string SizedTypeName(int32_t code, int32_t size) {
+  return FieldTypeName(code) + " of " + Counted(static_cast<uint64_t>(std::max(size, 0)), "byte");
 }
 
 std::string AllFieldTypeNames() {

@@ -42,6 +42,9 @@ const FieldTypeRow* FindFieldType(int32_t code) noexcept;
 // "Decimal", or "type 25" for a code without a name.
 std::string FieldTypeName(int32_t code);
 
+// "Bit of 1 byte", "Decimal of 6 bytes".
+std::string SizedTypeName(int32_t code, int32_t size);
+
 // "String, Integer, ...", for messages.
 std::string AllFieldTypeNames();
 

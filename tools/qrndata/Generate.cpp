@@ -114,7 +114,7 @@ void DatabaseSink::Close() {
   if (!importer_) return;
   importer_->Finish();
   progress_.reset();
-  streams_.out << Show(table_->name) << ": " << Grouped(importer_->Stored()) << " rows\n";
+  streams_.out << Show(table_->name) << ": " << Counted(importer_->Stored(), "row") << '\n';
   importer_.reset();
 }
 

@@ -80,7 +80,7 @@ class CsvImport {
   std::string header_;
   FieldValues values_;
   std::optional<OutputFile> refusals_;
-  uint64_t rows_ = 0, refused_ = 0, replaced_ = 0;
+  uint64_t rows_ = 0, refused_ = 0, replaced_ = 0, replacedInRow_ = 0;
 };
 
 Converted CsvImport::Decode(const std::string& text) const {
@@ -134,7 +134,7 @@ Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot) {
     if (options_.onUnmappable == OnUnmappable::Error) {
       return {UnmappableText(text), slot};
     }
-    ++replaced_;
+    ++replacedInRow_;
   }
   values_[slot] = std::move(text.text);
   return {};
@@ -145,15 +145,17 @@ Refusal CsvImport::TakeRow(const CsvRow& row, Position& at) {
   if (!row.problem.empty()) return {row.problem, {}};
   at = row.cells.front().at;
   if (row.cells.size() != slots_.size()) {
-    return {"expected " + std::to_string(slots_.size()) + " cells as in the first line, found " +
+    return {"expected " + Counted(slots_.size(), "cell") + " as in the first line, found " +
                 std::to_string(row.cells.size()),
             {}};
   }
   Refusal refusal;
+  replacedInRow_ = 0;
   for (size_t column = 0; column < slots_.size() && !refusal; ++column) {
     refusal = TakeCell(row.cells[column], slots_[column]);
   }
   if (!refusal) refusal = importer_.Put(values_);
+  if (!refusal) replaced_ += replacedInRow_;
   if (refusal.fieldSlot) {
     const auto column = std::find(slots_.begin(), slots_.end(), *refusal.fieldSlot);
     if (column != slots_.end()) {
@@ -202,11 +204,11 @@ void CsvImport::ReadRows() {
 
 ExitCode CsvImport::Report() const {
   const uint64_t taken = rows_ - refused_;
-  streams_.out << Show(table_.name) << ": " << Grouped(taken) << " rows "
+  streams_.out << Show(table_.name) << ": " << Counted(taken, "row") << ' '
                << (options_.isDryRun ? "could be taken" : "taken");
   if (refused_ != 0) streams_.out << ", " << Grouped(refused_) << " refused";
   if (replaced_ != 0) {
-    streams_.out << ", " << Grouped(replaced_) << " texts with characters "
+    streams_.out << ", " << Counted(replaced_, "text") << " with characters "
                  << (options_.onUnmappable == OnUnmappable::Skip ? "left out" : "replaced");
   }
   streams_.out << '\n';
@@ -216,8 +218,8 @@ ExitCode CsvImport::Report() const {
 // The rows refused so far are kept: the ones around them are stored.
 void CsvImport::Stop(const Failure& failure) {
   std::string text = std::string(failure.what()) + "; stopped at row " + Grouped(rows_) + " of " +
-                     fileName_ + ", " + Grouped(importer_.Stored()) +
-                     " rows before it are stored, later ones are not";
+                     fileName_ + "; stored before it: " + Counted(importer_.Stored(), "row") +
+                     ", later ones are not";
   try {
     if (refusals_ && refusals_->Stream().good()) refusals_->Finish();
   } catch (const Failure& another) {

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Progress.h"
 
 namespace qrndata {
 
@@ -76,7 +77,7 @@ bool FitsCurrency(bool isNegative, const std::string& digits) {
 }
 
 std::string Count(int32_t number, const char* what) {
-  return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
+  return Counted(static_cast<uint64_t>(std::max(number, 0)), what);
 }
 
 // The magnitudes that the binary form of the type has.
@@ -128,9 +129,7 @@ CheckedText CheckReal(const qrn::DbFieldInfo& field, std::string_view text) {
   const RealRange range = RealRangeOf(field);
   const double magnitude = std::fabs(value);
   if (error != std::errc{} || magnitude > range.most || (value != 0 && magnitude < range.least)) {
-    return {{},
-            "the number is outside what " + FieldTypeName(field.Type) + " of " +
-                Count(field.Size, "byte") + " holds"};
+    return {{}, "the number is outside what " + SizedTypeName(field.Type, field.Size) + " holds"};
   }
   NumberText plain{};
   const auto result =

@@ -41,11 +41,14 @@ fs::path DataFilePath(const fs::path& directory, std::string_view location) {
 }
 
 std::string ReadWholeFile(const fs::path& path) {
+  std::error_code ignored;
+  if (fs::is_directory(path, ignored)) {
+    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (it is a directory)");
+  }
   std::ifstream file(path, std::ios::binary);
   std::string text;
   if (file) text.assign(std::istreambuf_iterator<char>(file), {});
-  std::error_code ignored;
-  if (!file || fs::is_directory(path, ignored)) {
+  if (!file) {
     throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (" + std::strerror(errno) + ")");
   }
   return text;

@@ -51,9 +51,9 @@ std::string Progress::Line(uint64_t done, uint64_t rows, double seconds) const {
     const uint64_t percent = std::min<uint64_t>(done * 100 / total_, 100);
     line += "  " + Bar(done, total_) + "  " + std::to_string(percent) + " %";
   }
-  line += "  " + Grouped(rows) + " rows";
+  line += "  " + Counted(rows, "row");
   if (seconds <= 0) return line;
-  line += "  " + Grouped(static_cast<uint64_t>(static_cast<double>(rows) / seconds)) + " rows/s";
+  line += "  " + Counted(static_cast<uint64_t>(static_cast<double>(rows) / seconds), "row") + "/s";
   if (total_ != 0 && done != 0) {
     const double left = static_cast<double>(total_) / static_cast<double>(done) - 1;
     line += "  " + MinutesAndSeconds(seconds * left) + " left";
@@ -65,6 +65,10 @@ std::string Grouped(uint64_t number) {
   std::string text = std::to_string(number);
   for (size_t at = text.size(); at > 3; at -= 3) text.insert(at - 3, 1, ',');
   return text;
+}
+
+std::string Counted(uint64_t number, std::string_view what) {
+  return Grouped(number).append(" ").append(what).append(number == 1 ? "" : "s");
 }
 
 }  // namespace qrndata

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 namespace qrndata {
 
@@ -37,5 +38,8 @@ class Progress {
 
 // "1,234,567".
 std::string Grouped(uint64_t number);
+
+// "1 row", "0 rows", "1,234 rows"; `what` is the singular.
+std::string Counted(uint64_t number, std::string_view what);
 
 }  // namespace qrndata

@@ -5,6 +5,7 @@
 #include "btrieve/KeyOrder.h"
 #include "tools/qrndata/FieldInput.h"
 #include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
 #include "tools/qrndata/Text.h"
 
@@ -40,11 +41,13 @@ RowImporter::RowImporter(const std::filesystem::path& directory, const Table& ta
     : table_(table),
       settings_(FileSettings()),
       batch_(batch),
-      file_(DataFilePath(directory, table.location), Access::ReadWrite),
+      file_(DataFilePath(directory, table.location),
+            batch == 0 ? Access::ReadOnly : Access::ReadWrite),
       stat_(file_.Stat()),
       image_(settings_, table) {
   RequireWritable(table);
   RequireSameRecords(table, stat_.spec);
+  if (batch == 0) unique_.emplace(file_, stat_.spec);
 }
 
 Refusal RowImporter::Put(FieldValues& values) {
@@ -55,7 +58,7 @@ Refusal RowImporter::Put(FieldValues& values) {
                 std::to_string(kMaxFormRecord),
             {}};
   }
-  return batch_ == 0 ? Refusal{} : Store(record);
+  return unique_ ? Try(record) : Store(record);
 }
 
 Refusal RowImporter::Check(FieldValues& values) const {
@@ -89,24 +92,33 @@ Refusal RowImporter::ExplainDuplicate(const Bytes& record) {
     std::array<uint8_t, btrieve::kMaxKeyLength> value{};
     order.CopyKey(record.data(), value.data());
     if (file_.FindKey(static_cast<int8_t>(key.number), value) != btrieve::kOk) continue;
-    std::string problem = "key " + std::to_string(key.number);
-    if (!table_.keys[number].name.empty()) problem += " " + Quoted(table_.keys[number].name);
-    const Segment& first = table_.keys[number].segments.front();
-    const qrn::DbFieldInfo* field = FindField(table_, first.fieldId);
-    problem += " takes no duplicates, and there is a record with this value already";
-    return {problem, field == nullptr
-                         ? std::nullopt
-                         : std::optional(static_cast<size_t>(field - table_.fields.data()))};
+    return RefuseDuplicate(number, "there is a record with this value already");
   }
   return {"a key that takes no duplicates has this value already", {}};
+}
+
+Refusal RowImporter::RefuseDuplicate(size_t key, const char* why) const {
+  std::string problem = "key " + std::to_string(stat_.spec.keys[key].number);
+  if (!table_.keys[key].name.empty()) problem += " " + Quoted(table_.keys[key].name);
+  problem.append(" takes no duplicates, and ").append(why);
+  const qrn::DbFieldInfo* field = FindField(table_, table_.keys[key].segments.front().fieldId);
+  if (field == nullptr) return {problem, {}};
+  return {problem, static_cast<size_t>(field - table_.fields.data())};
+}
+
+Refusal RowImporter::Try(Bytes& record) {
+  const std::optional<TakenValue> value = unique_->Take(record);
+  if (!value) return {};
+  return RefuseDuplicate(value->key, value->isStored ? "there is a record with this value already"
+                                                     : "a row before has this value");
 }
 
 void RowImporter::Commit() {
   if (!transaction_) return;
   const Status status = transaction_->Commit();
   transaction_.reset();
-  Require(status, "table " + Quoted(table_.name) + ": a batch of " + std::to_string(pending_) +
-                      " rows could not be written");
+  Require(status, "table " + Quoted(table_.name) + ": a batch of " + Counted(pending_, "row") +
+                      " could not be written");
   stored_ += pending_;
   pending_ = 0;
 }

@@ -11,6 +11,7 @@
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/RecordImage.h"
 #include "tools/qrndata/TableModel.h"
+#include "tools/qrndata/UniqueValues.h"
 
 namespace qrndata {
 
@@ -25,8 +26,9 @@ struct Refusal {
 class RowImporter {
  public:
   // Opens the table's data file. `table` must outlive the importer. `batch` rows go into one
-  // transaction; 0 checks rows without storing any. Throws Failure when the file cannot be opened
-  // or the table's records cannot be written (a variable field that is not the last).
+  // transaction; 0 checks rows, their unique keys included, without storing any. Throws Failure
+  // when the file cannot be opened or the table's records cannot be written (a variable field that
+  // is not the last).
   RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch);
 
   // Stores one row: code page 932, one value a field, nothing for null (an empty value where the
@@ -44,6 +46,8 @@ class RowImporter {
   Refusal Check(FieldValues& values) const;
   Refusal Store(Bytes& record);
   Refusal ExplainDuplicate(const Bytes& record);
+  Refusal RefuseDuplicate(size_t key, const char* why) const;
+  Refusal Try(Bytes& record);
   void Commit();
 
   const Table& table_;
@@ -52,6 +56,7 @@ class RowImporter {
   BtrFile file_;
   FileStat stat_;
   RecordImage image_;
+  std::optional<UniqueValues> unique_;  // where nothing is stored
   std::optional<Transaction> transaction_;
   uint32_t pending_ = 0;
   uint64_t stored_ = 0;

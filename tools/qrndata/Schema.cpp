@@ -6,6 +6,7 @@
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/DictionaryTables.h"
 #include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Progress.h"
 #include "tools/qrndata/SchemaParts.h"
 #include "tools/qrndata/TableFile.h"
 #include "tools/qrndata/Text.h"
@@ -103,7 +104,7 @@ void SchemaReader::ChoosePageSize(const TomlReader& reader, Table& table) const 
   if (status == btrieve::kRecordLength && FixedLength(table) < kShortestRecord) {
     const char* where = VariableField(table) == nullptr ? "" : " before the note";
     reader.Refuse("table " + Quoted(table.name) + ": records of " +
-                  std::to_string(FixedLength(table)) + " bytes" + where +
+                  Counted(FixedLength(table), "byte") + where +
                   " are too short: a data file's records have at least " +
                   std::to_string(kShortestRecord));
   }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Progress.h"
 #include "tools/qrndata/SchemaParts.h"
 #include "tools/qrndata/Text.h"
 
@@ -37,8 +38,8 @@ int32_t ReadDecimals(const TomlReader& reader, const FieldTypeRow& type, int32_t
     reader.Refuse("decimals", std::string(type.name) + " has no decimals");
   }
   if (*decimals > most) {
-    reader.Refuse("decimals", std::string(type.name) + " of " + std::to_string(size) +
-                                  " bytes has at most " + std::to_string(most) + " decimals");
+    reader.Refuse("decimals", SizedTypeName(type.code, size) + " has at most " +
+                                  Counted(static_cast<uint64_t>(most), "decimal"));
   }
   return static_cast<int32_t>(*decimals);
 }

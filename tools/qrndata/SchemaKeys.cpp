@@ -63,8 +63,8 @@ Segment ReadSegment(const TomlReader& reader, const Table& table, const std::str
   }
   const btrieve::KeyTypeRow* type = btrieve::FindKeyType(static_cast<uint8_t>(field->Type));
   if (type == nullptr || !type->Takes(static_cast<size_t>(field->Size))) {
-    reader.Refuse("field " + Quoted(field->Name) + " (" + FieldTypeName(field->Type) + " of " +
-                  std::to_string(field->Size) + " bytes) cannot be a key");
+    reader.Refuse("field " + Quoted(field->Name) + " (" + SizedTypeName(field->Type, field->Size) +
+                  ") cannot be a key");
   }
   Segment segment;
   segment.fieldId = field->FieldId;

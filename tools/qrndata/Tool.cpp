@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <map>
 #include <new>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Verbs.h"
@@ -17,6 +20,42 @@ const std::map<std::string, OnUnmappable> kUnmappableChoices = {{"error", OnUnma
 const std::map<std::string, Encoding> kEncodings = {{"utf-8", Encoding::Utf8},
                                                     {"cp932", Encoding::CodePage932}};
 
+using Choices = std::vector<std::string>;
+
+std::string Joined(const Choices& choices, std::string_view between, std::string_view beforeLast) {
+  std::string all;
+  for (const std::string& choice : choices) {
+    if (!all.empty()) all += &choice == &choices.back() ? beforeLast : between;
+    all += choice;
+  }
+  return all;
+}
+
+std::string WithStandard(std::string_view text, std::string_view standard) {
+  return std::string(text).append(" (standard: ").append(standard).append(")");
+}
+
+// "csv|json" in the help, what was expected in the message.
+void AddChoice(CLI::App* verb, const char* name, std::string& value, const Choices& choices,
+               const char* text) {
+  const auto check = [choices](const std::string& given) {
+    const bool isOne = std::find(choices.begin(), choices.end(), given) != choices.end();
+    return isOne ? std::string()
+                 : "expected " + Joined(choices, ", ", " or ") + ", not \"" + given + "\"";
+  };
+  verb->add_option(name, value, WithStandard(text, value))
+      ->check(CLI::Validator(check, "", ""))
+      ->type_name(Joined(choices, "|", "|"));
+}
+
+template <class Number>
+CLI::Option* AddCount(CLI::App* verb, const char* name, Number& value, const char* text) {
+  return verb->add_option(name, value, WithStandard(text, std::to_string(value)))
+      ->type_name("NUMBER");
+}
+
+CLI::Validator Between(int least, int most) { return CLI::Range(least, most).description(""); }
+
 // The texts that the options are parsed into, and the verbs that run on them.
 class CommandLine {
  public:
@@ -24,6 +63,7 @@ class CommandLine {
     // A path may begin with a slash, also on Windows.
     app_.allow_windows_style_options(false);
     app_.require_subcommand(1);
+    app_.get_formatter()->label("SUBCOMMAND", "VERB");
     app_.footer(
         "Exit codes: 0 done, 1 done but rows were refused or faults found, 2 wrong command "
         "line,\n3 wrong schema, CSV file or name, 4 a file that cannot be read or written.");
@@ -36,6 +76,7 @@ class CommandLine {
   }
 
   int Run(std::vector<std::string> arguments) {
+    RequireVerb(arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {
       app_.parse(std::move(arguments));
@@ -47,23 +88,28 @@ class CommandLine {
 
  private:
   CLI::App* AddVerb(const char* name, const char* text, std::function<int()> run) {
-    CLI::App* verb = app_.add_subcommand(name, text);
+    CLI::App* verb = app_.add_subcommand(name, text)->group("Verbs");
     verb->callback([this, run = std::move(run)] { run_ = run; });
     return verb;
   }
 
   void AddDirectory(CLI::App* verb) {
-    verb->add_option("DIR", directory_, "directory of the dictionary files")->required();
+    AddPlace(verb, "DIR", directory_, "directory of the dictionary files")->required();
   }
 
-  void AddTextOptions(CLI::App* verb) {
-    verb->add_option("--on-unmappable", onUnmappable_,
-                     "a character that the other encoding does not have: error (the row is left "
-                     "out), replace, skip (the character)")
-        ->transform(CLI::CheckedTransformer(kUnmappableChoices));
-    verb->add_option("--encoding", encoding_, "of the text file: utf-8 or cp932")
-        ->transform(CLI::CheckedTransformer(kEncodings));
+  // Texts without a mention of their type in the help.
+  static CLI::Option* AddPlace(CLI::App* verb, const char* name, std::string& value,
+                               const char* text) {
+    return verb->add_option(name, value, text)->type_name("");
   }
+
+  void AddTextOptions(CLI::App* verb, const char* encoding, const char* onUnmappable) {
+    AddChoice(verb, "--encoding", encoding_, {"utf-8", "cp932"}, encoding);
+    AddChoice(verb, "--on-unmappable", onUnmappable_, {"error", "replace", "skip"}, onUnmappable);
+  }
+
+  // Throws Failure that names the verbs.
+  void RequireVerb(const std::vector<std::string>& arguments) const;
 
   void AddBuild();
   void AddImport();
@@ -76,13 +122,26 @@ class CommandLine {
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
   std::function<int()> run_;
   std::string schema_, directory_, table_, file_, key_, output_, refusals_, format_ = "csv";
-  OnUnmappable onUnmappable_ = OnUnmappable::Error;
-  Encoding encoding_ = Encoding::Utf8;
+  std::string onUnmappable_ = "error", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
   CheckOptions check_;
   GenerateOptions generate_;
 };
+
+void CommandLine::RequireVerb(const std::vector<std::string>& arguments) const {
+  Choices verbs;
+  for (const CLI::App* verb : app_.get_subcommands({})) verbs.push_back(verb->get_name());
+  const std::string expected = "expected " + Joined(verbs, ", ", " or ");
+  if (arguments.empty()) {
+    throw Failure(kUsage, "no verb: " + expected + "; --help tells what they do");
+  }
+  const std::string& first = arguments.front();
+  const bool isVerb = std::find(verbs.begin(), verbs.end(), first) != verbs.end();
+  if (!isVerb && !first.starts_with('-')) {
+    throw Failure(kUsage, "there is no verb \"" + first + "\": " + expected);
+  }
+}
 
 void CommandLine::AddBuild() {
   CLI::App* verb =
@@ -91,7 +150,7 @@ void CommandLine::AddBuild() {
         build_.directory = PathFromUtf8(directory_);
         return RunBuild(build_, streams_);
       });
-  verb->add_option("SCHEMA", schema_, "schema file (TOML)")->required();
+  AddPlace(verb, "SCHEMA", schema_, "schema file (TOML)")->required();
   AddDirectory(verb);
   CLI::Option* replace =
       verb->add_flag("--replace", build_.replace, "replace what is there, data included");
@@ -105,19 +164,24 @@ void CommandLine::AddImport() {
     import_.file = PathFromUtf8(file_);
     import_.refusals = PathFromUtf8(refusals_);
     import_.table = table_;
-    import_.onUnmappable = onUnmappable_;
-    import_.encoding = encoding_;
+    import_.onUnmappable = kUnmappableChoices.at(onUnmappable_);
+    import_.encoding = kEncodings.at(encoding_);
     return RunImport(import_, streams_);
   });
   AddDirectory(verb);
-  verb->add_option("TABLE", table_, "table")->required();
-  verb->add_option("FILE", file_, "CSV file; its first line names the fields")->required();
-  AddTextOptions(verb);
-  verb->add_option("--batch", import_.batch, "rows stored in one transaction")
-      ->check(CLI::Range(1, 1000000));
-  verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood");
-  verb->add_option("--show-refused", import_.shown, "how many refusals are listed");
-  verb->add_flag("--dry-run", import_.isDryRun, "check the rows, store none");
+  AddPlace(verb, "TABLE", table_, "table")->required();
+  AddPlace(verb, "FILE", file_, "CSV file; its first line names the fields")->required();
+  AddTextOptions(verb, "what the file is in",
+                 "a character that code page 932 does not have: error refuses the row, replace "
+                 "stores ? in its place, skip leaves the character out");
+  AddCount(verb, "--batch", import_.batch, "rows stored in one transaction, 1 to 1000000")
+      ->check(Between(1, 1000000));
+  verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood")
+      ->type_name("FILE");
+  AddCount(verb, "--show-refused", import_.shown, "how many refusals are listed");
+  verb->add_flag("--dry-run", import_.isDryRun,
+                 "store nothing, check the rows: their form, their values, and unique keys against "
+                 "the table and each other");
 }
 
 void CommandLine::AddExport() {
@@ -128,24 +192,29 @@ void CommandLine::AddExport() {
     options.table = table_;
     options.key = key_;
     options.isJson = format_ == "json";
-    options.onUnmappable = onUnmappable_;
-    options.encoding = encoding_;
+    options.onUnmappable = kUnmappableChoices.at(onUnmappable_);
+    options.encoding = kEncodings.at(encoding_);
     return RunExport(options, streams_);
   });
   AddDirectory(verb);
-  verb->add_option("TABLE", table_, "table")->required();
-  verb->add_option("--format", format_, "csv or json")->check(CLI::IsMember({"csv", "json"}));
-  verb->add_option("--key", key_, "key that gives the order: its name, number or first field");
-  verb->add_option("--output,-o", output_, "file instead of the standard output");
-  AddTextOptions(verb);
+  AddPlace(verb, "TABLE", table_, "table")->required();
+  AddChoice(verb, "--format", format_, {"csv", "json"}, "what is written");
+  verb->add_option("--key", key_, "key that gives the order: its name, number or first field")
+      ->type_name("KEY");
+  verb->add_option("--output,-o", output_,
+                   "file instead of the standard output; one that is there is replaced at the end")
+      ->type_name("FILE");
+  AddTextOptions(verb, "what the texts are written in",
+                 "stored bytes that are no character: error leaves the record out, replace writes "
+                 "U+FFFD in their place, skip leaves the bytes out");
 }
 
 void CommandLine::AddShow() {
   CLI::App* verb = AddVerb("show", "shows what a dictionary, table or data file is made of",
                            [this] { return RunShow(PathFromUtf8(directory_), table_, streams_); });
-  verb->add_option("DIR", directory_, "directory of the dictionary files, or one data file")
+  AddPlace(verb, "DIR", directory_, "directory of the dictionary files, or one data file")
       ->required();
-  verb->add_option("TABLE", table_, "one table, with fields, keys and data file");
+  AddPlace(verb, "TABLE", table_, "one table, with fields, keys and data file");
 }
 
 void CommandLine::AddCheck() {
@@ -157,8 +226,8 @@ void CommandLine::AddCheck() {
                 return RunCheck(check_, streams_);
               });
   AddDirectory(verb);
-  verb->add_option("TABLE", table_, "one table only");
-  verb->add_option("--show-faults", check_.shown, "how many faults are listed for each table");
+  AddPlace(verb, "TABLE", table_, "one table only");
+  AddCount(verb, "--show-faults", check_.shown, "how many faults are listed for each table");
 }
 
 void CommandLine::AddGenerate() {
@@ -168,12 +237,13 @@ void CommandLine::AddGenerate() {
         generate_.directory = PathFromUtf8(directory_);
         return RunGenerate(generate_, streams_);
       });
-  verb->add_option("SCHEMA", schema_, "the company's schema file")->required();
-  verb->add_option("DIR", directory_, "directory for dictionary and data files, or CSV files")
+  AddPlace(verb, "SCHEMA", schema_, "the company's schema file")->required();
+  AddPlace(verb, "DIR", directory_, "directory for dictionary and data files, or CSV files")
       ->required();
-  verb->add_option("--orders", generate_.orders, "orders; three lines each on average")
-      ->check(CLI::Range(1, 100000000));
-  verb->add_option("--seed", generate_.seed, "another company for another number");
+  AddCount(verb, "--orders", generate_.orders,
+           "orders, 1 to 100000000; three lines each on average")
+      ->check(Between(1, 100000000));
+  AddCount(verb, "--seed", generate_.seed, "another company for another number");
   verb->add_flag("--csv", generate_.asCsv, "write CSV files and pictures, no data files");
 }
 
