@@ -16,6 +16,6 @@ enum class Existing {
 
 // Throws Failure. `advice` goes behind the message about a file that is there already.
 void BuildDatabase(const Schema& schema, const std::filesystem::path& directory, Existing existing,
-                   std::string_view advice);
+                   std::string_view advice = {});
 
 }  // namespace qrndata
