@@ -36,6 +36,6 @@ documented controls.md '`' '`' < <(
 cp "$BIN"/{qrnbt350.ocx,w64btrv.dll,lexbase.dll} "$folder"
 cd "$folder"
 sed -nE '/^    #include/,/^    \}$/s/^    //p; /^$/p' "$ROOT/docs/flat-interface.md" >list.c
-x86_64-w64-mingw32-gcc -Wall -Werror list.c -o list.exe -loleaut32
+x86_64-w64-mingw32-gcc-posix -Wall -Werror list.c -o list.exe -loleaut32
 "${QRN_WINE:-/usr/lib/wine/wine64}" list.exe . 0 | iconv -f CP932 -t UTF-8 >list.txt
 grep -q '^3 units: 経理部' list.txt && [ "$(wc -l <list.txt)" -eq 6 ]
