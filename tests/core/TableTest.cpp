@@ -11,6 +11,7 @@
 #include "core/RecordBuffer.h"
 #include "core/ReturnCodes.h"
 #include "core/Table.h"
+#include "platform/CodePage.h"
 #include "platform/Memory.h"
 
 namespace qrn {
@@ -85,7 +86,7 @@ TEST_F(Table, PathsFollowTheLocation) {
       {"a.b.c", root + "a.b.c"},
   };
   for (const auto& row : cases) {
-    std::strcpy(table_->Location, row.location);
+    CopyText(table_->Location, row.location);
     char path[kFilePathSize];
     EXPECT_EQ(DbResolveFileName(*table_, directory_.Path(), path), 0);
     EXPECT_EQ(path, row.path) << row.location;
@@ -134,7 +135,7 @@ TEST_F(Table, AnEmptyOwnerNameIsNoData) {
 
 TEST_F(Table, ALongPathsLengthWraps) {
   Stat(10, 0);
-  std::strcpy(table_->Location, (std::string(60, 'x') + ".b").c_str());
+  CopyText(table_->Location, std::string(60, 'x') + ".b");
   std::string deep = directory_.Path();
   while (deep.size() < 240) deep += "/.";
   size_t length = 0;

@@ -124,7 +124,7 @@ void RandomTable::ThrowFields(Dice& dice) {
   fields_.push_back({&kRowKind, "Row", false});
   std::vector<std::string> names(std::begin(kNames), std::end(kNames));
   std::shuffle(names.begin(), names.end(), dice);
-  names.resize(static_cast<size_t>(4 + Throw(dice, 6)));
+  names.resize(4 + static_cast<size_t>(Throw(dice, 6)));
   for (const std::string& name : names) {
     const FieldKind* kind = &kKinds[Throw(dice, static_cast<int>(std::size(kKinds)))];
     if (fields_.size() > 1 && Throw(dice, 2) == 0) kind = fields_.back().kind;
@@ -134,7 +134,7 @@ void RandomTable::ThrowFields(Dice& dice) {
 
 std::string RandomTable::KeyEntry(Dice& dice) const {
   const auto count = static_cast<int>(fields_.size());
-  const RandomField& first = fields_[static_cast<size_t>(1 + Throw(dice, count - 1))];
+  const RandomField& first = fields_[1 + static_cast<size_t>(Throw(dice, count - 1))];
   const bool isText = first.kind->order == Order::Padded || first.kind->size == 6;
   std::string entry = "  { fields = [{ field = \"" + first.name + "\"";
   if (Throw(dice, 3) == 0) entry += ", descending = true";

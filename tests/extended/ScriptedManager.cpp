@@ -15,7 +15,7 @@ std::string calls;
 template <class Answer>
 Answer TakeFirst(std::vector<Answer>& answers, Answer otherwise) {
   if (answers.empty()) return otherwise;
-  const Answer answer = answers.front();
+  Answer answer = answers.front();
   answers.erase(answers.begin());
   return answer;
 }

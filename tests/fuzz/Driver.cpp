@@ -2,6 +2,7 @@
 // inputs made from a printed seed.
 //   fuzz_NAME [--seconds N] [--seed S] [--size BYTES] [FILE or FOLDER...]
 #include <chrono>
+#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -87,7 +88,7 @@ void RunFor(const Options& options, const std::vector<Input>& corpus) {
   for (; Clock::now() < end; ++runs) {
     std::mt19937_64 random(options.seed + runs);
     const Input input = NextInput(corpus, random, options.size);
-    std::fprintf(stderr, "\r%llu ", static_cast<unsigned long long>(options.seed + runs));
+    std::fprintf(stderr, "\r%" PRIu64 " ", options.seed + runs);
     LLVMFuzzerTestOneInput(input.data(), input.size());
   }
   std::fprintf(stderr, "\n%llu random inputs\n", static_cast<unsigned long long>(runs));

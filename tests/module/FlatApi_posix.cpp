@@ -40,7 +40,7 @@ const FlatApi kLinkedIn = {&::DbInitialize,
 
 template <class Read>
 std::string Take(void* text, Read read) {
-  const std::string result = read(static_cast<char16_t*>(text));
+  std::string result = read(static_cast<char16_t*>(text));
   FreeBstr(static_cast<char16_t*>(text));
   return result;
 }

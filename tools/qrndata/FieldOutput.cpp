@@ -87,7 +87,7 @@ std::string SignedDigitsText(const qrn::DbFieldInfo& field, Value value) {
   return PointedText(isNegative, digits, static_cast<size_t>(std::max(field.Decimals, 0)));
 }
 
-std::string TimeText(std::string engineText, Value value) {
+std::string TimeText(const std::string& engineText, Value value) {
   if (value[0] == 0) return AreZero(value.first(4)) ? "" : engineText;
   std::array<char, 8> hundredths{};
   std::snprintf(hundredths.data(), hundredths.size(), ".%02u", value[0]);

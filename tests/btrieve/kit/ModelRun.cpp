@@ -16,7 +16,10 @@ constexpr size_t kLogLines = 40;
 class ModelRun {
  public:
   explicit ModelRun(Choices& choices)
-      : choices_(choices), makeUp_(RandomMakeUp(choices)), file_(makeUp_.spec), saved_(file_) {}
+      : choices_(choices),
+        makeUp_(RandomMakeUp(choices)),
+        file_(makeUp_.spec),
+        saved_(makeUp_.spec) {}
 
   std::string Run(int steps);
 
