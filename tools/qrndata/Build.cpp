@@ -27,7 +27,9 @@ void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables,
   std::error_code ignored;
   const auto refuse = [&](const fs::path& path) {
     if (!fs::exists(path, ignored)) return;
-    throw Failure(kSystem, PathToUtf8(path) + ": exists already; " + std::string(advice));
+    std::string text = PathToUtf8(path) + ": exists already";
+    if (!advice.empty()) text.append("; ").append(advice);
+    throw Failure(kSystem, text);
   };
   for (const char* name : {"file.ddf", "field.ddf", "index.ddf"}) refuse(directory / name);
   for (const Table& table : tables) refuse(DataFilePath(directory, table.location));
