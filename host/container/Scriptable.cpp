@@ -1,5 +1,7 @@
 #include "host/container/Scriptable.h"
 
+#include <activscp.h>
+
 #include <algorithm>
 
 #include "host/container/Text.h"
@@ -42,6 +44,8 @@ ScriptError FailureOf(const std::wstring& name, HRESULT result, EXCEPINFO& excep
   std::wstring text = name + L": ";
   if (!description.empty()) {
     text += description.view();
+  } else if (result == static_cast<HRESULT>(SCRIPT_E_REPORTED)) {
+    text += L"its code failed";
   } else {
     wchar_t number[16];
     swprintf(number, 16, L"0x%08lX", static_cast<unsigned long>(code));

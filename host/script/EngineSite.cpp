@@ -1,7 +1,5 @@
 #include "host/script/EngineSite.h"
 
-#include "host/script/ScriptFault.h"
-
 namespace qrn::host {
 
 STDMETHODIMP EngineSite::GetLCID(LCID* locale) {
@@ -26,7 +24,7 @@ STDMETHODIMP EngineSite::GetItemInfo(LPCOLESTR name, DWORD wanted, IUnknown** it
 STDMETHODIMP EngineSite::OnScriptError(IActiveScriptError* error) {
   if (!error || !host_) return S_OK;
   faulted_ = true;
-  return Guard([&]() -> HRESULT { return host_->OnScriptFault(FaultOf(error)), S_OK; });
+  return Guard([&]() -> HRESULT { return host_->OnScriptFault(FaultOf(error, time_)), S_OK; });
 }
 
 STDMETHODIMP EngineSite::GetWindow(HWND* window) {

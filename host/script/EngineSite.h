@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "host/script/ScriptEngine.h"
+#include "host/script/ScriptFault.h"
 
 namespace qrn::host {
 
@@ -16,6 +17,7 @@ class EngineSite final : public ComObject<IActiveScriptSite, IActiveScriptSiteWi
   // True if a fault was told since the last call.
   bool TakeFault() noexcept { return std::exchange(faulted_, false); }
   ScriptHost* host() const noexcept { return host_; }
+  void SetTime(FaultTime time) noexcept { time_ = time; }
 
   STDMETHODIMP GetLCID(LCID* locale) override;
   STDMETHODIMP GetItemInfo(LPCOLESTR name, DWORD wanted, IUnknown** item,
@@ -33,6 +35,7 @@ class EngineSite final : public ComObject<IActiveScriptSite, IActiveScriptSiteWi
  private:
   ScriptHost* host_;
   bool faulted_ = false;
+  FaultTime time_ = FaultTime::Running;
 };
 
 }  // namespace qrn::host

@@ -4,7 +4,6 @@
 
 #include "host/script/EngineSite.h"
 #include "host/script/HandlerArguments.h"
-#include "host/script/ScriptFault.h"
 
 namespace qrn::host {
 namespace {
@@ -52,10 +51,12 @@ void ScriptEngine::AddGlobalItem(const std::wstring& name) {
 bool ScriptEngine::Run(const std::wstring& code, int firstLine) {
   EXCEPINFO exception{};
   site_->TakeFault();
+  site_->SetTime(FaultTime::Reading);
   // The engine counts lines from 0 and adds the number it is given.
   HRESULT result = parser_->ParseScriptText(code.c_str(), nullptr, nullptr, nullptr, 0,
                                             static_cast<ULONG>(firstLine), SCRIPTTEXT_ISVISIBLE,
                                             nullptr, &exception);
+  site_->SetTime(FaultTime::Running);
   if (SUCCEEDED(result)) result = engine_->SetScriptState(SCRIPTSTATE_STARTED);
   const bool told = site_->TakeFault();
   if (FAILED(result) && !told) {

@@ -6,6 +6,9 @@ namespace {
 constexpr int kAutomationError = 440;
 constexpr int kSyntaxError = 1002;
 
+constexpr wchar_t kBareWords[] =
+    L"a name is not declared, or a variable holds no object (Set is missing)";
+
 struct NumberRow {
   HRESULT code;
   int number;
@@ -81,7 +84,7 @@ std::wstring ErrorWords(int number) {
   return L"";
 }
 
-ScriptFault FaultOf(IActiveScriptError* error) {
+ScriptFault FaultOf(IActiveScriptError* error, FaultTime time) {
   ScriptFault fault;
   EXCEPINFO exception{};
   if (FAILED(error->GetExceptionInfo(&exception))) exception = EXCEPINFO{};
@@ -95,9 +98,14 @@ ScriptFault FaultOf(IActiveScriptError* error) {
   if (SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
     fault.line = static_cast<int>(line);
   }
-  // An error of reading is a bare failure.
   const HRESULT code = exception.scode != 0 ? exception.scode : E_FAIL;
-  fault.number = code == E_FAIL && description.empty() ? kSyntaxError : ErrorNumber(code);
+  const bool bare = code == E_FAIL && description.empty();
+  if (bare && time == FaultTime::Running) {
+    fault.number = kAutomationError;
+    fault.description = kBareWords;
+    return fault;
+  }
+  fault.number = bare ? kSyntaxError : ErrorNumber(code);
   fault.description = Described(fault.number, description);
   return fault;
 }

@@ -5,8 +5,13 @@
 
 namespace qrn::host {
 
-// What an engine's error object tells. An error while the code is read has no number of its own.
-ScriptFault FaultOf(IActiveScriptError* error);
+// When an engine met an error: while it read the code or while it ran it.
+enum class FaultTime { Reading, Running };
+
+// What an engine's error object tells. Some engines tell neither a number nor words: while the code
+// is read that is a syntax error, while it runs most often a name that nothing declares or a
+// variable that holds no object.
+ScriptFault FaultOf(IActiveScriptError* error, FaultTime time);
 
 // The error number of a failure: what a control error value carries in its low half, Visual Basic's
 // own number for a failure of a dispatch interface, 440 for any other.
