@@ -184,7 +184,7 @@ void Form::Discard() noexcept {
 void Form::Dismantle() noexcept {
   state_ = State::Unloading;
   const Com<Form> alive(this);
-  active_ = focusTold_ = pressedPiece_ = nullptr;
+  active_ = focusTold_ = pressedPiece_ = selected_ = nullptr;
   for (auto control = controls_.rbegin(); control != controls_.rend(); ++control) {
     (*control)->Destroy();
   }
@@ -208,6 +208,7 @@ void Form::Detach() noexcept {
 }
 
 void Form::OnUIActive(FormControl& control, bool active) {
+  if (active && IsDesign()) Select(&control);
   if (!active || active_ == &control) return;
   FormControl* before = std::exchange(active_, &control);
   if (before) before->GiveUpFocus();
@@ -224,9 +225,15 @@ void Form::OnFocus(FormControl& control, bool focus) {
 }
 
 void Form::ShowPages(FormControl& control) {
-  if (IUnknown* object = control.HostedObject()) {
-    ShowPropertyPages(window_, control.DisplayName(), object, classes());
-  }
+  IUnknown* object = control.HostedObject();
+  if (object && ShowPropertyPages(window_, control.DisplayName(), object, classes())) return;
+  program_->Tell(source_->path + ": " + Utf8(control.DisplayName()) + " has no property pages",
+                 MB_ICONINFORMATION);
+}
+
+bool Form::HasPages(const FormControl& control) const {
+  IUnknown* object = control.HostedObject();
+  return object && HasPropertyPages(object, classes());
 }
 
 }  // namespace qrn::host

@@ -58,7 +58,9 @@ class Form final : public Scriptable, public ScriptHost {
   void Fire(FormControl& control, const std::wstring& event, DISPPARAMS& parameters);
   void OnUIActive(FormControl& control, bool active);
   void OnFocus(FormControl& control, bool focus);
+  // Tells the user where there are none.
   void ShowPages(FormControl& control);
+  bool HasPages(const FormControl& control) const;
   // The same, once the messages before it are done.
   void PostShowPages(const FormControl& control) const noexcept;
   // Pieces without a window of their own that lie in `container` (null: the form).
@@ -137,7 +139,10 @@ class Form final : public Scriptable, public ScriptHost {
 
   std::vector<FormControl*> TabOrder() const;
   FormControl* ControlOf(HWND window) const noexcept;
-  bool AskForPages(const MSG& message);
+  bool TakeDesignInput(const MSG& message);
+  FormControl* ControlUnder(POINT screen) const noexcept;
+  void Select(FormControl* control);
+  void OutlineSelected(HDC dc) const noexcept;
   bool PreviewKey(MSG& message);
   bool TryMnemonic(const MSG& message);
   bool PressKeyButton(bool cancel);
@@ -166,6 +171,7 @@ class Form final : public Scriptable, public ScriptHost {
   FormControl* active_ = nullptr;        // has the keyboard, or had it last
   FormControl* focusTold_ = nullptr;     // the last one whose GotFocus was raised
   FormControl* pressedPiece_ = nullptr;  // a piece without a window, between button down and up
+  FormControl* selected_ = nullptr;      // while the form is designed
   bool modal_ = false;
   bool shownBefore_ = false;
 };

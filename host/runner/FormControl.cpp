@@ -39,6 +39,13 @@ std::wstring FormControl::DisplayName() const {
   return name_ + L"(" + std::to_wstring(index()) + L")";
 }
 
+bool FormControl::LiesIn(const FormControl& outer) const noexcept {
+  for (const FormControl* holder = container_; holder; holder = holder->container_) {
+    if (holder == &outer) return true;
+  }
+  return false;
+}
+
 HWND FormControl::ParentWindow() const {
   return container_ ? container_->Window() : form().Window();
 }

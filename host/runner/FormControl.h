@@ -35,6 +35,8 @@ class FormControl : public Scriptable {
   int tabIndex() const noexcept { return tabIndex_; }
   bool visible() const noexcept { return visible_; }
   FormControl* container() const noexcept { return container_; }
+  // True if it lies in `outer`, at any depth.
+  bool LiesIn(const FormControl& outer) const noexcept;
   bool HasForm() const noexcept { return form_ != nullptr; }
   Form& form() const;  // throws ScriptError when the form is gone
   // "edtName", or "cmd(2)" for an element of an array.

@@ -19,13 +19,6 @@ struct KeyEvent {
 constexpr KeyEvent kKeyEvents[] = {
     {WM_KEYDOWN, L"KeyDown"}, {WM_KEYUP, L"KeyUp"}, {WM_CHAR, L"KeyPress"}};
 
-bool LiesIn(const FormControl& control, const FormControl& container) noexcept {
-  for (const FormControl* outer = control.container(); outer; outer = outer->container()) {
-    if (outer == &container) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 std::vector<FormControl*> Form::TabOrder() const {
@@ -45,7 +38,7 @@ FormControl* Form::ControlOf(HWND window) const noexcept {
   for (const Com<FormControl>& control : controls_) {
     HWND own = control->Window();
     if (!own || (own != window && !IsChild(own, window))) continue;
-    if (!found || LiesIn(*control, *found)) found = control.get();
+    if (!found || control->LiesIn(*found)) found = control.get();
   }
   return found;
 }
@@ -98,19 +91,9 @@ bool Form::PreviewKey(MSG& message) {
   return false;
 }
 
-// While a form is designed, F4 and the right button ask for a control's property pages.
-bool Form::AskForPages(const MSG& message) {
-  const bool key = message.message == WM_KEYDOWN && message.wParam == VK_F4;
-  if (!IsDesign() || (!key && message.message != WM_RBUTTONUP)) return false;
-  const FormControl* control = ControlOf(message.hwnd);
-  if (!control || !control->HostedObject()) return false;
-  PostShowPages(*control);
-  return true;
-}
-
 bool Form::PreTranslate(MSG& message) {
   if (!window_ || (message.hwnd != window_ && !IsChild(window_, message.hwnd))) return false;
-  if (AskForPages(message)) return true;
+  if (IsDesign()) return TakeDesignInput(message);
   if (!IsKeyMessage(message.message)) return false;
   const Com<Form> alive(this);
   if (PreviewKey(message)) return true;

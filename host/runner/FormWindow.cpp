@@ -176,6 +176,7 @@ void Form::OnPaint() {
   BufferedPaint paint(window_);
   FillWith(paint.dc(), paint.area(), look_.backColor);
   DrawPieces(nullptr, paint.dc());
+  OutlineSelected(paint.dc());
   if (state_ == State::Loaded) RaiseOwn(L"Paint");
 }
 

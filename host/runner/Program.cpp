@@ -19,6 +19,29 @@ void PrintToOutput(const std::string& utf8) {
   fflush(stdout);
 }
 
+void TellOnError(const std::string& utf8) {
+  fprintf(stderr, "%s\n", utf8.c_str());
+  fflush(stderr);
+}
+
+// Counts up as long as it lives.
+class Counted {
+ public:
+  explicit Counted(std::atomic<int>& count) noexcept : count_(count) { ++count_; }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+  ~Counted() { --count_; }
+
+ private:
+  std::atomic<int>& count_;
+};
+
+// What End posted is not for the next program of the thread.
+void DropQuit() noexcept {
+  MSG message{};
+  PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+}
+
 struct PointerRow {
   int pointer;
   WORD cursor;  // the system's resource number
@@ -34,10 +57,12 @@ Program::Program(ControlClasses& classes, ProgramOptions options)
     : classes_(classes),
       options_(options),
       globals_(MakeCom<ScriptGlobals>(static_cast<ProgramServices&>(*this))),
-      printer_(PrintToOutput) {}
+      printer_(PrintToOutput),
+      teller_(TellOnError) {}
 
 Program::~Program() {
   for (const Com<Form>& form : forms_) form->Detach();
+  DropQuit();
 }
 
 void Program::AddLibraries(const FormSource& source) {
@@ -85,6 +110,7 @@ void Program::Dispatch(MSG& message) {
 }
 
 void Program::RunUntil(const std::function<bool()>& done) {
+  const Counted loop(loops_);
   MSG message{};
   while (!ended_ && !done()) {
     const BOOL got = GetMessageW(&message, nullptr, 0, 0);
@@ -98,8 +124,7 @@ void Program::RunUntil(const std::function<bool()>& done) {
 
 void Program::Run() {
   RunUntil([] { return false; });
-  MSG message{};
-  PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+  DropQuit();
 }
 
 void Program::End() {
@@ -150,14 +175,21 @@ int Program::ShowBox(const std::wstring& text, UINT style, const std::wstring& t
                      title.c_str(), style);
 }
 
+void Program::SetTeller(std::function<void(const std::string&)> teller) {
+  teller_ = std::move(teller);
+}
+
+void Program::Tell(const std::string& text, UINT style) {
+  teller_(text);
+  if (options_.boxes) ShowBox(Wide(text), style, Title());
+}
+
 void Program::OnFault(const Form& form, const ScriptFault& fault) {
   ++faults_;
   std::string text = form.source().path;
   if (fault.line > 0) text += ":" + std::to_string(fault.line);
   text += ": error " + std::to_string(fault.number) + ": " + Utf8(fault.description);
-  fprintf(stderr, "%s\n", text.c_str());
-  fflush(stderr);
-  if (options_.boxes) ShowBox(Wide(text), MB_ICONERROR, Title());
+  Tell(text, MB_ICONERROR);
 }
 
 void Program::OnUnloaded() {

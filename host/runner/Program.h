@@ -1,6 +1,7 @@
 // The running program: its forms, their message loop, what their code prints and asks for.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -36,6 +37,9 @@ class Program final : private ProgramServices {
   void Run();
   // Runs the loop until `done` gives true.
   void RunUntil(const std::function<bool()>& done);
+  // True while a loop of the program runs, a modal form's too: the user can do something. May be
+  // asked on any thread.
+  bool IsWaiting() const noexcept { return loops_ > 0; }
   // Ends the loop; forms are unloaded when this object goes.
   void End();
 
@@ -52,7 +56,12 @@ class Program final : private ProgramServices {
   void SetPrinter(std::function<void(const std::string& utf8)> printer);
   void PrintLine(const std::wstring& text) { Print(text, false); }
 
+  // Is told what code or form failed with; standard error without one.
+  void SetTeller(std::function<void(const std::string& utf8)> teller);
+
   // For forms.
+  // Tells the user, one line; in a box of that style too where boxes are shown.
+  void Tell(const std::string& text, UINT style);
   void OnFault(const Form& form, const ScriptFault& fault);
   void OnUnloaded();
   // How often code failed that nothing caught.
@@ -81,6 +90,8 @@ class Program final : private ProgramServices {
   Com<ScriptGlobals> globals_;
   std::vector<Com<Form>> forms_;
   std::function<void(const std::string&)> printer_;
+  std::function<void(const std::string&)> teller_;
+  std::atomic<int> loops_ = 0;
   size_t column_ = 0;
   int mousePointer_ = 0;
   int faults_ = 0;

@@ -269,4 +269,8 @@ bool ShowPropertyPages(HWND owner, const std::wstring& controlName, IUnknown* co
   return true;
 }
 
+bool HasPropertyPages(IUnknown* control, ControlClasses& classes) {
+  return PropertyFrame(control, classes).HasPages();
+}
+
 }  // namespace qrn::host

@@ -14,4 +14,7 @@ namespace qrn::host {
 bool ShowPropertyPages(HWND owner, const std::wstring& controlName, IUnknown* control,
                        ControlClasses& classes);
 
+// True if the control names a page that can be made.
+bool HasPropertyPages(IUnknown* control, ControlClasses& classes);
+
 }  // namespace qrn::host
