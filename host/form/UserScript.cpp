@@ -1,5 +1,6 @@
 #include "host/form/UserScript.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "host/form/KeyNames.h"
@@ -16,11 +17,11 @@ struct VerbForm {
 };
 
 // Words stand for themselves, <name> or <name:kind> takes a word of that kind (without one the kind
-// is the name), [...] may be left out.
+// is the name; of a kind a|b|c any of these words), [...] may be left out.
 // clang-format off
 constexpr VerbForm kForms[] = {
-    {UserVerb::Show,         "show <control>"},
-    {UserVerb::Close,        "close [<control>]"},
+    {UserVerb::Show,         "show <form>"},
+    {UserVerb::Close,        "close [<form>]"},
     {UserVerb::Focus,        "focus <control>"},
     {UserVerb::Click,        "click <control> [at <x:number> <y:number>] [right] [shift] [ctrl]"},
     {UserVerb::DoubleClick,  "dblclick <control> [at <x:number> <y:number>]"},
@@ -35,7 +36,7 @@ constexpr VerbForm kForms[] = {
     {UserVerb::Call,         "call <path>"},
     {UserVerb::Print,        "print <printed>"},
     {UserVerb::Shot,         "shot <file> [of <control>]"},
-    {UserVerb::Message,      "message <text> <button:word>"},
+    {UserVerb::Message,      "message <text> <button:OK|Cancel|Abort|Retry|Ignore|Yes|No>"},
     {UserVerb::DialogPress,  "dialog <title:text> press <button:text>"},
     {UserVerb::DialogChoose, "dialog <title:text> choose <id:number> <text>"},
     {UserVerb::DialogEnter,  "dialog <title:text> enter <id:number> <text>"},
@@ -64,6 +65,16 @@ bool IsSign(std::string_view word) {
 bool IsPrinted(std::string_view word) { return IsText(word) || IsPath(word); }
 bool IsFile(std::string_view word) { return !word.empty(); }
 
+// Whether the word is one of "a|b|c".
+bool IsOneOf(std::string_view words, std::string_view word) {
+  for (size_t begin = 0; begin < words.size();) {
+    const size_t end = std::min(words.find('|', begin), words.size());
+    if (SameWord(words.substr(begin, end - begin), word)) return true;
+    begin = end + 1;
+  }
+  return false;
+}
+
 struct Kind {
   std::string_view name;
   bool (*fits)(std::string_view);
@@ -72,14 +83,14 @@ struct Kind {
 constexpr Kind kKinds[] = {
     {"number", IsNumber}, {"text", IsText},   {"key", IsKey},   {"path", IsPath},
     {"control", IsPath},  {"value", IsValue}, {"sign", IsSign}, {"printed", IsPrinted},
-    {"file", IsFile},     {"word", IsName},
+    {"file", IsFile},     {"form", IsPath},
 };
 
 bool FitsKind(std::string_view kind, std::string_view word) {
   for (const Kind& row : kKinds) {
     if (row.name == kind) return row.fits(word);
   }
-  return false;
+  return IsOneOf(kind, word);
 }
 
 // Length of the word at the front: up to a blank outside quotes and parentheses.

@@ -53,6 +53,9 @@ std::wstring ClassOf(HWND window) {
 
 bool IsClass(HWND window, const wchar_t* name) { return SameName(ClassOf(window), name); }
 
+// A message box has nothing but words, an icon and buttons.
+bool IsPartOfMessage(HWND child) { return IsClass(child, L"Static") || IsClass(child, L"Button"); }
+
 std::wstring WithoutMarks(std::wstring text) {
   // A Japanese face ends with its key in parentheses: "適用(&A)".
   if (const size_t mark = text.find(L"(&"); mark != std::wstring::npos) text.erase(mark);
@@ -100,6 +103,13 @@ void Notify(HWND item, WORD notice) noexcept {
 
 HWND FrontBox() noexcept {
   return FindTop([](HWND window) { return IsClass(window, kDialogClass); });
+}
+
+HWND FrontMessage() noexcept {
+  return FindTop([](HWND window) {
+    return IsClass(window, kDialogClass) && GetDlgItem(window, kMessageTextId) &&
+           !FindChild(window, [](HWND child) { return !IsPartOfMessage(child); });
+  });
 }
 
 HWND WindowTitled(const std::wstring& title) noexcept {

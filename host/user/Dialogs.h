@@ -13,6 +13,9 @@ HWND FrontBox() noexcept;
 // The visible window of this process with that title, blanks at its ends aside; null if none.
 HWND WindowTitled(const std::wstring& title) noexcept;
 
+// The message box in front, which keeps the user from the forms; null if there is none.
+HWND FrontMessage() noexcept;
+
 std::wstring TextOfWindow(HWND window);
 // What a message box says.
 std::wstring BoxText(HWND box);

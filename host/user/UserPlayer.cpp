@@ -17,6 +17,8 @@ using form::UserVerb;
 
 constexpr DWORD kLookMs = 30;
 constexpr DWORD kPatienceMs = 10000;
+constexpr DWORD kStartPatienceMs = 120000;
+constexpr DWORD kEndPatienceMs = 30000;
 
 [[noreturn]] void Fail(const std::string& reason) { throw std::runtime_error(reason); }
 
@@ -47,8 +49,44 @@ bool Meets(const std::wstring& text, const std::string& sign, const std::wstring
   return text.find(wanted) != std::wstring::npos;
 }
 
+bool IsTrue(const Variant& value) {
+  Variant truth;
+  return SUCCEEDED(value.as(VT_BOOL, truth)) && truth->boolVal != VARIANT_FALSE;
+}
+
 POINT CentreOf(const RECT& part) noexcept {
   return {(part.left + part.right) / 2, (part.top + part.bottom) / 2};
+}
+
+// What a message box shows, for those who did not see it.
+std::string Described(HWND box) {
+  return Quoted(BoxText(box)) + " (title " + Quoted(TextOfWindow(box)) + ")";
+}
+
+// Steps that a box in front does not keep from anything.
+bool IsForBoxes(UserVerb verb) noexcept {
+  constexpr UserVerb kForBoxes[] = {
+      UserVerb::Message,      UserVerb::DialogPress, UserVerb::DialogChoose, UserVerb::DialogEnter,
+      UserVerb::DialogExpect, UserVerb::DialogTab,   UserVerb::Wait,         UserVerb::Shot};
+  return std::find(std::begin(kForBoxes), std::end(kForBoxes), verb) != std::end(kForBoxes);
+}
+
+// The window at any depth of `window` that lies at a point of the screen.
+HWND InnermostAt(HWND window, POINT screen) noexcept {
+  for (;;) {
+    POINT point = screen;
+    ScreenToClient(window, &point);
+    HWND child = ChildWindowFromPointEx(window, point, CWP_SKIPINVISIBLE);
+    if (!child || child == window) return window;
+    window = child;
+  }
+}
+
+bool AllEnabled(HWND window) noexcept {
+  for (; window; window = GetAncestor(window, GA_PARENT)) {
+    if (!IsWindowEnabled(window)) return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -85,6 +123,7 @@ UserPlayer::UserPlayer(Program& program, std::vector<UserStep> steps, std::strin
 UserPlayer::~UserPlayer() { WaitForEnd(); }
 
 void UserPlayer::WaitForEnd() {
+  programEnded_ = true;
   if (!thread_.joinable()) return;
   // The thread may be waiting for this one to do its work.
   while (!ended_) {
@@ -95,24 +134,96 @@ void UserPlayer::WaitForEnd() {
   thread_.join();
 }
 
-void UserPlayer::Start(std::function<void()> atEnd) {
-  atEnd_ = std::move(atEnd);
-  thread_ = std::thread([this] { Play(); });
+void UserPlayer::Run(const std::function<void()>& ifStuck) {
+  thread_ = std::thread([this, &ifStuck] { Play(ifStuck); });
+  try {
+    program_.Start();
+    program_.Run();
+  } catch (...) {
+    refused_ = true;
+    WaitForEnd();
+    throw;
+  }
+  WaitForEnd();
 }
 
-void UserPlayer::Play() {
-  ui_.WaitIdle();
-  for (const UserStep& step : steps_) {
-    try {
+void UserPlayer::Play(const std::function<void()>& ifStuck) {
+  PlaySteps();
+  const ULONGLONG end = GetTickCount64() + kEndPatienceMs;
+  ui_.Run([this] { program_.End(); }, kEndPatienceMs);
+  while (!programEnded_ && GetTickCount64() < end) Sleep(kLookMs);
+  if (!programEnded_ && ifStuck) ifStuck();
+  ended_ = true;
+}
+
+void UserPlayer::PlaySteps() {
+  int line = 0;
+  try {
+    int last = 0;
+    for (const UserStep& step : steps_) {
+      line = step.line;
+      last = std::max(last, line);
+      if (!WaitForStart(step.verb)) return;
       RunStep(step);
       ui_.WaitIdle();
-    } catch (const std::exception& error) {
-      failure_ = name_ + ":" + std::to_string(step.line) + ": " + error.what();
-      break;
     }
+    line = last;
+    if (!WaitForStart(UserVerb::Wait)) return;
+    if (HWND box = FrontBox()) Fail("nobody answers the box " + Described(box));
+  } catch (const std::exception& error) {
+    // A step without a line is none of the script's.
+    failure_ = line > 0 ? name_ + ":" + std::to_string(line) + ": " : "";
+    failure_ += error.what();
   }
-  ui_.Run([this] { atEnd_(); });
-  ended_ = true;
+}
+
+bool UserPlayer::WaitForStart(UserVerb verb) {
+  const ULONGLONG end = GetTickCount64() + kStartPatienceMs;
+  while (!program_.IsWaiting() && !programEnded_) {
+    if (HWND box = FrontBox()) {
+      if (IsForBoxes(verb)) return true;
+      Fail("nobody answers the box " + Described(box) + " that comes before the form");
+    }
+    if (GetTickCount64() >= end) Fail("the form does not come");
+    Sleep(kLookMs);
+  }
+  if (refused_) return false;
+  if (!std::exchange(started_, true)) ui_.WaitIdle();
+  return true;
+}
+
+void UserPlayer::RequireNoMessage() const {
+  if (HWND box = FrontMessage()) Fail("the box " + Described(box) + " is in the way");
+}
+
+// The window that must be enabled for the mouse to do something there. What holds others is reached
+// beside them.
+HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
+  if (const Form* form = program_.FormNamed(Wide(path))) return form->Window();
+  FormControl& control = ControlAt(path);
+  if (!control.visible()) return nullptr;
+  if (control.IsPiece()) {
+    if (!IsTrue(GetMember(&control, L"Enabled", {}))) Fail(path + " is disabled");
+    return control.ParentWindow();
+  }
+  return control.HoldsOthers() ? control.Window() : InnermostAt(control.Window(), point);
+}
+
+void UserPlayer::RequireReach(const std::string& path, POINT point) {
+  RequireNoMessage();
+  if (!MonitorFromPoint(point, MONITOR_DEFAULTTONULL)) Fail(path + " lies outside the screen");
+  OnForms([&] {
+    const HWND window = ReachedWindow(path, point);
+    if (!window || !IsWindowVisible(window)) Fail(path + " is hidden");
+    if (!AllEnabled(window)) Fail(path + " is disabled");
+    RECT place{};
+    GetWindowRect(window, &place);
+    // A point beside the control is for what it has dropped down there.
+    const HWND form = GetAncestor(window, GA_ROOT);
+    if (PtInRect(&place, point) && GetAncestor(WindowFromPoint(point), GA_ROOT) != form) {
+      Fail(path + " lies behind another window");
+    }
+  });
 }
 
 void UserPlayer::RunStep(const UserStep& step) {
@@ -206,16 +317,18 @@ POINT UserPlayer::PointIn(const std::string& path, const UserStep& step, const c
 }
 
 void UserPlayer::OnShow(const UserStep& step) {
-  OnForms([&] { FormAt(step.Get("control")).Display(false); });
+  OnForms([&] { FormAt(step.Get("form")).Display(false); });
 }
 
 void UserPlayer::OnClose(const UserStep& step) {
+  RequireNoMessage();
   HWND window = nullptr;
-  OnForms([&] { window = FormAt(step.Get("control")).Window(); });
+  OnForms([&] { window = FormAt(step.Get("form")).Window(); });
   PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
 void UserPlayer::OnFocus(const UserStep& step) {
+  RequireNoMessage();
   OnForms([&] {
     FormControl& control = ControlAt(step.Get("control"));
     SetForegroundWindow(control.form().Window());
@@ -229,12 +342,16 @@ void UserPlayer::OnClick(const UserStep& step) {
   kind.right = step.Has("right");
   kind.shift = step.Has("shift");
   kind.control = step.Has("ctrl");
-  ClickMouse(PointIn(step.Get("control"), step, "x", "y"), kind);
+  const POINT point = PointIn(step.Get("control"), step, "x", "y");
+  RequireReach(step.Get("control"), point);
+  ClickMouse(point, kind);
 }
 
 void UserPlayer::OnDrag(const UserStep& step) {
   const std::string& path = step.Get("control");
-  DragMouse(PointIn(path, step, "x", "y"), PointIn(path, step, "x2", "y2"));
+  const POINT from = PointIn(path, step, "x", "y");
+  RequireReach(path, from);
+  DragMouse(from, PointIn(path, step, "x2", "y2"));
 }
 
 void UserPlayer::OnMove(const UserStep& step) {
@@ -249,7 +366,10 @@ void UserPlayer::OnKey(const UserStep& step) {
   }
 }
 
-void UserPlayer::OnType(const UserStep& step) { TypeText(Wide(step.Get("text"))); }
+void UserPlayer::OnType(const UserStep& step) {
+  RequireNoMessage();
+  TypeText(Wide(step.Get("text")));
+}
 
 void UserPlayer::OnWait(const UserStep& step) {
   Sleep(static_cast<DWORD>(std::max(0, step.Number("number"))));
@@ -294,6 +414,7 @@ void UserPlayer::OnSet(const UserStep& step) {
 }
 
 void UserPlayer::OnCall(const UserStep& step) {
+  if (program_.options().design) Fail("nothing is called while the form is designed");
   OnForms([&] { Value(step.Get("path")); });
 }
 
@@ -313,7 +434,10 @@ void UserPlayer::OnShot(const UserStep& step) {
   if (step.Has("control")) {
     part = ScreenPart(step.Get("control"));
   } else {
-    OnForms([&] { part = ScreenPartOf(FormAt("").Window()); });
+    OnForms([&] {
+      HWND window = FormAt("").Window();
+      if (IsWindowVisible(window)) part = ScreenPartOf(window);
+    });
     // A box that hangs over the form's edge belongs to what the user sees.
     if (HWND box = FrontBox()) {
       const RECT over = ScreenPartOf(box);
@@ -372,8 +496,10 @@ void UserPlayer::OnDialog(const UserStep& step) {
 
 // The pages wait for their user, so this only sets them going.
 void UserPlayer::OnPages(const UserStep& step) {
+  RequireNoMessage();
   OnForms([&] {
     FormControl& control = ControlAt(step.Get("control"));
+    if (!control.form().HasPages(control)) Fail(step.Get("control") + " has no property pages");
     control.form().PostShowPages(control);
   });
 }

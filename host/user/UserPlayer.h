@@ -26,10 +26,11 @@ class UserPlayer {
   UserPlayer& operator=(const UserPlayer&) = delete;
   ~UserPlayer();
 
-  // Begins; `atEnd` is called on the program's thread when the script has ended.
-  void Start(std::function<void()> atEnd);
-  // Waits until the thread is done, and does what it asks for meanwhile. The destructor does too.
-  void WaitForEnd();
+  // Starts the program, plays, and returns when both have ended; the script's end ends the program.
+  // Boxes of the start can be answered already. What Program::Start throws comes through.
+  // `ifStuck` is called on the player's thread when the script has ended and the program does not
+  // end within 30 seconds: it waits for something that nobody does, and this will not return.
+  void Run(const std::function<void()>& ifStuck = {});
   // What failed, with file and line; empty if nothing did. To be asked after the end.
   const std::string& failure() const noexcept { return failure_; }
 
@@ -40,7 +41,17 @@ class UserPlayer {
   };
   static const VerbRow kVerbs[];
 
-  void Play();
+  void Play(const std::function<void()>& ifStuck);
+  void PlaySteps();
+  void WaitForEnd();
+  // Waits until the program has started, or a box of the start stands that the step is for. False
+  // if the program cannot start.
+  bool WaitForStart(form::UserVerb verb);
+  // Throws where a message box keeps the user from the forms.
+  void RequireNoMessage() const;
+  // Throws where a user's mouse would not reach the form or control at that point of the screen.
+  void RequireReach(const std::string& path, POINT point);
+  HWND ReachedWindow(const std::string& path, POINT point);
   void RunStep(const form::UserStep& step);
 
   void OnShow(const form::UserStep& step);
@@ -80,8 +91,10 @@ class UserPlayer {
   bool trace_;
   UiThread ui_;
   std::thread thread_;
-  std::function<void()> atEnd_;
   std::string failure_;
+  bool started_ = false;  // the player's thread has seen the program up
+  std::atomic<bool> refused_ = false;
+  std::atomic<bool> programEnded_ = false;
   std::atomic<bool> ended_ = false;
 };
 

@@ -43,7 +43,8 @@ class GdiPlusSession {
 void SaveScreen(const RECT& part, const std::string& file) {
   const int width = part.right - part.left;
   const int height = part.bottom - part.top;
-  if (width <= 0 || height <= 0) throw std::runtime_error("there is nothing to take a picture of");
+  if (width <= 0 || height <= 0)
+    throw std::runtime_error(file + ": there is nothing to take a picture of");
   const ole::WindowDc screen(nullptr);
   const ole::MemoryDc memory(CreateCompatibleDC(screen.get()));
   const ole::Bitmap bitmap(CreateCompatibleBitmap(screen.get(), width, height));
@@ -55,7 +56,7 @@ void SaveScreen(const RECT& part, const std::string& file) {
   const std::unique_ptr<Gdiplus::Bitmap> picture(
       Gdiplus::Bitmap::FromHBITMAP(bitmap.get(), nullptr));
   if (!picture || picture->Save(Wide(file).c_str(), &kPngEncoder, nullptr) != Gdiplus::Ok) {
-    throw std::runtime_error("the picture cannot be saved as " + file);
+    throw std::runtime_error(file + ": the picture cannot be saved");
   }
 }
 

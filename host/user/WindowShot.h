@@ -7,7 +7,8 @@
 
 namespace qrn::host {
 
-// Saves a part of the screen (pixels) as a PNG file. Throws std::runtime_error with a plain reason.
+// Saves a part of the screen (pixels) as a PNG file. Throws std::runtime_error that names the file
+// with a plain reason.
 void SaveScreen(const RECT& part, const std::string& file);
 
 // The part of the screen a window takes, its title bar included.

@@ -43,12 +43,14 @@ const StepCase kSteps[] = {
     {"dialog \"Btrieve\" choose 193 \"db1\"", UserVerb::DialogChoose,
      "choose=choose dialog=dialog id=193 text=db1 title=Btrieve"},
     {"close", UserVerb::Close, "close=close"},
+    {"close frmOne", UserVerb::Close, "close=close form=frmOne"},
+    {"show frmOne", UserVerb::Show, "form=frmOne show=show"},
 };
 
 const char* const kBadSteps[] = {
     "jump", "click", "click 5", "click a b", "click a at 1", "key Ctrl+", "key Hyper+A", "type abc",
     "type \"abc", "type \"a\"b\"", "expect a =", "expect a.b ? 5", "set a.b = x", "wait soon",
-    "message \"x\"", "shot", "expect a(1 = 5", "expect a.(1) = 5",
+    "message \"x\"", "message \"x\" Maybe", "message \"x\" OK|Cancel", "message \"x\" |", "shot", "expect a(1 = 5", "expect a.(1) = 5",
 };
 // clang-format on
 
@@ -73,7 +75,10 @@ TEST(UserScript, WhatIsNoStepIsToldWithHowItIsWritten) {
   }
   Mistakes mistakes;
   ReadUserScript({"dblclick 5"}, mistakes);
-  EXPECT_EQ(mistakes.Text("s"), "s:1: expected is 'dblclick <control> [at <x:number> <y:number>]'");
+  ReadUserScript({"message \"x\" Maybe"}, mistakes);
+  EXPECT_EQ(mistakes.Text("s"),
+            "s:1: expected is 'dblclick <control> [at <x:number> <y:number>]'\n"
+            "s:1: expected is 'message <text> <button:OK|Cancel|Abort|Retry|Ignore|Yes|No>'");
 }
 
 TEST(KeyNames, ChordsAreRead) {

@@ -28,7 +28,7 @@ std::string Button(const std::string& name, int operation, int top, const std::s
                    "\n DbIndex = \"" + index + "\"");
 }
 
-enum DbOperation { kInsert = 0, kUpdate = 1, kGetEqual = 3, kGetFirst = 4 };
+enum DbOperation { kInsert = 0, kUpdate = 1, kDelete = 2, kGetEqual = 3, kGetFirst = 4 };
 
 constexpr char kOnePerson[] =
     "Private Sub Form_Load()\n"
@@ -51,14 +51,19 @@ class DataForms : public ::testing::Test {
  protected:
   // The form's output, and with it what failed.
   std::string Run(const std::string& controls, const std::string& code, const std::string& script) {
-    const std::string database =
-        "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"" + company_.Directory() +
-        "\"\nEnd\n";
-    const RunResult result = RunForms({{FormText(database + controls, code)}, script});
+    const RunResult result = RunAll(controls, code, script, false);
     EXPECT_EQ(result.failure, "");
     EXPECT_EQ(result.faults, 0);
     EXPECT_EQ(result.left, 0);
     return result.printed;
+  }
+
+  RunResult RunAll(const std::string& controls, const std::string& code, const std::string& script,
+                   bool design) {
+    const std::string database =
+        "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"" + company_.Directory() +
+        "\"\nEnd\n";
+    return RunForms({{FormText(database + controls, code)}, script, design});
   }
 
  private:
@@ -146,6 +151,47 @@ TEST_F(DataForms, ANoteGoesToTheFileAndComesBack) {
                 "set edtText.Text = \"\"\nclick btnUpdate\ncall Stored\n"),
             " 10 一行目|二行目 表\n 11 一行目|二行目 表。\n 200 " + std::string(199, 'y') +
                 "z\n 1 短\n短\n 0 \n");
+}
+
+// While a form is designed neither keys nor mouse reach its controls.
+TEST_F(DataForms, NothingIsDoneWhileTheFormIsDesigned) {
+  const std::string controls = Edit("Code", 100) + Edit("Name", 600) +
+                               Button("Delete", kDelete, 1100, "People", "ByCode") +
+                               Button("First", kGetFirst, 1600, "People", "ByCode");
+  Run(controls, kOnePerson, "");
+  const RunResult designed =
+      RunAll(controls, kOnePerson,
+             "click btnFirst\nclick btnDelete\nkey Enter\nkey Space\ndblclick btnDelete\nkey F4\n"
+             "click edtName\ntype \"x\"\nkey Tab\nclick edtCode right\nfocus btnDelete\nkey Enter\n"
+             "print edtName.Text\nprint edtCode.Text\n",
+             true);
+  EXPECT_EQ(designed.failure, "");
+  EXPECT_EQ(designed.printed, "\n\n");
+  EXPECT_EQ(designed.told,
+            "form1.frm: btnDelete has no property pages\n"
+            "form1.frm: edtCode has no property pages\n");
+  EXPECT_EQ(designed.left, 0);
+  const std::string code = kOnePerson;
+  EXPECT_EQ(Run(controls, code.substr(code.find("Public Sub Stored")), "call Stored\n"),
+            "7 abc 2001/02/03 1234567.50\n");
+  EXPECT_EQ(RunAll(controls, code, "call Stored\n", true).failure,
+            "script:1: nothing is called while the form is designed");
+}
+
+TEST(MissingDictionary, IsToldBeforeTheFormComes) {
+  const std::string form = FormText(
+      "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"C:\\absent\"\nEnd\n" +
+          Edit("Name", 600),
+      "");
+  EXPECT_EQ(RunForms({{form},
+                      "message \"VE028 DDFOpen APIエラー(12)\" OK\nfocus edtName\ntype \"x\"\n"
+                      "expect edtName.Text = \"x\"\n"})
+                .failure,
+            "");
+  EXPECT_EQ(
+      RunForms({{form}, "print edtName.Text\n"}).failure,
+      "script:1: nobody answers the box \"VE028 DDFOpen APIエラー(12)\" (title \"エラー\") that "
+      "comes before the form");
 }
 
 TEST_F(DataForms, AReadOnlyFieldTakesDataButNoKeys) {

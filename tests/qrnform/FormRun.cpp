@@ -80,11 +80,9 @@ void Play(const RunRequest& request, const std::vector<std::string>& files, RunR
   host::Program program(classes, {request.design, false});
   program.SetPrinter([result](const std::string& text) { result->printed += text; });
   for (const std::string& file : files) program.Add(host::ReadFormSource(file));
-  program.Start();
+  program.SetTeller([result](const std::string& text) { result->told += text + "\n"; });
   host::UserPlayer player(program, StepsOf(request.script), "script", false);
-  player.Start([&program] { program.End(); });
-  program.Run();
-  player.WaitForEnd();
+  player.Run();
   result->failure = player.failure();
   result->faults = program.faults();
 }
@@ -106,6 +104,7 @@ RunResult RunForms(const RunRequest& request) {
   } catch (const host::ClassNotFound& error) {
     result.failure = error.reason;
   }
+  result.told = WithoutFolder(result.told, files[0]);
   result.left = host::liveObjects;
   return result;
 }

@@ -9,13 +9,14 @@ namespace qrn::tests {
 struct RunResult {
   std::string printed;  // what code and script printed
   std::string failure;  // of the script, or what was wrong with the form
+  std::string told;     // to the user, each with a line's end
   int faults = 0;       // failures of code that nothing caught
   long left = 0;        // objects of the container that still live
 };
 
 struct RunRequest {
   std::vector<std::string> forms;  // texts of form files, UTF-8; the first is shown
-  std::string script;
+  std::string script = {};
   bool design = false;
 };
 

@@ -147,12 +147,140 @@ TEST(Faults, AreCountedAndTheFormGoesOn) {
   EXPECT_EQ(result.printed, "still here\n");
 }
 
+struct FaultCase {
+  const char* name;
+  const char* code;  // on line 12 of the file
+  const char* told;
+};
+
+// The words of some are the system's own, in its language.
+const FaultCase kFaultCases[] = {
+    {"a name that nothing declares", "nowhere = 1", "form1.frm:12: error "},
+    {"a member of nothing", "Dim o: Set o = Nothing: o.Text = 1", "form1.frm:12: error "},
+    {"a member of an unknown control", "edtNone.Text = 1", "form1.frm:12: error "},
+    {"a division by zero", "Me.Tag = 1 / 0", "form1.frm:12: error 11: "},
+};
+
+TEST(Faults, OfRunningCodeAreNoSyntaxErrors) {
+  for (const FaultCase& given : kFaultCases) {
+    const RunResult result =
+        RunForms({{FormText("", "Option Explicit\nPrivate Sub Form_Load()\n  " +
+                                    std::string(given.code) + "\nEnd Sub\n")}});
+    EXPECT_EQ(result.failure, "") << given.name;
+    EXPECT_EQ(result.faults, 1) << given.name;
+    EXPECT_EQ(result.told.substr(0, std::string(given.told).size()), given.told) << given.name;
+    EXPECT_EQ(result.told.find("syntax"), std::string::npos) << given.name << ": " << result.told;
+  }
+}
+
+TEST(Faults, OfReadingCodeAreToldBeforeTheFormComes) {
+  const RunResult result =
+      RunForms({{FormText("", "Private Sub Form_Load()\n  x = = 1\nEnd Sub\n")}});
+  EXPECT_NE(result.told.find("form1.frm:11: error 1002: syntax error"), std::string::npos)
+      << result.told;
+  EXPECT_EQ(result.failure, "form1.frm: the form's code cannot be run");
+}
+
 TEST(Scripts, StopAtTheFirstStepThatFails) {
   const RunResult result =
       RunForms({{FormText(kTwoTexts, "")},
                 "type \"a\"\nexpect txtOne.Text = \"b\"\nprint \"not reached\"\n"});
   EXPECT_EQ(result.failure, "script:2: expected txtOne.Text = \"b\", it is \"a\"");
   EXPECT_EQ(result.printed, "");
+}
+
+struct StepCase {
+  const char* name;
+  const char* script;
+  const char* failure;
+};
+
+constexpr char kAsking[] =
+    "Private Sub cmdAsk_Click()\n"
+    "  If MsgBox(\"よいか\", vbOKCancel, \"問\") = vbOK Then Print \"ok\" Else Print \"no\"\n"
+    "End Sub\n";
+
+constexpr char kReaches[] =
+    "Begin VB.CommandButton cmdAsk\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n"
+    "Begin VB.CommandButton cmdOff\n Left = 1100\n Top = 100\n Width = 900\n Height = 400\n"
+    " Enabled = 0\nEnd\n"
+    "Begin VB.CommandButton cmdGone\n Left = 2100\n Top = 100\n Width = 900\n Height = 400\n"
+    " Visible = 0\nEnd\n"
+    "Begin VB.Label lblOff\n Left = 100\n Top = 2100\n Width = 900\n Height = 400\n"
+    " Enabled = 0\nEnd\n"
+    "Begin VB.TextBox txtOne\n Left = 100\n Top = 600\n Width = 900\n Height = 400\nEnd\n"
+    "Begin QRNBTRLib.QRNBtn btnOff\n Left = 1100\n Top = 600\n Width = 900\n Height = 400\n"
+    " Enabled = 0\nEnd\n"
+    "Begin VB.Frame fra\n Left = 100\n Top = 1200\n Width = 2000\n Height = 800\n Enabled = 0\n"
+    "Begin VB.CommandButton cmdIn\n Left = 100\n Top = 200\n Width = 900\n Height = 400\nEnd\n"
+    "End\n";
+
+const StepCase kStepCases[] = {
+    {"a box that the step waits for is answered",
+     "click cmdAsk\nmessage \"よいか\" Cancel\n"
+     "click txtOne\ntype \"a\"\nexpect txtOne.Text = \"a\"\n",
+     ""},
+    {"a key may answer a box", "click cmdAsk\nkey Enter\nwait 100\n", ""},
+    {"a click beside a box", "click cmdAsk\nclick txtOne\n",
+     "script:2: the box \"よいか\" (title \"問\") is in the way"},
+    {"typing beside a box", "click cmdAsk\n\ntype \"a\"\n",
+     "script:3: the box \"よいか\" (title \"問\") is in the way"},
+    {"a focus beside a box", "click cmdAsk\nfocus txtOne\n",
+     "script:2: the box \"よいか\" (title \"問\") is in the way"},
+    {"a box at the end", "# asks\nclick cmdAsk\n",
+     "script:2: nobody answers the box \"よいか\" (title \"問\")"},
+    {"a disabled button", "click cmdOff\n", "script:1: cmdOff is disabled"},
+    {"a disabled button of the module", "dblclick btnOff\n", "script:1: btnOff is disabled"},
+    {"a disabled label", "click lblOff\n", "script:1: lblOff is disabled"},
+    {"a button in a disabled frame", "click cmdIn\n", "script:1: cmdIn is disabled"},
+    {"a hidden button", "click cmdGone\n", "script:1: cmdGone is hidden"},
+    {"a button outside the screen", "set frmTest.Left = -9000\nclick cmdAsk\n",
+     "script:2: cmdAsk lies outside the screen"},
+    {"pages of a control without any", "pages cmdAsk\n", "script:1: cmdAsk has no property pages"},
+    {"pages that cannot be made", "pages btnOff\n", "script:1: btnOff has no property pages"},
+    {"a picture in no folder", "shot no/such/x.png\n",
+     "script:1: no/such/x.png: the picture cannot be saved"},
+};
+
+TEST(Scripts, FailWhereAUserCouldDoNothing) {
+  for (const StepCase& given : kStepCases) {
+    const RunResult result = RunForms({{FormText(kReaches, kAsking)}, given.script});
+    EXPECT_EQ(result.failure, given.failure) << given.name;
+    EXPECT_EQ(result.left, 0) << given.name;
+  }
+}
+
+const StepCase kStartCases[] = {
+    {"answered", "message \"一\" OK\nmessage \"二\" Yes\nexpect frmTest.Tag = \"6\"\n", ""},
+    {"answered only in part", "message \"一\" OK\nexpect frmTest.Tag = \"6\"\n",
+     "script:2: nobody answers the box \"二\" (title \"問\") that comes before the form"},
+    {"not answered by an empty script", "", "nobody answers the box \"一\" (title \"問\")"},
+    {"answered and nothing else to do", "message \"一\" OK\nmessage \"二\" No\n", ""},
+};
+
+TEST(Scripts, AnswerBoxesOfTheStart) {
+  for (const StepCase& given : kStartCases) {
+    const RunResult result =
+        RunForms({{FormText("",
+                            "Private Sub Form_Load()\n  MsgBox \"一\", vbOKOnly, \"問\"\n"
+                            "  Me.Tag = MsgBox(\"二\", vbYesNo, \"問\")\nEnd Sub\n")},
+                  given.script});
+    EXPECT_EQ(result.failure, given.failure) << given.name;
+    EXPECT_EQ(result.left, 0) << given.name;
+  }
+}
+
+TEST(Scripts, PlayBeforeAModalFormOfTheStart) {
+  const std::string first = FormText(
+      "", "Private Sub Form_Load()\n  frmOther.Show vbModal\n  Print \"loaded\"\nEnd Sub\n");
+  const std::string second = FormText(
+      "Begin VB.CommandButton cmdDone\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n",
+      "Private Sub cmdDone_Click()\n  Unload Me\nEnd Sub\n", "frmOther");
+  const RunResult result =
+      RunForms({{first, second}, "click frmOther.cmdDone\nexpect frmTest.Visible = True\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.printed, "loaded\n");
+  EXPECT_EQ(result.left, 0);
 }
 
 }  // namespace

@@ -61,23 +61,42 @@ std::vector<form::UserStep> StepsOf(const Options& options) {
   return steps;
 }
 
+void TellFailure(const host::UserPlayer& player) {
+  if (!player.failure().empty()) fprintf(stderr, "%s\n", player.failure().c_str());
+}
+
+// A program that waits for somebody at the script's end ends here all the same.
+void EndStuck(const host::UserPlayer& player) {
+  TellFailure(player);
+  fprintf(stderr, "qrnform: the program does not end\n");
+  fflush(stderr);
+  fflush(stdout);
+  TerminateProcess(GetCurrentProcess(), kFailed);
+}
+
+void Play(host::UserPlayer& player) {
+  try {
+    player.Run([&player] { EndStuck(player); });
+  } catch (...) {
+    TellFailure(player);
+    throw;
+  }
+  TellFailure(player);
+}
+
 int RunForms(const Options& options) {
   std::vector<form::UserStep> steps = StepsOf(options);
   host::ModuleClasses classes;
   for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
   host::Program program(classes, {options.design, options.boxes});
   for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
-  program.Start();
   if (options.script.empty() && steps.empty()) {
+    program.Start();
     program.Run();
     return program.faults() == 0 ? kDone : kFailed;
   }
-  const std::string name = options.script.empty() ? options.forms[0] : options.script;
-  host::UserPlayer player(program, std::move(steps), name, options.trace);
-  player.Start([&program] { program.End(); });
-  program.Run();
-  player.WaitForEnd();
-  if (!player.failure().empty()) fprintf(stderr, "%s\n", player.failure().c_str());
+  host::UserPlayer player(program, std::move(steps), options.script, options.trace);
+  Play(player);
   return player.failure().empty() && program.faults() == 0 ? kDone : kFailed;
 }
 

@@ -23,13 +23,15 @@ std::optional<Options> ReadOptions(std::vector<std::string> arguments, int* exit
   bool noBoxes = false;
   app.add_option("form", options.forms, "form files (.frm); the first one is shown")->required();
   app.add_option("--module", options.modules,
-                 "a module with controls, taken as it is, registered or not");
+                 "a module with controls, taken as it is, registered or not")
+      ->allow_extra_args(false);
   app.add_option("--script", options.script,
                  "does what the file says as a user would, then ends; 1 if a step fails");
   app.add_option("--shot", options.shot,
                  "saves a picture (PNG) of the form once it stands, or when the script has ended");
   app.add_flag("--design", options.design,
-               "user mode off: no code runs, property pages can be shown");
+               "user mode off: no code runs, no key or click reaches a control; F4 and the right "
+               "button open property pages");
   app.add_flag("--trace", options.trace, "tells each step of the script");
   app.add_flag("--no-boxes", noBoxes, "writes failures of code without a box");
   app.footer(ScriptHelp());
