@@ -101,6 +101,11 @@ TEST_F(Writing, AFailedExportLeavesTheFormerFile) {
                 "out.csv: not written\n");
   EXPECT_EQ(Read("out.csv"), "former");
   EXPECT_EQ(Files(), before);
+  Write("db/T.btr", "no data file");
+  EXPECT_EQ(Run({"export", Path("db"), "T", "-o", Path("out.csv")}).err,
+            "qrndata: " + (fs::path("db") / "T.btr").string() +
+                ": status 30 (not a file of the record manager); out.csv: not written\n");
+  EXPECT_EQ(Read("out.csv"), "former");
 }
 
 TEST_F(Writing, AWholeExportTakesTheFormersPlace) {
@@ -118,7 +123,11 @@ TEST_F(Writing, AWholeExportTakesTheFormersPlace) {
             "code=4 err=qrndata: db: cannot be written\n");
 }
 
-#ifndef _WIN32
+#ifdef _WIN32
+TEST_F(Writing, DevicesAreWritten) {
+  EXPECT_EQ(Line(Run({"export", Path("db"), "T", "-o", "NUL"})), "code=0 out=T: 2 rows\n");
+}
+#else
 TEST_F(Writing, LinksAndDevicesStayWhatTheyAre) {
   Write("real.csv", "former");
   fs::create_symlink("real.csv", Folder() / "link.csv");

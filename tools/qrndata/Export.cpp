@@ -32,6 +32,17 @@ int8_t FindKeyNumber(const Table& table, const std::string& wanted) {
   throw Failure(kBadInput, "table " + Quoted(table.name) + " has no key \"" + wanted + "\"");
 }
 
+// A failure to read says what was not written for it.
+template <class Body>
+auto NamingOutput(const ExportOptions& options, Body body) {
+  try {
+    return body();
+  } catch (const Failure& failure) {
+    if (failure.Code() != kSystem || options.output.empty()) throw;
+    throw Failure(kSystem, failure.what() + ("; " + PathToUtf8(options.output)) + ": not written");
+  }
+}
+
 class TableExport {
  public:
   TableExport(const ExportOptions& options, const Streams& streams, Dictionary dictionary)
@@ -111,13 +122,8 @@ void TableExport::WriteOutput() {
 }
 
 void TableExport::WriteFile() {
-  const std::string name = PathToUtf8(options_.output);
   OutputFile file(options_.output);
-  try {
-    WriteAll(file.Stream());
-  } catch (const Failure& failure) {
-    throw Failure(failure.Code(), failure.what() + ("; " + name + ": not written"));
-  }
+  NamingOutput(options_, [&] { WriteAll(file.Stream()); });
   file.Finish();
   streams_.out << Show(table_.name) << ": " << Counted(written_, "row") << '\n';
 }
@@ -135,7 +141,8 @@ ExitCode TableExport::Run() {
 ExitCode RunExport(const ExportOptions& options, const Streams& streams) {
   Dictionary dictionary = ReadDictionary(options.directory);
   if (!options.output.empty()) RefuseDatabaseFile(options.output, dictionary);
-  return TableExport(options, streams, std::move(dictionary)).Run();
+  auto open = [&] { return TableExport(options, streams, std::move(dictionary)); };
+  return NamingOutput(options, open).Run();
 }
 
 }  // namespace qrndata

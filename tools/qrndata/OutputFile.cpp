@@ -5,6 +5,7 @@
 
 #include "tools/qrndata/Failure.h"
 #include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Text.h"
 
 namespace qrndata {
 
@@ -22,6 +23,16 @@ fs::path SideName(const fs::path& target) {
   }
 }
 
+// Windows has its devices in every folder, and tells of none that it is there.
+bool IsDevice([[maybe_unused]] const fs::path& path) {
+#ifdef _WIN32
+  const std::string name = PathToUtf8(path.filename());
+  return SameName(name, "NUL") || SameName(name, "CON");
+#else
+  return false;
+#endif
+}
+
 // A rename would pass over a file's write protection.
 bool IsWritable(const fs::path& path) {
   return std::ofstream(path, std::ios::binary | std::ios::app).is_open();
@@ -35,7 +46,8 @@ OutputFile::OutputFile(const fs::path& path) : path_(path), target_(path) {
   const bool isThere = fs::is_regular_file(status);
   if (isThere) target_ = fs::canonical(path, error);
   if (isThere && (error || !IsWritable(target_))) Fail();
-  if (isThere || !fs::exists(fs::symlink_status(path, error))) side_ = SideName(target_);
+  const bool isNew = !fs::exists(fs::symlink_status(path, error)) && !IsDevice(path);
+  if (isThere || isNew) side_ = SideName(target_);
   file_.open(side_.empty() ? target_ : side_, std::ios::binary);
   if (!file_) Fail();
   if (isThere) fs::permissions(side_, status.permissions(), error);
