@@ -1,11 +1,11 @@
 #include "host/user/UserPlayer.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
 #include "host/user/Dialogs.h"
+#include "host/user/StepWords.h"
 #include "host/user/UserInput.h"
 #include "host/user/WindowShot.h"
 
@@ -15,14 +15,8 @@ namespace {
 using form::UserStep;
 using form::UserVerb;
 
-constexpr DWORD kLookMs = 30;
-constexpr DWORD kPatienceMs = 10000;
 constexpr DWORD kStartPatienceMs = 120000;
 constexpr DWORD kEndPatienceMs = 30000;
-
-[[noreturn]] void Fail(const std::string& reason) { throw std::runtime_error(reason); }
-
-std::string Quoted(std::wstring_view text) { return "\"" + Utf8(text) + "\""; }
 
 Variant ValueOf(const form::ScriptValue& value) {
   if (const bool* truth = std::get_if<bool>(&value)) return Variant::Bool(*truth);
@@ -42,13 +36,6 @@ std::vector<Variant> ValuesOf(const std::vector<form::ScriptValue>& values) {
   return list;
 }
 
-// Whether a text meets "= x", "<> x" or "contains x".
-bool Meets(const std::wstring& text, const std::string& sign, const std::wstring& wanted) {
-  if (sign == "=") return text == wanted;
-  if (sign == "<>") return text != wanted;
-  return text.find(wanted) != std::wstring::npos;
-}
-
 bool IsTrue(const Variant& value) {
   Variant truth;
   return SUCCEEDED(value.as(VT_BOOL, truth)) && truth->boolVal != VARIANT_FALSE;
@@ -56,11 +43,6 @@ bool IsTrue(const Variant& value) {
 
 POINT CentreOf(const RECT& part) noexcept {
   return {(part.left + part.right) / 2, (part.top + part.bottom) / 2};
-}
-
-// What a message box shows, for those who did not see it.
-std::string Described(HWND box) {
-  return Quoted(BoxText(box)) + " (title " + Quoted(TextOfWindow(box)) + ")";
 }
 
 // Steps that a box in front does not keep from anything.
@@ -190,10 +172,6 @@ bool UserPlayer::WaitForStart(UserVerb verb) {
   if (refused_) return false;
   if (!std::exchange(started_, true)) ui_.WaitIdle();
   return true;
-}
-
-void UserPlayer::RequireNoMessage() const {
-  if (HWND box = FrontMessage()) Fail("the box " + Described(box) + " is in the way");
 }
 
 // The window that must be enabled for the mouse to do something there. What holds others is reached
@@ -427,81 +405,6 @@ void UserPlayer::OnPrint(const UserStep& step) {
     text = ShownValue(printed);
   }
   OnForms([&] { program_.PrintLine(text); });
-}
-
-void UserPlayer::OnShot(const UserStep& step) {
-  RECT part{};
-  if (step.Has("control")) {
-    part = ScreenPart(step.Get("control"));
-  } else {
-    OnForms([&] {
-      HWND window = FormAt("").Window();
-      if (IsWindowVisible(window)) part = ScreenPartOf(window);
-    });
-    // A box that hangs over the form's edge belongs to what the user sees.
-    if (HWND box = FrontBox()) {
-      const RECT over = ScreenPartOf(box);
-      const RECT form = part;
-      UnionRect(&part, &form, &over);
-    }
-  }
-  SaveScreen(part, step.Get("file"));
-}
-
-HWND UserPlayer::WaitForWindow(const std::function<HWND()>& look, const std::string& what) {
-  const ULONGLONG end = GetTickCount64() + kPatienceMs;
-  for (;;) {
-    if (HWND found = look()) return found;
-    if (GetTickCount64() >= end) Fail(what + " does not come");
-    Sleep(kLookMs);
-  }
-}
-
-void UserPlayer::OnMessage(const UserStep& step) {
-  const std::wstring wanted = Wide(step.Get("text"));
-  HWND box = WaitForWindow(FrontBox, "the message");
-  const std::wstring text = BoxText(box);
-  if (text != wanted) Fail("the message is " + Quoted(text));
-  HWND button = ButtonOf(box, Wide(step.Get("button")));
-  if (!button) Fail("the message has no button " + step.Get("button"));
-  PressButton(box, button);
-  WaitForWindow(
-      [box] { return IsWindow(box) && IsWindowVisible(box) ? nullptr : GetDesktopWindow(); },
-      "the message's end");
-}
-
-void UserPlayer::OnDialog(const UserStep& step) {
-  const std::wstring title = Wide(step.Get("title"));
-  HWND box = WaitForWindow([&] { return WindowTitled(title); }, "the dialog");
-  const std::wstring text = Wide(step.Get("text"));
-  if (step.verb == UserVerb::DialogPress) {
-    HWND button = ButtonOf(box, Wide(step.Get("button")));
-    if (!button) Fail("the dialog has no button " + step.Get("button"));
-    return PressButton(box, button);
-  }
-  if (step.verb == UserVerb::DialogTab) {
-    if (!ChooseTab(box, text)) Fail("the dialog has no tab " + step.Get("text"));
-    return;
-  }
-  HWND item = ItemOf(box, step.Number("id"));
-  if (!item) Fail("the dialog has nothing with the id " + step.Get("id"));
-  if (step.verb == UserVerb::DialogEnter) return EnterText(item, text);
-  if (step.verb == UserVerb::DialogChoose) {
-    if (!ChooseLine(item, text)) Fail("there is no line " + Quoted(text));
-    return;
-  }
-  const std::wstring shown = ItemText(item);
-  if (!Meets(shown, step.Get("sign"), text)) Fail("it is " + Quoted(shown));
-}
-
-// The pages wait for their user, so this only sets them going.
-void UserPlayer::OnPages(const UserStep& step) {
-  RequireNoMessage();
-  OnForms([&] {
-    FormControl& control = ControlAt(step.Get("control"));
-    if (!control.form().HasPages(control)) Fail(step.Get("control") + " has no property pages");
-    control.form().PostShowPages(control);
-  });
 }
 
 }  // namespace qrn::host

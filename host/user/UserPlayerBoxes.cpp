@@ -1,0 +1,92 @@
+// Steps that see and answer what a program shows beside its forms.
+#include "host/container/Text.h"
+#include "host/user/Dialogs.h"
+#include "host/user/StepWords.h"
+#include "host/user/UserPlayer.h"
+#include "host/user/WindowShot.h"
+
+namespace qrn::host {
+
+using form::UserStep;
+using form::UserVerb;
+
+void UserPlayer::RequireNoMessage() const {
+  if (HWND box = FrontMessage()) Fail("the box " + Described(box) + " is in the way");
+}
+
+void UserPlayer::OnShot(const UserStep& step) {
+  RECT part{};
+  if (step.Has("control")) {
+    part = ScreenPart(step.Get("control"));
+  } else {
+    OnForms([&] {
+      HWND window = FormAt("").Window();
+      if (IsWindowVisible(window)) part = ScreenPartOf(window);
+    });
+    // A box that hangs over the form's edge belongs to what the user sees.
+    if (HWND box = FrontBox()) {
+      const RECT over = ScreenPartOf(box);
+      const RECT form = part;
+      UnionRect(&part, &form, &over);
+    }
+  }
+  SaveScreen(part, step.Get("file"));
+}
+
+HWND UserPlayer::WaitForWindow(const std::function<HWND()>& look, const std::string& what) {
+  const ULONGLONG end = GetTickCount64() + kPatienceMs;
+  for (;;) {
+    if (HWND found = look()) return found;
+    if (GetTickCount64() >= end) Fail(what + " does not come");
+    Sleep(kLookMs);
+  }
+}
+
+void UserPlayer::OnMessage(const UserStep& step) {
+  const std::wstring wanted = Wide(step.Get("text"));
+  HWND box = WaitForWindow(FrontBox, "the message");
+  const std::wstring text = BoxText(box);
+  if (text != wanted) Fail("the message is " + Quoted(text));
+  HWND button = ButtonOf(box, Wide(step.Get("button")));
+  if (!button) Fail("the message has no button " + step.Get("button"));
+  PressButton(box, button);
+  WaitForWindow(
+      [box] { return IsWindow(box) && IsWindowVisible(box) ? nullptr : GetDesktopWindow(); },
+      "the message's end");
+}
+
+void UserPlayer::OnDialog(const UserStep& step) {
+  const std::wstring title = Wide(step.Get("title"));
+  HWND box = WaitForWindow([&] { return WindowTitled(title); }, "the dialog");
+  const std::wstring text = Wide(step.Get("text"));
+  if (step.verb == UserVerb::DialogPress) {
+    HWND button = ButtonOf(box, Wide(step.Get("button")));
+    if (!button) Fail("the dialog has no button " + step.Get("button"));
+    return PressButton(box, button);
+  }
+  if (step.verb == UserVerb::DialogTab) {
+    if (!ChooseTab(box, text)) Fail("the dialog has no tab " + step.Get("text"));
+    return;
+  }
+  HWND item = ItemOf(box, step.Number("id"));
+  if (!item) Fail("the dialog has nothing with the id " + step.Get("id"));
+  if (step.verb == UserVerb::DialogEnter) return EnterText(item, text);
+  if (step.verb == UserVerb::DialogChoose) {
+    if (!ChooseLine(item, text)) Fail("there is no line " + Quoted(text));
+    return;
+  }
+  const std::wstring shown = ItemText(item);
+  if (!Meets(shown, step.Get("sign"), text)) Fail("it is " + Quoted(shown));
+}
+
+// The pages wait for their user, so this only sets them going.
+void UserPlayer::OnPages(const UserStep& step) {
+  RequireNoMessage();
+  OnForms([&] {
+    FormControl& control = ControlAt(step.Get("control"));
+    if (!control.form().HasPages(control)) Fail(step.Get("control") + " has no property pages");
+    control.form().PostShowPages(control);
+  });
+}
+
+}  // namespace qrn::host
