@@ -11,8 +11,10 @@ namespace {
 // "click control=edtName right= x=3 y=4" without the verb's own word.
 std::string Shown(const UserStep& step) {
   std::string text;
-  for (const auto& [name, value] : step.arguments)
-    text += (text.empty() ? "" : " ") + name + "=" + value;
+  for (const auto& [name, value] : step.arguments) {
+    if (!text.empty()) text += ' ';
+    text.append(name).append("=").append(value);
+  }
   return text;
 }
 
