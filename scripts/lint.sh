@@ -6,7 +6,7 @@ run_lint() {
   say "clang-tidy over the sources of the native build"
   # clang knows no GCC-only flags; the database is read with them taken out.
   mkdir -p "$BUILD/lint"
-  sed -e 's/-fsanitize=[a-z,]*//g; s/-fno-sanitize-recover=[a-z]*//g; s/-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds//g; s#[^ "]*ccache ##g' \
+  sed -e 's/-fsanitize=[a-z,]*//g; s/-fno-sanitize-recover=[a-z]*//g; s/-Wno-restrict//g; s/-Wno-stringop-overflow//g; s/-Wno-array-bounds//g; s#[^ "]*ccache ##g' \
     "$database/compile_commands.json" >"$BUILD/lint/compile_commands.json"
   grep -oE '"file": "[^"]+"' "$BUILD/lint/compile_commands.json" | cut -d'"' -f4 |
     grep -vE 'googletest|\.c$|/build/' | grep -E "${LINT_ONLY:-.}" | sort -u |

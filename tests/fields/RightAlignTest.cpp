@@ -11,7 +11,7 @@ namespace {
 std::string Aligned(std::string text, size_t width, size_t room = 16) {
   text.resize(room, '\0');
   RightAlignToWidth(text, width);
-  return {text.c_str()};  // up to its NUL
+  return text.substr(0, text.find('\0'));
 }
 
 TEST(RightAlign, TextEndsAtTheWidth) {

@@ -54,7 +54,7 @@ int16_t Pick(std::initializer_list<int16_t> usual) {
 std::string Text() {
   std::string text(Byte() % 80, '\0');
   for (char& character : text) character = static_cast<char>(Byte());
-  return {text.c_str()};  // up to its first NUL
+  return text.substr(0, text.find('\0'));
 }
 
 // Rows left in the file being read, and the code it ends with.
