@@ -135,9 +135,21 @@ ByteView TreeCursor::Gather(const uint8_t* local, size_t localSize, size_t size)
   return gathered_;
 }
 
+// Rows are mostly spread evenly, so the search begins next to where the row would then be.
 uint32_t TreeCursor::FirstRowNotBelow(const Page& page, int64_t row) const {
-  uint32_t low = 0;
-  uint32_t high = page.cells;
+  if (page.cells == 0) return 0;
+  const int64_t first = RowAt(page, 0);
+  const int64_t last = RowAt(page, page.cells - 1);
+  if (row <= first) return 0;
+  if (row > last) return page.cells;
+  uint32_t low = 1;
+  uint32_t high = page.cells - 1;
+  const auto begin = static_cast<double>(first);  // rows of a damaged page may be any numbers
+  const double range = static_cast<double>(last) - begin;
+  const double ahead = range > 0 ? (static_cast<double>(row) - begin) / range : 0;
+  const auto guess = static_cast<uint32_t>(ahead * high);
+  if (guess > low && guess < high && RowAt(page, guess - 1) < row) low = guess;
+  if (guess + 1 < high && RowAt(page, guess + 1) >= row) high = guess + 1;
   while (low < high) {
     const uint32_t middle = (low + high) / 2;
     if (RowAt(page, middle) < row) {
