@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
   Figure("get-next along a unique key, over the walk by hand", 1.5, WalkOurs<0>, WalkByHand<0>);
   Figure("get-next along a key with duplicates, over the walk by hand", 1.5, WalkOurs<1>,
          WalkByHand<1>);
-  Figure("bulk insert inside a transaction, over SQLite by hand", 1.5, BulkOurs, BulkByHand, 3);
+  Figure("bulk insert inside a transaction, over SQLite by hand", 1.5, BulkOurs, BulkByHand, 9);
   Figure("percentage in 1,000,000 records, over 10,000", 2.0, Percentages<1000000>,
          Percentages<10000>);
   return RunRatios(argc, argv);
