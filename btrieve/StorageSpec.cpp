@@ -1,4 +1,4 @@
-// The specification in a data file: making a file, reading it back, adding and dropping indexes.
+// What a data file tells of itself: making a file, reading it back, adding and dropping indexes.
 #include <algorithm>
 #include <cstring>
 

@@ -80,21 +80,21 @@ ModuleClasses::Entry ModuleClasses::Load(const form::LibraryReference& library,
   const std::wstring path = FindModule(library.fileName, folder);
   if (!path.empty()) {
     entry = LoadModule(path);
-    if (entry.library && !IsLibrary(entry.library.get(), id)) {
+    if (entry.typeLibrary && !IsLibrary(entry.typeLibrary.get(), id)) {
       throw ClassNotFound{library.fileName + " holds another type library than " +
                           library.typeLibrary};
     }
   }
-  if (!entry.library) {
+  if (!entry.typeLibrary) {
     LoadRegTypeLib(id, static_cast<WORD>(library.major), static_cast<WORD>(library.minor),
-                   LOCALE_USER_DEFAULT, entry.library.put());
+                   LOCALE_USER_DEFAULT, entry.typeLibrary.put());
   }
-  if (!entry.library) {
+  if (!entry.typeLibrary) {
     throw ClassNotFound{library.fileName +
                         " is neither beside the program nor beside the form, and its library is "
                         "not registered"};
   }
-  entry.name = LibraryName(entry.library.get());
+  entry.name = LibraryName(entry.typeLibrary.get());
   return entry;
 }
 
@@ -105,7 +105,7 @@ ModuleClasses::Entry ModuleClasses::LoadModule(const std::wstring& path) {
     throw ClassNotFound{Utf8(path) + " cannot be loaded (error " + std::to_string(GetLastError()) +
                         ")"};
   }
-  LoadTypeLibEx(path.c_str(), REGKIND_NONE, entry.library.put());
+  LoadTypeLibEx(path.c_str(), REGKIND_NONE, entry.typeLibrary.put());
   return entry;
 }
 
@@ -114,8 +114,8 @@ void ModuleClasses::AddModule(const std::wstring& path) {
   whole.resize(
       GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
   Entry entry = LoadModule(whole);
-  if (!entry.library) throw ClassNotFound{Utf8(path) + " carries no type library"};
-  entry.name = LibraryName(entry.library.get());
+  if (!entry.typeLibrary) throw ClassNotFound{Utf8(path) + " carries no type library"};
+  entry.name = LibraryName(entry.typeLibrary.get());
   given_.push_back(std::move(entry));
 }
 
@@ -127,15 +127,16 @@ void ModuleClasses::Add(const form::LibraryReference& library, const std::wstrin
 }
 
 bool ModuleClasses::IsGiven(const GUID& library) const {
-  return std::any_of(given_.begin(), given_.end(),
-                     [&](const Entry& entry) { return IsLibrary(entry.library.get(), library); });
+  return std::any_of(given_.begin(), given_.end(), [&](const Entry& entry) {
+    return IsLibrary(entry.typeLibrary.get(), library);
+  });
 }
 
 Com<ITypeInfo> ModuleClasses::FindIn(const Entry& entry, const std::string& library,
                                      const std::string& name, bool* knownLibrary) const {
   if (!SameName(entry.name, Wide(library))) return {};
   *knownLibrary = true;
-  return FindClass(entry.library.get(), Wide(name));
+  return FindClass(entry.typeLibrary.get(), Wide(name));
 }
 
 ControlClass ModuleClasses::Find(const std::string& library, const std::string& name) {
@@ -172,8 +173,8 @@ Com<IUnknown> ModuleClasses::Make(const GUID& id) {
 
 std::vector<Com<ITypeLib>> ModuleClasses::Libraries() const {
   std::vector<Com<ITypeLib>> libraries;
-  for (const Entry& entry : given_) libraries.push_back(entry.library);
-  for (const auto& [key, entry] : entries_) libraries.push_back(entry.library);
+  for (const Entry& entry : given_) libraries.push_back(entry.typeLibrary);
+  for (const auto& [key, entry] : entries_) libraries.push_back(entry.typeLibrary);
   return libraries;
 }
 

@@ -59,7 +59,7 @@ class ModuleClasses final : public ControlClasses {
 
  private:
   struct Entry {
-    Com<ITypeLib> library;
+    Com<ITypeLib> typeLibrary;
     std::wstring name;    // of the library, as class names have it before the dot
     ole::Library module;  // empty where registration leads to it
   };
