@@ -20,7 +20,8 @@ wine_environment() {
 }
 
 # Settings of a prefix: crashes end a run with a backtrace instead of a dialog, Wine draws the title
-# bars, and the Japanese interface fonts have a face.
+# bars and manages its windows itself (there is no window manager to ask, and waiting for one costs
+# every message box two seconds), and the Japanese interface fonts have a face.
 wine_settings() {
   local fonts='HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes'
   cat <<EOF
@@ -31,6 +32,7 @@ Windows Registry Editor Version 5.00
 
 [HKEY_CURRENT_USER\\Software\\Wine\\X11 Driver]
 "Decorated"="N"
+"Managed"="N"
 
 [${fonts/HKLM/HKEY_LOCAL_MACHINE}]
 "MS PGothic"="VL PGothic"
@@ -40,6 +42,8 @@ Windows Registry Editor Version 5.00
 "ＭＳ ゴシック"="VL ゴシック"
 EOF
 }
+
+settings_digest() { wine_settings | sha256sum; }
 
 # make_prefix DIR: a fresh prefix with our settings. About ten seconds.
 make_prefix() {
@@ -58,7 +62,7 @@ make_prefix() {
     cp /usr/share/wine/fonts/marlett.ttf "$dir/drive_c/windows/Fonts/" 2>/dev/null || true
   )
   [ -f "$dir/system.reg" ] || { echo "wine.sh: could not make a Wine prefix in $dir" >&2; return 1; }
-  touch "$dir/.ready"
+  settings_digest >"$dir/.ready"
 }
 
 # clone_prefix FROM TO: a copy by hard links; the registry files are copied for real.
@@ -71,7 +75,10 @@ clone_prefix() {
   done
 }
 
-ensure_prefix() { [ -f "$1/.ready" ] || make_prefix "$1"; }
+# ensure_prefix DIR: makes the prefix, anew if it was made with other settings.
+ensure_prefix() {
+  [ "$(cat "$1/.ready" 2>/dev/null)" = "$(settings_digest)" ] || make_prefix "$1"
+}
 
 if [ "${QRN_WINE_FUNCTIONS:-0}" = 0 ]; then
   wine_environment
