@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstring>
+#include <utility>
 
 namespace btrieve {
 namespace {
@@ -10,7 +11,29 @@ struct CheckedFile {
   sqlite3_file base;
   bool isData;  // a data file, as against its log
   SharedLogHead logHead;
+  uint32_t mark;  // of the commit under way; 0 without one
+  uint64_t headAtMark[kLogHeadWords];
 };
+
+constexpr size_t kMarkOffset = 132;  // the one word of the index's head that SQLite leaves unused
+constexpr int kWriteLock = 0;        // among the locks of the index
+
+uint32_t* MarkWord(SharedLogHead head) noexcept {
+  return reinterpret_cast<uint32_t*>(const_cast<uint64_t*>(head)) + kMarkOffset / sizeof(uint32_t);
+}
+// Only the mark's own commit clears it, for another process may have set the next one already.
+void ClearMark(CheckedFile& file) noexcept {
+  uint32_t expected = std::exchange(file.mark, 0);
+  if (expected == 0 || !file.logHead) return;
+  __atomic_compare_exchange_n(MarkWord(file.logHead), &expected, 0, false, __ATOMIC_SEQ_CST,
+                              __ATOMIC_SEQ_CST);
+}
+bool HeadHasChanged(const CheckedFile& file) noexcept {
+  for (size_t word = 0; word < kLogHeadWords; ++word) {
+    if (file.logHead[word] != file.headAtMark[word]) return true;
+  }
+  return false;
+}
 
 sqlite3_file* Real(sqlite3_file* file) noexcept {
   return reinterpret_cast<sqlite3_file*>(reinterpret_cast<CheckedFile*>(file) + 1);
@@ -77,7 +100,14 @@ int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile**
   }
   return result;
 }
+// A commit that has been published is unmarked before others may write.
 int ShmLock(sqlite3_file* file, int offset, int count, int flags) {
+  constexpr int kLetGo = SQLITE_SHM_UNLOCK | SQLITE_SHM_EXCLUSIVE;
+  CheckedFile& ours = *Ours(file);
+  if (offset == kWriteLock && (flags & kLetGo) == kLetGo && ours.mark != 0 && ours.logHead &&
+      HeadHasChanged(ours)) {
+    ClearMark(ours);
+  }
   return Real(file)->pMethods->xShmLock(Real(file), offset, count, flags);
 }
 void ShmBarrier(sqlite3_file* file) { Real(file)->pMethods->xShmBarrier(Real(file)); }
@@ -189,10 +219,49 @@ bool PageIsSound(const uint8_t* page, uint64_t number) noexcept {
   return stored == PageSum(page, number);
 }
 
-SharedLogHead LogHeadOf(sqlite3* connection) noexcept {
+namespace {
+
+// Null where the connection's main file is not one of this layer's.
+CheckedFile* MainFileOf(sqlite3* connection) noexcept {
   sqlite3_file* file = nullptr;
   sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-  return file && file->pMethods == &kMethods ? Ours(file)->logHead : nullptr;
+  return file && file->pMethods == &kMethods ? Ours(file) : nullptr;
+}
+
+}  // namespace
+
+SharedLogHead LogHeadOf(sqlite3* connection) noexcept {
+  const CheckedFile* file = MainFileOf(connection);
+  return file ? file->logHead : nullptr;
+}
+
+void MarkCommit(sqlite3* connection) noexcept {
+  CheckedFile* file = MainFileOf(connection);
+  if (!file || !file->logHead) return;
+  sqlite3_randomness(sizeof file->mark, &file->mark);
+  file->mark |= 1;
+  for (size_t word = 0; word < kLogHeadWords; ++word) file->headAtMark[word] = file->logHead[word];
+  __atomic_store_n(MarkWord(file->logHead), file->mark, __ATOMIC_SEQ_CST);
+}
+
+void UnmarkCommit(sqlite3* connection) noexcept {
+  if (CheckedFile* file = MainFileOf(connection)) ClearMark(*file);
+}
+
+bool IsCommitMarked(SharedLogHead head) noexcept {
+  return __atomic_load_n(MarkWord(head), __ATOMIC_SEQ_CST) != 0;
+}
+
+bool WriteLockIsFree(sqlite3* connection) noexcept {
+  constexpr int kLook = SQLITE_SHM_SHARED;
+  CheckedFile* file = MainFileOf(connection);
+  if (!file) return false;
+  sqlite3_file* real = Real(&file->base);
+  if (real->pMethods->xShmLock(real, kWriteLock, 1, SQLITE_SHM_LOCK | kLook) != SQLITE_OK) {
+    return false;
+  }
+  real->pMethods->xShmLock(real, kWriteLock, 1, SQLITE_SHM_UNLOCK | kLook);
+  return true;
 }
 
 }  // namespace btrieve

@@ -1,10 +1,12 @@
-// A layer between SQLite and the system's files, for two things SQLite does not do by itself:
+// A layer between SQLite and the system's files, for three things SQLite does not do by itself:
 //
 // - every page in a data file ends with a checksum, written when the page is and verified when it
 //   is read, so that a damaged page is an error and never wrong data. The log has checksums of its
 //   own;
 // - the counters that SQLite keeps in shared memory beside a log can be looked at without a system
-//   call, which tells whether another process has committed anything.
+//   call, which tells whether another process has committed anything;
+// - a commit whose process dies between writing it to the log and publishing it there can be told
+//   from one that never was, so that the living rule it out before they act as if it were not.
 #pragma once
 
 #include <sqlite3.h>
@@ -32,5 +34,18 @@ using SharedLogHead = const volatile uint64_t*;
 // Where the head of the log index of this connection's main file is mapped; null before the first
 // read. The address may change whenever the connection is used.
 SharedLogHead LogHeadOf(sqlite3* connection) noexcept;
+
+// A commit stands whole in the log a moment before the index there tells of it. If its process dies
+// in between, the living do not see it, and a recovery after the last of them has gone brings it
+// back. So a word in shared memory says that a commit is under way. With the write lock held:
+// MarkCommit before, UnmarkCommit after a success; a failed commit stays marked, for its frames may
+// stand in the log.
+void MarkCommit(sqlite3* connection) noexcept;
+void UnmarkCommit(sqlite3* connection) noexcept;
+// Costs one look at shared memory. Who holds the write lock and finds a mark knows that its commit
+// was lost; any commit now writes over it.
+bool IsCommitMarked(SharedLogHead head) noexcept;
+// Whether nobody holds the write lock at the moment.
+bool WriteLockIsFree(sqlite3* connection) noexcept;
 
 }  // namespace btrieve

@@ -69,8 +69,6 @@ uint32_t DataFile::NextPosition() {
 }
 
 void DataFile::Reserve(uint32_t count) {
-  if (endReserved_ - nextReserved_ >= count) return;
-  base_.BeginWrite();
   Head& head = base_.Counts();
   const uint32_t free = kHighestPosition + 1 - std::min(head.nextPosition, kHighestPosition + 1);
   const uint32_t taken = std::min(std::max(reserveNext_, count), free);
@@ -78,7 +76,7 @@ void DataFile::Reserve(uint32_t count) {
     nextReserved_ = head.nextPosition;
     updatesAtReserve_ = head.updateNumber;
     endReserved_ = nextReserved_ + taken;
-    head.nextPosition = endReserved_;
+    base_.SetNextPosition(endReserved_);
   }
   base_.CommitWrite();
   if (taken < count) throw Failure{kDiskFull};
@@ -96,6 +94,15 @@ void DataFile::ForgetReserved() noexcept {
   reserveNext_ = kLeastReserved;
 }
 
+void DataFile::PutPositionsAside() {
+  const uint32_t first = base_.Counts().nextPosition;
+  part_.firstAhead = first;
+  const uint32_t free = kHighestPosition + 1 - std::min(first, kHighestPosition + 1);
+  base_.SetNextPosition(first + std::min(kPutAside, free));
+}
+
+void DataFile::TakePositionsAside() { base_.SetNextPosition(part_.firstAhead); }
+
 void DataFile::MarkDirty() noexcept { dirty_ = true; }
 
 bool DataFile::MakeStable() noexcept {
@@ -107,6 +114,11 @@ bool DataFile::MakeStable() noexcept {
   }
   dirty_ = true;
   return false;
+}
+
+bool DataFile::MakeAllStable() noexcept {
+  MarkDirty();
+  return MakeStable();
 }
 
 }  // namespace btrieve

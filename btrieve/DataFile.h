@@ -33,6 +33,8 @@ struct Participation {
   std::unique_ptr<Overlay> overlay;  // concurrent: the changes
   std::vector<uint32_t> held;        // concurrent: records locked for having been written
   bool ownerHeld = false;            // the byte that says that the intent's owner lives
+  bool settlerHeld = false;          // the byte that says that its end is being decided
+  uint32_t firstAhead = 0;           // exclusive: the first position put aside for it
   bool present = false;              // concurrent: others' exclusive transactions are kept off
 };
 
@@ -69,8 +71,9 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   void MakeEntry(int slot, const Hit& record, Entry& entry);
 
   // Positions no record has had, for records or for their numbers' sake in a concurrent
-  // transaction. Reserve sees that there are so many at hand, taking them from the file in blocks,
-  // within an Activity; throws 18 when none are left.
+  // transaction. Reserve takes at least so many from the file, a block of them, in the write
+  // transaction that is open, and commits it; throws 18 when none are left.
+  bool HasReserved(uint32_t count) const noexcept { return endReserved_ - nextReserved_ >= count; }
   void Reserve(uint32_t count);
   uint32_t TakeReserved() noexcept { return nextReserved_++; }
   // At the end of the transaction, so that no later duplicate gets an earlier number: within its
@@ -80,6 +83,11 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   void ForgetReserved() noexcept;
   // The next position a direct write would give; 0 when none is left.
   uint32_t NextPosition();
+  // An exclusive transaction's positions must not be given again should it be undone, so a commit
+  // before its own puts numbers aside for it, and its own write transaction begins with the first
+  // of them. Both within a write transaction.
+  void PutPositionsAside();
+  void TakePositionsAside();
 
   // Commits that are not yet on stable storage.
   void MarkDirty() noexcept;
@@ -87,6 +95,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   std::string LogPath() const { return path_ + "-wal"; }
   // Brings them there; false when the system fails.
   [[nodiscard]] bool MakeStable() noexcept;
+  // Brings there what any process has committed.
+  [[nodiscard]] bool MakeAllStable() noexcept;
   // For who syncs without holding up other calls, and then says how it went. Until then
   // MakeStable still syncs for itself.
   bool TakeDirty() noexcept { return dirtyOutside_ = std::exchange(dirty_, false); }
@@ -105,6 +115,9 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
 
  private:
   static constexpr uint32_t kLeastReserved = 8;
+  // Lost when a process dies in an exclusive transaction. One that inserts more and dies leaves
+  // the rest of its positions to be given again; nobody but its process knew them.
+  static constexpr uint32_t kPutAside = 1u << 16;
 
   std::string path_;
   FileIdentity identity_;

@@ -79,12 +79,19 @@ class ExtendedRead {
   }
 
   // The walk has met a change of the file: it goes on behind the last record examined.
-  void BeginAgain() {
-    call_.File().Base().EnterRead();
-    if (!last_.any) return Begin();
+  Status BeginAgain() {
+    Session& session = call_.session;
+    const Status status =
+        session.Retry(call_.lock.wait, [&] { return session.SettleIntents(call_.File()); });
+    if (status != kOk) return status;
+    if (!last_.any) {
+      Begin();
+      return kOk;
+    }
     Entry bound = along_ ? last_.entry : PositionEntry(last_.position);
     if (forward_) bound.MoveBehind();
     cursor_.walk.Start(call_.File(), Slot(), forward_, bound.View());
+    return kOk;
   }
 
   Status Search() {
@@ -128,8 +135,8 @@ class ExtendedRead {
       status = Lock(hit.position);
       if (status != kOk) writer_ = before;
       if (status == kLookAgain) {
-        BeginAgain();
-        return Next::Go;
+        status = BeginAgain();
+        return status == kOk ? Next::Go : Next::Stop;
       }
       if (status != kOk) return Next::Stop;
     }
@@ -146,8 +153,9 @@ class ExtendedRead {
       const FileLocks::Activity activity(locks);
       return activity ? LockRecord(call_, position) : kFileInUse;
     });
-    if (status != kOk || held || call_.File().Base().IsCurrent()) return status;
-    return kLookAgain;
+    if (status != kOk || held) return status;
+    DataFile& file = call_.File();
+    return file.Base().IsCurrent() && call_.session.IsSettled(file) ? Status{kOk} : kLookAgain;
   }
 
   void StandOnLast() noexcept {

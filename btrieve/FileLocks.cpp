@@ -2,9 +2,17 @@
 
 namespace btrieve {
 
-FileLocks::Activity::Activity(FileLocks& locks) noexcept {
-  if (!locks.whole_) byte_ = HeldByte::Shared(locks.space_, lockbyte::kTransaction);
-  granted_ = locks.whole_ || byte_;
+FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_) {
+  if (granted_) return;
+  granted_ = locks.activities_ > 0 || locks.space_.TryShared(lockbyte::kTransaction);
+  if (!granted_) return;
+  ++locks.activities_;
+  counted_ = &locks;
+}
+
+void FileLocks::Activity::End() noexcept {
+  FileLocks* locks = std::exchange(counted_, nullptr);
+  if (locks && --locks->activities_ == 0) locks->space_.Release(lockbyte::kTransaction);
 }
 
 bool FileLocks::AddPresence() noexcept {

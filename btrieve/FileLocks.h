@@ -20,10 +20,14 @@ class FileLocks {
    public:
     explicit Activity(FileLocks& locks) noexcept;
     explicit operator bool() const noexcept { return granted_; }
-    void End() noexcept { byte_.Release(); }
+    void End() noexcept;
+
+    ~Activity() { End(); }
+    Activity(const Activity&) = delete;
+    Activity& operator=(const Activity&) = delete;
 
    private:
-    HeldByte byte_;
+    FileLocks* counted_ = nullptr;
     bool granted_;
   };
 
@@ -56,6 +60,7 @@ class FileLocks {
   std::unordered_map<uint32_t, uint32_t> records_;  // with the number of holders
   std::set<uint64_t> claims_;
   uint32_t presence_ = 0;
+  uint32_t activities_ = 0;  // one within another
   bool whole_ = false;
 };
 

@@ -50,8 +50,10 @@ Status OpenFile(Call& call) {
     return status;
   }
   DataFile& file = *cursor->file;
-  file.Base().EnterRead();
-  call.session.SettleIntents(file);
+  if (const Status status =
+          call.session.Retry(true, [&] { return call.session.SettleIntents(file); })) {
+    return status;
+  }
   cursor->readOnly = mode.readOnly;
   if (const Status status = CheckOwner(file, {call.data, call.room}, cursor->readOnly)) {
     return status;

@@ -11,6 +11,12 @@ ByteView View(const std::string& text) noexcept {
 std::string Text(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 TransactionNumber Number(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 
+uint32_t StartOf(ByteView number) noexcept {
+  uint32_t start = 0;
+  std::memcpy(&start, number.data(), std::min(sizeof start, number.size()));
+  return start;
+}
+
 Statement Prepare(DataFile& file, const char* sql) { return file.Base().Link().Prepare(sql); }
 
 }  // namespace
@@ -21,11 +27,8 @@ TransactionNumber NewTransactionNumber() {
   return number;
 }
 
-uint64_t OwnerByteOf(ByteView number) noexcept {
-  uint32_t start = 0;
-  std::memcpy(&start, number.data(), std::min(sizeof start, number.size()));
-  return lockbyte::Owner(start);
-}
+uint64_t OwnerByteOf(ByteView number) noexcept { return lockbyte::Owner(StartOf(number)); }
+uint64_t SettlerByteOf(ByteView number) noexcept { return lockbyte::Settler(StartOf(number)); }
 
 std::vector<Intent> ReadIntents(DataFile& file) {
   std::vector<Intent> intents;

@@ -16,7 +16,9 @@ namespace btrieve {
 using TransactionNumber = std::vector<uint8_t>;  // 16 random bytes
 
 TransactionNumber NewTransactionNumber();
+// Its lock bytes in each file that has its intent; see lockbyte.
 uint64_t OwnerByteOf(ByteView number) noexcept;
+uint64_t SettlerByteOf(ByteView number) noexcept;
 
 struct Intent {
   TransactionNumber number;
@@ -27,6 +29,11 @@ std::vector<Intent> ReadIntents(DataFile& file);
 void AddIntent(DataFile& file, const Intent& intent);
 // False when somebody has settled it meanwhile.
 bool RemoveIntent(DataFile& file, const TransactionNumber& number);
+
+// What the coordinator says counts only once it cannot change any more: neither by a commit that
+// is in its log and not yet published, nor by a power cut after the decision has been acted upon.
+// Then it is the state being read there. Throws.
+void MakeDecisionFinal(DataFile& coordinator);
 
 struct RedoPart {
   TransactionNumber number;

@@ -30,11 +30,16 @@ inline constexpr uint64_t kRecordHolders = kBase + 3;
 inline constexpr uint64_t kRecords = kBase + (uint64_t{1} << 32);
 // Exclusive: the process that ends a transaction over several files, by a number of it.
 inline constexpr uint64_t kOwners = kBase + (uint64_t{1} << 33);
+// Exclusive: whether that transaction has been is being settled, by its own process at its end or,
+// when that has died, by another one. Who gets the byte while the owner's is held finds the
+// transaction undecided.
+inline constexpr uint64_t kSettlers = kBase + (uint64_t{1} << 34);
 // Exclusive: a value of a unique key that is being added, by a hash of 60 bits.
 inline constexpr uint64_t kClaims = kBase + (uint64_t{1} << 61);
 
 constexpr uint64_t Record(uint32_t position) { return kRecords + position; }
-constexpr uint64_t Owner(uint64_t number) { return kOwners + (number & 0xFFFFFFFF); }
+constexpr uint64_t Owner(uint32_t number) { return kOwners + number; }
+constexpr uint64_t Settler(uint32_t number) { return kSettlers + number; }
 constexpr uint64_t Claim(uint64_t hash) { return kClaims + (hash & ((uint64_t{1} << 60) - 1)); }
 }  // namespace lockbyte
 

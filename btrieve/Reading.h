@@ -21,16 +21,16 @@ Status FindRecord(Call& call, Hit& hit, Find find) {
   if (const Status status = CheckLockKind(call)) return status;
   return call.session.Retry(call.lock.wait, [&]() -> Status {
     const FileLocks::Activity activity(file.Locks());
-    file.Base().EnterRead();
+    if (const Status status = call.session.SettleIntents(file)) return status;
     if (const Status status = find(hit)) return status;
     if (!activity) return kFileInUse;
     const uint32_t position = hit.position;
     const bool held = file.Locks().Holds(position);
     if (const Status status = LockRecord(call, position)) return status;
-    if (held || file.Base().IsCurrent()) return kOk;
+    if (held || (file.Base().IsCurrent() && call.session.IsSettled(file))) return kOk;
     // It may have changed just before the lock. Looked at anew it is either the same record,
     // locked already, or another one, whose lock then takes this one's place.
-    file.Base().EnterRead();
+    if (const Status status = call.session.SettleIntents(file)) return status;
     if (const Status status = find(hit)) return status;
     return hit.position == position ? kOk : kLookAgain;
   });

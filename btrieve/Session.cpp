@@ -82,10 +82,10 @@ Status Session::PrepareRead(DataFile& file, bool wait) {
   if (transaction_.kind == TransactionKind::Exclusive && !file.Locks().HasWhole()) {
     if (const Status status = Retry(wait, [&] { return Occupy(file); })) return status;
   }
-  file.Base().EnterRead();
-  if (file.Base().Counts().intents != 0) SettleIntents(file);
   file.Touch();
-  return kOk;
+  file.Base().EnterRead();
+  if (file.Base().Counts().intents == 0) return kOk;
+  return Retry(wait, [&] { return SettleIntents(file); });
 }
 
 void Session::ReleaseLocks(Cursor& cursor, bool ofTransactionOnly) noexcept {

@@ -48,7 +48,8 @@ class Session {
   // The file for one more cursor, opened if it is not: 11, 12, 30, 2, 35, 84, 85, 86, 88, 94.
   [[nodiscard]] Status UseFile(const std::string& path, bool exclusive,
                                std::shared_ptr<DataFile>& file);
-  // Opens a file for this process's own ends (recovery), beside any mode.
+  // Opens a file for this process's own ends (recovery), beside any mode; what it may have to tell
+  // other files itself is left alone.
   [[nodiscard]] Status VisitFile(const std::string& path, std::shared_ptr<DataFile>& file);
   void CloseCursor(void* block);
 
@@ -57,10 +58,12 @@ class Session {
   [[nodiscard]] Status PrepareRead(DataFile& file, bool wait);
   // Takes the file for the running exclusive transaction, without waiting.
   [[nodiscard]] Status Occupy(DataFile& file);
-  // Finishes what dead processes have left of transactions over several files.
-  void SettleIntents(DataFile& file);
-  // An intent in the file has lost its owner and is still to be settled.
-  bool HasOrphan(DataFile& file);
+  // Finishes what dead processes have left of transactions over several files, in the newest state,
+  // which is then the one read: 0, or 85 while another process settles one or decides its own, so
+  // that the file's state tells nothing yet.
+  [[nodiscard]] Status SettleIntents(DataFile& file);
+  // Whether nothing of the kind is left or under way; looks at the state being read.
+  bool IsSettled(DataFile& file);
 
   void Begin(TransactionKind kind, LockRequest readLock, bool retriesWrites);
   [[nodiscard]] Status End();
@@ -68,8 +71,10 @@ class Session {
   // Aborts, closes every file, brings everything to stable storage.
   void CloseAll();
 
-  // Puts the running transaction's intent into a file that is not its coordinator. Throws.
-  void DeclareIntent(DataFile& file);
+  // The running transaction's intent in a file that is not its coordinator. First the byte that
+  // tells its owner to be alive, then within a write transaction the intent. Throw.
+  void TakeOwnerByte(DataFile& file);
+  void AddOwnIntent(DataFile& file);
   // The running transaction uses the file, so that its end must look at it.
   void TakePart(DataFile& file, bool writes);
 
@@ -88,13 +93,18 @@ class Session {
  private:
   class Patience;
 
-  Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file);
+  Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                  bool& alone);
   Status Reopen(DataFile& file, bool exclusive);
   void Register(const std::shared_ptr<DataFile>& file);
   // Carries on what the file, as a transaction's coordinator, still has to tell other files.
   void FinishRedo(DataFile& file);
-  void SettleIntent(DataFile& file, const std::vector<uint8_t>& number, const std::string& name);
+  Status SettleIntent(DataFile& file, const std::vector<uint8_t>& number, const std::string& name);
+  void DeclareIntent(DataFile& file);
+  void TakeSettlerByte(DataFile& file);
   void CommitParts();
+  bool DecisionIsVoid() noexcept;
+  void AbortPart(DataFile& file, bool removeIntent);
   void CommitOne(DataFile& file);
   void ReviseCursors(DataFile& file, uint64_t committedVersion);
   void ReleaseParts() noexcept;
@@ -103,7 +113,10 @@ class Session {
   CursorTable cursors_;
   Transaction transaction_;
   std::vector<std::weak_ptr<DataFile>> files_;
-  bool decided_ = false;  // at the end of a transaction: it can no longer be undone
+  // At the end of a transaction over several files: its coordinator's commit has been tried, and it
+  // can no longer be undone.
+  bool deciding_ = false;
+  bool decided_ = false;
   bool anyDirty_ = false;
   Clock::time_point dirtySince_;
 };

@@ -48,7 +48,8 @@ Status DeclareOpen(LockSpace& space, bool exclusive, bool& alone) {
 }  // namespace
 
 // The path must still lead to the opened file once nobody can replace it any more.
-Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file) {
+Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                         bool& alone) {
   HeldByte gate;
   while (true) {
     FileIdentity identity;
@@ -67,14 +68,12 @@ Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_pt
     }
     gate.Release();
   }
-  bool alone = false;
   if (const Status status = DeclareOpen(file->Locks().Space(), exclusive, alone)) return status;
   if (const Status status = Examine(*file, alone)) return status;
   file->Base().Open(path);
   file->openExclusively = exclusive;
   gate.Release();
   Register(file);
-  if (alone) FinishRedo(*file);
   return kOk;
 }
 
@@ -97,14 +96,18 @@ Status Session::UseFile(const std::string& path, bool exclusive, std::shared_ptr
   if (const Status status = Identify(path, identity)) return status;
   file = FindFile(identity);
   if (file) return Reopen(*file, exclusive);
-  return OpenFile(path, exclusive, file);
+  bool alone = false;
+  if (const Status status = OpenFile(path, exclusive, file, alone)) return status;
+  if (alone) FinishRedo(*file);
+  return kOk;
 }
 
 Status Session::VisitFile(const std::string& path, std::shared_ptr<DataFile>& file) {
   FileIdentity identity;
   if (const Status status = Identify(path, identity)) return status;
   file = FindFile(identity);
-  return file ? kOk : OpenFile(path, false, file);
+  bool alone = false;
+  return file ? kOk : OpenFile(path, false, file, alone);
 }
 
 }  // namespace btrieve

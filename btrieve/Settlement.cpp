@@ -1,5 +1,7 @@
 // Finishing what a dead process has left of a transaction over several files. May itself be
 // interrupted anywhere: whatever is found is settled the same way again.
+#include <algorithm>
+
 #include "btrieve/Intents.h"
 #include "btrieve/Session.h"
 
@@ -30,7 +32,8 @@ void ApplyRedo(DataFile& file, DataFile& coordinator, const RedoPart& part) {
 // What has been carried out need not be told again. Where the coordinator is busy it stays: its
 // next user finds that there is no intent left for it.
 void ForgetRedo(DataFile& coordinator, const RedoPart& part) {
-  if (coordinator.Base().IsWriting()) return;
+  const FileLocks::Activity activity(coordinator.Locks());
+  if (!activity || coordinator.Base().IsWriting()) return;
   try {
     coordinator.Base().BeginWrite();
     RemoveRedo(coordinator, part);
@@ -40,76 +43,99 @@ void ForgetRedo(DataFile& coordinator, const RedoPart& part) {
   }
 }
 
-bool IsOrphan(DataFile& file, const TransactionNumber& number, HeldByte& owner) {
-  owner = HeldByte::Exclusive(file.Locks().Space(), OwnerByteOf(number));
-  return static_cast<bool>(owner);
+// Where a transaction stands that has an intent in a file.
+enum class Standing : uint8_t {
+  Undecided,     // its process lives and has not come to its end: the intent tells nothing yet
+  BeingSettled,  // by its own process, or by one that found it dead
+  Dead,          // and ours to settle, for as long as the two bytes are held
+};
+
+struct Hold {
+  HeldByte settler;
+  HeldByte owner;
+};
+
+Standing StandingOf(DataFile& file, const TransactionNumber& number, Hold& hold) {
+  LockSpace& space = file.Locks().Space();
+  hold.settler = HeldByte::Exclusive(space, SettlerByteOf(number));
+  if (!hold.settler) return Standing::BeingSettled;
+  hold.owner = HeldByte::Exclusive(space, OwnerByteOf(number));
+  return hold.owner ? Standing::Dead : Standing::Undecided;
 }
 
 }  // namespace
 
-bool Session::HasOrphan(DataFile& file) {
-  if (file.Base().Counts().intents == 0) return false;
-  for (const Intent& intent : ReadIntents(file)) {
-    HeldByte owner;
-    if (intent.number != transaction_.number && IsOrphan(file, intent.number, owner)) return true;
-  }
-  return false;
+void MakeDecisionFinal(DataFile& coordinator) {
+  coordinator.Base().RuleOutLostCommit();
+  coordinator.Base().EnterRead();
+  if (!coordinator.MakeAllStable()) throw Failure{kIoError};
 }
 
-void Session::SettleIntents(DataFile& file) {
-  if (file.Base().IsWriting() || file.Base().Counts().intents == 0) return;
+bool Session::IsSettled(DataFile& file) {
+  if (file.Base().Counts().intents == 0) return true;
   for (const Intent& intent : ReadIntents(file)) {
+    Hold hold;
     if (intent.number == transaction_.number) continue;
-    HeldByte owner;
-    if (IsOrphan(file, intent.number, owner)) {
-      SettleIntent(file, intent.number, intent.coordinator);
-    }
+    if (StandingOf(file, intent.number, hold) != Standing::Undecided) return false;
+  }
+  return true;
+}
+
+Status Session::SettleIntents(DataFile& file) {
+  file.Base().EnterRead();
+  if (file.Base().IsWriting() || file.Base().Counts().intents == 0) return kOk;
+  for (const Intent& intent : ReadIntents(file)) {
+    Hold hold;
+    if (intent.number == transaction_.number) continue;
+    const Standing standing = StandingOf(file, intent.number, hold);
+    if (standing == Standing::BeingSettled) return kFileInUse;
+    if (standing == Standing::Undecided) continue;
+    if (const Status status = SettleIntent(file, intent.number, intent.coordinator)) return status;
   }
   file.Base().EnterRead();
+  return kOk;
 }
 
 // Without its coordinator, or with a coordinator that has not committed, a transaction never was.
-void Session::SettleIntent(DataFile& file, const TransactionNumber& number,
-                           const std::string& name) {
+Status Session::SettleIntent(DataFile& file, const TransactionNumber& number,
+                             const std::string& name) {
   const FileLocks::Activity activity(file.Locks());
-  if (!activity) return;  // an exclusive transaction, which has settled it for itself
+  if (!activity) return kFileInUse;  // an exclusive transaction, which settles it for itself
   std::shared_ptr<DataFile> coordinator;
   const Status status = VisitFile(ResolvedFrom(file.Path(), name), coordinator);
   if (status != kOk && status != kFileNotFound) {
     throw Failure{status == kIncompatibleMode ? kFileInUse : status};
   }
   RedoPart part;
+  if (status == kOk) MakeDecisionFinal(*coordinator);
   const bool committed = status == kOk && FindPart(*coordinator, file, number, part);
   file.Base().BeginWrite();
   try {
-    if (RemoveIntent(file, number)) {
-      if (committed) ApplyRedo(file, *coordinator, part);
-      file.Base().CommitWrite();
-      NoteCommit(file);
-    } else {
-      file.Base().RollbackWrite();
-    }
+    if (RemoveIntent(file, number) && committed) ApplyRedo(file, *coordinator, part);
+    file.Base().CommitWrite();
+    NoteCommit(file);
   } catch (...) {
     file.Base().RollbackWrite();
     throw;
   }
-  if (committed && file.MakeStable()) ForgetRedo(*coordinator, part);
+  if (committed && file.MakeAllStable()) ForgetRedo(*coordinator, part);
+  return kOk;
 }
 
-// Nobody else has the coordinator open, so no transaction that it leads is still on its way.
+// Nobody else has had the coordinator open, so the transactions whose redo it holds are over. What
+// they are to other files may be there already, and not yet on stable storage.
 void Session::FinishRedo(DataFile& file) {
   file.Base().EnterRead();
   for (const RedoPart& part : ReadRedoParts(file)) {
     std::shared_ptr<DataFile> other;
     if (VisitFile(ResolvedFrom(file.Path(), part.file), other) != kOk) continue;
-    other->Base().EnterRead();
-    SettleIntents(*other);
-    bool settled = true;
-    for (const Intent& intent : ReadIntents(*other))
-      settled = settled && intent.number != part.number;
-    if (settled && other->MakeStable()) ForgetRedo(file, part);
+    if (SettleIntents(*other) != kOk) continue;
+    const std::vector<Intent> left = ReadIntents(*other);
+    const bool settled = std::none_of(left.begin(), left.end(), [&](const Intent& intent) {
+      return intent.number == part.number;
+    });
+    if (settled && other->MakeAllStable()) ForgetRedo(file, part);
   }
-  SettleIntents(file);
 }
 
 }  // namespace btrieve

@@ -145,7 +145,9 @@ bool Storage::NothingCommittedSince() const noexcept {
 }
 
 void Storage::EnterRead() {
-  if (writing_ || (snapshot_ && NothingCommittedSince())) return;
+  if (writing_) return;
+  if (IsMarked()) TryRuleOutLostCommit();
+  if (snapshot_ && NothingCommittedSince()) return;
   LeaveRead();
   RememberLogHead();
   RunOnce(begin_);
@@ -174,8 +176,40 @@ void Storage::EndWalks() noexcept {
   if (fetch_) fetch_.Reset();
 }
 
+// A mark beside a held write lock is that of a commit which is being made.
+void Storage::TryRuleOutLostCommit() noexcept {
+  if (!WriteLockIsFree(connection_.Get()) || !IsMarked()) return;
+  try {
+    RuleOutLostCommit();
+  } catch (const Failure&) {  // no room for a commit, or no right to make one: reading goes on
+  }
+}
+
+void Storage::RuleOutLostCommit() {
+  if (writing_ || !IsMarked()) return;
+  BeginWrite();
+  RollbackWrite();
+}
+
 void Storage::BeginWrite() {
+  TakeWriteLock();
+  while (IsMarked()) {
+    WriteOverLostCommit();
+    TakeWriteLock();
+  }
+}
+
+// Its first page takes the place of the lost commit's first page in the log, and with that the
+// checksums of all that follows there do not hold any more.
+void Storage::WriteOverLostCommit() {
+  ++head_.version;
+  wrote_ = true;
+  CommitWrite();
+}
+
+void Storage::TakeWriteLock() {
   LeaveRead();
+  RememberLogHead();
   RunOnce(beginWrite_);
   writing_ = true;
   wrote_ = false;
@@ -204,7 +238,9 @@ void Storage::CommitWrite() {
   try {
     EndWalks();
     FlushCounts();
+    MarkCommit(connection_.Get());
     RunOnce(commit_);
+    UnmarkCommit(connection_.Get());
     writing_ = false;
   } catch (...) {
     knownHead_ = before;

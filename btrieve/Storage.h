@@ -99,13 +99,19 @@ class Storage {
   RankIndex& Ranks(int slot) { return slot < 0 ? *physicalRanks_ : *indexes_[slot].ranks; }
 
   // Reads see the newest committed state from here on; nothing is done while that has not changed.
+  // A commit that its dying process has not published is ruled out on the way, where that can be
+  // done: it is not seen later either.
   void EnterRead();
+  // The same for who is about to act upon the file's state in another file: throws where it cannot
+  // be done.
+  void RuleOutLostCommit();
   // Lets go of the state read, and ends all walks.
   void LeaveRead() noexcept;
   // Nothing has been committed since the state being read.
   bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
 
-  // One write transaction at a time; reads are part of it. It begins from the newest state.
+  // One write transaction at a time; reads are part of it. It begins from the newest state, behind
+  // which no lost commit stands in the log.
   void BeginWrite();
   void CommitWrite();
   void RollbackWrite() noexcept;
@@ -118,6 +124,11 @@ class Storage {
   // The position of the first entry at or above `from` and below `to`; 0 without one.
   uint32_t FindEntry(int slot, const Entry& from, const Entry& to);
 
+  // Within a write transaction: the position to be given next.
+  void SetNextPosition(uint32_t position) noexcept {
+    wrote_ = true;
+    head_.nextPosition = position;
+  }
   // Rows alone; counters and order are the caller's care.
   void InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
@@ -137,6 +148,10 @@ class Storage {
  private:
   friend class BaseWalk;
 
+  bool IsMarked() const noexcept { return logHead_ && IsCommitMarked(logHead_); }
+  void TryRuleOutLostCommit() noexcept;
+  void TakeWriteLock();
+  void WriteOverLostCommit();
   void Prepare();
   void PrepareIndex(Index& index);
   uint32_t RootOf(const std::string& table);

@@ -83,17 +83,25 @@ void Session::CommitOne(DataFile& file) {
   if (changes) RenumberCursors(cursors_, file, *changes, versions);
 }
 
+void Session::TakeOwnerByte(DataFile& file) {
+  Participation& part = file.Part();
+  if (part.ownerHeld) return;
+  part.ownerHeld = file.Locks().Space().TryExclusive(OwnerByteOf(transaction_.number));
+  if (!part.ownerHeld) throw Failure{kFileInUse};
+}
+
+void Session::AddOwnIntent(DataFile& file) {
+  const DataFile& coordinator = *transaction_.writers.front();
+  AddIntent(file, {transaction_.number, RelativeTo(file.Path(), coordinator.Path())});
+}
+
 void Session::DeclareIntent(DataFile& file) {
   Participation& part = file.Part();
-  const DataFile& coordinator = *transaction_.writers.front();
   if (part.intent) return;
-  if (!file.Locks().Space().TryExclusive(OwnerByteOf(transaction_.number))) {
-    throw Failure{kFileInUse};
-  }
-  part.ownerHeld = true;
+  TakeOwnerByte(file);
   file.Base().BeginWrite();
   try {
-    AddIntent(file, {transaction_.number, RelativeTo(file.Path(), coordinator.Path())});
+    AddOwnIntent(file);
   } catch (...) {
     file.Base().RollbackWrite();
     throw;
@@ -101,6 +109,18 @@ void Session::DeclareIntent(DataFile& file) {
   file.Base().CommitWrite();
   part.intent = true;
   NoteCommit(file);
+}
+
+// From here on others wait for the end instead of taking the file's state for the newest. They hold
+// the byte for no longer than a look at it takes.
+void Session::TakeSettlerByte(DataFile& file) {
+  Participation& part = file.Part();
+  const uint64_t byte = SettlerByteOf(transaction_.number);
+  const Status status = Retry(true, [&]() -> Status {
+    part.settlerHeld = file.Locks().Space().TryExclusive(byte);
+    return part.settlerHeld ? kOk : kFileInUse;
+  });
+  if (status != kOk) throw Failure{status};
 }
 
 // Before the coordinator's commit every intent must be where a crash finds it; after it nothing can
@@ -120,7 +140,9 @@ void Session::CommitParts() {
   }
   for (size_t at = 1; at < writers.size(); ++at) {
     LogChanged(coordinator, parts[at - 1], *writers[at]);
+    TakeSettlerByte(*writers[at]);
   }
+  deciding_ = true;
   CommitOne(coordinator);
   decided_ = true;
   if (!coordinator.MakeStable()) return;
@@ -139,7 +161,7 @@ void Session::CommitParts() {
 }
 
 Status Session::End() {
-  decided_ = false;
+  deciding_ = decided_ = false;
   std::erase_if(transaction_.writers, [](const std::shared_ptr<DataFile>& file) {
     const Participation& part = file->Part();
     return !part.writes && (!part.overlay || part.overlay->IsEmpty());
@@ -180,25 +202,46 @@ void Session::ReviseCursors(DataFile& file, uint64_t committedVersion) {
   });
 }
 
-void Session::Abort() {
-  for (const auto& file : transaction_.writers) {
-    Participation& part = file->Part();
-    if (file->Base().IsWriting()) file->Base().RollbackWrite();
-    part.writes = false;
-    file->Base().EndWalks();
-    part.overlay.reset();
-    try {
-      if (part.intent) {
-        file->Base().BeginWrite();
-        RemoveIntent(*file, transaction_.number);
-        file->Base().CommitWrite();
-      }
-      file->Base().EnterRead();
-      ReviseCursors(*file, file->Base().Counts().version);
-    } catch (const Failure&) {  // the intent goes with the next user's settlement
-      file->Base().RollbackWrite();
-    }
+// A decision that could not be committed may stand in the coordinator's log nevertheless. While it
+// cannot be ruled out, the intents stay for those who settle them.
+bool Session::DecisionIsVoid() noexcept {
+  if (!deciding_) return true;
+  try {
+    MakeDecisionFinal(*transaction_.writers.front());
+    return true;
+  } catch (const Failure&) {
+    return false;
   }
+}
+
+// Positions that the transaction has given stay given; the rest of what was put aside goes back.
+void Session::AbortPart(DataFile& file, bool removeIntent) {
+  Participation& part = file.Part();
+  const uint32_t next = file.Base().Counts().nextPosition;
+  file.Base().RollbackWrite();
+  part.writes = false;
+  file.Base().EndWalks();
+  part.overlay.reset();
+  try {
+    if (part.firstAhead != 0 || part.intent) {
+      file.Base().BeginWrite();
+      if (part.firstAhead != 0) file.Base().SetNextPosition(next);
+      if (part.intent && removeIntent) RemoveIntent(file, transaction_.number);
+      file.Base().CommitWrite();
+    }
+    file.Base().EnterRead();
+    ReviseCursors(file, file.Base().Counts().version);
+  } catch (const Failure&) {  // the intent goes with the next user's settlement
+    file.Base().RollbackWrite();
+  }
+}
+
+void Session::Abort() {
+  auto& writers = transaction_.writers;
+  if (!writers.empty()) AbortPart(*writers.front(), false);
+  const bool isVoid = DecisionIsVoid();
+  for (size_t at = 1; at < writers.size(); ++at) AbortPart(*writers[at], isVoid);
+  deciding_ = false;
   ReleaseParts();
 }
 
@@ -208,7 +251,9 @@ void Session::ReleaseParts() noexcept {
     Participation& part = file.Part();
     for (const uint32_t position : part.held) file.Locks().Drop(position);
     if (part.present) file.Locks().DropPresence();
-    if (part.ownerHeld) file.Locks().Space().Release(OwnerByteOf(transaction_.number));
+    LockSpace& space = file.Locks().Space();
+    if (part.ownerHeld) space.Release(OwnerByteOf(transaction_.number));
+    if (part.settlerHeld) space.Release(SettlerByteOf(transaction_.number));
     file.Locks().DropClaims();
     file.Locks().DropWhole();
     file.Base().EndWalks();

@@ -67,9 +67,10 @@ struct Written {
 };
 
 Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written) {
-  const uint32_t position = scope.Blocked() ? 1 : scope.NewPosition();
-  if (position == 0) return kDiskFull;
-  Status status = kOk;
+  Status status = scope.Unsettled();
+  uint32_t position = 1;
+  if (status == kOk && scope.Blocked() == kOk) status = scope.NewPosition(position);
+  if (status != kOk) return status;
   for (uint64_t skip = 0; skip < kMostSkipped; ++skip) {
     status = AssignAutoIncrement(file, given, skip, written.image);
     if (status == kOk) {
@@ -122,7 +123,8 @@ Status UpdateOnce(Call& call, ByteView given, Written& written) {
   DataFile& file = call.File();
   WriteScope scope(call.session, file);
   Hit old;
-  Status status = FetchForWrite(*call.cursor, old);
+  Status status = scope.Unsettled();
+  if (status == kOk) status = FetchForWrite(*call.cursor, old);
   if (status == kOk) status = AssignAutoIncrement(file, given, 0, written.image);
   if (status == kOk) status = FetchForWrite(*call.cursor, old);
   if (status == kOk) {
@@ -143,7 +145,8 @@ Status DeleteOnce(Call& call) {
   WriteScope scope(call.session, file);
   Hit old;
   WritePlan plan;
-  Status status = FetchForWrite(*call.cursor, old);
+  Status status = scope.Unsettled();
+  if (status == kOk) status = FetchForWrite(*call.cursor, old);
   if (status == kOk) scope.Writer().PlanDelete(old, plan);
   if (status == kOk) status = scope.Blocked();
   if (status == kOk) status = scope.HoldRecord(call.cursor->position);
@@ -178,22 +181,35 @@ Status CheckWritable(const Cursor& cursor) noexcept {
   return cursor.place == Cursor::Place::On && cursor.writable ? kOk : kInvalidPositioning;
 }
 
-// Stops at the first record that cannot be inserted; those before it stay, the last in `written`.
+// Stops at the first record that cannot be inserted, or not in this scope; those before it stay,
+// the last in `written`.
 Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>& images,
                  Written& written, std::vector<uint32_t>& positions) {
   Written next;
   while (positions.size() < images.size()) {
     const Status status = InsertOne(scope, file, images[positions.size()], next);
-    if (status == kLookAgain && !positions.empty()) {
-      file.Base().EnterRead();
-    } else if (status != kOk) {
-      return status;
-    } else {
-      std::swap(written, next);
-      positions.push_back(written.plan.position);
-    }
+    if (status != kOk) return status;
+    std::swap(written, next);
+    positions.push_back(written.plan.position);
   }
   return kOk;
+}
+
+// As many records as one scope takes. What has been inserted is not inserted again, so a reason to
+// look anew only ends the scope.
+Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& written,
+                  std::vector<uint32_t>& positions) {
+  Status stopped = kOk;
+  const size_t before = positions.size();
+  const Status status = call.session.Retry(Waits(call), [&]() -> Status {
+    WriteScope scope(call.session, call.File());
+    stopped = InsertAll(scope, call.File(), images, written, positions);
+    if (positions.size() == before) return stopped;
+    scope.Commit();
+    return kOk;
+  });
+  if (status != kOk) return status;
+  return stopped == kLookAgain ? Status{kOk} : stopped;
 }
 
 // The records of the block up to the first of a wrong length, whose status is the result.
@@ -272,15 +288,10 @@ Status InsertExtended(Call& call) {
   const Status shape = TakeImages(file, pieces, images);
   std::vector<uint32_t> positions;
   Written written;
-  Status stopped = kOk;
-  Status status = call.session.Retry(Waits(call), [&]() -> Status {
-    positions.clear();
-    WriteScope scope(call.session, file);
-    stopped = InsertAll(scope, file, images, written, positions);
-    if (!positions.empty()) scope.Commit();
-    return positions.empty() ? stopped : kOk;  // what has been inserted is not inserted again
-  });
-  if (status == kOk) status = stopped;
+  Status status = kOk;
+  while (status == kOk && positions.size() < images.size()) {
+    status = InsertSome(call, images, written, positions);
+  }
   if (status == kOk) status = shape;
   if (!positions.empty()) StandAlongInserted(call, written);
   if (status == kOk) ReturnKey(call, written);

@@ -25,10 +25,14 @@ WriteScope::~WriteScope() {
 
 void WriteScope::EnterPlain() {
   file_.Base().BeginWrite();
-  if (!session_.HasOrphan(file_)) return;
+  if (session_.IsSettled(file_)) return;
   file_.Base().RollbackWrite();
-  session_.SettleIntents(file_);
-  file_.Base().BeginWrite();
+  Settle();
+}
+
+void WriteScope::Settle() {
+  const Status status = session_.SettleIntents(file_);
+  unsettled_ = status == kOk ? kLookAgain : status;
 }
 
 // The activity stands for the time before the file is taken whole; after that it would be in the
@@ -38,30 +42,64 @@ void WriteScope::EnterExclusive() {
   blocked_ = session_.Occupy(file_);
   Participation& part = file_.Part();
   if (blocked_ != kOk || part.writes) return;
-  file_.Base().EnterRead();
-  session_.SettleIntents(file_);
+  unsettled_ = session_.SettleIntents(file_);
+  if (unsettled_ != kOk) return;
   session_.TakePart(file_, true);
-  if (session_.Running().writers.front().get() != &file_) session_.DeclareIntent(file_);
+  OpenExclusively(session_.Running().writers.front().get() != &file_);
+}
+
+// The commit before the transaction's own says what must be known should it not come to its end.
+void WriteScope::OpenExclusively(bool follows) {
+  if (follows) session_.TakeOwnerByte(file_);
   file_.Base().BeginWrite();
-  part.writes = true;
+  try {
+    file_.PutPositionsAside();
+    if (follows) session_.AddOwnIntent(file_);
+  } catch (...) {
+    file_.Base().RollbackWrite();
+    throw;
+  }
+  file_.Base().CommitWrite();
+  file_.Part().intent = follows;
+  session_.NoteCommit(file_);
+  file_.Base().BeginWrite();
+  file_.TakePositionsAside();
+  file_.Part().writes = true;
 }
 
 void WriteScope::EnterConcurrent() {
   session_.TakePart(file_, false);
-  ReserveForOne();
-  session_.SettleIntents(file_);
-}
-
-// A position for a new record, or a number for each key that an Update moves it in.
-void WriteScope::ReserveForOne() {
-  file_.Reserve(static_cast<uint32_t>(file_.KeyCount()) + 1);
   file_.Base().EnterRead();
+  if (!session_.IsSettled(file_) || !ReserveForOne()) Settle();
 }
 
-uint32_t WriteScope::NewPosition() {
-  if (IsDirect()) return file_.NextPosition();
-  ReserveForOne();
-  return file_.TakeReserved();
+// A position for a new record, or a number for each key that an Update moves it in. False when the
+// numbers to be taken may be those of a dead process's records.
+bool WriteScope::ReserveForOne() {
+  const uint32_t count = static_cast<uint32_t>(file_.KeyCount()) + 1;
+  if (!file_.HasReserved(count)) {
+    file_.Base().BeginWrite();
+    if (!session_.IsSettled(file_)) {
+      file_.Base().RollbackWrite();
+      return false;
+    }
+    file_.Reserve(count);
+  }
+  file_.Base().EnterRead();
+  return true;
+}
+
+Status WriteScope::NewPosition(uint32_t& position) {
+  if (IsDirect()) {
+    position = file_.NextPosition();
+    return position == 0 ? kDiskFull : kOk;
+  }
+  if (!ReserveForOne()) {
+    Settle();
+    return unsettled_;
+  }
+  position = file_.TakeReserved();
+  return kOk;
 }
 
 Status WriteScope::HoldRecord(uint32_t position) {
@@ -99,11 +137,11 @@ Status WriteScope::ClaimKeys(const WritePlan& plan) {
 }
 
 Status WriteScope::Confirm() {
-  if (kind_ == TransactionKind::None) {
-    return !carried_ && session_.HasOrphan(file_) ? kLookAgain : kOk;
-  }
   if (kind_ == TransactionKind::Exclusive) return kOk;
   if (!file_.Base().IsCurrent()) return kLookAgain;
+  // Who held a lock that has just been taken may have died with its transaction decided.
+  if (!session_.IsSettled(file_)) return kLookAgain;
+  if (kind_ == TransactionKind::None) return kOk;
   Participation& part = file_.Part();
   if (!part.present && !file_.Locks().AddPresence()) return kFileInUse;
   part.present = true;

@@ -18,13 +18,16 @@ class WriteScope {
   WriteScope(const WriteScope&) = delete;
   WriteScope& operator=(const WriteScope&) = delete;
 
+  // What a dead process has left in the file, or what another one is deciding, comes first: 85 to
+  // wait, kLookAgain when it has just been settled. Nothing may be planned upon such a state.
+  Status Unsettled() const noexcept { return unsettled_; }
   // 84 or 85 when another process's transaction keeps the file from being written. What is wrong
   // with the write itself comes first, so the caller plans, and only then gives this up.
   Status Blocked() const noexcept { return blocked_; }
   bool IsDirect() const noexcept { return kind_ != TransactionKind::Concurrent; }
   RecordWriter Writer() noexcept { return RecordWriter(file_, IsDirect()); }
-  // For a new record; 0 when all numbers are taken.
-  uint32_t NewPosition();
+  // For a new record: 0, 18 when all numbers are taken, or as Unsettled.
+  [[nodiscard]] Status NewPosition(uint32_t& position);
 
   // After planning: 84 while others hold the record or add the same unique value.
   [[nodiscard]] Status HoldRecord(uint32_t position);
@@ -38,13 +41,16 @@ class WriteScope {
   void EnterPlain();
   void EnterExclusive();
   void EnterConcurrent();
-  void ReserveForOne();
+  void OpenExclusively(bool follows);
+  void Settle();
+  bool ReserveForOne();
   bool Claim(uint64_t hash);
 
   Session& session_;
   DataFile& file_;
   TransactionKind kind_;
   FileLocks::Activity activity_;
+  Status unsettled_ = kOk;
   Status blocked_ = kOk;
   bool carried_ = false;
   std::vector<HeldByte> brief_;
