@@ -1,15 +1,17 @@
 #include "core/ListFill.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
 #include "core/KeyBuffer.h"
 #include "core/LongRecord.h"
+#include "core/MemoryFailure.h"
 #include "core/Record.h"
 #include "core/RecordBuffer.h"
-#include "core/RecordPosition.h"
+#include "core/RecordPlace.h"
 #include "core/ReturnCodes.h"
 #include "core/RowHook.h"
 #include "platform/BtrCall.h"
@@ -84,12 +86,22 @@ Status Fill::Run(DbTableInfo& first, KeyBuffer& key) {
   return 0;
 }
 
+// Every status of a read that brings no record; without memory -1 after VE001.
+Status RunGuarded(Fill fill, DbTableInfo& table, KeyBuffer& key) {
+  try {
+    return fill.Run(table, key);
+  } catch (const std::bad_alloc&) {
+    ReportMemoryFailure();
+    return kFailure;
+  }
+}
+
 }  // namespace
 
 Status DbFillList(DbEngine& engine, RowSink& sink, const char* fieldName, int32_t indexPosition) {
   DbTableInfo* table = sink.Table();
   if (table == nullptr || table->IsOpen == 0) return kSuccess;
-  const int32_t position = DbGetPositionOf(engine, *table);
+  const RecordPlace place(engine, *table);
   const int32_t field = DbFindField(*table, fieldName);
   if (field < 0) return kSuccess;
   const auto record = RecordBytes(*table);
@@ -97,12 +109,10 @@ Status DbFillList(DbEngine& engine, RowSink& sink, const char* fieldName, int32_
   KeyBuffer key;
   if (!DbBuildKey(*table, indexPosition, key)) return kFailure;
   const bool fixed = table->IsVariable == 0;
-  const Status status = Fill(engine, sink, field, indexPosition).Run(*table, key);
+  const Status status = RunGuarded(Fill(engine, sink, field, indexPosition), *table, key);
   if (status == kDataBufferTooShort && fixed) return kSuccess;
   table = sink.Table();
-  if (position != -1 && table != nullptr && table->IsOpen != 0) {
-    static_cast<void>(DbGetDirectAt(engine, *table, position, indexPosition));
-  }
+  if (table != nullptr && table->IsOpen != 0) place.GoBack(*table, indexPosition);
   return status == kFailure ? kFailure : kSuccess;
 }
 

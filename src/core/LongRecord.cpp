@@ -1,5 +1,7 @@
 #include "core/LongRecord.h"
 
+#include <algorithm>
+
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
 #include "core/MemoryFailure.h"
@@ -12,7 +14,8 @@ namespace qrn {
 
 bool GrowRecordBuffer(DbTableInfo& table, int32_t size) noexcept {
   if (size <= table.BufferSize) return true;
-  if (!AllocateRecordBuffer(table, size)) {
+  const auto allocated = static_cast<int32_t>(table.BufferAllocated);
+  if (!AllocateRecordBuffer(table, std::max(size, allocated))) {
     ReportMemoryFailure();
     return false;
   }

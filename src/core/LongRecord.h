@@ -9,7 +9,7 @@
 namespace qrn {
 
 // Makes the buffer hold at least `size` bytes, zeroed anew when it grows, and records the new
-// `BufferSize`. False without memory, after VE001.
+// `BufferSize`. False without memory, after VE001, the buffer unchanged.
 [[nodiscard]] bool GrowRecordBuffer(DbTableInfo& table, int32_t size) noexcept;
 
 // Gives the record that a read has just found too long for the buffer: grows the buffer to the

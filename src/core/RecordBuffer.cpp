@@ -14,10 +14,10 @@ constexpr int32_t kSmallestBuffer = 8;
 }  // namespace
 
 bool AllocateRecordBuffer(DbTableInfo& table, int32_t size) noexcept {
-  FreeRecordBuffer(table);
   const auto bytes = static_cast<size_t>(std::max(size, kSmallestBuffer));
-  table.RecordBuffer = static_cast<uint8_t*>(AllocateZeroed(bytes));
-  if (table.RecordBuffer == nullptr) return false;
+  auto* buffer = static_cast<uint8_t*>(AllocateZeroed(bytes));
+  if (buffer == nullptr) return false;
+  FreeMemory(std::exchange(table.RecordBuffer, buffer));
   table.BufferAllocated = bytes;
   return true;
 }

@@ -11,8 +11,8 @@ namespace qrn {
 // Bytes of the buffer of a variable-length table: the longest record read in one operation.
 inline constexpr int32_t kLongRecordSize = 64512;
 
-// Replaces the buffer by a zeroed one of at least `size` bytes. False without memory: there is no
-// buffer then. `BufferSize` is the caller's to set.
+// Replaces the buffer by a zeroed one of at least `size` bytes. False without memory, the buffer
+// and its record unchanged. `BufferSize` is the caller's to set.
 [[nodiscard]] bool AllocateRecordBuffer(DbTableInfo& table, int32_t size) noexcept;
 
 void FreeRecordBuffer(DbTableInfo& table) noexcept;

@@ -8,7 +8,7 @@
 #include "core/Gateway.h"
 #include "core/KeyBuffer.h"
 #include "core/RecordBuffer.h"
-#include "core/RecordPosition.h"
+#include "core/RecordPlace.h"
 #include "core/ReturnCodes.h"
 #include "core/RowHook.h"
 #include "extended/ExExchange.h"
@@ -26,9 +26,7 @@ namespace qrn {
 namespace {
 
 constexpr Status kEndOfFile = 9;
-constexpr Status kNotInKey = 44;  // the key leaves the record out
 constexpr Status kFilterLimit = 64;
-constexpr int32_t kNoPosition = -1;
 constexpr int32_t kNoIndexPosition = -1;
 
 // How showing the rows of a batch ended.
@@ -47,9 +45,9 @@ class ExtendedFill {
     DbTableInfo* table = OpenTable();
     if (table == nullptr) return false;
     CopyText(tableName_, table->Name);
-    const int32_t position = DbGetPositionOf(engine_, *table);
+    const RecordPlace place(engine_, *table);
     ReadGuarded(*table);
-    if (position != kNoPosition) GoBackTo(position);
+    GoBackTo(place);
     return emptied_;
   }
 
@@ -167,14 +165,9 @@ class ExtendedFill {
     keeper_.Keep(sink_, *table, fill_.DbListFields, *fields_, exchange_->Reply());
   }
 
-  // The record may have gone meanwhile: then the place stays where the fill left it.
-  void GoBackTo(int32_t position) {
+  void GoBackTo(const RecordPlace& place) {
     DbTableInfo* table = OpenTable();
-    if (table == nullptr) return;
-    const int32_t index = hasKey_ ? fill_.ListIndexId : kNoIndexPosition;
-    const Status status = DbGetDirectAt(engine_, *table, position, index);
-    if (status != kNotInKey || !hasKey_) return;
-    static_cast<void>(DbGetDirectAt(engine_, *table, position, kNoIndexPosition));
+    if (table != nullptr) place.GoBack(*table, hasKey_ ? fill_.ListIndexId : kNoIndexPosition);
   }
 
   DbEngine& engine_;

@@ -3,7 +3,6 @@
 #include "core/LongRecord.h"
 #include "core/RecordBuffer.h"
 #include "core/ReturnCodes.h"
-#include "extended/ExMemoryFailure.h"
 #include "platform/BtrCall.h"
 
 namespace qrn {
@@ -21,11 +20,8 @@ Status ReadFirst(const ExOperation& operation, DbTableInfo& table, const ExKey& 
 Status GoToFirstRecord(const ExOperation& operation, DbTableInfo& table, const ExKey& key) {
   const Status status = ReadFirst(operation, table, key);
   if (status != kDataBufferTooShort || table.IsVariable == 0) return status;
-  if (GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) {
-    return ReadFirst(operation, table, key);
-  }
-  ReportExMemoryFailure();
-  return kFailure;
+  if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
+  return ReadFirst(operation, table, key);
 }
 
 }  // namespace qrn

@@ -9,7 +9,7 @@ namespace qrn {
 
 // Reads the first or last record into the table's buffer, without a lock. On a table of
 // variable-length records the buffer grows where the record needs it. The record manager's status,
-// or -1 (after VE001) without memory for a longer buffer: there is no buffer then.
+// or -1 (after VE001) without memory for a longer buffer.
 [[nodiscard]] Status GoToFirstRecord(const ExOperation& operation, DbTableInfo& table,
                                      const ExKey& key);
 

@@ -13,26 +13,6 @@
 namespace qrn::test {
 namespace {
 
-class PlayedList final : public RowSink {
- public:
-  PlayedList(Office& office, const char* table) : office_(office), table_(table) {}
-
-  std::string rows = "before;";
-  std::function<bool(std::u16string&)> onFormat;  // false cancels
-
-  DbTableInfo* Table() override { return office_.OpenTableOf(table_); }
-  void Empty(size_t) override { rows.clear(); }
-  bool Format(std::u16string& lineData) override { return !onFormat || onFormat(lineData); }
-  bool AddRow(const char* text) override {
-    rows += CodePageToUtf8(text) + ";";
-    return true;
-  }
-
- private:
-  Office& office_;
-  const char* table_;
-};
-
 class Fill : public ::testing::Test {
  protected:
   void InsertThree() {

@@ -8,7 +8,9 @@
 #include "core/ButtonOperations.h"
 #include "core/DbEngine.h"
 #include "core/FieldControls.h"
+#include "core/RowSink.h"
 #include "fields/QuorinSettings.h"
+#include "platform/CodePage.h"
 #include "tests/core/Support.h"
 
 namespace qrn::test {
@@ -72,6 +74,27 @@ class PlayedButton final : public BoundButton {
  private:
   Office& office_;
   PlayedForm& form_;
+  const char* table_;
+};
+
+// A list whose rows are written down as UTF-8, each followed by ";".
+class PlayedList final : public RowSink {
+ public:
+  PlayedList(Office& office, const char* table) : office_(office), table_(table) {}
+
+  std::string rows = "before;";
+  std::function<bool(std::u16string&)> onFormat;  // false cancels
+
+  DbTableInfo* Table() override { return office_.OpenTableOf(table_); }
+  void Empty(size_t) override { rows.clear(); }
+  bool Format(std::u16string& lineData) override { return !onFormat || onFormat(lineData); }
+  bool AddRow(const char* text) override {
+    rows += CodePageToUtf8(text) + ";";
+    return true;
+  }
+
+ private:
+  Office& office_;
   const char* table_;
 };
 

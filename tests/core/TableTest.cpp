@@ -186,7 +186,7 @@ TEST_F(Table, OpensWithoutMemoryAreReported) {
   EXPECT_EQ(messages_.Take().find("VE001 メモリ不足  Qrndb "), 0u);
   const MemoryRunsOut later(1);
   EXPECT_EQ(Open(), kFailure);
-  EXPECT_EQ(State(), "open=1 variable=1 size=10 buffer=0");
+  EXPECT_EQ(State(), "open=1 variable=1 size=10 buffer=11");
   EXPECT_EQ(messages_.Take().find("VE001 メモリ不足  Qrndb "), 0u);
 }
 

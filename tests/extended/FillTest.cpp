@@ -227,6 +227,21 @@ TEST_F(Fill, ARecordThatTheKeyLeavesOutIsGoneBackToWithoutIt) {
   EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0 23@77:k255");
 }
 
+TEST_F(Fill, ARecordTooLongForTheBufferIsGoneBackToWithALongerOne) {
+  table_.Info().IsVariable = 1;
+  table_.Info().BufferSize = table_.Info().RecordLength;
+  manager_.directStatuses = {22};
+  Run();
+  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0 23@77:k0");
+  EXPECT_EQ(manager_.length, 6u + 64512) << "all of the buffer";
+}
+
+TEST_F(Fill, TheWayBackTakesNoLock) {
+  engine_.LockBias = 100;
+  Run();
+  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0");
+}
+
 TEST_F(Fill, EmptiesTheRecordFirst) {
   table_.MakeBuffer("Abe.....");
   table_.Info().IsOpen = 1;

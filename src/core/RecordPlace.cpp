@@ -1,0 +1,60 @@
+#include "core/RecordPlace.h"
+
+#include <algorithm>
+
+#include "core/DictionaryLookup.h"
+#include "core/Gateway.h"
+#include "core/KeyBuffer.h"
+#include "core/LongRecord.h"
+#include "core/RecordBuffer.h"
+#include "core/RecordPosition.h"
+#include "core/ReturnCodes.h"
+#include "fields/LittleEndian.h"
+#include "platform/BtrCall.h"
+
+namespace qrn {
+namespace {
+
+constexpr Status kNotInKey = 44;
+constexpr int32_t kNoPosition = -1;
+constexpr int32_t kNoIndexPosition = -1;
+
+// All that the buffer holds where records differ in length: a shorter read would leave the end of
+// another record behind.
+std::span<uint8_t> RoomForRecord(DbTableInfo& table) {
+  const auto room = RecordBytes(table);
+  if (table.IsVariable != 0) return room;
+  return room.first(BoundedLength(table, int64_t{table.RecordLength} + 1));
+}
+
+}  // namespace
+
+RecordPlace::RecordPlace(DbEngine& engine, DbTableInfo& table) noexcept
+    : position_(DbGetPositionOf(engine, table)) {}
+
+void RecordPlace::GoBack(DbTableInfo& table, int32_t indexPosition) const noexcept {
+  if (position_ == kNoPosition) return;
+  const Status status = ReadWhole(table, indexPosition);
+  if (status != kNotInKey || indexPosition == kNoIndexPosition) return;
+  static_cast<void>(ReadWhole(table, kNoIndexPosition));
+}
+
+Status RecordPlace::ReadWhole(DbTableInfo& table, int32_t indexPosition) const noexcept {
+  const Status status = Read(table, indexPosition);
+  if (status != kDataBufferTooShort || table.IsVariable == 0) return status;
+  if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
+  return Read(table, indexPosition);
+}
+
+Status RecordPlace::Read(DbTableInfo& table, int32_t indexPosition) const noexcept {
+  const auto record = RoomForRecord(table);
+  std::fill(record.begin(), record.end(), uint8_t{0});
+  StoreLittle(record, position_);
+  KeyBuffer key;
+  if (!DbBuildKey(table, indexPosition, key)) return kNoIndex;
+  auto length = static_cast<uint32_t>(record.size());
+  return BtrCall(kOpGetDirect, table.PosBlock, record.data(), &length, key.Bytes(), key.Length(),
+                 static_cast<int8_t>(DbSegmentToKey(table, indexPosition)));
+}
+
+}  // namespace qrn
