@@ -55,12 +55,13 @@ class NumericScan {
     return count;
   }
 
-  // Puts up to `count` characters; the number of those that were there.
+  // Puts up to `count` digits, stepping over points; the number of those that were there.
   size_t Put(ByteSink& sink, size_t count) {
     size_t done = 0;
     while (done < count) {
       const auto next = Next();
       if (!next) break;
+      if (*next == '.') continue;
       sink.Put(*next);
       ++done;
     }

@@ -17,7 +17,8 @@ namespace qrn {
 void ReadNumeric(const FieldSource& field, std::span<char> outText);
 
 // Takes the text as typed: digits and points count, "+", "," and blanks are stepped over, anything
-// else ends the number. At most `Size` digits are taken. Surplus decimals are cut.
+// else ends the number. The first point counts, further ones are stepped over. At most `Size`
+// digits are taken. Surplus decimals are cut.
 void WriteNumeric(const FieldTarget& field);
 
 }  // namespace qrn
