@@ -54,9 +54,7 @@ int32_t DbClose(int16_t tableId) noexcept {
 int32_t DbCreate(int16_t tableId) noexcept {
   return OnTable(tableId, [](DbTableInfo& table) -> int32_t {
     if (table.IsOpen != 0) return kAlreadyOpen;
-    char path[kFilePathSize];
-    DbResolveFileName(table, CreateOrigin(TheFlatState()).directory, path);
-    return DbTableCreate(TheEngine(), table, path);
+    return DbTableCreateIn(TheEngine(), table, CreateOrigin(TheFlatState()).directory);
   });
 }
 

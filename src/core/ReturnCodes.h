@@ -40,7 +40,7 @@ enum ReturnCode : Status {
 
   // There is nothing to work on: no current dictionary or no attached control (flat functions), a
   // control without a dictionary, an empty directory to load one from, a directory that does not
-  // exist and so has no short path.
+  // exist and so has no short path (for a create only an empty one).
   kNoDictionary = -12,
   kControlHasNoDictionary = -20,
   kNoDirectory = -21,

@@ -28,6 +28,10 @@ int32_t DbMapOpenMode(int32_t openMode) noexcept;
 Status DbResolveFileName(const DbTableInfo& table, const char* directory,
                          std::span<char> outPath) noexcept;
 
+// False when the table's location needs a directory and there is none: the file would be sought in
+// the root of whatever drive is current.
+bool HasPlace(const DbTableInfo& table, const char* directory) noexcept;
+
 // Opens the table's file with Btrieve open mode `mode` (low byte) and allocates its record buffer.
 // Results: 0, Btrieve's status, -16 for a directory that does not exist, -1 (VE001, or what
 // DbDictLoadTable showed).
@@ -43,7 +47,12 @@ Status DbResolveFileName(const DbTableInfo& table, const char* directory,
 // Results: 0, Btrieve's status (VE007), -1 (VE001, or what DbDictLoadTable showed).
 [[nodiscard]] Status DbTableCreate(DbEngine& engine, DbTableInfo& table, const char* path) noexcept;
 
-// Creates the data file if there is none and opens the table. A failed open shows VE803.
+// The same in a directory; -16, and nothing made, where the location needs one and there is none.
+[[nodiscard]] Status DbTableCreateIn(DbEngine& engine, DbTableInfo& table,
+                                     const char* directory) noexcept;
+
+// Creates the data file if it is certain that there is none, and opens the table. A failed open
+// shows VE803.
 [[nodiscard]] Status DbOpenOrCreate(DbEngine& engine, DbTableInfo& table, const char* directory,
                                     const char* ownerName, int32_t mode) noexcept;
 

@@ -96,6 +96,13 @@ Status CreateFile(const char* path, std::span<uint8_t> specs) {
 
 }  // namespace
 
+Status DbTableCreateIn(DbEngine& engine, DbTableInfo& table, const char* directory) noexcept {
+  if (!HasPlace(table, directory)) return kNoShortPath;
+  char path[kFilePathSize];
+  DbResolveFileName(table, directory, path);
+  return DbTableCreate(engine, table, path);
+}
+
 Status DbTableCreate(DbEngine& engine, DbTableInfo& table, const char* path) noexcept {
   if (table.Fields == nullptr) {
     if (const Status status = DbDictLoadTable(engine.Settings, table); status != 0) return status;

@@ -47,6 +47,10 @@ Status DbResolveFileName(const DbTableInfo& table, const char* directory,
   return kSuccess;
 }
 
+bool HasPlace(const DbTableInfo& table, const char* directory) noexcept {
+  return *directory != '\0' || IsWholePath(table.Location);
+}
+
 Status DbSetFileName(DbTableInfo& table, const char* location) noexcept {
   if (table.IsOpen != 0) return kAlreadyOpen;
   if (std::strlen(location) > kLocationLength) return kFailure;

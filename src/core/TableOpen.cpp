@@ -11,7 +11,7 @@
 #include "fields/Messages.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
-#include "platform/FileExists.h"
+#include "platform/MissingFile.h"
 #include "platform/ShortPath.h"
 
 namespace qrn {
@@ -71,6 +71,13 @@ Status FinishFixed(DbTableInfo& table, int32_t fileRecordLength) {
   return kSuccess;
 }
 
+// Without a directory nothing is looked for: the open that follows says why.
+bool IsMissing(const DbTableInfo& table, const char* directory) {
+  char path[kFilePathSize];
+  DbResolveFileName(table, directory, path);
+  return HasPlace(table, directory) && IsMissingFile(path);
+}
+
 }  // namespace
 
 Status DbTableOpen(DbEngine& engine, DbTableInfo& table, const char* directory,
@@ -95,10 +102,9 @@ Status DbTableOpen(DbEngine& engine, DbTableInfo& table, const char* directory,
 
 Status DbOpenOrCreate(DbEngine& engine, DbTableInfo& table, const char* directory,
                       const char* ownerName, int32_t mode) noexcept {
-  char path[kFilePathSize];
-  DbResolveFileName(table, directory, path);
-  if (!FileExists(path)) {
-    if (const Status status = DbTableCreate(engine, table, path); status != 0) return status;
+  if (IsMissing(table, directory)) {
+    const Status status = DbTableCreateIn(engine, table, directory);
+    if (status != 0) return status;
   }
   const Status status = DbTableOpen(engine, table, directory, ownerName, mode);
   if (status != 0) ShowMessage(kVE803, table.Name, static_cast<int>(status));

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -300,6 +301,35 @@ TEST_F(Table, OpeningAllCreatesWhatIsMissing) {
   EXPECT_EQ(DbOpenAllTables(engine_, dictionary, directory_.Path(), "", 0), 46);
   EXPECT_EQ(messages_.Take(), "VE803 Btrieveファイル T のオープンに失敗。(46); ");
   FreeRecordBuffer(tables[0]);
+}
+
+TEST_F(Table, WithoutADirectoryNothingIsMade) {
+  EXPECT_EQ(DbTableCreateIn(engine_, *table_, ""), kNoShortPath);
+  EXPECT_EQ(DbOpenOrCreate(engine_, *table_, "", "", 0), kNoShortPath);
+  EXPECT_EQ(btrieve_.TakeLog(), "");
+  EXPECT_EQ(messages_.Take(), "VE803 Btrieveファイル T のオープンに失敗。(-16); ");
+  std::string made;
+  btrieve_.Answer(14, [&](const BtrieveCall& call) {
+    made = reinterpret_cast<char*>(call.key);
+    return int16_t{0};
+  });
+  CopyText(table_->Location, "C:\\d\\c.btr");
+  EXPECT_EQ(DbTableCreateIn(engine_, *table_, ""), 0) << "a whole path needs none";
+  EXPECT_EQ(made, "C:\\d\\c.btr");
+}
+
+// What stands there but cannot be looked at is not replaced: a file's owner may have locked it up.
+TEST_F(Table, OnlyAFileThatIsCertainlyMissingIsMade) {
+#ifdef _WIN32
+  CopyText(table_->Location, "a|b.btr");
+#else
+  CopyText(table_->Location, "loop.btr");
+  std::filesystem::create_symlink("loop.btr", directory_.File("loop.btr"));
+#endif
+  btrieve_.Answer(0, 94);
+  EXPECT_EQ(DbOpenOrCreate(engine_, *table_, directory_.Path(), "", 0), 94);
+  EXPECT_EQ(btrieve_.TakeLog().substr(0, 2), "0 ");
+  EXPECT_EQ(messages_.Take(), "VE803 Btrieveファイル T のオープンに失敗。(94); ");
 }
 
 TEST_F(Table, ClosingAllGoesOnAfterAFailure) {

@@ -9,11 +9,11 @@
 #include "platform/Bstr.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
-#include "platform/FileExists.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/LocalDate.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"
+#include "platform/MissingFile.h"
 #include "platform/ShortPath.h"
 #include "platform/StringTable.h"
 #include "platform/SystemLibrary.h"
@@ -72,13 +72,22 @@ TEST(Paths, WholePathsNeedNoDirectory) {
   EXPECT_FALSE(IsWholePath(""));
 }
 
-TEST(Paths, DirectoriesAreNoFiles) {
-  const fs::path file = fs::temp_directory_path() / "qrn-exists-test";
+TEST(Paths, OnlyWhatIsCertainlyNotThereIsMissing) {
+  const fs::path file = fs::temp_directory_path() / "qrn-missing-test";
+  const std::string below = (file / "x").string();
   std::ofstream(file) << "x";
-  EXPECT_TRUE(FileExists(file.string().c_str()));
+  EXPECT_FALSE(IsMissingFile(file.string().c_str()));
   fs::remove(file);
-  EXPECT_FALSE(FileExists(file.string().c_str()));
-  EXPECT_FALSE(FileExists(fs::temp_directory_path().string().c_str()));
+  EXPECT_TRUE(IsMissingFile(file.string().c_str()));
+  EXPECT_TRUE(IsMissingFile(below.c_str())) << "nor its directory";
+  EXPECT_FALSE(IsMissingFile(fs::temp_directory_path().string().c_str())) << "a directory is there";
+#ifdef _WIN32
+  const std::string refused = "a|b";
+#else
+  const std::string refused(5000, 'n');
+#endif
+  const std::string unseen = (fs::temp_directory_path() / refused).string();
+  EXPECT_FALSE(IsMissingFile(unseen.c_str())) << "a name that the system does not look for";
 }
 
 TEST(Bstr, BytesStandInAWideStringsRoom) {

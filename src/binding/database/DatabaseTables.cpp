@@ -82,9 +82,7 @@ Status Database::DbCreate(const char* tableName) {
   return WithTable(tableName, [&](DbTableInfo& table) -> Status {
     if (table.IsOpen != 0) return kAlreadyOpen;
     const std::string name = table.Name;
-    char path[kFilePathSize];
-    DbResolveFileName(table, DDFDir.c_str(), path);
-    const Status status = DbTableCreate(TheEngine(), table, path);
+    const Status status = DbTableCreateIn(TheEngine(), table, DDFDir.c_str());
     if (status != 0) ErrorStands(name, status);
     return status;
   });
