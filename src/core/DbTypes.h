@@ -109,7 +109,8 @@ struct DbDictionary {
   char Reserved[260];
   char DdfDir[260];
   int32_t TableCount;
-  DbTableInfo* Tables;  // kMaxTables slots
+  DbTableInfo* Tables;      // kMaxTables slots and an empty one
+  DbDictionary* NextEnded;  // of those freed while a message box was up (core/Dictionary.h)
 };
 
 }  // namespace qrn

@@ -13,6 +13,7 @@
 #include "fields/Messages.h"
 #include "platform/BtrCall.h"
 #include "platform/Memory.h"
+#include "platform/MessageBox.h"
 
 namespace qrn {
 namespace {
@@ -52,7 +53,43 @@ bool CopyTables(const DbDictionary& source, DbDictionary& copy) {
 
 constinit DictionaryWatcher dictionaryWatcher = nullptr;
 
+void Release(DbDictionary* dictionary) {
+  for (int32_t slot = 0; slot <= kMaxTables; ++slot) {  // the empty one may have been tried to open
+    FreeLists(dictionary->Tables[slot]);
+    FreeRecordBuffer(dictionary->Tables[slot]);
+  }
+  FreeMemory(dictionary->Tables);
+  FreeMemory(dictionary);
+}
+
+// The dictionaries that ended while a message box was up.
+class EndedDictionaries {
+ public:
+  constexpr EndedDictionaries() = default;
+  ~EndedDictionaries() { ReleaseAll(); }
+  EndedDictionaries(const EndedDictionaries&) = delete;
+  EndedDictionaries& operator=(const EndedDictionaries&) = delete;
+
+  void Add(DbDictionary& dictionary) {
+    dictionary.TableCount = 0;
+    dictionary.NextEnded = std::exchange(first_, &dictionary);
+  }
+
+  void ReleaseAll() {
+    while (first_ != nullptr) Release(std::exchange(first_, first_->NextEnded));
+  }
+
+ private:
+  DbDictionary* first_ = nullptr;
+};
+
+constinit EndedDictionaries ended;
+
 }  // namespace
+
+void ReleaseEndedDictionaries() noexcept {
+  if (!IsBoxUp()) ended.ReleaseAll();
+}
 
 void WatchDictionaryEnds(DictionaryWatcher watcher) noexcept { dictionaryWatcher = watcher; }
 
@@ -86,13 +123,9 @@ Status DbDictCloseAll(DbEngine& engine, DbDictionary& dictionary) noexcept {
 Status DbDictFree(DbDictionary* dictionary) noexcept {
   if (dictionary == nullptr) return kFailure;
   if (dictionaryWatcher != nullptr) dictionaryWatcher(*dictionary);
-  for (int32_t i = 0; i < dictionary->TableCount; ++i) {
-    FreeLists(dictionary->Tables[i]);
-    FreeRecordBuffer(dictionary->Tables[i]);
-  }
   ForgetFlatDictionary(dictionary);
-  FreeMemory(dictionary->Tables);
-  FreeMemory(dictionary);
+  ended.Add(*dictionary);
+  ReleaseEndedDictionaries();
   return kSuccess;
 }
 

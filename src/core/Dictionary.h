@@ -28,8 +28,8 @@ namespace qrn {
 
 // Loads the fields and keys of one table from the remembered directory. Differs from the full load
 // on purpose: field flags stay 0, index names are left out, RecordLength is the sum of the sizes.
-// Shows its failures (VE028, VE030, VE031, VE812, VE001) and gives 0 or -1; after a failure the
-// table counts as not loaded.
+// Shows its failures (VE028, VE030, VE031, VE812, VE001) when the reading has been closed, and
+// gives 0 or -1; after a failure the table counts as not loaded.
 [[nodiscard]] Status DbDictLoadTable(QuorinSettings& settings, DbTableInfo& table) noexcept;
 
 // A deep copy with every table closed, for a second control of the same directory. Tables not yet
@@ -44,6 +44,11 @@ Status DbDictCloseAll(DbEngine& engine, DbDictionary& dictionary) noexcept;
 
 // Frees a dictionary and all that hangs on it, closing nothing. Where the flat interface works on
 // this one, it has no dictionary afterwards. -1 for null.
+//
+// While a message box is up, whoever showed it may be in the midst of this dictionary: it has ended
+// for everybody else then, has no tables for a walk over them, and its memory goes with the next
+// dictionary that is made or freed without a box. So a table stays good across a message, though
+// not across an event, after which it is asked for again by its name.
 Status DbDictFree(DbDictionary* dictionary) noexcept;
 
 // Told of each dictionary that is about to be freed, its tables still there: who remembers tables

@@ -14,32 +14,32 @@
 namespace qrn {
 namespace {
 
-// -1 after the message for a code other than 0.
-Status Reported(int32_t code, MessageId message) {
-  if (code == 0) return kSuccess;
-  ShowMessage(message, static_cast<int>(code));
+// No lexbase code: what a row handler gives without memory.
+constexpr int32_t kNoMemory = INT32_MIN;
+
+// What became of a reading: lexbase's code, and the message that a code other than 0 is told with.
+struct Outcome {
+  int32_t code = 0;
+  MessageId message = kVE812;
+};
+
+// -1 after the message for a code other than 0. The reading is closed by then: there is only one at
+// a time, and what runs while the message is up may want its own.
+Status Reported(const Outcome& outcome) {
+  if (outcome.code == 0) return kSuccess;
+  if (outcome.code == kNoMemory) {
+    ReportMemoryFailure();
+  } else {
+    ShowMessage(outcome.message, static_cast<int>(outcome.code));
+  }
   return kFailure;
 }
 
-Status ReportedMemory() {
-  ReportMemoryFailure();
-  return kFailure;
-}
-
-// No lexbase code: what a row handler gives after it reported a lack of memory.
-constexpr int32_t kReported = INT32_MIN;
-
-int32_t ReportedRow() {
-  ReportMemoryFailure();
-  return kReported;
-}
-
-Status ReadTableList(DbDictionary& dictionary) {
-  const int32_t code = ForEachRow(&ReadFileRow, [&](const FileRow& row) {
+int32_t ReadTables(DbDictionary& dictionary) {
+  return ForEachRow(&ReadFileRow, [&](const FileRow& row) {
     if (row.flags == kRowOfDictionaryItself) return kNextRow;
     return AppendTable(dictionary, row) ? kNextRow : FailedRow(kFailure);
   });
-  return Reported(code, kVE029);
 }
 
 // Rows come in the order of their tables' ids, so the first of a later table ends the reading.
@@ -47,7 +47,7 @@ int32_t ReadOwnFields(DbTableInfo& table) {
   return ForEachRow(&ReadFieldRow, [&](const FieldRow& row) {
     if (row.NamesDictionaryField() || row.type == kIndexName) return kNextRow;
     if (row.fileId != table.FileId) return row.fileId < table.FileId ? kNextRow : kEnoughRows;
-    return AppendField(table, row) != nullptr ? kNextRow : FailedRow(ReportedRow());
+    return AppendField(table, row) != nullptr ? kNextRow : FailedRow(kNoMemory);
   });
 }
 
@@ -55,19 +55,35 @@ int32_t ReadOwnSegments(DbTableInfo& table) {
   return ForEachRow(&ReadIndexRow, [&](const IndexRow& row) {
     if (row.fileId < kFirstUserFileId) return kNextRow;
     if (row.fileId != table.FileId) return row.fileId < table.FileId ? kNextRow : kEnoughRows;
-    return AppendSegment(table, row) ? kNextRow : FailedRow(ReportedRow());
+    return AppendSegment(table, row) ? kNextRow : FailedRow(kNoMemory);
   });
 }
 
-Status ReadTable(const QuorinSettings& settings, DbTableInfo& table) {
+Outcome ReadTable(const QuorinSettings& settings, DbTableInfo& table) {
   DictionaryReading reading;
-  if (Reported(reading.Open(settings.DeferredDirectory), kVE028) != 0) return kFailure;
-  const int32_t fields = ReadOwnFields(table);
-  if (fields != 0) return fields == kReported ? Status{kFailure} : Reported(fields, kVE030);
-  const int32_t segments = ReadOwnSegments(table);
-  if (segments != 0) return segments == kReported ? Status{kFailure} : Reported(segments, kVE031);
-  return Reported(reading.Close(), kVE812);
+  if (const int32_t code = reading.Open(settings.DeferredDirectory)) return {code, kVE028};
+  if (const int32_t code = ReadOwnFields(table)) return {code, kVE030};
+  if (const int32_t code = ReadOwnSegments(table)) return {code, kVE031};
+  return {reading.Close(), kVE812};
 }
+
+Outcome ReadTableList(QuorinSettings& settings, const char* directory, DbDictionary** dictionary) {
+  DictionaryReading reading;
+  if (const int32_t code = reading.Open(directory)) return {code, kVE028};
+  *dictionary = NewDictionary(directory);
+  if (*dictionary == nullptr) return {kNoMemory};
+  CopyText(settings.DeferredDirectory, directory);
+  if (const int32_t code = ReadTables(**dictionary)) return {code, kVE029};
+  return {reading.Close(), kVE812};
+}
+
+// The lists of one table while they are built: nobody meets them half done.
+struct ListsUnderWay : DbTableInfo {
+  explicit ListsUnderWay(const DbTableInfo& table) : DbTableInfo{} { FileId = table.FileId; }
+  ~ListsUnderWay() { FreeLists(*this); }
+  ListsUnderWay(const ListsUnderWay&) = delete;
+  ListsUnderWay& operator=(const ListsUnderWay&) = delete;
+};
 
 int32_t SumOfSizes(const DbTableInfo& table) {
   int32_t sum = 0;
@@ -79,23 +95,17 @@ int32_t SumOfSizes(const DbTableInfo& table) {
 
 Status DbDictLoadTableList(QuorinSettings& settings, const char* directory,
                            DbDictionary** dictionary) noexcept {
-  DictionaryReading reading;
-  if (Reported(reading.Open(directory), kVE028) != 0) return kFailure;
-  *dictionary = NewDictionary(directory);
-  if (*dictionary == nullptr) return ReportedMemory();
-  CopyText(settings.DeferredDirectory, directory);
-  if (ReadTableList(**dictionary) != 0) return kFailure;
-  return Reported(reading.Close(), kVE812);
+  return Reported(ReadTableList(settings, directory, dictionary));
 }
 
 Status DbDictLoadTable(QuorinSettings& settings, DbTableInfo& table) noexcept {
-  FreeLists(table);
-  if (ReadTable(settings, table) != 0) {
-    FreeLists(table);
-    return kFailure;
+  ListsUnderWay loaded(table);
+  const Outcome outcome = ReadTable(settings, loaded);
+  if (outcome.code == 0) {
+    SwapLists(loaded, table);
+    table.RecordLength = SumOfSizes(table);
   }
-  table.RecordLength = SumOfSizes(table);
-  return kSuccess;
+  return Reported(outcome);
 }
 
 }  // namespace qrn

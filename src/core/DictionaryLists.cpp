@@ -51,6 +51,7 @@ void FillField(DbFieldInfo& field, const FieldRow& row) {
 }  // namespace
 
 DbDictionary* NewDictionary(const char* directory) noexcept {
+  ReleaseEndedDictionaries();
   auto* dictionary = NewEntries<DbDictionary>(1);
   if (dictionary == nullptr) return nullptr;
   dictionary->Tables = NewEntries<DbTableInfo>(kMaxTables + 1);
@@ -103,6 +104,18 @@ bool AppendSegment(DbTableInfo& table, const IndexRow& row) noexcept {
     segment->Type = field->Type;
   }
   return true;
+}
+
+void SwapLists(DbTableInfo& left, DbTableInfo& right) noexcept {
+  std::swap(left.Fields, right.Fields);
+  std::swap(left.FieldCount, right.FieldCount);
+  std::swap(left.FieldCapacity, right.FieldCapacity);
+  std::swap(left.Segments, right.Segments);
+  std::swap(left.SegmentCount, right.SegmentCount);
+  std::swap(left.SegmentCapacity, right.SegmentCapacity);
+  std::swap(left.NamedIndexes, right.NamedIndexes);
+  std::swap(left.NamedIndexCount, right.NamedIndexCount);
+  std::swap(left.NamedIndexCapacity, right.NamedIndexCapacity);
 }
 
 void FreeLists(DbTableInfo& table) noexcept {

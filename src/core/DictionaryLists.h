@@ -6,6 +6,9 @@
 
 namespace qrn {
 
+// Gives back the memory of dictionaries that ended while a message box was up, unless one is still.
+void ReleaseEndedDictionaries() noexcept;
+
 // An empty dictionary of that directory (cut to 259 bytes); null without memory. There is one table
 // slot more than tables may be: an id equal to TableCount is let through to an empty slot.
 [[nodiscard]] DbDictionary* NewDictionary(const char* directory) noexcept;
@@ -19,6 +22,9 @@ namespace qrn {
 [[nodiscard]] DbFieldInfo* AppendField(DbTableInfo& table, const FieldRow& row) noexcept;
 [[nodiscard]] bool AppendNamedIndex(DbTableInfo& table, const FieldRow& row) noexcept;
 [[nodiscard]] bool AppendSegment(DbTableInfo& table, const IndexRow& row) noexcept;
+
+// Exchanges the three lists of two tables.
+void SwapLists(DbTableInfo& left, DbTableInfo& right) noexcept;
 
 // Frees the three lists; the table counts as not loaded afterwards.
 void FreeLists(DbTableInfo& table) noexcept;

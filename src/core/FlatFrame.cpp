@@ -1,6 +1,6 @@
 // The frame of the flat interface: dictionary, settings of the next open, what the dictionary
 // knows.
-#include <cstring>
+#include <utility>
 
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
@@ -14,15 +14,23 @@ namespace {
 
 const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
 
-// Closes and frees the current dictionary. An attached control that owned it learns of it.
-void DropCurrentDictionary() {
+// Takes the current dictionary away from everybody; an attached control that owned it learns of it.
+DbDictionary* TakeCurrentDictionary() {
   DbFlatState& state = TheFlatState();
-  if (state.CurrentDictionary == nullptr) return;
-  const bool ownedByControl =
-      state.AttachedControl != nullptr && state.AttachedDictionary == state.CurrentDictionary;
-  DbDictCloseAll(TheEngine(), *state.CurrentDictionary);
-  DbDictFree(state.CurrentDictionary);
-  if (ownedByControl) state.AttachedControl->DictionaryWasFreed();
+  DbDictionary* taken = state.CurrentDictionary;
+  const bool attached = state.AttachedControl != nullptr && state.AttachedDictionary == taken;
+  if (taken != nullptr && attached) state.AttachedControl->DictionaryIsTaken();
+  ForgetFlatDictionary(taken);
+  return taken;
+}
+
+// Closes and frees the current dictionary. Nobody finds it meanwhile: a message of a close may let
+// others run, who may load one of their own.
+void DropCurrentDictionary() {
+  DbDictionary* dropped = TakeCurrentDictionary();
+  if (dropped == nullptr) return;
+  DbDictCloseAll(TheEngine(), *dropped);
+  DbDictFree(dropped);
 }
 
 template <class Member>
@@ -39,7 +47,10 @@ int32_t DbInitialize(const char* directory) noexcept {
   if (OrEmpty(directory)[0] == '\0') return kNoDirectory;
   DbFlatState& state = TheFlatState();
   DropCurrentDictionary();
-  const Status status = DbDictLoad(TheSettings(), directory, &state.CurrentDictionary);
+  DbDictionary* loaded = nullptr;
+  const Status status = DbDictLoad(TheSettings(), directory, &loaded);
+  while (state.CurrentDictionary != nullptr) DropCurrentDictionary();
+  state.CurrentDictionary = loaded;
   CopyText(state.DdfDir, status == 0 ? directory : "");
   return status;
 }

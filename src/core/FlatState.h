@@ -18,8 +18,8 @@ class AttachedDatabase {
   virtual const char* OwnerNameText() const noexcept = 0;
   virtual int32_t OpenModeValue() const noexcept = 0;  // as stored, not mapped
 
-  // The control's dictionary has been freed by a flat caller; it has none now.
-  virtual void DictionaryWasFreed() noexcept = 0;
+  // A flat caller ends the control's dictionary: it is no longer the control's, who has none now.
+  virtual void DictionaryIsTaken() noexcept = 0;
 
  protected:
   ~AttachedDatabase() = default;

@@ -83,7 +83,7 @@ void ExResultStore::Clear() {
 
 void ExResultStore::ForgetTables(const DbDictionary& dictionary) {
   const std::less<const DbTableInfo*> before;
-  const DbTableInfo* end = dictionary.Tables + kMaxTables;
+  const DbTableInfo* end = dictionary.Tables + kMaxTables + 1;
   for (ExResultSlot& slot : slots_) {
     if (!before(slot.Table, dictionary.Tables) && before(slot.Table, end)) slot.Table = nullptr;
   }

@@ -18,6 +18,14 @@ std::span<const uint8_t> RestOf(std::span<const uint8_t> record, const uint8_t* 
   return {bytes, end};
 }
 
+// The record from `offset` on, as it is now: while the message of an unknown type is up the table
+// may be closed.
+std::span<const uint8_t> RecordFrom(const DbTableInfo& table, size_t offset) {
+  if (table.RecordBuffer == nullptr) return {};
+  const std::span<const uint8_t> record(table.RecordBuffer, table.BufferAllocated);
+  return record.subspan(std::min(offset, record.size()));
+}
+
 int32_t TextStep(const void* valueBytes, size_t limit) {
   if (valueBytes == nullptr) return 1;
   const auto* text = static_cast<const char*>(valueBytes);
@@ -68,15 +76,16 @@ int32_t IsFieldNull(const QuorinSettings& settings, const DbTableInfo& table,
                     const char* fieldName) {
   constexpr int32_t kIsNull = 65535;
   if (table.RecordBuffer == nullptr || table.Fields == nullptr || fieldName == nullptr) return 0;
-  std::span<const uint8_t> rest(table.RecordBuffer, table.BufferAllocated);
+  size_t at = 0;
   for (const DbFieldInfo& field : std::span(table.Fields, static_cast<size_t>(table.FieldCount))) {
+    const auto rest = RecordFrom(table, at);
     const bool nullable = (field.Flags & kFieldNullable) != 0;
     if (std::strcmp(field.Name, fieldName) == 0) {
       return nullable && !rest.empty() && rest[0] != 0 ? kIsNull : 0;
     }
-    if (nullable) rest = rest.subspan(std::min<size_t>(rest.size(), 1));
-    const int32_t step = GetFieldStoredSize(settings, field, rest.data(), rest.size());
-    rest = rest.subspan(std::min(rest.size(), static_cast<size_t>(step)));
+    if (nullable) ++at;
+    const auto value = RecordFrom(table, at);
+    at += static_cast<size_t>(GetFieldStoredSize(settings, field, value.data(), value.size()));
   }
   return 0;
 }

@@ -13,10 +13,18 @@ using ShowBoxFunction = int (*)(const char* text, unsigned flags);
 
 // Shows the text and waits for the user's answer. Natively it goes to the standard error stream as
 // UTF-8, and the answer is OK.
+//
+// While it waits, everything else of the application's thread may run, and call the engine.
 int ShowBox(const char* text, unsigned flags) noexcept;
+
+// True while a box waits for its answer: somebody who showed it is still in the middle of his work.
+bool IsBoxUp() noexcept;
 
 // Puts another function in the box's place; null brings the real one back. Returns what stood
 // there (null for the real one).
 ShowBoxFunction ReplaceShowBox(ShowBoxFunction function) noexcept;
+
+// The system's own box, behind ShowBox.
+int ShowSystemBox(const char* text, unsigned flags) noexcept;
 
 }  // namespace qrn

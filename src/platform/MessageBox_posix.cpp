@@ -1,22 +1,19 @@
 #include <cstdio>
+#include <new>
 
 #include "platform/CodePage.h"
 #include "platform/MessageBox.h"
-#include "platform/Seam.h"
 
 namespace qrn {
-namespace {
 
-int PrintBox(const char* text, unsigned) {
-  std::fprintf(stderr, "%s\n", CodePageToUtf8(text).c_str());
+// Without memory the bytes come as they are: the message may well be that there is none.
+int ShowSystemBox(const char* text, unsigned) noexcept {
+  try {
+    std::fprintf(stderr, "%s\n", CodePageToUtf8(text).c_str());
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "%s\n", text);
+  }
   return kBoxOk;
 }
-
-constinit Seam<ShowBoxFunction> box{&PrintBox};
-
-}  // namespace
-
-int ShowBox(const char* text, unsigned flags) noexcept { return box(text, flags); }
-ShowBoxFunction ReplaceShowBox(ShowBoxFunction function) noexcept { return box.Replace(function); }
 
 }  // namespace qrn

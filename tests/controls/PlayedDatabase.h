@@ -24,7 +24,7 @@ class PlayedDatabase final : public DataControl {
   const char* DdfDirText() const noexcept override { return office_.Directory(); }
   const char* OwnerNameText() const noexcept override { return ""; }
   int32_t OpenModeValue() const noexcept override { return 0; }
-  void DictionaryWasFreed() noexcept override {}
+  void DictionaryIsTaken() noexcept override {}
 
  private:
   Office& office_;

@@ -64,18 +64,21 @@ bool Database::CopyFromAnother(Status& status) {
   if (source == nullptr) return false;
   DbDictionary* copy = nullptr;
   status = DbDictCopy(*source, &copy);
-  Dictionary.reset(copy);
+  Adopt(copy);
   return true;
 }
 
-// A load that failed half way leaves no dictionary.
-Status Database::Load() {
+// Kept so: what a load has built before it failed stays, as it does for the flat functions.
+Status Database::LoadQuietly() {
   DbDictionary* loaded = nullptr;
   const Status status = DbDictLoad(TheEngine().Settings, DDFDir.c_str(), &loaded);
-  Dictionary.reset(loaded);
-  if (status == 0) return status;
-  Dictionary.reset();
-  ShowMessage(kVE028, static_cast<int>(status));
+  Adopt(loaded);
+  return status;
+}
+
+Status Database::Load() {
+  const Status status = LoadQuietly();
+  if (status != 0) ShowMessage(kVE028, static_cast<int>(status));
   return status;
 }
 
@@ -128,6 +131,12 @@ void Database::ControlGoes() {
   ForgetAttachedDatabase(this);
 }
 
+// While a message of a load or of a close was up, another may have come.
+void Database::Adopt(DbDictionary* dictionary) {
+  while (Dictionary) DropTables();
+  Dictionary.reset(dictionary);
+}
+
 // Nobody finds the dictionary while its tables close: a message of a close may let others run.
 void Database::DropTables() {
   const OwnedDictionary dropped = std::move(Dictionary);
@@ -136,16 +145,12 @@ void Database::DropTables() {
   DbDictCloseAll(TheEngine(), *dropped);
 }
 
-void Database::DictionaryWasFreed() noexcept { static_cast<void>(Dictionary.release()); }
+void Database::DictionaryIsTaken() noexcept { static_cast<void>(Dictionary.release()); }
 
 Status Database::DbLoadDDF() {
   if (DDFDir.empty()) return kNoDirectory;
   DropTables();
-  DbDictionary* loaded = nullptr;
-  const Status status = DbDictLoad(TheEngine().Settings, DDFDir.c_str(), &loaded);
-  Dictionary.reset(loaded);
-  if (status != 0) Dictionary.reset();
-  return status;
+  return LoadQuietly();
 }
 
 Status Database::DbReset() { return qrn::DbReset(TheEngine(), Dictionary.get()); }

@@ -122,7 +122,7 @@ class Database : public DataControl {
   const char* DdfDirText() const noexcept override { return DDFDir.c_str(); }
   const char* OwnerNameText() const noexcept override { return OwnerName.c_str(); }
   int32_t OpenModeValue() const noexcept override { return OpenMode; }
-  void DictionaryWasFreed() noexcept override;
+  void DictionaryIsTaken() noexcept override;
 
  protected:
   Database() = default;
@@ -143,8 +143,10 @@ class Database : public DataControl {
   bool ErrorStands(const std::string& tableName, Status status);
 
   void TakeDistributedDirectory(const std::string& name);
+  void Adopt(DbDictionary* dictionary);  // in the place of the present one, which is dropped
   bool CopyFromAnother(Status& status);  // false when there is no other
-  Status Load();
+  Status LoadQuietly();
+  Status Load();  // VE028 for a failure
   bool ObtainAtStart();
   Status OpenAllAtStart();
   void AnnounceReady(const std::string& name);
