@@ -3,14 +3,17 @@
 # Every program build/*/bin/test_* is a GoogleTest program; every fuzz_* of the sanitizer build is a
 # fuzz target under its driver, run for a few seconds; every tests/scripts/*.sh is one test, passed
 # when it exits with 0. Logs go to build/test-logs.
+#
+# Three lanes run at once: two with a Wine prefix and a display each, which turn to the native
+# programs when no Windows test is left, and one for native programs alone. TEST_ONLY, an extended
+# regular expression, picks among the paths of programs and scripts.
 
-PASSED=0
-FAILED=0
 LOGS=$BUILD/test-logs
 FUZZ_SECONDS=${FUZZ_SECONDS:-4}
+WINDOWS_LANES=2
 
 # tally NAME LOG EXIT SECONDS: reads GoogleTest's closing lines; a program that ended badly without
-# a failed test counts as one failure.
+# a failed test counts as one failure. The counts go to the file that is added up at the end.
 tally() {
   local name=$1 log=$2 code=$3 seconds=$4 passed failed
   passed=$(tr -d '\r' <"$log" | sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\..*/\1/p' | tail -1)
@@ -18,8 +21,7 @@ tally() {
   passed=${passed:-0} failed=${failed:-0}
   if [ "$code" -ne 0 ] && [ "$failed" -eq 0 ]; then failed=1; fi
   if [ "$code" -eq 0 ] && [ "$passed" -eq 0 ] && [ "$failed" -eq 0 ]; then failed=1; fi
-  PASSED=$((PASSED + passed))
-  FAILED=$((FAILED + failed))
+  echo "$passed $failed" >>"$LOGS/tally"
   if [ "$failed" -eq 0 ]; then
     printf 'ok    %-34s %5d passed  %4ss\n' "$name" "$passed" "$seconds"
   else
@@ -44,45 +46,70 @@ test_sources() {
   one sources-are-formatted plain scripts/format.sh
 }
 
-test_native() {
-  local program
-  export ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1:detect_leaks=1
-  export UBSAN_OPTIONS=print_stacktrace=1
-  for program in "$BUILD"/native-asan/bin/test_*; do
-    [ -x "$program" ] && one "${program##*/}" gtest "$program"
-  done
-  for program in "$BUILD"/native-asan/bin/fuzz_*; do
-    [ -x "$program" ] && one "${program##*/}" plain "$program" --seconds "$FUZZ_SECONDS"
-  done
-  return 0
+run_native() {
+  case ${1##*/} in
+    test_*) one "${1##*/}" gtest "$1" ;;
+    fuzz_*) one "${1##*/}" plain "$1" --seconds "$FUZZ_SECONDS" ;;
+  esac
+}
+
+run_windows() {
+  case $1 in
+    *.sh) one "$(basename "$1" .sh)" plain bash "$1" ;;
+    *) WINEDEBUG=-all,err+heap one "windows-$(basename "$1" .exe)" gtest "$WINE64" "$1" ;;
+  esac
+}
+
+# next LIST: takes the first line off a list that the lanes share; fails when nothing is left.
+next() {
+  local list=$LOGS/$1.list line
+  exec {held}>"$list.lock"
+  flock "$held"
+  line=$(head -1 "$list")
+  sed -i 1d "$list"
+  exec {held}>&-
+  [ -n "$line" ] && printf '%s\n' "$line"
+}
+
+# The tests that take longest come first, so that no lane is left with one at the end.
+list_tests() {
+  local first=' test_qrnform.exe test_controls.exe test_ole.exe test_module.exe test_btrieve '
+  local item
+  list() {
+    for item in "$@"; do
+      [[ -f $item && $item =~ ${TEST_ONLY:-.} ]] || continue
+      case $first in
+        *" ${item##*/} "*) printf '0 %s\n' "$item" ;;
+        *) printf '1 %s\n' "$item" ;;
+      esac
+    done | sort -s -k1,1 | cut -d' ' -f2-
+  }
+  list tests/scripts/*.sh "$BUILD"/windows/bin/test_*.exe >"$LOGS/windows.list"
+  list "$BUILD"/native-asan/bin/{test,fuzz}_* >"$LOGS/native.list"
 }
 
 # A display of our own: the programs under test get real windows and real input.
 start_display() {
-  local fd
-  exec {fd}> >(cat >"$LOGS/xvfb.number")
-  Xvfb -displayfd "$fd" -screen 0 1280x1024x24 -nolisten tcp >"$LOGS/xvfb.log" 2>&1 &
+  local number=$LOGS/xvfb.$1 tries
+  : >"$number"
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >"$LOGS/xvfb.$1.log" 2>&1 &
   XVFB=$!
-  exec {fd}>&-
-  local tries
   for tries in $(seq 100); do
-    [ -s "$LOGS/xvfb.number" ] && break
+    [ -s "$number" ] && break
     sleep 0.1
   done
-  DISPLAY=:$(cat "$LOGS/xvfb.number")
-  [ "$DISPLAY" != : ] || die "Xvfb did not start: see build/test-logs/xvfb.log"
+  DISPLAY=:$(cat "$number")
+  [ "$DISPLAY" != : ] || die "Xvfb did not start: see build/test-logs/xvfb.$1.log"
   export DISPLAY
 }
 
 # A fresh prefix from the template, one idle process that keeps the system processes alive (without
 # it every program waits two seconds for them), and the display.
 start_windows() {
-  QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
-  ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
-  clone_prefix "$BUILD/wine-template" "$BUILD/wine-test"
-  wine_environment "$BUILD/wine-test"
+  clone_prefix "$BUILD/wine-template" "$BUILD/wine-test-$1"
+  wine_environment "$BUILD/wine-test-$1"
   export QRN_PREFIX=$WINEPREFIX QRN_WINE=$WINE64
-  start_display
+  start_display "$1"
   "$WINE64" cmd /c pause </dev/zero >/dev/null 2>&1 &
   IDLE=$!
 }
@@ -94,28 +121,42 @@ stop_windows() {
   wait 2>/dev/null || true
 }
 
-test_windows() {
-  local program script
-  start_windows
+native_lane() {
+  local item
+  export ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1:detect_leaks=1
+  export UBSAN_OPTIONS=print_stacktrace=1
+  while item=$(next native); do run_native "$item"; done
+}
+
+windows_lane() {
+  local item
   trap stop_windows EXIT
-  for program in "$BUILD"/windows/bin/test_*.exe; do
-    [ -f "$program" ] || continue
-    TEST_TIMEOUT=600 WINEDEBUG=-all,err+heap one "windows-$(basename "$program" .exe)" gtest "$WINE64" "$program"
-  done
-  for script in tests/scripts/*.sh; do
-    [ -f "$script" ] && TEST_TIMEOUT=600 one "$(basename "$script" .sh)" plain bash "$script"
-  done
+  start_windows "$1"
+  while item=$(next windows); do run_windows "$item"; done
   trap - EXIT
   stop_windows
+  native_lane
 }
 
 run_tests() {
+  local lane passed=0 failed=0 lanes=() pid
   rm -rf "$LOGS"
   mkdir -p "$LOGS"
   test_sources
-  test_native
-  test_windows
+  list_tests
+  QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
+  ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
+  for lane in $(seq "$WINDOWS_LANES"); do
+    (windows_lane "$lane") &
+    lanes+=($!)
+  done
+  (native_lane) &
+  lanes+=($!)
+  for pid in "${lanes[@]}"; do
+    wait "$pid" || echo '0 1' >>"$LOGS/tally"
+  done
+  read -r passed failed < <(awk '{p += $1; f += $2} END {print p + 0, f + 0}' "$LOGS/tally")
   echo
-  printf '%d passed, %d failed\n' "$PASSED" "$FAILED"
-  [ "$FAILED" -eq 0 ]
+  printf '%d passed, %d failed\n' "$passed" "$failed"
+  [ "$failed" -eq 0 ]
 }
