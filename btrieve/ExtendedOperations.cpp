@@ -81,8 +81,8 @@ class ExtendedRead {
   // The walk has met a change of the file: it goes on behind the last record examined.
   Status BeginAgain() {
     Session& session = call_.session;
-    const Status status =
-        session.Retry(call_.lock.wait, [&] { return session.SettleIntents(call_.File()); });
+    const Status status = session.Retry(call_.File(), call_.lock.wait,
+                                        [&] { return session.SettleIntents(call_.File()); });
     if (status != kOk) return status;
     if (!last_.any) {
       Begin();
@@ -149,7 +149,7 @@ class ExtendedRead {
   Status Lock(uint32_t position) {
     FileLocks& locks = call_.File().Locks();
     const bool held = locks.Holds(position);
-    const Status status = call_.session.Retry(call_.lock.wait, [&]() -> Status {
+    const Status status = call_.session.Retry(call_.File(), call_.lock.wait, [&]() -> Status {
       const FileLocks::Activity activity(locks);
       return activity ? LockRecord(call_, position) : kFileInUse;
     });

@@ -4,7 +4,8 @@ namespace btrieve {
 
 FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_) {
   if (granted_) return;
-  granted_ = locks.activities_ > 0 || locks.space_.TryShared(lockbyte::kTransaction);
+  granted_ = locks.activities_ > 0 || locks.space_.TryShared(lockbyte::kTransaction) ||
+             locks.Refuse(lockbyte::kTransaction);
   if (!granted_) return;
   ++locks.activities_;
   counted_ = &locks;
@@ -13,6 +14,14 @@ FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_
 void FileLocks::Activity::End() noexcept {
   FileLocks* locks = std::exchange(counted_, nullptr);
   if (locks && --locks->activities_ == 0) locks->space_.Release(lockbyte::kTransaction);
+}
+
+bool FileLocks::KeepsWaiting(uint64_t byte) const noexcept {
+  if (byte == lockbyte::kTransaction) return whole_;
+  if (byte == lockbyte::kRecordHolders) return presence_ > 0;
+  if (byte >= lockbyte::kClaims) return claims_.contains(byte);
+  const bool isRecord = byte >= lockbyte::kRecords && byte < lockbyte::kOwners;
+  return isRecord && Holds(static_cast<uint32_t>(byte - lockbyte::kRecords));
 }
 
 bool FileLocks::AddPresence() noexcept {
@@ -31,9 +40,10 @@ bool FileLocks::Hold(uint32_t position) {
     ++found->second;
     return true;
   }
-  if (!space_.TryExclusive(lockbyte::Record(position))) return false;
+  const uint64_t byte = lockbyte::Record(position);
+  if (!space_.TryExclusive(byte)) return Refuse(byte);
   if (!AddPresence()) {
-    space_.Release(lockbyte::Record(position));
+    space_.Release(byte);
     return false;
   }
   records_.emplace(position, 1);
@@ -51,13 +61,13 @@ void FileLocks::Drop(uint32_t position) noexcept {
 bool FileLocks::HoldBriefly(uint32_t position, HeldByte& byte) noexcept {
   if (Holds(position)) return true;
   byte = HeldByte::Exclusive(space_, lockbyte::Record(position));
-  return static_cast<bool>(byte);
+  return byte || Refuse(lockbyte::Record(position));
 }
 
 bool FileLocks::Claim(uint64_t hash) {
   const uint64_t byte = lockbyte::Claim(hash);
   if (claims_.contains(byte)) return true;
-  if (!space_.TryExclusive(byte)) return false;
+  if (!space_.TryExclusive(byte)) return Refuse(byte);
   claims_.insert(byte);
   return true;
 }
@@ -65,7 +75,7 @@ bool FileLocks::Claim(uint64_t hash) {
 bool FileLocks::ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept {
   if (claims_.contains(lockbyte::Claim(hash))) return true;
   byte = HeldByte::Exclusive(space_, lockbyte::Claim(hash));
-  return static_cast<bool>(byte);
+  return byte || Refuse(lockbyte::Claim(hash));
 }
 
 void FileLocks::DropClaims() noexcept {
@@ -85,9 +95,13 @@ bool FileLocks::OthersHoldRecords() noexcept {
 
 Status FileLocks::TakeWhole() noexcept {
   if (whole_) return kOk;
-  if (!space_.TryExclusive(lockbyte::kTransaction)) return kFileInUse;
+  if (!space_.TryExclusive(lockbyte::kTransaction)) {
+    Refuse(lockbyte::kTransaction);
+    return kFileInUse;
+  }
   if (OthersHoldRecords()) {
     space_.Release(lockbyte::kTransaction);
+    Refuse(lockbyte::kRecordHolders);
     return kRecordInUse;
   }
   whole_ = true;

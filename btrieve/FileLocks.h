@@ -14,6 +14,14 @@ class FileLocks {
  public:
   LockSpace& Space() noexcept { return space_; }
 
+  // The byte that another process would not let this one have when one of the functions below was
+  // last refused; 0 since ForgetRefusal, and where nobody keeps the byte for long.
+  uint64_t Refused() const noexcept { return refused_; }
+  void ForgetRefusal() noexcept { refused_ = 0; }
+  // Whether others' wait for the byte lasts for as long as this process goes on as it does: a write
+  // or a look of the moment does not count.
+  bool KeepsWaiting(uint64_t byte) const noexcept;
+
   // Says for the length of a scope that a write or a locking read is under way. Empty while another
   // process has the file in an exclusive transaction. Costs nothing while this process has.
   class Activity {
@@ -55,6 +63,11 @@ class FileLocks {
 
  private:
   bool OthersHoldRecords() noexcept;
+  // False, noting the byte as refused.
+  bool Refuse(uint64_t byte) noexcept {
+    refused_ = byte;
+    return false;
+  }
 
   LockSpace space_;
   std::unordered_map<uint32_t, uint32_t> records_;  // with the number of holders
@@ -62,6 +75,7 @@ class FileLocks {
   uint32_t presence_ = 0;
   uint32_t activities_ = 0;  // one within another
   bool whole_ = false;
+  uint64_t refused_ = 0;
 };
 
 }  // namespace btrieve

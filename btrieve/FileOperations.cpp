@@ -51,7 +51,7 @@ Status OpenFile(Call& call) {
   }
   DataFile& file = *cursor->file;
   if (const Status status =
-          call.session.Retry(true, [&] { return call.session.SettleIntents(file); })) {
+          call.session.Retry(file, true, [&] { return call.session.SettleIntents(file); })) {
     return status;
   }
   cursor->readOnly = mode.readOnly;

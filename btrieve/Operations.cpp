@@ -17,6 +17,7 @@ enum Needs : uint16_t {
   kRecords = 1 << 6,    // 41 in a key-only file: goes by place
   kMayGetKey = 1 << 7,  // +50 means something
   kReads = 1 << 8,      // takes the transaction's lock where it asks for none
+  kNoChunks = 1 << 9,   // 41 for -2, which asks for parts of a record
 };
 
 constexpr uint16_t kAlongKey = kCursor | kKey | kKeyOut | kMayGetKey | kReads;
@@ -51,7 +52,7 @@ constexpr OperationRow kOperations[] = {
     {20, EndTransaction,       kNothing},
     {21, AbortTransaction,     kNothing},
     {22, GetPosition,          kCursor},
-    {23, GetDirect,            kCursor | kKeyOrNone | kKeyOut | kReads},
+    {23, GetDirect,            kCursor | kKeyOrNone | kKeyOut | kReads | kNoChunks},
     {24, StepNext,             kByPlace},
     {25, Stop,                 kNothing},
     {26, Version,              kNothing},
@@ -79,6 +80,7 @@ constexpr uint16_t kLongOwner = 17029;
 constexpr uint16_t kSetOwner = 29;
 constexpr uint16_t kBegin = 19;
 constexpr uint16_t kGetKeyBias = 50;
+constexpr int8_t kChunks = -2;
 
 const OperationRow* FindOperation(uint16_t number) noexcept {
   for (const OperationRow& row : kOperations) {
@@ -156,6 +158,7 @@ Status Check(Call& call, uint16_t needs) noexcept {
   }
   if ((needs & kNoActive) && call.session.InTransaction()) return kNotAllowed;
   if ((needs & kRecords) && call.File().Spec().IsKeyOnly()) return kNotAllowed;
+  if ((needs & kNoChunks) && call.keyNumber == kChunks) return kNotAllowed;
   if (const Status status = FindKey(call, needs)) return status;
   if (const Status status = CheckKeyBuffer(call, needs)) return status;
   if (needs & kReads) TakeTransactionsLock(call);

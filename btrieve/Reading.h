@@ -19,7 +19,7 @@ Status FindRecord(Call& call, Hit& hit, Find find) {
   if (const Status status = call.session.PrepareRead(file, call.lock.wait)) return status;
   if (call.lock.kind == LockKind::None) return find(hit);
   if (const Status status = CheckLockKind(call)) return status;
-  return call.session.Retry(call.lock.wait, [&]() -> Status {
+  return call.session.Retry(file, call.lock.wait, [&]() -> Status {
     const FileLocks::Activity activity(file.Locks());
     if (const Status status = call.session.SettleIntents(file)) return status;
     if (const Status status = find(hit)) return status;

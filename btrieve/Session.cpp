@@ -1,6 +1,7 @@
 #include "btrieve/Session.h"
 
 #include <algorithm>
+#include <new>
 #include <thread>
 
 #include "btrieve/Maintenance.h"
@@ -19,15 +20,34 @@ Session& Session::Get() {
   return *session;
 }
 
-Session::Patience::Patience(Session& session, bool wait) noexcept
-    : session_(session), end_(Clock::now() + (wait ? kLockWait : kGrace)) {}
+Session::Patience::Patience(Session& session, DataFile* file, bool wait) noexcept
+    : session_(session),
+      file_(file),
+      wait_(wait),
+      begin_(Clock::now()),
+      end_(begin_ + (wait ? kLockWait : kGrace)) {
+  if (file_) file_->Locks().ForgetRefusal();
+}
 
-bool Session::Patience::Pause() noexcept {
-  if (Clock::now() + next_ > end_) return false;
+Status Session::Patience::Pause(Status refusal) {
+  if (Clock::now() + next_ > end_) return refusal;
+  if (IsDeadlocked()) return kDeadlock;
+  if (file_) file_->Locks().ForgetRefusal();
   session_.SyncIfDue();
   std::this_thread::sleep_for(next_);
   next_ = std::min(next_ * 2, kLongestPause);
-  return true;
+  return kOk;
+}
+
+bool Session::Patience::IsDeadlocked() {
+  if (!file_ || !wait_ || Clock::now() < begin_ + kGrace) return false;
+  if (!others_) others_.reset(new (std::nothrow) LockWait);
+  if (!others_) return false;
+  const Obstacle obstacle{file_->Identity(), file_->Locks().Refused()};
+  return others_->IsToGiveWay(obstacle, [this](const Obstacle& wanted) {
+    const std::shared_ptr<DataFile> file = session_.FindFile(wanted.file);
+    return file && file->Locks().KeepsWaiting(wanted.byte);
+  });
 }
 
 std::shared_ptr<DataFile> Session::FindFile(const FileIdentity& identity) {
@@ -80,12 +100,12 @@ void Session::TakePart(DataFile& file, bool writes) {
 
 Status Session::PrepareRead(DataFile& file, bool wait) {
   if (transaction_.kind == TransactionKind::Exclusive && !file.Locks().HasWhole()) {
-    if (const Status status = Retry(wait, [&] { return Occupy(file); })) return status;
+    if (const Status status = Retry(file, wait, [&] { return Occupy(file); })) return status;
   }
   file.Touch();
   file.Base().EnterRead();
   if (file.Base().Counts().intents == 0) return kOk;
-  return Retry(wait, [&] { return SettleIntents(file); });
+  return Retry(file, wait, [&] { return SettleIntents(file); });
 }
 
 void Session::ReleaseLocks(Cursor& cursor, bool ofTransactionOnly) noexcept {

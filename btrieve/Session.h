@@ -9,10 +9,12 @@
 
 #include "btrieve/Cursor.h"
 #include "btrieve/DataFile.h"
+#include "btrieve/LockWait.h"
 
 namespace btrieve {
 
-// How long a call waits for another process's lock before it gives 84 or 85.
+// How long a call waits for another process's lock before it gives 84 or 85; or 78, much earlier,
+// where processes wait for each other and this one began last.
 inline constexpr std::chrono::milliseconds kLockWait{3000};
 
 enum class TransactionKind : uint8_t { None, Exclusive, Concurrent };
@@ -78,7 +80,11 @@ class Session {
   // The running transaction uses the file, so that its end must look at it.
   void TakePart(DataFile& file, bool writes);
 
-  // Repeats `attempt` while it gives 84 or 85, for as long as the wait allows.
+  // Repeats `attempt`, which takes locks of `file`, while it gives 84 or 85, for as long as the
+  // wait allows; 78 when it waits in vain.
+  template <class Attempt>
+  Status Retry(DataFile& file, bool wait, Attempt attempt);
+  // The same, without 78, for bytes that nobody keeps while he waits himself: gates, settlers'.
   template <class Attempt>
   Status Retry(bool wait, Attempt attempt);
 
@@ -92,6 +98,8 @@ class Session {
 
  private:
   class Patience;
+  template <class Attempt>
+  static Status Repeat(Patience& patience, Attempt attempt);
 
   Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                   bool& alone);
@@ -125,28 +133,46 @@ class Session {
 // milliseconds pass: another process's single write holds its locks for less than that.
 class Session::Patience {
  public:
-  Patience(Session& session, bool wait) noexcept;
-  // False when the time is up.
-  bool Pause() noexcept;
+  // For a lock of `file`; null: for what nobody keeps while he waits himself.
+  Patience(Session& session, DataFile* file, bool wait) noexcept;
+  // 0 to try again; `refusal` when the time is up, 78.
+  Status Pause(Status refusal);
 
  private:
+  bool IsDeadlocked();
+
   Session& session_;
+  DataFile* file_;
+  bool wait_;
+  Clock::time_point begin_;
   Clock::time_point end_;
   std::chrono::milliseconds next_{1};
+  std::unique_ptr<LockWait> others_;  // once it has lasted longer than a single write
 };
 
 // What an attempt gives to be repeated at once: it has met a change and must look anew.
 inline constexpr Status kLookAgain = -1;
 
 template <class Attempt>
-Status Session::Retry(bool wait, Attempt attempt) {
-  Patience patience(*this, wait);
+Status Session::Repeat(Patience& patience, Attempt attempt) {
   while (true) {
     const Status status = attempt();
     if (status == kLookAgain) continue;
     if (status != kRecordInUse && status != kFileInUse) return status;
-    if (!patience.Pause()) return status;
+    if (const Status end = patience.Pause(status)) return end;
   }
+}
+
+template <class Attempt>
+Status Session::Retry(DataFile& file, bool wait, Attempt attempt) {
+  Patience patience(*this, &file, wait);
+  return Repeat(patience, attempt);
+}
+
+template <class Attempt>
+Status Session::Retry(bool wait, Attempt attempt) {
+  Patience patience(*this, nullptr, wait);
+  return Repeat(patience, attempt);
 }
 
 }  // namespace btrieve

@@ -201,7 +201,7 @@ Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& writ
                   std::vector<uint32_t>& positions) {
   Status stopped = kOk;
   const size_t before = positions.size();
-  const Status status = call.session.Retry(Waits(call), [&]() -> Status {
+  const Status status = call.session.Retry(call.File(), Waits(call), [&]() -> Status {
     WriteScope scope(call.session, call.File());
     stopped = InsertAll(scope, call.File(), images, written, positions);
     if (positions.size() == before) return stopped;
@@ -238,7 +238,7 @@ Status Insert(Call& call) {
   if (const Status status = TakeImage(file, {call.data, call.room}, given)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
   Written written;
-  const Status status = call.session.Retry(Waits(call), [&]() -> Status {
+  const Status status = call.session.Retry(file, Waits(call), [&]() -> Status {
     WriteScope scope(call.session, file);
     const Status inserted = InsertOne(scope, file, given, written);
     if (inserted == kOk) scope.Commit();
@@ -256,8 +256,8 @@ Status Update(Call& call) {
   if (const Status status = TakeImage(call.File(), {call.data, call.room}, given)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
   Written written;
-  const Status status =
-      call.session.Retry(Waits(call), [&] { return UpdateOnce(call, given, written); });
+  const Status status = call.session.Retry(call.File(), Waits(call),
+                                           [&] { return UpdateOnce(call, given, written); });
   if (status != kOk) return status;
   StandOnWritten(call, written);
   FollowUpdate(call, written.plan);
@@ -269,7 +269,8 @@ Status Update(Call& call) {
 Status Delete(Call& call) {
   if (const Status status = CheckWritable(*call.cursor)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
-  const Status status = call.session.Retry(Waits(call), [&] { return DeleteOnce(call); });
+  const Status status =
+      call.session.Retry(call.File(), Waits(call), [&] { return DeleteOnce(call); });
   if (status != kOk) return status;
   Cursor& cursor = *call.cursor;
   ReleaseRecord(cursor);

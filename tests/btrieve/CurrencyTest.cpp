@@ -125,7 +125,9 @@ TEST(Currency, Positions) {
        "3 ok #43 ok #43 #43"},
       {"dead position leaves the place", kFive, "eq0=3 del first0 direct0=3 next0", "3 ok 1 #43 2"},
       {"key leaves the record out", kNoted, "eq0=1 direct3=2 next0 pos", "1 #44 2 2"},
-      {"no such key", kFive, "direct5=2", "#6"},
+      {"no such key", kFive, "direct5=2 direct-3=2", "#6 #6"},
+      {"parts of a record are not given", kFive, "eq0=3 direct-2=2 direct-2=2+200 next0",
+       "3 #41 #41 4"},
       {"stable over updates", kFive, "eq0=2 upd0=9,Zed direct0=2", "2 ok 9"},
   });
 }

@@ -3,19 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace btrieve::test {
 namespace {
 
 constexpr size_t kSize = 20;
-
-std::vector<std::string> Split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::istringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-  return parts;
-}
 
 std::string Trimmed(Bytes bytes) {
   while (!bytes.empty() && bytes.back() == ' ') bytes.pop_back();

@@ -23,7 +23,13 @@ class OtherProcess : public Client {
   void Begin(int operation, int block, const CallIn& in);
   CallOut Finish();
 
+  // Whether Finish would not wait.
+  bool IsAnswered() const;
+
   void Kill();
+  // Keeps it from running, and lets it again.
+  void Halt();
+  void Resume();
   int Output() const { return fromWorker_; }
 
  private:

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -65,6 +66,14 @@ void OtherProcess::Kill() {
   kill(process_, SIGKILL);
   waitpid(process_, nullptr, 0);
   process_ = -1;
+}
+
+void OtherProcess::Halt() { kill(process_, SIGSTOP); }
+void OtherProcess::Resume() { kill(process_, SIGCONT); }
+
+bool OtherProcess::IsAnswered() const {
+  pollfd look{fromWorker_, POLLIN, 0};
+  return poll(&look, 1, 0) > 0;
 }
 
 void OtherProcess::Begin(int operation, int block, const CallIn& in) {

@@ -1,6 +1,7 @@
 #include "Bytes.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace btrieve::test {
 namespace {
@@ -28,6 +29,13 @@ Bytes Hex(std::string_view text) {
     high = !high;
   }
   return bytes;
+}
+
+std::vector<std::string> Split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
 }
 
 Bytes Padded(std::string_view text, size_t width, char fill) {

@@ -17,6 +17,8 @@ Bytes Hex(std::string_view text);
 Bytes Padded(std::string_view text, size_t width, char fill = ' ');
 // "012aff"
 std::string ToHex(const Bytes& bytes);
+// The parts between separators; none for an empty text.
+std::vector<std::string> Split(const std::string& text, char separator);
 
 template <class Value>
 Bytes Number(Value value) {
