@@ -78,6 +78,10 @@ bool FileLocks::ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept {
   return byte || Refuse(lockbyte::Claim(hash));
 }
 
+void FileLocks::DropClaim(uint64_t hash) noexcept {
+  if (claims_.erase(lockbyte::Claim(hash)) != 0) space_.Release(lockbyte::Claim(hash));
+}
+
 void FileLocks::DropClaims() noexcept {
   for (const uint64_t byte : claims_) space_.Release(byte);
   claims_.clear();

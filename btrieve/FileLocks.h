@@ -52,6 +52,8 @@ class FileLocks {
 
   // The value of a unique key, until DropClaims. False while another process adds the same one.
   [[nodiscard]] bool Claim(uint64_t hash);
+  bool HasClaim(uint64_t hash) const noexcept { return claims_.contains(lockbyte::Claim(hash)); }
+  void DropClaim(uint64_t hash) noexcept;
   [[nodiscard]] bool ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept;
   void DropClaims() noexcept;
 

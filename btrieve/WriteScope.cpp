@@ -21,6 +21,17 @@ WriteScope::WriteScope(Session& session, DataFile& file)
 
 WriteScope::~WriteScope() {
   if (kind_ == TransactionKind::None) file_.Base().RollbackWrite();
+  GiveBack();
+}
+
+// So that a refused write keeps nobody waiting, and waits itself with no more than it had before.
+void WriteScope::GiveBack() noexcept {
+  auto& held = file_.Part().held;
+  for (; newRecords_ > 0; --newRecords_) {
+    file_.Locks().Drop(held.back());
+    held.pop_back();
+  }
+  for (const uint64_t hash : newClaims_) file_.Locks().DropClaim(hash);
 }
 
 void WriteScope::EnterPlain() {
@@ -114,11 +125,17 @@ Status WriteScope::HoldRecord(uint32_t position) {
   if (std::find(held.begin(), held.end(), position) != held.end()) return kOk;
   if (!file_.Locks().Hold(position)) return kRecordInUse;
   held.push_back(position);
+  ++newRecords_;
   return kOk;
 }
 
 bool WriteScope::Claim(uint64_t hash) {
-  if (kind_ == TransactionKind::Concurrent) return file_.Locks().Claim(hash);
+  if (file_.Locks().HasClaim(hash)) return true;
+  if (kind_ == TransactionKind::Concurrent) {
+    if (!file_.Locks().Claim(hash)) return false;
+    newClaims_.push_back(hash);
+    return true;
+  }
   HeldByte byte;
   if (!file_.Locks().ClaimBriefly(hash, byte)) return false;
   brief_.push_back(std::move(byte));
@@ -152,6 +169,8 @@ Status WriteScope::Confirm() {
 uint64_t WriteScope::Carry(const WritePlan& plan, ByteView image) {
   Transaction& running = session_.Running();
   carried_ = true;
+  newClaims_.clear();
+  newRecords_ = 0;
   if (kind_ != TransactionKind::Exclusive) return Writer().Carry(plan, image);
   if (running.broken) throw Failure{kIoError};
   if (running.writers.front().get() != &file_) file_.Part().changed.insert(plan.position);

@@ -1,6 +1,7 @@
 // One attempt to write to one file, as the running transaction, or its absence, has it done:
 // straight into the file, into the file's open write transaction, or into the changes of a
-// concurrent one. Unless committed it leaves nothing behind but locks of the transaction.
+// concurrent one. Unless committed it leaves nothing behind but, of a concurrent transaction, the
+// locks of what it has carried.
 #pragma once
 
 #include <vector>
@@ -45,6 +46,7 @@ class WriteScope {
   void Settle();
   bool ReserveForOne();
   bool Claim(uint64_t hash);
+  void GiveBack() noexcept;
 
   Session& session_;
   DataFile& file_;
@@ -54,6 +56,10 @@ class WriteScope {
   Status blocked_ = kOk;
   bool carried_ = false;
   std::vector<HeldByte> brief_;
+  // Got for a concurrent transaction by a write that is not carried yet: claims, and the last ones
+  // of the records that the transaction holds.
+  std::vector<uint64_t> newClaims_;
+  size_t newRecords_ = 0;
 };
 
 }  // namespace btrieve
