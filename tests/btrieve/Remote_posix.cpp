@@ -30,14 +30,18 @@ struct Pipe {
   }
 };
 
-[[noreturn]] void RunWorker(const std::vector<std::string>& arguments, int input, int output) {
+std::vector<char*> PointersTo(std::vector<std::string>& arguments) {
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// Asks for no memory: another thread may have been asking when this process was made its copy.
+[[noreturn]] void RunWorker(char* const* arguments, int input, int output) {
   dup2(input, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);
-  const std::string path = WorkerPath();
-  std::vector<char*> pointers = {const_cast<char*>(path.c_str())};
-  for (const auto& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
-  pointers.push_back(nullptr);
-  execv(path.c_str(), pointers.data());
+  execv(arguments[0], arguments);
   _exit(127);
 }
 
@@ -47,8 +51,11 @@ OtherProcess::OtherProcess(const std::vector<std::string>& arguments) {
   signal(SIGPIPE, SIG_IGN);
   const Pipe input;
   const Pipe output;
+  std::vector<std::string> words = {WorkerPath()};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  const std::vector<char*> pointers = PointersTo(words);
   process_ = fork();
-  if (process_ == 0) RunWorker(arguments, input.read, output.write);
+  if (process_ == 0) RunWorker(pointers.data(), input.read, output.write);
   close(input.read);
   close(output.write);
   toWorker_ = input.write;
