@@ -7,6 +7,7 @@
 #include "core/Gateway.h"
 #include "core/KeyBuffer.h"
 #include "core/LongRecord.h"
+#include "core/MemoryFailure.h"
 #include "core/Record.h"
 #include "core/RecordBuffer.h"
 #include "core/RecordWalk.h"
@@ -115,15 +116,7 @@ int64_t StoreBlobs(DbEngine& engine, DbTableInfo& table, FieldControls& controls
   return sum;
 }
 
-}  // namespace
-
-int32_t DbOpToBtrieve(int32_t dbOperation) noexcept {
-  const auto* row = std::find_if(std::begin(kReads), std::end(kReads),
-                                 [&](const auto& pair) { return pair.dbOperation == dbOperation; });
-  return row != std::end(kReads) ? row->btrieve : -1;
-}
-
-Status DbButtonRead(DbEngine& engine, int32_t operation, BoundButton& button) {
+Status Read(DbEngine& engine, int32_t operation, BoundButton& button) {
   const auto [table, refusal] = AfterSetData(button);
   if (table == nullptr) return refusal;
   const bool variable = table->IsVariable != 0;
@@ -143,7 +136,7 @@ Status DbButtonRead(DbEngine& engine, int32_t operation, BoundButton& button) {
   return status;
 }
 
-Status DbButtonInsert(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
+Status Insert(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
   DbTableInfo* before = button.Table();
   if (before == nullptr) return kNotOpen;
   DbClearRecord(engine, *before);
@@ -162,7 +155,7 @@ Status DbButtonInsert(DbEngine& engine, BoundButton& button, bool noCurrencyChan
                      key, WritingKeyNumber(*table, button, noCurrencyChange));
 }
 
-Status DbButtonUpdate(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
+Status Update(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
   DbTableInfo* before = button.Table();
   if (before == nullptr) return kNotOpen;
   const int64_t walked = CollectFromControls(engine, *before, button.Controls());
@@ -180,14 +173,14 @@ Status DbButtonUpdate(DbEngine& engine, BoundButton& button, bool noCurrencyChan
                      key, WritingKeyNumber(*table, button, noCurrencyChange));
 }
 
-Status DbButtonDelete(DbEngine&, BoundButton& button) {
+Status Delete(BoundButton& button) {
   const auto [table, refusal] = AfterSetData(button);
   if (table == nullptr) return refusal;
   return BtrCall(DbAddLock(kOpDelete, button.DbLocks()), table->PosBlock, nullptr, nullptr, nullptr,
                  0, 0);
 }
 
-Status DbButtonStep(DbEngine& engine, int32_t operation, BoundButton& button) {
+Status Step(DbEngine& engine, int32_t operation, BoundButton& button) {
   DbTableInfo* table = button.Table();
   if (table == nullptr) return kNotOpen;
   uint32_t length = BoundedLength(*table, table->RecordLength);
@@ -197,7 +190,7 @@ Status DbButtonStep(DbEngine& engine, int32_t operation, BoundButton& button) {
   return status;
 }
 
-Status DbScrollCall(DbEngine& engine, int32_t operation, BoundCaller& caller) {
+Status Scroll(DbEngine& engine, int32_t operation, BoundCaller& caller) {
   DbTableInfo* table = caller.Table();
   if (table == nullptr) return kNotOpen;
   const int64_t length = int64_t{table->RecordLength} + 1;
@@ -209,6 +202,38 @@ Status DbScrollCall(DbEngine& engine, int32_t operation, BoundCaller& caller) {
                                     BoundedLength(*table, length), key, KeyNumber(*table, caller));
   if (status == 0) ShowOnControls(engine, caller);
   return status;
+}
+
+}  // namespace
+
+int32_t DbOpToBtrieve(int32_t dbOperation) noexcept {
+  const auto* row = std::find_if(std::begin(kReads), std::end(kReads),
+                                 [&](const auto& pair) { return pair.dbOperation == dbOperation; });
+  return row != std::end(kReads) ? row->btrieve : -1;
+}
+
+Status DbButtonRead(DbEngine& engine, int32_t operation, BoundButton& button) {
+  return OrNoMemory([&] { return Read(engine, operation, button); });
+}
+
+Status DbButtonInsert(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
+  return OrNoMemory([&] { return Insert(engine, button, noCurrencyChange); });
+}
+
+Status DbButtonUpdate(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
+  return OrNoMemory([&] { return Update(engine, button, noCurrencyChange); });
+}
+
+Status DbButtonDelete(DbEngine&, BoundButton& button) {
+  return OrNoMemory([&] { return Delete(button); });
+}
+
+Status DbButtonStep(DbEngine& engine, int32_t operation, BoundButton& button) {
+  return OrNoMemory([&] { return Step(engine, operation, button); });
+}
+
+Status DbScrollCall(DbEngine& engine, int32_t operation, BoundCaller& caller) {
+  return OrNoMemory([&] { return Scroll(engine, operation, caller); });
 }
 
 }  // namespace qrn

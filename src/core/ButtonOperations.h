@@ -2,8 +2,9 @@
 // into the record buffer, Btrieve is called, its answer goes back to the screen.
 //
 // A caller's handlers run in the middle, on the same buffer: what they change stays, and that is
-// the purpose of `SetData`. Results: 0, Btrieve's status, -1 (no key, no memory), -2 (the handler
-// of `SetData` refused; Btrieve was not called), -3 (the table went while a handler ran).
+// the purpose of `SetData`. Results: 0, Btrieve's status, -1 (no key; no memory, after VE001), -2
+// (the handler of `SetData` refused; Btrieve was not called), -3 (the table went while a handler
+// ran).
 #pragma once
 
 #include <cstdint>

@@ -44,11 +44,13 @@ const char* DbStatusText(int32_t status) noexcept {
   static char text[128];
   for (const StatusRow& row : kStatusTexts) {
     if (row.status != status) continue;
-    CopyText(text, Utf8ToCodePage(row.utf8));
+    CopyUtf8(text, row.utf8);
     return text;
   }
   // The format's own percent sign is no second byte of any character in it.
-  std::snprintf(text, sizeof text, Utf8ToCodePage(kAnyStatus).c_str(), status);
+  char format[64];
+  CopyUtf8(format, kAnyStatus);
+  std::snprintf(text, sizeof text, format, status);
   return text;
 }
 

@@ -1,7 +1,6 @@
 #include "core/ListFill.h"
 
 #include <algorithm>
-#include <new>
 #include <string>
 
 #include "core/DictionaryLookup.h"
@@ -86,16 +85,6 @@ Status Fill::Run(DbTableInfo& first, KeyBuffer& key) {
   return 0;
 }
 
-// Every status of a read that brings no record; without memory -1 after VE001.
-Status RunGuarded(Fill fill, DbTableInfo& table, KeyBuffer& key) {
-  try {
-    return fill.Run(table, key);
-  } catch (const std::bad_alloc&) {
-    ReportMemoryFailure();
-    return kFailure;
-  }
-}
-
 }  // namespace
 
 Status DbFillList(DbEngine& engine, RowSink& sink, const char* fieldName, int32_t indexPosition) {
@@ -109,7 +98,8 @@ Status DbFillList(DbEngine& engine, RowSink& sink, const char* fieldName, int32_
   KeyBuffer key;
   if (!DbBuildKey(*table, indexPosition, key)) return kFailure;
   const bool fixed = table->IsVariable == 0;
-  const Status status = RunGuarded(Fill(engine, sink, field, indexPosition), *table, key);
+  Fill fill(engine, sink, field, indexPosition);
+  const Status status = OrNoMemory([&] { return fill.Run(*table, key); });
   if (status == kDataBufferTooShort && fixed) return kSuccess;
   table = sink.Table();
   if (table != nullptr && table->IsOpen != 0) place.GoBack(*table, indexPosition);

@@ -29,7 +29,9 @@ void KeepReply(const DbTableInfo& table, const ExAccess& access, const FieldList
   result.NumOfResults = static_cast<uint16_t>(TheExResults().Find(id)->Records.size());
 }
 
-Status Execute(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
+// `findKey` gives the index position when its turn comes; nothing for a name that is no key's.
+template <class FindKey>
+Status Execute(DbEngine& engine, DbTableInfo& table, const ExAccess& access, FindKey findKey,
                ExAccessResult& result) {
   const auto condition = ParseSearchCond(engine, table, access.SearchCond, access.IgnoreCase);
   if (!condition) return kBadCondition;
@@ -39,38 +41,48 @@ Status Execute(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
       ExRequest(engine.ExMode, access.SkipRecords, *condition, access.MaxRecords, *fields));
   if (!exchange) return kExNoMemory;
   KeyBuffer key;
-  if (!DbBuildKey(table, access.Key, key)) return kNoIndex;
+  const std::optional<int32_t> position = findKey();
+  if (!position || !DbBuildKey(table, *position, key)) return kNoIndex;
   const Status status = exchange->Call(
       static_cast<uint16_t>(access.Operation), table,
-      {key.Bytes(), key.Length(), static_cast<int8_t>(DbSegmentToKey(table, access.Key))});
+      {key.Bytes(), key.Length(), static_cast<int8_t>(DbSegmentToKey(table, *position))});
   if (BringsRecords(status)) KeepReply(table, access, *fields, exchange->Reply(), result);
   return status;
 }
 
-}  // namespace
-
-Status ExecuteExtended(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
-                       ExAccessResult& result) noexcept {
+template <class FindKey>
+Status ExecuteChecked(DbEngine& engine, DbTableInfo& table, const ExAccess& access, FindKey findKey,
+                      ExAccessResult& result) noexcept {
   if (table.IsOpen == 0) return kNotOpen;
   if (!IsExtendedOperation(access.Operation)) {
     ShowMessage(kVE044, static_cast<int>(access.Operation));
     return kBadExOperation;
   }
   try {
-    return Execute(engine, table, access, result);
+    return Execute(engine, table, access, findKey, result);
   } catch (const std::bad_alloc&) {
     ReportExMemoryFailure();
     return kExNoMemory;
   }
 }
 
-Status ExecuteExtendedByName(DbEngine& engine, DbTableInfo& table, ExAccess access,
+}  // namespace
+
+Status ExecuteExtended(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
+                       ExAccessResult& result) noexcept {
+  const auto given = [&] { return std::optional(access.Key); };
+  return ExecuteChecked(engine, table, access, given, result);
+}
+
+Status ExecuteExtendedByName(DbEngine& engine, DbTableInfo& table, const ExAccess& access,
                              const char* keyName, ExAccessResult& result) noexcept {
-  access.Key = DbFindIndex(table, keyName);
-  const bool named = keyName != nullptr && *keyName != '\0';
-  const bool needsKey = named || NeedsKey(access.Operation);
-  if (access.Key == kNoIndexPosition && needsKey) return kNoIndex;
-  return ExecuteExtended(engine, table, access, result);
+  const auto named = [&]() -> std::optional<int32_t> {
+    const int32_t position = DbFindIndex(table, keyName);
+    const bool mayMiss = (keyName == nullptr || *keyName == '\0') && !NeedsKey(access.Operation);
+    if (position == kNoIndexPosition && !mayMiss) return std::nullopt;
+    return position;
+  };
+  return ExecuteChecked(engine, table, access, named, result);
 }
 
 Status DbExSetMode(DbEngine& engine, const char* mode) noexcept {

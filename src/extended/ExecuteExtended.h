@@ -35,9 +35,11 @@ struct ExAccessResult {
                                      ExAccessResult& result) noexcept;
 
 // The same by a key's name, in place of `access.Key`: -6 for an unknown one. The step operations,
-// which need no key, take an empty name as none.
-[[nodiscard]] Status ExecuteExtendedByName(DbEngine& engine, DbTableInfo& table, ExAccess access,
-                                           const char* keyName, ExAccessResult& result) noexcept;
+// which need no key, take an empty name as none. The key is looked for last, behind the operation,
+// the condition, the fields and the memory.
+[[nodiscard]] Status ExecuteExtendedByName(DbEngine& engine, DbTableInfo& table,
+                                           const ExAccess& access, const char* keyName,
+                                           ExAccessResult& result) noexcept;
 
 // Takes two characters, unchecked, as the signature of all later requests: -1 for a text of
 // another length, the mode unchanged.

@@ -21,8 +21,11 @@ const char* FormatOf(HeapState state) {
 int CheckHeap(const QuorinSettings&, const char* file, int line) noexcept {
   const HeapState state = ValidateHeap();
   if (state == kHeapGood) return state;
+  // No allocation: this heap would not survive it.
+  char format[128];
+  CopyUtf8(format, FormatOf(state));
   char text[512];
-  std::snprintf(text, sizeof text, Utf8ToCodePage(FormatOf(state)).c_str(), file, line);
+  std::snprintf(text, sizeof text, format, file, line);
   return ShowBox(text, kSystemModal);
 }
 

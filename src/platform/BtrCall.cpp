@@ -1,5 +1,6 @@
 #include "platform/BtrCall.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/SystemLibrary.h"
@@ -30,7 +31,11 @@ constinit BtrCallFunction current = &FirstCall;
 
 int16_t QRN_BTRAPI FirstCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
                              void* key, uint8_t keyLength, int8_t keyNumber) {
-  real = RealBtrCall();
+  try {
+    real = RealBtrCall();
+  } catch (const std::bad_alloc&) {  // looked for again by the next call
+    return kBtrieveNotActive;
+  }
   current = real;
   return real(operation, posBlock, data, dataLength, key, keyLength, keyNumber);
 }

@@ -37,4 +37,7 @@ std::string CodePageToUtf8(std::string_view bytes);
 // nothing. Allocates nothing.
 size_t WidenText(std::string_view bytes, std::span<char16_t> wide) noexcept;
 
+// CopyText of a UTF-8 text; returns the bytes copied. Allocates nothing.
+size_t CopyUtf8(std::span<char> out, std::string_view utf8) noexcept;
+
 }  // namespace qrn

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 
 #include "platform/CodePage.h"
+#include "platform/CodePageSink.h"
 #include "platform/Utf.h"
 
 namespace qrn {
@@ -89,8 +89,14 @@ struct Tables {
 };
 
 const Tables& TheTables() {
-  static const std::unique_ptr<const Tables> tables = std::make_unique<Tables>();
-  return *tables;
+  static const Tables tables;
+  return tables;
+}
+
+void PutUnit(const Tables& tables, char16_t unit, char*& out) {
+  const uint16_t code = tables.narrow[unit];
+  if (code > 0xFF) *out++ = static_cast<char>(code >> 8);
+  *out++ = code == 0 && unit != 0 ? '?' : static_cast<char>(code);
 }
 
 // Takes one character off the front.
@@ -134,15 +140,16 @@ std::u16string CodePageToUtf16(std::string_view bytes) {
 }
 
 std::string Utf16ToCodePage(std::u16string_view wide) {
-  const Tables& tables = TheTables();
-  std::string bytes;
-  bytes.reserve(wide.size() * 2);
-  for (const char16_t unit : wide) {
-    const uint16_t code = tables.narrow[unit];
-    if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
-    bytes.push_back(code == 0 && unit != 0 ? '?' : static_cast<char>(code));
-  }
+  std::string bytes(wide.size() * 2, '\0');
+  bytes.resize(NarrowUnits(wide, bytes));
   return bytes;
+}
+
+size_t NarrowUnits(std::u16string_view wide, std::span<char> out) noexcept {
+  const Tables& tables = TheTables();
+  char* end = out.data();
+  for (const char16_t unit : wide.substr(0, out.size() / 2)) PutUnit(tables, unit, end);
+  return static_cast<size_t>(end - out.data());
 }
 
 std::string Utf8ToCodePage(std::string_view utf8) { return Utf16ToCodePage(Utf8ToUtf16(utf8)); }

@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "platform/CodePage.h"
+#include "platform/CodePageSink.h"
 
 namespace qrn {
 namespace {
@@ -35,6 +36,14 @@ std::string Utf8ToCodePage(std::string_view utf8) {
 }
 std::string CodePageToUtf8(std::string_view bytes) {
   return Narrowed(CP_UTF8, CodePageToUtf16(bytes));
+}
+
+size_t NarrowUnits(std::u16string_view wide, std::span<char> out) noexcept {
+  const std::u16string_view taken = wide.substr(0, out.size() / 2);
+  if (taken.empty()) return 0;
+  return static_cast<size_t>(WideCharToMultiByte(
+      CP_THREAD_ACP, 0, reinterpret_cast<const wchar_t*>(taken.data()),
+      static_cast<int>(taken.size()), out.data(), static_cast<int>(out.size()), nullptr, nullptr));
 }
 
 size_t WidenText(std::string_view bytes, std::span<char16_t> wide) noexcept {

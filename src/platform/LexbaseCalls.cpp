@@ -1,5 +1,6 @@
 #include "platform/LexbaseCalls.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/SystemLibrary.h"
@@ -28,10 +29,15 @@ LexbaseFunctions FindAll() {
 
 constinit const LexbaseFunctions* replacement = nullptr;
 
+// Without memory to look for the library it is missing until the next call.
 const LexbaseFunctions& Current() {
   if (replacement != nullptr) return *replacement;
-  static const LexbaseFunctions found = FindAll();
-  return found;
+  try {
+    static const LexbaseFunctions found = FindAll();
+    return found;
+  } catch (const std::bad_alloc&) {
+    return kMissing;
+  }
 }
 
 }  // namespace

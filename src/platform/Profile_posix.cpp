@@ -5,6 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,6 +42,15 @@ std::string InCodePage(std::string bytes) {
 std::string FileText(const char* file) {
   std::ifstream stream(PathOf(file), std::ios::binary);
   return InCodePage({std::istreambuf_iterator<char>(stream), {}});
+}
+
+// Without memory the defaults serve, as they do without the file.
+std::string FileTextOrNothing(const char* file) noexcept {
+  try {
+    return FileText(file);
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
 }
 
 std::string_view NextLine(std::string_view& rest) {
@@ -122,7 +132,7 @@ int LeadingNumber(std::string_view text) {
 size_t ReadProfileText(const char* section, const char* key, const char* fallback,
                        std::span<char> out, const char* file) noexcept {
   if (out.empty()) return 0;
-  const std::string text = FileText(file);
+  const std::string text = FileTextOrNothing(file);
   const std::string_view value =
       ValueIn(text, section, key)
           .value_or(WithoutTrailingBlanks(fallback != nullptr ? fallback : ""));

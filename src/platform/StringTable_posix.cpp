@@ -19,7 +19,7 @@ constexpr TextRow kTexts[] = {
 
 size_t LoadText(int id, std::span<char> out) noexcept {
   for (const TextRow& row : kTexts) {
-    if (row.id == id) return CopyText(out, Utf8ToCodePage(row.utf8));
+    if (row.id == id) return CopyUtf8(out, row.utf8);
   }
   return CopyText(out, {});
 }

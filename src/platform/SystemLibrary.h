@@ -10,8 +10,8 @@ class SystemLibrary {
   // absolute directories of PATH, beside the program, then beside the module this code is linked
   // into; the native half for libw64btrv.so beside the program, then beside the shared library this
   // code is linked into.
-  // A library once loaded stays until the process ends.
-  explicit SystemLibrary(const char* name) noexcept;
+  // A library once loaded stays until the process ends. Throws std::bad_alloc.
+  explicit SystemLibrary(const char* name);
 
   bool IsLoaded() const noexcept { return handle_ != nullptr; }
 

@@ -35,8 +35,7 @@ void* LoadFrom(const std::string& directory, const char* name) {
 
 }  // namespace
 
-SystemLibrary::SystemLibrary(const char* name) noexcept
-    : handle_(LoadFrom(ProgramDirectory(), name)) {
+SystemLibrary::SystemLibrary(const char* name) : handle_(LoadFrom(ProgramDirectory(), name)) {
   if (handle_ == nullptr) handle_ = LoadFrom(OwnDirectory(), name);
 }
 

@@ -86,7 +86,7 @@ void* Load(const char* name) {
 
 }  // namespace
 
-SystemLibrary::SystemLibrary(const char* name) noexcept : handle_(Load(name)) {}
+SystemLibrary::SystemLibrary(const char* name) : handle_(Load(name)) {}
 
 SystemLibrary::AnyFunction SystemLibrary::FindAddress(const char* functionName,
                                                       unsigned ordinal) const noexcept {

@@ -39,16 +39,6 @@ char32_t NextPoint(std::string_view& rest) {
   return kReplacement;
 }
 
-void AppendUtf16(std::u16string& wide, char32_t point) {
-  if (point < 0x10000) {
-    wide.push_back(static_cast<char16_t>(point));
-    return;
-  }
-  point -= 0x10000;
-  wide.push_back(static_cast<char16_t>(0xD800 + (point >> 10)));
-  wide.push_back(static_cast<char16_t>(0xDC00 + (point & 0x3FF)));
-}
-
 void AppendUtf8(std::string& utf8, char32_t point) {
   if (point < 0x80) {
     utf8.push_back(static_cast<char>(point));
@@ -67,10 +57,22 @@ bool IsPair(std::u16string_view wide, size_t at) {
 
 }  // namespace
 
+Utf16Character TakeUtf8(std::string_view& rest) noexcept {
+  const char32_t point = NextPoint(rest);
+  if (point < 0x10000) return {{static_cast<char16_t>(point)}, 1};
+  const char32_t offset = point - 0x10000;
+  return {{static_cast<char16_t>(0xD800 + (offset >> 10)),
+           static_cast<char16_t>(0xDC00 + (offset & 0x3FF))},
+          2};
+}
+
 std::u16string Utf8ToUtf16(std::string_view utf8) {
   std::u16string wide;
   wide.reserve(utf8.size());
-  while (!utf8.empty()) AppendUtf16(wide, NextPoint(utf8));
+  while (!utf8.empty()) {
+    const Utf16Character character = TakeUtf8(utf8);
+    wide.append(character.units, character.size);
+  }
   return wide;
 }
 

@@ -198,10 +198,12 @@ TEST_F(ExAccessCall, ModeIsTheSignatureOfAllThatFollows) {
 }
 
 TEST_F(ExAccessCall, AKeyByItsName) {
-  const auto access = [&](int32_t operation, const char* name) {
+  const auto access = [&](int32_t operation, const char* name, const char* condition = "",
+                          const char* fields = "Code") {
     ExAccess request;
     request.Operation = operation;
-    request.Fields = "Code";
+    request.SearchCond = condition;
+    request.Fields = fields;
     ExAccessResult result{};
     return ExecuteExtendedByName(TheEngine(), tables_[0], request, name, result);
   };
@@ -215,6 +217,13 @@ TEST_F(ExAccessCall, AKeyByItsName) {
   EXPECT_EQ(access(40, ""), -7);
   EXPECT_EQ(manager_.TakeLog(), "36UC:k0 36UC:k1 138UC:k255 239UC:k255");
   EXPECT_EQ(messages_.TakeCodes(), "VE044");
+  // Where all is wrong the operation is told first and the key last.
+  EXPECT_EQ(access(40, "None", "x", ""), -7);
+  EXPECT_EQ(access(36, "None", "x", ""), -8);
+  EXPECT_EQ(access(36, "None", "", ""), -9);
+  EXPECT_EQ(access(36, "None"), -6);
+  EXPECT_EQ(messages_.TakeCodes(), "VE044 VE041 VE040");
+  EXPECT_EQ(manager_.TakeLog(), "");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "fields/FieldText.h"
@@ -28,8 +29,13 @@ void NoteBeep(unsigned kind) {
 
 Bytes Written(const QuorinSettings& settings, const DbFieldInfo& field, const std::string& text,
               size_t room, uint8_t fill) {
-  Bytes record(room, fill);
-  SetFieldText(settings, record, text.c_str(), field);
+  constexpr size_t kBehind = 32;
+  Bytes record(room + kBehind, fill);
+  SetFieldText(settings, std::span(record).first(room), text.c_str(), field);
+  const auto untouched =
+      std::count(record.begin() + static_cast<ptrdiff_t>(room), record.end(), fill);
+  EXPECT_EQ(untouched, static_cast<ptrdiff_t>(kBehind)) << "written behind the buffer";
+  record.resize(room);
   return record;
 }
 

@@ -24,7 +24,8 @@ DbFieldInfo Field(int32_t type, int32_t size, int32_t decimals = 0);
 std::string ReadAs(const QuorinSettings& settings, const DbFieldInfo& field, std::string_view hex);
 
 // What writing `text` (UTF-8) changes in a record of `room` bytes, as hex: a byte that keeps what
-// it held shows as "..", and such bytes at the end are left out.
+// it held shows as "..", and such bytes at the end are left out. A byte changed behind them fails
+// the test.
 std::string WrittenAs(const QuorinSettings& settings, const DbFieldInfo& field,
                       std::string_view text, size_t room = 64);
 

@@ -81,9 +81,23 @@ TEST(IntegerFields, WhatIsNoNumberIsZeroOrStopsAtItsLimit) {
 }
 
 TEST(IntegerFields, WritingStopsAtTheEndOfTheBuffer) {
-  for (const int32_t type : {kInteger, kUBin, kAutoInc, kFloat, kBFloat, kCurrency, kDate, kTime}) {
-    EXPECT_LE(WrittenAs({}, Field(type, 8), "12:34:56", 1).size(), 2u) << type;
-    EXPECT_EQ(WrittenAs({}, Field(type, 8), "12:34:56", 0), "") << type;
+  const FieldCase cases[] = {
+      {"Integer", kInteger, 8, 0, "40 E2", "123456"},
+      {"UBin", kUBin, 8, 0, "40 E2", "123456"},
+      {"AutoInc", kAutoInc, 4, 0, "40 E2", "123456"},
+      {"Float", kFloat, 8, 0, "00 00", "123456"},
+      {"BFloat", kBFloat, 8, 0, "00 00", "123456"},
+      {"Currency", kCurrency, 8, 0, "40 E2", "123456"},
+      {"Date", kDate, 4, 0, "1F 01", "2024/01/31"},
+      {"Time", kTime, 4, 0, "00 38", "12:34:56"},
+  };
+  for (const FieldCase& row : cases) {
+    for (size_t room = 0; room <= 2; ++room) {
+      const std::string whole = row.hex;
+      const std::string fits = whole.substr(0, room == 0 ? 0 : room * 3 - 1);
+      EXPECT_EQ(WrittenAs({}, Field(row.type, row.size), row.text, room), fits)
+          << row.name << " in " << room;
+    }
   }
 }
 

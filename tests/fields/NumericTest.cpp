@@ -28,9 +28,12 @@ std::string Read(const NumericCase& row) {
 
 // What stands in a record of dots after writing.
 std::string Written(const NumericCase& row, size_t room = 24) {
-  Bytes record(room, '.');
-  SetFieldText({}, record, row.text, Field(row.type, row.size, row.decimals));
-  std::string stored(record.begin(), record.end());
+  Bytes record(room + 8, '.');
+  SetFieldText({}, std::span(record).first(room), row.text,
+               Field(row.type, row.size, row.decimals));
+  EXPECT_EQ(std::string(record.begin() + static_cast<ptrdiff_t>(room), record.end()), "........")
+      << "written behind the buffer";
+  std::string stored(record.begin(), record.begin() + static_cast<ptrdiff_t>(room));
   std::replace(stored.begin(), stored.end(), '\0', '_');
   return stored.substr(0, stored.find_last_not_of('.') + 1);
 }

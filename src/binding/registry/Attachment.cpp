@@ -5,6 +5,7 @@
 #include "binding/registry/ControlRegistry.h"
 #include "binding/registry/TableTransfer.h"
 #include "core/FlatGuard.h"
+#include "core/MemoryFailure.h"
 #include "platform/CodePage.h"
 
 namespace qrn::flat {
@@ -16,7 +17,7 @@ const char* OrEmpty(const char* text) { return text != nullptr ? text : ""; }
 template <class Body>
 int32_t Guarded(Body body) noexcept {
   try {
-    return body();
+    return OrNoMemory(body);
   } catch (...) {
     return kFailure;
   }
@@ -35,7 +36,7 @@ DataControl* FindControl(const char* name, Fits fits) {
   return found;
 }
 
-int32_t AttachTo(DataControl* control, const char* name) {
+Status AttachTo(DataControl* control, const char* name) {
   if (control == nullptr) return kNoControl;
   DbDictionary* dictionary = control->GetDictionary();
   if (dictionary == nullptr) return kControlHasNoDictionary;
@@ -55,19 +56,20 @@ int32_t WithAttached(int16_t tableId, int32_t (*transfer)(CQuorin&, TableFinder)
   return OnOpenTable(tableId, [&](DbTableInfo&) -> int32_t {
     AttachedDatabase* attached = TheFlatState().AttachedControl;
     if (attached == nullptr) return kNoDictionary;
-    return Guarded(
-        [&] { return transfer(static_cast<DataControl&>(*attached), FinderOf(tableId)); });
+    return Guarded([&]() -> Status {
+      return transfer(static_cast<DataControl&>(*attached), FinderOf(tableId));
+    });
   });
 }
 
 }  // namespace
 
 int32_t DbAttachControl(const char* name, const char* formName) noexcept {
-  return Guarded([&]() -> int32_t {
+  return Guarded([&]() -> Status {
     DataControl* control = FindControl(name, [&](const DataControlEntry& entry) {
       return entry.Control->AskFormName() == OrEmpty(formName);
     });
-    if (const int32_t failure = AttachTo(control, name); failure != 0) return failure;
+    if (const Status failure = AttachTo(control, name); failure != 0) return failure;
     const std::optional<WindowHandle> window = control->AskFormWindow();
     if (!window) return kFailure;
     TheFlatState().FormWindow = *window;
@@ -76,7 +78,7 @@ int32_t DbAttachControl(const char* name, const char* formName) noexcept {
 }
 
 int32_t DbAttachControlByHwnd(const char* name, WindowHandle window) noexcept {
-  return Guarded([&] {
+  return Guarded([&]() -> Status {
     return AttachTo(
         FindControl(
             name, [&](const DataControlEntry& entry) { return IsFormOf(entry.Container, window); }),

@@ -2,6 +2,7 @@
 
 #include "binding/registry/FormControls.h"
 #include "core/BoundWalk.h"
+#include "core/MemoryFailure.h"
 
 namespace qrn {
 namespace {
@@ -23,27 +24,33 @@ class FormTransfer final : public BoundCaller {
 }  // namespace
 
 int32_t TransferToControls(CQuorin& caller, TableFinder table) {
-  FormTransfer transfer(caller, std::move(table));
-  ShowOnControls(TheEngine(), transfer);
-  return 0;
+  return OrNoMemory([&]() -> Status {
+    FormTransfer transfer(caller, std::move(table));
+    ShowOnControls(TheEngine(), transfer);
+    return kSuccess;
+  });
 }
 
 int32_t TransferFromControls(CQuorin& caller, TableFinder table) {
-  FormTransfer transfer(caller, std::move(table));
-  if (DbTableInfo* found = transfer.Table()) {
-    CollectFromControls(TheEngine(), *found, transfer.Controls());
-  }
-  return 0;
+  return OrNoMemory([&]() -> Status {
+    FormTransfer transfer(caller, std::move(table));
+    if (DbTableInfo* found = transfer.Table()) {
+      CollectFromControls(TheEngine(), *found, transfer.Controls());
+    }
+    return kSuccess;
+  });
 }
 
 int32_t ClearControls(CQuorin& caller, TableFinder table) {
-  FormTransfer transfer(caller, std::move(table));
-  DbTableInfo* found = transfer.Table();
-  for (int32_t position = 0; found != nullptr && position < found->FieldCount; ++position) {
-    transfer.Controls().ClearControlField(*found, found->Fields[position]);
-    found = transfer.Table();
-  }
-  return 0;
+  return OrNoMemory([&]() -> Status {
+    FormTransfer transfer(caller, std::move(table));
+    DbTableInfo* found = transfer.Table();
+    for (int32_t position = 0; found != nullptr && position < found->FieldCount; ++position) {
+      transfer.Controls().ClearControlField(*found, found->Fields[position]);
+      found = transfer.Table();
+    }
+    return kSuccess;
+  });
 }
 
 }  // namespace qrn
