@@ -164,7 +164,8 @@ TEST(Deadlock, IsGoneWithADeadMember) {
   EXPECT_EQ(all.Finish('a'), 0);
 }
 
-// a could go on, but is kept from running, so that both notes of the cycle with the dead b stand.
+// a could go on but is kept from running: c waits for it, and the note of the dead b, who waited
+// for c, makes no cycle of that.
 TEST(Deadlock, IsNotSeenInWhatTheDeadHaveNoted) {
   Together all(3, 1);
   ASSERT_EQ(all.Run("a1:eq1+300 b1:eq2+300 c1:eq3+300"), "0 0 0");
