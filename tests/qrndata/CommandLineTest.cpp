@@ -44,7 +44,7 @@ TEST_F(CommandLine, HelpNamesChoicesAndStandards) {
       {"import", "--encoding utf-8|cp932"},
       {"import", "error refuses the row"},
       {"import",
-       "--batch NUMBER              rows stored in one transaction, 1 to 1000000 (standard: 1000)"},
+       "--batch NUMBER              rows stored in one transaction, 1 to 10000 (standard: 200)"},
       {"export", "--format csv|json           what is written (standard: csv)"},
       {"export", "error leaves the record out"},
       {"check", "(standard: 20)"},

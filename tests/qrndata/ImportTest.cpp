@@ -175,6 +175,55 @@ TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
   }
 }
 
+struct BrokenCase {
+  const char* what;
+  std::string name;  // as a cell of a file in code page 932
+  const char* said;  // after "in.csv:"
+  const char* replaced;
+  const char* skipped;
+};
+
+// clang-format off
+const BrokenCase kBroken[] = {
+    {"a lead byte at the end", "a\x81", "2:6: field \"Name\": not code page 932: byte 0x81 (character 2", "a?", "a"},
+    {"a lead byte and a digit", "\x81" "1b", "2:6: field \"Name\": not code page 932: byte 0x81 (character 1", "?1b", "1b"},
+    {"a second byte that is none", "\x93\xFA\x81-", "2:6: field \"Name\": not code page 932: byte 0x81 (character 2", "日?-", "日-"},
+    {"a pair without a character", "\x85\x40" "c", "2:6: field \"Name\": not code page 932: byte 0x85 (character 1", "?@c", "@c"},
+    {"a lead byte before a quote", "\"\x81\"", "2:6: field \"Name\": not code page 932: byte 0x81 (character 1", "?", ""},
+};
+// clang-format on
+
+// The full-width digit before it makes the column one of characters.
+TEST_F(Importing, BytesThatAreNoCharactersGoAsTold) {
+  for (const BrokenCase& row : kBroken) {
+    const std::string csv = "Mark,Born,Id,Name\n ,,1," + row.name + "\n,,2,\x93\xFA\x96\x7B\n";
+    Build(kSchema);
+    const Said refused = Import("T", csv, {"--encoding", "cp932", "--dry-run"});
+    EXPECT_EQ(refused.code, 1) << row.what;
+    EXPECT_EQ(refused.err.find(std::string("in.csv:") + row.said), 0u)
+        << row.what << ": " << refused.err;
+    const std::pair<const char*, const char*> choices[] = {{"replace", row.replaced},
+                                                           {"skip", row.skipped}};
+    for (const auto& [choice, stored] : choices) {
+      Build(kSchema);
+      const Said said = Import("T", csv, {"--encoding", "cp932", "--on-unmappable", choice});
+      EXPECT_EQ(said.out.find("T: 2 rows taken, 1 text with characters "), 0u) << row.what;
+      EXPECT_NE(Export("T").find(std::string("\n1,") + stored + ","), std::string::npos)
+          << row.what << ": " << Export("T");
+      EXPECT_NE(Export("T").find("\n2,日本,"), std::string::npos);
+    }
+  }
+}
+
+TEST_F(Importing, ColumnsOfCodePage932CountCharacters) {
+  EXPECT_EQ(
+      Import("T", "Name,Born\n\x93\xFA\x96\x7B\x82\xDF,2023/02/32\n", {"--encoding", "cp932"}).err,
+      "in.csv:2:5: field \"Born\": expected a date such as 2024/01/31\n");
+  EXPECT_EQ(Import("T", "Name,Born\na\x81\nb,2023/02/32\n", {"--encoding", "cp932"}).err,
+            "in.csv:2:1: expected 2 cells as in the first line, found 1\n"
+            "in.csv:3:3: field \"Born\": expected a date such as 2024/01/31\n");
+}
+
 TEST_F(Importing, ADryRunStoresNothing) {
   const Said said = Import("T", "Id,Name\n1,a\nx,b\n", {"--dry-run"});
   EXPECT_EQ(said.out, "T: 1 row could be taken, 1 refused\n");

@@ -19,7 +19,8 @@ enum Operation : uint16_t {
   kGetLast = 13,
   kCreate = 14,
   kStat = 15,
-  kBeginTransaction = 19,
+  kBeginExclusive = 19,
+  kBeginConcurrent = 1019,
   kEndTransaction = 20,
   kAbortTransaction = 21,
   kGetPosition = 22,
@@ -180,8 +181,9 @@ Status BtrFile::ReadExtended(bool alongKey, int8_t key, Bytes& request) {
   return status;
 }
 
-Transaction::Transaction() {
-  Require(qrn::BtrCall(kBeginTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0),
+Transaction::Transaction(Sharing sharing) {
+  const uint16_t begin = sharing == Sharing::Alone ? kBeginExclusive : kBeginConcurrent;
+  Require(qrn::BtrCall(begin, nullptr, nullptr, nullptr, nullptr, 0, 0),
           "a transaction cannot be begun");
 }
 

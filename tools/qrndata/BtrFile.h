@@ -84,10 +84,16 @@ class BtrFile {
   std::array<uint8_t, 255> keyBuffer_{};
 };
 
+// Who else works on the files of a transaction.
+enum class Sharing {
+  Alone,       // nobody: each file is held whole, which costs least
+  WithOthers,  // other programs go on, but for the records and unique values that are written
+};
+
 // The process's transaction. Undone at its end unless committed.
 class Transaction {
  public:
-  Transaction();  // throws Failure when none can be begun
+  explicit Transaction(Sharing sharing = Sharing::Alone);  // throws Failure when none can be begun
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   ~Transaction();

@@ -2,6 +2,7 @@
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/FileMatch.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
@@ -35,6 +36,27 @@ void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables,
   for (const Table& table : tables) refuse(DataFilePath(directory, table.location));
 }
 
+// A dictionary that tells of other records than the files have would have them read as rubbish.
+void RefuseOtherMakeUp(const fs::path& directory, const std::vector<Table>& tables,
+                       std::ostream& warnings) {
+  std::error_code ignored;
+  for (const Table& table : tables) {
+    const fs::path path = DataFilePath(directory, table.location);
+    if (!fs::exists(path, ignored)) continue;
+    const FileStat stat = BtrFile(path, Access::ReadOnly).Stat();
+    const FileMatch match = MatchFile(table, stat.spec);
+    try {
+      RequireMatch(table, match, Weight::Key);
+    } catch (const Failure& failure) {
+      throw Failure(failure.Code(),
+                    std::string(failure.what()) +
+                        "; nothing was written: build the changed schema in another directory, "
+                        "export the rows here and import them there");
+    }
+    WarnOf(table, match, warnings);
+  }
+}
+
 }  // namespace
 
 void BuildDatabase(const Schema& schema, const fs::path& directory, Existing existing,
@@ -54,6 +76,7 @@ void BuildDatabase(const Schema& schema, const fs::path& directory, Existing exi
 ExitCode RunBuild(const BuildOptions& options, const Streams& streams) {
   const Schema schema = ReadSchemaFile(options.schema);
   for (const std::string& warning : schema.warnings) streams.err << "warning: " << warning << '\n';
+  if (options.keepData) RefuseOtherMakeUp(options.directory, schema.tables, streams.err);
   BuildDatabase(schema, options.directory,
                 options.keepData  ? Existing::KeepData
                 : options.replace ? Existing::Replace

@@ -11,7 +11,8 @@ namespace qrndata {
 enum class Existing {
   Refuse,    // any file that is there already is a failure
   Replace,   // dictionary and data files are made anew
-  KeepData,  // the dictionary is made anew, data files that are there stay
+  KeepData,  // the dictionary is made anew, data files that are there stay; whether they fit it is
+             // the caller's care
 };
 
 // Throws Failure. `advice` goes behind the message about a file that is there already.

@@ -1,16 +1,17 @@
 #include "tools/qrndata/CsvReader.h"
 
+#include "platform/CodePage.h"
+
 namespace qrndata {
 
 namespace {
 
 bool EndsLine(int c) { return c == '\n' || c == '\r'; }
 
-bool ContinuesCharacter(int c) { return (c & 0xC0) == 0x80; }
-
 }  // namespace
 
-CsvReader::CsvReader(std::istream& stream) : bytes_(*stream.rdbuf()) {
+CsvReader::CsvReader(std::istream& stream, Encoding encoding)
+    : bytes_(*stream.rdbuf()), encoding_(encoding) {
   CsvRow mark;
   for (const int byte : {0xEF, 0xBB, 0xBF}) {
     if (Peek() != byte) break;
@@ -24,14 +25,23 @@ int CsvReader::Peek() {
   return c == std::streambuf::traits_type::eof() ? kEnd : c;
 }
 
-// Columns count the bytes that begin a UTF-8 character.
+bool CsvReader::ContinuesCharacter(int c) {
+  if (encoding_ == Encoding::Utf8) return (c & 0xC0) == 0x80;
+  const auto byte = static_cast<uint8_t>(c);
+  const bool continues = isBehindLead_ && IsTrailByte(byte);
+  isBehindLead_ = !continues && qrn::IsLeadByte(byte);
+  return continues;
+}
+
+// Columns count the bytes that begin a character.
 void CsvReader::Advance(CsvRow& row) {
   const int c = bytes_.sbumpc();
   row.raw.push_back(static_cast<char>(c));
   ++bytesRead_;
+  const bool continues = ContinuesCharacter(c);
   if (c == '\n') {
     place_ = {place_.line + 1, 1};
-  } else if (!ContinuesCharacter(c)) {
+  } else if (!continues) {
     ++place_.column;
   }
 }
@@ -113,6 +123,7 @@ void CsvReader::TakeLineEnd() {
     ++bytesRead_;
   }
   place_ = {place_.line + 1, 1};
+  isBehindLead_ = false;
 }
 
 void CsvReader::Report(CsvRow& row, Position at, std::string_view problem) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Text.h"
 
 namespace qrndata {
 
@@ -33,8 +34,9 @@ struct CsvRow {
 
 class CsvReader {
  public:
-  // The stream must outlive the reader; it is read as bytes. A UTF-8 byte order mark is skipped.
-  explicit CsvReader(std::istream& stream);
+  // The stream must outlive the reader; it is read as bytes, and the encoding tells what counts as
+  // a column. A UTF-8 byte order mark is skipped.
+  explicit CsvReader(std::istream& stream, Encoding encoding = Encoding::Utf8);
 
   // False at the end of the file.
   bool Next(CsvRow& row);
@@ -47,6 +49,7 @@ class CsvReader {
 
   int Peek();
   void Advance(CsvRow& row);
+  bool ContinuesCharacter(int c);
   void ReadCell(CsvRow& row);
   void ReadQuoted(CsvRow& row, CsvCell& cell);
   void ReadPlain(CsvRow& row, CsvCell& cell);
@@ -56,6 +59,8 @@ class CsvReader {
   CsvCell& NewCell(CsvRow& row);
 
   std::streambuf& bytes_;
+  Encoding encoding_;
+  bool isBehindLead_ = false;  // of a two-byte character
   Position place_{1, 1};
   uint64_t bytesRead_ = 0;
   size_t cellCount_ = 0;

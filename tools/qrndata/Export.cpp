@@ -4,6 +4,7 @@
 
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FieldInput.h"
+#include "tools/qrndata/FileMatch.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
@@ -17,9 +18,8 @@ namespace qrndata {
 
 namespace {
 
-// A key by its name, its number, or the name of its first field.
-int8_t FindKeyNumber(const Table& table, const std::string& wanted) {
-  if (wanted.empty()) return kNoKey;
+// A key by its name, its number, or the name of its first field: its slot in the table's keys.
+size_t FindKey(const Table& table, const std::string& wanted) {
   const std::string name = ToCodePage(wanted, OnUnmappable::Replace).text;
   size_t asNumber = table.keys.size();
   std::from_chars(wanted.data(), wanted.data() + wanted.size(), asNumber);
@@ -27,9 +27,19 @@ int8_t FindKeyNumber(const Table& table, const std::string& wanted) {
     const Key& key = table.keys[number];
     const qrn::DbFieldInfo* first = FindField(table, key.segments.front().fieldId);
     const bool isNamed = key.name == name || (first != nullptr && first->Name == name);
-    if (isNamed || number == asNumber) return static_cast<int8_t>(number);
+    if (isNamed || number == asNumber) return number;
   }
   throw Failure(kBadInput, "table " + Quoted(table.name) + " has no key \"" + wanted + "\"");
+}
+
+// The number of that key in the file, whose dictionary may tell of fewer keys.
+int8_t KeyNumberIn(const Table& table, const std::string& wanted, const btrieve::FileSpec& file,
+                   const FileMatch& match) {
+  if (wanted.empty()) return kNoKey;
+  const size_t key = FindKey(table, wanted);
+  if (match.slots[key]) return static_cast<int8_t>(file.keys[*match.slots[key]].number);
+  throw Failure(kSystem, "table " + Quoted(table.name) + ": the data file has no key \"" + wanted +
+                             "\", though the dictionary does");
 }
 
 // A failure to read says what was not written for it.
@@ -51,9 +61,14 @@ class TableExport {
         settings_(FileSettings()),
         dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
-        key_(FindKeyNumber(table_, options.key)),
         file_(DataFilePath(options.directory, table_.location), Access::ReadOnly),
-        image_(settings_, table_) {}
+        stat_(file_.Stat()),
+        match_(MatchFile(table_, stat_.spec)),
+        image_(settings_, table_) {
+    RequireMatch(table_, match_, Weight::Record);
+    WarnOf(table_, match_, streams.err);
+    key_ = KeyNumberIn(table_, options.key, stat_.spec, match_);
+  }
 
   ExitCode Run();
 
@@ -62,6 +77,9 @@ class TableExport {
   void WriteFile();
   void WriteOutput();
   bool Encode(const FieldValues& values, uint32_t position, TextValues& texts);
+  Converted Encoded(const std::string& stored) const;
+  void Tell(const Converted& text, uint32_t position, size_t slot);
+  ExitCode Report() const;
   std::vector<std::string> Names() const;
 
   const ExportOptions& options_;
@@ -69,10 +87,12 @@ class TableExport {
   qrn::QuorinSettings settings_;
   Dictionary dictionary_;
   const Table& table_;
-  int8_t key_;
   BtrFile file_;
+  FileStat stat_;
+  FileMatch match_;
+  int8_t key_ = kNoKey;
   RecordImage image_;
-  uint64_t written_ = 0, leftOut_ = 0;
+  uint64_t written_ = 0, leftOut_ = 0, broken_ = 0;
 };
 
 std::vector<std::string> TableExport::Names() const {
@@ -83,19 +103,30 @@ std::vector<std::string> TableExport::Names() const {
   return names;
 }
 
-// False when a value has bytes that are no text and the record is to be left out for it.
-bool TableExport::Encode(const FieldValues& values, uint32_t position, TextValues& texts) {
-  for (size_t slot = 0; slot < values.size(); ++slot) {
-    texts[slot] = values[slot];
-    if (!values[slot]) continue;
-    Converted text = FromCodePage(*values[slot], options_.onUnmappable);
-    if (text.text.find('\0') != std::string::npos && text.IsExact()) text.unmappable = "byte 0x00";
-    if (options_.encoding == Encoding::Utf8) texts[slot] = std::move(text.text);
-    if (text.IsExact() || options_.onUnmappable != OnUnmappable::Error) continue;
+Converted TableExport::Encoded(const std::string& stored) const {
+  return options_.encoding == Encoding::Utf8 ? FromCodePage(stored, options_.onUnmappable)
+                                             : SoundCodePage(stored, options_.onUnmappable, true);
+}
+
+void TableExport::Tell(const Converted& text, uint32_t position, size_t slot) {
+  if (++broken_ <= options_.shown) {
     streams_.err << "record at position " << position << ", field "
                  << Quoted(table_.fields[slot].Name) << ": " << text.unmappable << " (character "
                  << text.unmappableAt + 1 << " of the value) is no text\n";
-    return false;
+  } else if (broken_ == options_.shown + 1) {
+    streams_.err << "further ones are not listed\n";
+  }
+}
+
+// False when a value has bytes that are no text and the record is to be left out for it.
+bool TableExport::Encode(const FieldValues& values, uint32_t position, TextValues& texts) {
+  for (size_t slot = 0; slot < values.size(); ++slot) {
+    texts[slot] = std::nullopt;
+    if (!values[slot]) continue;
+    Converted text = Encoded(*values[slot]);
+    if (!text.IsExact()) Tell(text, position, slot);
+    if (!text.IsExact() && options_.onUnmappable == OnUnmappable::Error) return false;
+    texts[slot] = std::move(text.text);
   }
   return true;
 }
@@ -103,7 +134,7 @@ bool TableExport::Encode(const FieldValues& values, uint32_t position, TextValue
 void TableExport::WriteAll(std::ostream& out) {
   const auto writer =
       options_.isJson ? MakeJsonWriter(out, table_, Names()) : MakeCsvWriter(out, table_, Names());
-  Progress progress(streams_.terminal, Show(table_.name), file_.Stat().records);
+  Progress progress(streams_.terminal, Show(table_.name), stat_.records);
   RecordScan scan(file_, key_);
   TextValues texts(table_.fields.size());
   writer->Begin();
@@ -128,12 +159,25 @@ void TableExport::WriteFile() {
   streams_.out << Show(table_.name) << ": " << Counted(written_, "row") << '\n';
 }
 
+// Whoever reads the text alone must not take it for all that is stored.
+ExitCode TableExport::Report() const {
+  if (broken_ == 0) return kDone;
+  if (leftOut_ != 0) {
+    streams_.err << Counted(leftOut_, "record")
+                 << " left out; --on-unmappable=replace takes every record\n";
+  } else {
+    const char* instead = options_.onUnmappable == OnUnmappable::Skip  ? "left out"
+                          : options_.encoding == Encoding::CodePage932 ? "written as ?"
+                                                                       : "written as U+FFFD";
+    streams_.err << Counted(broken_, "text") << " with bytes that are no characters: these are "
+                 << instead << '\n';
+  }
+  return kFaultsFound;
+}
+
 ExitCode TableExport::Run() {
   options_.output.empty() ? WriteOutput() : WriteFile();
-  if (leftOut_ == 0) return kDone;
-  streams_.err << Counted(leftOut_, "record")
-               << " left out; --on-unmappable=replace takes every record\n";
-  return kFaultsFound;
+  return Report();
 }
 
 }  // namespace

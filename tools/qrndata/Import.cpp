@@ -26,10 +26,14 @@ std::ifstream OpenInput(const fs::path& path) {
   return file;
 }
 
-std::string UnmappableText(const Converted& text) {
+std::string UnmappableText(const Converted& text, Encoding encoding) {
   const std::string place =
       " (character " + std::to_string(text.unmappableAt + 1) + " of the text)";
   if (!text.isBroken) return "code page 932 has no " + text.unmappable + place;
+  if (encoding == Encoding::CodePage932) {
+    return "not code page 932: " + text.unmappable + place +
+           "; without --encoding a file is read as UTF-8";
+  }
   return "not UTF-8: " + text.unmappable + place +
          "; --encoding cp932 reads a file in code page 932";
 }
@@ -48,10 +52,13 @@ class CsvImport {
         fileName_(PathToUtf8(options.file)),
         dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
-        importer_(options.directory, table_, options.isDryRun ? 0 : options.batch),
+        importer_(options.directory, table_, options.isDryRun ? 0 : options.batch,
+                  Sharing::WithOthers),
         input_(OpenInput(options.file)),
-        reader_(input_),
-        values_(table_.fields.size()) {}
+        reader_(input_, options.encoding),
+        values_(table_.fields.size()) {
+    WarnOf(table_, importer_.Match(), streams.err);
+  }
 
   ExitCode Run();
 
@@ -85,7 +92,7 @@ class CsvImport {
 
 Converted CsvImport::Decode(const std::string& text) const {
   if (options_.encoding == Encoding::Utf8) return ToCodePage(text, options_.onUnmappable);
-  return {text, {}, 0};
+  return SoundCodePage(text, options_.onUnmappable, false);
 }
 
 std::string CsvImport::FieldName(size_t slot) const {
@@ -94,7 +101,7 @@ std::string CsvImport::FieldName(size_t slot) const {
 
 void CsvImport::MapColumn(const CsvCell& cell) {
   const Converted name = Decode(cell.text);
-  if (name.isBroken) throw BadInput(fileName_, cell.at, UnmappableText(name));
+  if (name.isBroken) throw BadInput(fileName_, cell.at, UnmappableText(name, options_.encoding));
   const qrn::DbFieldInfo* field = name.IsExact() ? FindField(table_, name.text) : nullptr;
   if (field == nullptr) {
     std::string all;
@@ -132,7 +139,7 @@ Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot) {
   Converted text = Decode(cell.text);
   if (!text.IsExact()) {
     if (options_.onUnmappable == OnUnmappable::Error) {
-      return {UnmappableText(text), slot};
+      return {UnmappableText(text, options_.encoding), slot};
     }
     ++replacedInRow_;
   }

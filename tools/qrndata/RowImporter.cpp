@@ -1,12 +1,13 @@
 #include "tools/qrndata/RowImporter.h"
 
+#include <algorithm>
 #include <array>
+#include <thread>
 
 #include "btrieve/KeyOrder.h"
 #include "tools/qrndata/FieldInput.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
-#include "tools/qrndata/TableFile.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
@@ -27,26 +28,32 @@ void RequireWritable(const Table& table) {
   }
 }
 
-void RequireSameRecords(const Table& table, const btrieve::FileSpec& spec) {
-  const std::vector<std::string> differences = Differences(table, spec);
-  if (differences.empty()) return;
-  throw Failure(kSystem,
-                "table " + Quoted(table.name) +
-                    ": the data file is not as the dictionary has it: " + differences.front());
+// Between batches others come in: their longest pause between two attempts is shorter than the
+// rest.
+constexpr std::chrono::milliseconds kRest{25}, kBetweenRests{500};
+// A record manager need not wait by itself.
+constexpr std::chrono::milliseconds kBetweenAttempts{50};
+
+bool IsHeldElsewhere(Status status) {
+  return status == btrieve::kRecordInUse || status == btrieve::kFileInUse ||
+         status == btrieve::kDeadlock;
 }
 
 }  // namespace
 
-RowImporter::RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch)
+RowImporter::RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch,
+                         Sharing sharing)
     : table_(table),
       settings_(FileSettings()),
       batch_(batch),
+      sharing_(sharing),
       file_(DataFilePath(directory, table.location),
             batch == 0 ? Access::ReadOnly : Access::ReadWrite),
       stat_(file_.Stat()),
+      match_(MatchFile(table, stat_.spec)),
       image_(settings_, table) {
   RequireWritable(table);
-  RequireSameRecords(table, stat_.spec);
+  RequireMatch(table, match_, Weight::Record);
   if (batch == 0) unique_.emplace(file_, stat_.spec);
 }
 
@@ -73,15 +80,35 @@ Refusal RowImporter::Check(FieldValues& values) const {
 }
 
 Refusal RowImporter::Store(Bytes& record) {
-  if (!transaction_) transaction_.emplace();
-  const Status status = file_.Insert(record);
+  const Status status = Insert(record);
   if (status == btrieve::kDuplicateKey) return ExplainDuplicate(record);
+  if (IsHeldElsewhere(status) && status != btrieve::kFileInUse) return {StatusText(status), {}};
   if (status != btrieve::kOk) {
     transaction_.reset();
     Require(status, "table " + Quoted(table_.name));
   }
   if (++pending_ == batch_) Commit();
   return {};
+}
+
+// What the batch holds may be what the other program waits for, so it goes first.
+Status RowImporter::Insert(Bytes& record) {
+  while (true) {
+    if (!transaction_) transaction_.emplace(sharing_);
+    const Status status = file_.Insert(record);
+    if (!IsHeldElsewhere(status)) {
+      waitingSince_.reset();
+      return status;
+    }
+    Commit();
+    if (!MayWaitOn()) return status;
+    std::this_thread::sleep_for(kBetweenAttempts);
+  }
+}
+
+bool RowImporter::MayWaitOn() {
+  if (!waitingSince_) waitingSince_ = Clock::now();
+  return Clock::now() < *waitingSince_ + kPatience;
 }
 
 Refusal RowImporter::ExplainDuplicate(const Bytes& record) {
@@ -99,9 +126,13 @@ Refusal RowImporter::ExplainDuplicate(const Bytes& record) {
 
 Refusal RowImporter::RefuseDuplicate(size_t key, const char* why) const {
   std::string problem = "key " + std::to_string(stat_.spec.keys[key].number);
-  if (!table_.keys[key].name.empty()) problem += " " + Quoted(table_.keys[key].name);
+  const auto told = std::find(match_.slots.begin(), match_.slots.end(), key);
+  const Key* inTable =
+      told == match_.slots.end() ? nullptr : &table_.keys[told - match_.slots.begin()];
+  if (inTable != nullptr && !inTable->name.empty()) problem += " " + Quoted(inTable->name);
   problem.append(" takes no duplicates, and ").append(why);
-  const qrn::DbFieldInfo* field = FindField(table_, table_.keys[key].segments.front().fieldId);
+  if (inTable == nullptr) return {problem, {}};
+  const qrn::DbFieldInfo* field = FindField(table_, inTable->segments.front().fieldId);
   if (field == nullptr) return {problem, {}};
   return {problem, static_cast<size_t>(field - table_.fields.data())};
 }
@@ -121,6 +152,15 @@ void RowImporter::Commit() {
                       " could not be written");
   stored_ += pending_;
   pending_ = 0;
+  Rest();
+}
+
+// Who waits for the whole file, or for a value of this batch, gets its turn although the next batch
+// begins at once.
+void RowImporter::Rest() {
+  if (sharing_ == Sharing::Alone || Clock::now() < restedAt_ + kBetweenRests) return;
+  std::this_thread::sleep_for(kRest);
+  restedAt_ = Clock::now();
 }
 
 void RowImporter::Finish() { Commit(); }

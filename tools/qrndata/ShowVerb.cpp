@@ -1,7 +1,10 @@
 // `show`: what a dictionary, a table or a data file is made of.
+#include <algorithm>
+
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/FileMatch.h"
 #include "tools/qrndata/Listing.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
@@ -14,24 +17,35 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string RecordCount(const fs::path& directory, const Table& table) {
+// Told beside what is shown of both: which of them is right, its reader must know.
+ExitCode TellMismatches(const Table& table, const btrieve::FileSpec& file, std::ostream& out) {
+  const FileMatch match = MatchFile(table, file);
+  WarnOf(table, match, out);
+  return match.Heaviest(Weight::Key) == nullptr ? kDone : kFaultsFound;
+}
+
+std::string RecordCount(const fs::path& directory, const Table& table, const Streams& streams,
+                        ExitCode& code) {
   try {
-    return Grouped(
-        BtrFile(DataFilePath(directory, table.location), Access::ReadOnly).Stat().records);
+    const FileStat stat = BtrFile(DataFilePath(directory, table.location), Access::ReadOnly).Stat();
+    code = std::max(code, TellMismatches(table, stat.spec, streams.err));
+    return Grouped(stat.records);
   } catch (const Failure& failure) {
     const std::string text = failure.what();
     return "(" + text.substr(text.rfind(": ") + 2) + ")";
   }
 }
 
-void ShowTables(const Dictionary& dictionary, std::ostream& out) {
+ExitCode ShowTables(const Dictionary& dictionary, const Streams& streams) {
+  ExitCode code = kDone;
   Listing listing({">id", "table", "file", ">fields", ">keys", ">records"});
   for (const Table& table : dictionary.tables) {
     listing.Add({std::to_string(table.id), Show(table.name), Show(table.location),
                  std::to_string(table.fields.size()), std::to_string(table.keys.size()),
-                 RecordCount(dictionary.directory, table)});
+                 RecordCount(dictionary.directory, table, streams, code)});
   }
-  listing.Write(out);
+  listing.Write(streams.out);
+  return code;
 }
 
 void ShowFields(const Table& table, std::ostream& out) {
@@ -77,23 +91,26 @@ void ShowFileKeys(const FileStat& stat, std::ostream& out) {
   if (!stat.spec.keys.empty()) listing.Write(out);
 }
 
-void ShowFile(const fs::path& path, std::ostream& out) {
-  const FileStat stat = BtrFile(path, Access::ReadOnly).Stat();
+FileStat ShowFile(const fs::path& path, std::ostream& out) {
+  FileStat stat = BtrFile(path, Access::ReadOnly).Stat();
   out << "file " << PathToUtf8(path) << ": " << Grouped(stat.records) << " records of "
       << stat.spec.recordLength << (stat.spec.IsVariable() ? " bytes and more" : " bytes")
       << ", pages of " << stat.spec.pageSize << ", flags " << stat.spec.flags << ", "
       << stat.spec.keys.size() << " keys\n";
   ShowFileKeys(stat, out);
+  return stat;
 }
 
-void ShowTable(const Dictionary& dictionary, const Table& table, std::ostream& out) {
+ExitCode ShowTable(const Dictionary& dictionary, const Table& table, const Streams& streams) {
+  std::ostream& out = streams.out;
   out << "table " << Show(table.name) << " (id " << table.id << ", records of "
       << RecordLength(table) << " bytes" << (HasVariableRecords(table) ? ", variable)\n" : ")\n");
   ShowFields(table, out);
   out << '\n';
   ShowKeys(table, out);
   out << '\n';
-  ShowFile(DataFilePath(dictionary.directory, table.location), out);
+  const FileStat stat = ShowFile(DataFilePath(dictionary.directory, table.location), out);
+  return TellMismatches(table, stat.spec, streams.err);
 }
 
 }  // namespace
@@ -105,12 +122,8 @@ ExitCode RunShow(const fs::path& place, const std::string& table, const Streams&
     return kDone;
   }
   const Dictionary dictionary = ReadDictionary(place);
-  if (table.empty()) {
-    ShowTables(dictionary, streams.out);
-  } else {
-    ShowTable(dictionary, dictionary.Find(table), streams.out);
-  }
-  return kDone;
+  return table.empty() ? ShowTables(dictionary, streams)
+                       : ShowTable(dictionary, dictionary.Find(table), streams);
 }
 
 }  // namespace qrndata

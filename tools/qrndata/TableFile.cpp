@@ -1,8 +1,5 @@
 #include "tools/qrndata/TableFile.h"
 
-#include <algorithm>
-#include <array>
-
 namespace qrndata {
 
 namespace {
@@ -27,19 +24,6 @@ constexpr FlagRow kFlagRows[] = {
     {kIndexNullAny,         btrieve::kNullAnySegment,  "null when any segment is"},
 };
 // clang-format on
-
-// What two descriptions of one segment must agree in: the rest only says how they are written.
-constexpr uint16_t kComparedFlags =
-    btrieve::kDuplicates | btrieve::kModifiable | btrieve::kSequence | btrieve::kNullAllSegments |
-    btrieve::kCaseInsensitive | btrieve::kDescending | btrieve::kNullAnySegment;
-
-uint16_t FileKeyFlags(uint16_t indexFlags) {
-  uint16_t flags = 0;
-  for (const FlagRow& row : kFlagRows) {
-    if ((indexFlags & row.index) != 0) flags |= row.file;
-  }
-  return flags;
-}
 
 class BlockWriter {
  public:
@@ -78,38 +62,15 @@ void PutSegment(BlockWriter& block, const Table& table, const Segment& segment) 
   block.PutZeros(4);
 }
 
-std::string NumberPair(const char* what, size_t inFile, size_t inDictionary) {
-  return std::string(what) + " is " + std::to_string(inFile) + " in the file and " +
-         std::to_string(inDictionary) + " in the dictionary";
-}
-
-void CompareSegments(const Table& table, size_t number, const btrieve::KeySpec& inFile,
-                     std::vector<std::string>& out) {
-  const std::string name = "key " + std::to_string(number);
-  const std::vector<Segment>& segments = table.keys[number].segments;
-  if (inFile.segments.size() != segments.size()) {
-    out.push_back(NumberPair((name + ": the number of segments").c_str(), inFile.segments.size(),
-                             segments.size()));
-    return;
-  }
-  for (size_t at = 0; at < segments.size(); ++at) {
-    const qrn::DbFieldInfo* field = FindField(table, segments[at].fieldId);
-    const btrieve::KeySegment& segment = inFile.segments[at];
-    if (field == nullptr) continue;
-    const std::string place =
-        name + ", segment " + std::to_string(at) + ", field " + Quoted(field->Name) + ": ";
-    const auto compare = [&](const char* what, size_t left, size_t right) {
-      if (left != right) out.push_back(place + NumberPair(what, left, right));
-    };
-    compare("the offset", segment.offset, static_cast<size_t>(field->Offset));
-    compare("the length", segment.length, static_cast<size_t>(field->Size));
-    compare("the type", static_cast<size_t>(segment.Type()), static_cast<size_t>(field->Type));
-    compare("the flag word", segment.flags & kComparedFlags,
-            FileKeyFlags(segments[at].flags) & kComparedFlags);
-  }
-}
-
 }  // namespace
+
+uint16_t FileKeyFlags(uint16_t indexFlags) {
+  uint16_t flags = 0;
+  for (const FlagRow& row : kFlagRows) {
+    if ((indexFlags & row.index) != 0) flags |= row.file;
+  }
+  return flags;
+}
 
 Bytes CreateBlock(const Table& table) {
   BlockWriter block;
@@ -119,26 +80,6 @@ Bytes CreateBlock(const Table& table) {
   }
   if (table.sequence) block.Put(*table.sequence);
   return block.Take();
-}
-
-std::vector<std::string> Differences(const Table& table, const btrieve::FileSpec& file) {
-  std::vector<std::string> out;
-  if (!file.IsVariable() && file.recordLength != RecordLength(table)) {
-    out.push_back(NumberPair("the record length", file.recordLength, RecordLength(table)));
-  }
-  if (file.IsVariable() && file.recordLength > FixedLength(table)) {
-    out.push_back(NumberPair("the fixed part", file.recordLength, FixedLength(table)));
-  }
-  if (!file.IsVariable() && HasVariableRecords(table)) {
-    out.emplace_back("the file has fixed records, but a field of the table has no fixed length");
-  }
-  if (file.keys.size() != table.keys.size()) {
-    out.push_back(NumberPair("the number of keys", file.keys.size(), table.keys.size()));
-  }
-  for (size_t number = 0; number < std::min(file.keys.size(), table.keys.size()); ++number) {
-    CompareSegments(table, number, file.keys[number], out);
-  }
-  return out;
 }
 
 std::string DescribeKeyFlags(uint16_t indexFlags) {

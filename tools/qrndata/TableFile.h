@@ -1,8 +1,7 @@
-// The data file that belongs to a table: its Create block, and whether a file that is there fits.
+// The data file that belongs to a table, as it is created.
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/TableModel.h"
@@ -13,9 +12,8 @@ namespace qrndata {
 // segment carries its extended type.
 Bytes CreateBlock(const Table& table);
 
-// What of a data file is not as the dictionary has it, one UTF-8 sentence each. A variable file may
-// have any fixed part that its keys lie in: programs create it without counting null indicators.
-std::vector<std::string> Differences(const Table& table, const btrieve::FileSpec& file);
+// The flags of an index.ddf row as a key specification of the record manager has them.
+uint16_t FileKeyFlags(uint16_t indexFlags);
 
 // "duplicates, modifiable, descending": the flags of an index.ddf row in words.
 std::string DescribeKeyFlags(uint16_t indexFlags);

@@ -86,25 +86,49 @@ constexpr std::string_view kMiddleDot = "\x81\x45", kMiddleDotUtf8 = "\xE3\x83\x
 bool IsCharacter(std::string_view bytes, std::string_view utf8) {
   if (bytes.size() == 1 && qrn::IsLeadByte(static_cast<uint8_t>(bytes[0]))) return false;
   if (bytes != kMiddleDot && utf8 == kMiddleDotUtf8) return false;
-  return utf8 != kReplacement && !utf8.empty();
+  return utf8 != kReplacement && !utf8.empty() && CharacterLength(utf8) == utf8.size();
 }
 
-Converted FromCodePageByCharacter(std::string_view bytes, OnUnmappable choice) {
+struct CodePageCharacter {
+  std::string_view bytes;
+  std::string utf8;
+  bool isSound;
+};
+
+// The one that `bytes` begins with. What is broken takes no ASCII character along.
+CodePageCharacter FirstCharacter(std::string_view bytes) {
+  const bool isLead = qrn::IsLeadByte(static_cast<uint8_t>(bytes[0]));
+  const bool isPair = bytes.size() > 1 && isLead && IsTrailByte(static_cast<uint8_t>(bytes[1]));
+  CodePageCharacter character{bytes.substr(0, isPair ? 2 : 1), {}, false};
+  character.utf8 = qrn::CodePageToUtf8(character.bytes);
+  character.isSound = IsCharacter(character.bytes, character.utf8);
+  if (isPair && !character.isSound && (bytes[1] & 0x80) == 0) character.bytes = bytes.substr(0, 1);
+  return character;
+}
+
+// `take` is given each sound character and says whether it is wanted.
+template <class Take>
+Converted WalkCodePage(std::string_view bytes, OnUnmappable choice, std::string_view replacement,
+                       Take take) {
   Converted result;
   for (size_t at = 0; !bytes.empty(); ++at) {
-    const bool isPair = bytes.size() > 1 && qrn::IsLeadByte(static_cast<uint8_t>(bytes[0]));
-    const std::string_view character = bytes.substr(0, isPair ? 2 : 1);
-    const std::string utf8 = qrn::CodePageToUtf8(character);
-    if (IsCharacter(character, utf8)) {
-      result.text += utf8;
-    } else {
-      NoteUnmappable(result, NameOfByte(bytes[0]), at);
-      Substitute(result, choice, kReplacement);
+    const CodePageCharacter character = FirstCharacter(bytes);
+    if (!character.isSound || !take(character, result.text)) {
+      NoteUnmappable(result, NameOfByte(bytes[0]), at, true);
+      Substitute(result, choice, replacement);
     }
-    bytes.remove_prefix(character.size());
+    bytes.remove_prefix(character.bytes.size());
   }
   return result;
 }
+
+// Nothing that is no character looks otherwise in UTF-8, but a lead byte at the end may get lost.
+bool IsSoundAsWhole(std::string_view bytes, std::string_view utf8) {
+  const bool endsInLead = qrn::IsLeadByte(static_cast<uint8_t>(bytes.back()));
+  return !endsInLead && !Contains(utf8, kMiddleDotUtf8) && !Contains(utf8, kReplacement);
+}
+
+bool HasNul(std::string_view text) { return text.find('\0') != std::string_view::npos; }
 
 }  // namespace
 
@@ -115,14 +139,36 @@ Converted ToCodePage(std::string_view utf8, OnUnmappable choice) {
   return ToCodePageByCharacter(utf8, choice);
 }
 
-Converted FromCodePage(std::string_view bytes, OnUnmappable choice) {
-  if (IsAscii(bytes)) return {std::string(bytes), {}, 0};
-  std::string whole = qrn::CodePageToUtf8(bytes);
-  if (!Contains(whole, kMiddleDotUtf8) && !Contains(whole, kReplacement)) {
-    return {std::move(whole), {}, 0};
-  }
-  return FromCodePageByCharacter(bytes, choice);
+bool IsTrailByte(uint8_t second) noexcept {
+  return second >= 0x40 && second <= 0xFC && second != 0x7F;
 }
+
+Converted FromCodePage(std::string_view bytes, OnUnmappable choice) {
+  if (!HasNul(bytes)) {
+    if (IsAscii(bytes)) return {std::string(bytes), {}, 0};
+    std::string whole = qrn::CodePageToUtf8(bytes);
+    if (IsSoundAsWhole(bytes, whole)) return {std::move(whole), {}, 0};
+  }
+  return WalkCodePage(bytes, choice, kReplacement,
+                      [](const CodePageCharacter& character, std::string& text) {
+                        if (character.bytes[0] == '\0') return false;
+                        text += character.utf8;
+                        return true;
+                      });
+}
+
+Converted SoundCodePage(std::string_view bytes, OnUnmappable choice, bool withoutNul) {
+  const bool hasBadNul = withoutNul && HasNul(bytes);
+  const bool isSound = IsAscii(bytes) || IsSoundAsWhole(bytes, qrn::CodePageToUtf8(bytes));
+  if (isSound && !hasBadNul) return {std::string(bytes), {}, 0};
+  return WalkCodePage(bytes, choice, "?",
+                      [&](const CodePageCharacter& character, std::string& text) {
+                        if (hasBadNul && character.bytes[0] == '\0') return false;
+                        text += character.bytes;
+                        return true;
+                      });
+}
+
 std::string Show(std::string_view codePageBytes) {
   return FromCodePage(codePageBytes, OnUnmappable::Replace).text;
 }

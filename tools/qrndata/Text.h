@@ -2,11 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace qrndata {
+
+// What the texts of a file are in.
+enum class Encoding { Utf8, CodePage932 };
 
 // What happens to a character that the other side does not have.
 enum class OnUnmappable {
@@ -21,7 +25,7 @@ struct Converted {
   // in characters from 0. Set under every choice, so that replacements can be counted.
   std::string unmappable;
   size_t unmappableAt = 0;
-  // The one at unmappableAt is a byte that belongs to no UTF-8 character; goes before others.
+  // The one at unmappableAt is a byte that belongs to no character; goes before others.
   bool isBroken = false;
 
   bool IsExact() const noexcept { return unmappable.empty(); }
@@ -31,8 +35,15 @@ struct Converted {
 // (U+301C for U+FF5E, U+2212 for U+FF0D, ...) are taken for it. Broken UTF-8 counts as unmappable.
 Converted ToCodePage(std::string_view utf8, OnUnmappable choice);
 
-// Code page 932 to UTF-8.
+// Code page 932 to UTF-8. A NUL and a lead byte without its second one are unmappable.
 Converted FromCodePage(std::string_view bytes, OnUnmappable choice);
+
+// Code page 932 as it stands, but for bytes that are no character of it: '?' on Replace. A NUL is
+// one of them only `withoutNul`.
+Converted SoundCodePage(std::string_view bytes, OnUnmappable choice, bool withoutNul);
+
+// Whether `second` makes a two-byte character together with a lead byte before it.
+bool IsTrailByte(uint8_t second) noexcept;
 
 // For messages: never fails, odd bytes show as U+FFFD.
 std::string Show(std::string_view codePageBytes);

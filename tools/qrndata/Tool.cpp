@@ -103,9 +103,10 @@ class CommandLine {
     return verb->add_option(name, value, text)->type_name("");
   }
 
-  void AddTextOptions(CLI::App* verb, const char* encoding, const char* onUnmappable) {
+  void AddTextOptions(CLI::App* verb, const char* encoding, std::string& choice,
+                      const char* onUnmappable) {
     AddChoice(verb, "--encoding", encoding_, {"utf-8", "cp932"}, encoding);
-    AddChoice(verb, "--on-unmappable", onUnmappable_, {"error", "replace", "skip"}, onUnmappable);
+    AddChoice(verb, "--on-unmappable", choice, {"error", "replace", "skip"}, onUnmappable);
   }
 
   // Throws Failure that names the verbs.
@@ -122,7 +123,7 @@ class CommandLine {
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
   std::function<int()> run_;
   std::string schema_, directory_, table_, file_, key_, output_, refusals_, format_ = "csv";
-  std::string onUnmappable_ = "error", encoding_ = "utf-8";
+  std::string onBadInput_ = "error", onBadStored_ = "replace", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
   CheckOptions check_;
@@ -154,7 +155,8 @@ void CommandLine::AddBuild() {
   AddDirectory(verb);
   CLI::Option* replace =
       verb->add_flag("--replace", build_.replace, "replace what is there, data included");
-  verb->add_flag("--keep-data", build_.keepData, "replace the dictionary, keep data files")
+  verb->add_flag("--keep-data", build_.keepData,
+                 "replace the dictionary, keep data files that fit the schema")
       ->excludes(replace);
 }
 
@@ -164,18 +166,19 @@ void CommandLine::AddImport() {
     import_.file = PathFromUtf8(file_);
     import_.refusals = PathFromUtf8(refusals_);
     import_.table = table_;
-    import_.onUnmappable = kUnmappableChoices.at(onUnmappable_);
+    import_.onUnmappable = kUnmappableChoices.at(onBadInput_);
     import_.encoding = kEncodings.at(encoding_);
     return RunImport(import_, streams_);
   });
   AddDirectory(verb);
   AddPlace(verb, "TABLE", table_, "table")->required();
   AddPlace(verb, "FILE", file_, "CSV file; its first line names the fields")->required();
-  AddTextOptions(verb, "what the file is in",
-                 "a character that code page 932 does not have: error refuses the row, replace "
+  AddTextOptions(verb, "what the file is in", onBadInput_,
+                 "a character that code page 932 does not have, or bytes that are none: error "
+                 "refuses the row, replace "
                  "stores ? in its place, skip leaves the character out");
-  AddCount(verb, "--batch", import_.batch, "rows stored in one transaction, 1 to 1000000")
-      ->check(Between(1, 1000000));
+  AddCount(verb, "--batch", import_.batch, "rows stored in one transaction, 1 to 10000")
+      ->check(Between(1, 10000));
   verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood")
       ->type_name("FILE");
   AddCount(verb, "--show-refused", import_.shown, "how many refusals are listed");
@@ -192,7 +195,7 @@ void CommandLine::AddExport() {
     options.table = table_;
     options.key = key_;
     options.isJson = format_ == "json";
-    options.onUnmappable = kUnmappableChoices.at(onUnmappable_);
+    options.onUnmappable = kUnmappableChoices.at(onBadStored_);
     options.encoding = kEncodings.at(encoding_);
     return RunExport(options, streams_);
   });
@@ -204,9 +207,10 @@ void CommandLine::AddExport() {
   verb->add_option("--output,-o", output_,
                    "file instead of the standard output; one that is there is replaced at the end")
       ->type_name("FILE");
-  AddTextOptions(verb, "what the texts are written in",
-                 "stored bytes that are no character: error leaves the record out, replace writes "
-                 "U+FFFD in their place, skip leaves the bytes out");
+  AddTextOptions(verb, "what the texts are written in", onBadStored_,
+                 "stored bytes that are no character, which are told in any case: error leaves the "
+                 "record out, replace writes U+FFFD (cp932: ?) in their place, skip leaves the "
+                 "bytes out");
 }
 
 void CommandLine::AddShow() {

@@ -23,8 +23,6 @@ struct Streams {
   std::ostream* terminal;  // for progress; null where nobody watches
 };
 
-enum class Encoding { Utf8, CodePage932 };
-
 struct BuildOptions {
   std::filesystem::path schema, directory;
   bool replace = false;   // existing dictionary and data files are replaced
@@ -37,7 +35,7 @@ struct ImportOptions {
   std::string table;  // UTF-8
   OnUnmappable onUnmappable = OnUnmappable::Error;
   Encoding encoding = Encoding::Utf8;
-  uint32_t batch = 1000;           // rows a transaction
+  uint32_t batch = 200;            // rows a transaction
   uint32_t shown = 50;             // refusals that are listed
   std::filesystem::path refusals;  // where refused rows go as they stood; empty: nowhere
   bool isDryRun = false;           // rows are checked, none is stored
@@ -49,7 +47,8 @@ struct ExportOptions {
   std::string table;
   std::string key;  // name or number of the key that gives the order; empty: by place
   bool isJson = false;
-  OnUnmappable onUnmappable = OnUnmappable::Error;
+  OnUnmappable onUnmappable = OnUnmappable::Replace;
+  uint32_t shown = 50;  // texts with odd bytes that are listed
   Encoding encoding = Encoding::Utf8;
   std::filesystem::path output;  // empty: the standard output
 };
