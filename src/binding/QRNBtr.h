@@ -48,6 +48,8 @@ class CQRNBtr final : public BoundControl<ole::Control, Database> {
   void OnDraw(HDC dc, const RECT& rect) override;
   bool HasFixedSize() const override { return true; }
   void AdjustRect(RECT& place) override;
+  // At run time there is nothing to click or type here: what lies behind gets it.
+  DWORD ExtraWindowStyle() const override { return UserMode() ? WS_DISABLED : 0; }
 
   // DataControl.
   std::optional<std::string> AskFormName() override;

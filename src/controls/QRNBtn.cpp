@@ -156,10 +156,7 @@ void CQRNBtn::OnFillControlInfo(CONTROLINFO& info) {
 void CQRNBtn::OnMnemonic(MSG&) {
   if (Enabled == 0) return;
   const ole::Com<IUnknown> alive(&Outer());
-  if (inPlace().active()) {
-    ole::Guard([&] { return inPlace().Activate(true); });
-    FocusWindow();
-  }
+  if (inPlace().active()) ole::Guard([&] { return inPlace().Activate(true); });
   Click();
 }
 

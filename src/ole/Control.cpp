@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include "ole/InputState.h"
+
 namespace qrn::ole {
 
 IUnknown& OuterOf(Control& control) noexcept { return control.Outer(); }
@@ -103,7 +105,9 @@ void Control::Changed(int32_t id, bool repaint) {
 }
 
 void Control::Redraw() noexcept {
-  if (window_.get()) InvalidateRect(window_.get(), nullptr, TRUE);
+  if (window_.get()) {
+    RedrawWindow(window_.get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  }
   Guard([&] {
     view_.Tell();
     return S_OK;
@@ -115,6 +119,28 @@ void Control::FocusWindow() {
   if (window_.get() && focus != window_.get() && !IsChild(window_.get(), focus)) {
     SetFocus(window_.get());
   }
+}
+
+void Control::FocusCame() {
+  if (hasFocus_ || !inPlace_.active()) return;
+  hasFocus_ = true;
+  TellFocus(true);
+}
+
+void Control::FocusWent(HWND to) {
+  if (!hasFocus_ || (to && (to == hwnd() || IsChild(hwnd(), to)))) return;
+  hasFocus_ = false;
+  if (inPlace_.active()) TellFocus(false);
+}
+
+void Control::TellFocus(bool has) {
+  if (const auto container = site_.As<IOleControlSite>()) container->OnFocus(has ? TRUE : FALSE);
+}
+
+HRESULT Control::OfferToSite(MSG& message) {
+  const auto container = site_.As<IOleControlSite>();
+  return container ? container->TranslateAccelerator(&message, static_cast<DWORD>(KeyShift()))
+                   : S_FALSE;
 }
 
 }  // namespace qrn::ole

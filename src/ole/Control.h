@@ -66,7 +66,12 @@ class Control {
   // A property changed: marks dirty, runs OnChanged, tells the container; with `repaint` also asks
   // the view for a redraw. While the control loads, only OnChanged runs.
   void Changed(int32_t id, bool repaint = false);
+  // Asks for a redraw of the view, and of the window with all that it contains.
   void Redraw() noexcept;
+  // The focus came into the control, or went to another window (null: to none of this thread);
+  // moves inside do not count. The container is told while the control is active in place.
+  void FocusCame();
+  void FocusWent(HWND to);
 
   // Puts a property as the container does: asks leave, stores by `store`, then Changed. The result
   // is S_FALSE when leave is refused.
@@ -88,7 +93,8 @@ class Control {
   virtual void OnRetire() {}                 // the last moment with everything in place
   virtual bool OnWindowMessage(Message&) { return false; }
   // A key or mouse message that the container offers first; S_OK when it ends here.
-  virtual HRESULT OnAccelerator(MSG&) { return S_FALSE; }
+  // Goes to the site unless said otherwise: the container's keys work wherever the focus is.
+  virtual HRESULT OnAccelerator(MSG& message) { return OfferToSite(message); }
   virtual void OnDraw(HDC, const RECT&) {}
   virtual void OnFillControlInfo(CONTROLINFO&) {}
   virtual void OnMnemonic(MSG&) {}
@@ -102,8 +108,14 @@ class Control {
   // An interface that this control alone has; null for none. Not yet counted.
   virtual IUnknown* FindOwn(REFIID) { return nullptr; }
 
+ protected:
+  // Offers a message to the site as an accelerator.
+  HRESULT OfferToSite(MSG& message);
+
  private:
   friend struct InterfaceRows;
+
+  void TellFocus(bool has);
 
   ModuleLock lock_;
   const ControlTable& table_;
@@ -121,6 +133,7 @@ class Control {
   Persistence persistence_;
   ClassInfo classInfo_;
   QuickActivation quickActivation_;
+  bool hasFocus_ = false;
 };
 
 }  // namespace qrn::ole

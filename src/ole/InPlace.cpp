@@ -8,13 +8,22 @@
 namespace qrn::ole {
 
 HRESULT InPlace::Activate(bool ui) {
-  if (!control().site()) return E_FAIL;
+  if (!control().site() || leaving_) return E_FAIL;
+  if (ui && StandsActive()) {
+    control().FocusWindow();
+    return S_OK;
+  }
   if (!active_) Check(EnterPlace());
   const Surroundings around = Look();
   Check(ShowWindowAt(around));
   if (ui && !uiActive_) Check(BecomeUiActive(around));
   if (const Com<IOleClientSite> client = control().site().get()) client->ShowObject();
   return S_OK;
+}
+
+// The active one, with a window that is shown.
+bool InPlace::StandsActive() const noexcept {
+  return uiActive_ && GetWindowLongW(control().hwnd(), GWL_STYLE) & WS_VISIBLE;
 }
 
 HRESULT InPlace::EnterPlace() {
@@ -92,6 +101,7 @@ void InPlace::LeaveUi() {
 }
 
 void InPlace::Deactivate() noexcept {
+  leaving_ = true;
   Guard([&] {
     if (!active_) {
       control().window().Destroy();
@@ -104,6 +114,7 @@ void InPlace::Deactivate() noexcept {
     if (const Com<IOleInPlaceSite> site = std::exchange(site_, {})) site->OnInPlaceDeactivate();
     return S_OK;
   });
+  leaving_ = false;
 }
 
 void InPlace::Hide() {

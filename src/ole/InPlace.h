@@ -15,7 +15,9 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
   bool uiActive() const noexcept { return uiActive_; }
   IOleInPlaceSite* site() const noexcept { return site_.get(); }
 
-  // Makes and shows the window; with `ui` the control also becomes the active one of its frame.
+  // Makes and shows the window; with `ui` the control also becomes the active one of its frame and
+  // gets the focus. Asked for again that gives only the focus: containers do so after a message box
+  // or another form.
   HRESULT Activate(bool ui);
   // Undoes both; the window is destroyed. Without effect on an inactive control.
   void Deactivate() noexcept;
@@ -45,6 +47,7 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
   Surroundings Look() const;
   void BeActiveIn(const Surroundings& around, IOleInPlaceActiveObject* object);
 
+  bool StandsActive() const noexcept;
   HRESULT EnterPlace();
   HRESULT ShowWindowAt(const Surroundings& around);
   HRESULT BecomeUiActive(const Surroundings& around);
@@ -53,6 +56,7 @@ class InPlace final : public Face<IOleInPlaceObject, IOleInPlaceActiveObject> {
   Com<IOleInPlaceSite> site_;  // while active
   bool active_ = false;
   bool uiActive_ = false;
+  bool leaving_ = false;  // a container that is given the focus meanwhile must not hand it back
 };
 
 }  // namespace qrn::ole

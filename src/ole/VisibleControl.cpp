@@ -72,8 +72,8 @@ void VisibleControl::MakeContained() {
     GetClientRect(hwnd(), &client);
     if (!contained_.Create(*description, hwnd(), client)) throw Failure{E_FAIL};
     font_.ApplyTo(contained());
-    EnableWindow(contained(), Enabled != 0);
   }
+  EnableWindows();
   OnContainedMade();
 }
 
@@ -96,7 +96,8 @@ void VisibleControl::LayOut(const RECT& client) {
 
 bool VisibleControl::OnSetFocus(Message&) {
   FocusCame();
-  if (contained()) SetFocus(contained());
+  // Who was told may have sent the focus elsewhere.
+  if (contained() && GetFocus() == hwnd()) SetFocus(contained());
   return true;
 }
 
@@ -113,22 +114,6 @@ bool VisibleControl::OnContainedSetFocus(Message&) {
 bool VisibleControl::OnContainedKillFocus(Message& message) {
   FocusWent(reinterpret_cast<HWND>(message.wParam));
   return false;
-}
-
-void VisibleControl::FocusCame() {
-  if (hasFocus_ || !inPlace().active()) return;
-  hasFocus_ = true;
-  TellFocus(true);
-}
-
-void VisibleControl::FocusWent(HWND to) {
-  if (!hasFocus_ || to == hwnd() || IsChild(hwnd(), to)) return;
-  hasFocus_ = false;
-  if (inPlace().active()) TellFocus(false);
-}
-
-void VisibleControl::TellFocus(bool has) {
-  if (const auto control = site().As<IOleControlSite>()) control->OnFocus(has ? TRUE : FALSE);
 }
 
 HBRUSH VisibleControl::BackgroundBrush() const noexcept {
@@ -156,21 +141,36 @@ bool VisibleControl::OnColor(Message& message) {
   return true;
 }
 
+const VisibleControl::AppliedRow VisibleControl::kApplied[] = {
+    {stock::kBackColor, &VisibleControl::MakeBrush},
+    {stock::kFont, &VisibleControl::ApplyFont},
+    {stock::kEnabled, &VisibleControl::ApplyEnabled},
+};
+
 void VisibleControl::OnChanged(int32_t id) {
-  switch (id) {
-    case stock::kBackColor:
-      MakeBrush();
-      break;
-    case stock::kFont:
-      if (contained()) font_.ApplyTo(contained());
-      break;
-    case stock::kEnabled:
-      if (contained()) EnableWindow(contained(), Enabled != 0);
-      break;
-    default:
-      return;
+  for (const AppliedRow& row : kApplied) {
+    if (row.id == id) (this->*row.apply)();
   }
-  if (contained()) InvalidateRect(contained(), nullptr, TRUE);
+}
+
+void VisibleControl::ApplyFont() {
+  if (contained()) font_.ApplyTo(contained());
+}
+
+// Who cannot be used does not keep the keyboard: the container's window gets it, which knows where
+// it goes next.
+void VisibleControl::ApplyEnabled() {
+  const HWND own = hwnd();
+  const bool had = window().HasFocus();
+  EnableWindows();
+  if (had && own && !IsWindowEnabled(own)) SetFocus(GetParent(own));
+}
+
+// At run time the control's own window goes with the contained one: neither a click nor the tab
+// order reaches it then. A designer still works with it.
+void VisibleControl::EnableWindows() noexcept {
+  if (contained()) EnableWindow(contained(), Enabled != 0);
+  if (hwnd()) EnableWindow(hwnd(), Enabled != 0 || !UserMode());
 }
 
 // Somebody changed the font object itself. Who hears of it may let the control go.
@@ -257,12 +257,6 @@ HRESULT VisibleControl::OnChar(MSG& message) {
   if (code == 0) return S_OK;
   if (code != typed) message.wParam = CharacterOf(code);
   return OfferToSite(message);
-}
-
-HRESULT VisibleControl::OfferToSite(MSG& message) {
-  const auto control = site().As<IOleControlSite>();
-  return control ? control->TranslateAccelerator(&message, static_cast<DWORD>(KeyShift()))
-                 : S_FALSE;
 }
 
 // A window draws itself wherever it is asked to; without one a stand-in shows where it will be.

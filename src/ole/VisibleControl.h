@@ -74,14 +74,7 @@ class VisibleControl : public Control {
   void RemakeContained();
   // Colours a device context as the colour messages ask.
   LRESULT ColorContext(HDC dc) const noexcept;
-  // Offers a message to the site as an accelerator.
-  HRESULT OfferToSite(MSG& message);
   LRESULT CallOriginal(const Message& message) { return contained_.CallOriginal(message); }
-
-  // The focus came into the control, or went to another window (null: out of the process); moves
-  // inside do not count. The container is told while the control is active in place.
-  void FocusCame();
-  void FocusWent(HWND to);
 
   // Handlers for the tables of derived controls.
   bool OnMouse(Message& message);          // raises the event of a button or a move, then goes on
@@ -101,18 +94,27 @@ class VisibleControl : public Control {
   HRESULT OnKeyUp(MSG& message);
   HRESULT OnChar(MSG& message);
   void MakeContained();
-  void TellFocus(bool has);
   void MakeBrush();
+  void ApplyFont();
+  void ApplyEnabled();
+  void EnableWindows() noexcept;
   void FontChanged();
 
   static const MessageRow<VisibleControl> kOwnMessages[];
   static const MessageRow<VisibleControl> kContainedMessages[];
 
+  // What a stock property does to the windows when it changes. To be drawn anew is not told here:
+  // that follows from the row of the property's table.
+  struct AppliedRow {
+    int32_t id;
+    void (VisibleControl::*apply)();
+  };
+  static const AppliedRow kApplied[];
+
   FontHolder font_;
   Brush brush_;
   ContainedWindow contained_;
   bool registered_ = false;
-  bool hasFocus_ = false;
 };
 
 // Access to the stock properties, for the bindings of derived controls.

@@ -34,9 +34,13 @@ void ControlWindow::Destroy() noexcept {
   if (window_) DestroyWindow(window_);
 }
 
-void ControlWindow::GiveFocusAway() noexcept {
+bool ControlWindow::HasFocus() const noexcept {
   const HWND focus = GetFocus();
-  if (window_ && (focus == window_ || IsChild(window_, focus))) SetFocus(GetParent(window_));
+  return window_ && focus && (focus == window_ || IsChild(window_, focus));
+}
+
+void ControlWindow::GiveFocusAway() noexcept {
+  if (HasFocus()) SetFocus(GetParent(window_));
 }
 
 void ControlWindow::Move(const RECT& place, const RECT& clip) noexcept {
@@ -97,6 +101,12 @@ bool ControlWindow::ServiceMessage(Message& message) {
     }
     case WM_MOUSEACTIVATE:
       if (control_.UserMode()) control_.inPlace().Activate(true);
+      return false;
+    case WM_SETFOCUS:
+      control_.FocusCame();
+      return false;
+    case WM_KILLFOCUS:
+      control_.FocusWent(reinterpret_cast<HWND>(message.wParam));
       return false;
     default:
       return false;

@@ -19,8 +19,10 @@ class ControlWindow {
   // Makes the window; false if the system refuses.
   bool Create(HWND parent, const RECT& place) noexcept;
   void Destroy() noexcept;
-  // Moves the focus to the parent if it is on or inside this window: one that is destroyed with the
-  // focus is not always told that it went.
+  // True if the focus is on or inside this window.
+  bool HasFocus() const noexcept;
+  // Moves the focus to the parent if it is here: a window that is destroyed with the focus is not
+  // always told that it went.
   void GiveFocusAway() noexcept;
   // Moves it to `place` and shows only what lies in `clip`, both in the parent's pixels.
   void Move(const RECT& place, const RECT& clip) noexcept;

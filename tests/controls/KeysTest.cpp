@@ -3,6 +3,7 @@
 
 #include "Hosted.h"
 #include "PlayedDatabase.h"
+#include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 
@@ -115,6 +116,24 @@ TEST_F(Keys, TheMouseClicksAButtonAfterItsOwnEvents) {
   const std::string log = button.events.log;
   EXPECT_EQ(log.find("-605(I2:1,I2:0,R4:5,R4:6) "), 0u) << log;
   EXPECT_NE(log.find("-607(I2:1,I2:0,R4:5,R4:6) 1(BSTR:People,I2&:9) -600() "), log.npos) << log;
+}
+
+// What the container does with a key works from there too; a running form has nothing to reach
+// there.
+TEST_F(Keys, TheDatabaseControlLeavesThemToItsContainer) {
+  for (const bool runs : {false, true}) {
+    Hosted<CQRNBtr> btr(L"Db9", runs);
+    btr.site.acceleratorResult = S_OK;
+    ASSERT_EQ(btr.Show(), S_OK);
+    EXPECT_EQ(btr.Offer(WM_KEYDOWN, VK_TAB), S_OK);
+    EXPECT_NE(btr.site.log.find("accelerator "), std::string::npos);
+    SetFocus(TheForm());
+    btr.site.log.clear();
+    SetFocus(btr->hwnd());
+    EXPECT_EQ(btr.site.log, runs ? "" : "focus ");
+    SetFocus(TheForm());
+    EXPECT_EQ(btr.site.log, runs ? "" : "focus blur ");
+  }
 }
 
 }  // namespace

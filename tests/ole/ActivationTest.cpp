@@ -33,6 +33,51 @@ TEST_F(ActivationTest, UiActivationMakesItTheActiveOneOfTheFrame) {
   EXPECT_EQ(site.log, "inactive ui-out ");
 }
 
+// As containers do after a message box and on return from another form.
+TEST_F(ActivationTest, UiActivationAskedForAgainGivesTheFocusAndNothingElse) {
+  site.Host(unknown(), OLEIVERB_UIACTIVATE);
+  const auto activate = [&] {
+    site.log.clear();
+    return site.object()->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, nullptr, nullptr);
+  };
+  SetFocus(site.window());
+  EXPECT_EQ(activate(), S_OK);
+  EXPECT_EQ(GetFocus(), sample().contained());
+  EXPECT_EQ(site.log, "focus ");
+  EXPECT_EQ(activate(), S_OK);
+  EXPECT_EQ(site.log, "");
+  ShowWindow(sample().hwnd(), SW_HIDE);
+  EXPECT_EQ(activate(), S_OK);
+  EXPECT_TRUE(IsWindowVisible(sample().hwnd())) << "the container had hidden it";
+  EXPECT_EQ(GetFocus(), sample().contained());
+}
+
+TEST_F(ActivationTest, AClickActivatesOnce) {
+  site.RunTime();
+  site.Host(unknown());
+  const auto click = [&] {
+    site.log.clear();
+    SendMessageW(sample().contained(), WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(site.window()),
+                 MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
+    return site.log;
+  };
+  EXPECT_EQ(click(), "ui active focus show ");
+  EXPECT_EQ(click(), "");
+}
+
+TEST_F(ActivationTest, AContainerThatHandsTheFocusBackDoesNotStopItsControlFromLeaving) {
+  site.RunTime();
+  site.Host(unknown(), OLEIVERB_UIACTIVATE);
+  site.log.clear();
+  site.onFocus = [&](bool has) {
+    if (!has) site.object()->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, nullptr, nullptr);
+  };
+  Query<IOleInPlaceObject>(control)->InPlaceDeactivate();
+  site.onFocus = {};
+  EXPECT_EQ(site.log, "inactive ui-out blur out ");
+  EXPECT_EQ(sample().hwnd(), nullptr);
+}
+
 TEST_F(ActivationTest, DeactivationTakesTheWindowAway) {
   site.Host(unknown(), OLEIVERB_UIACTIVATE);
   site.log.clear();

@@ -137,7 +137,7 @@ TEST_F(InputTest, TheWindowIsColouredAsThePropertiesSay) {
   EXPECT_EQ(look.lbColor, RGB(255, 0, 0));
 }
 
-TEST_F(InputTest, FontAndEnabledReachTheWindow) {
+TEST_F(InputTest, TheFontReachesTheWindow) {
   LOGFONTW before{};
   const auto fontOf = [&](LOGFONTW& font) {
     const auto handle = SendMessageW(sample().contained(), WM_GETFONT, 0, 0);
@@ -150,8 +150,58 @@ TEST_F(InputTest, FontAndEnabledReachTheWindow) {
   LOGFONTW after{};
   fontOf(after);
   EXPECT_EQ(after.lfWeight, 700);
+}
+
+TEST_F(InputTest, WhatIsDisabledIsReachedByNeitherClickNorFocus) {
   Put(object(), L"Enabled", {Bool(false)});
   EXPECT_FALSE(IsWindowEnabled(sample().contained()));
+  EXPECT_FALSE(IsWindowEnabled(sample().hwnd()));
+  SetFocus(site.window());
+  SetFocus(sample().hwnd());
+  EXPECT_EQ(GetFocus(), site.window());
+  Query<IOleInPlaceObject>(control)->InPlaceDeactivate();
+  site.object()->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, nullptr, nullptr);
+  EXPECT_FALSE(IsWindowEnabled(sample().hwnd())) << "a window made later";
+  Put(object(), L"Enabled", {Bool(true)});
+  EXPECT_TRUE(IsWindowEnabled(sample().contained()));
+  EXPECT_TRUE(IsWindowEnabled(sample().hwnd()));
+  site.ambients[DISPID_AMBIENT_USERMODE] = Variant::Bool(false);
+  Put(object(), L"Enabled", {Bool(false)});
+  EXPECT_FALSE(IsWindowEnabled(sample().contained()));
+  EXPECT_TRUE(IsWindowEnabled(sample().hwnd())) << "a designer works with it";
+}
+
+TEST_F(InputTest, WhoIsDisabledHandsTheFocusToTheContainer) {
+  SetFocus(sample().contained());
+  site.log.clear();
+  Put(object(), L"Enabled", {Bool(false)});
+  EXPECT_EQ(GetFocus(), site.window());
+  EXPECT_EQ(site.log, "blur ");
+}
+
+TEST_F(InputTest, TheFocusStaysWhereTheContainerSendsItMeanwhile) {
+  SetFocus(nullptr);
+  site.onFocus = [&](bool has) {
+    if (has) SetFocus(site.window());
+  };
+  SetFocus(sample().hwnd());
+  EXPECT_EQ(GetFocus(), site.window());
+  EXPECT_EQ(site.log.substr(site.log.size() - 11), "blur focus ");
+}
+
+TEST_F(InputTest, WhatThePropertiesShowIsDrawnAnewInTheContainedWindow) {
+  const struct {
+    const wchar_t* name;
+    VARIANT value;
+    bool drawn;
+  } cases[] = {{L"ForeColor", Long(0x0000FF), true},
+               {L"BackColor", Long(0x00FF00), true},
+               {L"Count", Short(4), false}};
+  for (const auto& row : cases) {
+    ValidateRect(sample().contained(), nullptr);
+    Put(object(), row.name, {row.value});
+    EXPECT_EQ(GetUpdateRect(sample().contained(), nullptr, FALSE) != FALSE, row.drawn);
+  }
 }
 
 }  // namespace

@@ -52,6 +52,11 @@ STDMETHODIMP TestSite::OnUIActivate() {
   return Note("ui");
 }
 
+STDMETHODIMP TestSite::OnFocus(BOOL has) {
+  if (onFocus) onFocus(has != FALSE);
+  return Note(has ? "focus" : "blur");
+}
+
 STDMETHODIMP TestSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
                                         LPRECT at, LPRECT clip, LPOLEINPLACEFRAMEINFO) {
   *frame = this;

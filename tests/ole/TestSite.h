@@ -45,6 +45,7 @@ class TestSite final : public IOleClientSite,
   DWORD acceleratorModifiers = 99;
   HRESULT mayActivate = S_OK;
   std::function<void()> onUiActivate;
+  std::function<void(bool has)> onFocus;
   Com<IDispatch> extended;  // what stands for the control in the container's code
   ULONG references = 0;
   void RunTime(const wchar_t* name = L"Sample1");
@@ -92,7 +93,7 @@ class TestSite final : public IOleClientSite,
   }
   STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
   STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
-  STDMETHODIMP OnFocus(BOOL has) override { return Note(has ? "focus" : "blur"); }
+  STDMETHODIMP OnFocus(BOOL has) override;
   STDMETHODIMP ShowPropertyFrame() override { return Note("pages"); }
 
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
