@@ -116,11 +116,13 @@ constexpr auto kBoundProperties = ole::BindProperties<kQRNBtrTable>(kProperties)
 constexpr auto kBoundMethods = ole::BindMethods<kQRNBtrTable>(kMethods);
 
 Bstr TextOf(const PropertyText& text) {
+  if (text.null()) return Bstr();
   return Bstr({reinterpret_cast<const wchar_t*>(text.wide().data()), text.wide().size()});
 }
 
-std::u16string_view WideOf(const Bstr& text) {
-  return {reinterpret_cast<const char16_t*>(text.view().data()), text.view().size()};
+void Keep(PropertyText& text, const Bstr& value) {
+  if (value.null()) return text.SetNull();
+  text.Set({reinterpret_cast<const char16_t*>(value.view().data()), value.view().size()});
 }
 
 }  // namespace
@@ -129,13 +131,13 @@ CQRNBtr::CQRNBtr() : BoundControl(kQRNBtrTable, {kBoundProperties, kBoundMethods
 
 Bstr CQRNBtr::GetDDFDir() const { return TextOf(DDFDir); }
 Bstr CQRNBtr::GetOwnerName() const { return TextOf(OwnerName); }
-void CQRNBtr::PutOwnerName(const Bstr& value) { OwnerName.Set(WideOf(value)); }
+void CQRNBtr::PutOwnerName(const Bstr& value) { Keep(OwnerName, value); }
 Bstr CQRNBtr::GetDistName() const { return TextOf(DistName); }
-void CQRNBtr::PutDistName(const Bstr& value) { DistName.Set(WideOf(value)); }
+void CQRNBtr::PutDistName(const Bstr& value) { Keep(DistName, value); }
 
 // The container hears of the change before the dictionary is read, which may show a message.
 HRESULT CQRNBtr::PutDDFDir(const Bstr& value) {
-  const HRESULT changed = Change(kQRNBtrTable.properties[1].id, [&] { DDFDir.Set(WideOf(value)); });
+  const HRESULT changed = Change(kQRNBtrTable.properties[1].id, [&] { Keep(DDFDir, value); });
   if (changed == S_OK && !persistence().loading()) DirectoryWasPut();
   return changed;
 }

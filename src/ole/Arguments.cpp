@@ -68,10 +68,24 @@ HRESULT Arguments::ConvertAny(const VARIANT* sent, VARIANT& value) {
   return S_OK;
 }
 
-HRESULT Arguments::StoreAnswers() {
+bool Arguments::LastSaysFailure() noexcept {
+  const Variant& last = values_[rows_.size() - 1];
+  return last.type() == VT_I2 && last->iVal != 0;
+}
+
+// The host's variable would still enter the call with this value.
+bool Arguments::Untouched(size_t row) {
+  Variant entered;
+  return SUCCEEDED(OpenOutArgument(*places_[row], rows_[row].type, locale_, entered)) &&
+         VarCmp(entered.get(), values_[row].get(), locale_, 0) == VARCMP_EQ;
+}
+
+HRESULT Arguments::StoreAnswers(bool lastIsResult) {
+  const bool failed = lastIsResult && LastSaysFailure();
   HRESULT result = S_OK;
   for (size_t i = 0; i < rows_.size(); ++i) {
     if (!(rows_[i].type.vt & VT_BYREF) || !places_[i]) continue;
+    if (failed && i + 1 < rows_.size() && Untouched(i)) continue;
     const HRESULT stored = StoreAnswer(*places_[i], values_[i], locale_);
     if (FAILED(stored)) result = stored;
   }

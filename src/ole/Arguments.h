@@ -27,7 +27,10 @@ class Arguments {
   // reference; what the call leaves in them is stored by StoreAnswers.
   VARIANT* values() noexcept { return reinterpret_cast<VARIANT*>(values_.data()); }
 
-  HRESULT StoreAnswers();
+  // With `lastIsResult` a last argument that is a number other than 0 says that the call failed:
+  // out arguments that it left as they came are not stored then, so that a variable of another type
+  // keeps its own value.
+  HRESULT StoreAnswers(bool lastIsResult);
 
   // Moves the last argument's answer to where the host wants the call's result.
   void GiveLastAsResult(VARIANT& result);
@@ -38,6 +41,8 @@ class Arguments {
   HRESULT Place(UINT* badArgument);
   HRESULT Convert(size_t row, bool mayMiss);
   HRESULT ConvertAny(const VARIANT* sent, VARIANT& value);
+  bool LastSaysFailure() noexcept;
+  bool Untouched(size_t row);
 
   std::span<const ArgumentRow> rows_;
   const DISPPARAMS& sent_;

@@ -46,11 +46,24 @@ const VARIANT& Innermost(const VARIANT& sent) {
   return *at;
 }
 
+// The system makes an empty text of a null one where it copies; here it stays null.
+bool IsNullText(const VARIANT& value) {
+  if (value.vt == (VT_BYREF | VT_BSTR)) return value.pbstrVal && !*value.pbstrVal;
+  return value.vt == VT_BSTR && !value.bstrVal;
+}
+void KeepNull(const VARIANT& from, VARIANT& copy) {
+  if (!IsNullText(from) || copy.vt != VT_BSTR) return;
+  SysFreeString(std::exchange(copy.bstrVal, nullptr));
+}
+
 HRESULT Change(const VARIANT& sent, VARTYPE type, LCID locale, Variant& value) {
+  const VARIANT& from = Innermost(sent);
   Variant plain;
-  const HRESULT result = VariantCopyInd(plain.put(), const_cast<VARIANT*>(&Innermost(sent)));
+  HRESULT result = VariantCopyInd(plain.put(), const_cast<VARIANT*>(&from));
   if (FAILED(result)) return result;
-  return VariantChangeTypeEx(value.put(), plain.get(), locale, 0, type);
+  result = VariantChangeTypeEx(value.put(), plain.get(), locale, 0, type);
+  if (SUCCEEDED(result)) KeepNull(from, *value.get());
+  return result;
 }
 
 // Colours come as signed numbers whose top bit says "system colour".
@@ -68,12 +81,6 @@ HRESULT ChangeToObject(const VARIANT& sent, const ValueType& type, LCID locale, 
                      : type.alias == Alias::Picture ? bool(Query<IPicture>(value->pdispVal))
                                                     : true;
   return suits ? S_OK : DISP_E_TYPEMISMATCH;
-}
-
-// The system makes an empty text of a null one where it copies; an answer stays null.
-void KeepNull(const VARIANT& answer, VARIANT& copy) {
-  const bool null = answer.vt == VT_BSTR && !answer.bstrVal && copy.vt == VT_BSTR;
-  if (null) SysFreeString(std::exchange(copy.bstrVal, nullptr));
 }
 
 }  // namespace
@@ -109,7 +116,6 @@ HRESULT StoreAnswer(const VARIANT& sent, const Variant& answer, LCID locale) {
   Variant changed;
   const HRESULT result = Change(*answer.get(), type, locale, changed);
   if (FAILED(result)) return result;
-  KeepNull(*answer.get(), *changed.get());
   if (type == VT_BSTR) SysFreeString(*place.pbstrVal);
   std::memcpy(place.byref, &changed->byref, SizeBehind(type));
   changed.release();

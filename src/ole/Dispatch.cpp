@@ -122,7 +122,7 @@ HRESULT Dispatch::CallMethod(size_t index, const Call& call) {
   if (FAILED(collected)) return collected;
   const HRESULT result = binding_.methods[index].call(control(), arguments.values());
   if (FAILED(result)) return result;
-  if (result != S_FALSE) Check(arguments.StoreAnswers());
+  if (result != S_FALSE) Check(arguments.StoreAnswers(row.lastIsResult));
   if (row.lastIsResult && call.result) arguments.GiveLastAsResult(*call.result);
   return S_OK;
 }

@@ -31,6 +31,7 @@ class StreamSink final : public ByteSink {
   explicit StreamSink(IStream& stream) noexcept : stream_(stream) {}
 
   bool Write(const void* from, size_t bytes) override {
+    if (bytes == 0) return true;  // the system's streams refuse a null pointer even so
     ULONG written = 0;
     const HRESULT result = stream_.Write(from, static_cast<ULONG>(bytes), &written);
     if (FAILED(result)) failure_ = result;

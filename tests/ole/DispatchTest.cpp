@@ -118,7 +118,7 @@ TEST_F(DispatchTest, AnswersGoIntoReferencesOfEveryKind) {
 
   Variant text(Bstr(L"abcd"));
   Variant number(int16_t{7});
-  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number)}).Text(), "ok I2:7");
+  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number)}).Text(), "ok I2:0");
   EXPECT_EQ(Show(*text.get()) + Show(*number.get()), "BSTR:7I4:4");
 
   Variant inner(Bstr(L"ab"));
@@ -145,9 +145,41 @@ TEST_F(DispatchTest, AVariableThatHoldsAReferenceIsAnsweredBehindIt) {
 TEST_F(DispatchTest, EmptyVariablesAndPlainValuesServeAsOutArguments) {
   Variant text;
   Variant number;
-  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number)}).Text(), "ok I2:7");
+  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number)}).Text(), "ok I2:0");
   EXPECT_EQ(Show(*text.get()) + Show(*number.get()), "BSTR:0I4:0");
-  EXPECT_EQ(CallMethod(object(), L"Swap", {Text(L"abc"), Long(1)}).Text(), "ok I2:7");
+  EXPECT_EQ(CallMethod(object(), L"Swap", {Text(L"abc"), Long(1)}).Text(), "ok I2:0");
+}
+
+TEST_F(DispatchTest, VariablesKeepWhatACallThatFailedDidNotTouch) {
+  Variant text(int16_t{5});
+  Variant number(Bstr(L"13"));
+  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number)}).Text(), "ok I2:-4");
+  EXPECT_EQ(Show(*text.get()) + Show(*number.get()), "I2:5BSTR:13");
+  BSTR null = nullptr;
+  CallMethod(object(), L"Swap", {Ref(VT_BSTR, &null), Ref(number)});
+  EXPECT_EQ(null, nullptr);
+  Variant status;
+  EXPECT_EQ(CallMethod(object(), L"Swap", {Ref(text), Ref(number), Ref(status)}).result, S_OK);
+  EXPECT_EQ(Show(*status.get()), "I2:-4");
+}
+
+TEST_F(DispatchTest, ANullTextStaysNull) {
+  VARIANT null{};
+  null.vt = VT_BSTR;
+  Variant held;
+  held->vt = VT_BSTR;
+  const struct {
+    const char* what;
+    VARIANT value;
+  } cases[] = {{"a value", null}, {"a variable's", Ref(held)}};
+  for (const auto& row : cases) {
+    sample().Name = Bstr(L"before");
+    EXPECT_EQ(Put(object(), L"Name", {row.value}).result, S_OK);
+    EXPECT_TRUE(sample().Name.null()) << row.what;
+    EXPECT_TRUE(sample().Name.empty()) << row.what;
+  }
+  EXPECT_EQ(Put(object(), L"Name", {Text(L"")}).result, S_OK);
+  EXPECT_FALSE(sample().Name.null());
 }
 
 TEST_F(DispatchTest, AReferenceThatCannotTakeTheAnswerIsRefusedBeforeTheCall) {

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "SampleFixture.h"
+#include "SystemStorage.h"
 
 namespace qrn::test {
 namespace {
@@ -57,6 +58,32 @@ class Bag final : public Counted<IPropertyBag> {
   STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
     return VariantCopy(values[name].put(), value);
   }
+};
+
+// Takes and gives what it is handed, null texts too.
+class OwnBag final : public Counted<IPropertyBag> {
+ public:
+  ~OwnBag() {
+    for (auto& [name, value] : values_) VariantClear(&value);
+  }
+  STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
+    const auto found = values_.find(name);
+    return found == values_.end() ? E_INVALIDARG : Copy(found->second, *value);
+  }
+  STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
+    return Copy(*value, values_[name]);
+  }
+
+ private:
+  static HRESULT Copy(const VARIANT& from, VARIANT& to) {
+    if (from.vt == VT_BSTR && !from.bstrVal) {
+      to = from;
+      return S_OK;
+    }
+    VariantInit(&to);
+    return VariantCopy(&to, const_cast<VARIANT*>(&from));
+  }
+  std::map<std::wstring, VARIANT> values_;
 };
 
 class ErrorLog final : public Counted<IErrorLog> {
@@ -174,6 +201,40 @@ TEST_F(PersistTest, ABagHoldsAValueForEachEntry) {
   EXPECT_EQ(Query<IPersistPropertyBag>(other.control)->Load(&bag, nullptr), S_OK);
   EXPECT_EQ(State(other.sample), State(sample()));
   EXPECT_EQ(other.sample.Name, sample().Name);
+}
+
+TEST_F(PersistTest, ANullTextIsNotAnEmptyOne) {
+  for (const bool null : {true, false}) {
+    sample().Name = null ? Bstr() : Bstr::Empty();
+    Fresh streamed;
+    EXPECT_EQ(LoadFrom(streamed.control.get(), Saved(unknown())), S_OK);
+    EXPECT_EQ(streamed.sample.Name.null(), null);
+    OwnBag bag;
+    EXPECT_EQ(Query<IPersistPropertyBag>(control)->Save(&bag, TRUE, TRUE), S_OK);
+    Fresh bagged;
+    EXPECT_EQ(Query<IPersistPropertyBag>(bagged.control)->Load(&bag, nullptr), S_OK);
+    EXPECT_EQ(bagged.sample.Name.null(), null);
+    EXPECT_EQ(Saved(bagged.control.get()), Saved(unknown()));
+  }
+}
+
+TEST_F(PersistTest, AControlWithoutItsObjectsGoesToTheSystemsStoragesAndStreams) {
+  sample().MouseIcon.reset();
+  sample().PutFont(nullptr);
+  for (const bool onDisk : {false, true}) {
+    const SystemStorage storage(onDisk);
+    ASSERT_TRUE(storage.get());
+    EXPECT_EQ(Query<IPersistStorage>(control)->Save(storage.get(), TRUE), S_OK);
+    Fresh other;
+    EXPECT_EQ(Query<IPersistStorage>(other.control)->Load(storage.get()), S_OK);
+    EXPECT_FALSE(other.sample.GetFont());
+    EXPECT_FALSE(other.sample.MouseIcon);
+    Com<IStream> stream;
+    const DWORD mode = STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
+    ASSERT_EQ(storage.get()->CreateStream(L"own", mode, 0, 0, stream.put()), S_OK);
+    EXPECT_EQ(Query<IPersistStreamInit>(control)->Save(stream.get(), TRUE), S_OK);
+    EXPECT_EQ(BytesOf(*stream), Saved(unknown()));
+  }
 }
 
 TEST_F(PersistTest, WhatABagLeavesOutKeepsItsValue) {

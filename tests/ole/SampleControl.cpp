@@ -53,10 +53,14 @@ HRESULT Sample::PutCell(int32_t index, const Bstr& text) {
 }
 
 void Sample::Swap(Bstr& text, int32_t& number, int16_t& rc) {
+  if (number == kDenied) {
+    rc = -4;
+    return;
+  }
   const int32_t length = static_cast<int32_t>(text.view().size());
   text = Bstr(std::to_wstring(number));
   number = length;
-  rc = 7;
+  rc = 0;
 }
 
 void Sample::KindOf(VARIANT& anything, VARIANT& perhaps, Bstr& kind) {

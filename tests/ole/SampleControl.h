@@ -33,6 +33,8 @@ class Sample final : public VisibleControl {
   HRESULT GetCell(int32_t index, Bstr& text);
   HRESULT PutCell(int32_t index, const Bstr& text);
   void Twice(int16_t number, int16_t& rc) { rc = static_cast<int16_t>(number * 2); }
+  // Fails with -4 and changes nothing where the number is this one.
+  static constexpr int32_t kDenied = 13;
   void Swap(Bstr& text, int32_t& number, int16_t& rc);
   void KindOf(VARIANT& anything, VARIANT& perhaps, Bstr& kind);
   HRESULT Fail() { return kInvalidPropertyValue; }
