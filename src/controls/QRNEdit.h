@@ -67,6 +67,7 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   bool OnChar(ole::Message& message);
   bool OnPaste(ole::Message& message);
   bool OnReplaceSelection(ole::Message& message);
+  bool OnSetText(ole::Message& message);
   bool OnFocus(ole::Message& message);
   bool OnBlur(ole::Message& message);
 

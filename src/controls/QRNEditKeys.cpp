@@ -24,7 +24,7 @@ const ole::MessageRow<CQRNEdit> CQRNEdit::kOwnMessages[] = {{WM_COMMAND, &CQRNEd
 const ole::MessageRow<CQRNEdit> CQRNEdit::kContainedMessages[] = {
     {WM_CHAR, &CQRNEdit::OnChar},      {WM_PASTE, &CQRNEdit::OnPaste},
     {WM_SETFOCUS, &CQRNEdit::OnFocus}, {EM_REPLACESEL, &CQRNEdit::OnReplaceSelection},
-    {WM_KILLFOCUS, &CQRNEdit::OnBlur},
+    {WM_KILLFOCUS, &CQRNEdit::OnBlur}, {WM_SETTEXT, &CQRNEdit::OnSetText},
 };
 
 bool CQRNEdit::OnWindowMessage(ole::Message& message) {
@@ -98,6 +98,14 @@ bool CQRNEdit::OnReplaceSelection(ole::Message& message) {
       editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength)));
   message.result = CallOriginal(
       {message.window, message.id, message.wParam, reinterpret_cast<LPARAM>(fits.c_str())});
+  return true;
+}
+
+// A window of several lines sends no notice of a text that is set, whoever sets it.
+bool CQRNEdit::OnSetText(ole::Message& message) {
+  const bool silent = editwindow::IsMultiLine(message.window);
+  message.result = CallOriginal(message);
+  if (silent) Fire(kChange);
   return true;
 }
 

@@ -396,6 +396,42 @@ TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
   EXPECT_EQ(Shown(), "[[[1]2]") << "a refused key is not formatted";
 }
 
+TEST_F(Edit, AFullWidthCharacterIsTakenBackWhole) {
+  for (const FormatOptionCode option : {FormatEveryChar, FormatEveryRight}) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.format.offered = PlayedFormat::kService;
+    edit.Set(L"Format", Text(L"@"));
+    edit.Set(L"FormatOption", Long(option));
+    ASSERT_EQ(edit.Show(), S_OK);
+    SetWindowTextW(edit.window(), L"名前");
+    Type(edit.window(), u"\b");
+    EXPECT_EQ(TextOf(edit.window()), "[名]") << option;
+  }
+}
+
+TEST_F(Edit, EveryChangeOfItsTextIsToldOnce) {
+  for (const bool multiLine : {false, true}) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    edit.Set(L"MultiLine", Bool(multiLine));
+    ASSERT_EQ(edit.Show(), S_OK);
+    const struct {
+      const char* what;
+      std::function<void()> change;
+    } cases[] = {
+        {"a record's text", [&] { edit->ShowFieldText("a"); }},
+        {"cleared", [&] { edit->ClearFieldText(); }},
+        {"put by code", [&] { edit.Set(L"Text", Text(L"b")); }},
+        {"put into the selection", [&] { edit.Set(L"SelText", Text(L"c")); }},
+        {"typed", [&] { Type(edit.window(), u"d"); }},
+    };
+    for (const auto& row : cases) {
+      edit.events.log.clear();
+      row.change();
+      EXPECT_EQ(edit.events.log, "1() ") << row.what << (multiLine ? ", several lines" : "");
+    }
+  }
+}
+
 TEST_F(Edit, ATextThatIsPutIsDressedAtRunTime) {
   edit_.format.offered = PlayedFormat::kService;
   edit_.Set(L"Format", Text(L"@"));

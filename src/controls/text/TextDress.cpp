@@ -47,7 +47,8 @@ std::optional<std::string> TextDress::OfTyping(const std::string& shown, char16_
   if (character != kBackspace) {
     text += Utf16ToCodePage({&character, 1});
   } else if (!text.empty()) {
-    text.pop_back();
+    // Half a character is none.
+    text.resize(CutAtCharacter(text, text.size() - 1));
   }
   auto formatted = format(text);
   if (!formatted || formatted->empty()) return std::nullopt;

@@ -41,7 +41,8 @@ struct TextDress {
   // A text that the application puts; an empty one is aligned like any other.
   std::string OfProperty(const std::string& text) const;
 
-  // The whole text after a character was typed behind `shown`; a backspace takes the last byte.
+  // The whole text after a character was typed behind `shown`; a backspace takes the last byte,
+  // and what it leaves of a two-byte character.
   // Nothing when the service gives no text: the character then goes its usual way. The result is
   // aligned whichever the option is, and forms rely on it.
   std::optional<std::string> OfTyping(const std::string& shown, char16_t character) const;
