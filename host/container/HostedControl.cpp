@@ -33,6 +33,10 @@ Com<ITypeInfo> ClassOf(IUnknown* object, const ControlClass& known) noexcept {
   return type;
 }
 
+// Stands in the file for every control, also for one that keeps no such property or has none: the
+// container has it then.
+bool IsTabStop(const form::Property& property) { return form::SameWord(property.name, "TabStop"); }
+
 // Events stay unheard while properties are read.
 class FrozenEvents {
  public:
@@ -155,6 +159,10 @@ void HostedControl::LoadFromBag(std::span<const form::Property> properties, int 
   }
   for (const form::Property& property : properties) {
     if (bag->WasRead(property) || IsContainerProperty(property.name)) continue;
+    if (IsTabStop(property)) {
+      LoadOneByOne({&property, 1}, files, mistakes);
+      continue;
+    }
     mistakes.Add(property.line, "the control has no property " + property.name);
   }
 }
@@ -170,7 +178,8 @@ void HostedControl::LoadOneByOne(std::span<const form::Property> properties, Com
     if (IsContainerProperty(property.name)) continue;
     try {
       const Variant value = ValueOf(property, files);
-      if (!PutMember(dispatch.get(), Wide(property.name), *value.get())) {
+      const bool known = PutMember(dispatch.get(), Wide(property.name), *value.get());
+      if (!known && !IsTabStop(property)) {
         mistakes.Add(property.line, "the control has no property " + property.name);
       }
     } catch (const ScriptError& error) {

@@ -133,33 +133,43 @@ void Form::Display(bool modal) {
   ShowWindow(window_, look_.windowState == 2   ? SW_SHOWMAXIMIZED
                       : look_.windowState == 1 ? SW_SHOWMINIMIZED
                                                : SW_SHOW);
+  // One that was shown before is not activated by that.
+  if (look_.windowState != 1 && GetActiveWindow() != window_) SetForegroundWindow(window_);
   FocusFirst();
   if (window_) UpdateWindow(window_);
   if (!modal || !window_) return;
+  BeModal();
+  program_->RunUntil([this] { return !modal_; });
+  EndModal();
+}
+
+void Form::BeModal() {
   modal_ = true;
-  std::vector<HWND> others;
   for (const Com<Form>& other : program_->forms()) {
     if (other.get() == this || !other->Window() || !IsWindowEnabled(other->Window())) continue;
-    others.push_back(other->Window());
+    waiting_.push_back(other->Window());
     EnableWindow(other->Window(), FALSE);
   }
-  program_->RunUntil([this] { return !modal_; });
-  for (HWND other : others) EnableWindow(other, TRUE);
-  if (!others.empty()) SetForegroundWindow(others.front());
+}
+
+// Before the window goes: the system then gives the keyboard back to who had it.
+void Form::EndModal() noexcept {
+  modal_ = false;
+  for (HWND other : std::exchange(waiting_, {})) EnableWindow(other, TRUE);
 }
 
 // The keyboard begins at the first stop of the tab order, once the stops can be seen.
 void Form::FocusFirst() {
   if (shownBefore_ || !window_) return;
   shownBefore_ = true;
+  if (!active_ && GetForegroundWindow() == window_) FocusNext(false);
   const std::vector<FormControl*> order = TabOrder();
-  if (!active_ && !order.empty() && GetForegroundWindow() == window_) order.front()->TakeFocus();
   if (!active_ && !order.empty()) active_ = order.front();
 }
 
 void Form::Conceal() {
+  EndModal();
   if (window_) ShowWindow(window_, SW_HIDE);
-  modal_ = false;
 }
 
 bool Form::Unload(UnloadCause cause) {
@@ -190,9 +200,9 @@ void Form::Dismantle() noexcept {
   }
   if (frame_) frame_->Detach();
   frame_.reset();
+  EndModal();
   if (window_) DestroyWindow(window_);
   window_ = nullptr;
-  modal_ = false;
   shownBefore_ = false;
   state_ = State::Unloaded;
 }
@@ -216,12 +226,26 @@ void Form::OnUIActive(FormControl& control, bool active) {
 
 void Form::OnFocus(FormControl& control, bool focus) {
   if (!focus || state_ != State::Loaded) return;
+  control.OnArrival();
   OnUIActive(control, true);
-  if (focusTold_ == &control) return;
-  FormControl* before = std::exchange(focusTold_, &control);
+  TellFocus();
+}
+
+// LostFocus and GotFocus for where the keyboard is now. A handler may show a box and send the
+// keyboard back: only where it comes to rest is told of it.
+void Form::TellFocus() {
+  if (std::exchange(tellingFocus_, true)) return;
   RaisedArguments none{};
-  if (before) Fire(*before, L"LostFocus", none.get());
-  if (state_ == State::Loaded) Fire(control, L"GotFocus", none.get());
+  while (state_ == State::Loaded && active_ && focusTold_ != active_) {
+    FormControl* next = active_;
+    if (FormControl* before = std::exchange(focusTold_, nullptr)) {
+      Fire(*before, L"LostFocus", none.get());
+      continue;
+    }
+    focusTold_ = next;
+    Fire(*next, L"GotFocus", none.get());
+  }
+  tellingFocus_ = false;
 }
 
 void Form::ShowPages(FormControl& control) {

@@ -76,6 +76,9 @@ class Form final : public Scriptable, public ScriptHost {
   // A key that the focused control did not want. True if the form took it.
   bool TranslateKey(const MSG& message);
   void FocusNext(bool backwards);
+  // To be called when a control may have become one that cannot be used: if it has the keyboard,
+  // the next stop gets it.
+  void KeepKeyboard();
   FormControl* Focused() const noexcept { return active_; }
 
   // Members for code.
@@ -130,6 +133,8 @@ class Form final : public Scriptable, public ScriptHost {
   void MakeWindow();
   void Dismantle() noexcept;
   void FocusFirst();
+  void BeModal();
+  void EndModal() noexcept;
   void RaiseOwn(const wchar_t* event, DISPPARAMS& parameters);
   void RaiseOwn(const wchar_t* event);
   void RunHandler(const std::wstring& procedure, std::span<const Variant> before,
@@ -138,6 +143,9 @@ class Form final : public Scriptable, public ScriptHost {
   Com<IDispatch> CodeMembers();
 
   std::vector<FormControl*> TabOrder() const;
+  std::vector<FormControl*> StopsAfter(const FormControl* now, bool backwards) const;
+  void HandKeyboardOn();
+  void TellFocus();
   FormControl* ControlOf(HWND window) const noexcept;
   bool TakeDesignInput(const MSG& message);
   FormControl* ControlUnder(POINT screen) const noexcept;
@@ -153,6 +161,7 @@ class Form final : public Scriptable, public ScriptHost {
   void OnPaint();
   void OnSize();
   void OnActivate(bool active);
+  void OnUsableAgain();
   void OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
   RECT WindowPlace() const;
   void MoveTo(const RECT& place);
@@ -169,10 +178,12 @@ class Form final : public Scriptable, public ScriptHost {
   std::vector<std::pair<std::wstring, Com<ControlArray>>> arrays_;
   std::unique_ptr<ScriptEngine> engine_;
   FormControl* active_ = nullptr;        // has the keyboard, or had it last
-  FormControl* focusTold_ = nullptr;     // the last one whose GotFocus was raised
+  FormControl* focusTold_ = nullptr;     // whose GotFocus was raised, and LostFocus not yet
   FormControl* pressedPiece_ = nullptr;  // a piece without a window, between button down and up
   FormControl* selected_ = nullptr;      // while the form is designed
+  bool tellingFocus_ = false;
   bool modal_ = false;
+  std::vector<HWND> waiting_;  // forms that a modal one keeps from the user
   bool shownBefore_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "host/container/Text.h"
+#include "host/container/WindowUse.h"
 #include "host/form/SourceText.h"
 #include "host/runner/Form.h"
 #include "host/runner/PropertyValues.h"
@@ -62,6 +63,7 @@ double FormControl::UnitsPerTwip() const {
 void FormControl::Read(CompanionFiles&, form::Mistakes& mistakes) {
   bounds_ = kFirstBounds;
   visible_ = true;
+  tabStop_ = true;
   tabIndex_ = 0;
   tag_.clear();
   toolTip_.clear();
@@ -82,6 +84,7 @@ bool FormControl::TakeContainerProperty(const Property& property) {
   if (Is(property, "Height")) return bounds_.height = NumberOf(property) * twips, true;
   if (Is(property, "Visible")) return visible_ = TruthOf(property), true;
   if (Is(property, "TabIndex")) return tabIndex_ = WholeOf(property, 0, 32767), true;
+  if (Is(property, "TabStop")) return tabStop_ = TruthOf(property), true;
   if (Is(property, "Tag")) return tag_ = TextOf(property), true;
   if (Is(property, "ToolTipText")) return toolTip_ = TextOf(property), true;
   return false;
@@ -89,7 +92,13 @@ bool FormControl::TakeContainerProperty(const Property& property) {
 
 bool FormControl::CanTakeFocus() const {
   const HWND window = Window();
-  return window && IsWindowVisible(window) && IsWindowEnabled(window);
+  return window && IsWindowVisible(window) && AllEnabled(window);
+}
+
+bool FormControl::HasFocus() const noexcept {
+  const HWND window = Window();
+  const HWND focus = GetFocus();
+  return window && focus && (focus == window || IsChild(window, focus));
 }
 
 void FormControl::SetBounds(const Bounds& bounds) {
@@ -138,6 +147,7 @@ void FormControl::Visible(Call& call) {
   form().EnsureLoaded();
   visible_ = call.NewTruth();
   OnShown();
+  form().KeepKeyboard();
 }
 
 void FormControl::Tag(Call& call) {

@@ -34,6 +34,8 @@ class FormControl : public Scriptable {
   int line() const noexcept { return line_; }  // of the form file
   int tabIndex() const noexcept { return tabIndex_; }
   bool visible() const noexcept { return visible_; }
+  // What the form file says, for a control that has no such property itself.
+  bool tabStop() const noexcept { return tabStop_; }
   FormControl* container() const noexcept { return container_; }
   // True if it lies in `outer`, at any depth.
   bool LiesIn(const FormControl& outer) const noexcept;
@@ -55,9 +57,14 @@ class FormControl : public Scriptable {
 
   // True if the Tab key stops here now.
   virtual bool IsTabStop() const { return false; }
-  // True if it can have the keyboard now.
+  // True if it can have the keyboard now: it is shown, and neither it nor what holds it is
+  // disabled.
   bool CanTakeFocus() const;
+  bool HasFocus() const noexcept;
+  // Gives it the keyboard. False if it did not come; its handlers may have sent it on by then.
   virtual bool TakeFocus() { return false; }
+  // The keyboard came to it; a handler may send it back before TakeFocus returns.
+  void OnArrival() noexcept { ++arrivals_; }
   virtual void GiveUpFocus() noexcept {}
   // Tries a key with Alt held (WM_SYSKEYDOWN, then WM_SYSCHAR with `key` as its character).
   virtual MnemonicUse TryMnemonic(const MSG&, wchar_t) { return MnemonicUse::None; }
@@ -106,6 +113,14 @@ class FormControl : public Scriptable {
   virtual void OnShown() {}
   virtual Com<IDispatch> Own() { return {}; }
   static MemberTable ContainerMembers();
+  // Whether the keyboard came, if only to go on, while `take` ran and gave true.
+  template <class Take>
+  bool CameBy(Take take) {
+    const Com<FormControl> alive(this);
+    const HWND before = GetFocus();
+    const unsigned arrivals = arrivals_;
+    return take() && (HasFocus() || arrivals_ != arrivals || GetFocus() != before);
+  }
 
   void SetBounds(const Bounds& bounds);
   bool TakeContainerProperty(const form::Property& property);
@@ -125,6 +140,8 @@ class FormControl : public Scriptable {
   std::wstring toolTip_;
   int tabIndex_ = 0;
   bool visible_ = true;
+  bool tabStop_ = true;
+  unsigned arrivals_ = 0;
 };
 
 }  // namespace qrn::host

@@ -43,33 +43,50 @@ FormControl* Form::ControlOf(HWND window) const noexcept {
   return found;
 }
 
-void Form::FocusNext(bool backwards) {
+// The stops in the order in which the Tab key comes to them from `now` on, `now` itself last.
+std::vector<FormControl*> Form::StopsAfter(const FormControl* now, bool backwards) const {
   std::vector<FormControl*> order = TabOrder();
-  if (order.empty()) return;
   if (backwards) std::reverse(order.begin(), order.end());
-  FormControl* now = ControlOf(GetFocus());
-  if (!now) now = active_;
-  const auto place = std::find(order.begin(), order.end(), now);
-  // A control that is no tab stop goes on from its index.
-  auto next = place == order.end()
-                  ? std::find_if(order.begin(), order.end(),
-                                 [&](const FormControl* control) {
-                                   if (!now) return true;
-                                   return backwards ? control->tabIndex() < now->tabIndex()
-                                                    : control->tabIndex() > now->tabIndex();
-                                 })
-                  : place + 1;
-  if (next == order.end()) next = order.begin();
-  (*next)->TakeFocus();
+  auto first = std::find(order.begin(), order.end(), now);
+  if (first != order.end()) {
+    ++first;
+  } else if (now) {
+    // A control that is no tab stop goes on from its index.
+    first = std::find_if(order.begin(), order.end(), [&](const FormControl* control) {
+      return backwards ? control->tabIndex() < now->tabIndex()
+                       : control->tabIndex() > now->tabIndex();
+    });
+  }
+  std::rotate(order.begin(), first, order.end());
+  return order;
+}
+
+void Form::FocusNext(bool backwards) {
+  const FormControl* now = ControlOf(GetFocus());
+  for (FormControl* next : StopsAfter(now ? now : active_, backwards)) {
+    if (next->TakeFocus()) return;
+  }
 }
 
 // What has the key of a label or frame in its caption hands the keyboard to what follows it.
 void Form::FocusAfter(const FormControl& piece) {
   for (FormControl* control : TabOrder()) {
-    if (control->tabIndex() <= piece.tabIndex()) continue;
-    control->TakeFocus();
-    return;
+    if (control->tabIndex() > piece.tabIndex() && control->TakeFocus()) return;
   }
+}
+
+// The form's window has the keyboard: it is for the control that had it last, or the next one.
+void Form::HandKeyboardOn() {
+  if (state_ != State::Loaded) return;
+  if (active_ && active_->CanTakeFocus() && active_->TakeFocus()) return;
+  FocusNext(false);
+}
+
+void Form::KeepKeyboard() {
+  if (state_ != State::Loaded || GetActiveWindow() != window_) return;
+  const HWND focus = GetFocus();
+  const FormControl* holder = ControlOf(focus);
+  if (!focus || (holder && !holder->CanTakeFocus())) ::SetFocus(window_);
 }
 
 bool Form::PreviewKey(MSG& message) {

@@ -9,6 +9,7 @@
 #include "host/runner/Furniture.h"
 #include "host/runner/Modifiers.h"
 #include "host/runner/Painting.h"
+#include "host/runner/Program.h"
 #include "host/runner/RaisedArguments.h"
 
 namespace qrn::host {
@@ -159,7 +160,10 @@ LRESULT Form::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnActivate(LOWORD(wParam) != WA_INACTIVE);
       return 0;
     case WM_SETFOCUS:
-      if (active_ && active_->CanTakeFocus()) active_->TakeFocus();
+      HandKeyboardOn();
+      return 0;
+    case WM_ENABLE:
+      if (wParam) OnUsableAgain();
       return 0;
     default:
       return DefWindowProcW(window_, message, wParam, lParam);
@@ -186,9 +190,15 @@ void Form::OnSize() {
 
 void Form::OnActivate(bool active) {
   if (state_ != State::Loaded) return;
+  if (active && program_) program_->OnActivated(*this);
   // The window hands the keyboard on to whatever had it.
   if (active && !IsChild(window_, GetFocus())) ::SetFocus(window_);
   RaiseOwn(active ? L"Activate" : L"Deactivate");
+}
+
+// A message box without an owner may end with no window active: who was in front is so again.
+void Form::OnUsableAgain() {
+  if (!GetActiveWindow() && program_ && program_->IsFront(*this)) SetForegroundWindow(window_);
 }
 
 void Form::DrawPieces(FormControl* container, HDC dc) const {

@@ -64,6 +64,11 @@ std::optional<LRESULT> Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
     OnPaint();
     return 0;
   }
+  if (message == WM_SETFOCUS) {
+    // What lies in it was hidden or disabled; the form knows who is next.
+    ::SetFocus(form().Window());
+    return 0;
+  }
   if (const auto done = form().OnHolderMessage(this, message, wParam, lParam)) {
     RaiseMouse(message, wParam,
                {static_cast<int16_t>(LOWORD(lParam)), static_cast<int16_t>(HIWORD(lParam))});

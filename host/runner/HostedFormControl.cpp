@@ -43,8 +43,12 @@ bool HostedFormControl::IsTabStop() const {
     Variant truth;
     return FAILED(stops.as(VT_BOOL, truth)) || truth->boolVal != VARIANT_FALSE;
   } catch (const ScriptError&) {
-    return true;
+    return tabStop();
   }
+}
+
+bool HostedFormControl::TakeFocus() {
+  return CameBy([this] { return hosted_ && hosted_->TakeFocus(); });
 }
 
 void HostedFormControl::GiveUpFocus() noexcept {

@@ -22,7 +22,7 @@ class HostedFormControl final : public FormControl, public ControlOwner {
   void Destroy() noexcept override;
   HWND Window() const noexcept override { return hosted_ ? hosted_->Window() : nullptr; }
   bool IsTabStop() const override;
-  bool TakeFocus() override { return hosted_ && hosted_->TakeFocus(); }
+  bool TakeFocus() override;
   void GiveUpFocus() noexcept override;
   MnemonicUse TryMnemonic(const MSG& message, wchar_t key) override;
   void AmbientChanged(DISPID id) noexcept override;

@@ -64,6 +64,9 @@ class Program final : private ProgramServices {
   void Tell(const std::string& text, UINT style);
   void OnFault(const Form& form, const ScriptFault& fault);
   void OnUnloaded();
+  // Which form was active last.
+  void OnActivated(const Form& form) noexcept { front_ = &form; }
+  bool IsFront(const Form& form) const noexcept { return front_ == &form; }
   // How often code failed that nothing caught.
   int faults() const noexcept { return faults_; }
 
@@ -89,6 +92,7 @@ class Program final : private ProgramServices {
   ProgramOptions options_;
   Com<ScriptGlobals> globals_;
   std::vector<Com<Form>> forms_;
+  const Form* front_ = nullptr;
   std::function<void(const std::string&)> printer_;
   std::function<void(const std::string&)> teller_;
   std::atomic<int> loops_ = 0;

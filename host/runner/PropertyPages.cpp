@@ -53,6 +53,7 @@ class PropertyFrame {
   void OnCommand(int id);
   bool Apply();
   void ShowDirty();
+  void HandKeyboardOn();
   bool OfferToPage(MSG& message);
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -61,6 +62,7 @@ class PropertyFrame {
   size_t shown_ = 0;
   HWND window_ = nullptr;
   HWND tabs_ = nullptr;
+  HWND last_ = nullptr;  // had the keyboard when another window came in front
   Com<IFontDisp> font_ = DefaultFont();
   RECT area_{};  // of a page, in the frame's client area
   bool closed_ = false;
@@ -180,7 +182,16 @@ void PropertyFrame::ShowDirty() {
   const bool dirty = std::any_of(pages_.begin(), pages_.end(), [](const Page& page) {
     return page.active && page.page->IsPageDirty() == S_OK;
   });
-  if (window_) EnableWindow(GetDlgItem(window_, kApplyId), dirty);
+  HWND apply = window_ ? GetDlgItem(window_, kApplyId) : nullptr;
+  // Pressed by a key it has the keyboard, which must not go with it.
+  if (!dirty && apply && GetFocus() == apply) SetFocus(GetDlgItem(window_, IDOK));
+  if (apply) EnableWindow(apply, dirty);
+}
+
+// The keyboard is on what had it before another window came in front, at first on the first stop.
+void PropertyFrame::HandKeyboardOn() {
+  const bool usable = IsChild(window_, last_) && IsWindowVisible(last_) && IsWindowEnabled(last_);
+  SetFocus(usable ? last_ : GetNextDlgTabItem(window_, nullptr, FALSE));
 }
 
 bool PropertyFrame::Apply() {
@@ -210,6 +221,12 @@ LRESULT PropertyFrame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_CLOSE:
       closed_ = true;
+      return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE) last_ = GetFocus();
+      return DefWindowProcW(window_, message, wParam, lParam);
+    case WM_SETFOCUS:
+      HandKeyboardOn();
       return 0;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);

@@ -40,7 +40,10 @@ void TextBox::OnCreated() {
 }
 
 void TextBox::OnText() {
-  if (Window()) SetWindowTextW(Window(), look().text.c_str());
+  if (!Window()) return;
+  SetWindowTextW(Window(), look().text.c_str());
+  // A window of several lines sends no notice of this.
+  if (look().multiLine) OnNotice(EN_CHANGE);
 }
 
 void TextBox::OnNotice(WORD notice) {

@@ -54,8 +54,7 @@ void WindowPiece::Destroy() noexcept {
 
 bool WindowPiece::TakeFocus() {
   if (!CanTakeFocus()) return false;
-  ::SetFocus(window_);
-  return GetFocus() == window_;
+  return CameBy([this] { return ::SetFocus(window_), true; });
 }
 
 HBRUSH WindowPiece::OnColours(HDC dc) {
@@ -71,6 +70,7 @@ void WindowPiece::OnLook() {
   EnableWindow(window_, look().enabled);
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(FontHandle()), TRUE);
   InvalidateRect(window_, nullptr, TRUE);
+  form().KeepKeyboard();
 }
 
 void WindowPiece::OnText() {

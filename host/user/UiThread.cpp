@@ -2,8 +2,9 @@
 
 #include <atomic>
 #include <exception>
-#include <memory>
 #include <stdexcept>
+
+#include "ole/Handles.h"
 
 namespace qrn::host {
 namespace {
@@ -17,19 +18,35 @@ constexpr UINT kReadable = QS_INPUT | QS_POSTMESSAGE | QS_PAINT;
 
 enum class Progress { Waiting, Running, Done, GivenUp };
 
-struct Work {
+using Event = ole::Held<HANDLE, &CloseHandle>;
+
+}  // namespace
+
+struct UiThread::Work {
   std::function<void()> run;
   std::exception_ptr failure;
   std::atomic<Progress> progress = Progress::Waiting;
+  Event done{CreateEventW(nullptr, TRUE, FALSE, nullptr)};
 
   // False if somebody else took the work on, or gave it up, before.
   bool Take(Progress next) noexcept {
     Progress waiting = Progress::Waiting;
     return progress.compare_exchange_strong(waiting, next);
   }
+  void RunHere() noexcept {
+    try {
+      run();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    run = {};
+    progress = Progress::Done;
+    SetEvent(done.get());
+  }
+  void ThrowFailure() {
+    if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
+  }
 };
-
-}  // namespace
 
 UiThread::UiThread() {
   WNDCLASSEXW kind{};
@@ -47,31 +64,50 @@ UiThread::~UiThread() { DestroyWindow(window_); }
 
 LRESULT CALLBACK UiThread::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != kWork) return DefWindowProcW(window, message, wParam, lParam);
-  const auto work = *reinterpret_cast<std::shared_ptr<Work>*>(lParam);
-  if (!work->Take(Progress::Running)) return 0;
-  try {
-    work->run();
-  } catch (...) {
-    work->failure = std::current_exception();
-  }
-  work->progress = Progress::Done;
-  return 1;
+  const std::unique_ptr<std::shared_ptr<Work>> held(
+      reinterpret_cast<std::shared_ptr<Work>*>(lParam));
+  const std::shared_ptr<Work> work = *held;
+  if (work->Take(Progress::Running)) work->RunHere();
+  return 0;
 }
 
-bool UiThread::Run(const std::function<void()>& work, unsigned milliseconds) {
-  const auto own = std::make_shared<Work>();
-  own->run = work;
-  // Left behind when the thread does not answer in time: it may still come to the message.
-  auto held = std::make_unique<std::shared_ptr<Work>>(own);
-  DWORD_PTR answer = 0;
-  if (!SendMessageTimeoutW(window_, kWork, 0, reinterpret_cast<LPARAM>(held.get()), SMTO_NORMAL,
-                           milliseconds, &answer)) {
+// A message that is sent, not posted: it comes also where nothing but sent ones are looked at.
+void UiThread::Hand(const std::shared_ptr<Work>& work) const {
+  auto held = std::make_unique<std::shared_ptr<Work>>(work);
+  if (SendNotifyMessageW(window_, kWork, 0, reinterpret_cast<LPARAM>(held.get()))) {
     static_cast<void>(held.release());
-    if (own->Take(Progress::GivenUp)) return false;
-    while (own->progress != Progress::Done) Sleep(kLookMs);
   }
-  if (own->failure) std::rethrow_exception(own->failure);
-  return true;
+}
+
+UiThread::Outcome UiThread::Run(std::function<void()> run, const std::function<bool()>& leave,
+                                unsigned milliseconds) {
+  const auto work = std::make_shared<Work>();
+  work->run = std::move(run);
+  Hand(work);
+  const ULONGLONG end = GetTickCount64() + milliseconds;
+  while (WaitForSingleObject(work->done.get(), kLookMs) != WAIT_OBJECT_0) {
+    const bool over = GetTickCount64() >= end;
+    if (over && work->Take(Progress::GivenUp)) return Outcome::Refused;
+    if (!over && !(leave && work->progress == Progress::Running && leave())) continue;
+    left_.push_back(work);
+    return Outcome::Left;
+  }
+  work->ThrowFailure();
+  return Outcome::Done;
+}
+
+void UiThread::ThrowLateFailure() {
+  for (const std::shared_ptr<Work>& work : left_) {
+    if (work->progress == Progress::Done) work->ThrowFailure();
+  }
+}
+
+HWND UiThread::Focus() const noexcept {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  const DWORD thread = GetWindowThreadProcessId(window_, nullptr);
+  const bool inFront = GetWindowThreadProcessId(GetForegroundWindow(), nullptr) == thread;
+  return inFront && GetGUIThreadInfo(thread, &info) ? info.hwndFocus : nullptr;
 }
 
 void UiThread::WaitIdle() {
@@ -79,7 +115,8 @@ void UiThread::WaitIdle() {
   for (int look = 0; look < kMostLooks && quiet < kQuietLooks; ++look) {
     Sleep(kLookMs);
     auto waiting = std::make_shared<DWORD>(0);
-    if (!Run([waiting] { *waiting = HIWORD(GetQueueStatus(kReadable)); })) return;
+    const auto ask = [waiting] { *waiting = HIWORD(GetQueueStatus(kReadable)); };
+    if (Run(ask) != Outcome::Done) return;
     quiet = (*waiting & kReadable) == 0 ? quiet + 1 : 0;
   }
 }

@@ -5,28 +5,48 @@
 #include <windows.h>
 
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace qrn::host {
 
-// Made and destroyed on the thread of the forms.
+// Made and destroyed on the thread of the forms; everything else is for one other thread.
 class UiThread {
  public:
+  enum class Outcome {
+    Done,
+    Left,     // still runs there; it is no longer waited for
+    Refused,  // the thread did not come to it and it will not be run
+  };
+
   UiThread();
   UiThread(const UiThread&) = delete;
   UiThread& operator=(const UiThread&) = delete;
   ~UiThread();
 
-  // Runs `work` there and waits for it. False if the thread does not come to it within
-  // `milliseconds`; the work is not run then. An exception of the work comes back to the caller.
-  bool Run(const std::function<void()>& work, unsigned milliseconds = 30000);
+  // Runs `work` there and waits for it until `leave` gives true or `milliseconds` are over. An
+  // exception of the work comes back to the caller. Work that is left behind may run for long: it
+  // must own what it uses.
+  Outcome Run(std::function<void()> work, const std::function<bool()>& leave = {},
+              unsigned milliseconds = 30000);
+
+  // Throws what work that was left behind has failed with since.
+  void ThrowLateFailure();
 
   // Waits until the thread has nothing to read any more: input, posted messages, paintings.
   void WaitIdle();
 
+  // The window that has the keyboard there; null while the user is somewhere else.
+  HWND Focus() const noexcept;
+
  private:
+  struct Work;
+
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void Hand(const std::shared_ptr<Work>& work) const;
 
   HWND window_ = nullptr;
+  std::vector<std::shared_ptr<Work>> left_;
 };
 
 }  // namespace qrn::host

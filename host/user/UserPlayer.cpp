@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/container/Text.h"
+#include "host/container/WindowUse.h"
 #include "host/form/SourceText.h"
 #include "host/user/Dialogs.h"
 #include "host/user/StepWords.h"
@@ -64,13 +65,6 @@ HWND InnermostAt(HWND window, POINT screen) noexcept {
   }
 }
 
-bool AllEnabled(HWND window) noexcept {
-  for (; window; window = GetAncestor(window, GA_PARENT)) {
-    if (!IsWindowEnabled(window)) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
@@ -100,7 +94,11 @@ const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
 };
 
 UserPlayer::UserPlayer(Program& program, std::vector<UserStep> steps, std::string name, bool trace)
-    : program_(program), steps_(std::move(steps)), name_(std::move(name)), trace_(trace) {}
+    : program_(program),
+      steps_(std::move(steps)),
+      name_(std::move(name)),
+      trace_(trace),
+      up_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
 
 UserPlayer::~UserPlayer() { WaitForEnd(); }
 
@@ -116,9 +114,12 @@ void UserPlayer::WaitForEnd() {
   thread_.join();
 }
 
-void UserPlayer::Run(const std::function<void()>& ifStuck) {
+void UserPlayer::Run(const std::function<void()>& load, const std::function<void()>& ifStuck) {
   thread_ = std::thread([this, &ifStuck] { Play(ifStuck); });
+  // A module may show a box while it loads, and no thread comes up then until that is answered.
+  WaitForSingleObject(up_.get(), INFINITE);
   try {
+    if (load) load();
     program_.Start();
     program_.Run();
   } catch (...) {
@@ -130,9 +131,10 @@ void UserPlayer::Run(const std::function<void()>& ifStuck) {
 }
 
 void UserPlayer::Play(const std::function<void()>& ifStuck) {
+  SetEvent(up_.get());
   PlaySteps();
   const ULONGLONG end = GetTickCount64() + kEndPatienceMs;
-  ui_.Run([this] { program_.End(); }, kEndPatienceMs);
+  ui_.Run([this] { program_.End(); }, {}, kEndPatienceMs);
   while (!programEnded_ && GetTickCount64() < end) Sleep(kLookMs);
   if (!programEnded_ && ifStuck) ifStuck();
   ended_ = true;
@@ -148,6 +150,7 @@ void UserPlayer::PlaySteps() {
       if (!WaitForStart(step.verb)) return;
       RunStep(step);
       ui_.WaitIdle();
+      ui_.ThrowLateFailure();
     }
     line = last;
     if (!WaitForStart(UserVerb::Wait)) return;
@@ -190,7 +193,7 @@ HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
 void UserPlayer::RequireReach(const std::string& path, POINT point) {
   RequireNoMessage();
   if (!MonitorFromPoint(point, MONITOR_DEFAULTTONULL)) Fail(path + " lies outside the screen");
-  OnForms([&] {
+  OnForms([this, path, point] {
     const HWND window = ReachedWindow(path, point);
     if (!window || !IsWindowVisible(window)) Fail(path + " is hidden");
     if (!AllEnabled(window)) Fail(path + " is disabled");
@@ -205,14 +208,20 @@ void UserPlayer::RequireReach(const std::string& path, POINT point) {
 }
 
 void UserPlayer::RunStep(const UserStep& step) {
-  if (trace_) OnForms([&] { program_.PrintLine(Wide("step " + std::to_string(step.line))); });
+  const int line = step.line;
+  if (trace_) OnForms([this, line] { program_.PrintLine(Wide("step " + std::to_string(line))); });
   for (const VerbRow& row : kVerbs) {
     if (row.verb == step.verb) return (this->*row.run)(step);
   }
 }
 
-void UserPlayer::OnForms(const std::function<void()>& work) {
-  const bool answered = ui_.Run([&] {
+UiThread::Outcome UserPlayer::RunOnForms(std::function<void()> work) {
+  const HWND before = FrontBox();
+  const auto boxCame = [before] {
+    HWND now = FrontBox();
+    return now && now != before;
+  };
+  const auto said = [work = std::move(work)] {
     try {
       work();
     } catch (const ScriptError& error) {
@@ -220,8 +229,19 @@ void UserPlayer::OnForms(const std::function<void()>& work) {
     } catch (const ole::Failure&) {
       Fail("the control failed");
     }
-  });
-  if (!answered) Fail("the program does not answer");
+  };
+  const UiThread::Outcome outcome = ui_.Run(said, boxCame);
+  const bool waits = outcome == UiThread::Outcome::Left && boxCame();
+  if (outcome != UiThread::Outcome::Done && !waits) Fail("the program does not answer");
+  return outcome;
+}
+
+void UserPlayer::ActOnForms(std::function<void()> work) { RunOnForms(std::move(work)); }
+
+void UserPlayer::OnForms(std::function<void()> work) {
+  if (RunOnForms(std::move(work)) == UiThread::Outcome::Done) return;
+  HWND box = FrontBox();
+  Fail("the box " + (box ? Described(box) : std::string()) + " comes in between");
 }
 
 Com<IDispatch> UserPlayer::ObjectAt(const form::MemberPath& path, size_t steps) {
@@ -251,9 +271,7 @@ Variant UserPlayer::Value(const std::string& text) {
 }
 
 std::wstring UserPlayer::ShownValue(const std::string& path) {
-  std::wstring shown;
-  OnForms([&] { shown = ValueAsText(*Value(path).get()); });
-  return shown;
+  return Ask<std::wstring>([this, path] { return ValueAsText(*Value(path).get()); });
 }
 
 FormControl& UserPlayer::ControlAt(const std::string& text) {
@@ -274,17 +292,13 @@ Form& UserPlayer::FormAt(const std::string& name) {
 }
 
 RECT UserPlayer::ScreenPart(const std::string& path) {
-  RECT part{};
-  OnForms([&] {
-    if (Form* form = program_.FormNamed(Wide(path))) {
-      part = ScreenPartOf(form->Window());
-      return;
-    }
+  return Ask<RECT>([this, path] {
+    if (Form* form = program_.FormNamed(Wide(path))) return ScreenPartOf(form->Window());
     const FormControl& control = ControlAt(path);
-    part = control.Place();
+    RECT part = control.Place();
     MapWindowPoints(control.ParentWindow(), nullptr, reinterpret_cast<POINT*>(&part), 2);
+    return part;
   });
-  return part;
 }
 
 POINT UserPlayer::PointIn(const std::string& path, const UserStep& step, const char* x,
@@ -295,23 +309,28 @@ POINT UserPlayer::PointIn(const std::string& path, const UserStep& step, const c
 }
 
 void UserPlayer::OnShow(const UserStep& step) {
-  OnForms([&] { FormAt(step.Get("form")).Display(false); });
+  ActOnForms([this, form = step.Get("form")] { FormAt(form).Display(false); });
 }
 
 void UserPlayer::OnClose(const UserStep& step) {
   RequireNoMessage();
-  HWND window = nullptr;
-  OnForms([&] { window = FormAt(step.Get("form")).Window(); });
-  PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+  OnForms([this, form = step.Get("form")] {
+    PostMessageW(FormAt(form).Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+  });
 }
 
 void UserPlayer::OnFocus(const UserStep& step) {
   RequireNoMessage();
-  OnForms([&] {
-    FormControl& control = ControlAt(step.Get("control"));
-    SetForegroundWindow(control.form().Window());
-    if (!control.CanTakeFocus() || !control.TakeFocus()) Fail("it does not take the keyboard");
-  });
+  ActOnForms([this, path = step.Get("control")] { TakeFocus(path); });
+}
+
+// Its handlers may have sent the keyboard on: who asked for it here does not have it then.
+void UserPlayer::TakeFocus(const std::string& path) {
+  FormControl& control = ControlAt(path);
+  SetForegroundWindow(control.form().Window());
+  if (!control.CanTakeFocus() || !control.TakeFocus() || !control.HasFocus()) {
+    Fail(path + " does not take the keyboard");
+  }
 }
 
 void UserPlayer::OnClick(const UserStep& step) {
@@ -339,6 +358,7 @@ void UserPlayer::OnMove(const UserStep& step) {
 void UserPlayer::OnKey(const UserStep& step) {
   const int times = step.Has("times") ? step.Number("times") : 1;
   for (int i = 0; i < times; ++i) {
+    RequireKeyboard(false);
     PressKey(*form::KeyChordOf(step.Get("key")));
     if (i + 1 < times) ui_.WaitIdle();
   }
@@ -346,6 +366,7 @@ void UserPlayer::OnKey(const UserStep& step) {
 
 void UserPlayer::OnType(const UserStep& step) {
   RequireNoMessage();
+  RequireKeyboard(true);
   TypeText(Wide(step.Get("text")));
 }
 
@@ -380,7 +401,7 @@ void UserPlayer::OnExpect(const UserStep& step) {
 }
 
 void UserPlayer::OnSet(const UserStep& step) {
-  OnForms([&] {
+  ActOnForms([this, step] {
     const form::MemberPath path = *form::MemberPathOf(step.Get("path"));
     const Variant value = ValueOf(*form::ScriptValueOf(step.Get("value")));
     const Com<IDispatch> object = ObjectAt(path, path.size() - 1);
@@ -393,7 +414,7 @@ void UserPlayer::OnSet(const UserStep& step) {
 
 void UserPlayer::OnCall(const UserStep& step) {
   if (program_.options().design) Fail("nothing is called while the form is designed");
-  OnForms([&] { Value(step.Get("path")); });
+  ActOnForms([this, path = step.Get("path")] { Value(path); });
 }
 
 void UserPlayer::OnPrint(const UserStep& step) {
@@ -404,7 +425,7 @@ void UserPlayer::OnPrint(const UserStep& step) {
   } else {
     text = ShownValue(printed);
   }
-  OnForms([&] { program_.PrintLine(text); });
+  OnForms([this, text] { program_.PrintLine(text); });
 }
 
 }  // namespace qrn::host

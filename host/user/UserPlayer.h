@@ -13,6 +13,7 @@
 #include "host/form/UserScript.h"
 #include "host/runner/Program.h"
 #include "host/user/UiThread.h"
+#include "ole/Handles.h"
 
 namespace qrn::host {
 
@@ -26,11 +27,12 @@ class UserPlayer {
   UserPlayer& operator=(const UserPlayer&) = delete;
   ~UserPlayer();
 
-  // Starts the program, plays, and returns when both have ended; the script's end ends the program.
-  // Boxes of the start can be answered already. What Program::Start throws comes through.
-  // `ifStuck` is called on the player's thread when the script has ended and the program does not
-  // end within 30 seconds: it waits for something that nobody does, and this will not return.
-  void Run(const std::function<void()>& ifStuck = {});
+  // Runs `load`, which gives the program its forms, starts the program, plays, and returns when
+  // both have ended; the script's end ends the program. Boxes that come while modules and forms
+  // load can be answered already. What `load` and Program::Start throw comes through. `ifStuck` is
+  // called on the player's thread when the script has ended and the program does not end within 30
+  // seconds: it waits for something that nobody does, and this will not return.
+  void Run(const std::function<void()>& load = {}, const std::function<void()>& ifStuck = {});
   // What failed, with file and line; empty if nothing did. To be asked after the end.
   const std::string& failure() const noexcept { return failure_; }
 
@@ -49,6 +51,9 @@ class UserPlayer {
   bool WaitForStart(form::UserVerb verb);
   // Throws where a message box keeps the user from the forms.
   void RequireNoMessage() const;
+  // Throws where no window of the program gets the keys, or where a typed text goes to none that
+  // takes one.
+  void RequireKeyboard(bool forText);
   // Throws where a user's mouse would not reach the form or control at that point of the screen.
   void RequireReach(const std::string& path, POINT point);
   HWND ReachedWindow(const std::string& path, POINT point);
@@ -80,10 +85,22 @@ class UserPlayer {
   Com<IDispatch> ObjectAt(const form::MemberPath& path, size_t steps);
   FormControl& ControlAt(const std::string& path);
   Form& FormAt(const std::string& path);
+  void TakeFocus(const std::string& path);
   RECT ScreenPart(const std::string& path);
   POINT PointIn(const std::string& path, const form::UserStep& step, const char* x, const char* y);
   HWND WaitForWindow(const std::function<HWND()>& look, const std::string& what);
-  void OnForms(const std::function<void()>& work);
+  // Does a step's work on the thread of the forms. A box that comes meanwhile keeps the work there:
+  // it must own what it uses. Acting is over then; for all else the box is a failure.
+  void ActOnForms(std::function<void()> work);
+  void OnForms(std::function<void()> work);
+  UiThread::Outcome RunOnForms(std::function<void()> work);
+  // The result of such work.
+  template <class T>
+  T Ask(std::function<T()> work) {
+    const auto answer = std::make_shared<T>();
+    OnForms([answer, work = std::move(work)] { *answer = work(); });
+    return *answer;
+  }
 
   Program& program_;
   std::vector<form::UserStep> steps_;
@@ -91,6 +108,7 @@ class UserPlayer {
   bool trace_;
   UiThread ui_;
   std::thread thread_;
+  ole::Held<HANDLE, &CloseHandle> up_;  // the thread runs: from here on boxes are seen
   std::string failure_;
   bool started_ = false;  // the player's thread has seen the program up
   std::atomic<bool> refused_ = false;

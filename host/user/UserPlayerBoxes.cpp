@@ -14,14 +14,28 @@ void UserPlayer::RequireNoMessage() const {
   if (HWND box = FrontMessage()) Fail("the box " + Described(box) + " is in the way");
 }
 
+// What has the keyboard may still be on its way to the front.
+void UserPlayer::RequireKeyboard(bool forText) {
+  constexpr DWORD kKeyboardPatienceMs = 1000;
+  const auto has = [&] {
+    HWND focus = ui_.Focus();
+    return focus && (!forText || GetAncestor(focus, GA_ROOT) != focus);
+  };
+  const ULONGLONG end = GetTickCount64() + kKeyboardPatienceMs;
+  while (!has()) {
+    if (GetTickCount64() >= end) Fail("nothing of the program has the keyboard");
+    Sleep(kLookMs);
+  }
+}
+
 void UserPlayer::OnShot(const UserStep& step) {
   RECT part{};
   if (step.Has("control")) {
     part = ScreenPart(step.Get("control"));
   } else {
-    OnForms([&] {
+    part = Ask<RECT>([this] {
       HWND window = FormAt("").Window();
-      if (IsWindowVisible(window)) part = ScreenPartOf(window);
+      return IsWindowVisible(window) ? ScreenPartOf(window) : RECT{};
     });
     // A box that hangs over the form's edge belongs to what the user sees.
     if (HWND box = FrontBox()) {
@@ -82,9 +96,9 @@ void UserPlayer::OnDialog(const UserStep& step) {
 // The pages wait for their user, so this only sets them going.
 void UserPlayer::OnPages(const UserStep& step) {
   RequireNoMessage();
-  OnForms([&] {
-    FormControl& control = ControlAt(step.Get("control"));
-    if (!control.form().HasPages(control)) Fail(step.Get("control") + " has no property pages");
+  OnForms([this, path = step.Get("control")] {
+    FormControl& control = ControlAt(path);
+    if (!control.form().HasPages(control)) Fail(path + " has no property pages");
     control.form().PostShowPages(control);
   });
 }

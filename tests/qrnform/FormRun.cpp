@@ -76,13 +76,14 @@ std::vector<form::UserStep> StepsOf(const std::string& script) {
 
 void Play(const RunRequest& request, const std::vector<std::string>& files, RunResult* result) {
   host::ModuleClasses classes;
-  classes.AddModule(ModuleBeside());
   host::Program program(classes, {request.design, false});
   program.SetPrinter([result](const std::string& text) { result->printed += text; });
-  for (const std::string& file : files) program.Add(host::ReadFormSource(file));
   program.SetTeller([result](const std::string& text) { result->told += text + "\n"; });
   host::UserPlayer player(program, StepsOf(request.script), "script", false);
-  player.Run();
+  player.Run([&] {
+    classes.AddModule(ModuleBeside());
+    for (const std::string& file : files) program.Add(host::ReadFormSource(file));
+  });
   result->failure = player.failure();
   result->faults = program.faults();
 }

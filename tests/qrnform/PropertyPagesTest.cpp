@@ -8,6 +8,7 @@
 
 #include "host/runner/PropertyPages.h"
 #include "host/user/Dialogs.h"
+#include "host/user/UserInput.h"
 
 namespace qrn::tests {
 namespace {
@@ -105,25 +106,39 @@ class PageClasses final : public host::ControlClasses {
   std::string log;
 };
 
+HWND WaitForFrame() {
+  HWND frame = nullptr;
+  for (int i = 0; i < 500 && !frame; ++i) {
+    Sleep(20);
+    frame = host::WindowTitled(L"edtOne プロパティ");
+  }
+  Sleep(100);
+  return frame;
+}
+
 // Presses one button after the other, each once the frame stands.
 void Press(std::initializer_list<const wchar_t*> buttons) {
   for (const wchar_t* name : buttons) {
-    HWND frame = nullptr;
-    for (int i = 0; i < 500 && !frame; ++i) {
-      Sleep(20);
-      frame = host::WindowTitled(L"edtOne プロパティ");
-    }
-    Sleep(100);
+    HWND frame = WaitForFrame();
     if (host::ChooseTab(frame, name)) continue;
     if (HWND button = host::ButtonOf(frame, name)) host::PressButton(frame, button);
     Sleep(100);
   }
 }
 
-std::string ShowAndPress(std::initializer_list<const wchar_t*> buttons) {
+void PressKeys(std::initializer_list<const char*> keys) {
+  for (const char* key : keys) {
+    SetForegroundWindow(WaitForFrame());
+    host::PressKey(*form::KeyChordOf(key));
+    Sleep(150);
+  }
+}
+
+template <class Works>
+std::string ShowAndWork(Works works) {
   PageClasses classes;
   const auto control = MakeCom<PagedControl>(std::vector{kFirstPage, kMissingPage, kSecondPage});
-  std::thread user([buttons] { Press(buttons); });
+  std::thread user(works);
   EXPECT_TRUE(host::ShowPropertyPages(nullptr, L"edtOne", control.get(), classes));
   user.join();
   return classes.log;
@@ -152,8 +167,17 @@ const PageCase kCases[] = {
 };
 
 TEST(PropertyPages, AreAppliedAsTheButtonsSay) {
-  for (const PageCase& row : kCases) EXPECT_EQ(ShowAndPress(row.pressed), row.log) << row.name;
+  for (const PageCase& row : kCases) {
+    EXPECT_EQ(ShowAndWork([&] { Press(row.pressed); }), row.log) << row.name;
+  }
   EXPECT_EQ(host::liveObjects, 0);
+}
+
+// The button that applies is disabled by that, with the keyboard on it.
+TEST(PropertyPages, AreWorkedByKeysAlone) {
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Tab", "Space", "Space"}); }), kCases[2].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Right", "Enter"}); }), kCases[3].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Escape"}); }), kCases[0].log);
 }
 
 TEST(PropertyPages, AreNotShownWhereNoneCanBeMade) {

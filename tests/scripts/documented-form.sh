@@ -44,11 +44,49 @@ click btnFind
 expect edtName.Text = "あけぼの"
 STEPS
 
+# The same without a mouse: it starts in the number, the database control is passed.
+works card.frm <<'STEPS'
+expect ActiveControl.Name = "edtNo"
+key Alt+F
+expect lblStatus.Caption = "Which number?"
+key Tab times 3
+expect ActiveControl.Name = "edtNo"
+type "37"
+key Tab times 2
+expect ActiveControl.Name = "btnFind"
+key Enter
+expect lblStatus.Caption = ""
+key Alt+N
+expect edtNo.Text = "38"
+key Shift+Tab times 2
+expect ActiveControl.Name = "edtName"
+key End
+type "2"
+key Alt+S
+key Escape
+expect ActiveControl.Name = "btnSave"
+key Space
+key Enter
+expect ActiveControl.Name = "btnSave"
+key Alt+N
+expect edtNo.Text = "39"
+STEPS
+
 sed 's/"Customers"$/"customers"/' card.frm >table.frm
 works table.frm <<'STEPS'
 set edtNo.Text = "36"
 click btnFind
 message "VE802 DbSourceまたはDbTableﾌﾟﾛﾊﾟﾃｨが不正です。" OK
+STEPS
+# Its box has no owner.
+works table.frm <<'STEPS'
+type "36"
+key Alt+F
+key Enter
+expect ActiveControl.Name = "btnFind"
+key Shift+Tab times 2
+type "1"
+expect edtNo.Text = "361"
 STEPS
 
 sed 's/"Name"$/"Nmae"/; s/DbIndex .*/DbIndex = "nosuch"/' card.frm >field.frm

@@ -74,9 +74,9 @@ void EndStuck(const host::UserPlayer& player) {
   TerminateProcess(GetCurrentProcess(), kFailed);
 }
 
-void Play(host::UserPlayer& player) {
+void Play(host::UserPlayer& player, const std::function<void()>& load) {
   try {
-    player.Run([&player] { EndStuck(player); });
+    player.Run(load, [&player] { EndStuck(player); });
   } catch (...) {
     TellFailure(player);
     throw;
@@ -87,16 +87,19 @@ void Play(host::UserPlayer& player) {
 int RunForms(const Options& options) {
   std::vector<form::UserStep> steps = StepsOf(options);
   host::ModuleClasses classes;
-  for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
   host::Program program(classes, {options.design, options.boxes});
-  for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
+  const auto load = [&] {
+    for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
+    for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
+  };
   if (options.script.empty() && steps.empty()) {
+    load();
     program.Start();
     program.Run();
     return program.faults() == 0 ? kDone : kFailed;
   }
   host::UserPlayer player(program, std::move(steps), options.script, options.trace);
-  Play(player);
+  Play(player, load);
   return player.failure().empty() && program.faults() == 0 ? kDone : kFailed;
 }
 

@@ -1,0 +1,239 @@
+// Forms worked by someone without a mouse: the keyboard is always somewhere, and where it should
+// be, with boxes, other forms, disabled and hidden controls on the way.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "tests/qrnform/FormRun.h"
+
+namespace qrn::tests {
+namespace {
+
+// A control's lines at one of five places below each other.
+std::string Piece(const std::string& kindAndName, int place, const std::string& more = {}) {
+  return "Begin " + kindAndName + "\n Left = 100\n Top = " + std::to_string(100 + 600 * place) +
+         "\n Width = 2000\n Height = 400\n TabIndex = " + std::to_string(place) + "\n" + more +
+         "End\n";
+}
+std::string Edit(const std::string& name, int place, const std::string& more = {}) {
+  return Piece("QRNBTRLib.QRNEdit " + name, place, more);
+}
+std::string Button(const std::string& name, int place, const std::string& more = {}) {
+  return Piece("QRNBTRLib.QRNBtn " + name, place, more);
+}
+
+const std::string kThree = Edit("edtOne", 0) + Edit("edtTwo", 1) + Button("btnGo", 2);
+const std::string kWithDatabase =
+    Piece("QRNBTRLib.QRNBtr dbFirst", 0) + Edit("edtOne", 1) + Edit("edtTwo", 2);
+const std::string kInFrame =
+    "Begin VB.Frame fra\n Left = 100\n Top = 100\n Width = 4000\n Height = 1600\n TabIndex = 9\n" +
+    Edit("edtOne", 0) + Piece("VB.TextBox txtTwo", 1) + "End\n" + Edit("edtLast", 4);
+const std::string kFurniture = Piece("VB.TextBox txtOne", 0) + Piece("VB.TextBox txtTwo", 1) +
+                               Piece("VB.CommandButton cmdGo", 2);
+constexpr char kVE802[] = "message \"VE802 DbSourceまたはDbTableﾌﾟﾛﾊﾟﾃｨが不正です。\" OK\n";
+
+struct WalkCase {
+  const char* name;
+  std::string controls;
+  std::string code;
+  std::string script;
+  std::string printed;
+};
+
+const WalkCase kWalks[] = {
+    {"a box at a button's click gives the keyboard back", kThree,
+     "Private Sub btnGo_SetData()\n  btnGo.Abort = True\nEnd Sub\n"
+     "Private Sub btnGo_Click()\n  MsgBox \"done\"\nEnd Sub\n",
+     std::string("key Tab times 2\nkey Enter\n") + kVE802 +
+         "message \"done\" OK\nprint ActiveControl.Name\nkey Shift+Tab\ntype \"b\"\n"
+         "print edtTwo.Text\n",
+     "btnGo\nb\n"},
+    {"a box with no owner does too, also when a key answers it", kThree, "",
+     "type \"a\"\nkey Tab times 2\nkey Space\nkey Enter\nkey Tab\ntype \"b\"\nprint edtOne.Text\n",
+     "ab\n"},
+    {"a wrong value: box, and back where it stands", kThree,
+     "Private Sub edtOne_LostFocus()\n  If edtOne.Text <> \"\" Then Exit Sub\n  MsgBox \"empty\"\n"
+     "  edtOne.SetFocus\nEnd Sub\n"
+     "Private Sub edtTwo_GotFocus()\n  Print \"two\"\nEnd Sub\n"
+     "Private Sub edtTwo_LostFocus()\n  Print \"left two\"\nEnd Sub\n",
+     "key Tab\nmessage \"empty\" OK\ntype \"1\"\nkey Tab\ntype \"2\"\n"
+     "print edtOne.Text\nprint edtTwo.Text\n",
+     "two\n1\n2\n"},
+    {"a wrong value on furniture", kFurniture,
+     "Private Sub txtOne_LostFocus()\n  If txtOne.Text <> \"\" Then Exit Sub\n  MsgBox \"empty\"\n"
+     "  txtOne.SetFocus\nEnd Sub\n",
+     "key Tab\nmessage \"empty\" OK\ntype \"1\"\nkey Tab\ntype \"2\"\n"
+     "print txtOne.Text\nprint txtTwo.Text\n",
+     "1\n2\n"},
+    {"a box while a text changes", kThree,
+     "Private Sub edtOne_Change()\n  If edtOne.Text = \"ab\" Then MsgBox \"two\"\nEnd Sub\n",
+     "type \"ab\"\nmessage \"two\" OK\ntype \"c\"\nprint edtOne.Text\n", "abc\n"},
+    {"the database control is no stop", kWithDatabase, "",
+     "type \"1\"\nkey Tab\ntype \"2\"\nkey Tab\ntype \"3\"\nkey Shift+Tab times 2\ntype \"4\"\n"
+     "print edtOne.Text\nprint edtTwo.Text\n",
+     "134\n2\n"},
+    {"the file may say of every control that it is no stop",
+     Piece("QRNBTRLib.QRNBtr dbFirst", 0, " TabStop = 0\n") + Edit("edtOne", 1, " TabStop = 0\n") +
+         Edit("edtTwo", 2),
+     "", "type \"x\"\nkey Tab\ntype \"y\"\nprint edtTwo.Text\nprint dbFirst.TabStop\n",
+     "xy\nFalse\n"},
+    {"disabled controls are passed",
+     Edit("edtOne", 0) + Edit("edtTwo", 1, " Enabled = 0\n") +
+         Button("btnGo", 2, " Enabled = 0\n") + Edit("edtLast", 3),
+     "",
+     "key Tab\ntype \"l\"\nkey Tab\ntype \"o\"\nkey Shift+Tab\ntype \"L\"\n"
+     "print edtOne.Text\nprint edtLast.Text\n",
+     "o\nlL\n"},
+    {"who disables itself hands on", kThree,
+     "Private Sub edtOne_Change()\n  If Len(edtOne.Text) = 2 Then edtOne.Enabled = False\nEnd "
+     "Sub\n",
+     "type \"abcd\"\nprint edtOne.Text\nprint edtTwo.Text\nprint ActiveControl.Name\n",
+     "ab\ncd\nedtTwo\n"},
+    {"who hides itself hands on", kThree,
+     "Private Sub edtOne_Change()\n  If Len(edtOne.Text) = 2 Then edtOne.Visible = False\nEnd "
+     "Sub\n",
+     "type \"abcd\"\nprint edtOne.Text\nprint edtTwo.Text\n", "ab\ncd\n"},
+    {"furniture that disables or hides itself hands on", kFurniture,
+     "Private Sub txtOne_Change()\n  If Len(txtOne.Text) = 1 Then txtOne.Enabled = False\nEnd Sub\n"
+     "Private Sub txtTwo_Change()\n  If Len(txtTwo.Text) = 1 Then txtTwo.Visible = False\nEnd Sub\n"
+     "Private Sub cmdGo_Click()\n  Print \"go\"\nEnd Sub\n",
+     "type \"ab\"\nkey Space\nprint txtOne.Text\nprint txtTwo.Text\n", "go\na\nb\n"},
+    {"a frame that is disabled or hidden takes its controls along", kInFrame,
+     "Private Sub edtOne_Change()\n  txtTwo.SetFocus\nEnd Sub\n"
+     "Private Sub txtTwo_Change()\n  If txtTwo.Text = \"b\" Then fra.Enabled = False\nEnd Sub\n"
+     "Private Sub edtLast_Change()\n  If edtLast.Text <> \"c\" Then Exit Sub\n"
+     "  fra.Enabled = True: edtOne.SetFocus: fra.Visible = False\nEnd Sub\n",
+     "type \"ab\"\ntype \"c\"\ntype \"d\"\nprint txtTwo.Text\nprint edtLast.Text\n", "b\ncd\n"},
+    {"a control in a frame that goes leaves the keyboard to the next", kInFrame,
+     "Private Sub edtOne_Change()\n  edtOne.Visible = False\nEnd Sub\n",
+     "type \"a\"\ntype \"b\"\nprint edtOne.Text\nprint txtTwo.Text\n", "a\nb\n"},
+    {"with nothing left to use, nothing is lost", kThree,
+     "Private Sub edtOne_Change()\n  edtTwo.Enabled = False: btnGo.Enabled = False\n"
+     "  edtOne.Enabled = False\nEnd Sub\n"
+     "Private Sub Form_KeyPress(KeyAscii As Integer)\n  KeyPreview = False\n"
+     "  edtTwo.Enabled = True: edtTwo.SetFocus\nEnd Sub\n"
+     "Private Sub Form_Load()\n  KeyPreview = False\nEnd Sub\n"
+     "Public Sub Preview()\n  KeyPreview = True\nEnd Sub\n",
+     "type \"a\"\ncall Preview\nkey X\ntype \"b\"\nprint edtTwo.Text\n", "b\n"},
+    {"several lines tell of every change", Piece("VB.TextBox txtOne", 0, " MultiLine = -1\n"),
+     "Private Sub txtOne_Change()\n  Print txtOne.Text;\nEnd Sub\n",
+     "set txtOne.Text = \"a\"\nkey End\ntype \"b\"\n", "aab"},
+    {"a step that makes a box goes on once it is answered", kThree,
+     "Private Sub edtOne_Change()\n  MsgBox \"changed\"\n  Print \"after\"\nEnd Sub\n"
+     "Public Sub Ask()\n  MsgBox \"asked\"\nEnd Sub\n"
+     "Private Sub edtTwo_GotFocus()\n  MsgBox \"got\"\nEnd Sub\n",
+     "set edtOne.Text = \"a\"\nmessage \"changed\" OK\ncall Ask\nmessage \"asked\" OK\n"
+     "focus edtTwo\nmessage \"got\" OK\ntype \"b\"\nprint edtTwo.Text\n",
+     "after\nb\n"},
+};
+
+class Keyboard : public testing::TestWithParam<WalkCase> {};
+
+TEST_P(Keyboard, IsNeverLost) {
+  const WalkCase& given = GetParam();
+  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
+  EXPECT_EQ(result.failure, "") << given.name;
+  EXPECT_EQ(result.printed, given.printed) << given.name;
+  EXPECT_EQ(result.faults, 0) << given.name << ": " << result.told;
+  EXPECT_EQ(result.left, 0) << given.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Walks, Keyboard, testing::ValuesIn(kWalks));
+
+struct FailureCase {
+  const char* name;
+  const char* more;  // properties of edtTwo
+  const char* script;
+  const char* failure;
+};
+
+const FailureCase kFailures[] = {
+    {"a disabled control", " Enabled = 0\n", "focus edtTwo\n",
+     "script:1: edtTwo does not take the keyboard"},
+    {"a hidden control", " Visible = 0\n", "focus edtTwo\n",
+     "script:1: edtTwo does not take the keyboard"},
+    {"one that sends it on", "", "focus edtOne\nfocus edtThree\n",
+     "script:2: edtThree does not take the keyboard"},
+    {"a click on a disabled control", " Enabled = 0\n", "click edtTwo\n",
+     "script:1: edtTwo is disabled"},
+    {"a form that is hidden", "", "call Hide\nkey Tab\n",
+     "script:2: nothing of the program has the keyboard"},
+    {"a text for nobody", "",
+     "set edtOne.Enabled = False\nset edtTwo.Enabled = False\n"
+     "set edtThree.Enabled = False\nkey Tab\ntype \"x\"\n",
+     "script:5: nothing of the program has the keyboard"},
+    {"a box before an answer", "", "print Asked\nmessage \"asked\" OK\n",
+     "script:1: the box \"asked\" (title \"\") comes in between"},
+};
+
+class LostKeyboard : public testing::TestWithParam<FailureCase> {};
+
+TEST_P(LostKeyboard, FailsTheStep) {
+  const FailureCase& given = GetParam();
+  const std::string controls =
+      Edit("edtOne", 0) + Edit("edtTwo", 1, given.more) + Edit("edtThree", 2);
+  const RunResult result =
+      RunForms({{FormText(controls,
+                          "Private Sub edtThree_GotFocus()\n  edtOne.SetFocus\nEnd Sub\n"
+                          "Public Function Asked()\n  MsgBox \"asked\"\nEnd Function\n")},
+                given.script});
+  EXPECT_EQ(result.failure, given.failure) << given.name;
+  EXPECT_EQ(result.left, 0) << given.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Steps, LostKeyboard, testing::ValuesIn(kFailures));
+
+TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
+  const std::string first =
+      FormText(kThree,
+               "Private Sub edtTwo_KeyDown(KeyCode As Integer, Shift As Integer)\n"
+               "  If KeyCode = vbKeyF4 Then frmOther.Show vbModal\n"
+               "  If KeyCode = vbKeyF6 Then frmOther.Show\nEnd Sub\n");
+  const std::string second =
+      FormText(Edit("edtOne", 0) + Piece("VB.CommandButton cmdClose", 1, " Cancel = -1\n"),
+               "Private Sub cmdClose_Click()\n  MsgBox \"bye\"\n  Unload Me\nEnd Sub\n"
+               "Private Sub Form_Unload(Cancel As Integer)\n  Print edtOne.Text\nEnd Sub\n",
+               "frmOther");
+  for (const char* opens : {"F4", "F6"}) {
+    const RunResult result = RunForms(
+        {{first, second},
+         std::string("key Tab\ntype \"a\"\nkey ") + opens +
+             "\ntype \"x\"\nkey Escape\nkey Enter\nprint ActiveControl.Name\ntype \"b\"\n"
+             "print edtTwo.Text\nkey F4\ntype \"y\"\nkey Alt+F4\ntype \"c\"\nprint edtTwo.Text\n"});
+    EXPECT_EQ(result.failure, "") << opens;
+    EXPECT_EQ(result.printed, "x\nedtTwo\nab\ny\nabc\n") << opens;
+    EXPECT_EQ(result.faults, 0) << result.told;
+    EXPECT_EQ(result.left, 0);
+  }
+}
+
+// A setting that the module refuses as it loads, as long as it lives.
+class BadSetting {
+ public:
+  BadSetting() { Write("13"); }
+  BadSetting(const BadSetting&) = delete;
+  BadSetting& operator=(const BadSetting&) = delete;
+  ~BadSetting() { Write(nullptr); }
+
+ private:
+  static void Write(const char* value) {
+    WritePrivateProfileStringA("quorin350", "sign_nibble", value, "quorin.ini");
+  }
+};
+
+TEST(BoxesAtTheStart, OfALoadingModuleCanBeAnswered) {
+  const BadSetting bad;
+  const RunResult result = RunForms({{FormText(kThree, "")},
+                                     "message \"VE823 サイン・ニブルの指定が不正です。\" OK\n"
+                                     "type \"a\"\nprint edtOne.Text\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.printed, "a\n");
+}
+
+TEST(BoxesAtTheStart, OfALoadingModuleEndAScriptThatDoesNotKnowThem) {
+  const BadSetting bad;
+  const RunResult result = RunForms({{FormText(kThree, "")}, "type \"a\"\n"});
+  EXPECT_NE(result.failure.find("VE823"), std::string::npos) << result.failure;
+}
+
+}  // namespace
+}  // namespace qrn::tests
