@@ -95,6 +95,8 @@ demo_forms() {
   demo_form "$company" "$number" walk || code=1
   say "the customer card: found, changed, inserted, a duplicate, deleted, by key and mouse"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" customers || code=1
+  say "the customer card again, by the keyboard alone: the list on the way, boxes answered by keys"
+  [ "$code" -ne 0 ] || demo_form "$company" "$number" keyboard customers walk || code=1
   "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
@@ -102,12 +104,17 @@ demo_forms() {
   say "pictures: build/demo/company/*.png"
 }
 
-# demo_form DIR DISPLAY-FILE NAME: examples/company/NAME.frm with its script NAME.txt.
+# demo_form DIR DISPLAY-FILE NAME [FORM...]: the script examples/company/NAME.txt before these forms
+# of its folder, NAME.frm where none is given.
 demo_form() (
+  local script=$3 form forms=()
   cd "$1"
   DISPLAY=:$(cat "$2")
   export DISPLAY
+  shift 3
+  for form in "${@:-$script}"; do
+    forms+=("$(windows_path "$ROOT/examples/company/$form.frm")")
+  done
   "$WINE64" "$BUILD/windows/bin/qrnform.exe" \
-    --script "$(windows_path "$ROOT/examples/company/$3.txt")" \
-    "$(windows_path "$ROOT/examples/company/$3.frm")"
+    --script "$(windows_path "$ROOT/examples/company/$script.txt")" "${forms[@]}"
 )

@@ -1362,6 +1362,14 @@ End Function
 
 ' --- finding customers
 
+' The list of all customers, where it was opened with the card.
+Private Sub edtCustomerNo_KeyDown(KeyCode As Integer, Shift As Integer)
+    If KeyCode <> vbKeyF4 Then Exit Sub
+    On Error Resume Next
+    frmWalk.Show vbModal
+    If Err.Number <> 0 Then lblStatus.Caption = "一覧（walk.frm）が開かれていません。"
+End Sub
+
 Private Sub btnFind_SetData()
     Start
     If Not IsNumber(edtCustomerNo.Text, 1, lastNumber, 0) Then

@@ -57,7 +57,16 @@ Begin VB.Form frmWalk
       Left            =   1860
       TabIndex        =   2
       Top             =   270
-      Width           =   5200
+      Width           =   2900
+   End
+   Begin VB.CommandButton cmdClose 
+      Cancel          =   -1  'True
+      Caption         =   "ï¬Ç∂ÇÈ(&C)"
+      Height          =   420
+      Left            =   4860
+      TabIndex        =   3
+      Top             =   180
+      Width           =   1380
    End
    Begin VB.CommandButton cmdWalk 
       Caption         =   "àÍóó(&W)"
@@ -100,6 +109,10 @@ Private Sub cmdWalk_Click()
     txtList.Text = lines
     lblCount.Caption = found & " åè"
     rc = dbCompany.DbClose("Customers")
+End Sub
+
+Private Sub cmdClose_Click()
+    Unload Me
 End Sub
 
 Private Function Customer() As String

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The example's customer card before real keys and mouse: its own script from finding to deleting,
-# the letters of its buttons, then someone else who writes first. Run by ./run test, which gives
-# prefix and display.
+# the same by the keyboard alone with the list on the way, the letters of its buttons, then someone
+# else who writes first. Run by ./run test, which gives prefix and display.
 set -eu
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
@@ -13,7 +13,7 @@ trap 'rm -rf "$folder"' EXIT
 for table in "$ROOT"/examples/company/data/*.csv; do
   "$DATA_TOOL" import "$folder" "$(basename "$table" .csv)" "$table" >/dev/null
 done
-cp "$ROOT/examples/company/customers.frm" "$ROOT/examples/company/customers.txt" "$folder"
+cp "$ROOT"/examples/company/{customers.frm,customers.txt,walk.frm,keyboard.txt} "$folder"
 # The other one's form stands in the corner, beside the card in the middle.
 sed -e 's/ClientLeft  .*/ClientLeft = 0/' -e 's/ClientTop  .*/ClientTop = 0/' \
   "$ROOT/tests/qrnform/share.frm" >"$folder/share.frm"
@@ -32,6 +32,13 @@ key Alt+P
 key Alt+X
 expect edtSince.Text = "1999/01/05"
 expect edtCreditLimit.Text = "2,700,000"
+STEPS
+# F4 without the list.
+cat >"$folder/alone.txt" <<'STEPS'
+key F4
+expect lblStatus.Caption = "一覧（walk.frm）が開かれていません。"
+type "36"
+expect edtCustomerNo.Text = "36"
 STEPS
 
 # What is refused or fails leaves no trace in the record: its field without a control stays too.
@@ -73,7 +80,9 @@ STEPS
 cd "$folder"
 run() { "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script "$1.txt" "${@:2}"; }
 run customers customers.frm
+run keyboard customers.frm walk.frm
 run letters customers.frm
+run alone customers.frm
 run conflict customers.frm share.frm
 written=$("$DATA_TOOL" export "$folder" Customers --format json | grep 'あけぼの金物本店') ||
   { echo "the update was not written"; exit 1; }
@@ -82,6 +91,6 @@ case $written in
   *) echo "not what was on the card: $written"; exit 1 ;;
 esac
 # The pictures of the example show the form and its message.
-for picture in customers-found customers-duplicate; do
+for picture in customers-found customers-duplicate keyboard-list keyboard; do
   [ -s "$picture.png" ] || { echo "no $picture.png"; exit 1; }
 done
