@@ -16,7 +16,7 @@ void UserPlayer::RequireNoMessage() const {
 
 // What has the keyboard may still be on its way to the front.
 void UserPlayer::RequireKeyboard(bool forText) {
-  constexpr DWORD kKeyboardPatienceMs = 1000;
+  constexpr DWORD kKeyboardPatienceMs = 3000;
   const auto has = [&] {
     HWND focus = ui_.Focus();
     return focus && (!forText || GetAncestor(focus, GA_ROOT) != focus);
