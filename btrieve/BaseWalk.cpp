@@ -53,8 +53,10 @@ void BaseWalk::Start(Storage& storage, int slot, bool forward, ByteView bound) {
   bound_.Assign(bound);
   if (slot == kPhysicalSlot) {
     statement_.Bind(1, BoundPosition(bound));
+    onward_.Begin(forward, BoundPosition(bound));
   } else {
     statement_.Bind(1, bound_.View());
+    onward_.Begin(forward, bound);
   }
 }
 
@@ -64,12 +66,19 @@ bool BaseWalk::Step(Hit& hit) {
     atEnd_ = true;
     return false;
   }
-  if (statement_.IsNull(1)) throw Failure{kIoError};
-  hit.position = static_cast<uint32_t>(statement_.Number(0));
+  if (statement_.IsNull(1)) ThrowDamaged();
+  hit.position = CheckedPosition(statement_.Number(0));
   hit.version = static_cast<uint64_t>(statement_.Number(1));
   hit.numbers = statement_.Bytes(2);
   hit.data = statement_.Bytes(3);
   hit.entry = slot_ == kPhysicalSlot ? ByteView() : statement_.Bytes(4);
+  CheckRecord(storage_->spec_, hit.data, hit.numbers);
+  if (slot_ == kPhysicalSlot) {
+    onward_.Meet(hit.position);
+  } else {
+    CheckEntry(hit.entry, storage_->indexes_[slot_].EntrySize());
+    onward_.Meet(hit.entry);
+  }
   return true;
 }
 

@@ -89,8 +89,9 @@ int FileControl(sqlite3_file* file, int operation, void* argument) {
   return Real(file)->pMethods->xFileControl(Real(file), operation, argument);
 }
 int SectorSize(sqlite3_file* file) { return Real(file)->pMethods->xSectorSize(Real(file)); }
+// Not by parts of pages, which no checksum stands for.
 int DeviceCharacteristics(sqlite3_file* file) {
-  return Real(file)->pMethods->xDeviceCharacteristics(Real(file));
+  return Real(file)->pMethods->xDeviceCharacteristics(Real(file)) & ~SQLITE_IOCAP_SUBPAGE_READ;
 }
 
 int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory) {

@@ -64,6 +64,8 @@ class Entry {
   std::array<uint8_t, kMaxOrderedSize + kOrderNumberSize + kBehindAll + 1> bytes_;
 };
 
+inline constexpr size_t kPositionEntrySize = 4;
+
 // A position as the entry of the physical order.
 inline Entry PositionEntry(uint32_t position) noexcept {
   Entry entry;

@@ -1,5 +1,6 @@
 #include "btrieve/Head.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace btrieve {
@@ -40,7 +41,10 @@ bool Head::Load(std::span<const uint8_t> bytes, size_t keys) {
   Take(at, intents);
   distinct.resize(keys);
   for (uint32_t& count : distinct) Take(at, count);
-  return nextPosition >= 1 && records <= kHighestPosition;
+  const bool possible = nextPosition >= 1 && nextPosition <= kHighestPosition + 1;
+  return possible && records < nextPosition &&
+         std::all_of(distinct.begin(), distinct.end(),
+                     [this](uint32_t count) { return count <= records; });
 }
 
 }  // namespace btrieve

@@ -86,7 +86,7 @@ void ForEachRedo(DataFile& coordinator, const RedoPart& part,
   rows.Bind(1, part.number);
   rows.Bind(2, View(part.file));
   while (rows.Step()) {
-    action({static_cast<uint32_t>(rows.Number(0)), rows.IsNull(2), rows.Bytes(1), rows.Bytes(2)});
+    action({CheckedPosition(rows.Number(0)), rows.IsNull(2), rows.Bytes(1), rows.Bytes(2)});
   }
 }
 

@@ -6,11 +6,9 @@
 namespace btrieve {
 namespace {
 
-constexpr size_t kRowSize = 10;
-
 // Bytes from the start of the row of `keyId`; the size when there is none.
 size_t FindRow(std::span<const uint8_t> stored, uint16_t keyId) noexcept {
-  for (size_t at = 0; at + kRowSize <= stored.size(); at += kRowSize) {
+  for (size_t at = 0; at + kOrderNumberRow <= stored.size(); at += kOrderNumberRow) {
     uint16_t id;
     std::memcpy(&id, &stored[at], sizeof id);
     if (id == keyId) return at;
@@ -35,14 +33,14 @@ uint64_t OrderNumbers::For(uint16_t keyId, uint32_t position) const noexcept {
 
 void OrderNumbers::Set(uint16_t keyId, uint64_t number) {
   const size_t row = FindRow(stored_, keyId);
-  if (row == stored_.size()) stored_.resize(row + kRowSize);
+  if (row == stored_.size()) stored_.resize(row + kOrderNumberRow);
   std::memcpy(&stored_[row], &keyId, sizeof keyId);
   std::memcpy(&stored_[row + 2], &number, sizeof number);
 }
 
 uint32_t OrderNumbers::HighestUpdate() const noexcept {
   uint32_t highest = 0;
-  for (size_t at = 0; at + kRowSize <= stored_.size(); at += kRowSize) {
+  for (size_t at = 0; at + kOrderNumberRow <= stored_.size(); at += kOrderNumberRow) {
     uint32_t update;
     std::memcpy(&update, &stored_[at + 2], sizeof update);
     highest = std::max(highest, update);

@@ -12,6 +12,9 @@ namespace btrieve {
 // The number of an entry that still stands where Insert put it.
 constexpr uint64_t FirstOrderNumber(uint32_t position) noexcept { return uint64_t{position} << 32; }
 
+// Bytes of each moved entry's number as it is stored.
+inline constexpr size_t kOrderNumberRow = 10;
+
 class OrderNumbers {
  public:
   OrderNumbers() = default;

@@ -12,6 +12,8 @@ inline constexpr size_t kOwnerNameSize = 8;
 inline constexpr size_t kLongOwnerNameSize = 24;
 inline constexpr uint8_t kReadOnlyWithoutName = 1;  // owner mode; 0 asks for the name at any access
 
+inline constexpr uint8_t kHighestOwnerMode = 3;
+
 inline std::string TextUpToNul(ByteView bytes) {
   const auto end = std::find(bytes.begin(), bytes.end(), 0);
   return {bytes.begin(), end};

@@ -24,7 +24,7 @@ class PageScan {
   static constexpr size_t kTogether = 16;
   struct Coming {
     ByteView entry;
-    int64_t position = 0;
+    uint32_t position = 0;
     TreeCursor::Spot spot;
   };
 
@@ -34,6 +34,9 @@ class PageScan {
 
   TreeCursor records_;
   TreeCursor entries_;
+  const FileSpec* spec_ = nullptr;
+  size_t entrySize_ = 0;
+  Onward onward_;
   bool along_ = false;
   bool forward_ = true;
   Ahead ahead_ = Ahead::None;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "btrieve/Layout.h"
+#include "btrieve/RowRules.h"
 
 namespace btrieve {
 namespace {
@@ -18,7 +19,8 @@ std::string Text(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 
 }  // namespace
 
-RankIndex::RankIndex(const Connection& connection, uint16_t id) : id_(id) {
+RankIndex::RankIndex(const Connection& connection, uint16_t id, size_t entrySize)
+    : id_(id), entrySize_(entrySize) {
   const std::string key = std::to_string(id);
   const std::string table = id == 0 ? "rec" : EntryTable(id);
   const std::string column = id == 0 ? "pos" : "e";
@@ -29,8 +31,8 @@ RankIndex::RankIndex(const Connection& connection, uint16_t id) : id_(id) {
   update_ = connection.Prepare("UPDATE range SET n=?1 WHERE k=" + key + " AND low=?2");
   insert_ = connection.Prepare("INSERT INTO range(k, low, n) VALUES(" + key + ", ?, ?)");
   remove_ = connection.Prepare("DELETE FROM range WHERE k=" + key + " AND low=?");
-  countWithin_ = connection.Prepare("SELECT count(*) FROM " + table + " WHERE " + column +
-                                    ">=? AND " + column + "<?");
+  countWithin_ = connection.Prepare("SELECT count(*) FROM (SELECT 1 FROM " + table + " WHERE " +
+                                    column + ">=? AND " + column + "<? LIMIT ?)");
   entriesFrom_ = connection.Prepare("SELECT " + column + " FROM " + table + " WHERE " + column +
                                     ">=? ORDER BY " + column + " LIMIT ? OFFSET ?");
 }
@@ -40,10 +42,24 @@ void RankIndex::Load() {
   Forget();
   InUse rows(load_);
   while (rows->Step()) {
-    ranges_.push_back({Text(rows->Bytes(0)), static_cast<uint32_t>(rows->Number(1)), false});
+    const ByteView low = rows->Bytes(0);
+    const int64_t count = rows->Number(1);
+    const bool first = ranges_.empty();
+    const bool possible = low.size() == (first ? 0 : entrySize_) && count >= 0 &&
+                          count <= kHighestPosition &&
+                          (first || BytesLess(View(ranges_.back().low), low));
+    if (!possible) ThrowDamaged();
+    ranges_.push_back({Text(low), static_cast<uint32_t>(count), false});
   }
-  if (ranges_.empty() || !ranges_[0].low.empty()) throw Failure{kIoError};
+  if (ranges_.empty()) ThrowDamaged();
   loaded_ = true;
+}
+
+// A range to look into. One that holds more than any can, once all has been flushed, would send
+// the look on and on.
+const RankIndex::Range& RankIndex::Known(size_t range) const {
+  if (ranges_[range].count > kMostInRange) ThrowDamaged();
+  return ranges_[range];
 }
 
 void RankIndex::Forget() noexcept {
@@ -77,7 +93,7 @@ void RankIndex::CountInFile(ByteView entry, int change) {
   int64_t count = 0;
   {
     InUse add(add_);
-    if (!add.Row(int64_t{change}, entry)) throw Failure{kIoError};
+    if (!add.Row(int64_t{change}, entry)) ThrowDamaged();
     count = add->Number(0);
     add->Step();
   }
@@ -122,6 +138,13 @@ void RankIndex::BindBound(Statement& statement, int place, ByteView bytes) {
   }
 }
 
+// The entry in the first column of a row.
+Entry RankIndex::EntryIn(InUse& row) const {
+  if (id_ == 0) return PositionEntry(CheckedPosition(row->Number(0)));
+  CheckEntry(row->Bytes(0), entrySize_);
+  return Entry(row->Bytes(0));
+}
+
 void RankIndex::Split(size_t at) {
   const uint32_t count = ranges_[at].count;
   std::vector<Range> parts;
@@ -130,13 +153,14 @@ void RankIndex::Split(size_t at) {
     BindBound(entriesFrom_, 1, View(ranges_[at].low));
     rows->Bind(2, count);
     rows->Bind(3, 0);
+    Onward onward;
+    onward.Begin(true, View(ranges_[at].low));
     for (uint32_t row = 0; row < count; ++row) {
-      if (!rows->Step()) throw Failure{kIoError};
+      if (!rows->Step()) ThrowDamaged();
+      const Entry entry = EntryIn(rows);
+      onward.Meet(entry.View());
       if (row % kUsualInRange != 0 || row == 0) continue;
-      const std::string low =
-          id_ == 0 ? Text(PositionEntry(static_cast<uint32_t>(rows->Number(0))).View())
-                   : Text(rows->Bytes(0));
-      parts.push_back({low, std::min(kUsualInRange, count - row), false});
+      parts.push_back({Text(entry.View()), std::min(kUsualInRange, count - row), false});
     }
   }
   ranges_[at].count = kUsualInRange;
@@ -163,18 +187,21 @@ const std::vector<uint64_t>& RankIndex::Sums() {
 
 uint64_t RankIndex::Total() { return Sums().back(); }
 
-uint32_t RankIndex::CountWithin(ByteView low, ByteView bound) {
+uint32_t RankIndex::CountWithin(const Range& range, ByteView bound) {
   InUse count(countWithin_);
-  BindBound(countWithin_, 1, low);
+  BindBound(countWithin_, 1, View(range.low));
   BindBound(countWithin_, 2, bound);
+  count->Bind(3, int64_t{range.count} + 1);
   count->Step();
-  return static_cast<uint32_t>(count->Number(0));
+  const auto found = static_cast<uint32_t>(count->Number(0));
+  if (found > range.count) ThrowDamaged();
+  return found;
 }
 
 uint64_t RankIndex::RankOf(ByteView bound) {
   const std::vector<uint64_t>& sums = Sums();
   const size_t at = RangeOf(bound);
-  return sums[at] + CountWithin(View(ranges_[at].low), bound);
+  return sums[at] + CountWithin(Known(at), bound);
 }
 
 bool RankIndex::EntryAt(uint64_t ordinal, Entry& entry) {
@@ -183,15 +210,11 @@ bool RankIndex::EntryAt(uint64_t ordinal, Entry& entry) {
   const size_t at =
       static_cast<size_t>(std::upper_bound(sums.begin(), sums.end(), ordinal) - sums.begin()) - 1;
   InUse row(entriesFrom_);
-  BindBound(entriesFrom_, 1, View(ranges_[at].low));
+  BindBound(entriesFrom_, 1, View(Known(at).low));
   row->Bind(2, 1);
   row->Bind(3, static_cast<int64_t>(ordinal - sums[at]));
-  if (!row->Step()) throw Failure{kIoError};
-  if (id_ == 0) {
-    entry = PositionEntry(static_cast<uint32_t>(row->Number(0)));
-  } else {
-    entry.Assign(row->Bytes(0));
-  }
+  if (!row->Step()) ThrowDamaged();
+  entry = EntryIn(row);
   return true;
 }
 

@@ -19,7 +19,8 @@ class RankIndex {
   static constexpr uint32_t kUsualInRange = 512;
 
   // `id` is the key's, 0 for the physical order, whose entries are positions (PositionEntry).
-  RankIndex(const Connection& connection, uint16_t id);
+  // Its entries have `entrySize` bytes. Throws Failure (2) for counts that cannot be.
+  RankIndex(const Connection& connection, uint16_t id, size_t entrySize);
 
   // Called for each entry that is added (+1) or removed (-1), within a write transaction.
   void Count(ByteView entry, int change);
@@ -48,10 +49,13 @@ class RankIndex {
   void Settle(size_t range);
   void Split(size_t range);
   void WriteCount(const Range& range);
-  uint32_t CountWithin(ByteView low, ByteView bound);
+  const Range& Known(size_t range) const;
+  uint32_t CountWithin(const Range& range, ByteView bound);
   void BindBound(Statement& statement, int place, ByteView bytes);
+  Entry EntryIn(InUse& row) const;
 
   uint16_t id_;
+  size_t entrySize_;
   bool loaded_ = false;
   uint32_t countedInFile_ = 0;
   std::vector<Range> ranges_;

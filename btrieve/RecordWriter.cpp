@@ -178,6 +178,7 @@ void RecordWriter::RemoveEntry(int slot, const Entry& entry) {
 }
 
 void RecordWriter::PlanLogged(const LoggedRecord& record, WritePlan& plan) {
+  if (!record.deleted) CheckRecord(file_.Spec(), record.image, record.numbers);
   Hit old;
   plan.existed = file_.Base().Fetch(record.position, old);
   if (plan.existed) {

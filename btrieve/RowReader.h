@@ -9,8 +9,6 @@
 
 namespace btrieve {
 
-[[noreturn]] inline void ThrowDamaged() { throw Failure{kIoError}; }
-
 // 7 bits a byte, the high ones first, all 8 of a ninth. Throws at `end`.
 inline uint64_t TakeVarint(const uint8_t*& at, const uint8_t* end) {
   if (at < end && *at < 0x80) return *at++;

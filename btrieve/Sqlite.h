@@ -24,6 +24,8 @@ struct Failure {
 // The status of a result code of SQLite's that is neither OK, ROW nor DONE.
 Status StatusOfResult(int result) noexcept;
 [[noreturn]] void ThrowResult(int result);
+// For what is read and cannot have been written.
+[[noreturn]] inline void ThrowDamaged() { throw Failure{kIoError}; }
 
 // One prepared statement. Values are bound by reference: they must stay until Reset. Columns are
 // valid until the next Step or Reset.

@@ -48,9 +48,12 @@ bool Storage::IsDataFile(ByteView start) noexcept {
 void Storage::Open(const std::string& path) {
   connection_ = Connection(SqliteName(path), SQLITE_OPEN_READWRITE);
   sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
+  // No row is longer, so a damaged length asks for no memory.
+  sqlite3_limit(connection_.Get(), SQLITE_LIMIT_LENGTH, kLongestRow);
   connection_.Run(
-      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-49152;"
+      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-49152; PRAGMA cell_size_check=ON;"
       "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432;");
+  CheckTables();
   LoadSpecification();
   Prepare();
   LoadHead();
@@ -83,7 +86,7 @@ void Storage::Prepare() {
   updateRow_ = connection_.Prepare("UPDATE rec SET ver=?2, num=?3, data=?4 WHERE pos=?1");
   deleteRow_ = connection_.Prepare("DELETE FROM rec WHERE pos=?");
   recordRoot_ = RootOf("rec");
-  physicalRanks_ = std::make_unique<RankIndex>(connection_, 0);
+  physicalRanks_ = std::make_unique<RankIndex>(connection_, 0, kPositionEntrySize);
   for (Index& index : indexes_) PrepareIndex(index);
 }
 
@@ -91,7 +94,7 @@ void Storage::Prepare() {
 uint32_t Storage::RootOf(const std::string& table) {
   Statement read =
       connection_.Prepare("SELECT rootpage FROM sqlite_schema WHERE name='" + table + "'");
-  if (!read.Step()) throw Failure{kIoError};
+  if (!read.Step()) ThrowDamaged();
   return static_cast<uint32_t>(read.Number(0));
 }
 
@@ -102,16 +105,16 @@ void Storage::PrepareIndex(Index& index) {
   index.remove = connection_.Prepare("DELETE FROM " + table + " WHERE e=?");
   index.within =
       connection_.Prepare("SELECT pos FROM " + table + " WHERE e>=? AND e<? ORDER BY e LIMIT 1");
-  index.ranks = std::make_unique<RankIndex>(connection_, index.id);
+  index.ranks = std::make_unique<RankIndex>(connection_, index.id, index.EntrySize());
 }
 
 void Storage::LoadHead() {
   InUse head(readHead_);
-  if (!head->Step()) throw Failure{kIoError};
+  if (!head->Step()) ThrowDamaged();
   const ByteView bytes = head->Bytes(0);
   if (BytesEqual(bytes, knownHead_)) return;
   ForgetCaches();
-  if (!head_.Load(bytes, indexes_.size())) throw Failure{kIoError};
+  if (!head_.Load(bytes, indexes_.size())) ThrowDamaged();
   knownHead_.assign(bytes.begin(), bytes.end());
 }
 
@@ -269,12 +272,13 @@ bool Storage::Fetch(uint32_t position, Hit& hit) {
   fetch_.Bind(1, position);
   if (!fetch_.Step()) return false;
   hit = {position, static_cast<uint64_t>(fetch_.Number(0)), fetch_.Bytes(2), fetch_.Bytes(1), {}};
+  CheckRecord(spec_, hit.data, hit.numbers);
   return true;
 }
 
 uint32_t Storage::FindEntry(int slot, const Entry& from, const Entry& to) {
   InUse within(indexes_[slot].within);
-  return within.Row(from.View(), to.View()) ? static_cast<uint32_t>(within->Number(0)) : 0;
+  return within.Row(from.View(), to.View()) ? CheckedPosition(within->Number(0)) : 0;
 }
 
 void Storage::InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data) {
@@ -292,14 +296,14 @@ void Storage::UpdateRow(uint32_t position, uint64_t version, ByteView numbers, B
   wrote_ = true;
   InUse update(updateRow_);
   update.Row(int64_t{position}, static_cast<int64_t>(version), numbers, data);
-  if (connection_.Changes() != 1) throw Failure{kIoError};
+  if (connection_.Changes() != 1) ThrowDamaged();
 }
 
 void Storage::DeleteRow(uint32_t position) {
   wrote_ = true;
   InUse remove(deleteRow_);
   remove.Row(int64_t{position});
-  if (connection_.Changes() != 1) throw Failure{kIoError};
+  if (connection_.Changes() != 1) ThrowDamaged();
   physicalRanks_->Count(PositionEntry(position).View(), -1);
 }
 
@@ -318,16 +322,19 @@ void Storage::DeleteEntry(int slot, const Entry& entry) {
   Index& index = indexes_[slot];
   InUse remove(index.remove);
   remove.Row(entry.View());
-  if (connection_.Changes() != 1) throw Failure{kIoError};
+  if (connection_.Changes() != 1) ThrowDamaged();
   index.ranks->Count(entry.View(), -1);
 }
 
 uint32_t Storage::FindFreePosition() {
-  Statement find = connection_.Prepare(
-      "SELECT 1 WHERE NOT EXISTS(SELECT 1 FROM rec WHERE pos=1) UNION ALL SELECT * FROM (SELECT "
-      "pos+1 FROM rec AS a WHERE pos<2147483647 AND NOT EXISTS(SELECT 1 FROM rec WHERE "
-      "pos=a.pos+1) LIMIT 1)");
-  return find.Step() ? static_cast<uint32_t>(find.Number(0)) : 0;
+  uint32_t free = 1;
+  Statement rows = connection_.Prepare("SELECT pos FROM rec ORDER BY pos");
+  for (; rows.Step(); ++free) {
+    const uint32_t position = CheckedPosition(rows.Number(0));
+    if (position < free) ThrowDamaged();
+    if (position > free) break;
+  }
+  return free <= kHighestPosition ? free : 0;
 }
 
 }  // namespace btrieve

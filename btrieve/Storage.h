@@ -19,6 +19,7 @@
 #include "btrieve/OrderNumbers.h"
 #include "btrieve/PagePool.h"
 #include "btrieve/RankIndex.h"
+#include "btrieve/RowRules.h"
 #include "btrieve/Sqlite.h"
 
 namespace btrieve {
@@ -155,6 +156,7 @@ class Storage {
   void Prepare();
   void PrepareIndex(Index& index);
   uint32_t RootOf(const std::string& table);
+  void CheckTables();
   void LoadSpecification();
   void StoreSpecification();
   void LoadHead();
@@ -216,6 +218,7 @@ class BaseWalk {
   Storage* storage_ = nullptr;
   Statement statement_;
   Entry bound_;
+  Onward onward_;
   int slot_ = 0;
   bool forward_ = true;
   bool atEnd_ = false;

@@ -1,9 +1,12 @@
 // What a data file tells of itself: making a file, reading it back, adding and dropping indexes.
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <set>
 
 #include "btrieve/HostFile.h"
 #include "btrieve/Layout.h"
+#include "btrieve/OwnerName.h"
 #include "btrieve/Storage.h"
 
 namespace btrieve {
@@ -15,8 +18,27 @@ std::vector<uint8_t> StoreIds(const std::vector<uint16_t>& ids) {
   return bytes;
 }
 
+// The next free id, then those of the keys: each lower than that, none twice.
+std::vector<uint16_t> LoadIds(ByteView bytes, size_t keys) {
+  if (bytes.size() != 2 * (keys + 1)) ThrowDamaged();
+  std::vector<uint16_t> ids(keys + 1);
+  std::memcpy(ids.data(), bytes.data(), bytes.size());
+  const std::set<uint16_t> used(ids.begin() + 1, ids.end());
+  if (used.size() != keys) ThrowDamaged();
+  if (keys != 0 && (*used.begin() == 0 || *used.rbegin() >= ids[0])) ThrowDamaged();
+  return ids;
+}
+
+std::string TextOf(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
+
+bool IsTableText(const std::string& name, const std::string& text) {
+  if (std::find(std::begin(kTables), std::end(kTables), text) != std::end(kTables)) return true;
+  const unsigned long id = name.starts_with('k') ? std::strtoul(name.c_str() + 1, nullptr, 10) : 0;
+  return id > 0 && id <= UINT16_MAX && text == EntryTableText(static_cast<uint16_t>(id));
+}
+
 void MakeTables(const Connection& connection, const FileSpec& spec) {
-  connection.Run(kTables);
+  for (const char* table : kTables) connection.Run(table);
   connection.Run("INSERT INTO range VALUES(0, x'', 0)");
   std::vector<uint16_t> ids = {static_cast<uint16_t>(spec.keys.size() + 1)};
   for (size_t id = 1; id <= spec.keys.size(); ++id) {
@@ -38,25 +60,36 @@ void MakeTables(const Connection& connection, const FileSpec& spec) {
   counters.Step();
 }
 
-// Gives an index's entry for a record while an index is built, null for a record it leaves out.
+// An index being built over all records.
+struct Filling {
+  const Index* index;
+  size_t recordLength;
+};
+
+// Gives the index's entry for a record, null for a record it leaves out.
 void EntryFunction(sqlite3_context* context, int, sqlite3_value** values) {
-  const auto* index = static_cast<const Index*>(sqlite3_user_data(context));
+  const auto* filling = static_cast<const Filling*>(sqlite3_user_data(context));
+  const Index* index = filling->index;
   const auto* record = static_cast<const uint8_t*>(sqlite3_value_blob(values[0]));
-  const uint32_t position = static_cast<uint32_t>(sqlite3_value_int64(values[1]));
-  if (!record || index->order.LeavesOut(record)) return sqlite3_result_null(context);
+  const auto size = static_cast<size_t>(sqlite3_value_bytes(values[0]));
+  const int64_t position = sqlite3_value_int64(values[1]);
+  if (!record || size < filling->recordLength || position < 1 || position > kHighestPosition) {
+    return sqlite3_result_error_code(context, SQLITE_CORRUPT);
+  }
+  if (index->order.LeavesOut(record)) return sqlite3_result_null(context);
   Entry entry;
   index->order.OrderRecord(record, entry.Data());
   entry.SetSize(index->order.OrderedSize());
-  if (index->duplicates) entry.AppendNumber(FirstOrderNumber(position));
+  if (index->duplicates) entry.AppendNumber(FirstOrderNumber(static_cast<uint32_t>(position)));
   sqlite3_result_blob64(context, entry.View().data(), entry.Size(), SQLITE_TRANSIENT);
 }
 
 class FunctionInScope {
  public:
-  FunctionInScope(sqlite3* connection, Index& index) : connection_(connection) {
+  FunctionInScope(sqlite3* connection, Filling& filling) : connection_(connection) {
     const int result =
-        sqlite3_create_function_v2(connection, kName, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, &index,
-                                   EntryFunction, nullptr, nullptr, nullptr);
+        sqlite3_create_function_v2(connection, kName, 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
+                                   &filling, EntryFunction, nullptr, nullptr, nullptr);
     if (result != SQLITE_OK) ThrowResult(result);
   }
   ~FunctionInScope() {
@@ -89,13 +122,21 @@ void Storage::Create(const std::string& path, const FileSpec& spec) {
   if (!SyncFile(path, false)) throw Failure{kIoError};
 }
 
+// A table of another form, a view or a trigger would have the statements do what is not meant, and
+// trees that share a page would take each other's rows.
+void Storage::CheckTables() {
+  std::set<int64_t> roots;
+  Statement rows = connection_.Prepare("SELECT name, sql, rootpage FROM sqlite_schema");
+  while (rows.Step()) {
+    if (!IsTableText(TextOf(rows.Bytes(0)), TextOf(rows.Bytes(1)))) ThrowDamaged();
+    if (rows.Number(2) <= 1 || !roots.insert(rows.Number(2)).second) ThrowDamaged();
+  }
+}
+
 void Storage::LoadSpecification() {
   Statement read = connection_.Prepare("SELECT body, ids FROM spec WHERE id=1");
-  if (!read.Step() || !LoadSpec(read.Bytes(0), spec_)) throw Failure{kIoError};
-  const ByteView bytes = read.Bytes(1);
-  if (bytes.size() != 2 * (spec_.keys.size() + 1)) throw Failure{kIoError};
-  std::vector<uint16_t> ids(bytes.size() / 2);
-  std::memcpy(ids.data(), bytes.data(), bytes.size());
+  if (!read.Step() || !LoadSpec(read.Bytes(0), spec_)) ThrowDamaged();
+  const std::vector<uint16_t> ids = LoadIds(read.Bytes(1), spec_.keys.size());
   nextKeyId_ = ids[0];
   indexes_.clear();
   for (size_t slot = 0; slot < spec_.keys.size(); ++slot) {
@@ -137,7 +178,8 @@ bool Storage::AddIndex(const FileSpec& changed, uint8_t number) {
   connection_.Run(MakeEntryTable(index.id).c_str());
   PrepareIndex(index);
   {
-    const FunctionInScope function(connection_.Get(), index);
+    Filling filling{&index, changed.recordLength};
+    const FunctionInScope function(connection_.Get(), filling);
     Statement fill = connection_.Prepare("INSERT INTO " + EntryTable(index.id) +
                                          "(e, pos) SELECT * FROM (SELECT entry_of(data, pos) AS e, "
                                          "pos FROM rec) WHERE e IS NOT NULL ORDER BY e");
@@ -189,9 +231,10 @@ void Storage::RemoveIndex(const FileSpec& changed, uint8_t number) {
 
 OwnerRecord Storage::ReadOwner() {
   Statement read = connection_.Prepare("SELECT owner FROM spec WHERE id=1");
-  if (!read.Step()) throw Failure{kIoError};
+  if (!read.Step()) ThrowDamaged();
   const ByteView bytes = read.Bytes(0);
   if (bytes.empty()) return {};
+  if (bytes[0] > kHighestOwnerMode || bytes.size() > 1 + kLongOwnerNameSize) ThrowDamaged();
   return {true, bytes[0], std::string(bytes.begin() + 1, bytes.end())};
 }
 

@@ -1,6 +1,7 @@
 #include "btrieve/Tree.h"
 
 #include "btrieve/CheckedVfs.h"
+#include "btrieve/Layout.h"
 #include "btrieve/sqlite/SqlitePages.h"
 
 namespace btrieve {
@@ -10,7 +11,6 @@ constexpr size_t kUsable = kStoragePageSize - kPageSumSize;
 constexpr size_t kLeafHeader = 8;
 constexpr size_t kInnerHeader = 12;
 constexpr size_t kChildSize = 4;
-constexpr size_t kLongestRow = 1 << 17;  // well above a record and its numbers
 
 enum PageType : uint8_t {
   kInnerEntries = 2,
@@ -78,6 +78,7 @@ void TreeCursor::Push(uint32_t number) {
   if (depth_ == kDeepest) ThrowDamaged();
   Level& level = levels_[depth_];
   static_cast<Page&>(level) = PageOf(Fetch(number, level.held));
+  if (depth_ > 0 && level.cells == 0) ThrowDamaged();  // only a root may be empty
   level.number = number;
   level.at = 0;
   ++depth_;
@@ -270,7 +271,7 @@ bool TreeCursor::ClimbForward() {
   if (kind_ == Kind::Entries) return true;
   ++Top().at;
   DescendToFirst();
-  return Top().cells != 0 || ClimbForward();
+  return true;
 }
 
 bool TreeCursor::Next() {
@@ -280,7 +281,7 @@ bool TreeCursor::Next() {
   }
   ++Top().at;
   DescendToFirst();
-  return Top().at < Top().cells || ClimbForward();
+  return true;
 }
 
 bool TreeCursor::StaysInPage(bool forward) const noexcept {

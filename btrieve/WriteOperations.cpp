@@ -8,7 +8,6 @@
 namespace btrieve {
 namespace {
 
-constexpr size_t kLongestRecord = 65535;
 // Values of an autoincrement that other processes' transactions may hold before it is given up.
 constexpr uint64_t kMostSkipped = 4096;
 

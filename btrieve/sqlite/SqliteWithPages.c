@@ -6,8 +6,10 @@
 
 int sqlite_page_get(sqlite3* connection, unsigned number, void** page,
                     const unsigned char** bytes) {
+  Btree* tree = connection->aDb[0].pBt;
   DbPage* got = 0;
-  const int result = sqlite3PagerGet(sqlite3BtreePager(connection->aDb[0].pBt), number, &got, 0);
+  if (number == 0 || number > sqlite3BtreeLastPage(tree)) return SQLITE_CORRUPT;
+  const int result = sqlite3PagerGet(sqlite3BtreePager(tree), number, &got, 0);
   if (result != SQLITE_OK) return result;
   *page = got;
   *bytes = sqlite3PagerGetData(got);
