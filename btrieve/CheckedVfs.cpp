@@ -1,15 +1,24 @@
 #include "btrieve/CheckedVfs.h"
 
+#include <algorithm>
 #include <bit>
+#include <cstdio>
 #include <cstring>
 #include <utility>
+
+#include "btrieve/DiskSpace.h"
+#include "btrieve/HostFile.h"
+#include "btrieve/LogFormat.h"
+#include "btrieve/sqlite/SqlitePages.h"
 
 namespace btrieve {
 namespace {
 
 struct CheckedFile {
   sqlite3_file base;
-  bool isData;  // a data file, as against its log
+  bool isData;
+  bool isLog;
+  const char* name;  // SQLite keeps it as long as the file is open
   SharedLogHead logHead;
   uint32_t mark;  // of the commit under way; 0 without one
   uint64_t headAtMark[kLogHeadWords];
@@ -48,9 +57,80 @@ uint64_t PageAt(sqlite3_int64 offset) noexcept {
   return static_cast<uint64_t>(offset) / kStoragePageSize + 1;
 }
 
+// SQLite says of some writes only that they failed for want of room.
+template <class Action>
+int Told(Action action) {
+  ForgetLastError();
+  const int result = action();
+  return result != SQLITE_OK && LastErrorIsDiskFull() ? SQLITE_FULL : result;
+}
+
 int Close(sqlite3_file* file) { return Real(file)->pMethods->xClose(Real(file)); }
 
+int ReadLogBytes(sqlite3_file* file, std::span<uint8_t> out, uint64_t offset) {
+  const int result =
+      Real(file)->pMethods->xRead(Real(file), out.data(), static_cast<int>(out.size()),
+                                  static_cast<sqlite3_int64>(kLogHeadSize + offset));
+  if (result == SQLITE_OK) MaskLog(out, offset);
+  return result;
+}
+
+// A page is read together with the head of its frame, which says what page it is. Frames read
+// whole are checked by SQLite.
+int ReadLog(sqlite3_file* file, std::span<uint8_t> out, uint64_t offset) {
+  const bool isPage = out.size() == kStoragePageSize && offset > kLogHeaderSize &&
+                      (offset - kLogHeaderSize) % kFrameSize == kFrameHeaderSize;
+  if (!isPage) return ReadLogBytes(file, out, offset);
+  alignas(8) uint8_t frame[kFrameSize];
+  const int result = ReadLogBytes(file, frame, offset - kFrameHeaderSize);
+  if (result == SQLITE_IOERR_SHORT_READ) return SQLITE_IOERR_READ;
+  if (result != SQLITE_OK) return result;
+  if (!PageIsSound(frame + kFrameHeaderSize, FramePage(frame))) return SQLITE_IOERR_DATA;
+  std::memcpy(out.data(), frame + kFrameHeaderSize, out.size());
+  return SQLITE_OK;
+}
+
+int WriteLogBytes(sqlite3_file* file, std::span<const uint8_t> bytes, uint64_t offset) {
+  uint8_t masked[kStoragePageSize];
+  for (size_t done = 0; done < bytes.size();) {
+    const size_t part = std::min(sizeof masked, bytes.size() - done);
+    std::memcpy(masked, &bytes[done], part);
+    MaskLog({masked, part}, offset + done);
+    const auto at = static_cast<sqlite3_int64>(kLogHeadSize + offset + done);
+    const int result = Told([&] {
+      return Real(file)->pMethods->xWrite(Real(file), masked, static_cast<int>(part), at);
+    });
+    if (result != SQLITE_OK) return result;
+    done += part;
+  }
+  return SQLITE_OK;
+}
+
+int WriteMark(sqlite3_file* file, const LogPlace& place) {
+  const auto mark = StoreLogMark(place);
+  return Told(
+      [&] { return Real(file)->pMethods->xWrite(Real(file), mark.data(), mark.size(), 0); });
+}
+
+// The header begins the log anew. What stood there must be gone before anything follows it, or the
+// end of what follows could not be told; SQLite brings both to stable storage before it goes on.
+int BeginLog(sqlite3_file* file) {
+  const int result = Real(file)->pMethods->xTruncate(Real(file), kLogHeadSize);
+  return result == SQLITE_OK ? WriteMark(file, {}) : result;
+}
+
+int WriteLog(sqlite3_file* file, std::span<const uint8_t> bytes, uint64_t offset) {
+  if (offset == 0) {
+    if (const int result = BeginLog(file)) return result;
+  }
+  return WriteLogBytes(file, bytes, offset);
+}
+
 int Read(sqlite3_file* file, void* buffer, int amount, sqlite3_int64 offset) {
+  if (Ours(file)->isLog) {
+    return ReadLog(file, {static_cast<uint8_t*>(buffer), static_cast<size_t>(amount)},
+                   static_cast<uint64_t>(offset));
+  }
   const int result = Real(file)->pMethods->xRead(Real(file), buffer, amount, offset);
   if (!IsWholePage(Ours(file), amount, offset)) return result;
   // A page that should be there and is not would pass for one of zeros.
@@ -60,23 +140,41 @@ int Read(sqlite3_file* file, void* buffer, int amount, sqlite3_int64 offset) {
   return sound ? SQLITE_OK : SQLITE_IOERR_DATA;
 }
 
+int WriteRaw(sqlite3_file* file, const void* buffer, int amount, sqlite3_int64 offset) {
+  return Told([&] { return Real(file)->pMethods->xWrite(Real(file), buffer, amount, offset); });
+}
+
+// Pages come from the log, with the checksum they got on their way there; while a file is made,
+// before it has a log, they get it here.
 int Write(sqlite3_file* file, const void* buffer, int amount, sqlite3_int64 offset) {
-  if (!IsWholePage(Ours(file), amount, offset)) {
-    return Real(file)->pMethods->xWrite(Real(file), buffer, amount, offset);
+  if (Ours(file)->isLog) {
+    return WriteLog(file, {static_cast<const uint8_t*>(buffer), static_cast<size_t>(amount)},
+                    static_cast<uint64_t>(offset));
+  }
+  if (!IsWholePage(Ours(file), amount, offset)) return WriteRaw(file, buffer, amount, offset);
+  if (Ours(file)->logHead) {
+    const bool sound = PageIsSound(static_cast<const uint8_t*>(buffer), PageAt(offset));
+    return sound ? WriteRaw(file, buffer, amount, offset) : SQLITE_IOERR_DATA;
   }
   alignas(8) uint8_t page[kStoragePageSize];
   std::memcpy(page, buffer, sizeof page);
-  const uint64_t sum = PageSum(page, PageAt(offset));
-  std::memcpy(page + sizeof page - kPageSumSize, &sum, kPageSumSize);
-  return Real(file)->pMethods->xWrite(Real(file), page, amount, offset);
+  SealPage(page, PageAt(offset));
+  return WriteRaw(file, page, amount, offset);
 }
 
 int Truncate(sqlite3_file* file, sqlite3_int64 size) {
-  return Real(file)->pMethods->xTruncate(Real(file), size);
+  const sqlite3_int64 head = Ours(file)->isLog && size != 0 ? kLogHeadSize : 0;
+  return Told([&] { return Real(file)->pMethods->xTruncate(Real(file), head + size); });
 }
-int Sync(sqlite3_file* file, int flags) { return Real(file)->pMethods->xSync(Real(file), flags); }
+int Sync(sqlite3_file* file, int flags) {
+  return Told([&] { return Real(file)->pMethods->xSync(Real(file), flags); });
+}
 int FileSize(sqlite3_file* file, sqlite3_int64* size) {
-  return Real(file)->pMethods->xFileSize(Real(file), size);
+  const int result = Real(file)->pMethods->xFileSize(Real(file), size);
+  if (result == SQLITE_OK && Ours(file)->isLog) {
+    *size = std::max<sqlite3_int64>(*size - static_cast<sqlite3_int64>(kLogHeadSize), 0);
+  }
+  return result;
 }
 int Lock(sqlite3_file* file, int level) { return Real(file)->pMethods->xLock(Real(file), level); }
 int Unlock(sqlite3_file* file, int level) {
@@ -94,8 +192,17 @@ int DeviceCharacteristics(sqlite3_file* file) {
   return Real(file)->pMethods->xDeviceCharacteristics(Real(file)) & ~SQLITE_IOCAP_SUBPAGE_READ;
 }
 
+bool SharedFindsNoRoom(const char* name) noexcept {
+  char path[kMaxPathLength + sizeof "-shm"];
+  const int size = std::snprintf(path, sizeof path, "%s-shm", name);
+  return size > 0 && static_cast<size_t>(size) < sizeof path && DiskIsTooFullFor(path);
+}
+
 int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory) {
-  const int result = Real(file)->pMethods->xShmMap(Real(file), region, size, extend, memory);
+  int result =
+      Told([&] { return Real(file)->pMethods->xShmMap(Real(file), region, size, extend, memory); });
+  if ((result & 0xFF) == SQLITE_CANTOPEN && SharedFindsNoRoom(Ours(file)->name))
+    result = SQLITE_FULL;
   if (region == 0) {
     Ours(file)->logHead = result == SQLITE_OK ? static_cast<SharedLogHead>(*memory) : nullptr;
   }
@@ -145,7 +252,11 @@ int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
   std::memset(static_cast<void*>(ours), 0, sizeof *ours);
   std::memset(static_cast<void*>(Real(file)), 0, sizeof(sqlite3_file));
   ours->isData = (flags & SQLITE_OPEN_MAIN_DB) != 0;
-  const int result = System()->xOpen(System(), name, Real(file), flags, outFlags);
+  ours->isLog = (flags & SQLITE_OPEN_WAL) != 0;
+  ours->name = name;
+  int result = Told([&] { return System()->xOpen(System(), name, Real(file), flags, outFlags); });
+  const bool missing = (result & 0xFF) == SQLITE_CANTOPEN && (flags & SQLITE_OPEN_CREATE) != 0;
+  if (missing && DiskIsTooFullFor(name)) result = SQLITE_FULL;
   if (Real(file)->pMethods) ours->base.pMethods = &kMethods;
   return result;
 }
@@ -220,6 +331,17 @@ bool PageIsSound(const uint8_t* page, uint64_t number) noexcept {
   return stored == PageSum(page, number);
 }
 
+void SealPage(uint8_t* page, uint64_t number) noexcept {
+  const uint64_t sum = PageSum(page, number);
+  std::memcpy(page + kStoragePageSize - kPageSumSize, &sum, sizeof sum);
+}
+
+void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(connection, "main", SQLITE_FCNTL_JOURNAL_POINTER, &file);
+  if (file && file->pMethods == &kMethods && Ours(file)->isLog) (void)WriteMark(file, synced);
+}
+
 namespace {
 
 // Null where the connection's main file is not one of this layer's.
@@ -266,3 +388,7 @@ bool WriteLockIsFree(sqlite3* connection) noexcept {
 }
 
 }  // namespace btrieve
+
+extern "C" void sqlite_seal_page(void* page, unsigned number) {
+  btrieve::SealPage(static_cast<uint8_t*>(page), number);
+}

@@ -1,8 +1,10 @@
-// A layer between SQLite and the system's files, for three things SQLite does not do by itself:
+// A layer between SQLite and the system's files, for things SQLite does not do by itself:
 //
-// - every page in a data file ends with a checksum, written when the page is and verified when it
-//   is read, so that a damaged page is an error and never wrong data. The log has checksums of its
-//   own;
+// - every page ends with a checksum, put there before the page is written to the log and verified
+//   whenever it is read, from the log or the data file, and before it goes from one into the other.
+//   So a damaged page is an error and never wrong data;
+// - the log has a head and a mask, from which its real end is told (LogFormat.h);
+// - a full disk is told from other failures, whatever failed for it;
 // - the counters that SQLite keeps in shared memory beside a log can be looked at without a system
 //   call, which tells whether another process has committed anything;
 // - a commit whose process dies between writing it to the log and publishing it there can be told
@@ -26,9 +28,13 @@ bool RegisterCheckedVfs() noexcept;
 // The checksum of page `number` (from 1); `page` has kStoragePageSize bytes.
 uint64_t PageSum(const uint8_t* page, uint64_t number) noexcept;
 bool PageIsSound(const uint8_t* page, uint64_t number) noexcept;
+// Puts the checksum at the page's end.
+void SealPage(uint8_t* page, uint64_t number) noexcept;
 
 // The head of the shared log index: it differs after each commit. Other processes write to it.
 inline constexpr size_t kLogHeadWords = 6;
+inline constexpr size_t kLogHeadFrames = 2;  // the word with the frames committed, in its low half
+inline constexpr size_t kLogHeadSalts = 4;   // the word with the generation's salts
 using SharedLogHead = const volatile uint64_t*;
 
 // Where the head of the log index of this connection's main file is mapped; null before the first
@@ -47,5 +53,10 @@ void UnmarkCommit(sqlite3* connection) noexcept;
 bool IsCommitMarked(SharedLogHead head) noexcept;
 // Whether nobody holds the write lock at the moment.
 bool WriteLockIsFree(sqlite3* connection) noexcept;
+
+// Notes in the log of this connection's main file what of it is on stable storage. Only a help
+// should the log ever be damaged: that it cannot be noted is no failure.
+struct LogPlace;
+void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept;
 
 }  // namespace btrieve

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "btrieve/DiskSpace.h"
+
 namespace btrieve {
 
 namespace {
@@ -108,10 +110,14 @@ void DataFile::MarkDirty() noexcept { dirty_ = true; }
 bool DataFile::MakeStable() noexcept {
   if (!dirty_ && !dirtyOutside_) return true;
   dirty_ = false;
+  const LogPlace place = base_.CommittedPlace();
+  ForgetLastError();
   if (SyncFile(LogPath(), logEntryIsNew_)) {
     logEntryIsNew_ = false;
+    base_.NoteSynced(place);
     return true;
   }
+  syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
   dirty_ = true;
   return false;
 }
@@ -119,6 +125,15 @@ bool DataFile::MakeStable() noexcept {
 bool DataFile::MakeAllStable() noexcept {
   MarkDirty();
   return MakeStable();
+}
+
+void DataFile::NoteSynced(bool done) noexcept {
+  dirtyOutside_ = false;
+  if (done) {
+    base_.NoteSynced(syncing_);
+  } else {
+    dirty_ = true;
+  }
 }
 
 }  // namespace btrieve

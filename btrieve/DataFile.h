@@ -99,11 +99,13 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   [[nodiscard]] bool MakeAllStable() noexcept;
   // For who syncs without holding up other calls, and then says how it went. Until then
   // MakeStable still syncs for itself.
-  bool TakeDirty() noexcept { return dirtyOutside_ = std::exchange(dirty_, false); }
-  void NoteSynced(bool done) noexcept {
-    dirtyOutside_ = false;
-    dirty_ = dirty_ || !done;
+  bool TakeDirty() noexcept {
+    syncing_ = base_.CommittedPlace();
+    return dirtyOutside_ = std::exchange(dirty_, false);
   }
+  void NoteSynced(bool done) noexcept;
+  // 2, or 18 where the disk is full: why the last sync failed.
+  Status SyncFault() const noexcept { return syncFault_; }
   bool LogEntryIsNew() noexcept { return std::exchange(logEntryIsNew_, false); }
 
   // When the file was last read, for letting go of an idle snapshot.
@@ -130,6 +132,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   uint32_t reserveNext_ = kLeastReserved;
   uint32_t updatesAtReserve_ = 0;
   bool dirty_ = false;
+  LogPlace syncing_;
+  Status syncFault_ = kIoError;
   bool dirtyOutside_ = false;
   bool logEntryIsNew_ = true;
   bool touched_ = false;

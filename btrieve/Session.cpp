@@ -127,7 +127,7 @@ void Session::CloseCursor(void* block) {
   ReleaseLocks(*cursor, false);
   --file->openCursors;
   cursors_.Remove(block);
-  if (!file->MakeStable()) throw Failure{kIoError};
+  if (!file->MakeStable()) throw Failure{file->SyncFault()};
 }
 
 void Session::CloseAll() {
@@ -136,11 +136,13 @@ void Session::CloseAll() {
     ReleaseLocks(cursor, false);
     --cursor.file->openCursors;
   });
-  bool stable = true;
-  for (const auto& file : OpenFiles()) stable = file->MakeStable() && stable;
+  Status fault = kOk;
+  for (const auto& file : OpenFiles()) {
+    if (!file->MakeStable()) fault = file->SyncFault();
+  }
   cursors_.Clear();
   WakeMaintenance();
-  if (!stable) throw Failure{kIoError};
+  if (fault != kOk) throw Failure{fault};
 }
 
 }  // namespace btrieve

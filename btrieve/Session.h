@@ -32,7 +32,7 @@ struct Transaction {
   std::vector<std::shared_ptr<DataFile>>
       writers;                  // those it has changed, in the order of the first
   std::vector<uint8_t> number;  // random; names it in files
-  bool broken = false;          // a failed write could not be undone by itself
+  Status broken = kOk;          // why a write failed that could not be undone by itself
 };
 
 class Session {
@@ -110,6 +110,8 @@ class Session {
   Status SettleIntent(DataFile& file, const std::vector<uint8_t>& number, const std::string& name);
   void DeclareIntent(DataFile& file);
   void TakeSettlerByte(DataFile& file);
+  void Commit();
+  bool MakeRoom() noexcept;
   void CommitParts();
   bool DecisionIsVoid() noexcept;
   void AbortPart(DataFile& file, bool removeIntent);

@@ -1,6 +1,7 @@
 // Opening data files: who else has them open, whether they are ours, whether they are sound.
 #include <algorithm>
 
+#include "btrieve/LogExam.h"
 #include "btrieve/Session.h"
 
 namespace btrieve {
@@ -31,7 +32,8 @@ Status Examine(DataFile& file, bool alone) {
   if (space.ReadAt(0, start) != start.size() || !Storage::IsDataFile(start)) {
     return kNotABtrieveFile;
   }
-  if (!alone || SizeOfFile(file.LogPath()) != 0) return kOk;
+  if (!alone) return kOk;
+  if (SizeOfFile(file.LogPath()) != 0) return LogIsSound(file.LogPath()) ? kOk : kIoError;
   const uint64_t size = space.Size();
   if (size < AnnouncedSize(start) || size % kStoragePageSize != 0) return kIoError;
   return size > kReadThroughSize || PagesAreSound(space, size) ? kOk : kIoError;

@@ -10,6 +10,7 @@
 namespace btrieve {
 namespace {
 
+constexpr int kCarryMilliseconds = 200;
 constexpr int kBusyMilliseconds = 5000;  // another process's commit is a matter of milliseconds
 
 uint32_t BigEndian(const uint8_t* at) noexcept {
@@ -145,6 +146,24 @@ bool Storage::NothingCommittedSince() const noexcept {
     if (logHead_[word] != knownLog_[word]) return false;
   }
   return true;
+}
+
+// Read while others may be writing it: what is half of one state and half of another leads to no
+// more than a mark of no use.
+LogPlace Storage::CommittedPlace() const noexcept {
+  const SharedLogHead head = LogHeadOf(connection_.Get());
+  if (!head) return {};
+  return {head[kLogHeadSalts], static_cast<uint32_t>(head[kLogHeadFrames])};
+}
+
+bool Storage::CarryLogOver() noexcept {
+  if (writing_) return false;
+  LeaveRead();
+  sqlite3_busy_timeout(connection_.Get(), kCarryMilliseconds);
+  const int result = sqlite3_wal_checkpoint_v2(connection_.Get(), "main",
+                                               SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
+  return result == SQLITE_OK || result == SQLITE_BUSY;  // busy: others still read from the log
 }
 
 void Storage::EnterRead() {

@@ -16,6 +16,7 @@
 #include "btrieve/Head.h"
 #include "btrieve/KeyOrder.h"
 #include "btrieve/KeySpec.h"
+#include "btrieve/LogFormat.h"
 #include "btrieve/OrderNumbers.h"
 #include "btrieve/PagePool.h"
 #include "btrieve/RankIndex.h"
@@ -108,6 +109,12 @@ class Storage {
   void RuleOutLostCommit();
   // Lets go of the state read, and ends all walks.
   void LeaveRead() noexcept;
+  // What has been committed, and, once it is on stable storage, that it is.
+  LogPlace CommittedPlace() const noexcept;
+  void NoteSynced(const LogPlace& synced) noexcept { MarkLog(connection_.Get(), synced); }
+  // Moves what the log holds into the file and empties it, for the room that makes. False when it
+  // cannot be done, as within a write transaction.
+  bool CarryLogOver() noexcept;
   // Nothing has been committed since the state being read.
   bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <set>
 
+#include "btrieve/DiskSpace.h"
 #include "btrieve/HostFile.h"
 #include "btrieve/Layout.h"
 #include "btrieve/OwnerName.h"
@@ -119,7 +120,8 @@ void Storage::Create(const std::string& path, const FileSpec& spec) {
   MakeTables(connection, spec);
   connection.Run("COMMIT; PRAGMA journal_mode=WAL");
   connection.Close();
-  if (!SyncFile(path, false)) throw Failure{kIoError};
+  ForgetLastError();
+  if (!SyncFile(path, false)) throw Failure{LastErrorIsDiskFull() ? kDiskFull : kIoError};
 }
 
 // A table of another form, a view or a trigger would have the statements do what is not meant, and

@@ -66,17 +66,18 @@ void Session::Begin(TransactionKind kind, LockRequest readLock, bool retriesWrit
 void Session::CommitOne(DataFile& file) {
   Participation& part = file.Part();
   if (!part.writes) file.Base().BeginWrite();
-  const std::unique_ptr<Overlay> changes = std::move(part.overlay);
+  std::unique_ptr<Overlay> changes = std::move(part.overlay);
   VersionMap versions;
   try {
     if (changes) versions = WriteChanges(file, *changes);
     if (changes) file.ReturnReserved();
     if (part.intent) RemoveIntent(file, transaction_.number);
+    file.Base().CommitWrite();
   } catch (...) {
     file.Base().RollbackWrite();
+    part.overlay = std::move(changes);
     throw;
   }
-  file.Base().CommitWrite();
   part.writes = false;
   part.intent = false;
   NoteCommit(file);
@@ -115,6 +116,7 @@ void Session::DeclareIntent(DataFile& file) {
 // the byte for no longer than a look at it takes.
 void Session::TakeSettlerByte(DataFile& file) {
   Participation& part = file.Part();
+  if (part.settlerHeld) return;
   const uint64_t byte = SettlerByteOf(transaction_.number);
   const Status status = Retry(true, [&]() -> Status {
     part.settlerHeld = file.Locks().Space().TryExclusive(byte);
@@ -131,7 +133,7 @@ void Session::CommitParts() {
   std::vector<RedoPart> parts;
   for (size_t at = 1; at < writers.size(); ++at) {
     DeclareIntent(*writers[at]);
-    if (!writers[at]->MakeStable()) throw Failure{kIoError};
+    if (!writers[at]->MakeStable()) throw Failure{writers[at]->SyncFault()};
     parts.push_back({transaction_.number, RelativeTo(coordinator.Path(), writers[at]->Path())});
   }
   if (!coordinator.Part().writes) {
@@ -160,32 +162,54 @@ void Session::CommitParts() {
   coordinator.Base().CommitWrite();
 }
 
+void Session::Commit() {
+  if (transaction_.broken != kOk) throw Failure{transaction_.broken};
+  const bool single = transaction_.writers.size() == 1;
+  if (single) CommitOne(*transaction_.writers.front());
+  decided_ = single;
+  if (transaction_.writers.size() > 1) CommitParts();
+}
+
+// What a concurrent transaction has changed stands in memory until its end, which may therefore be
+// tried again once logs have been carried over.
+bool Session::MakeRoom() noexcept {
+  if (transaction_.kind != TransactionKind::Concurrent) return false;
+  bool any = false;
+  for (const auto& file : transaction_.writers) {
+    file->Base().RollbackWrite();
+    file->Part().writes = false;
+    any = file->Base().CarryLogOver() || any;
+  }
+  return any;
+}
+
 Status Session::End() {
   deciding_ = decided_ = false;
   std::erase_if(transaction_.writers, [](const std::shared_ptr<DataFile>& file) {
     const Participation& part = file->Part();
     return !part.writes && (!part.overlay || part.overlay->IsEmpty());
   });
-  const bool single = transaction_.writers.size() == 1;
   try {
-    if (transaction_.broken) throw Failure{kTransactionNotWritten};
-    if (single) CommitOne(*transaction_.writers.front());
-    decided_ = single;
-    if (transaction_.writers.size() > 1) CommitParts();
-  } catch (const Failure&) {
+    try {
+      Commit();
+    } catch (const Failure& failure) {
+      if (decided_ || failure.status != kDiskFull || !MakeRoom()) throw;
+      Commit();
+    }
+  } catch (const Failure& failure) {
     if (!decided_) {
       Abort();
-      return kTransactionNotWritten;
+      return failure.status == kDiskFull ? kDiskFull : kTransactionNotWritten;
     }
   }
-  bool stable = true;
+  Status fault = kOk;
   for (const auto& file : transaction_.writers) {
     if (file->Base().IsWriting()) file->Base().RollbackWrite();
     file->Part().writes = false;
-    stable = file->MakeStable() && stable;
+    if (!file->MakeStable()) fault = file->SyncFault();
   }
   ReleaseParts();
-  return stable ? kOk : kIoError;
+  return fault;
 }
 
 // Versions given since are void; where the record itself is gone, so is the cursor's.

@@ -58,6 +58,17 @@ bool Waits(const Call& call) noexcept {
   return mayWait && running.retriesWrites;
 }
 
+// Once more when the disk is full: the log in which the write found no room may be carried over.
+template <class Attempt>
+Status TryWriting(Call& call, Attempt attempt) {
+  try {
+    return call.session.Retry(call.File(), Waits(call), attempt);
+  } catch (const Failure& failure) {
+    if (failure.status != kDiskFull || !call.File().Base().CarryLogOver()) throw;
+  }
+  return call.session.Retry(call.File(), Waits(call), attempt);
+}
+
 // What an Insert or Update came to.
 struct Written {
   Image image;
@@ -200,7 +211,8 @@ Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& writ
                   std::vector<uint32_t>& positions) {
   Status stopped = kOk;
   const size_t before = positions.size();
-  const Status status = call.session.Retry(call.File(), Waits(call), [&]() -> Status {
+  const Status status = TryWriting(call, [&]() -> Status {
+    positions.resize(before);
     WriteScope scope(call.session, call.File());
     stopped = InsertAll(scope, call.File(), images, written, positions);
     if (positions.size() == before) return stopped;
@@ -237,7 +249,7 @@ Status Insert(Call& call) {
   if (const Status status = TakeImage(file, {call.data, call.room}, given)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
   Written written;
-  const Status status = call.session.Retry(file, Waits(call), [&]() -> Status {
+  const Status status = TryWriting(call, [&]() -> Status {
     WriteScope scope(call.session, file);
     const Status inserted = InsertOne(scope, file, given, written);
     if (inserted == kOk) scope.Commit();
@@ -255,8 +267,7 @@ Status Update(Call& call) {
   if (const Status status = TakeImage(call.File(), {call.data, call.room}, given)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
   Written written;
-  const Status status = call.session.Retry(call.File(), Waits(call),
-                                           [&] { return UpdateOnce(call, given, written); });
+  const Status status = TryWriting(call, [&] { return UpdateOnce(call, given, written); });
   if (status != kOk) return status;
   StandOnWritten(call, written);
   FollowUpdate(call, written.plan);
@@ -268,8 +279,7 @@ Status Update(Call& call) {
 Status Delete(Call& call) {
   if (const Status status = CheckWritable(*call.cursor)) return status;
   if (call.cursor->readOnly) return kAccessDenied;
-  const Status status =
-      call.session.Retry(call.File(), Waits(call), [&] { return DeleteOnce(call); });
+  const Status status = TryWriting(call, [&] { return DeleteOnce(call); });
   if (status != kOk) return status;
   Cursor& cursor = *call.cursor;
   ReleaseRecord(cursor);

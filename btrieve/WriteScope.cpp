@@ -172,12 +172,12 @@ uint64_t WriteScope::Carry(const WritePlan& plan, ByteView image) {
   newClaims_.clear();
   newRecords_ = 0;
   if (kind_ != TransactionKind::Exclusive) return Writer().Carry(plan, image);
-  if (running.broken) throw Failure{kIoError};
+  if (running.broken != kOk) throw Failure{running.broken};
   if (running.writers.front().get() != &file_) file_.Part().changed.insert(plan.position);
   try {
     return Writer().Carry(plan, image);
-  } catch (const Failure&) {
-    running.broken = true;
+  } catch (const Failure& failure) {
+    running.broken = failure.status;
     throw;
   }
 }

@@ -1,0 +1,19 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <iterator>
+
+#include "btrieve/DiskSpace.h"
+
+namespace btrieve {
+
+void ForgetLastError() noexcept { SetLastError(ERROR_SUCCESS); }
+
+bool LastErrorIsDiskFull() noexcept {
+  constexpr DWORD kFull[] = {ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, ERROR_DISK_QUOTA_EXCEEDED};
+  return std::find(std::begin(kFull), std::end(kFull), GetLastError()) != std::end(kFull);
+}
+
+bool DiskIsTooFullFor(const char*) noexcept { return LastErrorIsDiskFull(); }
+
+}  // namespace btrieve

@@ -1,0 +1,220 @@
+// The disk fails: at the first call of a kind, at the second, and so on until none is left to fail.
+// The call that met it gives the documented status; nothing that was acknowledged is lost, nothing
+// is there by half, and once the disk works again so do the files, without being opened anew.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <set>
+
+#include "kit/DiskTap.h"
+#include "kit/Plan.h"
+
+namespace btrieve::test {
+namespace {
+
+struct Fault {
+  const char* name;
+  bool (*meets)(const DiskCall& call);
+  int error;
+  bool lasts;                 // until the disk works again; else one call fails
+  std::set<Status> statuses;  // what may come of it
+};
+
+bool Grows(const DiskCall& call) {
+  return call.kind == DiskKind::Make || (call.kind == DiskKind::Write && call.grows);
+}
+bool Writes(const DiskCall& call) {
+  return call.kind == DiskKind::Write || call.kind == DiskKind::Truncate;
+}
+bool Reads(const DiskCall& call) { return call.kind == DiskKind::Read; }
+bool Syncs(const DiskCall& call) {
+  return call.kind == DiskKind::Sync || call.kind == DiskKind::SyncFolder;
+}
+
+const Fault kFaults[] = {
+    {"full disk", Grows, ENOSPC, true, {18}},
+    {"quota used up", Grows, EDQUOT, true, {18}},
+    {"write error", Writes, EIO, false, {2, 38}},
+    {"lasting write error", Writes, EIO, true, {2, 38}},
+    {"read error", Reads, EIO, false, {2, 30, 38}},
+    {"failing sync", Syncs, EIO, false, {2, 25, 38}},
+    {"full disk at a sync", Syncs, ENOSPC, false, {2, 18, 25, 38}},
+};
+
+class FaultyDisk : public DiskListener {
+ public:
+  FaultyDisk(const Fault& fault, int at) : fault_(fault), left_(at) {}
+  int Allow(const DiskCall& call) override {
+    if (works_ || !fault_.meets(call)) return 0;
+    if (left_ > 0) --left_;
+    if (left_ != 0) return 0;
+    met_ = true;
+    if (!fault_.lasts) works_ = true;
+    return fault_.error;
+  }
+  void Mend() { works_ = true; }
+  bool Met() const { return met_; }
+
+ private:
+  const Fault& fault_;
+  int left_;
+  bool works_ = false;
+  bool met_ = false;
+};
+
+std::string Differences(const PlanState& found, const PlanState& expected) {
+  std::string text;
+  for (size_t file = 0; file < found.size(); ++file) {
+    const auto tell = [&](const char* what, const auto& records, const auto& others) {
+      for (const auto& [id, value] : records) {
+        const auto other = others.find(id);
+        if (other != others.end() && other->second == value) continue;
+        text +=
+            what + std::to_string(file) + ":" + std::to_string(id) + "=" + std::to_string(value);
+      }
+    };
+    tell(" found ", found[file], expected[file]);
+    tell(" expected ", expected[file], found[file]);
+  }
+  return text;
+}
+
+class DiskFaults : public testing::TestWithParam<Fault> {
+ protected:
+  void SetUp() override {
+    ThisProcess process;
+    for (const std::string& path : paths_) {
+      ASSERT_EQ(process.Call(kCreate, 31, {.data = PlanBlock(), .key = PathKey(path)}).status, 0);
+    }
+    ASSERT_TRUE(OpenPlanFiles(process, paths_));
+    while (next_ < 8) {
+      const PlanStep step = PlanOf(kSeed, next_++, state_);
+      ASSERT_TRUE(PerformStep(process, step));
+      ApplyStep(step, state_);
+    }
+  }
+
+  // Opens, does a few steps, closes; the call that fails is told by its status. Then the rest, on a
+  // disk that works, in the same process.
+  void Run(int at);
+
+  static constexpr uint32_t kSeed = 11;
+  static constexpr uint32_t kSteps = 5;
+  uint32_t next_ = 0;
+  PlanState state_;
+  Folder folder_;
+  std::vector<std::string> paths_ = {folder_.Path("a.dat"), folder_.Path("b.dat")};
+  bool met_ = false;
+};
+
+// Remembers the statuses that are no plain answers.
+class Witness : public Client {
+ public:
+  explicit Witness(Client& client) : client_(client) {}
+  CallOut Call(int operation, int block, const CallIn& in) override {
+    CallOut out = client_.Call(operation, block, in);
+    if (out.status != 0 && out.status != 9) faults.insert(out.status);
+    return out;
+  }
+  std::set<Status> faults;
+
+ private:
+  Client& client_;
+};
+
+void DiskFaults::Run(int at) {
+  FaultyDisk disk(GetParam(), at);
+  const DiskTap tap(folder_.Root(), disk);
+  ThisProcess process;
+  Witness witness(process);
+  const auto expectDocumented = [&](const char* where) {
+    for (const Status status : witness.faults) {
+      EXPECT_TRUE(GetParam().statuses.contains(status)) << where << " gave " << status;
+    }
+    witness.faults.clear();
+  };
+  if (!OpenPlanFiles(witness, paths_)) {
+    expectDocumented("Open");
+    disk.Mend();
+    process.Call(kReset, 0, {});
+    ASSERT_TRUE(OpenPlanFiles(process, paths_));
+  }
+  for (uint32_t step = 0; step < kSteps; ++step) {
+    const PlanStep plan = PlanOf(kSeed, next_++, state_);
+    PlanState after = state_;
+    ApplyStep(plan, after);
+    if (!PerformStep(witness, plan)) {
+      if (plan.begin != 0) process.Call(kAbort, 0, {});
+      expectDocumented("a step");
+      disk.Mend();
+      PlanState found;
+      ASSERT_EQ(ReadPlanFiles(process, found), "");
+      ASSERT_TRUE(found == state_ || found == after) << "half a step" << Differences(found, after);
+      continue;
+    }
+    state_ = after;
+  }
+  for (int block = 0; block < 2; ++block) witness.Call(kClose, block, {});
+  expectDocumented("Close");
+  disk.Mend();
+  process.Call(kReset, 0, {});
+  ASSERT_TRUE(OpenPlanFiles(process, paths_));
+  PlanState found;
+  ASSERT_EQ(ReadPlanFiles(process, found), "");
+  ASSERT_EQ(Differences(found, state_), "");
+  met_ = disk.Met();
+}
+
+TEST_P(DiskFaults, AtEveryCallInTurn) {
+  int at = 1;
+  do {
+    SCOPED_TRACE("call " + std::to_string(at));
+    Run(at);
+    // Late ones are many alike.
+    at += at < 40 ? 1 : 7;
+  } while (met_ && !HasFatalFailure() && !HasNonfatalFailure());
+  EXPECT_GT(at, 4);
+  std::printf("%d calls could fail\n", at - 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DiskFaults, testing::ValuesIn(kFaults), [](const auto& row) {
+  std::string name = row.param.name;
+  std::erase(name, ' ');
+  return name;
+});
+
+// The log has grown, the disk is full, and the file still has room in itself for what the log
+// holds.
+TEST(DiskFull, TheLogIsCarriedOverBeforeARecordIsRefused) {
+  const Folder folder;
+  ThisProcess process;
+  const Bytes path = PathKey(folder.Path("a.dat"));
+  ASSERT_EQ(process.Call(kCreate, 0, {.data = PlanBlock(), .key = path}).status, 0);
+  ASSERT_EQ(process.Call(kOpen, 0, {.key = path}).status, 0);
+  const auto insert = [&](int32_t id) {
+    const Bytes record = Number(id) + Number(id) + Bytes(16, 'a');
+    return process.Call(kInsert, 0, {.data = record, .keyNumber = -1}).status;
+  };
+  for (int32_t id = 0; id < 50; ++id) ASSERT_EQ(insert(id), 0);
+  struct Room : DiskListener {  // for no byte more in all than are in use now
+    explicit Room(const std::string& log) : left(std::filesystem::file_size(log)) {}
+    int Allow(const DiskCall& call) override {
+      if (call.kind == DiskKind::Truncate) used = call.offset;
+      if (call.kind != DiskKind::Write || !call.grows) return 0;
+      if (!call.path.ends_with("-wal")) return 0;
+      if (call.offset + call.bytes.size() > left) return ENOSPC;
+      return 0;
+    }
+    uint64_t left;
+    uint64_t used = 0;
+  } room(folder.Path("a.dat-wal"));
+  const DiskTap tap(folder.Root(), room);
+  for (int32_t id = 50; id < 90; ++id) ASSERT_EQ(insert(id), 0) << id;
+  process.Call(kBegin + kConcurrent, 0, {});
+  for (int32_t id = 90; id < 100; ++id) ASSERT_EQ(insert(id), 0) << id;
+  EXPECT_EQ(process.Call(kEnd, 0, {}).status, 0);
+  EXPECT_EQ(NumberAt<uint32_t>(process.Call(kStat, 0, {.room = 500}).data, 6), 100u);
+}
+
+}  // namespace
+}  // namespace btrieve::test
