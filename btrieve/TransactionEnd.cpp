@@ -59,6 +59,7 @@ void Session::Begin(TransactionKind kind, LockRequest readLock, bool retriesWrit
   transaction_.readLock = readLock;
   transaction_.retriesWrites = retriesWrites;
   transaction_.kind = kind;
+  deciding_ = decided_ = false;
 }
 
 // Writes what the transaction has changed in one file and commits it there. In a file that only
@@ -184,7 +185,6 @@ bool Session::MakeRoom() noexcept {
 }
 
 Status Session::End() {
-  deciding_ = decided_ = false;
   std::erase_if(transaction_.writers, [](const std::shared_ptr<DataFile>& file) {
     const Participation& part = file->Part();
     return !part.writes && (!part.overlay || part.overlay->IsEmpty());

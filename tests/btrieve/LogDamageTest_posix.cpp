@@ -182,8 +182,8 @@ TEST(LogDamage, WhatATransactionLeftBehindIsNoDamage) {
   Session::Get().OpenFiles().front()->Base().Link().Run("PRAGMA cache_size=10");
   process.Call(kBegin, 0, {});
   for (int32_t id = 1000; id < 4000; ++id) ASSERT_EQ(insert(id), 0);
-  process.Call(kAbort, 0, {});
   ASSERT_GT(std::filesystem::file_size(logPath), committed + 10 * kFrameSize);
+  process.Call(kAbort, 0, {});
   ASSERT_EQ(insert(kGoodRecords + 1), 0);
   const Found found = Open({ReadBytes(path), ReadBytes(logPath)});
   EXPECT_EQ(found.status, 0);
