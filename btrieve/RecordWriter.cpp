@@ -23,15 +23,12 @@ void RecordWriter::TakeBefore(const Hit& old, WritePlan& plan) {
   }
 }
 
-Status RecordWriter::PlanInsert(ByteView image, uint32_t position, WritePlan& plan) {
+void RecordWriter::PlanInsert(ByteView image, uint32_t position, WritePlan& plan) {
   Begin(plan, position);
   plan.existed = false;
   plan.remains = true;
   plan.numbers = OrderNumbers();
-  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
-    if (const Status status = PlanKey(slot, image, plan)) return status;
-  }
-  return kOk;
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) PlanKey(slot, image, plan);
 }
 
 Status RecordWriter::PlanUpdate(const Hit& old, ByteView image, WritePlan& plan) {
@@ -43,10 +40,8 @@ Status RecordWriter::PlanUpdate(const Hit& old, ByteView image, WritePlan& plan)
       return kKeyNotModifiable;
     }
   }
-  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
-    if (const Status status = PlanKey(slot, image, plan)) return status;
-  }
-  return kOk;
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) PlanKey(slot, image, plan);
+  return FindTaken(plan);
 }
 
 void RecordWriter::PlanDelete(const Hit& old, WritePlan& plan) {
@@ -55,21 +50,29 @@ void RecordWriter::PlanDelete(const Hit& old, WritePlan& plan) {
 }
 
 // An entry whose value stays keeps its number, and with it its place among duplicates.
-Status RecordWriter::PlanKey(int slot, ByteView image, WritePlan& plan) {
+void RecordWriter::PlanKey(int slot, ByteView image, WritePlan& plan) {
   KeyChange& key = plan.keys[slot];
   const Index& index = file_.IndexAt(slot);
   file_.MakeValue(slot, image.data(), key.after);
-  if (key.after.Size() == 0) return kOk;
+  if (key.after.Size() == 0) return;
   const size_t valueSize = key.after.Size();
   const bool stays =
       key.before.Size() != 0 && BytesEqual(key.before.View().first(valueSize), key.after.View());
   if (stays) {
     key.after = key.before;
-    return kOk;
+    return;
   }
-  if (!index.duplicates) return file_.FindValue(slot, key.after) != 0 ? kDuplicateKey : kOk;
+  if (!index.duplicates) return;
   if (plan.existed) plan.numbers.Set(index.id, MovedNumber());
   key.after.AppendNumber(plan.numbers.For(index.id, plan.position));
+}
+
+Status RecordWriter::FindTaken(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    if (AddsUnique(plan, slot) && file_.FindValue(slot, plan.keys[slot].after) != 0) {
+      return kDuplicateKey;
+    }
+  }
   return kOk;
 }
 
@@ -79,16 +82,25 @@ uint64_t RecordWriter::MovedNumber() {
   return FirstOrderNumber(head.nextPosition - 1) | ++head.updateNumber;
 }
 
-uint64_t RecordWriter::Carry(const WritePlan& plan, ByteView image) {
-  return direct_ ? CarryDirect(plan, image) : CarryOverlaid(plan, image);
-}
-
-uint64_t RecordWriter::CarryDirect(const WritePlan& plan, ByteView image) {
+Status RecordWriter::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
+  if (!direct_) {
+    version = CarryOverlaid(plan, image);
+    return kOk;
+  }
   file_.Base().EndWalks();
-  const uint64_t version = CarryRow(plan, image);
+  if (!plan.existed) return CarryNew(plan, image, version);
+  version = CarryRow(plan, image);
   RemoveEntries(plan);
   AddEntries(plan);
-  return version;
+  return kOk;
+}
+
+// What may be refused comes first, so that only the entries taken before have to go again.
+Status RecordWriter::CarryNew(const WritePlan& plan, ByteView image, uint64_t& version) {
+  if (!AddUnique(plan)) return kDuplicateKey;
+  version = CarryRow(plan, image);
+  AddRepeated(plan);
+  return kOk;
 }
 
 uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
@@ -136,13 +148,34 @@ void RecordWriter::RemoveEntries(const WritePlan& plan) {
   }
 }
 
-void RecordWriter::AddEntries(const WritePlan& plan) {
+bool RecordWriter::AddsUnique(const WritePlan& plan, int slot) const noexcept {
+  return plan.Adds(slot) && !file_.IndexAt(slot).duplicates;
+}
+
+// False, with nothing changed, where one of the values is taken.
+bool RecordWriter::AddUnique(const WritePlan& plan) {
   for (int slot = 0; slot < file_.KeyCount(); ++slot) {
-    const KeyChange& key = plan.keys[slot];
-    if (key.after.Size() != 0 && plan.remains && key.Moves()) {
-      AddEntry(slot, key.after, plan.position);
+    if (!AddsUnique(plan, slot)) continue;
+    if (TryAddEntry(slot, plan.keys[slot].after, plan.position)) continue;
+    while (slot-- > 0) {
+      if (AddsUnique(plan, slot)) RemoveEntry(slot, plan.keys[slot].after);
     }
+    return false;
   }
+  return true;
+}
+
+void RecordWriter::AddRepeated(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    if (!plan.Adds(slot) || !file_.IndexAt(slot).duplicates) continue;
+    if (!TryAddEntry(slot, plan.keys[slot].after, plan.position)) throw Failure{kIoError};
+  }
+}
+
+// Of a record whose values nobody else has.
+void RecordWriter::AddEntries(const WritePlan& plan) {
+  if (!AddUnique(plan)) throw Failure{kIoError};
+  AddRepeated(plan);
 }
 
 bool RecordWriter::GroupIsEmpty(int slot, const Entry& entry) {
@@ -159,13 +192,17 @@ void RecordWriter::CountDistinct(int slot, int change) {
   }
 }
 
-void RecordWriter::AddEntry(int slot, const Entry& entry, uint32_t position) {
-  if (GroupIsEmpty(slot, entry)) CountDistinct(slot, +1);
-  if (direct_) {
-    file_.Base().InsertEntry(slot, entry, position);
-  } else {
+// False, with nothing changed, where a unique key has the entry already.
+bool RecordWriter::TryAddEntry(int slot, const Entry& entry, uint32_t position) {
+  if (!direct_) {
+    if (GroupIsEmpty(slot, entry)) CountDistinct(slot, +1);
     file_.Changes().AddEntry(slot, entry, position);
+    return true;
   }
+  const bool first = GroupIsEmpty(slot, entry);
+  if (!file_.Base().TryInsertEntry(slot, entry, position)) return false;
+  if (first) CountDistinct(slot, +1);
+  return true;
 }
 
 void RecordWriter::RemoveEntry(int slot, const Entry& entry) {

@@ -23,6 +23,11 @@ struct WritePlan {
   std::vector<uint8_t> before;  // the record as it was
   OrderNumbers numbers;
   std::vector<KeyChange> keys;  // by slot
+
+  // The record gets an entry in the key that it has not now.
+  bool Adds(int slot) const noexcept {
+    return remains && keys[slot].after.Size() != 0 && keys[slot].Moves();
+  }
 };
 
 // The state a transaction leaves a record in.
@@ -38,14 +43,19 @@ class RecordWriter {
   // `direct`: into the file, else into the transaction's changes.
   RecordWriter(DataFile& file, bool direct) noexcept : file_(file), direct_(direct) {}
 
-  // 5. `image` must stay until Carry.
-  [[nodiscard]] Status PlanInsert(ByteView image, uint32_t position, WritePlan& plan);
+  // `image` must stay until Carry. Whether values are taken is not looked for: see FindTaken, and
+  // Carry.
+  void PlanInsert(ByteView image, uint32_t position, WritePlan& plan);
+  // 5 where the value of a unique key that the plan adds is another record's.
+  [[nodiscard]] Status FindTaken(const WritePlan& plan);
   // 10, 5. `old` is copied.
   [[nodiscard]] Status PlanUpdate(const Hit& old, ByteView image, WritePlan& plan);
   void PlanDelete(const Hit& old, WritePlan& plan);
 
-  // Carries the plan out; the record's new version.
-  uint64_t Carry(const WritePlan& plan, ByteView image);
+  // Carries the plan out; `version` is the record's new one. 5, with nothing changed, for a new
+  // record whose value is taken: in the file the keys themselves refuse it, so that nobody need
+  // have looked before; in a transaction's changes FindTaken must have been asked.
+  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version);
 
   // Puts records as the log of a transaction has them, whatever stands there now: first Clear for
   // all of them, which takes away the entries that move, then Fill for all. One at a time they
@@ -56,16 +66,19 @@ class RecordWriter {
  private:
   void Begin(WritePlan& plan, uint32_t position);
   void TakeBefore(const Hit& old, WritePlan& plan);
-  Status PlanKey(int slot, ByteView image, WritePlan& plan);
+  void PlanKey(int slot, ByteView image, WritePlan& plan);
   uint64_t MovedNumber();
-  uint64_t CarryDirect(const WritePlan& plan, ByteView image);
+  Status CarryNew(const WritePlan& plan, ByteView image, uint64_t& version);
   uint64_t CarryOverlaid(const WritePlan& plan, ByteView image);
   void PlanLogged(const LoggedRecord& record, WritePlan& plan);
   uint64_t CarryRow(const WritePlan& plan, ByteView image);
   void RemoveEntries(const WritePlan& plan);
+  bool AddsUnique(const WritePlan& plan, int slot) const noexcept;
+  bool AddUnique(const WritePlan& plan);
+  void AddRepeated(const WritePlan& plan);
   void AddEntries(const WritePlan& plan);
   void RemoveEntry(int slot, const Entry& entry);
-  void AddEntry(int slot, const Entry& entry, uint32_t position);
+  bool TryAddEntry(int slot, const Entry& entry, uint32_t position);
   void CountDistinct(int slot, int change);
   bool GroupIsEmpty(int slot, const Entry& entry);
 

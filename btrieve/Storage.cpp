@@ -6,6 +6,7 @@
 
 #include "btrieve/HostFile.h"
 #include "btrieve/Layout.h"
+#include "btrieve/Tree.h"
 
 namespace btrieve {
 namespace {
@@ -104,8 +105,6 @@ void Storage::PrepareIndex(Index& index) {
   index.root = RootOf(table);
   index.insert = connection_.Prepare("INSERT INTO " + table + "(e, pos) VALUES(?, ?)");
   index.remove = connection_.Prepare("DELETE FROM " + table + " WHERE e=?");
-  index.within =
-      connection_.Prepare("SELECT pos FROM " + table + " WHERE e>=? AND e<? ORDER BY e LIMIT 1");
   index.ranks = std::make_unique<RankIndex>(connection_, index.id, index.EntrySize());
 }
 
@@ -296,8 +295,14 @@ bool Storage::Fetch(uint32_t position, Hit& hit) {
 }
 
 uint32_t Storage::FindEntry(int slot, const Entry& from, const Entry& to) {
-  InUse within(indexes_[slot].within);
-  return within.Row(from.View(), to.View()) ? CheckedPosition(within->Number(0)) : 0;
+  const Index& index = indexes_[slot];
+  TreeCursor entries;
+  entries.Open(connection_.Get(), TreeCursor::Kind::Entries, index.root);
+  if (!entries.SeekEntry(from.View())) return 0;
+  RowReader row(entries.Payload());
+  const ByteView found = row.TakeBytes();
+  CheckEntry(found, index.EntrySize());
+  return BytesLess(found, to.View()) ? CheckedPosition(row.TakeNumber()) : 0;
 }
 
 void Storage::InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data) {
@@ -326,14 +331,15 @@ void Storage::DeleteRow(uint32_t position) {
   physicalRanks_->Count(PositionEntry(position).View(), -1);
 }
 
-void Storage::InsertEntry(int slot, const Entry& entry, uint32_t position) {
-  wrote_ = true;
+bool Storage::TryInsertEntry(int slot, const Entry& entry, uint32_t position) {
   Index& index = indexes_[slot];
   InUse insert(index.insert);
   insert->Bind(1, entry.View());
   insert->Bind(2, position);
-  if (!insert->TryInsert()) throw Failure{kIoError};  // callers have looked before
+  if (!insert->TryInsert()) return false;
+  wrote_ = true;
   index.ranks->Count(entry.View(), +1);
+  return true;
 }
 
 void Storage::DeleteEntry(int slot, const Entry& entry) {

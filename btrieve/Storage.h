@@ -59,7 +59,6 @@ struct Index {
   uint32_t root = 0;  // the first page of its table
   Statement insert;
   Statement remove;
-  Statement within;                // the first entry between two bounds
   std::vector<Statement> forward;  // walks that nobody uses now
   std::vector<Statement> backward;
   std::unique_ptr<RankIndex> ranks;
@@ -141,7 +140,8 @@ class Storage {
   void InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void DeleteRow(uint32_t position);
-  void InsertEntry(int slot, const Entry& entry, uint32_t position);
+  // False, with nothing changed, where the entry stands already.
+  [[nodiscard]] bool TryInsertEntry(int slot, const Entry& entry, uint32_t position);
   void DeleteEntry(int slot, const Entry& entry);
   // The lowest position that no record has; 0 when all are taken.
   uint32_t FindFreePosition();

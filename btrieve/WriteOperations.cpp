@@ -76,6 +76,18 @@ struct Written {
   uint64_t version = 0;
 };
 
+// A value that is taken comes before what another process holds.
+Status PlanInsert(WriteScope& scope, uint32_t position, Written& written) {
+  RecordWriter writer = scope.Writer();
+  writer.PlanInsert(written.image.bytes, position, written.plan);
+  Status status = scope.RefusesTaken() ? kOk : writer.FindTaken(written.plan);
+  if (status == kOk) status = scope.Blocked();
+  if (status == kOk) status = scope.ClaimKeys(written.plan);
+  if (status != kRecordInUse || !scope.RefusesTaken()) return status;
+  const Status taken = writer.FindTaken(written.plan);
+  return taken != kOk ? taken : status;
+}
+
 Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written) {
   Status status = scope.Unsettled();
   uint32_t position = 1;
@@ -83,18 +95,13 @@ Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& wri
   if (status != kOk) return status;
   for (uint64_t skip = 0; skip < kMostSkipped; ++skip) {
     status = AssignAutoIncrement(file, given, skip, written.image);
-    if (status == kOk) {
-      status = scope.Writer().PlanInsert(written.image.bytes, position, written.plan);
-    }
-    if (status == kOk) status = scope.Blocked();
     if (status != kOk) return status;
-    status = scope.ClaimKeys(written.plan);
-    if (status == kOk || !written.image.assigned) break;
+    status = PlanInsert(scope, position, written);
+    if (status != kRecordInUse || !written.image.assigned || scope.Blocked()) break;
   }
   if (status == kOk) status = scope.Confirm();
   if (status != kOk) return status;
-  written.version = scope.Carry(written.plan, written.image.bytes);
-  return kOk;
+  return scope.Carry(written.plan, written.image.bytes, written.version);
 }
 
 void StandOnWritten(Call& call, const Written& written) {
@@ -145,9 +152,9 @@ Status UpdateOnce(Call& call, ByteView given, Written& written) {
   if (status == kOk) status = scope.ClaimKeys(written.plan);
   if (status == kOk) status = scope.Confirm();
   if (status != kOk) return status;
-  written.version = scope.Carry(written.plan, written.image.bytes);
-  scope.Commit();
-  return kOk;
+  status = scope.Carry(written.plan, written.image.bytes, written.version);
+  if (status == kOk) scope.Commit();
+  return status;
 }
 
 Status DeleteOnce(Call& call) {
@@ -161,10 +168,10 @@ Status DeleteOnce(Call& call) {
   if (status == kOk) status = scope.Blocked();
   if (status == kOk) status = scope.HoldRecord(call.cursor->position);
   if (status == kOk) status = scope.Confirm();
-  if (status != kOk) return status;
-  scope.Carry(plan, {});
-  scope.Commit();
-  return kOk;
+  uint64_t version = 0;
+  if (status == kOk) status = scope.Carry(plan, {}, version);
+  if (status == kOk) scope.Commit();
+  return status;
 }
 
 // Naming the key the cursor goes along, an Update takes the cursor to the record's new place;

@@ -145,10 +145,9 @@ bool WriteScope::Claim(uint64_t hash) {
 Status WriteScope::ClaimKeys(const WritePlan& plan) {
   if (kind_ == TransactionKind::Exclusive) return kOk;
   for (int slot = 0; slot < file_.KeyCount(); ++slot) {
-    const KeyChange& key = plan.keys[slot];
     const Index& index = file_.IndexAt(slot);
-    if (index.duplicates || key.after.Size() == 0 || !key.Moves()) continue;
-    if (!Claim(ClaimOf(index, key.after))) return kRecordInUse;
+    if (index.duplicates || !plan.Adds(slot)) continue;
+    if (!Claim(ClaimOf(index, plan.keys[slot].after))) return kRecordInUse;
   }
   return kOk;
 }
@@ -166,20 +165,22 @@ Status WriteScope::Confirm() {
   return kOk;
 }
 
-uint64_t WriteScope::Carry(const WritePlan& plan, ByteView image) {
+Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
   Transaction& running = session_.Running();
-  carried_ = true;
   newClaims_.clear();
   newRecords_ = 0;
-  if (kind_ != TransactionKind::Exclusive) return Writer().Carry(plan, image);
-  if (running.broken != kOk) throw Failure{running.broken};
-  if (running.writers.front().get() != &file_) file_.Part().changed.insert(plan.position);
+  const bool exclusive = kind_ == TransactionKind::Exclusive;
+  if (exclusive && running.broken != kOk) throw Failure{running.broken};
   try {
-    return Writer().Carry(plan, image);
+    if (const Status status = Writer().Carry(plan, image, version)) return status;
   } catch (const Failure& failure) {
-    running.broken = failure.status;
+    if (exclusive) running.broken = failure.status;
     throw;
   }
+  if (exclusive && running.writers.front().get() != &file_) {
+    file_.Part().changed.insert(plan.position);
+  }
+  return kOk;
 }
 
 void WriteScope::Commit() {

@@ -27,6 +27,8 @@ class WriteScope {
   Status Blocked() const noexcept { return blocked_; }
   bool IsDirect() const noexcept { return kind_ != TransactionKind::Concurrent; }
   RecordWriter Writer() noexcept { return RecordWriter(file_, IsDirect()); }
+  // Carry itself finds out whether a new record's values are taken.
+  bool RefusesTaken() const noexcept { return IsDirect() && blocked_ == kOk; }
   // For a new record: 0, 18 when all numbers are taken, or as Unsettled.
   [[nodiscard]] Status NewPosition(uint32_t& position);
 
@@ -35,7 +37,8 @@ class WriteScope {
   [[nodiscard]] Status ClaimKeys(const WritePlan& plan);
   // kLookAgain when what was planned upon may no longer hold.
   [[nodiscard]] Status Confirm();
-  uint64_t Carry(const WritePlan& plan, ByteView image);
+  // As RecordWriter::Carry.
+  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version);
   void Commit();
 
  private:
@@ -54,7 +57,6 @@ class WriteScope {
   FileLocks::Activity activity_;
   Status unsettled_ = kOk;
   Status blocked_ = kOk;
-  bool carried_ = false;
   std::vector<HeldByte> brief_;
   // Got for a concurrent transaction by a write that is not carried yet: claims, and the last ones
   // of the records that the transaction holds.

@@ -11,7 +11,8 @@ namespace bench {
 void Figure(const std::string& name, double limit, void (*ours)(), void (*yardstick)(),
             int repetitions = 5);
 
-// Runs every figure and prints the table. Returns 0; 1 when a figure misses its limit.
+// Runs every figure, or those that --benchmark_filter=REGEX names, and prints the table. Returns 0;
+// 1 when a figure misses its limit.
 int RunRatios(int argc, char** argv);
 
 // A fresh folder of this process, removed at its end.
