@@ -1,93 +1,120 @@
+#include "btrieve/BaseWalk.h"
+
 #include <algorithm>
 
-#include "btrieve/Layout.h"
-#include "btrieve/Storage.h"
-
 namespace btrieve {
-namespace {
 
-// The record may be missing only in a damaged file; an inner join would pass over it in silence.
-std::string WalkAlongKey(uint16_t id, bool forward) {
-  return "SELECT k.pos, r.ver, r.num, r.data, k.e FROM " + EntryTable(id) +
-         " AS k LEFT JOIN rec AS r ON r.pos=k.pos WHERE k.e" +
-         (forward ? ">=? ORDER BY k.e" : "<? ORDER BY k.e DESC");
-}
-
-constexpr const char* kStepForward =
-    "SELECT pos, ver, num, data FROM rec WHERE pos>=? ORDER BY pos";
-constexpr const char* kStepBackward =
-    "SELECT pos, ver, num, data FROM rec WHERE pos<? ORDER BY pos DESC";
-
-}  // namespace
-
-Statement Storage::TakeWalk(int slot, bool forward) {
-  auto& pool = slot == kPhysicalSlot ? (forward ? stepForward_ : stepBackward_)
-                                     : (forward ? indexes_[slot].forward : indexes_[slot].backward);
-  if (!pool.empty()) {
-    Statement statement = std::move(pool.back());
-    pool.pop_back();
-    return statement;
-  }
-  if (slot == kPhysicalSlot) return connection_.Prepare(forward ? kStepForward : kStepBackward);
-  return connection_.Prepare(WalkAlongKey(indexes_[slot].id, forward));
-}
-
-void Storage::ReturnWalk(int slot, bool forward, Statement statement) noexcept {
-  auto& pool = slot == kPhysicalSlot ? (forward ? stepForward_ : stepBackward_)
-                                     : (forward ? indexes_[slot].forward : indexes_[slot].backward);
-  pool.push_back(std::move(statement));
+void BaseWalk::Enter(Storage& storage, int slot) {
+  if (storage_ == &storage && slot_ == slot) return;
+  End();
+  const bool along = slot != kPhysicalSlot;
+  tree_.Open(storage.Link().Get(), along ? TreeCursor::Kind::Entries : TreeCursor::Kind::Rows,
+             along ? storage.Indexes()[slot].root : storage.RecordRoot());
+  storage_ = &storage;
+  slot_ = slot;
+  storage.AddWalk(*this);
 }
 
 void BaseWalk::Start(Storage& storage, int slot, bool forward, ByteView bound) {
-  if (!IsLive(slot, forward) || storage_ != &storage) {
-    End();
-    statement_ = storage.TakeWalk(slot, forward);
-    storage.walks_.push_back(this);
-    storage_ = &storage;
-    slot_ = slot;
-    forward_ = forward;
-  } else {
-    statement_.Reset();
-  }
-  atEnd_ = false;
-  bound_.Assign(bound);
+  Enter(storage, slot);
+  forward_ = forward;
+  ahead_ = Ahead::None;
+  next_ = end_ = 0;
+  together_ = 1;
+  failed_.reset();
+  bool found;
   if (slot == kPhysicalSlot) {
-    statement_.Bind(1, BoundPosition(bound));
     onward_.Begin(forward, BoundPosition(bound));
+    found = tree_.SeekRow(BoundPosition(bound));
   } else {
-    statement_.Bind(1, bound_.View());
     onward_.Begin(forward, bound);
+    found = tree_.SeekEntry(bound);
   }
+  ahead_ = !forward ? Ahead::Further : found ? Ahead::First : Ahead::None;
+}
+
+bool BaseWalk::Move() {
+  if (ahead_ == Ahead::Further) {
+    if (!(forward_ ? tree_.Next() : tree_.Previous())) ahead_ = Ahead::None;
+  } else if (ahead_ == Ahead::First) {
+    ahead_ = Ahead::Further;
+  }
+  return ahead_ != Ahead::None;
+}
+
+void BaseWalk::TakeComing() {
+  Coming& coming = coming_[end_];
+  RowReader entry(tree_.Payload());
+  coming.entry = entry.TakeBytes();
+  coming.position = CheckedPosition(entry.TakeNumber());
+  CheckEntry(coming.entry, storage_->Indexes()[slot_].EntrySize());
+  onward_.Meet(coming.entry);
+  ++end_;
+  coming.spot = {};
+  if (together_ != 1) coming.spot = storage_->Records().Guess(coming.position);
+}
+
+// False at the end. Entries stay readable while the tree's cursor stays in their page. A search for
+// one record looks no further than that; damage further on is told when it is come to.
+bool BaseWalk::LookAhead() {
+  if (failed_) throw *failed_;
+  next_ = end_ = 0;
+  try {
+    do {
+      if (!Move()) break;
+      TakeComing();
+    } while (end_ < together_ && tree_.StaysInPage(forward_));
+  } catch (const Failure& failure) {
+    if (end_ == 0) throw;
+    failed_ = failure;
+  }
+  for (size_t at = 0; at < end_; ++at) storage_->Records().Prefetch(coming_[at].spot);
+  together_ = std::min(4 * together_, kTogether);
+  return end_ != 0;
+}
+
+ByteView BaseWalk::RecordOf(const Coming& coming) {
+  ByteView row;
+  const bool found = storage_->Records().TakeSpot(coming.spot, coming.position, row) ||
+                     storage_->FindRow(coming.position, row);
+  if (!found) ThrowDamaged();
+  return row;
+}
+
+bool BaseWalk::StepAlong(Hit& hit) {
+  if (next_ == end_ && !LookAhead()) return false;
+  const Coming& coming = coming_[next_++];
+  hit.entry = coming.entry;
+  hit.position = coming.position;
+  TakeRecord(storage_->Spec(), RecordOf(coming), hit);
+  return true;
+}
+
+bool BaseWalk::StepByPlace(Hit& hit) {
+  if (!Move()) return false;
+  int64_t position = 0;
+  hit.entry = {};
+  TakeRecord(storage_->Spec(), tree_.Payload(&position), hit);
+  hit.position = CheckedPosition(position);
+  onward_.Meet(hit.position);
+  return true;
 }
 
 bool BaseWalk::Step(Hit& hit) {
-  if (!storage_ || atEnd_) return false;
-  if (!statement_.Step()) {
-    atEnd_ = true;
-    return false;
-  }
-  if (statement_.IsNull(1)) ThrowDamaged();
-  hit.position = CheckedPosition(statement_.Number(0));
-  hit.version = static_cast<uint64_t>(statement_.Number(1));
-  hit.numbers = statement_.Bytes(2);
-  hit.data = statement_.Bytes(3);
-  hit.entry = slot_ == kPhysicalSlot ? ByteView() : statement_.Bytes(4);
-  CheckRecord(storage_->spec_, hit.data, hit.numbers);
-  if (slot_ == kPhysicalSlot) {
-    onward_.Meet(hit.position);
-  } else {
-    CheckEntry(hit.entry, storage_->indexes_[slot_].EntrySize());
-    onward_.Meet(hit.entry);
-  }
-  return true;
+  if (!storage_) return false;
+  return slot_ == kPhysicalSlot ? StepByPlace(hit) : StepAlong(hit);
+}
+
+void BaseWalk::ReadAgain(Hit& hit) {
+  ByteView row;
+  if (!storage_->FindRow(hit.position, row)) ThrowDamaged();
+  TakeRecord(storage_->Spec(), row, hit);
 }
 
 void BaseWalk::End() noexcept {
   if (!storage_) return;
-  statement_.Reset();
-  auto& walks = storage_->walks_;
-  walks.erase(std::find(walks.begin(), walks.end(), this));
-  storage_->ReturnWalk(slot_, forward_, std::move(statement_));
+  tree_.Close();
+  storage_->RemoveWalk(*this);
   storage_ = nullptr;
 }
 

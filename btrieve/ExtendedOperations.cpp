@@ -1,6 +1,5 @@
 // Extended reads: many records in one call, judged where they lie in the storage's pages.
 #include "btrieve/ExtendedRequest.h"
-#include "btrieve/PageScan.h"
 #include "btrieve/Reading.h"
 
 namespace btrieve {
@@ -29,8 +28,7 @@ class ExtendedRead {
         request_(request),
         writer_({call.data, std::min<size_t>(call.room, kMaxExtendedSize)}, request.Fields()),
         forward_(forward),
-        along_(along),
-        byPages_(!call.File().Uncommitted() && call.lock.kind == LockKind::None) {}
+        along_(along) {}
 
   Status Run() {
     Begin();
@@ -52,16 +50,10 @@ class ExtendedRead {
         request_.BeginsWithCurrent() && (along_ || cursor_.place == Cursor::Place::On);
     const bool goesOn = !withCurrent && cursor_.walkIsHere && cursor_.walk.IsLive(Slot(), forward_);
     cursor_.walkIsHere = false;
-    if (goesOn && !byPages_) return;
+    if (goesOn) return;
     const Entry bound = along_ ? FirstBoundAlong(withCurrent) : FirstBoundByPlace(withCurrent);
-    if (byPages_) {
-      scan_.Start(call_.File().Base(), Slot(), forward_, bound.View());
-    } else {
-      cursor_.walk.Start(call_.File(), Slot(), forward_, bound.View());
-    }
+    cursor_.walk.Start(call_.File(), Slot(), forward_, bound.View());
   }
-
-  bool Step(Hit& hit) { return byPages_ ? scan_.Step(hit) : cursor_.walk.Step(hit); }
 
   // A walk with the current entry begins where one in the other direction would go on without it.
   Entry FirstBoundAlong(bool withCurrent) const noexcept {
@@ -97,7 +89,7 @@ class ExtendedRead {
   Status Search() {
     Status status = kOk;
     Hit hit;
-    while (Step(hit)) {
+    while (cursor_.walk.Step(hit)) {
       if (Examine(hit, status) == Next::Stop) return status;
     }
     cursor_.walkIsHere = false;
@@ -122,7 +114,7 @@ class ExtendedRead {
 
   Next StopOn(const Hit& hit) noexcept {
     last_.Take(hit);
-    cursor_.walkIsHere = !byPages_;
+    cursor_.walkIsHere = true;
     return Next::Stop;
   }
 
@@ -173,8 +165,6 @@ class ExtendedRead {
   ReplyWriter writer_;
   bool forward_;
   bool along_;
-  bool byPages_;  // nothing but the file itself is to be seen, and nothing changes meanwhile
-  PageScan scan_;
   uint32_t rejected_ = 0;
   Examined last_;
 };
@@ -191,11 +181,7 @@ Status ReadExtended(Call& call, bool forward, bool along) {
   }
   if (along) request.BindLimit(spec.keys[call.slot], forward);
   if (const Status status = call.session.PrepareRead(call.File(), call.lock.wait)) return status;
-  Storage& base = call.File().Base();
-  const Status status = ExtendedRead(call, forward, along, request).Run();
-  // What a transaction writes before it next reads must find no page held.
-  if (base.IsWriting()) base.Pages().Clear();
-  return status;
+  return ExtendedRead(call, forward, along, request).Run();
 }
 
 }  // namespace

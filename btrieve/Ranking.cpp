@@ -7,7 +7,10 @@ namespace {
 
 RankIndex& Ranks(DataFile& file, int slot) {
   RankIndex& ranks = file.Base().Ranks(slot);
-  if (file.Base().IsWriting()) ranks.Flush();
+  if (file.Base().IsWriting()) {
+    file.Base().EndWalks();
+    ranks.Flush();
+  }
   return ranks;
 }
 

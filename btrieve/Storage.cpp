@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "btrieve/BaseWalk.h"
 #include "btrieve/HostFile.h"
 #include "btrieve/Layout.h"
-#include "btrieve/Tree.h"
 
 namespace btrieve {
 namespace {
@@ -67,11 +67,9 @@ void Storage::Close() noexcept {
   indexes_.clear();
   physicalRanks_.reset();
   for (Statement* statement : {&begin_, &beginWrite_, &commit_, &rollback_, &readHead_, &writeHead_,
-                               &fetch_, &insertRow_, &updateRow_, &deleteRow_}) {
+                               &insertRow_, &updateRow_, &deleteRow_}) {
     *statement = Statement();
   }
-  stepForward_.clear();
-  stepBackward_.clear();
   logHead_ = nullptr;
   connection_.Close();
 }
@@ -83,7 +81,6 @@ void Storage::Prepare() {
   rollback_ = connection_.Prepare("ROLLBACK");
   readHead_ = connection_.Prepare("SELECT n FROM head WHERE id=1");
   writeHead_ = connection_.Prepare("UPDATE head SET n=? WHERE id=1");
-  fetch_ = connection_.Prepare("SELECT ver, num, data FROM rec WHERE pos=?");
   insertRow_ = connection_.Prepare("INSERT INTO rec(pos, ver, num, data) VALUES(?, ?, ?, ?)");
   updateRow_ = connection_.Prepare("UPDATE rec SET ver=?2, num=?3, data=?4 WHERE pos=?1");
   deleteRow_ = connection_.Prepare("DELETE FROM rec WHERE pos=?");
@@ -193,8 +190,23 @@ void Storage::LeaveRead() noexcept {
 
 void Storage::EndWalks() noexcept {
   while (!walks_.empty()) walks_.back()->End();
+  records_.Close();
   pages_.Clear();
-  if (fetch_) fetch_.Reset();
+}
+
+void Storage::AddWalk(BaseWalk& walk) {
+  walks_.reserve(kMostWalks);
+  if (walks_.size() == kMostWalks) walks_.front()->End();
+  walks_.push_back(&walk);
+}
+
+void Storage::RemoveWalk(BaseWalk& walk) noexcept { std::erase(walks_, &walk); }
+
+TreeCursor& Storage::Records() {
+  if (!records_.IsOpen()) {
+    records_.Open(connection_.Get(), TreeCursor::Kind::Rows, recordRoot_, &pages_);
+  }
+  return records_;
 }
 
 // A mark beside a held write lock is that of a commit which is being made.
@@ -285,12 +297,19 @@ void Storage::RollbackWrite() noexcept {
   if (!head_.Load(knownHead_, indexes_.size())) knownHead_.clear();
 }
 
+bool Storage::FindRow(uint32_t position, ByteView& row) {
+  TreeCursor& records = Records();
+  if (!records.SeekRow(position) || records.Row() != position) return false;
+  row = records.Payload();
+  return true;
+}
+
 bool Storage::Fetch(uint32_t position, Hit& hit) {
-  fetch_.Reset();
-  fetch_.Bind(1, position);
-  if (!fetch_.Step()) return false;
-  hit = {position, static_cast<uint64_t>(fetch_.Number(0)), fetch_.Bytes(2), fetch_.Bytes(1), {}};
-  CheckRecord(spec_, hit.data, hit.numbers);
+  ByteView row;
+  if (!FindRow(position, row)) return false;
+  hit.position = position;
+  hit.entry = {};
+  TakeRecord(spec_, row, hit);
   return true;
 }
 

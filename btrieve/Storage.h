@@ -18,10 +18,10 @@
 #include "btrieve/KeySpec.h"
 #include "btrieve/LogFormat.h"
 #include "btrieve/OrderNumbers.h"
-#include "btrieve/PagePool.h"
 #include "btrieve/RankIndex.h"
 #include "btrieve/RowRules.h"
 #include "btrieve/Sqlite.h"
+#include "btrieve/Tree.h"
 
 namespace btrieve {
 
@@ -30,7 +30,7 @@ class BaseWalk;
 // The slot of the physical order, where a slot names a key by its place in FileSpec::keys.
 inline constexpr int kPhysicalSlot = -1;
 
-// A record found. The views are valid until the next use of what found it, or a write.
+// A record found. The views are valid until the file's next read, or a write.
 struct Hit {
   uint32_t position = 0;
   uint64_t version = 0;
@@ -59,8 +59,6 @@ struct Index {
   uint32_t root = 0;  // the first page of its table
   Statement insert;
   Statement remove;
-  std::vector<Statement> forward;  // walks that nobody uses now
-  std::vector<Statement> backward;
   std::unique_ptr<RankIndex> ranks;
 
   size_t EntrySize() const noexcept {
@@ -94,8 +92,8 @@ class Storage {
   Head& Counts() noexcept { return head_; }
   const Connection& Link() const noexcept { return connection_; }
   uint32_t RecordRoot() const noexcept { return recordRoot_; }
-  // Cleared by itself when walks end.
-  PagePool& Pages() noexcept { return pages_; }
+  // The records' tree, standing wherever the last one looked there. Closed when walks end.
+  TreeCursor& Records();
   RankIndex& PhysicalRanks() noexcept { return *physicalRanks_; }
   RankIndex& Ranks(int slot) { return slot < 0 ? *physicalRanks_ : *indexes_[slot].ranks; }
 
@@ -123,11 +121,15 @@ class Storage {
   void CommitWrite();
   void RollbackWrite() noexcept;
   bool IsWriting() const noexcept { return writing_; }
-  // Ends all walks; to be called before rows change.
+  // Ends all walks and lets all pages go; to be called before rows change.
   void EndWalks() noexcept;
+  // A walk that holds pages from now on. Of too many, the one that began first ends.
+  void AddWalk(BaseWalk& walk);
+  void RemoveWalk(BaseWalk& walk) noexcept;
 
   // False when there is none.
   bool Fetch(uint32_t position, Hit& hit);
+  bool FindRow(uint32_t position, ByteView& row);
   // The position of the first entry at or above `from` and below `to`; 0 without one.
   uint32_t FindEntry(int slot, const Entry& from, const Entry& to);
 
@@ -154,7 +156,7 @@ class Storage {
   void WriteOwner(const OwnerRecord& owner);
 
  private:
-  friend class BaseWalk;
+  static constexpr size_t kMostWalks = 16;  // each holds some five pages
 
   bool IsMarked() const noexcept { return logHead_ && IsCommitMarked(logHead_); }
   void TryRuleOutLostCommit() noexcept;
@@ -174,8 +176,6 @@ class Storage {
   void RememberLogHead() noexcept;
   void FlushCounts();
   void BuildIndex(Index& index, size_t slot);
-  Statement TakeWalk(int slot, bool forward);
-  void ReturnWalk(int slot, bool forward, Statement statement) noexcept;
 
   Connection connection_;
   FileSpec spec_;
@@ -193,42 +193,22 @@ class Storage {
   uint16_t nextKeyId_ = 1;
   uint32_t recordRoot_ = 0;
   PagePool pages_;
+  TreeCursor records_;
 
   Statement begin_, beginWrite_, commit_, rollback_;
   Statement readHead_, writeHead_;
-  Statement fetch_, insertRow_, updateRow_, deleteRow_;
-  std::vector<Statement> stepForward_, stepBackward_;
-  std::vector<BaseWalk*> walks_;  // those that hold a statement
+  Statement insertRow_, updateRow_, deleteRow_;
+  std::vector<BaseWalk*> walks_;  // those that hold pages, the oldest first
 };
 
-// Goes through the committed entries of a key, or through the records by position, one after the
-// other. It stops by itself when the file is written to or read anew.
-class BaseWalk {
- public:
-  BaseWalk() = default;
-  ~BaseWalk() { End(); }
-  BaseWalk(const BaseWalk&) = delete;
-  BaseWalk& operator=(const BaseWalk&) = delete;
-
-  bool IsLive(int slot, bool forward) const noexcept {
-    return storage_ != nullptr && slot_ == slot && forward_ == forward;
-  }
-  // Forward: entries at or above the bound. Backward: those below it, from the last one down.
-  void Start(Storage& storage, int slot, bool forward, ByteView bound);
-  // False at the end, and ever after.
-  bool Step(Hit& hit);
-  void End() noexcept;
-
- private:
-  friend class Storage;
-
-  Storage* storage_ = nullptr;
-  Statement statement_;
-  Entry bound_;
-  Onward onward_;
-  int slot_ = 0;
-  bool forward_ = true;
-  bool atEnd_ = false;
-};
+// The columns of a record's row.
+inline void TakeRecord(const FileSpec& spec, ByteView row, Hit& hit) {
+  RowReader record(row);
+  record.Skip();  // the position, which the tree itself keeps
+  hit.version = static_cast<uint64_t>(record.TakeNumber());
+  hit.numbers = record.TakeBytes();
+  hit.data = record.TakeBytes();
+  CheckRecord(spec, hit.data, hit.numbers);
+}
 
 }  // namespace btrieve

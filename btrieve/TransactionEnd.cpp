@@ -66,6 +66,7 @@ void Session::Begin(TransactionKind kind, LockRequest readLock, bool retriesWrit
 // follows, the intent goes with the same commit.
 void Session::CommitOne(DataFile& file) {
   Participation& part = file.Part();
+  file.Base().EndWalks();
   if (!part.writes) file.Base().BeginWrite();
   std::unique_ptr<Overlay> changes = std::move(part.overlay);
   VersionMap versions;
@@ -141,6 +142,7 @@ void Session::CommitParts() {
     coordinator.Base().BeginWrite();
     coordinator.Part().writes = true;
   }
+  coordinator.Base().EndWalks();
   for (size_t at = 1; at < writers.size(); ++at) {
     LogChanged(coordinator, parts[at - 1], *writers[at]);
     TakeSettlerByte(*writers[at]);

@@ -1,5 +1,7 @@
 #include "btrieve/Tree.h"
 
+#include <algorithm>
+
 #include "btrieve/CheckedVfs.h"
 #include "btrieve/Layout.h"
 #include "btrieve/sqlite/SqlitePages.h"
@@ -51,8 +53,12 @@ void TreeCursor::Open(sqlite3* connection, Kind kind, uint32_t root, PagePool* p
 }
 
 void TreeCursor::Close() noexcept {
-  for (Level& level : levels_) level = Level();
+  for (Level& level : levels_) {
+    if (level.number == 0) break;  // no deeper one was ever used
+    level = Level();
+  }
   depth_ = 0;
+  guessed_ = nullptr;
 }
 
 TreeCursor::Page TreeCursor::PageOf(const uint8_t* bytes) const {
@@ -77,9 +83,9 @@ const uint8_t* TreeCursor::Fetch(uint32_t number, PageRef& held) const {
 void TreeCursor::Push(uint32_t number) {
   if (depth_ == kDeepest) ThrowDamaged();
   Level& level = levels_[depth_];
+  level.number = number;  // before anything throws: Close goes by it
   static_cast<Page&>(level) = PageOf(Fetch(number, level.held));
   if (depth_ > 0 && level.cells == 0) ThrowDamaged();  // only a root may be empty
-  level.number = number;
   level.at = 0;
   ++depth_;
 }
@@ -162,22 +168,35 @@ uint32_t TreeCursor::FirstRowNotBelow(const Page& page, int64_t row) const {
   return low;
 }
 
+// Unsigned: in a damaged page the rows may be any numbers.
+TreeCursor::Spot TreeCursor::GuessedSpot(int64_t row) const noexcept {
+  const uint64_t cell = static_cast<uint64_t>(row) - static_cast<uint64_t>(guessedAbove_) - 1;
+  return {guessed_, static_cast<uint32_t>(std::min<uint64_t>(cell, UINT32_MAX))};
+}
+
 // Positions are mostly given without gaps, so a row is where it would then be, counted from the
 // last row of the page before, which the page above tells.
 TreeCursor::Spot TreeCursor::Guess(int64_t row) {
   if (!pool_) return {};
+  if (guessed_ && row > guessedAbove_ && row <= guessedUpTo_) return GuessedSpot(row);
   Page page = levels_[0];
   int64_t before = 0;
+  int64_t last = INT64_MAX;
   for (size_t depth = 1; !page.leaf; ++depth) {
     const uint32_t at = FirstRowNotBelow(page, row);
     if (at != 0) before = RowAt(page, at - 1);
+    if (at != page.cells) last = RowAt(page, at);
     PageRef held;
     const uint8_t* bytes = Fetch(ChildAt(page, at), held);
     if (held.Bytes() || depth == kDeepest) return {};
     __builtin_prefetch(bytes);
     __builtin_prefetch(bytes + 64);
     if (depth + 1 == depth_) {  // a leaf, which is not looked at before it has arrived
-      return row > before ? Spot{bytes, static_cast<uint32_t>(row - before - 1)} : Spot{};
+      if (row <= before) return {};
+      guessed_ = bytes;
+      guessedAbove_ = before;
+      guessedUpTo_ = last;
+      return GuessedSpot(row);
     }
     page = PageOf(bytes);
   }

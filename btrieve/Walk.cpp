@@ -30,7 +30,7 @@ void Walk::AdvanceBase() {
   if (ahead_ != Ahead::Unknown) return;
   while (base_.Step(baseHit_)) {
     if (overlay_->Find(baseHit_.position)) continue;
-    ahead_ = Ahead::Held;
+    ahead_ = Ahead::Read;
     return;
   }
   ahead_ = Ahead::None;
@@ -83,12 +83,14 @@ bool Walk::StepMerged(Hit& hit) {
   AdvanceBase();
   Hit overlaid;
   const bool found = FindOverlaid(overlaid);
-  if (ahead_ == Ahead::Held && (!found || BaseComesFirst(overlaid))) {
+  if (ahead_ != Ahead::None && (!found || BaseComesFirst(overlaid))) {
+    if (ahead_ == Ahead::Kept) base_.ReadAgain(baseHit_);
     hit = baseHit_;
     ahead_ = Ahead::Unknown;
     return true;
   }
   if (!found) return false;
+  if (ahead_ == Ahead::Read) ahead_ = Ahead::Kept;
   hit = overlaid;
   PassOverlaid(overlaid);
   return true;

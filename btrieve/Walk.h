@@ -2,8 +2,8 @@
 // state, with the client's own uncommitted changes in their places.
 #pragma once
 
+#include "btrieve/BaseWalk.h"
 #include "btrieve/Overlay.h"
-#include "btrieve/Storage.h"
 
 namespace btrieve {
 
@@ -21,7 +21,8 @@ class Walk {
   void End() noexcept { base_.End(); }
 
  private:
-  enum class Ahead : uint8_t { Unknown, Held, None };
+  // Kept: read before others were.
+  enum class Ahead : uint8_t { Unknown, Read, Kept, None };
 
   bool StepMerged(Hit& hit);
   void AdvanceBase();
