@@ -211,5 +211,70 @@ TEST(Keys, LongestKeyAndManyOfThem) {
   EXPECT_EQ(file.Walk(118), ToHex(high) + " " + ToHex(low));
 }
 
+// Three unique keys and, between them, one with duplicates: whichever refuses a record, the others
+// keep nothing of it.
+class Refusal : public testing::TestWithParam<int> {
+ protected:
+  Refusal()
+      : file_(CreateBlock({.recordLength = 16}, {{.type = 1},
+                                                 {.position = 5, .flags = 0x101, .type = 1},
+                                                 {.position = 9, .type = 1},
+                                                 {.position = 13, .type = 1}})) {}
+
+  static Bytes Row(int32_t first, int32_t second, int32_t third, int32_t fourth) {
+    return Number(first) + Number(second) + Number(third) + Number(fourth);
+  }
+  void Begin() {
+    if (GetParam() == 0) return;
+    ASSERT_EQ(file_.Call(GetParam(), {}).status, 0);
+  }
+  void End() {
+    if (GetParam() == 0) return;
+    ASSERT_EQ(file_.Call(kEnd, {}).status, 0);
+  }
+  void ExpectAlongAllKeys(const std::vector<Bytes>& rows) {
+    std::string walk;
+    for (const Bytes& row : rows) walk += (walk.empty() ? "" : " ") + ToHex(row);
+    for (int key = 0; key < 4; ++key) EXPECT_EQ(file_.Walk(key), walk) << "key " << key;
+    uint16_t last = 10000;
+    const CallOut out = file_.Call(kGetByPercentage, {.data = Number(last), .room = 16});
+    EXPECT_EQ(ToHex(out.Returned()), ToHex(rows.back()));
+  }
+
+  TestFile file_;
+};
+
+TEST_P(Refusal, LeavesNoEntryInAnyKey) {
+  const Bytes one = Row(1, 1, 1, 1);
+  const Bytes two = Row(2, 2, 2, 2);
+  ASSERT_EQ(file_.Insert(one), 0);
+  Begin();
+  for (const Bytes& twin : {Row(1, 2, 2, 2), Row(2, 2, 1, 2), Row(2, 1, 2, 1), Row(2, 2, 1, 1)}) {
+    EXPECT_EQ(file_.Insert(twin), kDuplicateKey);
+    EXPECT_EQ(file_.Counts(), "1 1,1,1,1");
+  }
+  ExpectAlongAllKeys({one});
+  EXPECT_EQ(file_.Insert(two), 0);
+  End();
+  EXPECT_EQ(file_.Counts(), "2 2,2,2,2");
+  ExpectAlongAllKeys({one, two});
+}
+
+TEST_P(Refusal, KeepsTheRecordsBeforeItInOneCall) {
+  const std::vector<Bytes> rows = {Row(1, 1, 1, 1), Row(2, 1, 2, 2), Row(3, 1, 3, 1)};
+  Begin();
+  Bytes data = Number(uint16_t{3});
+  for (const Bytes& row : rows) data = data + Number(uint16_t{16}) + row;
+  const CallOut out = file_.Call(kInsertExtended, {.data = data, .keyNumber = -1});
+  EXPECT_EQ(out.status, kDuplicateKey);
+  EXPECT_EQ(NumberAt<uint16_t>(out.data, 0), 2);
+  EXPECT_EQ(file_.Insert(Row(3, 1, 3, 3)), 0);
+  End();
+  EXPECT_EQ(file_.Counts(), "3 3,1,3,3");
+  ExpectAlongAllKeys({rows[0], rows[1], Row(3, 1, 3, 3)});
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, Refusal, testing::Values(0, kBegin, kConcurrent + kBegin));
+
 }  // namespace
 }  // namespace btrieve::test
