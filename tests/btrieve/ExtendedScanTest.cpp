@@ -5,6 +5,7 @@
 #include <random>
 
 #include "TestFile.h"
+#include "btrieve/PagePool.h"
 #include "kit/Descriptor.h"
 
 namespace btrieve::test {
@@ -51,8 +52,8 @@ class ExtendedScan : public testing::Test {
   }
 
   // A read into too little room moves the cursor all the same.
-  CallOut Read(int operation, int key) {
-    CallOut out = file_.Call(operation, {.room = 200, .keyNumber = key});
+  CallOut Read(int operation, int key, int block = 0) {
+    CallOut out = file_.Call(operation, {.room = 200, .keyNumber = key}, block);
     if (out.status == kDataBufferLength) out.status = 0;
     return out;
   }
@@ -142,6 +143,73 @@ TEST_F(ExtendedScan, GoesTogetherWithWrites) {
     const int end = begin != 0 ? file_.Call(kEnd, {}).status : 0;
     ASSERT_EQ(end, 0);
   }
+}
+
+// More cursors than may hold pages at a time, each somewhere else, and commits in between.
+TEST_F(ExtendedScan, ManyCursorsGoOnSideBySide) {
+  std::vector<std::vector<int32_t>> expected;
+  for (const Direction& to : kDirections) expected.push_back(Single(to));
+  for (int block = 1; block < kBlocks; ++block) ASSERT_EQ(file_.Open(0, block), 0);
+  std::vector<size_t> met(kBlocks);
+  for (int round = 0; round < 50; ++round) {
+    for (int block = 1; block < kBlocks; ++block) {
+      const size_t at = block % std::size(kDirections);
+      const Direction& to = kDirections[at];
+      for (int step = block % 3; step >= 0; --step) {
+        const int operation = met[block] == 0 ? to.first : to.next;
+        const CallOut out = Read(operation, to.key, block);
+        ASSERT_EQ(out.status, 0) << to.name;
+        ASSERT_EQ(NumberAt<int32_t>(out.data, 0), expected[at][met[block]++]) << to.name;
+      }
+    }
+    if (round % 7 != 3) continue;
+    const CallOut first = Read(kGetFirst, 0);
+    ASSERT_EQ(file_.Call(kUpdate, {.data = first.Returned(), .keyNumber = 0}).status, 0);
+  }
+}
+
+TEST_F(ExtendedScan, TurnsRoundAnywhere) {
+  for (size_t at = 0; at < std::size(kDirections); at += 2) {
+    const Direction& to = kDirections[at];
+    const Direction& back = kDirections[at + 1];
+    SCOPED_TRACE(to.name);
+    const std::vector<int32_t> expected = Single(to);
+    Read(to.first, to.key);
+    size_t place = 0;
+    for (int turn = 0; turn < 60; ++turn) {
+      for (unsigned ahead = 1 + random_() % 40; ahead > 0; --ahead) {
+        ASSERT_EQ(NumberAt<int32_t>(Read(to.next, to.key).data, 0), expected[++place]);
+      }
+      for (unsigned behind = 1 + random_() % 30; behind > 0 && place > 0; --behind) {
+        ASSERT_EQ(NumberAt<int32_t>(Read(back.next, to.key).data, 0), expected[--place]);
+      }
+      if (place + 41 > expected.size()) break;
+    }
+  }
+}
+
+// One record a page, more of them than may be held.
+TEST(HeldPages, AreBoundedAndLetGo) {
+  constexpr int kMany = static_cast<int>(PagePool::kMostHeld) + 500;
+  TestFile file(CreateBlock({.recordLength = 3500}, {{.flags = 0x102, .type = 1}}));
+  file.Call(kBegin, {});
+  Bytes record(3500, 'x');
+  for (int32_t id = 0; id < kMany; ++id) {
+    const int32_t scattered = static_cast<int32_t>(id * 2654435761u);
+    std::memcpy(record.data(), &scattered, sizeof scattered);
+    ASSERT_EQ(file.Insert(record), 0);
+  }
+  EXPECT_EQ(PagePool::HeldByAll(), 0u);
+  ASSERT_EQ(file.Call(kEnd, {}).status, 0);
+  int met = 0;
+  for (int operation = kGetFirst; file.Call(operation, {.room = 3500}).status == 0; ++met) {
+    operation = kGetNext;
+    ASSERT_LE(PagePool::HeldByAll(), PagePool::kMostHeld);
+  }
+  EXPECT_EQ(met, kMany);
+  EXPECT_GT(PagePool::HeldByAll(), 0u);
+  ASSERT_EQ(file.Close(), 0);
+  EXPECT_EQ(PagePool::HeldByAll(), 0u);
 }
 
 }  // namespace
