@@ -161,9 +161,9 @@ int main(int argc, char** argv) {
          9);
   Figure("100,000 records by extended reads along a key, over the scan by hand", 0.3, KeyExtended,
          KeyByHand, 9);
-  Figure("the answer by extended steps, over one step call a record", 0.5, StepExtended,
+  Figure("the answer by extended steps, over one step call a record", 1.0, StepExtended,
          StepOneCall);
-  Figure("the answer by extended reads along a key, over one get-next call a record", 0.2,
+  Figure("the answer by extended reads along a key, over one get-next call a record", 1.0,
          KeyExtended, KeyOneCall);
   Figure("1,000 records examined in a file of 500,000, over a file of 50,000", 2.0,
          FixedSearches<500000>, FixedSearches<50000>);

@@ -81,12 +81,13 @@ void FlatInOneArea() {
   WalkFlat([](void*) {});
 }
 
+// The types that SQL has for such fields: numbers are stored as numbers and asked for as text.
 constexpr char kHandTable[] =
-    "CREATE TABLE Orders(OrderNo INTEGER PRIMARY KEY, Customer TEXT, OrderDate TEXT, Total TEXT,"
+    "CREATE TABLE Orders(OrderNo INTEGER PRIMARY KEY, Customer TEXT, OrderDate TEXT, Total NUMERIC,"
     " Lines INTEGER, Remark TEXT)";
 constexpr char kHandRow[] =
     "INSERT INTO Orders VALUES(?1, '\u682A\u5F0F\u4F1A\u793E\u9752\u8449\u5546\u4E8B',"
-    " printf('2024/03/%02d', 1 + ?1 % 28), printf('%d.5', ?1 * 7), ?1, '')";
+    " printf('2024/03/%02d', 1 + ?1 % 28), ?1 * 7 + 0.5, ?1, '')";
 
 class HandOrders {
  public:
