@@ -118,6 +118,14 @@ TEST_P(TwoFiles, AbortUndoesBothAndEndKeepsBoth) {
   EXPECT_EQ(Both(), "1,2,3,4,5,9 | 1,2,7");
 }
 
+TEST_P(TwoFiles, AnEndLeavesNothingToTheNextTransaction) {
+  const std::string begin = GetParam();
+  people_.Run(begin + " ins0=9");
+  orders_.Run("ins0=7");
+  EXPECT_EQ(people_.Run("end " + begin + " abort " + begin + " eq0=9 del abort eq0=9"),
+            "ok ok ok ok 9 ok ok 9");
+}
+
 TEST_P(TwoFiles, BothAreWholeAfterReopening) {
   people_.Run(std::string(GetParam()) + " ins0=9");
   orders_.Run("ins0=7");
