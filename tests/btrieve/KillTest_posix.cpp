@@ -9,23 +9,12 @@
 #include <chrono>
 #include <random>
 
+#include "FaultsOf.h"
 #include "Remote.h"
 #include "kit/Plan.h"
-#include "tools/qrndata/TableChecks.h"
 
 namespace btrieve::test {
 namespace {
-
-// What the data tool's check has to say about a file's keys and records.
-std::string FaultsOf(const std::string& path) {
-  qrndata::BtrFile file(path, qrndata::Access::ReadOnly);
-  qrndata::Progress silent(nullptr, "", 0);
-  std::string text;
-  for (const std::string& fault : qrndata::CheckRecords(file, file.Stat(), silent)) {
-    text += fault + "\n";
-  }
-  return text;
-}
 
 class KillTest : public testing::Test {
  protected:
@@ -43,7 +32,8 @@ class KillTest : public testing::Test {
   }
 
   std::vector<std::string> Arguments(uint32_t steps, uint32_t killAt) const {
-    return {std::to_string(seed_),
+    return {"plan",
+            std::to_string(seed_),
             std::to_string(next_),
             std::to_string(steps),
             std::to_string(killAt),

@@ -9,9 +9,10 @@ namespace btrieve::test {
 
 class OtherProcess : public Client {
  public:
-  // Starts the worker, which stands beside this program. `arguments` choose its task; without any
-  // it serves calls.
-  explicit OtherProcess(const std::vector<std::string>& arguments = {});
+  // Starts the worker, which stands beside this program, or another one with arguments of its own
+  // before the worker's. These name its task, and what belongs to it.
+  explicit OtherProcess(const std::vector<std::string>& arguments = {"serve"},
+                        const std::vector<std::string>& program = {});
   // Ends it, as a process that dies, and waits until it has gone.
   ~OtherProcess() override;
   OtherProcess(const OtherProcess&) = delete;
@@ -30,7 +31,10 @@ class OtherProcess : public Client {
   // Keeps it from running, and lets it again.
   void Halt();
   void Resume();
+  // What it writes comes out here, and what goes in here is its input.
   int Output() const { return fromWorker_; }
+  int Input() const { return toWorker_; }
+  void CloseInput();
 
  private:
   pid_t process_ = -1;

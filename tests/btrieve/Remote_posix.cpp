@@ -38,7 +38,7 @@ std::vector<char*> PointersTo(std::vector<std::string>& arguments) {
 }
 
 // Asks for no memory: another thread may have been asking when this process was made its copy.
-[[noreturn]] void RunWorker(char* const* arguments, int input, int output) {
+[[noreturn]] void Run(char* const* arguments, int input, int output) {
   dup2(input, STDIN_FILENO);
   dup2(output, STDOUT_FILENO);
   execv(arguments[0], arguments);
@@ -47,15 +47,16 @@ std::vector<char*> PointersTo(std::vector<std::string>& arguments) {
 
 }  // namespace
 
-OtherProcess::OtherProcess(const std::vector<std::string>& arguments) {
+OtherProcess::OtherProcess(const std::vector<std::string>& arguments,
+                           const std::vector<std::string>& program) {
   signal(SIGPIPE, SIG_IGN);
-  const Pipe input;
-  const Pipe output;
-  std::vector<std::string> words = {WorkerPath()};
+  std::vector<std::string> words = program.empty() ? std::vector{WorkerPath()} : program;
   words.insert(words.end(), arguments.begin(), arguments.end());
   const std::vector<char*> pointers = PointersTo(words);
+  const Pipe input;
+  const Pipe output;
   process_ = fork();
-  if (process_ == 0) RunWorker(pointers.data(), input.read, output.write);
+  if (process_ == 0) Run(pointers.data(), input.read, output.write);
   close(input.read);
   close(output.write);
   toWorker_ = input.write;
@@ -64,8 +65,13 @@ OtherProcess::OtherProcess(const std::vector<std::string>& arguments) {
 
 OtherProcess::~OtherProcess() {
   Kill();
-  close(toWorker_);
+  CloseInput();
   close(fromWorker_);
+}
+
+void OtherProcess::CloseInput() {
+  if (toWorker_ >= 0) close(toWorker_);
+  toWorker_ = -1;
 }
 
 void OtherProcess::Kill() {

@@ -50,7 +50,7 @@ class SurvivorTest : public testing::TestWithParam<Case> {
 
   // False when the worker has survived its step.
   bool RunWorker(uint32_t killAt) {
-    OtherProcess worker({std::to_string(seed_), std::to_string(number_), "1",
+    OtherProcess worker({"plan", std::to_string(seed_), std::to_string(number_), "1",
                          std::to_string(killAt), paths_[0], paths_[1]});
     std::string said;
     char letter;

@@ -1,7 +1,8 @@
 #include "Plan.h"
 
 #include <random>
-#include <set>
+
+#include "WholeFile.h"
 
 namespace btrieve::test {
 namespace {
@@ -48,28 +49,12 @@ bool Perform(Client& client, const PlanOperation& operation) {
   return client.Call(operation.operation, operation.file, record).status == 0;
 }
 
-// The records that a first and a next operation reach, as "id=value" texts; keys sorted by the
-// index, so only the set is compared.
-std::set<std::string> Reached(Client& client, int file, int first, int next, int key) {
-  std::set<std::string> records;
-  const CallIn in{.room = kSize, .keyNumber = key};
-  CallOut out = client.Call(first, file, in);
-  for (; out.status == 0; out = client.Call(next, file, in)) records.insert(ToHex(out.data));
-  if (out.status != 9) records.insert("status " + std::to_string(out.status));
-  return records;
-}
-
 std::string ReadPlanFile(Client& client, int file, std::map<int32_t, int32_t>& records) {
-  const auto byPlace = Reached(client, file, kStepFirst, kStepNext, 0);
-  for (int key = 0; key < 4; ++key) {
-    if (Reached(client, file, kGetFirst, kGetNext, key) != byPlace) {
-      return "file " + std::to_string(file) + " key " + std::to_string(key) + " differs";
-    }
-  }
-  const CallOut stat = client.Call(kStat, file, {.room = 500});
-  if (NumberAt<uint32_t>(stat.data, 6) != byPlace.size()) return "count differs";
+  std::multiset<std::string> found;
+  const std::string differs = ReadEveryWay(client, file, 4, kSize, found);
+  if (!differs.empty()) return differs;
   records.clear();
-  for (const std::string& hex : byPlace) {
+  for (const std::string& hex : found) {
     const Bytes record = Hex(hex);
     const auto id = NumberAt<int32_t>(record, 0);
     const auto value = NumberAt<int32_t>(record, 4);

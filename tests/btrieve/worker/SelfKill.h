@@ -1,12 +1,20 @@
-// Death at a chosen write to a file.
+// Death at a chosen moment of the storage's work.
 #pragma once
 
 #include <cstdint>
 
 namespace btrieve::test {
 
-// From now on counts what the storage writes, cuts or removes; at the n-th time the process dies,
-// of a write half being done. 0 does nothing.
-void KillAtWrite(uint32_t n);
+enum class Moments : uint8_t {
+  Writes,  // writing, cutting or removing a file
+  All,     // also locking, unlocking and publishing in shared memory
+};
+
+// To be called once, before the first call of the record manager. False when it cannot be done.
+[[nodiscard]] bool PrepareToDie();
+
+// From now on counts such moments; at the n-th one the process dies, of a write half being done. 0
+// does nothing.
+void KillAt(uint32_t n, Moments moments = Moments::Writes);
 
 }  // namespace btrieve::test

@@ -1,6 +1,6 @@
 #include "Work.h"
 
-#include <unistd.h>
+#include <iostream>
 
 #include "../kit/Plan.h"
 #include "SelfKill.h"
@@ -8,9 +8,7 @@
 namespace btrieve::test {
 namespace {
 
-void Say(char letter) {
-  if (write(STDOUT_FILENO, &letter, 1) != 1) _exit(1);
-}
+void Say(char letter) { std::cout.put(letter).flush(); }
 
 // 'E' where a status was not 0, else '!' when all steps are done.
 char DoSteps(const std::vector<std::string>& arguments) {
@@ -24,7 +22,7 @@ char DoSteps(const std::vector<std::string>& arguments) {
       !ReadPlanFiles(process, state).empty()) {
     return 'E';
   }
-  KillAtWrite(number(3));
+  KillAt(number(3));
   for (uint32_t i = 0; steps == 0 || i < steps; ++i) {
     const PlanStep step = PlanOf(seed, first + i, state);
     if (!PerformStep(process, step)) return 'E';

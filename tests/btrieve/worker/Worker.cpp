@@ -1,29 +1,38 @@
-// The other process of the tests. Serves calls over its standard input and output, or does work
-// that its parent interrupts by killing it.
-#include <unistd.h>
+// The other process of the tests: serves calls, or does work that its parent interrupts by killing
+// it. The first argument names the task.
+#include <algorithm>
+#include <iostream>
 
-#include "../kit/Wire.h"
+#include "SelfKill.h"
 #include "Work.h"
-
-using namespace btrieve::test;
+#ifndef _WIN32
+#include "Serve.h"
+#endif
 
 namespace {
 
-void ServeCalls() {
-  ThisProcess process;
-  while (const auto message = ReceiveMessage(STDIN_FILENO)) {
-    const RemoteCall call = CallFromWire(*message);
-    SendMessage(STDOUT_FILENO, ToWire(process.Call(call.operation, call.block, call.in)));
-  }
-}
+using namespace btrieve::test;
+
+struct Task {
+  std::string_view name;
+  int (*run)(const std::vector<std::string>& arguments);
+};
+
+constexpr Task kTasks[] = {
+    {"plan", Work},
+#ifndef _WIN32
+    {"serve", ServeCalls},
+#endif
+};
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) {
-    ServeCalls();
-  } else {
-    return Work({argv + 1, argv + argc});
+  const std::string_view name = argc > 1 ? argv[1] : "";
+  const auto* task = std::ranges::find(kTasks, name, &Task::name);
+  if (task == std::end(kTasks) || !PrepareToDie()) {
+    std::cerr << "btrieve_worker: no task \"" << name << "\"\n";
+    return 2;
   }
-  return 0;
+  return task->run({argv + 2, argv + argc});
 }

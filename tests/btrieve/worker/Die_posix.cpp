@@ -1,0 +1,13 @@
+#include <signal.h>
+#include <unistd.h>
+
+#include "Die.h"
+
+namespace btrieve::test {
+
+void Die() noexcept {
+  kill(getpid(), SIGKILL);
+  while (true) pause();
+}
+
+}  // namespace btrieve::test
