@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "HistoryWork.h"
 #include "SelfKill.h"
 #include "Work.h"
 #ifndef _WIN32
@@ -19,6 +20,7 @@ struct Task {
 };
 
 constexpr Task kTasks[] = {
+    {"history", HistoryWork},
     {"plan", Work},
 #ifndef _WIN32
     {"serve", ServeCalls},
