@@ -45,10 +45,9 @@ CallOut ThisProcess::Call(int operation, int block, const CallIn& in) {
   return out;
 }
 
-Folder::Folder() {
+Folder::Folder(const std::filesystem::path& where) {
   std::random_device random;
-  root_ = std::filesystem::temp_directory_path() /
-          ("btr" + std::to_string(random()) + std::to_string(random()));
+  root_ = where / ("btr" + std::to_string(random()) + std::to_string(random()));
   std::filesystem::create_directories(root_);
 }
 

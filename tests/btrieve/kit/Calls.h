@@ -109,7 +109,7 @@ class ThisProcess : public Client {
 // A folder that goes away with everything in it.
 class Folder {
  public:
-  Folder();
+  explicit Folder(const std::filesystem::path& where = std::filesystem::temp_directory_path());
   ~Folder();
   Folder(const Folder&) = delete;
   Folder& operator=(const Folder&) = delete;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "BankWork.h"
 #include "HistoryWork.h"
 #include "SelfKill.h"
 #include "Work.h"
@@ -20,6 +21,7 @@ struct Task {
 };
 
 constexpr Task kTasks[] = {
+    {"bank", BankWork},
     {"history", HistoryWork},
     {"plan", Work},
 #ifndef _WIN32
