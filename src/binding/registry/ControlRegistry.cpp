@@ -35,7 +35,7 @@ int32_t Enter(EntryList<Entry>& list, Entry entry, Control& control, Same same) 
     list.Append(std::move(entry));
     return 0;
   }
-  if (present->Control != &control) list.Remove(&control);
+  if (present->Control != &control && list.Remove(&control)) present = list.Find(same);
   TakeOver(*present, control);
   return 0;
 }

@@ -1,11 +1,11 @@
 // Registered controls in the order of their registration.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
-#include <map>
 #include <utility>
+#include <vector>
 
 namespace qrn {
 
@@ -14,7 +14,7 @@ template <class Entry>
 class EntryList {
  public:
   void Append(Entry entry) {
-    entries_.emplace_hint(entries_.end(), last_ + 1, std::move(entry));
+    entries_.emplace_back(last_ + 1, std::move(entry));
     ++last_;
     ++changes_;
   }
@@ -51,18 +51,24 @@ class EntryList {
   template <class Visit>
   void Walk(Visit visit) {
     const uint64_t end = last_;
-    for (auto each = entries_.begin(); each != entries_.end() && each->first <= end;) {
-      const uint64_t number = each->first;
+    for (size_t at = 0; at < entries_.size() && entries_[at].first <= end;) {
+      const uint64_t number = entries_[at].first;
       const uint64_t changes = changes_;
-      visit(each->second);
-      each = changes == changes_ ? std::next(each) : entries_.upper_bound(number);
+      visit(entries_[at].second);
+      at = changes == changes_ ? at + 1 : FirstBehind(number);
     }
   }
 
   size_t size() const noexcept { return entries_.size(); }
 
  private:
-  std::map<uint64_t, Entry> entries_;  // by the number of the registration
+  size_t FirstBehind(uint64_t number) const {
+    const auto behind = std::ranges::upper_bound(entries_, number, {}, &Numbered::first);
+    return static_cast<size_t>(behind - entries_.begin());
+  }
+
+  using Numbered = std::pair<uint64_t, Entry>;  // the number of the registration
+  std::vector<Numbered> entries_;               // by number
   uint64_t last_ = 0;
   uint64_t changes_ = 0;
 };

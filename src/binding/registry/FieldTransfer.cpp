@@ -5,6 +5,11 @@
 namespace qrn {
 namespace {
 
+// Fields mostly differ in the length or the last letter of their names, which is seen at once.
+bool SameEnds(const std::string& left, const std::string& right) {
+  return left.size() == right.size() && (left.empty() || left.back() == right.back());
+}
+
 // Copies: a handler may end the dictionary that the names come from.
 struct FieldNames {
   FieldNames(const DbTableInfo& ofTable, const DbFieldInfo& ofField)
@@ -12,7 +17,7 @@ struct FieldNames {
 
   template <class Entry>
   bool Match(const Entry& entry) const {
-    return entry.Field == field && entry.Table == table;
+    return SameEnds(entry.Field, field) && entry.Field == field && entry.Table == table;
   }
 
   std::string table;
