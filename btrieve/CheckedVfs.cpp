@@ -389,6 +389,8 @@ bool WriteLockIsFree(sqlite3* connection) noexcept {
 
 }  // namespace btrieve
 
+static_assert(kSealSize == btrieve::kPageSumSize);
+
 extern "C" void sqlite_seal_page(void* page, unsigned number) {
   btrieve::SealPage(static_cast<uint8_t*>(page), number);
 }

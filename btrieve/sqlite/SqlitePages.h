@@ -14,7 +14,9 @@ extern "C" {
 int sqlite_page_get(sqlite3* connection, unsigned number, void** page, const unsigned char** bytes);
 void sqlite_page_release(void* page);
 
-/* Given by the layer below: puts a page's checksum at its end. */
+/* Given by the layer below: puts a page's checksum at its end, in files that keep so many bytes free
+** there. */
+enum { kSealSize = 8 };
 void sqlite_seal_page(void* page, unsigned number);
 
 #ifdef __cplusplus

@@ -30,8 +30,10 @@ static void CutLogBehindCommits(Wal *log) {
   }
 }
 
+/* Other databases of the process keep no room for a checksum: theirs are left alone. */
 static PgHdr *PreparedForLog(PgHdr *pages) {
   PgHdr *page;
+  if (pages->pPager->nReserve != kSealSize) return pages;
   CutLogBehindCommits(pages->pPager->pWal);
   for (page = pages; page; page = page->pDirty) sqlite_seal_page(page->pData, page->pgno);
   return pages;
