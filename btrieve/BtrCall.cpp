@@ -48,6 +48,7 @@ extern "C" int16_t BTRIEVE_CALL BTRCALL(uint16_t operation, void* posBlock, void
   call.keyLength = keyLength;
   call.keyNumber = keyNumber;
   const Status status = Guarded(call, operation);
+  if (call.cursor) call.File().LetGoOfLongLog();
   WakeMaintenance();
   return status;
 }

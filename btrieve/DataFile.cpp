@@ -12,7 +12,7 @@ constexpr uint32_t kMostReserved = 1024;
 
 DataFile::~DataFile() {
   finder_.End();
-  if (dirty_) (void)MakeStable();
+  (void)MakeStable();
   base_.Close();
 }
 
@@ -105,21 +105,54 @@ void DataFile::PutPositionsAside() {
 
 void DataFile::TakePositionsAside() { base_.SetNextPosition(part_.firstAhead); }
 
-void DataFile::MarkDirty() noexcept { dirty_ = true; }
-
+// Whatever has been written to the log by the time of the sync is covered, others' commits too.
 bool DataFile::MakeStable() noexcept {
-  if (!dirty_ && !dirtyOutside_) return true;
-  dirty_ = false;
+  TakeOutcome();
+  if (!dirty_) return true;
+  watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   const LogPlace place = base_.CommittedPlace();
   ForgetLastError();
-  if (SyncFile(LogPath(), logEntryIsNew_)) {
-    logEntryIsNew_ = false;
-    base_.NoteSynced(place);
-    return true;
+  dirty_ = !SyncFile(LogPath(), logEntryIsNew_);
+  if (dirty_) {
+    syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
+    return false;
   }
-  syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
-  dirty_ = true;
-  return false;
+  logEntryIsNew_ = false;
+  base_.NoteSynced(place);
+  return true;
+}
+
+void DataFile::TakeOutcome() noexcept {
+  const bool done = outside_->Await();
+  const std::optional<LogPlace> place = std::exchange(syncing_, std::nullopt);
+  if (!done) {
+    dirty_ = logEntryIsNew_ = true;
+  } else if (place) {
+    base_.NoteSynced(*place);
+  }
+}
+
+std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
+  TakeOutcome();
+  if (!std::exchange(dirty_, false)) return nullptr;
+  watch_.NoteStable(LogHeadOf(base_.Link().Get()));
+  syncing_ = base_.CommittedPlace();
+  entryToo = std::exchange(logEntryIsNew_, false);
+  outside_->Begin();
+  return outside_;
+}
+
+bool DataFile::LookAtOthers() noexcept {
+  const LogWatch::Seen seen = watch_.Look(LogHeadOf(base_.Link().Get()));
+  if (seen == LogWatch::Seen::Quiet) MarkDirty();
+  return seen != LogWatch::Seen::Nothing;
+}
+
+void DataFile::TakeOverLog(bool alone) noexcept {
+  if (SizeOfFile(LogPath()) == 0) return watch_.NoteStable(LogHeadOf(base_.Link().Get()));
+  if (!alone) return;
+  MarkDirty();
+  (void)MakeStable();
 }
 
 bool DataFile::MakeAllStable() noexcept {

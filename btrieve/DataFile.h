@@ -5,11 +5,14 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "btrieve/FileLocks.h"
+#include "btrieve/LogWatch.h"
+#include "btrieve/OutsideSync.h"
 #include "btrieve/Overlay.h"
 #include "btrieve/Storage.h"
 #include "btrieve/Walk.h"
@@ -40,8 +43,7 @@ struct Participation {
 
 class DataFile : public std::enable_shared_from_this<DataFile> {
  public:
-  DataFile(std::string path, FileIdentity identity) noexcept
-      : path_(std::move(path)), identity_(identity) {}
+  DataFile(std::string path, FileIdentity identity) : path_(std::move(path)), identity_(identity) {}
   ~DataFile();
   DataFile(const DataFile&) = delete;
   DataFile& operator=(const DataFile&) = delete;
@@ -89,26 +91,32 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   void PutPositionsAside();
   void TakePositionsAside();
 
-  // Commits that are not yet on stable storage.
-  void MarkDirty() noexcept;
-  bool IsDirty() const noexcept { return dirty_; }
   std::string LogPath() const { return path_ + "-wal"; }
-  // Brings them there; false when the system fails.
+  // There are commits in the log that are not yet on stable storage.
+  void MarkDirty() noexcept { dirty_ = true; }
+  // Brings them there, waiting for a sync of this log that is under way elsewhere; false when the
+  // system fails.
   [[nodiscard]] bool MakeStable() noexcept;
   // Brings there what any process has committed.
   [[nodiscard]] bool MakeAllStable() noexcept;
-  // For who syncs without holding up other calls, and then says how it went. Until then
-  // MakeStable still syncs for itself.
-  bool TakeDirty() noexcept {
-    syncing_ = base_.CommittedPlace();
-    return dirtyOutside_ = std::exchange(dirty_, false);
-  }
-  void NoteSynced(bool done) noexcept;
   // 2, or 18 where the disk is full: why the last sync failed.
   Status SyncFault() const noexcept { return syncFault_; }
-  bool LogEntryIsNew() noexcept { return std::exchange(logEntryIsNew_, false); }
+  // For who syncs without holding up other calls: what is dirty is now theirs to sync, and to be
+  // told of by Finish. Null when there is nothing. `entryToo` as SyncFile takes it.
+  std::shared_ptr<OutsideSync> GiveAwaySync(bool& entryToo) noexcept;
+  // Looked at once in a while: what others have committed is taken for dirty when they have been
+  // quiet for one look, for they may be dead. True while there is more to look at.
+  bool LookAtOthers() noexcept;
+  // Once opened: what a dead process has left in the log is made stable before anything is put
+  // behind it, as far as the system lets it.
+  void TakeOverLog(bool alone) noexcept;
 
-  // When the file was last read, for letting go of an idle snapshot.
+  // Between calls, and while one waits: a state that keeps a long log from beginning anew is let
+  // go of; the next read begins from a new one.
+  void LetGoOfLongLog() noexcept {
+    if (base_.HoldsUpLog()) base_.LeaveRead();
+  }
+  // Whether the file was read since the last look, for letting go of an idle snapshot.
   void Touch() noexcept { touched_ = true; }
   bool TakeTouched() noexcept { return std::exchange(touched_, false); }
 
@@ -116,6 +124,9 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   int openCursors = 0;
 
  private:
+  // Waits for a sync outside, and notes what came of it.
+  void TakeOutcome() noexcept;
+
   static constexpr uint32_t kLeastReserved = 8;
   // Lost when a process dies in an exclusive transaction. One that inserts more and dies leaves
   // the rest of its positions to be given again; nobody but its process knew them.
@@ -132,10 +143,11 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   uint32_t reserveNext_ = kLeastReserved;
   uint32_t updatesAtReserve_ = 0;
   bool dirty_ = false;
-  LogPlace syncing_;
+  std::optional<LogPlace> syncing_;  // what a sync outside, when it is done, has covered
   Status syncFault_ = kIoError;
-  bool dirtyOutside_ = false;
   bool logEntryIsNew_ = true;
+  std::shared_ptr<OutsideSync> outside_ = std::make_shared<OutsideSync>();
+  LogWatch watch_;
   bool touched_ = false;
 };
 

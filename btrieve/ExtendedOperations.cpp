@@ -145,9 +145,12 @@ class ExtendedRead {
       const FileLocks::Activity activity(locks);
       return activity ? LockRecord(call_, position) : kFileInUse;
     });
-    if (status != kOk || held) return status;
+    if (status != kOk) return status;
+    // The wait may have let go of the state in which the record was found.
     DataFile& file = call_.File();
-    return file.Base().IsCurrent() && call_.session.IsSettled(file) ? Status{kOk} : kLookAgain;
+    Storage& base = file.Base();
+    if (held && (base.IsReading() || base.IsWriting())) return kOk;
+    return base.IsCurrent() && call_.session.IsSettled(file) ? Status{kOk} : kLookAgain;
   }
 
   void StandOnLast() noexcept {

@@ -49,7 +49,8 @@ Status OpenFile(Call& call) {
   if (const Status status = call.session.UseFile(path, mode.exclusive, cursor->file)) {
     return status;
   }
-  DataFile& file = *cursor->file;
+  const std::shared_ptr<DataFile> held = cursor->file;  // longer than a cursor that is refused
+  DataFile& file = *held;
   if (const Status status =
           call.session.Retry(file, true, [&] { return call.session.SettleIntents(file); })) {
     return status;
@@ -66,6 +67,7 @@ Status OpenFile(Call& call) {
 }
 
 Status CloseFile(Call& call) {
+  call.cursor = nullptr;
   call.session.CloseCursor(call.block);
   return kOk;
 }

@@ -1,6 +1,11 @@
 #include "btrieve/HostFile.h"
 
+#include <atomic>
+
 namespace btrieve {
+namespace {
+std::atomic<SyncHook> syncHook{nullptr};
+}
 
 std::string DirectoryOf(const std::string& path) { return path.substr(0, DirectoryLength(path)); }
 
@@ -11,6 +16,13 @@ std::string RelativeTo(const std::string& base, const std::string& path) {
 
 std::string ResolvedFrom(const std::string& base, const std::string& path) {
   return DirectoryLength(path) == 0 ? DirectoryOf(base) + path : path;
+}
+
+void SetSyncHook(SyncHook hook) noexcept { syncHook = hook; }
+
+bool SyncFile(const std::string& path, bool entryToo) noexcept {
+  const SyncHook hook = syncHook;
+  return (!hook || hook(path)) && SyncBySystem(path, entryToo);
 }
 
 }  // namespace btrieve

@@ -54,6 +54,12 @@ void RemoveFile(const std::string& path) noexcept;
 // the directory. A file that is not there is no failure: its last user has taken care of it.
 [[nodiscard]] bool SyncFile(const std::string& path, bool entryToo) noexcept;
 
+// For tests: called before each sync, on the thread that syncs; false makes it fail.
+using SyncHook = bool (*)(const std::string& path);
+void SetSyncHook(SyncHook hook) noexcept;
+// The system's part of SyncFile.
+[[nodiscard]] bool SyncBySystem(const std::string& path, bool entryToo) noexcept;
+
 uint64_t ProcessNumber() noexcept;
 
 }  // namespace btrieve

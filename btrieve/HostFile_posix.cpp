@@ -92,7 +92,7 @@ bool PutInPlace(const std::string& from, const std::string& to) {
 
 void RemoveFile(const std::string& path) noexcept { unlink(path.c_str()); }
 
-bool SyncFile(const std::string& path, bool entryToo) noexcept {
+bool SyncBySystem(const std::string& path, bool entryToo) noexcept {
   return SyncPath(path.c_str(), O_RDONLY) &&
          (!entryToo || SyncPath(DirectoryOf(path).c_str(), O_RDONLY | O_DIRECTORY));
 }

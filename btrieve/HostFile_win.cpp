@@ -129,7 +129,7 @@ bool PutInPlace(const std::string& from, const std::string& to) {
 
 void RemoveFile(const std::string& path) noexcept { DeleteFileW(WidePath(path).c_str()); }
 
-bool SyncFile(const std::string& path, bool) noexcept {
+bool SyncBySystem(const std::string& path, bool) noexcept {
   const FileHandle file(path, GENERIC_READ | GENERIC_WRITE);
   if (!file) return GetLastError() == ERROR_FILE_NOT_FOUND;
   return FlushFileBuffers(file.Get()) != 0;

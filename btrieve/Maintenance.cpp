@@ -1,6 +1,7 @@
 #include "btrieve/Maintenance.h"
 
 #include <condition_variable>
+#include <thread>
 
 #include "btrieve/Background.h"
 #include "btrieve/Session.h"
@@ -8,7 +9,9 @@
 namespace btrieve {
 namespace {
 
-constexpr std::chrono::milliseconds kTick{400};
+constexpr std::chrono::milliseconds kLook{100};
+constexpr uint32_t kLooksToASync = 4;
+constexpr std::chrono::milliseconds kIdleLook{1000};  // only for what others commit
 
 // All under the session's mutex; never destroyed, as the session is not.
 struct Keeper {
@@ -22,54 +25,78 @@ Keeper& TheKeeper() {
   return *keeper;
 }
 
-struct DirtyLog {
-  std::shared_ptr<DataFile> file;
-  std::string path;
-  bool entryToo;
-};
-
-// Whether anything is left to look after at the next tick.
-bool LookAfter(std::vector<std::shared_ptr<DataFile>>& files, std::vector<DirtyLog>& dirty) {
-  bool more = false;
-  for (const auto& file : files) {
-    if (file->TakeTouched()) {
-      more = true;
-    } else if (!file->Base().IsWriting()) {
-      file->Base().LeaveRead();
-    }
-    if (file->TakeDirty()) dirty.push_back({file, file->LogPath(), file->LogEntryIsNew()});
+// Whether anything in the file is left to look after soon.
+bool LookAfter(DataFile& file) noexcept {
+  Storage& base = file.Base();
+  const bool touched = file.TakeTouched();
+  if (base.IsWriting()) return true;
+  if (!touched) base.LeaveRead();
+  if (base.Carrier().IsBehind() && !base.IsReading()) {
+    base.Carrier().TryAgain(base.Link().Get());
   }
-  return more || !dirty.empty();
+  return file.LookAtOthers() || touched || base.Carrier().IsBehind();
 }
 
-// Syncing takes its time, so other calls may go on meanwhile. The log is opened by its name: should
-// its last user remove it, it has been synced before.
-void SyncOutside(std::unique_lock<std::mutex>& lock, std::vector<DirtyLog>& dirty) {
-  for (DirtyLog& log : dirty) {
-    lock.unlock();
-    const bool done = SyncFile(log.path, log.entryToo);
-    lock.lock();
-    log.file->NoteSynced(done);
+// Syncing takes its time, so other calls may go on meanwhile; the file may even be closed, which
+// waits for its sync. The log is opened by its name.
+bool SyncOutside(std::unique_lock<std::mutex>& lock, const std::weak_ptr<DataFile>& entry) {
+  std::shared_ptr<DataFile> file = entry.lock();
+  bool entryToo = false;
+  const std::shared_ptr<OutsideSync> sync = file ? file->GiveAwaySync(entryToo) : nullptr;
+  if (!sync) return false;
+  const std::string path = file->LogPath();
+  file.reset();
+  lock.unlock();
+  sync->Finish(SyncFile(path, entryToo));
+  lock.lock();
+  return true;
+}
+
+bool LookAfterAll(Session& session, std::unique_lock<std::mutex>& lock) {
+  bool more = false;
+  std::vector<std::weak_ptr<DataFile>> files;
+  for (const std::shared_ptr<DataFile>& file : session.OpenFiles()) {
+    more = LookAfter(*file) || more;
+    files.push_back(file);
   }
+  for (const auto& file : files) more = SyncOutside(lock, file) || more;
+  return more;
 }
 
 void Run() {
   Session& session = Session::Get();
   Keeper& keeper = TheKeeper();
   std::unique_lock lock(session.Mutex());
-  while (true) {
-    keeper.wake.wait_for(lock, kTick);
-    std::vector<std::shared_ptr<DataFile>> files = session.OpenFiles();
-    if (files.empty()) break;
-    std::vector<DirtyLog> dirty;
-    keeper.busy = LookAfter(files, dirty);
-    SyncOutside(lock, dirty);
-    dirty.clear();
-    files.clear();
-    while (!keeper.busy && !session.OpenFiles().empty()) keeper.wake.wait(lock);
+  for (uint32_t looks = 1; true; ++looks) {
+    keeper.wake.wait_for(lock, keeper.busy ? kLook : kIdleLook);
+    if (session.OpenFiles().empty()) break;
+    session.LetGoOfLongLogs();
+    if (!keeper.busy || looks % kLooksToASync == 0) {
+      keeper.busy = false;
+      if (LookAfterAll(session, lock)) keeper.busy = true;
+    }
   }
   keeper.running = false;
 }
+
+// A process that ends in good order leaves nothing to a power cut. Another thread may be inside a
+// call, or have been when it was ended.
+class AtProcessEnd {
+ public:
+  AtProcessEnd() = default;
+  ~AtProcessEnd() {
+    std::unique_lock lock(Session::Get().Mutex(), std::defer_lock);
+    const Clock::time_point end = Clock::now() + kLockWait;
+    while (!lock.try_lock()) {
+      if (ProcessIsEnding() || Clock::now() > end) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    Session::Get().SyncFromNowOn();
+  }
+  AtProcessEnd(const AtProcessEnd&) = delete;
+  AtProcessEnd& operator=(const AtProcessEnd&) = delete;
+};
+const AtProcessEnd atProcessEnd;
 
 }  // namespace
 

@@ -34,6 +34,7 @@ Status Session::Patience::Pause(Status refusal) {
   if (IsDeadlocked()) return kDeadlock;
   if (file_) file_->Locks().ForgetRefusal();
   session_.SyncIfDue();
+  session_.LetGoOfLongLogs();
   std::this_thread::sleep_for(next_);
   next_ = std::min(next_ * 2, kLongestPause);
   return kOk;
@@ -73,15 +74,32 @@ void Session::Register(const std::shared_ptr<DataFile>& file) {
 
 void Session::NoteCommit(DataFile& file) noexcept {
   file.MarkDirty();
+  if (!file.Base().IsWriting()) file.Base().Carrier().AfterCommit(file.Base().Link().Get());
   if (!anyDirty_) dirtySince_ = Clock::now();
   anyDirty_ = true;
+  if (syncsEach_) (void)file.MakeStable();
 }
 
 void Session::SyncIfDue() noexcept {
   if (!anyDirty_ || Clock::now() < dirtySince_ + kSyncAfter) return;
+  SyncAll();
+}
+
+void Session::SyncAll() noexcept {
   anyDirty_ = false;
   for (const auto& entry : files_) {
     if (const auto file = entry.lock()) (void)file->MakeStable();
+  }
+}
+
+void Session::SyncFromNowOn() noexcept {
+  syncsEach_ = true;
+  SyncAll();
+}
+
+void Session::LetGoOfLongLogs() noexcept {
+  for (const auto& entry : files_) {
+    if (const auto file = entry.lock()) file->LetGoOfLongLog();
   }
 }
 

@@ -93,6 +93,11 @@ class Session {
   // Brings commits to stable storage that have waited long enough; from within waits.
   void SyncIfDue() noexcept;
   void NoteCommit(DataFile& file) noexcept;
+  // The process is ending: brings everything to stable storage, and from now on each commit at
+  // once.
+  void SyncFromNowOn() noexcept;
+  // No state read outlives this that a long log waits for.
+  void LetGoOfLongLogs() noexcept;
   // Releases locks that a cursor or the transaction holds.
   static void ReleaseLocks(Cursor& cursor, bool ofTransactionOnly) noexcept;
 
@@ -118,6 +123,7 @@ class Session {
   void CommitOne(DataFile& file);
   void ReviseCursors(DataFile& file, uint64_t committedVersion);
   void ReleaseParts() noexcept;
+  void SyncAll() noexcept;
 
   std::mutex mutex_;
   CursorTable cursors_;
@@ -128,6 +134,7 @@ class Session {
   bool deciding_ = false;
   bool decided_ = false;
   bool anyDirty_ = false;
+  bool syncsEach_ = false;
   Clock::time_point dirtySince_;
 };
 

@@ -73,6 +73,7 @@ Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_pt
   if (const Status status = DeclareOpen(file->Locks().Space(), exclusive, alone)) return status;
   if (const Status status = Examine(*file, alone)) return status;
   file->Base().Open(path);
+  file->TakeOverLog(alone);
   file->openExclusively = exclusive;
   gate.Release();
   Register(file);

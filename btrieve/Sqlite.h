@@ -15,6 +15,9 @@ namespace btrieve {
 
 using ByteView = std::span<const uint8_t>;
 
+// How long SQLite waits for another process: its commit is a matter of milliseconds.
+inline constexpr int kBusyMilliseconds = 5000;
+
 // What no caller can act upon on its way up: storage failed (2, 18, 94, 100), or could not be
 // reached in time (85). Thrown here, turned into the call's status at the entry.
 struct Failure {

@@ -12,7 +12,6 @@ namespace btrieve {
 namespace {
 
 constexpr int kCarryMilliseconds = 200;
-constexpr int kBusyMilliseconds = 5000;  // another process's commit is a matter of milliseconds
 
 uint32_t BigEndian(const uint8_t* at) noexcept {
   uint32_t value;
@@ -54,7 +53,7 @@ void Storage::Open(const std::string& path) {
   sqlite3_limit(connection_.Get(), SQLITE_LIMIT_LENGTH, kLongestRow);
   connection_.Run(
       "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-49152; PRAGMA cell_size_check=ON;"
-      "PRAGMA wal_autocheckpoint=4000; PRAGMA journal_size_limit=33554432;");
+      "PRAGMA wal_autocheckpoint=0; PRAGMA journal_size_limit=33554432;");
   CheckTables();
   LoadSpecification();
   Prepare();

@@ -17,6 +17,7 @@
 #include "btrieve/KeyOrder.h"
 #include "btrieve/KeySpec.h"
 #include "btrieve/LogFormat.h"
+#include "btrieve/LogLength.h"
 #include "btrieve/OrderNumbers.h"
 #include "btrieve/RankIndex.h"
 #include "btrieve/RowRules.h"
@@ -112,6 +113,13 @@ class Storage {
   // Moves what the log holds into the file and empties it, for the room that makes. False when it
   // cannot be done, as within a write transaction.
   bool CarryLogOver() noexcept;
+  bool IsReading() const noexcept { return snapshot_; }
+  // The state read keeps a long log from beginning anew: between calls it is not worth that.
+  bool HoldsUpLog() const noexcept {
+    return snapshot_ && btrieve::HoldsUpLog(connection_.Get(), logHead_);
+  }
+  // For after commits, with no transaction open.
+  LogCarrier& Carrier() noexcept { return carrier_; }
   // Nothing has been committed since the state being read.
   bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
 
@@ -194,6 +202,7 @@ class Storage {
   uint32_t recordRoot_ = 0;
   PagePool pages_;
   TreeCursor records_;
+  LogCarrier carrier_;
 
   Statement begin_, beginWrite_, commit_, rollback_;
   Statement readHead_, writeHead_;

@@ -1,4 +1,5 @@
-/* Pages of a connection's main file, as its open transaction sees them, in SQLite's own cache. */
+/* Pages of a connection's main file, as its open transaction sees them, in SQLite's own cache, and
+** what SQLite does not tell of its log. */
 #ifndef BTRIEVE_SQLITE_PAGES_H
 #define BTRIEVE_SQLITE_PAGES_H
 
@@ -18,6 +19,8 @@ void sqlite_page_release(void* page);
 ** there. */
 enum { kSealSize = 8 };
 void sqlite_seal_page(void* page, unsigned number);
+/* Whether the open transaction reads from the log: not when all of it was in the file already. */
+int sqlite_reads_log(sqlite3* connection);
 
 #ifdef __cplusplus
 }

@@ -52,3 +52,8 @@ int sqlite_page_get(sqlite3* connection, unsigned number, void** page,
 }
 
 void sqlite_page_release(void* page) { sqlite3PagerUnrefNotNull((DbPage*)page); }
+
+int sqlite_reads_log(sqlite3* connection) {
+  const Pager* pager = sqlite3BtreePager(connection->aDb[0].pBt);
+  return pager->pWal && pager->pWal->readLock > 0;
+}

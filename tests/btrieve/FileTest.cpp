@@ -330,5 +330,21 @@ TEST(Stat, CountsRecordsAndValues) {
   EXPECT_EQ(file.Counts(), "9 9,3,1");
 }
 
+TEST(Open, OneCursorTooManyLeavesItsFileClosed) {
+  constexpr size_t kMostCursors = 8192;
+  TestFile file(Block());
+  Bytes path = PathKey(file.Path());
+  std::vector<Bytes> blocks(kMostCursors - 1, Bytes(128));
+  for (Bytes& block : blocks) {
+    ASSERT_EQ(BTRCALL(kOpen, block.data(), nullptr, nullptr, path.data(), 0, 0), kOk);
+  }
+  const std::string other = file.Path("other.dat");
+  ASSERT_EQ(CreateAt(file, other), kOk);
+  EXPECT_EQ(OpenAt(file, other, 1), kHandleTableFull);
+  EXPECT_FALSE(std::filesystem::exists(other + "-wal"));
+  ASSERT_EQ(file.Close(), kOk);
+  EXPECT_EQ(OpenAt(file, other, 1), kOk);
+}
+
 }  // namespace
 }  // namespace btrieve::test

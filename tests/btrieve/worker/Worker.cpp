@@ -8,6 +8,7 @@
 #include "SelfKill.h"
 #include "Work.h"
 #ifndef _WIN32
+#include "Alone.h"
 #include "Serve.h"
 #endif
 
@@ -25,7 +26,10 @@ constexpr Task kTasks[] = {
     {"history", HistoryWork},
     {"plan", Work},
 #ifndef _WIN32
+    {"read", ReadForEver},
+    {"end", InsertAndEnd},
     {"serve", ServeCalls},
+    {"unprivileged", ServeUnprivileged},
 #endif
 };
 

@@ -1,0 +1,46 @@
+#include "Alone.h"
+
+#include <unistd.h>
+
+#include "../kit/Calls.h"
+#include "btrieve/HostFile.h"
+
+namespace btrieve::test {
+namespace {
+
+void Say(char letter) {
+  if (write(STDOUT_FILENO, &letter, 1) != 1) _exit(1);
+}
+
+bool TellSync(const std::string& path) {
+  if (path.ends_with("-wal")) Say('S');
+  return true;
+}
+
+}  // namespace
+
+int ReadForEver(const std::vector<std::string>& arguments) {
+  ThisProcess process;
+  Status status = process.Call(kOpen, 0, {.key = PathKey(arguments.at(0))}).status;
+  int operation = kGetFirst;
+  for (bool told = false; status == kOk || status == kEndOfFile;) {
+    status = process.Call(operation, 0, {.room = 64}).status;
+    operation = status == kOk ? kGetNext : kGetFirst;
+    if (!told) Say('.');
+    told = true;
+  }
+  Say('E');
+  return 1;
+}
+
+// The client is never destroyed: that would close the file.
+int InsertAndEnd(const std::vector<std::string>& arguments) {
+  static auto* const process = new ThisProcess;
+  process->Call(kOpen, 0, {.key = PathKey(arguments.at(0))});
+  SetSyncHook(TellSync);
+  const CallIn in{.data = Hex(arguments.at(1))};
+  Say(process->Call(kInsert, 0, in).status == kOk ? '.' : 'E');
+  return 0;
+}
+
+}  // namespace btrieve::test
