@@ -9,6 +9,7 @@
 #include "btrieve/DiskSpace.h"
 #include "btrieve/HostFile.h"
 #include "btrieve/LogFormat.h"
+#include "btrieve/PageCache.h"
 #include "btrieve/sqlite/SqlitePages.h"
 
 namespace btrieve {
@@ -282,7 +283,7 @@ int CurrentTime64(sqlite3_vfs*, sqlite3_int64* time) {
 }
 
 bool Register() noexcept {
-  if (sqlite3_initialize() != SQLITE_OK || !System()) return false;
+  if (!UseSharedPageCache() || sqlite3_initialize() != SQLITE_OK || !System()) return false;
   static sqlite3_vfs vfs{};
   vfs.iVersion = 2;
   vfs.szOsFile = static_cast<int>(sizeof(CheckedFile)) + System()->szOsFile;

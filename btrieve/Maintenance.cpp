@@ -30,7 +30,7 @@ bool LookAfter(DataFile& file) noexcept {
   Storage& base = file.Base();
   const bool touched = file.TakeTouched();
   if (base.IsWriting()) return true;
-  if (!touched) base.LeaveRead();
+  if (!touched) base.Rest();
   if (base.Carrier().IsBehind() && !base.IsReading()) {
     base.Carrier().TryAgain(base.Link().Get());
   }

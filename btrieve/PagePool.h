@@ -2,7 +2,7 @@
 // one here costs one look instead of several scattered ones. A page that has got in stays until
 // Clear, so what points into it stays good; when its place is taken, a page is not let in.
 //
-// Held pages cannot make room for others in SQLite's caches, so all pools of the process together
+// Held pages cannot make room for others in the page cache, so all pools of the process together
 // hold only so many. One call at a time is inside, so nothing here is guarded.
 #pragma once
 
@@ -10,13 +10,15 @@
 #include <utility>
 #include <vector>
 
+#include "btrieve/CheckedVfs.h"
+#include "btrieve/PageCache.h"
 #include "btrieve/PageRef.h"
 
 namespace btrieve {
 
 class PagePool {
  public:
-  static constexpr size_t kMostHeld = 4096;  // 16 MB
+  static constexpr size_t kMostHeld = 4096;  // 16 MB; at most half of the cache
 
   PagePool() = default;
   ~PagePool() { Clear(); }
@@ -33,7 +35,7 @@ class PagePool {
   }
   // Takes the page in if there is room, leaving `page` empty.
   void Offer(uint32_t number, PageRef& page) {
-    if (heldByAll_ == kMostHeld) return;
+    if (IsFull()) return;
     if (2 * held_.size() >= places_.size() && places_.size() < kMostPlaces) Grow();
     held_.reserve(held_.size() + 1);
     Place& place = places_[number % places_.size()];
@@ -48,6 +50,15 @@ class PagePool {
     for (const uint32_t number : held_) places_[number % places_.size()] = Place();
     heldByAll_ -= held_.size();
     held_.clear();
+  }
+  // For a file that nobody reads for some time: the places, too, are given up.
+  void Release() noexcept {
+    Clear();
+    places_ = std::vector<Place>();
+  }
+  // No file's pool lets a page in any more.
+  static bool IsFull() noexcept {
+    return heldByAll_ >= std::min(kMostHeld, PageCacheBound() / (2 * kStoragePageSize));
   }
 
  private:

@@ -51,8 +51,9 @@ void Storage::Open(const std::string& path) {
   sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
   // No row is longer, so a damaged length asks for no memory.
   sqlite3_limit(connection_.Get(), SQLITE_LIMIT_LENGTH, kLongestRow);
+  // The page cache has its bound elsewhere; this one is that of the sorting for a new index.
   connection_.Run(
-      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-49152; PRAGMA cell_size_check=ON;"
+      "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-16384; PRAGMA cell_size_check=ON;"
       "PRAGMA wal_autocheckpoint=0; PRAGMA journal_size_limit=33554432;");
   CheckTables();
   LoadSpecification();

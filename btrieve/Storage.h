@@ -120,6 +120,11 @@ class Storage {
   }
   // For after commits, with no transaction open.
   LogCarrier& Carrier() noexcept { return carrier_; }
+  // For a file that nobody reads for some time.
+  void Rest() noexcept {
+    LeaveRead();
+    pages_.Release();
+  }
   // Nothing has been committed since the state being read.
   bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
 

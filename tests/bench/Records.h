@@ -12,6 +12,7 @@
 
 #include "Ratios.h"
 #include "btrieve/BtrCall.h"
+#include "btrieve/CheckedVfs.h"
 
 namespace bench {
 
@@ -102,11 +103,10 @@ class BtrieveFile {
 class HandStore {
  public:
   explicit HandStore(const std::string& path) {
-    sqlite3_initialize();
+    Check(btrieve::RegisterCheckedVfs(), "SQLite could not start");
     Check(sqlite3_open(path.c_str(), &db_) == SQLITE_OK, "SQLite could not open its file");
     Run("PRAGMA journal_mode=WAL");
-    Run("PRAGMA synchronous=FULL");   // a commit is on stable storage, as after End
-    Run("PRAGMA cache_size=-49152");  // as much as the record manager takes
+    Run("PRAGMA synchronous=FULL");  // a commit is on stable storage, as after End
     Run("CREATE TABLE IF NOT EXISTS rec(pos INTEGER PRIMARY KEY, ver INTEGER, data BLOB)");
     for (size_t key = 0; key < std::size(kKeys); ++key) {
       Run("CREATE TABLE IF NOT EXISTS k" + std::to_string(key) +
