@@ -9,8 +9,11 @@ constexpr int8_t kRefuseExisting = -1;
 constexpr int8_t kRename = -127;
 constexpr int8_t kDelete = -128;
 
+// A name that no other process takes, on a system or on another one that shares its folder.
 std::string AsideOf(const std::string& path) {
-  return DirectoryOf(path) + "~btr" + std::to_string(ProcessNumber()) + ".tmp";
+  uint64_t number = 0;
+  sqlite3_randomness(sizeof number, &number);
+  return DirectoryOf(path) + "~btr" + std::to_string(number) + ".tmp";
 }
 
 void RemoveWithLogs(const std::string& path) noexcept {
@@ -20,7 +23,7 @@ void RemoveWithLogs(const std::string& path) noexcept {
 // Removes a data file made aside unless it has been put in place.
 class Aside {
  public:
-  explicit Aside(const std::string& path) : path_(AsideOf(path)) { RemoveWithLogs(path_); }
+  explicit Aside(const std::string& path) : path_(AsideOf(path)) {}
   ~Aside() { RemoveWithLogs(path_); }
   Aside(const Aside&) = delete;
   Aside& operator=(const Aside&) = delete;
@@ -30,15 +33,19 @@ class Aside {
   std::string path_;
 };
 
-// Keeps everybody out of the file that is to be replaced. 25 while anybody has it open.
+// Keeps everybody out of the file that is to be replaced. 25 while anybody has it open; -1 when the
+// path leads to another file by now, or to none.
 Status LockOut(Session& session, const std::string& path, LockSpace& space, HeldByte& gate) {
-  if (const Status status = space.Open(path)) return status;
+  const Status opened = space.Open(path);
+  if (opened != kOk) return opened == kFileNotFound ? kLookAgain : opened;
+  if (space.IsReadOnly()) return kPermissionError;
   const Status status = session.Retry(true, [&]() -> Status {
     gate = HeldByte::Exclusive(space, lockbyte::kGate);
     return gate ? kOk : kFileInUse;
   });
   if (status != kOk || !space.TryExclusive(lockbyte::kOpen)) return kCreateError;
-  return kOk;
+  FileIdentity now;
+  return Identify(path, now) == kOk && now == space.Identity() ? kOk : kLookAgain;
 }
 
 // A log left by a crash belongs to the old file and would be taken for the new one's. It goes into
@@ -63,29 +70,53 @@ Status CheckPlace(Call& call, const std::string& path, bool& exists) {
   return call.session.FindFile(identity) ? kCreateError : kOk;
 }
 
-}  // namespace
+// The new file takes its name with the gate closed, so that a log left behind by a file that has
+// gone can be removed before anybody takes it for this one's. -1 when another file is there by now:
+// it may be open and hold records already.
+Status PlaceWhereNoneIs(const std::string& aside, const std::string& path) {
+  LockSpace space;
+  if (const Status status = space.Open(aside)) return status;
+  const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
+  const Status status = PutAsNew(aside, path);
+  if (status != kOk) return status == kFileExists ? kLookAgain : status;
+  RemoveFile(path + "-wal");
+  RemoveFile(path + "-shm");
+  return SyncFile(path, true) ? kOk : kCreateError;
+}
 
-Status MakeFile(Call& call) {
-  if (call.keyNumber == kRename || call.keyNumber == kDelete) return kInvalidOperation;
-  std::string path;
-  if (const Status status = PathFromCaller(call.key, path)) return status;
-  FileSpec spec;
-  if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
-  bool exists = false;
-  if (const Status status = CheckPlace(call, path, exists)) return status;
+Status PlaceOverAnother(Session& session, const std::string& aside, const std::string& path) {
   LockSpace old;
   HeldByte gate;
-  if (exists) {
-    if (const Status status = LockOut(call.session, path, old, gate)) return status;
-  }
-  const Aside aside(path);
-  Storage::Create(aside.Path(), spec);
+  if (const Status status = LockOut(session, path, old, gate)) return status;
   EmptyLog(path);
   if (!kReplacesOpenFiles) {
     gate.Release();
     old = LockSpace();
   }
-  return PutInPlace(aside.Path(), path) ? kOk : kCreateError;
+  return PutInPlace(aside, path) ? kOk : kCreateError;
+}
+
+}  // namespace
+
+// Processes that create one file at once are put in order by the file system: who comes second
+// finds a file and goes by that.
+Status MakeFile(Call& call) {
+  if (call.keyNumber == kRename || call.keyNumber == kDelete) return kInvalidOperation;
+  std::string path;
+  if (const Status status = PathFromCaller(call.key, path)) return status;
+  if (IsRemote(path)) return kDirectoryError;
+  FileSpec spec;
+  if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
+  bool exists = false;
+  if (const Status status = CheckPlace(call, path, exists)) return status;
+  const Aside aside(path);
+  Storage::Create(aside.Path(), spec);
+  while (true) {
+    const Status status = exists ? PlaceOverAnother(call.session, aside.Path(), path)
+                                 : PlaceWhereNoneIs(aside.Path(), path);
+    if (status != kLookAgain) return status;
+    if (const Status found = CheckPlace(call, path, exists)) return found;
+  }
 }
 
 }  // namespace btrieve

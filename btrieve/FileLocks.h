@@ -14,6 +14,12 @@ class FileLocks {
  public:
   LockSpace& Space() noexcept { return space_; }
 
+  // Until the file is closed here nobody opens it to write; those who read it do so together.
+  [[nodiscard]] bool KeepWritersOut() noexcept {
+    gate_ = HeldByte::Shared(space_, lockbyte::kGate);
+    return static_cast<bool>(gate_);
+  }
+
   // The byte that another process would not let this one have when one of the functions below was
   // last refused; 0 since ForgetRefusal, and where nobody keeps the byte for long.
   uint64_t Refused() const noexcept { return refused_; }
@@ -72,6 +78,7 @@ class FileLocks {
   }
 
   LockSpace space_;
+  HeldByte gate_;
   std::unordered_map<uint32_t, uint32_t> records_;  // with the number of holders
   std::set<uint64_t> claims_;
   uint32_t presence_ = 0;

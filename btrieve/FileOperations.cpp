@@ -55,7 +55,7 @@ Status OpenFile(Call& call) {
           call.session.Retry(file, true, [&] { return call.session.SettleIntents(file); })) {
     return status;
   }
-  cursor->readOnly = mode.readOnly;
+  cursor->readOnly = mode.readOnly || file.Base().IsReadOnly();
   if (const Status status = CheckOwner(file, {call.data, call.room}, cursor->readOnly)) {
     return status;
   }

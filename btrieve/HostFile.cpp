@@ -2,9 +2,12 @@
 
 #include <atomic>
 
+#include "btrieve/HostPath.h"
+
 namespace btrieve {
 namespace {
 std::atomic<SyncHook> syncHook{nullptr};
+bool (*isRemote)(const std::string& path) = SystemSaysRemote;
 }
 
 std::string DirectoryOf(const std::string& path) { return path.substr(0, DirectoryLength(path)); }
@@ -15,7 +18,17 @@ std::string RelativeTo(const std::string& base, const std::string& path) {
 }
 
 std::string ResolvedFrom(const std::string& base, const std::string& path) {
-  return DirectoryLength(path) == 0 ? DirectoryOf(base) + path : path;
+  if (path.find('\0') != std::string::npos || path.empty()) return {};
+  const bool isBeside = DirectoryLength(path) == 0;
+  if (!isBeside && (!IsDrivePath(path) || IsRemote(path))) return {};
+  std::string resolved = isBeside ? DirectoryOf(base) + path : path;
+  return IsDevice(resolved) ? std::string() : resolved;
+}
+
+bool IsRemote(const std::string& path) { return isRemote(path); }
+
+void ReplaceIsRemote(bool (*replacement)(const std::string& path)) noexcept {
+  isRemote = replacement ? replacement : SystemSaysRemote;
 }
 
 void SetSyncHook(SyncHook hook) noexcept { syncHook = hook; }

@@ -1,13 +1,16 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "btrieve/HostFile.h"
+#include "btrieve/HostPath.h"
 
 namespace btrieve {
 namespace {
@@ -29,6 +32,26 @@ Status StatusOfErrno(int error) noexcept {
     default:
       return kIoError;
   }
+}
+
+// File systems that are another machine's, by the number that statfs gives them.
+constexpr uint32_t kRemoteSystems[] = {
+    0x00006969,  // NFS
+    0x0000517B,  // SMB
+    0xFF534D42,  // CIFS
+    0xFE534D42,  // SMB2
+    0x5346414F,  // AFS
+    0x73757245,  // Coda
+    0x0000564C,  // NCP
+};
+
+bool IsUnsupported(int error) noexcept { return error == ENOSYS || error == EINVAL; }
+
+// A second name for the file, then without the first one: for systems that cannot rename so.
+int LinkAsNew(const char* from, const char* to) noexcept {
+  if (link(from, to) != 0) return -1;
+  unlink(from);
+  return 0;
 }
 
 bool SyncPath(const char* path, int flags) noexcept {
@@ -62,6 +85,7 @@ Status PathFromCaller(const void* key, std::string& path) {
 }
 
 Status Identify(const std::string& path, FileIdentity& identity) {
+  if (path.empty()) return kDirectoryError;
   struct stat found;
   if (stat(path.c_str(), &found) != 0) return StatusOfErrno(errno);
   if (S_ISDIR(found.st_mode)) return kInvalidFileName;
@@ -90,13 +114,36 @@ bool PutInPlace(const std::string& from, const std::string& to) {
          SyncPath(DirectoryOf(to).c_str(), O_RDONLY | O_DIRECTORY);
 }
 
+Status PutAsNew(const std::string& from, const std::string& to) {
+  int result = renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
+  if (result != 0 && IsUnsupported(errno)) result = LinkAsNew(from.c_str(), to.c_str());
+  if (result == 0) return kOk;
+  return errno == EEXIST ? kFileExists : kCreateError;
+}
+
+// Two slashes at the beginning are another machine's name to some systems.
+bool IsDrivePath(const std::string& path) {
+  return path.starts_with('/') && !path.starts_with("//");
+}
+
+bool IsDevice(const std::string& path) {
+  struct stat found;
+  return stat(path.c_str(), &found) == 0 && !S_ISREG(found.st_mode);
+}
+
+bool SystemSaysRemote(const std::string& path) {
+  struct statfs found;
+  if (statfs(DirectoryOf(path).c_str(), &found) != 0) return false;
+  const auto type = static_cast<uint32_t>(found.f_type);
+  return std::find(std::begin(kRemoteSystems), std::end(kRemoteSystems), type) !=
+         std::end(kRemoteSystems);
+}
+
 void RemoveFile(const std::string& path) noexcept { unlink(path.c_str()); }
 
 bool SyncBySystem(const std::string& path, bool entryToo) noexcept {
   return SyncPath(path.c_str(), O_RDONLY) &&
          (!entryToo || SyncPath(DirectoryOf(path).c_str(), O_RDONLY | O_DIRECTORY));
 }
-
-uint64_t ProcessNumber() noexcept { return static_cast<uint64_t>(getpid()); }
 
 }  // namespace btrieve

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "btrieve/HostPath.h"
+
 namespace btrieve {
 namespace {
 
@@ -93,6 +95,7 @@ Status PathFromCaller(const void* key, std::string& path) {
 }
 
 Status Identify(const std::string& path, FileIdentity& identity) {
+  if (path.empty()) return kDirectoryError;
   const FileHandle file(path, 0);
   if (!file) return StatusOfWindowsError(GetLastError());
   BY_HANDLE_FILE_INFORMATION found{};
@@ -127,6 +130,31 @@ bool PutInPlace(const std::string& from, const std::string& to) {
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
+Status PutAsNew(const std::string& from, const std::string& to) {
+  if (MoveFileExW(WidePath(from).c_str(), WidePath(to).c_str(), MOVEFILE_WRITE_THROUGH)) return kOk;
+  const DWORD error = GetLastError();
+  return error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS ? kFileExists : kCreateError;
+}
+
+// "C:\dir\file".
+bool IsDrivePath(const std::string& path) {
+  const std::wstring wide = WidePath(path);
+  const bool hasDrive = wide.size() > 3 && ((wide[0] | 0x20) >= L'a' && (wide[0] | 0x20) <= L'z') &&
+                        wide[1] == L':' && (wide[2] == L'\\' || wide[2] == L'/');
+  return hasDrive && wide.find(L':', 2) == std::wstring::npos;
+}
+
+// The system takes "C:\dir\NUL" for "\\.\NUL".
+bool IsDevice(const std::string& path) { return Absolute(WidePath(path)).starts_with(L"\\\\.\\"); }
+
+// The drive's kind is known without asking the other machine. "\\?\C:" is a drive, too.
+bool SystemSaysRemote(const std::string& path) {
+  std::wstring wide = WidePath(path);
+  if (wide.starts_with(L"\\\\?\\") && wide.size() > 5 && wide[5] == L':') wide.erase(0, 4);
+  if (wide.starts_with(L"\\\\") || wide.starts_with(L"//")) return true;
+  return GetDriveTypeW((wide.substr(0, 2) + L"\\").c_str()) == DRIVE_REMOTE;
+}
+
 void RemoveFile(const std::string& path) noexcept { DeleteFileW(WidePath(path).c_str()); }
 
 bool SyncBySystem(const std::string& path, bool) noexcept {
@@ -134,7 +162,5 @@ bool SyncBySystem(const std::string& path, bool) noexcept {
   if (!file) return GetLastError() == ERROR_FILE_NOT_FOUND;
   return FlushFileBuffers(file.Get()) != 0;
 }
-
-uint64_t ProcessNumber() noexcept { return GetCurrentProcessId(); }
 
 }  // namespace btrieve

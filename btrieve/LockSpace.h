@@ -50,11 +50,15 @@ class LockSpace {
   LockSpace(LockSpace&&) noexcept;
   LockSpace& operator=(LockSpace&&) noexcept;
 
-  // 0, or 12, 11, 35, 94, 85 (a foreign program denies sharing).
+  // 0, or 12, 11, 35, 94, 85 (a foreign program denies sharing). A file that may not be written is
+  // opened for reading.
   // In one process a file must be opened here once at a time, and closed after SQLite's connection:
   // closing any descriptor of a file would take SQLite's own locks along.
   [[nodiscard]] Status Open(const std::string& path);
   bool IsOpen() const noexcept;
+  // An exclusive lock then keeps others' exclusive ones off, but not their shared ones, where the
+  // system wants it so.
+  bool IsReadOnly() const noexcept;
   // Of the file behind the handle, which a path may have left meanwhile.
   FileIdentity Identity() const noexcept;
 

@@ -12,6 +12,7 @@ namespace btrieve {
 
 struct LockSpace::Handle {
   int descriptor = -1;
+  bool readOnly = false;
   ~Handle() { close(descriptor); }
 };
 
@@ -47,14 +48,18 @@ LockSpace::LockSpace(LockSpace&&) noexcept = default;
 LockSpace& LockSpace::operator=(LockSpace&&) noexcept = default;
 
 Status LockSpace::Open(const std::string& path) {
-  const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
+  int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
+  const bool readOnly = descriptor < 0 && StatusOfOpen(errno) == kPermissionError;
+  if (readOnly) descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return StatusOfOpen(errno);
   handle_ = std::make_unique<Handle>();
   handle_->descriptor = descriptor;
+  handle_->readOnly = readOnly;
   return kOk;
 }
 
 bool LockSpace::IsOpen() const noexcept { return handle_ != nullptr; }
+bool LockSpace::IsReadOnly() const noexcept { return handle_ && handle_->readOnly; }
 
 FileIdentity LockSpace::Identity() const noexcept {
   struct stat found {};
@@ -66,7 +71,7 @@ bool LockSpace::TryShared(uint64_t byte) noexcept {
   return SetLock(handle_->descriptor, F_RDLCK, byte);
 }
 bool LockSpace::TryExclusive(uint64_t byte) noexcept {
-  return SetLock(handle_->descriptor, F_WRLCK, byte);
+  return SetLock(handle_->descriptor, handle_->readOnly ? F_RDLCK : F_WRLCK, byte);
 }
 void LockSpace::Release(uint64_t byte) noexcept { SetLock(handle_->descriptor, F_UNLCK, byte); }
 

@@ -7,6 +7,7 @@ namespace btrieve {
 
 struct LockSpace::Handle {
   HANDLE file = INVALID_HANDLE_VALUE;
+  bool readOnly = false;
   ~Handle() { CloseHandle(file); }
 };
 
@@ -17,6 +18,12 @@ OVERLAPPED At(uint64_t offset) noexcept {
   place.Offset = static_cast<DWORD>(offset);
   place.OffsetHigh = static_cast<DWORD>(offset >> 32);
   return place;
+}
+
+HANDLE OpenShared(const std::string& path, DWORD access) {
+  return CreateFileW(WidePath(path).c_str(), access,
+                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 bool TakeByte(HANDLE file, uint64_t byte, DWORD flags) noexcept {
@@ -32,16 +39,19 @@ LockSpace::LockSpace(LockSpace&&) noexcept = default;
 LockSpace& LockSpace::operator=(LockSpace&&) noexcept = default;
 
 Status LockSpace::Open(const std::string& path) {
-  const HANDLE file = CreateFileW(WidePath(path).c_str(), GENERIC_READ | GENERIC_WRITE,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  HANDLE file = OpenShared(path, GENERIC_READ | GENERIC_WRITE);
+  const bool readOnly =
+      file == INVALID_HANDLE_VALUE && StatusOfWindowsError(GetLastError()) == kPermissionError;
+  if (readOnly) file = OpenShared(path, GENERIC_READ);
   if (file == INVALID_HANDLE_VALUE) return StatusOfWindowsError(GetLastError());
   handle_ = std::make_unique<Handle>();
   handle_->file = file;
+  handle_->readOnly = readOnly;
   return kOk;
 }
 
 bool LockSpace::IsOpen() const noexcept { return handle_ != nullptr; }
+bool LockSpace::IsReadOnly() const noexcept { return handle_ && handle_->readOnly; }
 
 FileIdentity LockSpace::Identity() const noexcept {
   return handle_ ? IdentityOfHandle(handle_->file) : FileIdentity();

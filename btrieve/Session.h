@@ -106,6 +106,10 @@ class Session {
   template <class Attempt>
   static Status Repeat(Patience& patience, Attempt attempt);
 
+  // These two answer kLookAgain when the file has been replaced, or its use has changed, meanwhile.
+  Status PassGate(const std::string& path, std::shared_ptr<DataFile>& file, HeldByte& gate);
+  Status OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                  bool& alone);
   Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                   bool& alone);
   Status Reopen(DataFile& file, bool exclusive);

@@ -39,51 +39,100 @@ Status Examine(DataFile& file, bool alone) {
   return size > kReadThroughSize || PagesAreSound(space, size) ? kOk : kIoError;
 }
 
-// Leaves the open byte held, shared or exclusively.
+// Leaves the open byte held, shared or exclusively. Who cannot write a file cannot keep others from
+// it, or say that there are none.
 Status DeclareOpen(LockSpace& space, bool exclusive, bool& alone) {
+  if (space.IsReadOnly()) {
+    alone = false;
+    if (exclusive) return kPermissionError;
+    return space.TryShared(lockbyte::kOpen) ? kOk : kIncompatibleMode;
+  }
   alone = space.TryExclusive(lockbyte::kOpen);
   if (exclusive) return alone ? kOk : kIncompatibleMode;
   if (alone) space.Release(lockbyte::kOpen);
   return space.TryShared(lockbyte::kOpen) ? kOk : kIncompatibleMode;
 }
 
+// False where the system forbids it; the storage is closed then.
+bool TryOpen(DataFile& file, Storage::Access access) {
+  try {
+    file.Base().Open(file.Path(), access);
+    return true;
+  } catch (const Failure& failure) {
+    file.Base().Close();
+    if (failure.status != kPermissionError) throw;
+    return false;
+  }
+}
+
+bool HasLog(const DataFile& file) {
+  return SizeOfFile(file.LogPath()) != 0 || FileExists(file.Path() + "-shm");
+}
+
+// As it stands, the gate kept shared, so that nobody begins to write. -1 when somebody has.
+Status OpenUnchanging(DataFile& file, HeldByte& gate) {
+  const bool hadLog = HasLog(file);
+  gate.Release();
+  if (!file.Locks().KeepWritersOut() || (!hadLog && HasLog(file))) return kLookAgain;
+  return TryOpen(file, Storage::Access::Unchanging) ? kOk : kPermissionError;
+}
+
+// A file that cannot be written, or stands in a folder where no log can be made, is read. The log's
+// reader finds what has not been carried into the file, if the log's index is there, too.
+Status OpenStorage(DataFile& file, HeldByte& gate) {
+  if (!file.Locks().Space().IsReadOnly() && TryOpen(file, Storage::Access::Write)) return kOk;
+  if (HasLog(file) && TryOpen(file, Storage::Access::Read)) return kOk;
+  return SizeOfFile(file.LogPath()) != 0 ? kPermissionError : OpenUnchanging(file, gate);
+}
+
 }  // namespace
 
 // The path must still lead to the opened file once nobody can replace it any more.
+Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& file, HeldByte& gate) {
+  FileIdentity identity;
+  if (const Status status = Identify(path, identity)) return status;
+  file = std::make_shared<DataFile>(path, identity);
+  LockSpace& space = file->Locks().Space();
+  if (const Status status = space.Open(path)) return status;
+  const Status status = Retry(true, [&]() -> Status {
+    gate = HeldByte::Exclusive(space, lockbyte::kGate);
+    return gate ? kOk : kFileInUse;
+  });
+  if (status != kOk) return status;
+  const bool isStill = Identify(path, identity) == kOk && identity == space.Identity() &&
+                       identity == file->Identity();
+  return isStill ? kOk : kLookAgain;
+}
+
+Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                         bool& alone) {
+  std::shared_ptr<DataFile> found;
+  HeldByte gate;
+  if (const Status status = PassGate(path, found, gate)) return status;
+  if (const Status status = DeclareOpen(found->Locks().Space(), exclusive, alone)) return status;
+  if (const Status status = Examine(*found, alone)) return status;
+  if (const Status status = OpenStorage(*found, gate)) return status;
+  alone = alone && !found->Base().IsReadOnly();
+  if (!found->Base().IsReadOnly()) found->TakeOverLog(alone);
+  found->openExclusively = exclusive;
+  gate.Release();
+  file = std::move(found);
+  return kOk;
+}
+
 Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                          bool& alone) {
-  HeldByte gate;
-  while (true) {
-    FileIdentity identity;
-    if (const Status status = Identify(path, identity)) return status;
-    file = std::make_shared<DataFile>(path, identity);
-    LockSpace& space = file->Locks().Space();
-    if (const Status status = space.Open(path)) return status;
-    const Status status = Retry(true, [&]() -> Status {
-      gate = HeldByte::Exclusive(space, lockbyte::kGate);
-      return gate ? kOk : kFileInUse;
-    });
-    if (status != kOk) return status;
-    if (Identify(path, identity) == kOk && identity == space.Identity() &&
-        identity == file->Identity()) {
-      break;
-    }
-    gate.Release();
-  }
-  if (const Status status = DeclareOpen(file->Locks().Space(), exclusive, alone)) return status;
-  if (const Status status = Examine(*file, alone)) return status;
-  file->Base().Open(path);
-  file->TakeOverLog(alone);
-  file->openExclusively = exclusive;
-  gate.Release();
-  Register(file);
-  return kOk;
+  Status status = kLookAgain;
+  while (status == kLookAgain) status = OpenOnce(path, exclusive, file, alone);
+  if (status == kOk) Register(file);
+  return status;
 }
 
 Status Session::Reopen(DataFile& file, bool exclusive) {
   if (file.openExclusively && file.openCursors > 0) return kIncompatibleMode;
   if (!exclusive) return kOk;
   if (file.openCursors > 0) return kIncompatibleMode;
+  if (file.Base().IsReadOnly()) return kPermissionError;
   LockSpace& space = file.Locks().Space();
   const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
   if (!gate) return kFileInUse;
@@ -95,6 +144,7 @@ Status Session::Reopen(DataFile& file, bool exclusive) {
 }
 
 Status Session::UseFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file) {
+  if (IsRemote(path)) return kDirectoryError;
   FileIdentity identity;
   if (const Status status = Identify(path, identity)) return status;
   file = FindFile(identity);

@@ -19,6 +19,24 @@ uint32_t BigEndian(const uint8_t* at) noexcept {
   return __builtin_bswap32(value);
 }
 
+// What SQLite takes as "read this file as it stands": it looks for no log and locks nothing.
+std::string UnchangingName(const std::string& name) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string uri = name.starts_with('/') ? "file://" : "file:///";
+  for (const char c : name) {
+    const auto byte = static_cast<uint8_t>(c);
+    const bool isPlain = byte == '/' || byte == ':' || byte == '.' ||
+                         (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                         (byte >= 'a' && byte <= 'z');
+    if (isPlain) {
+      uri.push_back(c);
+    } else {
+      uri.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
+    }
+  }
+  return uri + "?immutable=1";
+}
+
 void RunOnce(Statement& statement) {
   const InUse use(statement);
   statement.Step();
@@ -46,8 +64,13 @@ bool Storage::IsDataFile(ByteView start) noexcept {
   return pages && BigEndian(&start[68]) == kFileMark && BigEndian(&start[60]) == kFileFormat;
 }
 
-void Storage::Open(const std::string& path) {
-  connection_ = Connection(SqliteName(path), SQLITE_OPEN_READWRITE);
+void Storage::Open(const std::string& path, Access access) {
+  access_ = access;
+  const std::string name = SqliteName(path);
+  connection_ = access == Access::Write ? Connection(name, SQLITE_OPEN_READWRITE)
+                : access == Access::Read
+                    ? Connection(name, SQLITE_OPEN_READONLY)
+                    : Connection(UnchangingName(name), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
   sqlite3_busy_timeout(connection_.Get(), kBusyMilliseconds);
   // No row is longer, so a damaged length asks for no memory.
   sqlite3_limit(connection_.Get(), SQLITE_LIMIT_LENGTH, kLongestRow);
@@ -137,6 +160,7 @@ void Storage::RememberLogHead() noexcept {
 }
 
 bool Storage::NothingCommittedSince() const noexcept {
+  if (access_ == Access::Unchanging) return true;
   if (!logHead_) return false;
   for (size_t word = 0; word < knownLog_.size(); ++word) {
     if (logHead_[word] != knownLog_[word]) return false;

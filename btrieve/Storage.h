@@ -80,8 +80,12 @@ class Storage {
   static bool IsDataFile(ByteView start) noexcept;
   static constexpr size_t kStartSize = 100;
 
-  void Open(const std::string& path);
+  // How a file is opened: to be written; to be read beside its log, which others may write; or as
+  // it stands, without a log, when nobody can change it.
+  enum class Access : uint8_t { Write, Read, Unchanging };
+  void Open(const std::string& path, Access access = Access::Write);
   void Close() noexcept;
+  bool IsReadOnly() const noexcept { return access_ != Access::Write; }
 
   const FileSpec& Spec() const noexcept { return spec_; }
   // The slot of a key by the number callers pass; -1 without one.
@@ -191,6 +195,7 @@ class Storage {
   void BuildIndex(Index& index, size_t slot);
 
   Connection connection_;
+  Access access_ = Access::Write;
   FileSpec spec_;
   std::vector<Index> indexes_;
   std::array<int8_t, kHighestKeyNumber + 1> slots_{};
