@@ -160,13 +160,4 @@ bool DataFile::MakeAllStable() noexcept {
   return MakeStable();
 }
 
-void DataFile::NoteSynced(bool done) noexcept {
-  dirtyOutside_ = false;
-  if (done) {
-    base_.NoteSynced(syncing_);
-  } else {
-    dirty_ = true;
-  }
-}
-
 }  // namespace btrieve

@@ -8,7 +8,7 @@ namespace btrieve {
 namespace {
 std::atomic<SyncHook> syncHook{nullptr};
 bool (*isRemote)(const std::string& path) = SystemSaysRemote;
-}
+}  // namespace
 
 std::string DirectoryOf(const std::string& path) { return path.substr(0, DirectoryLength(path)); }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <new>
 
 namespace btrieve {
@@ -215,6 +216,10 @@ void FilePages::DropUnused() noexcept {
   DropWhere(mask_ + 1, 0, [](const Page& page) { return !page.IsUsed(); });
 }
 
+// Connections of different threads share the cache.
+std::mutex cacheMutex;
+using Lock = std::lock_guard<std::mutex>;
+
 FilePages& Of(sqlite3_pcache* cache) noexcept { return *reinterpret_cast<FilePages*>(cache); }
 Page& Of(sqlite3_pcache_page* page) noexcept { return *static_cast<Page*>(page); }
 
@@ -232,10 +237,14 @@ sqlite3_pcache* Create(int pageSize, int extraSize, int purgeable) {
 // There is but the one bound.
 void SetSize(sqlite3_pcache*, int) {}
 
-int Count(sqlite3_pcache* cache) { return static_cast<int>(Of(cache).Count()); }
+int Count(sqlite3_pcache* cache) {
+  const Lock lock(cacheMutex);
+  return static_cast<int>(Of(cache).Count());
+}
 
 // `create` 1 asks for a new page only if that is easy, else SQLite puts changed ones into the log.
 sqlite3_pcache_page* Fetch(sqlite3_pcache* cache, unsigned number, int create) {
+  const Lock lock(cacheMutex);
   FilePages& file = Of(cache);
   if (Page* page = file.Find(number)) {
     file.Use(*page);
@@ -246,25 +255,47 @@ sqlite3_pcache_page* Fetch(sqlite3_pcache* cache, unsigned number, int create) {
 }
 
 void Unpin(sqlite3_pcache* cache, sqlite3_pcache_page* page, int discard) {
+  const Lock lock(cacheMutex);
   Of(cache).Leave(Of(page), discard != 0);
 }
 
 void Rekey(sqlite3_pcache* cache, sqlite3_pcache_page* page, unsigned, unsigned number) {
+  const Lock lock(cacheMutex);
   Of(cache).Renumber(Of(page), number);
 }
 
-void Truncate(sqlite3_pcache* cache, unsigned first) { Of(cache).Truncate(first); }
-void Shrink(sqlite3_pcache* cache) { Of(cache).DropUnused(); }
-void Destroy(sqlite3_pcache* cache) { delete &Of(cache); }
+void Truncate(sqlite3_pcache* cache, unsigned first) {
+  const Lock lock(cacheMutex);
+  Of(cache).Truncate(first);
+}
+
+void Shrink(sqlite3_pcache* cache) {
+  const Lock lock(cacheMutex);
+  Of(cache).DropUnused();
+}
+
+void Destroy(sqlite3_pcache* cache) {
+  const Lock lock(cacheMutex);
+  delete &Of(cache);
+}
 
 }  // namespace
 
-bool UseSharedPageCache() noexcept {
+namespace {
+
+bool PutInPlace() noexcept {
   static sqlite3_pcache_methods2 methods = {1,        nullptr, Begin, End,   Create,
                                             SetSize,  Count,   Fetch, Unpin, Rekey,
                                             Truncate, Destroy, Shrink};
   shared.bound = CacheSizeOf(std::getenv("W64BTRV_CACHE_MB"));
   return sqlite3_config(SQLITE_CONFIG_PCACHE2, &methods) == SQLITE_OK;
+}
+
+}  // namespace
+
+bool UseSharedPageCache() noexcept {
+  static const bool used = PutInPlace();
+  return used;
 }
 
 size_t CacheSizeOf(const char* setting) noexcept {

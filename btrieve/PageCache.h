@@ -2,15 +2,15 @@
 // that is wanted takes the place of the one that nobody has used for the longest time, whatever
 // file that belongs to, so files that are read get what they need and idle ones give theirs up.
 //
-// Used by SQLite alone, which is called by one thread at a time here.
+// Used by SQLite alone, by any thread.
 #pragma once
 
 #include <cstddef>
 
 namespace btrieve {
 
-// Puts the cache in the place of SQLite's own; to be called before SQLite starts. The bound is what
-// the environment variable W64BTRV_CACHE_MB says.
+// Puts the cache in the place of SQLite's own, once; to be called before SQLite starts, else false.
+// The bound is what the environment variable W64BTRV_CACHE_MB says.
 bool UseSharedPageCache() noexcept;
 
 // Bytes for a setting in MB of 2^20 bytes; 64 MB for null and for what is no number from 4 to

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <random>
 #include <string>
 
 #include "btrieve/HostFile.h"
@@ -32,7 +33,7 @@ class TwoSeats : public testing::Test {
   }
 
  private:
-  std::string name_ = "btrieve-test-" + std::to_string(ProcessNumber());
+  std::string name_ = "btrieve-test-" + std::to_string(std::random_device{}());
 };
 
 TEST_F(TwoSeats, AreOneOwnersEachUntilHeLeaves) {

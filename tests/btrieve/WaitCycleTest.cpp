@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <random>
 #include <set>
 #include <string>
 
@@ -85,7 +86,7 @@ class Waiter {
 
  private:
   // Like no file's of other processes that wait meanwhile.
-  static inline const FileIdentity kFile{ProcessNumber(), 0xFEEDFACE};
+  static inline const FileIdentity kFile{std::random_device{}(), 0xFEEDFACE};
 
   LockWait wait_;
   std::set<uint64_t> held_;

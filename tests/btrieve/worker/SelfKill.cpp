@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "Die.h"
+#include "btrieve/PageCache.h"
 
 namespace btrieve::test {
 namespace {
@@ -110,7 +111,7 @@ int Delete(sqlite3_vfs*, const char* name, int syncDirectory) {
 }  // namespace
 
 bool PrepareToDie() {
-  if (sqlite3_initialize() != SQLITE_OK) return false;
+  if (!UseSharedPageCache() || sqlite3_initialize() != SQLITE_OK) return false;
   below = sqlite3_vfs_find(nullptr);
   static sqlite3_vfs vfs = *below;
   vfs.szOsFile += static_cast<int>(sizeof(sqlite3_file));

@@ -22,14 +22,11 @@ struct Task {
 };
 
 constexpr Task kTasks[] = {
-    {"bank", BankWork},
-    {"history", HistoryWork},
+    {"bank", BankWork},    {"history", HistoryWork},
     {"plan", Work},
 #ifndef _WIN32
-    {"read", ReadForEver},
-    {"end", InsertAndEnd},
-    {"serve", ServeCalls},
-    {"unprivileged", ServeUnprivileged},
+    {"read", ReadForEver}, {"end", InsertAndEnd},
+    {"serve", ServeCalls}, {"unprivileged", ServeUnprivileged},
 #endif
 };
 

@@ -1,8 +1,7 @@
-#include "Alone.h"
-
 #include <unistd.h>
 
 #include "../kit/Calls.h"
+#include "Alone.h"
 #include "btrieve/HostFile.h"
 
 namespace btrieve::test {
