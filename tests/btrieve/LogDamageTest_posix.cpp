@@ -179,9 +179,9 @@ TEST(LogDamage, WhatATransactionLeftBehindIsNoDamage) {
   ASSERT_EQ(insert(kGoodRecords), 0);
   const std::string logPath = path + "-wal";
   const auto committed = std::filesystem::file_size(logPath);
-  Session::Get().OpenFiles().front()->Base().Link().Run("PRAGMA cache_size=10");
   process.Call(kBegin, 0, {});
   for (int32_t id = 1000; id < 4000; ++id) ASSERT_EQ(insert(id), 0);
+  sqlite3_db_cacheflush(Session::Get().OpenFiles().front()->Base().Link().Get());
   ASSERT_GT(std::filesystem::file_size(logPath), committed + 10 * kFrameSize);
   process.Call(kAbort, 0, {});
   ASSERT_EQ(insert(kGoodRecords + 1), 0);

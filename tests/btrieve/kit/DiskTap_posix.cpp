@@ -154,11 +154,15 @@ int unlink(const char* path) noexcept {
   return static_cast<int>(told ? Through({DiskKind::Remove, path}, remove) : remove());
 }
 
-int rename(const char* from, const char* to) noexcept {
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+              unsigned flags) noexcept {
   const std::lock_guard lock(mutex);
-  const auto move = [&] { return syscall(SYS_rename, from, to); };
+  const auto move = [&] { return syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags); };
   return static_cast<int>(
       IsTapped(to) ? Through({.kind = DiskKind::Rename, .path = from, .to = to}, move) : move());
+}
+int rename(const char* from, const char* to) noexcept {
+  return renameat2(AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
 }  // extern "C"
