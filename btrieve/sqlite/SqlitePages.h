@@ -15,7 +15,8 @@ extern "C" {
 int sqlite_page_get(sqlite3* connection, unsigned number, void** page, const unsigned char** bytes);
 void sqlite_page_release(void* page);
 
-/* Given by the layer below: puts a page's checksum at its end, in files that keep so many bytes free
+/* Given by the layer below: puts a page's checksum at its end, in files that keep so many bytes
+*free
 ** there. */
 enum { kSealSize = 8 };
 void sqlite_seal_page(void* page, unsigned number);

@@ -46,6 +46,7 @@ class Step {
   // back. Of the numbers those are the lowest: the highest must stay to be counted on from.
   std::vector<std::pair<int32_t, Fields>> RemoveOldest(int file, size_t most, size_t keep);
   void AddTo(int file, int32_t account, const Fields& change);
+  void UnlockAll();
 
   Client& client_;
   std::mt19937& random_;
@@ -82,7 +83,11 @@ void Step::AddTo(int file, int32_t account, const Fields& change) {
   for (size_t i = 0; i < fields.size(); ++i) fields[i] += change[i];
   Does({Effect::Add, file, account, change});
   Call(kUpdate + kNoWait, file, {.data = BankRecord(file, account, fields), .keyNumber = -1});
-  if (begin_ == 0) client_.Call(kUnlock, file, {.keyNumber = -2});
+}
+
+// Of a record that was read to be changed, and then was not.
+void Step::UnlockAll() {
+  for (int file = 0; file < kBankFiles; ++file) client_.Call(kUnlock, file, {.keyNumber = -2});
 }
 
 void Step::Put(int file, const Fields& fields) {
@@ -164,10 +169,13 @@ std::vector<Effect> Step::Run(int begin, void (Step::*body)(), bool keep) {
     (this->*body)();
   } catch (const Refused&) {
     if (begin_ != 0) Call(kAbort, 0, {});
-    for (int file = 0; file < kBankFiles; ++file) client_.Call(kUnlock, file, {.keyNumber = -2});
+    UnlockAll();
     throw;
   }
-  if (begin_ == 0) return effects_;
+  if (begin_ == 0) {
+    UnlockAll();
+    return effects_;
+  }
   if (!keep) {
     Call(kAbort, 0, {});
     throw Refused();
