@@ -129,8 +129,11 @@ class Storage {
     LeaveRead();
     pages_.Release();
   }
-  // Nothing has been committed since the state being read.
-  bool IsCurrent() const noexcept { return writing_ || (snapshot_ && NothingCommittedSince()); }
+  // Nothing has been committed since the state being read, nor is a commit under way: one whose
+  // process has died in the midst of publishing it may yet come to be seen.
+  bool IsCurrent() const noexcept {
+    return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince());
+  }
 
   // One write transaction at a time; reads are part of it. It begins from the newest state, behind
   // which no lost commit stands in the log.

@@ -81,18 +81,7 @@ std::string Differences(const PlanState& found, const PlanState& expected) {
 
 class DiskFaults : public testing::TestWithParam<Fault> {
  protected:
-  void SetUp() override {
-    ThisProcess process;
-    for (const std::string& path : paths_) {
-      ASSERT_EQ(process.Call(kCreate, 31, {.data = PlanBlock(), .key = PathKey(path)}).status, 0);
-    }
-    ASSERT_TRUE(OpenPlanFiles(process, paths_));
-    while (next_ < 8) {
-      const PlanStep step = PlanOf(kSeed, next_++, state_);
-      ASSERT_TRUE(PerformStep(process, step));
-      ApplyStep(step, state_);
-    }
-  }
+  void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, kSeed, next_, state_)); }
 
   // Opens, does a few steps, closes; the call that fails is told by its status. Then the rest, on a
   // disk that works, in the same process.
@@ -100,7 +89,7 @@ class DiskFaults : public testing::TestWithParam<Fault> {
 
   static constexpr uint32_t kSeed = 11;
   static constexpr uint32_t kSteps = 5;
-  uint32_t next_ = 0;
+  uint32_t next_ = 8;
   PlanState state_;
   Folder folder_;
   std::vector<std::string> paths_ = {folder_.Path("a.dat"), folder_.Path("b.dat")};

@@ -18,18 +18,7 @@ namespace {
 
 class KillTest : public testing::Test {
  protected:
-  void SetUp() override {
-    ThisProcess process;
-    for (const std::string& path : paths_) {
-      ASSERT_EQ(process.Call(kCreate, 31, {.data = PlanBlock(), .key = PathKey(path)}).status, 0);
-    }
-    ASSERT_TRUE(OpenPlanFiles(process, paths_));
-    while (next_ < 20) {
-      const PlanStep step = PlanOf(seed_, next_++, state_);
-      ASSERT_TRUE(PerformStep(process, step));
-      ApplyStep(step, state_);
-    }
-  }
+  void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, seed_, next_, state_)); }
 
   std::vector<std::string> Arguments(uint32_t steps, uint32_t killAt) const {
     return {"plan",
@@ -63,7 +52,7 @@ class KillTest : public testing::Test {
   void Advance() { ApplyStep(PlanOf(seed_, next_++, state_), state_); }
 
   uint32_t seed_ = std::random_device{}();
-  uint32_t next_ = 0;
+  uint32_t next_ = 20;
   PlanState state_;
   int inFlight_ = 0;
   Folder folder_;

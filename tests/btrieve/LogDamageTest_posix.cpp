@@ -190,5 +190,31 @@ TEST(LogDamage, WhatATransactionLeftBehindIsNoDamage) {
   EXPECT_EQ(found.records, static_cast<uint32_t>(kGoodRecords) + 2);
 }
 
+// The last bytes of their pages are their own.
+TEST(OtherDatabases, AreLeftWithoutAChecksum) {
+  const Folder folder;
+  ThisProcess process;
+  WriteBytes(folder.Path("a.dat"), GoodFile());
+  ASSERT_EQ(process.Call(kOpen, 0, {.key = PathKey(folder.Path("a.dat"))}).status, 0);
+  sqlite3* raw = nullptr;
+  ASSERT_EQ(sqlite3_open(folder.Path("other.db").c_str(), &raw), SQLITE_OK);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> other(raw, &sqlite3_close);
+  EXPECT_EQ(sqlite3_exec(raw,
+                         "PRAGMA journal_mode=WAL; CREATE TABLE t(a TEXT);"
+                         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<500)"
+                         "INSERT INTO t SELECT printf('%0100d', i) FROM n;"
+                         "PRAGMA wal_checkpoint(TRUNCATE);",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_db_release_memory(raw);
+  std::string verdict;
+  const auto take = [](void* text, int, char** values, char**) {
+    *static_cast<std::string*>(text) += values[0];
+    return 0;
+  };
+  sqlite3_exec(raw, "PRAGMA integrity_check; SELECT sum(a) FROM t;", take, &verdict, nullptr);
+  EXPECT_EQ(verdict, "ok125250");
+}
+
 }  // namespace
 }  // namespace btrieve::test

@@ -22,18 +22,7 @@ constexpr int32_t kOwnId = 1 << 20;  // of the survivor's records; the plan's id
 
 class SurvivorTest : public testing::TestWithParam<Case> {
  protected:
-  void SetUp() override {
-    ThisProcess process;
-    for (const std::string& path : paths_) {
-      ASSERT_EQ(process.Call(kCreate, 31, {.data = PlanBlock(), .key = PathKey(path)}).status, 0);
-    }
-    ASSERT_TRUE(OpenPlanFiles(process, paths_));
-    while (number_ < 20) {
-      const PlanStep step = PlanOf(seed_, number_++, state_);
-      ASSERT_TRUE(PerformStep(process, step));
-      ApplyStep(step, state_);
-    }
-  }
+  void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, seed_, number_, state_)); }
 
   // The next step of the plan that is a transaction of this kind and inserts into its second file.
   PlanStep FindStep() {
@@ -82,7 +71,7 @@ class SurvivorTest : public testing::TestWithParam<Case> {
   }
 
   uint32_t seed_ = 4711;
-  uint32_t number_ = 0;
+  uint32_t number_ = 20;
   int32_t ownRecords_ = 0;
   PlanState state_;
   Folder folder_;

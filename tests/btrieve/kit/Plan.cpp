@@ -115,6 +115,22 @@ bool PerformStep(Client& client, const PlanStep& step) {
   return step.begin == 0 || client.Call(kEnd, 0, {}).status == 0;
 }
 
+bool BeginPlan(const std::vector<std::string>& paths, uint32_t seed, uint32_t steps,
+               PlanState& state) {
+  ThisProcess process;
+  for (const std::string& path : paths) {
+    const CallIn in{.data = PlanBlock(), .key = PathKey(path)};
+    if (process.Call(kCreate, kBlocks - 1, in).status != 0) return false;
+  }
+  if (!OpenPlanFiles(process, paths)) return false;
+  for (uint32_t number = 0; number < steps; ++number) {
+    const PlanStep step = PlanOf(seed, number, state);
+    if (!PerformStep(process, step)) return false;
+    ApplyStep(step, state);
+  }
+  return true;
+}
+
 std::string ReadPlanFiles(Client& client, PlanState& state) {
   const std::string first = ReadPlanFile(client, 0, state[0]);
   return first.empty() ? ReadPlanFile(client, 1, state[1]) : first;
