@@ -115,9 +115,9 @@ start_windows() {
 }
 
 stop_windows() {
-  kill "${IDLE:-0}" 2>/dev/null || true
+  [ -z "${IDLE:-}" ] || kill "$IDLE" 2>/dev/null || true
   "$WINESERVER" -k 2>/dev/null || true
-  kill "${XVFB:-0}" 2>/dev/null || true
+  [ -z "${XVFB:-}" ] || kill "$XVFB" 2>/dev/null || true
   wait 2>/dev/null || true
 }
 
