@@ -56,10 +56,8 @@ const MakeUpCase kOther[] = {
 
 const MakeUpCase kSound[] = {
     {"a key that the dictionary does not tell", kFields,
-     R"({ fields = ["Id"] }, { fields = ["Sum"] })",
-     "warning: table \"T\": the number of keys is 3 in the file and 2 in the dictionary\n"
-     "warning: table \"T\": key 1 of the dictionary is key 2 of the file; forms take key 1 for "
-     "it\n"},
+     R"({ fields = ["Id"] }, { fields = ["Name"], duplicates = true })",
+     "warning: table \"T\": the number of keys is 3 in the file and 2 in the dictionary\n"},
     {"other flags of a key", kFields,
      R"({ fields = ["Id"] }, { fields = ["Name"] }, { fields = ["Sum"] })",
      "warning: table \"T\": key 1, segment 0, field \"Name\": the flag word is 1 in the file and 0 "
@@ -71,6 +69,10 @@ const MakeUpCase kSound[] = {
      "warning: table \"T\": key 0, segment 0, field \"Id\": the type is 1 in the file and 14 in "
      "the dictionary\n"},
 };
+
+const MakeUpCase kMoved{"a key between the others that the dictionary does not tell", kFields,
+                        R"({ fields = ["Id"] }, { fields = ["Sum"] })",
+                        "key 1 of the dictionary is key 2 of the file; forms take key 1 for it"};
 
 class MakeUp : public ToolTest {
  protected:
@@ -146,9 +148,20 @@ TEST_F(MakeUp, WhatReadsRightIsReadWithAWarning) {
   }
 }
 
+// Forms would search along another key.
+TEST_F(MakeUp, ADictionaryThatMovesAKeyIsNotBuilt) {
+  const Said said = BuildKeeping(kMoved);
+  EXPECT_EQ(said.code, 4);
+  EXPECT_NE(said.err.find(kMoved.told), std::string::npos) << said.err;
+  EXPECT_EQ(Check().code, 0) << "the former dictionary stands";
+  PutDictionary(kMoved);
+  EXPECT_EQ(Check().code, 1);
+  EXPECT_NE(Check().out.find(std::string("T: ") + kMoved.told), std::string::npos);
+}
+
 // Key 1 of the dictionary is the file's key 2: a key between them has no rows.
 TEST_F(MakeUp, AKeyIsFoundThoughItsNumberHasMoved) {
-  BuildKeeping(kSound[0]);
+  PutDictionary(kMoved);
   EXPECT_EQ(Run({"export", Path("db"), "T", "--key", "Sum"}).out,
             "Id,Sum,Name\n3,10,a\n2,20,b\n1,30,c\n");
   const Said refused = Import("T", "Id,Sum,Name\n4,30,d\n");

@@ -157,8 +157,8 @@ void Matcher::CompareKeys() {
 void Matcher::CompareKey(size_t number, bool isUntold) {
   const std::optional<size_t> slot = match_.slots[number];
   if (slot && *slot != number) {
-    Add(Weight::Note, KeyName(number) + " of the dictionary is " + KeyName(*slot) +
-                          " of the file; forms take " + KeyName(number) + " for it");
+    Add(Weight::Key, KeyName(number) + " of the dictionary is " + KeyName(*slot) +
+                         " of the file; forms take " + KeyName(number) + " for it");
   }
   if (slot) return TellKinds(number, file_.keys[*slot]);
   if (!SaysAnything(table_.keys[number])) return;

@@ -14,7 +14,7 @@ namespace qrndata {
 
 enum class Weight {
   Note,    // records and keys are read right all the same
-  Key,     // the description has a key that the file has not
+  Key,     // the description has a key that the file has not, or has at another number
   Record,  // values would be read from, or written to, the wrong bytes
 };
 
