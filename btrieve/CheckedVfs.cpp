@@ -205,7 +205,8 @@ int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile**
   if ((result & 0xFF) == SQLITE_CANTOPEN && SharedFindsNoRoom(Ours(file)->name))
     result = SQLITE_FULL;
   if (region == 0) {
-    Ours(file)->logHead = result == SQLITE_OK ? static_cast<SharedLogHead>(*memory) : nullptr;
+    const bool mapped = result == SQLITE_OK || result == SQLITE_READONLY;
+    Ours(file)->logHead = mapped ? static_cast<SharedLogHead>(*memory) : nullptr;
   }
   return result;
 }

@@ -115,10 +115,11 @@ bool DataFile::MakeStable() noexcept {
   dirty_ = !SyncFile(LogPath(), logEntryIsNew_);
   if (dirty_) {
     syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
+    unsureSalts_ = place.salts;
     return false;
   }
   logEntryIsNew_ = false;
-  base_.NoteSynced(place);
+  NoteSynced(place);
   return true;
 }
 
@@ -127,9 +128,16 @@ void DataFile::TakeOutcome() noexcept {
   const std::optional<LogPlace> place = std::exchange(syncing_, std::nullopt);
   if (!done) {
     dirty_ = logEntryIsNew_ = true;
+    if (place) unsureSalts_ = place->salts;
   } else if (place) {
-    base_.NoteSynced(*place);
+    NoteSynced(*place);
   }
+}
+
+// After a sync that failed, a later one of the same log may succeed without having brought all of
+// it to the disk, so nothing more is said of it.
+void DataFile::NoteSynced(const LogPlace& place) noexcept {
+  if (place.salts != unsureSalts_) base_.NoteSynced(place);
 }
 
 std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
@@ -143,6 +151,7 @@ std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
 }
 
 bool DataFile::LookAtOthers() noexcept {
+  if (base_.IsReadOnly()) return false;
   const LogWatch::Seen seen = watch_.Look(LogHeadOf(base_.Link().Get()));
   if (seen == LogWatch::Seen::Quiet) MarkDirty();
   return seen != LogWatch::Seen::Nothing;

@@ -126,6 +126,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
  private:
   // Waits for a sync outside, and notes what came of it.
   void TakeOutcome() noexcept;
+  void NoteSynced(const LogPlace& place) noexcept;
 
   static constexpr uint32_t kLeastReserved = 8;
   // Lost when a process dies in an exclusive transaction. One that inserts more and dies leaves
@@ -145,6 +146,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   bool dirty_ = false;
   std::optional<LogPlace> syncing_;  // what a sync outside, when it is done, has covered
   Status syncFault_ = kIoError;
+  uint64_t unsureSalts_ = 0;  // of the log whose sync has failed
   bool logEntryIsNew_ = true;
   std::shared_ptr<OutsideSync> outside_ = std::make_shared<OutsideSync>();
   LogWatch watch_;

@@ -42,7 +42,7 @@ void AddIntent(DataFile& file, const Intent& intent) {
   insert.Bind(1, intent.number);
   insert.Bind(2, View(intent.coordinator));
   insert.Step();
-  ++file.Base().Counts().intents;
+  file.Base().ChangeIntents(+1);
 }
 
 bool RemoveIntent(DataFile& file, const TransactionNumber& number) {
@@ -50,7 +50,7 @@ bool RemoveIntent(DataFile& file, const TransactionNumber& number) {
   remove.Bind(1, number);
   remove.Step();
   if (file.Base().Link().Changes() != 1) return false;
-  --file.Base().Counts().intents;
+  file.Base().ChangeIntents(-1);
   return true;
 }
 

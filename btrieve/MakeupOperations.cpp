@@ -30,6 +30,10 @@ Status ChangeMakeup(Call& call, Change change) {
   DataFile& file = call.File();
   const SoleUse sole(file);
   if (!sole) return kFileInUse;
+  Session& session = call.session;
+  if (const Status status = session.Retry(true, [&] { return session.SettleIntents(file); })) {
+    return status;
+  }
   file.Base().BeginWrite();
   Status status = kOk;
   try {

@@ -13,6 +13,8 @@
 
 namespace btrieve {
 
+struct RedoPart;
+
 // How long a call waits for another process's lock before it gives 84 or 85; or 78, much earlier,
 // where processes wait for each other and this one began last.
 inline constexpr std::chrono::milliseconds kLockWait{3000};
@@ -116,6 +118,7 @@ class Session {
   void Register(const std::shared_ptr<DataFile>& file);
   // Carries on what the file, as a transaction's coordinator, still has to tell other files.
   void FinishRedo(DataFile& file);
+  void FinishPart(DataFile& file, const RedoPart& part);
   Status SettleIntent(DataFile& file, const std::vector<uint8_t>& number, const std::string& name);
   void DeclareIntent(DataFile& file);
   void TakeSettlerByte(DataFile& file);

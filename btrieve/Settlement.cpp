@@ -127,15 +127,21 @@ Status Session::SettleIntent(DataFile& file, const TransactionNumber& number,
 void Session::FinishRedo(DataFile& file) {
   file.Base().EnterRead();
   for (const RedoPart& part : ReadRedoParts(file)) {
-    std::shared_ptr<DataFile> other;
-    if (VisitFile(ResolvedFrom(file.Path(), part.file), other) != kOk) continue;
-    if (SettleIntents(*other) != kOk) continue;
-    const std::vector<Intent> left = ReadIntents(*other);
-    const bool settled = std::none_of(left.begin(), left.end(), [&](const Intent& intent) {
-      return intent.number == part.number;
-    });
-    if (settled && other->MakeAllStable()) ForgetRedo(file, part);
+    try {
+      FinishPart(file, part);
+    } catch (const Failure&) {  // the other file is at fault, and this one keeps what to tell it
+    }
   }
+}
+
+void Session::FinishPart(DataFile& file, const RedoPart& part) {
+  std::shared_ptr<DataFile> other;
+  if (VisitFile(ResolvedFrom(file.Path(), part.file), other) != kOk) return;
+  if (SettleIntents(*other) != kOk) return;
+  const std::vector<Intent> left = ReadIntents(*other);
+  const bool settled = std::none_of(
+      left.begin(), left.end(), [&](const Intent& intent) { return intent.number == part.number; });
+  if (settled && other->MakeAllStable()) ForgetRedo(file, part);
 }
 
 }  // namespace btrieve

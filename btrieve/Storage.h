@@ -158,6 +158,11 @@ class Storage {
     wrote_ = true;
     head_.nextPosition = position;
   }
+  // Within a write transaction: rows of intents have come or gone.
+  void ChangeIntents(int by) noexcept {
+    wrote_ = true;
+    head_.intents += static_cast<uint32_t>(by);
+  }
   // Rows alone; counters and order are the caller's care.
   void InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);

@@ -255,10 +255,17 @@ void Session::AbortPart(DataFile& file, bool removeIntent) {
       if (part.intent && removeIntent) RemoveIntent(file, transaction_.number);
       file.Base().CommitWrite();
     }
-    file.Base().EnterRead();
-    ReviseCursors(file, file.Base().Counts().version);
   } catch (const Failure&) {  // the intent goes with the next user's settlement
     file.Base().RollbackWrite();
+  }
+  try {
+    file.Base().EnterRead();
+    ReviseCursors(file, file.Base().Counts().version);
+  } catch (const Failure&) {  // then no version is known to be right
+    cursors_.ForEachOn(file, [](Cursor& cursor) {
+      cursor.walk.End();
+      cursor.version = kStaleVersion;
+    });
   }
 }
 

@@ -35,10 +35,21 @@ void WriteScope::GiveBack() noexcept {
 }
 
 void WriteScope::EnterPlain() {
+  if (!BeginSettled()) Settle();
+}
+
+// A write transaction; false, with none open, when something is to be settled first.
+bool WriteScope::BeginSettled() {
   file_.Base().BeginWrite();
-  if (session_.IsSettled(file_)) return;
-  file_.Base().RollbackWrite();
-  Settle();
+  bool settled = false;
+  try {
+    settled = session_.IsSettled(file_);
+  } catch (...) {
+    file_.Base().RollbackWrite();
+    throw;
+  }
+  if (!settled) file_.Base().RollbackWrite();
+  return settled;
 }
 
 void WriteScope::Settle() {
@@ -55,8 +66,10 @@ void WriteScope::EnterExclusive() {
   if (blocked_ != kOk || part.writes) return;
   unsettled_ = session_.SettleIntents(file_);
   if (unsettled_ != kOk) return;
+  // A file that could not be opened for writing leads no transaction: others' intents would name
+  // it.
+  OpenExclusively(!session_.Running().writers.empty());
   session_.TakePart(file_, true);
-  OpenExclusively(session_.Running().writers.front().get() != &file_);
 }
 
 // The commit before the transaction's own says what must be known should it not come to its end.
@@ -65,13 +78,13 @@ void WriteScope::OpenExclusively(bool follows) {
   file_.Base().BeginWrite();
   try {
     file_.PutPositionsAside();
-    if (follows) session_.AddOwnIntent(file_);
+    if (follows && !file_.Part().intent) session_.AddOwnIntent(file_);
   } catch (...) {
     file_.Base().RollbackWrite();
     throw;
   }
   file_.Base().CommitWrite();
-  file_.Part().intent = follows;
+  file_.Part().intent = file_.Part().intent || follows;
   session_.NoteCommit(file_);
   file_.Base().BeginWrite();
   file_.TakePositionsAside();
@@ -89,11 +102,7 @@ void WriteScope::EnterConcurrent() {
 bool WriteScope::ReserveForOne() {
   const uint32_t count = static_cast<uint32_t>(file_.KeyCount()) + 1;
   if (!file_.HasReserved(count)) {
-    file_.Base().BeginWrite();
-    if (!session_.IsSettled(file_)) {
-      file_.Base().RollbackWrite();
-      return false;
-    }
+    if (!BeginSettled()) return false;
     file_.Reserve(count);
   }
   file_.Base().EnterRead();

@@ -46,6 +46,7 @@ class WriteScope {
   void EnterExclusive();
   void EnterConcurrent();
   void OpenExclusively(bool follows);
+  bool BeginSettled();
   void Settle();
   bool ReserveForOne();
   bool Claim(uint64_t hash);

@@ -16,8 +16,8 @@ int sqlite_page_get(sqlite3* connection, unsigned number, void** page, const uns
 void sqlite_page_release(void* page);
 
 /* Given by the layer below: puts a page's checksum at its end, in files that keep so many bytes
-*free
-** there. */
+ *free
+ ** there. */
 enum { kSealSize = 8 };
 void sqlite_seal_page(void* page, unsigned number);
 /* Whether the open transaction reads from the log: not when all of it was in the file already. */
