@@ -4,6 +4,8 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "btrieve/Background.h"
 
@@ -13,14 +15,14 @@ class OutsideSync {
  public:
   // With the session's mutex held; Finish then follows without it.
   void Begin() noexcept { state_ = State::UnderWay; }
-  void Finish(bool done) noexcept {
-    state_ = done ? State::Done : State::Failed;
-    state_.notify_all();
-  }
+  void Finish(bool done) noexcept { state_ = done ? State::Done : State::Failed; }
   // Returns once none is under way. False, once, when the last one failed; also at the end of the
   // process, when the thread has gone in the middle of it.
   [[nodiscard]] bool Await() noexcept {
-    if (!ProcessIsEnding()) state_.wait(State::UnderWay);
+    // By looking, for a sync takes its milliseconds anyway, and no wake-up can be missed.
+    while (state_ == State::UnderWay && !ProcessIsEnding()) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     const State last = state_.exchange(State::Done);
     return last == State::Done;
   }
