@@ -72,7 +72,7 @@ class FormControl : public Scriptable {
   virtual bool IsDefault() const { return false; }
   virtual bool IsCancel() const { return false; }
   virtual void Press() {}
-  // True for a multi-line text and a button: Enter is theirs.
+  // True for a text of several lines and a button: Enter is theirs, not the default button's.
   virtual bool WantsEnter() const { return false; }
   virtual void AmbientChanged(DISPID) noexcept {}
   virtual std::span<const EventInfo> Events() const = 0;

@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <windowsx.h>
 
+#include "host/runner/Designer.h"
 #include "host/runner/Form.h"
 
 namespace qrn::host {
@@ -33,6 +34,11 @@ POINT ScreenPointOf(const MSG& message) noexcept {
 }
 
 }  // namespace
+
+bool IsDesignerKey(const form::KeyChord& chord) noexcept {
+  if (chord.virtualKey == VK_SPACE) return chord.alt;
+  return chord.virtualKey == VK_F4 || chord.virtualKey == VK_F10;
+}
 
 // By place and not by window: disabled ones and pieces without a window are chosen too.
 FormControl* Form::ControlUnder(POINT screen) const noexcept {

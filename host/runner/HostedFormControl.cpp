@@ -55,6 +55,19 @@ void HostedFormControl::GiveUpFocus() noexcept {
   if (hosted_) hosted_->GiveUpFocus();
 }
 
+// It says so itself, or what has the keyboard in it takes every key, as a text of several lines
+// does. That is asked without the message: an edit window that sees one behaves as in a dialog
+// afterwards.
+bool HostedFormControl::WantsEnter() const {
+  CONTROLINFO info{};
+  info.cb = sizeof info;
+  const Com<IOleControl> control = Query<IOleControl>(HostedObject());
+  const bool told = control && control->GetControlInfo(&info) == S_OK;
+  if (told && (info.dwFlags & CTRLINFO_EATS_RETURN) != 0) return true;
+  return HasFocus() &&
+         (SendMessageW(GetFocus(), WM_GETDLGCODE, VK_RETURN, 0) & DLGC_WANTALLKEYS) != 0;
+}
+
 MnemonicUse HostedFormControl::TryMnemonic(const MSG& message, wchar_t) {
   const bool used = hosted_ && CanTakeFocus() && hosted_->TryMnemonic(message);
   return used ? MnemonicUse::Done : MnemonicUse::None;

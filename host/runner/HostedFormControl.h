@@ -24,6 +24,7 @@ class HostedFormControl final : public FormControl, public ControlOwner {
   bool IsTabStop() const override;
   bool TakeFocus() override;
   void GiveUpFocus() noexcept override;
+  bool WantsEnter() const override;
   MnemonicUse TryMnemonic(const MSG& message, wchar_t key) override;
   void AmbientChanged(DISPID id) noexcept override;
   std::span<const EventInfo> Events() const override;

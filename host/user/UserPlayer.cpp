@@ -5,6 +5,7 @@
 #include "host/container/Text.h"
 #include "host/container/WindowUse.h"
 #include "host/form/SourceText.h"
+#include "host/runner/Designer.h"
 #include "host/user/Dialogs.h"
 #include "host/user/StepWords.h"
 #include "host/user/UserInput.h"
@@ -18,6 +19,7 @@ using form::UserVerb;
 
 constexpr DWORD kStartPatienceMs = 120000;
 constexpr DWORD kEndPatienceMs = 30000;
+constexpr char kDesigned[] = " while the form is designed";
 
 Variant ValueOf(const form::ScriptValue& value) {
   if (const bool* truth = std::get_if<bool>(&value)) return Variant::Bool(*truth);
@@ -190,6 +192,18 @@ HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
   return control.HoldsOthers() ? control.Window() : InnermostAt(control.Window(), point);
 }
 
+// Beside a form that is designed a box or its property pages may hear the keys.
+void UserPlayer::RequireListener(const std::string& complaint) {
+  if (!program_.options().design) return;
+  const HWND front = GetAncestor(ui_.Focus(), GA_ROOT);
+  const bool isForm = Ask<bool>([this, front] {
+    const auto& forms = program_.forms();
+    return std::any_of(forms.begin(), forms.end(),
+                       [front](const Com<Form>& form) { return form->Window() == front; });
+  });
+  if (isForm) Fail(complaint + kDesigned);
+}
+
 void UserPlayer::RequireReach(const std::string& path, POINT point) {
   RequireNoMessage();
   if (!MonitorFromPoint(point, MONITOR_DEFAULTTONULL)) Fail(path + " lies outside the screen");
@@ -326,6 +340,7 @@ void UserPlayer::OnFocus(const UserStep& step) {
 
 // Its handlers may have sent the keyboard on: who asked for it here does not have it then.
 void UserPlayer::TakeFocus(const std::string& path) {
+  if (program_.options().design) Fail(path + " does not take the keyboard" + kDesigned);
   FormControl& control = ControlAt(path);
   SetForegroundWindow(control.form().Window());
   if (!control.CanTakeFocus() || !control.TakeFocus() || !control.HasFocus()) {
@@ -357,15 +372,19 @@ void UserPlayer::OnMove(const UserStep& step) {
 
 void UserPlayer::OnKey(const UserStep& step) {
   const int times = step.Has("times") ? step.Number("times") : 1;
+  const form::KeyChord chord = *form::KeyChordOf(step.Get("key"));
   for (int i = 0; i < times; ++i) {
     RequireKeyboard(false);
-    PressKey(*form::KeyChordOf(step.Get("key")));
+    if (!IsDesignerKey(chord)) RequireListener("the key " + step.Get("key") + " does nothing");
+    PressKey(chord);
     if (i + 1 < times) ui_.WaitIdle();
   }
 }
 
 void UserPlayer::OnType(const UserStep& step) {
   RequireNoMessage();
+  RequireKeyboard(false);
+  RequireListener("nothing is typed");
   RequireKeyboard(true);
   TypeText(Wide(step.Get("text")));
 }
@@ -413,7 +432,7 @@ void UserPlayer::OnSet(const UserStep& step) {
 }
 
 void UserPlayer::OnCall(const UserStep& step) {
-  if (program_.options().design) Fail("nothing is called while the form is designed");
+  if (program_.options().design) Fail(std::string("nothing is called") + kDesigned);
   ActOnForms([this, path = step.Get("path")] { Value(path); });
 }
 

@@ -54,6 +54,8 @@ class UserPlayer {
   // Throws where no window of the program gets the keys, or where a typed text goes to none that
   // takes one.
   void RequireKeyboard(bool forText);
+  // Throws, with `complaint`, where a form that is being designed has the keyboard.
+  void RequireListener(const std::string& complaint);
   // Throws where a user's mouse would not reach the form or control at that point of the screen.
   void RequireReach(const std::string& path, POINT point);
   HWND ReachedWindow(const std::string& path, POINT point);

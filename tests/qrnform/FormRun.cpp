@@ -1,5 +1,6 @@
 #include "tests/qrnform/FormRun.h"
 
+#include <gtest/gtest.h>
 #include <ole2.h>
 #include <windows.h>
 
@@ -74,16 +75,29 @@ std::vector<form::UserStep> StepsOf(const std::string& script) {
   return steps;
 }
 
-void Play(const RunRequest& request, const std::vector<std::string>& files, RunResult* result) {
+// Form files in a folder of their own, by their paths.
+struct FormFiles {
+  explicit FormFiles(const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+      paths.push_back(folder.Write("form" + std::to_string(paths.size() + 1) + ".frm", text));
+    }
+  }
+  void GiveTo(host::ModuleClasses& classes, host::Program& program) const {
+    classes.AddModule(ModuleBeside());
+    for (const std::string& path : paths) program.Add(host::ReadFormSource(path));
+  }
+
+  Folder folder;
+  std::vector<std::string> paths;
+};
+
+void Play(const RunRequest& request, const FormFiles& files, RunResult* result) {
   host::ModuleClasses classes;
   host::Program program(classes, {request.design, false});
   program.SetPrinter([result](const std::string& text) { result->printed += text; });
   program.SetTeller([result](const std::string& text) { result->told += text + "\n"; });
   host::UserPlayer player(program, StepsOf(request.script), "script", false);
-  player.Run([&] {
-    classes.AddModule(ModuleBeside());
-    for (const std::string& file : files) program.Add(host::ReadFormSource(file));
-  });
+  player.Run([&] { files.GiveTo(classes, program); });
   result->failure = player.failure();
   result->faults = program.faults();
 }
@@ -91,23 +105,72 @@ void Play(const RunRequest& request, const std::vector<std::string>& files, RunR
 }  // namespace
 
 RunResult RunForms(const RunRequest& request) {
-  const Folder folder;
-  std::vector<std::string> files;
-  for (const std::string& text : request.forms) {
-    files.push_back(folder.Write("form" + std::to_string(files.size() + 1) + ".frm", text));
-  }
+  const FormFiles files(request.forms);
   RunResult result;
   const Apartment apartment;
   try {
     Play(request, files, &result);
   } catch (const std::exception& error) {
-    result.failure = WithoutFolder(error.what(), files[0]);
+    result.failure = WithoutFolder(error.what(), files.paths[0]);
   } catch (const host::ClassNotFound& error) {
     result.failure = error.reason;
   }
-  result.told = WithoutFolder(result.told, files[0]);
+  result.told = WithoutFolder(result.told, files.paths[0]);
   result.left = host::liveObjects;
   return result;
+}
+
+void ExpectForm(const FormCase& given) {
+  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
+  EXPECT_EQ(result.failure, "") << given.name;
+  EXPECT_EQ(result.printed, given.printed) << given.name;
+  EXPECT_EQ(result.faults, 0) << given.name << ": " << result.told;
+  EXPECT_EQ(result.left, 0) << given.name;
+}
+
+struct OpenForms::Parts {
+  Parts(const std::vector<std::string>& forms, bool design)
+      : files(forms), program(classes, {design, false}) {
+    files.GiveTo(classes, program);
+    program.Start();
+  }
+
+  FormFiles files;
+  Apartment apartment;
+  host::ModuleClasses classes;
+  host::Program program;
+};
+
+OpenForms::OpenForms(const std::vector<std::string>& forms, bool design)
+    : parts_(std::make_unique<Parts>(forms, design)) {}
+
+OpenForms::~OpenForms() = default;
+
+host::Form& OpenForms::first() const { return *parts_->program.forms().front(); }
+
+namespace {
+
+std::string PieceLines(const std::string& kindAndName, int place, int width, int height,
+                       const std::string& more) {
+  std::ostringstream text;
+  text << "Begin " << kindAndName << "\n Left = 100\n Top = " << 100 + 600 * place
+       << "\n Width = " << width << "\n Height = " << height << "\n TabIndex = " << place << "\n"
+       << more << "End\n";
+  return text.str();
+}
+
+}  // namespace
+
+std::string Piece(const std::string& kindAndName, int place, const std::string& more) {
+  return PieceLines(kindAndName, place, 2000, 400, more);
+}
+
+std::string Edit(const std::string& name, int place, const std::string& more) {
+  return Piece("QRNBTRLib.QRNEdit " + name, place, more);
+}
+
+std::string Holder(const std::string& kindAndName, int place, const std::string& content) {
+  return PieceLines(kindAndName, place, 4000, 1600, content);
 }
 
 std::string FormText(const std::string& controls, const std::string& code,

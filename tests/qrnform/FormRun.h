@@ -1,15 +1,20 @@
-// A form run from its text, with a user script before it.
+// Forms run as qrnform runs them, with a script's user before them, and what came of it.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
+
+namespace qrn::host {
+class Form;
+}
 
 namespace qrn::tests {
 
 struct RunResult {
-  std::string printed;  // what code and script printed
-  std::string failure;  // of the script, or what was wrong with the form
-  std::string told;     // to the user, each with a line's end
+  std::string failure;  // of the script or the form, empty if there was none
+  std::string printed;  // what code and script printed, UTF-8
+  std::string told;     // what was told to the user, each with a line's end
   int faults = 0;       // failures of code that nothing caught
   long left = 0;        // objects of the container that still live
 };
@@ -28,5 +33,39 @@ RunResult RunForms(const RunRequest& request);
 // lines of `controls`.
 std::string FormText(const std::string& controls, const std::string& code,
                      const std::string& name = "frmTest");
+
+// A control's lines. `kindAndName` is "VB.TextBox txtOne"; `place`, from 0 to 6, is both how far
+// down it lies and its TabIndex; `more` are further lines.
+std::string Piece(const std::string& kindAndName, int place, const std::string& more = {});
+std::string Edit(const std::string& name, int place, const std::string& more = {});  // QRNEdit
+// The lines of a piece as high as three that holds others.
+std::string Holder(const std::string& kindAndName, int place, const std::string& content);
+
+// One form, what a user does before it, and what is printed.
+struct FormCase {
+  const char* name;
+  std::string controls;
+  std::string code;
+  std::string script;
+  std::string printed;
+};
+
+// Expects it to run as it says, without a failure, and to leave nothing behind.
+void ExpectForm(const FormCase& given);
+
+// Forms of which the first is loaded and shown, with nobody before it: for tests that look inside.
+class OpenForms {
+ public:
+  OpenForms(const std::vector<std::string>& forms, bool design);
+  OpenForms(const OpenForms&) = delete;
+  OpenForms& operator=(const OpenForms&) = delete;
+  ~OpenForms();
+
+  host::Form& first() const;
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
 
 }  // namespace qrn::tests

@@ -6,41 +6,18 @@
 namespace qrn::tests {
 namespace {
 
-struct FormCase {
-  const char* name;
-  const char* controls;
-  const char* code;
-  const char* script;
-  const char* printed;
-};
-
-constexpr char kTwoTexts[] =
-    "Begin VB.TextBox txtOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n TabIndex = "
-    "1\nEnd\n"
-    "Begin VB.TextBox txtTwo\n Left = 100\n Top = 600\n Width = 2000\n Height = 400\n TabIndex = "
-    "3\nEnd\n"
-    "Begin VB.Label lblTwo\n Caption = \"次(&T)\"\n Left = 2200\n Top = 600\n Width = 900\n"
-    " Height = 300\n TabIndex = 2\nEnd\n";
-constexpr char kButtons[] =
-    "Begin VB.CommandButton cmdOk\n Caption = \"確定(&K)\"\n Default = -1\n Left = 100\n Top = "
-    "1200\n"
-    " Width = 1200\n Height = 400\n TabIndex = 4\nEnd\n"
-    "Begin VB.CommandButton cmdNo\n Caption = \"中止\"\n Cancel = -1\n Left = 1400\n Top = 1200\n"
-    " Width = 1200\n Height = 400\n TabIndex = 5\nEnd\n"
-    "Begin VB.TextBox txtOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n TabIndex = "
-    "1\nEnd\n";
-constexpr char kArray[] =
-    "Begin VB.CommandButton cmdNum\n Caption = \"一\"\n Index = 1\n Left = 100\n Top = 100\n"
-    " Width = 900\n Height = 400\nEnd\n"
-    "Begin VB.CommandButton cmdNum\n Caption = \"五\"\n Index = 5\n Left = 1100\n Top = 100\n"
-    " Width = 900\n Height = 400\nEnd\n";
-constexpr char kFrame[] =
-    "Begin VB.Frame fraBox\n Caption = \"枠\"\n Left = 100\n Top = 100\n Width = 4000\n Height = "
-    "2000\n"
-    "Begin VB.TextBox txtIn\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
-    "Begin VB.Label lblIn\n Caption = \"押す\"\n Left = 300\n Top = 1000\n Width = 900\n Height = "
-    "300\nEnd\n"
-    "End\n";
+const std::string kTwoTexts = Piece("VB.TextBox txtOne", 0) +
+                              Piece("VB.Label lblTwo", 1, " Caption = \"次(&T)\"\n") +
+                              Piece("VB.TextBox txtTwo", 2);
+const std::string kButtons =
+    Piece("VB.CommandButton cmdOk", 1, " Caption = \"確定(&K)\"\n Default = -1\n") +
+    Piece("VB.CommandButton cmdNo", 2, " Caption = \"中止\"\n Cancel = -1\n") +
+    Piece("VB.TextBox txtOne", 0);
+const std::string kArray = Piece("VB.CommandButton cmdNum", 0, " Caption = \"一\"\n Index = 1\n") +
+                           Piece("VB.CommandButton cmdNum", 1, " Caption = \"五\"\n Index = 5\n");
+const std::string kFrame =
+    Holder("VB.Frame fraBox", 0,
+           Piece("VB.TextBox txtIn", 0) + Piece("VB.Label lblIn", 1, " Caption = \"押す\"\n"));
 
 const FormCase kCases[] = {
     {"a handler changes and drops what is typed", kTwoTexts,
@@ -108,14 +85,7 @@ const FormCase kCases[] = {
 
 class Forms : public testing::TestWithParam<FormCase> {};
 
-TEST_P(Forms, DoWhatTheirCodeSays) {
-  const FormCase& given = GetParam();
-  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
-  EXPECT_EQ(result.failure, "") << given.name;
-  EXPECT_EQ(result.printed, given.printed) << given.name;
-  EXPECT_EQ(result.faults, 0) << given.name;
-  EXPECT_EQ(result.left, 0) << given.name;
-}
+TEST_P(Forms, DoWhatTheirCodeSays) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kCases));
 
@@ -125,7 +95,7 @@ TEST(SeveralForms, ShowEachOtherAndShareWhatIsPublic) {
                "Private Sub cmdOk_Click()\n  frmOther.Ask \"何\"\n  frmOther.Show vbModal\n"
                "  Print frmOther.Answer\nEnd Sub\n");
   const std::string second = FormText(
-      "Begin VB.CommandButton cmdDone\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n",
+      Piece("VB.CommandButton cmdDone", 0),
       "Public Answer As String\nPublic Sub Ask(Text As String)\n  Caption = Text\nEnd Sub\n"
       "Private Sub cmdDone_Click()\n  Answer = Caption & \"!\"\n  Unload Me\nEnd Sub\n",
       "frmOther");
@@ -200,20 +170,12 @@ constexpr char kAsking[] =
     "  If MsgBox(\"よいか\", vbOKCancel, \"問\") = vbOK Then Print \"ok\" Else Print \"no\"\n"
     "End Sub\n";
 
-constexpr char kReaches[] =
-    "Begin VB.CommandButton cmdAsk\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n"
-    "Begin VB.CommandButton cmdOff\n Left = 1100\n Top = 100\n Width = 900\n Height = 400\n"
-    " Enabled = 0\nEnd\n"
-    "Begin VB.CommandButton cmdGone\n Left = 2100\n Top = 100\n Width = 900\n Height = 400\n"
-    " Visible = 0\nEnd\n"
-    "Begin VB.Label lblOff\n Left = 100\n Top = 2100\n Width = 900\n Height = 400\n"
-    " Enabled = 0\nEnd\n"
-    "Begin VB.TextBox txtOne\n Left = 100\n Top = 600\n Width = 900\n Height = 400\nEnd\n"
-    "Begin QRNBTRLib.QRNBtn btnOff\n Left = 1100\n Top = 600\n Width = 900\n Height = 400\n"
-    " Enabled = 0\nEnd\n"
-    "Begin VB.Frame fra\n Left = 100\n Top = 1200\n Width = 2000\n Height = 800\n Enabled = 0\n"
-    "Begin VB.CommandButton cmdIn\n Left = 100\n Top = 200\n Width = 900\n Height = 400\nEnd\n"
-    "End\n";
+const std::string kReaches =
+    Piece("VB.CommandButton cmdAsk", 0) + Piece("VB.CommandButton cmdOff", 1, " Enabled = 0\n") +
+    Piece("VB.CommandButton cmdGone", 2, " Visible = 0\n") +
+    Piece("VB.Label lblOff", 3, " Enabled = 0\n") + Piece("VB.TextBox txtOne", 4) +
+    Piece("QRNBTRLib.QRNBtn btnOff", 5, " Enabled = 0\n") +
+    Holder("VB.Frame fra", 6, " Enabled = 0\n" + Piece("VB.CommandButton cmdIn", 0));
 
 const StepCase kStepCases[] = {
     {"a box that the step waits for is answered",
@@ -273,9 +235,9 @@ TEST(Scripts, AnswerBoxesOfTheStart) {
 TEST(Scripts, PlayBeforeAModalFormOfTheStart) {
   const std::string first = FormText(
       "", "Private Sub Form_Load()\n  frmOther.Show vbModal\n  Print \"loaded\"\nEnd Sub\n");
-  const std::string second = FormText(
-      "Begin VB.CommandButton cmdDone\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n",
-      "Private Sub cmdDone_Click()\n  Unload Me\nEnd Sub\n", "frmOther");
+  const std::string second =
+      FormText(Piece("VB.CommandButton cmdDone", 0),
+               "Private Sub cmdDone_Click()\n  Unload Me\nEnd Sub\n", "frmOther");
   const RunResult result =
       RunForms({{first, second}, "click frmOther.cmdDone\nexpect frmTest.Visible = True\n"});
   EXPECT_EQ(result.failure, "");

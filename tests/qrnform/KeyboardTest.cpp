@@ -8,15 +8,6 @@
 namespace qrn::tests {
 namespace {
 
-// A control's lines at one of five places below each other.
-std::string Piece(const std::string& kindAndName, int place, const std::string& more = {}) {
-  return "Begin " + kindAndName + "\n Left = 100\n Top = " + std::to_string(100 + 600 * place) +
-         "\n Width = 2000\n Height = 400\n TabIndex = " + std::to_string(place) + "\n" + more +
-         "End\n";
-}
-std::string Edit(const std::string& name, int place, const std::string& more = {}) {
-  return Piece("QRNBTRLib.QRNEdit " + name, place, more);
-}
 std::string Button(const std::string& name, int place, const std::string& more = {}) {
   return Piece("QRNBTRLib.QRNBtn " + name, place, more);
 }
@@ -25,21 +16,18 @@ const std::string kThree = Edit("edtOne", 0) + Edit("edtTwo", 1) + Button("btnGo
 const std::string kWithDatabase =
     Piece("QRNBTRLib.QRNBtr dbFirst", 0) + Edit("edtOne", 1) + Edit("edtTwo", 2);
 const std::string kInFrame =
-    "Begin VB.Frame fra\n Left = 100\n Top = 100\n Width = 4000\n Height = 1600\n TabIndex = 9\n" +
-    Edit("edtOne", 0) + Piece("VB.TextBox txtTwo", 1) + "End\n" + Edit("edtLast", 4);
+    Holder("VB.Frame fra", 0, Edit("edtOne", 0) + Piece("VB.TextBox txtTwo", 1)) +
+    Edit("edtLast", 4);
 const std::string kFurniture = Piece("VB.TextBox txtOne", 0) + Piece("VB.TextBox txtTwo", 1) +
                                Piece("VB.CommandButton cmdGo", 2);
+const std::string kDefault = Piece("VB.CommandButton cmdGo", 2, " Default = -1\n");
+constexpr char kTellsEnter[] =
+    "Private Sub cmdGo_Click()\n  Print \"go\"\nEnd Sub\n"
+    "Public Function Shown(name)\n  Shown = Replace(Controls(name).Text, vbCrLf, \"|\")\nEnd "
+    "Function\n";
 constexpr char kVE802[] = "message \"VE802 DbSourceまたはDbTableﾌﾟﾛﾊﾟﾃｨが不正です。\" OK\n";
 
-struct WalkCase {
-  const char* name;
-  std::string controls;
-  std::string code;
-  std::string script;
-  std::string printed;
-};
-
-const WalkCase kWalks[] = {
+const FormCase kWalks[] = {
     {"a box at a button's click gives the keyboard back", kThree,
      "Private Sub btnGo_SetData()\n  btnGo.Abort = True\nEnd Sub\n"
      "Private Sub btnGo_Click()\n  MsgBox \"done\"\nEnd Sub\n",
@@ -124,18 +112,22 @@ const WalkCase kWalks[] = {
      "set edtOne.Text = \"a\"\nmessage \"changed\" OK\ncall Ask\nmessage \"asked\" OK\n"
      "focus edtTwo\nmessage \"got\" OK\ntype \"b\"\nprint edtTwo.Text\n",
      "after\nb\n"},
+    {"Enter is a new line where there are several, else the default button's",
+     Piece("VB.TextBox txtOne", 0, " MultiLine = -1\n") + Piece("VB.TextBox txtTwo", 1) + kDefault,
+     kTellsEnter,
+     "type \"a\"\nkey Enter\ntype \"b\"\nprint Shown(\"txtOne\")\n"
+     "key Tab\ntype \"c\"\nkey Enter\nprint ActiveControl.Name\n",
+     "a|b\ngo\ncmdGo\n"},
+    {"so it is in the module's edit",
+     Edit("edtOne", 0, " MultiLine = -1\n") + Edit("edtTwo", 1) + kDefault, kTellsEnter,
+     "type \"a\"\nkey Enter\ntype \"b\"\nkey Enter\ntype \"c\"\nprint Shown(\"edtOne\")\n"
+     "key Tab\ntype \"d\"\nkey Enter\nprint ActiveControl.Name\n",
+     "a|b|c\ngo\ncmdGo\n"},
 };
 
-class Keyboard : public testing::TestWithParam<WalkCase> {};
+class Keyboard : public testing::TestWithParam<FormCase> {};
 
-TEST_P(Keyboard, IsNeverLost) {
-  const WalkCase& given = GetParam();
-  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
-  EXPECT_EQ(result.failure, "") << given.name;
-  EXPECT_EQ(result.printed, given.printed) << given.name;
-  EXPECT_EQ(result.faults, 0) << given.name << ": " << result.told;
-  EXPECT_EQ(result.left, 0) << given.name;
-}
+TEST_P(Keyboard, IsNeverLost) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Walks, Keyboard, testing::ValuesIn(kWalks));
 
@@ -144,6 +136,7 @@ struct FailureCase {
   const char* more;  // properties of edtTwo
   const char* script;
   const char* failure;
+  bool design = false;
 };
 
 const FailureCase kFailures[] = {
@@ -163,6 +156,17 @@ const FailureCase kFailures[] = {
      "script:5: nothing of the program has the keyboard"},
     {"a box before an answer", "", "print Asked\nmessage \"asked\" OK\n",
      "script:1: the box \"asked\" (title \"\") comes in between"},
+    {"a control being designed", "", "focus edtTwo\n",
+     "script:1: edtTwo does not take the keyboard while the form is designed", true},
+    {"a text for what is designed", "", "click edtTwo\ntype \"x\"\n",
+     "script:2: nothing is typed while the form is designed", true},
+    {"a text where nothing is chosen yet", "", "type \"x\"\n",
+     "script:1: nothing is typed while the form is designed", true},
+    {"a key for what is designed", "", "click edtTwo\nkey F4\nkey Shift+F4\nkey Tab\n",
+     "script:4: the key Tab does nothing while the form is designed", true},
+    {"a caption's key", "", "key Alt+S\n",
+     "script:1: the key Alt+S does nothing while the form is designed", true},
+    {"the keys of the window of a form being designed", "", "key F10\nkey Alt+F4\n", "", true},
 };
 
 class LostKeyboard : public testing::TestWithParam<FailureCase> {};
@@ -175,7 +179,8 @@ TEST_P(LostKeyboard, FailsTheStep) {
       RunForms({{FormText(controls,
                           "Private Sub edtThree_GotFocus()\n  edtOne.SetFocus\nEnd Sub\n"
                           "Public Function Asked()\n  MsgBox \"asked\"\nEnd Function\n")},
-                given.script});
+                given.script,
+                given.design});
   EXPECT_EQ(result.failure, given.failure) << given.name;
   EXPECT_EQ(result.left, 0) << given.name;
 }

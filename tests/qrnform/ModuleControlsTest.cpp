@@ -12,32 +12,16 @@
 namespace qrn::tests {
 namespace {
 
-constexpr char kEdit[] =
-    "Begin QRNBTRLib.QRNEdit edtOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n"
-    " TabIndex = 0\n MaxLength = 6\n Text = \"始\"\n Alignment = 1\nEnd\n"
-    "Begin VB.TextBox txtTwo\n Left = 100\n Top = 600\n Width = 2000\n Height = 400\n TabIndex = "
-    "1\nEnd\n";
-constexpr char kEditInFrame[] =
-    "Begin VB.Frame fra\n Left = 100\n Top = 100\n Width = 4000\n Height = 2000\n"
-    "Begin QRNBTRLib.QRNEdit edtOne\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
-    "End\n";
-constexpr char kEditInFrame2[] =
-    "Begin VB.Frame fraTwo\n Left = 100\n Top = 1000\n Width = 4000\n Height = 2000\n"
-    "Begin QRNBTRLib.QRNEdit edtThree\n Left = 300\n Top = 400\n Width = 2000\n Height = 400\nEnd\n"
-    "Begin VB.Label lblThree\n Left = 300\n Top = 900\n Caption = \"三\"\nEnd\nEnd\n";
-constexpr char kButton[] =
-    "Begin QRNBTRLib.QRNBtn btnOne\n Left = 100\n Top = 100\n Width = 2000\n Height = 400\n"
-    " Caption = \"実行\"\n ConfirmMsg = \"よろしいですか\"\nEnd\n";
+const std::string kEdit = Edit("edtOne", 0, " MaxLength = 6\n Text = \"始\"\n Alignment = 1\n") +
+                          Piece("VB.TextBox txtTwo", 1);
+const std::string kEditInFrame = Holder("VB.Frame fra", 0, Edit("edtOne", 0));
+const std::string kOtherFrame =
+    Holder("VB.Frame fraTwo", 3,
+           Edit("edtThree", 0) + Piece("VB.Label lblThree", 1, " Caption = \"三\"\n"));
+const std::string kButton =
+    Piece("QRNBTRLib.QRNBtn btnOne", 0, " Caption = \"実行\"\n ConfirmMsg = \"よろしいですか\"\n");
 
-struct ControlCase {
-  const char* name;
-  const char* controls;
-  const char* code;
-  const char* script;
-  const char* printed;
-};
-
-const ControlCase kCases[] = {
+const FormCase kCases[] = {
     {"properties come from the file", kEdit, "",
      "print edtOne.Text\nprint edtOne.MaxLength\nprint edtOne.Alignment\nprint edtOne.TabStop\n",
      "始\n6\n1\nTrue\n"},
@@ -55,7 +39,7 @@ const ControlCase kCases[] = {
      "Private Sub Form_Load()\n  edtOne.Tag = \"t\"\n"
      "  Print edtOne.Name; edtOne.Tag; edtOne.Parent.Name; edtOne.Left; (edtOne.hWnd <> 0)\nEnd "
      "Sub\n",
-     "", "edtOnetfrmTest 300 True\n"},
+     "", "edtOnetfrmTest 100 True\n"},
     {"a change is told", kEdit,
      "Private Sub edtOne_Change()\n  Print \"now \" & edtOne.Text\nEnd Sub\n",
      "focus edtOne\nkey End\ntype \"1\"\n", "now 始1\n"},
@@ -73,25 +57,18 @@ const ControlCase kCases[] = {
      "focus edtOne\ntype \"1\"\nwait 200\n", "unload\n"},
 };
 
-class ModuleControls : public testing::TestWithParam<ControlCase> {};
+class ModuleControls : public testing::TestWithParam<FormCase> {};
 
-TEST_P(ModuleControls, LiveOnForms) {
-  const ControlCase& given = GetParam();
-  const RunResult result = RunForms({{FormText(given.controls, given.code)}, given.script});
-  EXPECT_EQ(result.failure, "") << given.name;
-  EXPECT_EQ(result.printed, given.printed) << given.name;
-  EXPECT_EQ(result.faults, 0) << given.name;
-  EXPECT_EQ(result.left, 0) << given.name;
-}
+TEST_P(ModuleControls, LiveOnForms) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Forms, ModuleControls, testing::ValuesIn(kCases));
 
 TEST(ModuleControls, ComeAgainWhenAFormIsLoadedAgain) {
-  const std::string first = FormText(
-      "Begin VB.CommandButton cmd\n Left = 100\n Top = 100\n Width = 900\n Height = 400\nEnd\n",
-      "Private Sub cmd_Click()\n  Dim i As Integer\n  For i = 1 To 20\n    Load frmOther\n"
-      "    frmOther.edtOne.Text = \"x\"\n    Unload frmOther\n  Next i\n"
-      "  Print frmOther.edtOne.Text\nEnd Sub\n");
+  const std::string first =
+      FormText(Piece("VB.CommandButton cmd", 0),
+               "Private Sub cmd_Click()\n  Dim i As Integer\n  For i = 1 To 20\n    Load frmOther\n"
+               "    frmOther.edtOne.Text = \"x\"\n    Unload frmOther\n  Next i\n"
+               "  Print frmOther.edtOne.Text\nEnd Sub\n");
   const RunResult result =
       RunForms({{first, FormText(kEdit, "", "frmOther")}, "click cmd\nwait 100\n"});
   EXPECT_EQ(result.failure, "");
@@ -138,9 +115,8 @@ RunResult LoadOften(int times) {
   const std::string code =
       "Private Sub Form_Load()\n  Dim i As Integer\n  For i = 1 To " + std::to_string(times) +
       "\n    Load frmOther\n    Unload frmOther\n  Next i\n  Print \"done\"\nEnd Sub\n";
-  return RunForms({{FormText(kButton, code),
-                    FormText(std::string(kEdit) + kEditInFrame2 + kButton, "", "frmOther")},
-                   ""});
+  return RunForms(
+      {{FormText(kButton, code), FormText(kEdit + kOtherFrame + kButton, "", "frmOther")}, ""});
 }
 
 TEST(ModuleControls, LeaveNothingBehindHoweverOftenAFormIsLoaded) {
