@@ -130,19 +130,13 @@ int32_t ControlRegistry::UnregisterNavControl(const CQuorin& control) noexcept {
 
 int32_t ControlRegistry::RefreshListEntry(CQuorin& control) noexcept {
   return WithMemory(__LINE__, [&] {
-    ListControlEntry* entry = listControls_.FindControl(&control);
-    if (entry == nullptr) return -1;
-    *entry = ListEntryOf(control);
-    return 0;
+    return listControls_.Replace(ListEntryOf(control)) ? 0 : -1;
   });
 }
 
 int32_t ControlRegistry::RefreshNavEntry(CQuorin& control) noexcept {
   return WithMemory(__LINE__, [&] {
-    NavControlEntry* entry = navControls_.FindControl(&control);
-    if (entry == nullptr) return -1;
-    *entry = NavEntryOf(control);
-    return 0;
+    return navControls_.Replace(NavEntryOf(control)) ? 0 : -1;
   });
 }
 

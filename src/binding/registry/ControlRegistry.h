@@ -21,7 +21,20 @@
 
 namespace qrn {
 
+// Two names in short. Fields mostly differ in the length or an end of their names.
+inline uint32_t TagOfNames(std::string_view field, std::string_view table) noexcept {
+  const auto brief = [](std::string_view name) {
+    if (name.empty()) return uint32_t{0};
+    const auto first = static_cast<uint8_t>(name.front());
+    const auto last = static_cast<uint8_t>(name.back());
+    return static_cast<uint32_t>(name.size()) ^ uint32_t{last} << 5 ^ uint32_t{first} << 10;
+  };
+  return brief(field) ^ brief(table) << 14;
+}
+
 struct DataControlEntry {
+  static uint32_t Tag() noexcept { return 0; }
+
   std::string Name;
   WindowHandle Container;
   DataControl* Control;
@@ -29,12 +42,16 @@ struct DataControlEntry {
 
 // Both names as they were when the control's window was made.
 struct FieldControlEntry {
+  uint32_t Tag() const noexcept { return TagOfNames(Field, Table); }
+
   std::string Field;
   std::string Table;
   CQuorin* Control;
 };
 
 struct ListControlEntry {
+  uint32_t Tag() const noexcept { return TagOfNames(Field, Table); }
+
   WindowHandle Container;
   std::string Source;
   std::string Name;
@@ -44,6 +61,8 @@ struct ListControlEntry {
 };
 
 struct NavControlEntry {
+  static uint32_t Tag() noexcept { return 0; }
+
   std::string Source;
   std::string Name;
   CQuorin* Control;

@@ -1,27 +1,39 @@
 // One field between its text and the controls that show it.
+#include <cstring>
+
 #include "binding/registry/ControlRegistry.h"
 #include "binding/registry/FieldKinds.h"
 
 namespace qrn {
 namespace {
 
-// Fields mostly differ in the length or the last letter of their names, which is seen at once.
-bool SameEnds(const std::string& left, const std::string& right) {
-  return left.size() == right.size() && (left.empty() || left.back() == right.back());
-}
-
 // Copies: a handler may end the dictionary that the names come from.
-struct FieldNames {
-  FieldNames(const DbTableInfo& ofTable, const DbFieldInfo& ofField)
-      : table(ofTable.Name), field(ofField.Name) {}
+class FieldNames {
+ public:
+  FieldNames(const DbTableInfo& table, const DbFieldInfo& field) noexcept {
+    std::memcpy(table_, table.Name, sizeof table_);
+    std::memcpy(field_, field.Name, sizeof field_);
+    tableSize_ = std::strlen(table_);
+    fieldSize_ = std::strlen(field_);
+    tag_ = TagOfNames(Field(), Table());
+  }
+
+  uint32_t Tag() const noexcept { return tag_; }
 
   template <class Entry>
   bool Match(const Entry& entry) const {
-    return SameEnds(entry.Field, field) && entry.Field == field && entry.Table == table;
+    return entry.Field == Field() && entry.Table == Table();
   }
 
-  std::string table;
-  std::string field;
+ private:
+  std::string_view Field() const noexcept { return {field_, fieldSize_}; }
+  std::string_view Table() const noexcept { return {table_, tableSize_}; }
+
+  char table_[sizeof DbTableInfo::Name];
+  char field_[sizeof DbFieldInfo::Name];
+  size_t tableSize_;
+  size_t fieldSize_;
+  uint32_t tag_;
 };
 
 // Does `act`(control, row of its kind) for each field control of the names, on one form or (null)
@@ -29,7 +41,7 @@ struct FieldNames {
 template <class Act>
 void OnFieldControls(EntryList<FieldControlEntry>& list, const FieldNames& names,
                      WindowHandle container, Act act) {
-  list.Walk([&](const FieldControlEntry& entry) {
+  list.WalkTagged(names.Tag(), [&](const FieldControlEntry& entry) {
     if (!names.Match(entry)) return;
     CQuorin& control = *entry.Control;
     if (container != nullptr && control.GetContainerWindow() != container) return;
@@ -40,7 +52,7 @@ void OnFieldControls(EntryList<FieldControlEntry>& list, const FieldNames& names
 template <class Act>
 void OnListControls(EntryList<ListControlEntry>& list, const FieldNames& names,
                     WindowHandle container, Act act) {
-  list.Walk([&](const ListControlEntry& entry) {
+  list.WalkTagged(names.Tag(), [&](const ListControlEntry& entry) {
     if (!names.Match(entry) || entry.Container != container) return;
     CQuorin& control = *entry.Control;
     if (const FieldKind* kind = ListKindOf(control.GetControlType())) act(control, *kind);

@@ -7,7 +7,7 @@
 namespace btrieve::test {
 namespace {
 
-constexpr size_t kSize = 24;
+constexpr size_t kPlanRecord = 24;
 constexpr size_t kFewest = 10;  // records that a file is kept at
 constexpr size_t kMost = 60;
 
@@ -44,14 +44,14 @@ bool Perform(Client& client, const PlanOperation& operation) {
   if (operation.operation == kInsert) {
     return client.Call(kInsert, operation.file, record).status == 0;
   }
-  const CallIn find{.room = kSize, .key = Number(operation.id)};
+  const CallIn find{.room = kPlanRecord, .key = Number(operation.id)};
   if (client.Call(kGetEqual, operation.file, find).status != 0) return false;
   return client.Call(operation.operation, operation.file, record).status == 0;
 }
 
 std::string ReadPlanFile(Client& client, int file, std::map<int32_t, int32_t>& records) {
   std::multiset<std::string> found;
-  const std::string differs = ReadEveryWay(client, file, 4, kSize, found);
+  const std::string differs = ReadEveryWay(client, file, 4, kPlanRecord, found);
   if (!differs.empty()) return differs;
   records.clear();
   for (const std::string& hex : found) {
@@ -92,7 +92,7 @@ void ApplyStep(const PlanStep& step, PlanState& state) {
 }
 
 Bytes PlanBlock() {
-  return CreateBlock({.recordLength = kSize}, {{.position = 1, .flags = 0x102, .type = 1},
+  return CreateBlock({.recordLength = kPlanRecord}, {{.position = 1, .flags = 0x102, .type = 1},
                                                {.position = 5, .flags = 0x103, .type = 1},
                                                {.position = 5, .flags = 0x152, .type = 1},
                                                {.position = 1, .flags = 0x102, .type = 1},

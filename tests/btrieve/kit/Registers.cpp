@@ -6,7 +6,7 @@
 namespace btrieve::test {
 namespace {
 
-constexpr size_t kSize = 16;
+constexpr size_t kRegisterRecord = 16;
 constexpr int kSingleNoWait = 200;
 constexpr int kMultipleNoWait = 400;
 
@@ -39,7 +39,7 @@ int OperationOf(const ToldCall& call, bool inTransaction) {
 
 // Keys: id, and the value, which moves with every Update.
 Bytes RegisterBlock() {
-  return CreateBlock({.recordLength = kSize}, {{.position = 1, .flags = 0x100, .type = 14},
+  return CreateBlock({.recordLength = kRegisterRecord}, {{.position = 1, .flags = 0x100, .type = 14},
                                                {.position = 5, .flags = 0x103, .type = 14}});
 }
 
@@ -64,7 +64,7 @@ bool OpenRegisters(Client& client, const std::vector<std::string>& paths) {
 }
 
 Status Perform(Client& client, const ToldCall& call, bool inTransaction, Value& seen) {
-  CallIn in{.room = kSize, .key = Number(call.reg)};
+  CallIn in{.room = kRegisterRecord, .key = Number(call.reg)};
   const bool writes = call.verb == ToldCall::Insert || call.verb == ToldCall::Update;
   if (writes) in = {.data = RegisterRecord(call.reg, call.value), .keyNumber = -1};
   const int file = RegisterFile(call.reg);

@@ -1,15 +1,10 @@
-#include <unistd.h>
-
 #include "../kit/Calls.h"
 #include "Alone.h"
+#include "Lines.h"
 #include "btrieve/HostFile.h"
 
 namespace btrieve::test {
 namespace {
-
-void Say(char letter) {
-  if (write(STDOUT_FILENO, &letter, 1) != 1) _exit(1);
-}
 
 bool TellSync(const std::string& path) {
   if (path.ends_with("-wal")) Say('S');

@@ -1,14 +1,11 @@
 #include "Work.h"
 
-#include <iostream>
-
 #include "../kit/Plan.h"
+#include "Lines.h"
 #include "SelfKill.h"
 
 namespace btrieve::test {
 namespace {
-
-void Say(char letter) { std::cout.put(letter).flush(); }
 
 // 'E' where a status was not 0, else '!' when all steps are done.
 char DoSteps(const std::vector<std::string>& arguments) {
