@@ -129,15 +129,11 @@ int32_t ControlRegistry::UnregisterNavControl(const CQuorin& control) noexcept {
 }
 
 int32_t ControlRegistry::RefreshListEntry(CQuorin& control) noexcept {
-  return WithMemory(__LINE__, [&] {
-    return listControls_.Replace(ListEntryOf(control)) ? 0 : -1;
-  });
+  return WithMemory(__LINE__, [&] { return listControls_.Replace(ListEntryOf(control)) ? 0 : -1; });
 }
 
 int32_t ControlRegistry::RefreshNavEntry(CQuorin& control) noexcept {
-  return WithMemory(__LINE__, [&] {
-    return navControls_.Replace(NavEntryOf(control)) ? 0 : -1;
-  });
+  return WithMemory(__LINE__, [&] { return navControls_.Replace(NavEntryOf(control)) ? 0 : -1; });
 }
 
 int32_t ControlRegistry::FindDataControlForDir(DataControl*& found,

@@ -27,7 +27,7 @@ inline uint32_t TagOfNames(std::string_view field, std::string_view table) noexc
     if (name.empty()) return uint32_t{0};
     const auto first = static_cast<uint8_t>(name.front());
     const auto last = static_cast<uint8_t>(name.back());
-    return static_cast<uint32_t>(name.size()) ^ uint32_t{last} << 5 ^ uint32_t{first} << 10;
+    return static_cast<uint32_t>(name.size()) ^ uint32_t { last } << 5 ^ uint32_t { first } << 10;
   };
   return brief(field) ^ brief(table) << 14;
 }

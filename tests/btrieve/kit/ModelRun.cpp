@@ -208,7 +208,7 @@ void ModelRun::ReadKey(int cursor) {
 
 void ModelRun::StepBy(int cursor) {
   static constexpr int kWays[] = {kStepFirst, kStepLast,     kStepNext,
-                                   kStepNext,  kStepPrevious, kStepPrevious};
+                                  kStepNext,  kStepPrevious, kStepPrevious};
   const int operation = choices_.Of(std::span<const int>(kWays));
   const CallIn in{.room = SomeRoom()};
   Check("step", cursor, operation, in, Cursor(cursor).Step(operation, in),

@@ -92,11 +92,12 @@ void ApplyStep(const PlanStep& step, PlanState& state) {
 }
 
 Bytes PlanBlock() {
-  return CreateBlock({.recordLength = kPlanRecord}, {{.position = 1, .flags = 0x102, .type = 1},
-                                               {.position = 5, .flags = 0x103, .type = 1},
-                                               {.position = 5, .flags = 0x152, .type = 1},
-                                               {.position = 1, .flags = 0x102, .type = 1},
-                                               {.position = 9, .length = 16, .flags = 0x103}});
+  return CreateBlock({.recordLength = kPlanRecord},
+                     {{.position = 1, .flags = 0x102, .type = 1},
+                      {.position = 5, .flags = 0x103, .type = 1},
+                      {.position = 5, .flags = 0x152, .type = 1},
+                      {.position = 1, .flags = 0x102, .type = 1},
+                      {.position = 9, .length = 16, .flags = 0x103}});
 }
 
 bool OpenPlanFiles(Client& client, const std::vector<std::string>& paths) {

@@ -39,8 +39,9 @@ int OperationOf(const ToldCall& call, bool inTransaction) {
 
 // Keys: id, and the value, which moves with every Update.
 Bytes RegisterBlock() {
-  return CreateBlock({.recordLength = kRegisterRecord}, {{.position = 1, .flags = 0x100, .type = 14},
-                                               {.position = 5, .flags = 0x103, .type = 14}});
+  return CreateBlock(
+      {.recordLength = kRegisterRecord},
+      {{.position = 1, .flags = 0x100, .type = 14}, {.position = 5, .flags = 0x103, .type = 14}});
 }
 
 Bytes RegisterRecord(uint32_t reg, Value value) {
