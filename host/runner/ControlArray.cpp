@@ -1,11 +1,8 @@
 #include "host/runner/ControlArray.h"
 
+#include "host/script/VbErrors.h"
+
 namespace qrn::host {
-namespace {
-
-constexpr HRESULT kNoElement = static_cast<HRESULT>(0x800A0154);  // 340
-
-}  // namespace
 
 FormControl* ControlArray::Find(int index) const noexcept {
   const auto found = elements_.find(index);

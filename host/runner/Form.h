@@ -1,19 +1,21 @@
-// A form: its window, what stands on it, and its code.
+// A form: what its file says, put together of its window, what stands on it, the keyboard there,
+// its code, and its designer while it is designed.
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "host/container/Ambients.h"
 #include "host/container/ControlClasses.h"
-#include "host/container/InPlaceFrame.h"
-#include "host/runner/ControlArray.h"
-#include "host/runner/FormControl.h"
-#include "host/runner/FormLook.h"
+#include "host/runner/ControlSet.h"
+#include "host/runner/Designer.h"
+#include "host/runner/FormCode.h"
+#include "host/runner/FormKeyboard.h"
+#include "host/runner/FormMembers.h"
 #include "host/runner/FormSource.h"
-#include "host/script/ScriptEngine.h"
+#include "host/runner/FormWindow.h"
+#include "host/runner/Pieces.h"
 
 namespace qrn::host {
 
@@ -24,167 +26,95 @@ enum class UnloadCause : int16_t { ControlMenu, Code, System, TaskManager };
 
 // Lives as long as its program. Its window and its controls come with Load and go with Unload; the
 // variables of its code stay.
-class Form final : public Scriptable, public ScriptHost {
+class Form final : public FormMembers, private FormWindowOwner {
  public:
+  // Throws form::FileRefused for controls that cannot be had.
   Form(Program& program, std::shared_ptr<const FormSource> source);
-
-  const FormSource& source() const noexcept { return *source_; }
-  const std::wstring& name() const noexcept { return name_; }
-  const FormLook& look() const noexcept { return look_; }
-  HWND Window() const noexcept { return window_; }
-  bool IsLoaded() const noexcept { return state_ == State::Loaded; }
-  const std::vector<Com<FormControl>>& controls() const noexcept { return controls_; }
-  // The control of that name, of an array the element `index`; null if there is none.
-  FormControl* Find(std::wstring_view controlName, int index = -1) const noexcept;
 
   // Throws form::FileRefused with what the controls do not take, and std::runtime_error with a
   // plain reason when windows or code cannot be had; the form is unloaded then.
   void Load();
   void EnsureLoaded();  // the same for code: throws ScriptError
+  // Loads and shows it; a modal one keeps the user from the others until it is hidden or unloaded.
   void Display(bool modal);
   void Conceal();
   // False if the form's code forbids it.
   bool Unload(UnloadCause cause);
-  // Unloads without asking; used at the program's end.
-  void Discard() noexcept;
-  // The program is going: code is let go, every use fails.
+  // The program is going: unloads without asking and lets the code go, every use fails.
   void Detach() noexcept;
 
-  // For controls.
-  ControlClasses& classes() const;
-  Com<InPlaceFrame> frame() const { return frame_; }
-  AmbientValues Ambients() const;
-  bool IsDesign() const;
-  void Fire(FormControl& control, const std::wstring& event, DISPPARAMS& parameters);
-  void OnUIActive(FormControl& control, bool active);
-  void OnFocus(FormControl& control, bool focus);
-  // Tells the user where there are none.
-  void ShowPages(FormControl& control);
-  bool HasPages(const FormControl& control) const;
-  // The same, once the messages before it are done.
-  void PostShowPages(const FormControl& control) const noexcept;
-  // Pieces without a window of their own that lie in `container` (null: the form).
-  void DrawPieces(FormControl* container, HDC dc) const;
-  FormControl* PieceAt(FormControl* container, POINT point) const noexcept;
-  // What a window of the form that holds others passes on: notices and colours for furniture, mouse
-  // messages for pieces without a window.
-  std::optional<LRESULT> OnHolderMessage(FormControl* container, UINT message, WPARAM wParam,
-                                         LPARAM lParam);
+  const FormSource& source() const noexcept { return *source_; }
+  const std::wstring& name() const noexcept { return name_; }
+  bool IsLoaded() const noexcept { return state_ == State::Loaded; }
+  bool IsUnloaded() const noexcept { return state_ == State::Unloaded; }
+  bool IsDesign() const noexcept { return designer_ != nullptr; }
+  Program* program() const noexcept { return program_; }  // null once it is going
+  HWND Window() const noexcept { return window_.get(); }
+  RECT Place() const noexcept { return window_.Place(); }
+  void MoveTo(const RECT& place) noexcept { window_.MoveTo(place); }
+  const ControlSet& controls() const noexcept { return controls_; }
+  FormControl* Find(std::wstring_view controlName, int index = -1) const noexcept {
+    return controls_.Find(controlName, index);
+  }
+  // The control that has the keyboard, or had it last; null if none had.
+  FormControl* Focused() const noexcept { return keyboard_.active(); }
 
   // A message for the form or something on it, before it is dispatched. True if it is done.
   bool PreTranslate(MSG& message);
-  // A key that the focused control did not want. True if the form took it.
-  bool TranslateKey(const MSG& message);
-  void FocusNext(bool backwards);
-  // To be called when a control may have become one that cannot be used: if it has the keyboard,
-  // the next stop gets it.
-  void KeepKeyboard();
-  FormControl* Focused() const noexcept { return active_; }
 
-  // Members for code.
-  void Name(Call& call);
-  void Caption(Call& call);
-  void Handle(Call& call);
-  void Left(Call& call);
-  void Top(Call& call);
-  void Width(Call& call);
-  void Height(Call& call);
-  void ScaleWidth(Call& call);
-  void ScaleHeight(Call& call);
-  void Visible(Call& call);
-  void Enabled(Call& call);
-  void BackColor(Call& call);
-  void ForeColor(Call& call);
-  void Font(Call& call);
-  void Tag(Call& call);
-  void WindowState(Call& call);
-  void KeyPreview(Call& call);
-  void MousePointer(Call& call);
-  void ActiveControl(Call& call);
-  void Controls(Call& call);
-  void ControlCount(Call& call);
-  void Show(Call& call);
-  void Hide(Call& call);
-  void Move(Call& call);
-  void Refresh(Call& call);
-  void SetFocus(Call& call);
-  void ZOrder(Call& call);
+  // For controls.
+  ControlClasses& classes() const;
+  Com<InPlaceFrame> frame() const { return window_.frame(); }
+  AmbientValues Ambients() const;
+  FormCode& code() noexcept { return code_; }
+  FormKeyboard& keyboard() noexcept { return keyboard_; }
+  Pieces& pieces() noexcept { return pieces_; }
+  void OnUIActive(FormControl& control);
+  void OnFocus(FormControl& control);
+  // Property pages of a control of a module. Showing tells the user where there are none; Post
+  // shows them once the messages before it are done.
+  bool HasPages(const FormControl& control) const;
+  void ShowPages(FormControl& control);
+  void PostShowPages(const FormControl& control) const noexcept;
 
  protected:
-  std::vector<MemberTable> Tables() const override;
   HRESULT FindOther(LPOLESTR name, LCID locale, DISPID* id) override;
   HRESULT InvokeOther(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                       EXCEPINFO* exception, UINT* badArgument) override;
 
  private:
   enum class State { Unloaded, Loading, Loaded, Unloading };
+  struct WindowRow;
+  static const WindowRow kWindowRows[];
 
-  Com<IDispatch> ItemNamed(const std::wstring& name) override;
-  void OnScriptFault(const ScriptFault& fault) override;
-  HWND BoxOwner() override { return window_; }
-
-  void AddControls(const std::vector<form::ControlNode>& nodes, FormControl* container,
-                   form::Mistakes& mistakes);
-  void AddToArray(FormControl& element);
+  void ReadLook(form::Mistakes& mistakes);
   void MakeControls();
-  void CheckHandlers(form::Mistakes& mistakes) const;
-  void StartCode();
   void CreateControls();
-  void MakeWindow();
   void Dismantle() noexcept;
-  void FocusFirst();
-  void BeModal();
-  void EndModal() noexcept;
-  void RaiseOwn(const wchar_t* event, DISPPARAMS& parameters);
-  void RaiseOwn(const wchar_t* event);
-  void RunHandler(const std::wstring& procedure, std::span<const Variant> before,
-                  DISPPARAMS& parameters);
-  Com<IDispatch> ControlObject(std::wstring_view controlName) const;
-  Com<IDispatch> CodeMembers();
 
-  std::vector<FormControl*> TabOrder() const;
-  std::vector<FormControl*> StopsAfter(const FormControl* now, bool backwards) const;
-  void HandKeyboardOn();
-  void TellFocus();
-  FormControl* ControlOf(HWND window) const noexcept;
-  bool TakeDesignInput(const MSG& message);
-  FormControl* ControlUnder(POINT screen) const noexcept;
-  void Select(FormControl* control);
-  void OutlineSelected(HDC dc) const noexcept;
-  bool PreviewKey(MSG& message);
-  bool TryMnemonic(const MSG& message);
-  bool PressKeyButton(bool cancel);
-  void FocusAfter(const FormControl& piece);
-
-  static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  void OnPaint();
-  void OnSize();
-  void OnActivate(bool active);
-  void OnUsableAgain();
-  void OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
-  RECT WindowPlace() const;
-  void MoveTo(const RECT& place);
-  double UnitsPerPixel() const noexcept;
+  std::optional<LRESULT> OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  Com<IUnknown> Life() override { return Com<IUnknown>(static_cast<IDispatch*>(this)); }
+  std::optional<LRESULT> OnClose(WPARAM, LPARAM);
+  std::optional<LRESULT> OnSessionEnd(WPARAM, LPARAM);
+  std::optional<LRESULT> OnShowPages(WPARAM place, LPARAM);
+  std::optional<LRESULT> OnEraseBackground(WPARAM, LPARAM);
+  std::optional<LRESULT> OnPaint(WPARAM, LPARAM);
+  std::optional<LRESULT> OnSize(WPARAM, LPARAM);
+  std::optional<LRESULT> OnActivate(WPARAM how, LPARAM);
+  std::optional<LRESULT> OnSetFocus(WPARAM, LPARAM);
+  std::optional<LRESULT> OnEnable(WPARAM enabled, LPARAM);
+  void OnMouse(UINT message, WPARAM wParam, POINT point);
 
   Program* program_;
   std::shared_ptr<const FormSource> source_;
   std::wstring name_;
-  FormLook look_;
   State state_ = State::Unloaded;
-  HWND window_ = nullptr;
-  Com<InPlaceFrame> frame_;
-  std::vector<Com<FormControl>> controls_;  // those that hold others stand before what they hold
-  std::vector<std::pair<std::wstring, Com<ControlArray>>> arrays_;
-  std::unique_ptr<ScriptEngine> engine_;
-  FormControl* active_ = nullptr;        // has the keyboard, or had it last
-  FormControl* focusTold_ = nullptr;     // whose GotFocus was raised, and LostFocus not yet
-  FormControl* pressedPiece_ = nullptr;  // a piece without a window, between button down and up
-  FormControl* selected_ = nullptr;      // while the form is designed
-  bool tellingFocus_ = false;
-  bool modal_ = false;
-  std::vector<HWND> waiting_;  // forms that a modal one keeps from the user
-  bool shownBefore_ = false;
+  ControlSet controls_;
+  FormWindow window_;
+  FormCode code_;
+  FormKeyboard keyboard_;
+  Pieces pieces_;
+  std::unique_ptr<Designer> designer_;  // null while the form runs
 };
 
 }  // namespace qrn::host

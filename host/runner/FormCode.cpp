@@ -1,5 +1,7 @@
-// The code behind a form: its engine, its handlers, the names it knows.
+#include "host/runner/FormCode.h"
+
 #include <algorithm>
+#include <stdexcept>
 
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
@@ -23,6 +25,7 @@ constexpr EventCount kFormEvents[] = {
     {L"KeyDown", 2},    {L"KeyUp", 2},     {L"KeyPress", 1}, {L"MouseDown", 4},   {L"MouseUp", 4},
     {L"MouseMove", 4},  {L"Terminate", 0}, {L"GotFocus", 0}, {L"LostFocus", 0}};
 
+constexpr wchar_t kGlobalsName[] = L"HostGlobals_";
 constexpr DISPID kFirstControlId = 0x50000000;
 
 int ParametersOf(const EventCount* begin, const EventCount* end, const std::wstring& event) {
@@ -49,9 +52,8 @@ void CheckCount(const form::Procedure& procedure, int expected, form::Mistakes& 
 
 }  // namespace
 
-// A handler with another count of parameters than its event would fail at each event.
-void Form::CheckHandlers(form::Mistakes& mistakes) const {
-  for (const form::Procedure& procedure : source_->code.procedures) {
+void FormCode::CheckHandlers(form::Mistakes& mistakes) const {
+  for (const form::Procedure& procedure : form_.source().code.procedures) {
     const std::wstring name = Wide(procedure.name);
     for (size_t at = name.find(L'_'); at != std::wstring::npos; at = name.find(L'_', at + 1)) {
       const std::wstring subject = name.substr(0, at);
@@ -60,95 +62,93 @@ void Form::CheckHandlers(form::Mistakes& mistakes) const {
         CheckCount(procedure, ParametersOf(std::begin(kFormEvents), std::end(kFormEvents), event),
                    mistakes);
       }
-      for (const Com<FormControl>& control : controls_) {
-        if (!SameName(control->name(), subject)) continue;
-        CheckCount(procedure, ParametersOf(*control, event), mistakes);
-        break;
-      }
+      const auto& controls = form_.controls();
+      const auto found = std::find_if(
+          controls.begin(), controls.end(),
+          [&](const Com<FormControl>& control) { return SameName(control->name(), subject); });
+      if (found != controls.end()) CheckCount(procedure, ParametersOf(**found, event), mistakes);
     }
   }
 }
 
-void Form::StartCode() {
+void FormCode::Start() {
   if (engine_) return;
-  engine_ = std::make_unique<ScriptEngine>(*this);
-  engine_->AddGlobalItem(L"HostGlobals_");
+  engine_ = std::make_unique<ScriptEngine>(static_cast<ScriptHost&>(*this));
+  engine_->AddGlobalItem(kGlobalsName);
   engine_->AddGlobalItem(Wide(form::kThisFormName));
-  for (const Com<Form>& form : program_->forms()) engine_->AddItem(form->name());
+  for (const Com<Form>& form : form_.program()->forms()) engine_->AddItem(form->name());
   // Arrays are found as members of the form: an item of its own takes no index in every engine.
-  for (const Com<FormControl>& control : controls_) {
+  for (const Com<FormControl>& control : form_.controls()) {
     if (control->index() < 0) engine_->AddItem(control->name());
   }
-  if (!engine_->Run(Wide(source_->code.text), source_->code.firstLine)) {
+  const FormSource& source = form_.source();
+  if (!engine_->Run(Wide(source.code.text), source.code.firstLine)) {
     engine_.reset();
-    throw std::runtime_error(source_->path + ": the form's code cannot be run");
+    throw std::runtime_error(source.path + ": the form's code cannot be run");
   }
-  RaiseOwn(L"Initialize");
+  Raise(L"Initialize");
 }
 
-Com<IDispatch> Form::ControlObject(std::wstring_view controlName) const {
-  for (const auto& [name, array] : arrays_) {
-    if (SameName(name, controlName)) return Com<IDispatch>(array.get());
-  }
-  FormControl* control = Find(controlName);
-  return control ? Com<IDispatch>(control) : Com<IDispatch>();
-}
-
-Com<IDispatch> Form::ItemNamed(const std::wstring& name) {
-  if (!program_) return {};
-  if (name == L"HostGlobals_") return Com<IDispatch>(&program_->globals());
-  if (name == Wide(form::kThisFormName)) return Com<IDispatch>(this);
-  if (const Com<IDispatch> control = ControlObject(name)) return control;
-  Form* other = program_->FormNamed(name);
+Com<IDispatch> FormCode::ItemNamed(const std::wstring& name) {
+  Program* program = form_.program();
+  if (!program) return {};
+  if (name == kGlobalsName) return Com<IDispatch>(&program->globals());
+  if (name == Wide(form::kThisFormName)) return Com<IDispatch>(&form_);
+  if (const Com<IDispatch> control = form_.controls().Object(name)) return control;
+  Form* other = program->FormNamed(name);
   return other ? Com<IDispatch>(other) : Com<IDispatch>();
 }
 
-void Form::OnScriptFault(const ScriptFault& fault) {
-  if (program_) program_->OnFault(*this, fault);
+void FormCode::OnScriptFault(const ScriptFault& fault) {
+  if (form_.program()) form_.program()->OnFault(form_, fault);
 }
 
-void Form::Fire(FormControl& control, const std::wstring& event, DISPPARAMS& parameters) {
+HWND FormCode::BoxOwner() { return form_.Window(); }
+
+void FormCode::Fire(FormControl& control, const std::wstring& event, DISPPARAMS& parameters) {
   std::vector<Variant> before;
   if (control.index() >= 0) before.emplace_back(static_cast<int32_t>(control.index()));
   RunHandler(control.name() + L"_" + event, before, parameters);
 }
 
-void Form::RaiseOwn(const wchar_t* event, DISPPARAMS& parameters) {
+void FormCode::Raise(const wchar_t* event, DISPPARAMS& parameters) {
   RunHandler(std::wstring(L"Form_") + event, {}, parameters);
 }
 
-void Form::RaiseOwn(const wchar_t* event) {
+void FormCode::Raise(const wchar_t* event) {
   DISPPARAMS none{};
-  RaiseOwn(event, none);
+  Raise(event, none);
 }
 
-void Form::RunHandler(const std::wstring& procedure, std::span<const Variant> before,
-                      DISPPARAMS& parameters) {
-  if (!engine_ || IsDesign() || !source_->code.Find(Utf8(procedure))) return;
-  const Com<Form> alive(this);
+void FormCode::RunHandler(const std::wstring& procedure, std::span<const Variant> before,
+                          DISPPARAMS& parameters) {
+  if (!engine_ || !form_.source().code.Find(Utf8(procedure))) return;
+  const Com<Form> alive(&form_);
   engine_->Call(procedure, before, parameters);
 }
 
-Com<IDispatch> Form::CodeMembers() {
-  if (!engine_ && program_ && !IsDesign() && state_ == State::Unloaded) StartCode();
+// Code of a form that is not loaded runs as soon as somebody asks for its members.
+Com<IDispatch> FormCode::Members() {
+  if (!engine_ && form_.program() && !form_.IsDesign() && form_.IsUnloaded()) Start();
   return engine_ ? engine_->Members() : Com<IDispatch>();
 }
 
-HRESULT Form::FindOther(LPOLESTR name, LCID locale, DISPID* id) {
-  for (size_t i = 0; i < controls_.size(); ++i) {
-    if (!SameName(controls_[i]->name(), name)) continue;
+HRESULT FormCode::FindName(LPOLESTR name, LCID locale, DISPID* id) {
+  const std::vector<Com<FormControl>>& controls = form_.controls().list();
+  for (size_t i = 0; i < controls.size(); ++i) {
+    if (!SameName(controls[i]->name(), name)) continue;
     *id = kFirstControlId + static_cast<DISPID>(i);
     return S_OK;
   }
-  const Com<IDispatch> code = CodeMembers();
+  const Com<IDispatch> code = Members();
   return code ? code->GetIDsOfNames(IID_NULL, &name, 1, locale, id) : DISP_E_UNKNOWNNAME;
 }
 
-HRESULT Form::InvokeOther(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters,
+HRESULT FormCode::UseName(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                           VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
   const auto place = static_cast<size_t>(id - kFirstControlId);
-  if (id >= kFirstControlId && place < controls_.size()) {
-    const Com<IDispatch> control = ControlObject(controls_[place]->name());
+  if (id >= kFirstControlId && place < form_.controls().size()) {
+    const Com<IDispatch> control = form_.controls().Object(form_.controls().list()[place]->name());
     if (parameters->cArgs > 0) {
       return control->Invoke(DISPID_VALUE, IID_NULL, locale, flags, parameters, result, exception,
                              badArgument);
@@ -156,7 +156,7 @@ HRESULT Form::InvokeOther(DISPID id, LCID locale, WORD flags, DISPPARAMS* parame
     if (result) *result = Variant(control).release();
     return S_OK;
   }
-  const Com<IDispatch> code = CodeMembers();
+  const Com<IDispatch> code = Members();
   if (!code) return DISP_E_MEMBERNOTFOUND;
   return code->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
 }

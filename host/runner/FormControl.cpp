@@ -7,12 +7,10 @@
 #include "host/form/SourceText.h"
 #include "host/runner/Form.h"
 #include "host/runner/PropertyValues.h"
+#include "host/script/VbErrors.h"
 
 namespace qrn::host {
 namespace {
-
-constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
-constexpr HRESULT kObjectGone = static_cast<HRESULT>(0x800A0166);  // 358
 
 constexpr Bounds kFirstBounds{0, 0, 1215, 495};
 
@@ -109,7 +107,7 @@ void FormControl::SetBounds(const Bounds& bounds) {
 void FormControl::Name(Call& call) { call.Give(name_); }
 
 void FormControl::Index(Call& call) {
-  if (index() < 0) throw ScriptError{static_cast<HRESULT>(0x800A0157), name_ + L" is no array"};
+  if (index() < 0) throw ScriptError{kNotAnArray, name_ + L" is no array"};
   call.Give(static_cast<int32_t>(index()));
 }
 
@@ -147,7 +145,7 @@ void FormControl::Visible(Call& call) {
   form().EnsureLoaded();
   visible_ = call.NewTruth();
   OnShown();
-  form().KeepKeyboard();
+  form().keyboard().Keep();
 }
 
 void FormControl::Tag(Call& call) {

@@ -31,6 +31,8 @@ struct FormLook {
   int windowState = 0;
   int mousePointer = 0;
   bool pixelScale = false;  // places of what lies on the form are pixels instead of twips
+
+  double UnitsPerPixel() const noexcept { return pixelScale ? 1 : kTwipsPerPixel; }
 };
 
 // Reads the form's own properties; those that mean nothing at run time are passed over, unknown

@@ -1,154 +1,77 @@
-// What code sees of a form.
-#include <algorithm>
+#include "host/runner/FormMembers.h"
 
 #include "host/container/Text.h"
+#include "host/runner/ControlList.h"
 #include "host/runner/Form.h"
-#include "host/runner/Program.h"
+#include "host/script/VbErrors.h"
 
 namespace qrn::host {
-namespace {
 
-constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
+Form& FormMembers::form() noexcept { return static_cast<Form&>(*this); }
 
-// Walks a form's controls for For Each. Controls that go meanwhile end the walk.
-class ControlWalk final : public ComObject<IEnumVARIANT> {
- public:
-  ControlWalk(Com<Form> form, size_t at) : form_(std::move(form)), at_(at) {}
+HWND FormMembers::Window() noexcept { return form().Window(); }
 
-  STDMETHODIMP Next(ULONG count, VARIANT* items, ULONG* fetched) override {
-    if (!items) return E_POINTER;
-    ULONG given = 0;
-    for (; given < count && at_ < form_->controls().size(); ++given, ++at_) {
-      items[given] = Variant(Com<IDispatch>(form_->controls()[at_].get())).release();
-    }
-    if (fetched) *fetched = given;
-    return given == count ? S_OK : S_FALSE;
-  }
-  STDMETHODIMP Skip(ULONG count) override {
-    const size_t left = form_->controls().size() - std::min(at_, form_->controls().size());
-    at_ += std::min<size_t>(count, left);
-    return count <= left ? S_OK : S_FALSE;
-  }
-  STDMETHODIMP Reset() override { return at_ = 0, S_OK; }
-  STDMETHODIMP Clone(IEnumVARIANT** copy) override {
-    return Guard(
-        [&] { return Com<IEnumVARIANT>(MakeCom<ControlWalk>(form_, at_).get()).copyTo(copy); });
-  }
+void FormMembers::TellControls(DISPID ambient) {
+  for (const Com<FormControl>& control : form().controls()) control->AmbientChanged(ambient);
+}
 
- private:
-  Com<Form> form_;
-  size_t at_;
-};
+void FormMembers::Name(Call& call) { call.Give(form().name()); }
 
-// The controls of a form: Controls("edtName"), Controls(0), Controls.Count.
-class ControlList final : public Scriptable {
- public:
-  explicit ControlList(Form& form) noexcept : form_(&form) {}
-
-  void Count(Call& call) { call.Give(static_cast<int32_t>(form_->controls().size())); }
-
-  void Item(Call& call) {
-    const Variant key = call.Value(0);
-    FormControl* control = nullptr;
-    if (key.type() == VT_BSTR) {
-      control = form_->Find(call.Text(0));
-    } else {
-      const int32_t place = call.Number(0, -1);
-      const auto& controls = form_->controls();
-      if (place >= 0 && static_cast<size_t>(place) < controls.size()) {
-        control = controls[static_cast<size_t>(place)].get();
-      }
-    }
-    if (!control) throw ScriptError{kInvalidCall, L"the form has no such control"};
-    call.Give(Variant(Com<IDispatch>(control)));
-  }
-
-  void NewEnum(Call& call) {
-    Variant walk;
-    walk->vt = VT_UNKNOWN;
-    walk->punkVal = Com<IUnknown>(MakeCom<ControlWalk>(form_, 0).get()).detach();
-    call.Give(std::move(walk));
-  }
-
- protected:
-  std::vector<MemberTable> Tables() const override {
-    static constexpr MemberEntry kMembers[] = {
-        Member<&ControlList::Item>(L"Item", kGet, kValueMember),
-        Member<&ControlList::Count>(L"Count", kGet),
-        Member<&ControlList::NewEnum>(L"_NewEnum", kGet, DISPID_NEWENUM)};
-    return {kMembers};
-  }
-
- private:
-  Com<Form> form_;
-};
-
-}  // namespace
-
-void Form::Name(Call& call) { call.Give(name_); }
-
-void Form::Caption(Call& call) {
+void FormMembers::Caption(Call& call) {
   if (!call.IsPut()) return call.Give(look_.caption);
-  EnsureLoaded();
+  form().EnsureLoaded();
   look_.caption = call.NewText();
-  SetWindowTextW(window_, look_.caption.c_str());
+  SetWindowTextW(Window(), look_.caption.c_str());
 }
 
-void Form::Handle(Call& call) {
-  EnsureLoaded();
-  call.Give(static_cast<int32_t>(reinterpret_cast<intptr_t>(window_)));
+void FormMembers::Handle(Call& call) {
+  form().EnsureLoaded();
+  call.Give(static_cast<int32_t>(reinterpret_cast<intptr_t>(Window())));
 }
 
-RECT Form::WindowPlace() const {
-  RECT place{};
-  GetWindowRect(window_, &place);
-  return place;
-}
-
-void Form::MoveTo(const RECT& place) {
+void FormMembers::MoveTo(const RECT& place) {
   if (place.right < place.left || place.bottom < place.top) {
     throw ScriptError{kInvalidCall, L"a size below 0"};
   }
-  SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
-               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  form().MoveTo(place);
+}
+
+RECT FormMembers::Place() {
+  form().EnsureLoaded();
+  return form().Place();
 }
 
 // The window's own place counts in twips of the screen, whatever the scale inside.
-void Form::Left(Call& call) {
-  EnsureLoaded();
-  RECT place = WindowPlace();
+void FormMembers::Left(Call& call) {
+  RECT place = Place();
   if (!call.IsPut()) return call.Give(ToTwips(place.left));
   OffsetRect(&place, ToPixels(call.NewReal()) - place.left, 0);
   MoveTo(place);
 }
 
-void Form::Top(Call& call) {
-  EnsureLoaded();
-  RECT place = WindowPlace();
+void FormMembers::Top(Call& call) {
+  RECT place = Place();
   if (!call.IsPut()) return call.Give(ToTwips(place.top));
   OffsetRect(&place, 0, ToPixels(call.NewReal()) - place.top);
   MoveTo(place);
 }
 
-void Form::Width(Call& call) {
-  EnsureLoaded();
-  RECT place = WindowPlace();
+void FormMembers::Width(Call& call) {
+  RECT place = Place();
   if (!call.IsPut()) return call.Give(ToTwips(place.right - place.left));
   place.right = place.left + ToPixels(call.NewReal());
   MoveTo(place);
 }
 
-void Form::Height(Call& call) {
-  EnsureLoaded();
-  RECT place = WindowPlace();
+void FormMembers::Height(Call& call) {
+  RECT place = Place();
   if (!call.IsPut()) return call.Give(ToTwips(place.bottom - place.top));
   place.bottom = place.top + ToPixels(call.NewReal());
   MoveTo(place);
 }
 
-void Form::Move(Call& call) {
-  EnsureLoaded();
-  const RECT now = WindowPlace();
+void FormMembers::Move(Call& call) {
+  const RECT now = Place();
   RECT place{};
   place.left = ToPixels(call.Real(0, ToTwips(now.left)));
   place.top = ToPixels(call.Real(1, ToTwips(now.top)));
@@ -157,150 +80,145 @@ void Form::Move(Call& call) {
   MoveTo(place);
 }
 
-void Form::ScaleWidth(Call& call) {
-  EnsureLoaded();
+RECT FormMembers::Client() {
+  form().EnsureLoaded();
   RECT client{};
-  GetClientRect(window_, &client);
-  call.Give(client.right * UnitsPerPixel());
+  GetClientRect(Window(), &client);
+  return client;
 }
 
-void Form::ScaleHeight(Call& call) {
-  EnsureLoaded();
-  RECT client{};
-  GetClientRect(window_, &client);
-  call.Give(client.bottom * UnitsPerPixel());
+void FormMembers::ScaleWidth(Call& call) { call.Give(Client().right * look_.UnitsPerPixel()); }
+void FormMembers::ScaleHeight(Call& call) { call.Give(Client().bottom * look_.UnitsPerPixel()); }
+
+void FormMembers::Visible(Call& call) {
+  if (!call.IsPut()) return call.GiveTruth(Window() && IsWindowVisible(Window()));
+  call.NewTruth() ? form().Display(false) : form().Conceal();
 }
 
-void Form::Visible(Call& call) {
-  if (!call.IsPut()) return call.GiveTruth(window_ && IsWindowVisible(window_));
-  call.NewTruth() ? Display(false) : Conceal();
-}
-
-void Form::Enabled(Call& call) {
+void FormMembers::Enabled(Call& call) {
   if (!call.IsPut()) return call.GiveTruth(look_.enabled);
-  EnsureLoaded();
+  form().EnsureLoaded();
   look_.enabled = call.NewTruth();
-  EnableWindow(window_, look_.enabled);
+  EnableWindow(Window(), look_.enabled);
 }
 
-void Form::BackColor(Call& call) {
+void FormMembers::BackColor(Call& call) {
   if (!call.IsPut()) return call.Give(static_cast<int32_t>(look_.backColor));
-  EnsureLoaded();
+  form().EnsureLoaded();
   look_.backColor = static_cast<OLE_COLOR>(call.NewNumber());
-  for (const Com<FormControl>& control : controls_) {
-    control->AmbientChanged(DISPID_AMBIENT_BACKCOLOR);
-  }
-  InvalidateRect(window_, nullptr, TRUE);
+  TellControls(DISPID_AMBIENT_BACKCOLOR);
+  InvalidateRect(Window(), nullptr, TRUE);
 }
 
-void Form::ForeColor(Call& call) {
+void FormMembers::ForeColor(Call& call) {
   if (!call.IsPut()) return call.Give(static_cast<int32_t>(look_.foreColor));
-  EnsureLoaded();
+  form().EnsureLoaded();
   look_.foreColor = static_cast<OLE_COLOR>(call.NewNumber());
-  for (const Com<FormControl>& control : controls_) {
-    control->AmbientChanged(DISPID_AMBIENT_FORECOLOR);
-  }
+  TellControls(DISPID_AMBIENT_FORECOLOR);
 }
 
-void Form::Font(Call& call) {
+void FormMembers::Font(Call& call) {
   if (!call.IsPut()) return call.Give(Variant(Com<IDispatch>(look_.font.get())));
-  EnsureLoaded();
+  form().EnsureLoaded();
   const Com<IFontDisp> font = Query<IFontDisp>(call.NewValue(VT_DISPATCH)->pdispVal);
   if (!font) throw ScriptError{ole::kInvalidPropertyValue, L"Font needs a font"};
   look_.font = font;
-  for (const Com<FormControl>& control : controls_) control->AmbientChanged(DISPID_AMBIENT_FONT);
+  TellControls(DISPID_AMBIENT_FONT);
 }
 
-void Form::Tag(Call& call) {
+void FormMembers::Tag(Call& call) {
   if (!call.IsPut()) return call.Give(look_.tag);
   look_.tag = call.NewText();
 }
 
-void Form::WindowState(Call& call) {
+void FormMembers::WindowState(Call& call) {
   if (!call.IsPut()) {
-    return call.Give(int32_t{IsIconic(window_) ? 1 : IsZoomed(window_) ? 2 : 0});
+    return call.Give(int32_t{IsIconic(Window()) ? 1 : IsZoomed(Window()) ? 2 : 0});
   }
   const int32_t state = call.NewNumber();
   if (state < 0 || state > 2) throw ScriptError{ole::kInvalidPropertyValue, L"WindowState"};
-  EnsureLoaded();
+  form().EnsureLoaded();
   look_.windowState = state;
   constexpr int kShows[] = {SW_RESTORE, SW_MINIMIZE, SW_MAXIMIZE};
-  if (IsWindowVisible(window_)) ShowWindow(window_, kShows[state]);
+  if (IsWindowVisible(Window())) ShowWindow(Window(), kShows[state]);
 }
 
-void Form::KeyPreview(Call& call) {
+void FormMembers::KeyPreview(Call& call) {
   if (!call.IsPut()) return call.GiveTruth(look_.keyPreview);
   look_.keyPreview = call.NewTruth();
 }
 
-void Form::MousePointer(Call& call) {
+void FormMembers::MousePointer(Call& call) {
   if (!call.IsPut()) return call.Give(static_cast<int32_t>(look_.mousePointer));
   look_.mousePointer = call.NewNumber();
 }
 
-void Form::ActiveControl(Call& call) {
-  call.Give(Variant(active_ ? Com<IDispatch>(active_) : Com<IDispatch>()));
+void FormMembers::ActiveControl(Call& call) {
+  FormControl* active = form().Focused();
+  call.Give(Variant(active ? Com<IDispatch>(active) : Com<IDispatch>()));
 }
 
-void Form::Controls(Call& call) {
-  EnsureLoaded();
-  const auto list = MakeCom<ControlList>(*this);
+void FormMembers::Controls(Call& call) {
+  form().EnsureLoaded();
+  const auto list = MakeCom<ControlList>(form());
   if (call.Count() == 0) return call.Give(Variant(Com<IDispatch>(list.get())));
   list->Item(call);
 }
 
-void Form::ControlCount(Call& call) { call.Give(static_cast<int32_t>(controls_.size())); }
-
-void Form::Show(Call& call) { Display(call.Number(0) != 0); }
-void Form::Hide(Call&) { Conceal(); }
-
-void Form::Refresh(Call&) {
-  EnsureLoaded();
-  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+void FormMembers::ControlCount(Call& call) {
+  call.Give(static_cast<int32_t>(form().controls().size()));
 }
 
-void Form::SetFocus(Call&) {
-  EnsureLoaded();
-  if (!IsWindowVisible(window_)) throw ScriptError{kInvalidCall, name_ + L" is not shown"};
-  SetForegroundWindow(window_);
+void FormMembers::Show(Call& call) { form().Display(call.Number(0) != 0); }
+void FormMembers::Hide(Call&) { form().Conceal(); }
+
+void FormMembers::Refresh(Call&) {
+  form().EnsureLoaded();
+  RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-void Form::ZOrder(Call& call) {
-  EnsureLoaded();
-  SetWindowPos(window_, call.Number(0) == 0 ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0,
+void FormMembers::SetFocus(Call&) {
+  form().EnsureLoaded();
+  if (!IsWindowVisible(Window())) throw ScriptError{kInvalidCall, form().name() + L" is not shown"};
+  SetForegroundWindow(Window());
+}
+
+void FormMembers::ZOrder(Call& call) {
+  form().EnsureLoaded();
+  SetWindowPos(Window(), call.Number(0) == 0 ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-std::vector<MemberTable> Form::Tables() const {
+std::vector<MemberTable> FormMembers::Tables() const {
   // clang-format off
   static constexpr MemberEntry kMembers[] = {
-      Member<&Form::Name>(L"Name", kGet),
-      Member<&Form::Caption>(L"Caption", kProperty),
-      Member<&Form::Handle>(L"hWnd", kGet),
-      Member<&Form::Left>(L"Left", kProperty),
-      Member<&Form::Top>(L"Top", kProperty),
-      Member<&Form::Width>(L"Width", kProperty),
-      Member<&Form::Height>(L"Height", kProperty),
-      Member<&Form::ScaleWidth>(L"ScaleWidth", kGet),
-      Member<&Form::ScaleHeight>(L"ScaleHeight", kGet),
-      Member<&Form::Visible>(L"Visible", kProperty),
-      Member<&Form::Enabled>(L"Enabled", kProperty),
-      Member<&Form::BackColor>(L"BackColor", kProperty),
-      Member<&Form::ForeColor>(L"ForeColor", kProperty),
-      Member<&Form::Font>(L"Font", kProperty),
-      Member<&Form::Tag>(L"Tag", kProperty),
-      Member<&Form::WindowState>(L"WindowState", kProperty),
-      Member<&Form::KeyPreview>(L"KeyPreview", kProperty),
-      Member<&Form::MousePointer>(L"MousePointer", kProperty),
-      Member<&Form::ActiveControl>(L"ActiveControl", kGet),
-      Member<&Form::Controls>(L"Controls", kGet),
-      Member<&Form::ControlCount>(L"Count", kGet),
-      Member<&Form::Show>(L"Show", kMethod),
-      Member<&Form::Hide>(L"Hide", kMethod),
-      Member<&Form::Move>(L"Move", kMethod),
-      Member<&Form::Refresh>(L"Refresh", kMethod),
-      Member<&Form::SetFocus>(L"SetFocus", kMethod),
-      Member<&Form::ZOrder>(L"ZOrder", kMethod),
+      Member<&FormMembers::Name>(L"Name", kGet),
+      Member<&FormMembers::Caption>(L"Caption", kProperty),
+      Member<&FormMembers::Handle>(L"hWnd", kGet),
+      Member<&FormMembers::Left>(L"Left", kProperty),
+      Member<&FormMembers::Top>(L"Top", kProperty),
+      Member<&FormMembers::Width>(L"Width", kProperty),
+      Member<&FormMembers::Height>(L"Height", kProperty),
+      Member<&FormMembers::ScaleWidth>(L"ScaleWidth", kGet),
+      Member<&FormMembers::ScaleHeight>(L"ScaleHeight", kGet),
+      Member<&FormMembers::Visible>(L"Visible", kProperty),
+      Member<&FormMembers::Enabled>(L"Enabled", kProperty),
+      Member<&FormMembers::BackColor>(L"BackColor", kProperty),
+      Member<&FormMembers::ForeColor>(L"ForeColor", kProperty),
+      Member<&FormMembers::Font>(L"Font", kProperty),
+      Member<&FormMembers::Tag>(L"Tag", kProperty),
+      Member<&FormMembers::WindowState>(L"WindowState", kProperty),
+      Member<&FormMembers::KeyPreview>(L"KeyPreview", kProperty),
+      Member<&FormMembers::MousePointer>(L"MousePointer", kProperty),
+      Member<&FormMembers::ActiveControl>(L"ActiveControl", kGet),
+      Member<&FormMembers::Controls>(L"Controls", kGet),
+      Member<&FormMembers::ControlCount>(L"Count", kGet),
+      Member<&FormMembers::Show>(L"Show", kMethod),
+      Member<&FormMembers::Hide>(L"Hide", kMethod),
+      Member<&FormMembers::Move>(L"Move", kMethod),
+      Member<&FormMembers::Refresh>(L"Refresh", kMethod),
+      Member<&FormMembers::SetFocus>(L"SetFocus", kMethod),
+      Member<&FormMembers::ZOrder>(L"ZOrder", kMethod),
   };
   // clang-format on
   return {kMembers};

@@ -1,7 +1,11 @@
 #include "host/runner/Frame.h"
 
+#include <windowsx.h>
+
 #include "host/runner/Form.h"
+#include "host/runner/InputEvents.h"
 #include "host/runner/Painting.h"
+#include "host/runner/WindowClass.h"
 
 namespace qrn::host {
 namespace {
@@ -11,21 +15,10 @@ constexpr wchar_t kFrameClass[] = L"ThunderRTFrame";
 constexpr int kCaptionIndent = 8;
 constexpr int kCaptionGap = 2;
 
-void RegisterOnce() {
-  WNDCLASSEXW kind{};
-  kind.cbSize = sizeof kind;
-  kind.style = CS_DBLCLKS;
-  kind.lpfnWndProc = DefWindowProcW;
-  kind.hInstance = GetModuleHandleW(nullptr);
-  kind.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-  kind.lpszClassName = kFrameClass;
-  RegisterClassExW(&kind);  // a second time it is there already
-}
-
 }  // namespace
 
 bool Frame::Create() {
-  RegisterOnce();
+  RegisterWindowClass(kFrameClass, DefWindowProcW);
   return WindowPiece::Create();
 }
 
@@ -55,7 +48,7 @@ void Frame::OnPaint() {
   const BufferedPaint paint(Window());
   FillWith(paint.dc(), paint.area(), look().backColor);
   DrawBox(paint.dc(), paint.area());
-  form().DrawPieces(this, paint.dc());
+  form().pieces().Draw(this, paint.dc());
 }
 
 std::optional<LRESULT> Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -69,14 +62,18 @@ std::optional<LRESULT> Frame::OnMessage(UINT message, WPARAM wParam, LPARAM lPar
     ::SetFocus(form().Window());
     return 0;
   }
-  if (const auto done = form().OnHolderMessage(this, message, wParam, lParam)) {
-    RaiseMouse(message, wParam,
-               {static_cast<int16_t>(LOWORD(lParam)), static_cast<int16_t>(HIWORD(lParam))});
-    if (message == WM_LBUTTONUP) Raise(L"Click");
-    if (message == WM_LBUTTONDBLCLK) Raise(L"DblClick");
-    return done;
-  }
-  return std::nullopt;
+  if (const auto done = Pieces::OnChildMessage(message, wParam, lParam)) return done;
+  if (!IsPointMessage(message)) return std::nullopt;
+  const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  if (!form().pieces().OnMouse(this, message, wParam, point)) OnMouse(message, wParam, point);
+  return 0;
+}
+
+void Frame::OnMouse(UINT message, WPARAM wParam, POINT point) {
+  const Com<FormControl> alive(this);
+  RaiseMouse(message, wParam, point);
+  if (message == WM_LBUTTONUP) Raise(L"Click");
+  if (message == WM_LBUTTONDBLCLK) Raise(L"DblClick");
 }
 
 MnemonicUse Frame::TryMnemonic(const MSG& message, wchar_t key) {

@@ -13,6 +13,7 @@ class Frame final : public WindowPiece {
   bool HoldsOthers() const override { return true; }
   bool Create() override;
   MnemonicUse TryMnemonic(const MSG& message, wchar_t key) override;
+  void OnMouse(UINT message, WPARAM wParam, POINT point) override;
 
  protected:
   WindowKind Kind() const override;

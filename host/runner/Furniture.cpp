@@ -8,9 +8,8 @@
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
 #include "host/runner/Form.h"
-#include "host/runner/Modifiers.h"
+#include "host/runner/InputEvents.h"
 #include "host/runner/PropertyValues.h"
-#include "host/runner/RaisedArguments.h"
 
 namespace qrn::host {
 namespace {
@@ -36,18 +35,6 @@ const std::vector<EventInfo>& EventsOfKind(FurnitureKind kind) {
   if (kind == kText) return kTexts;
   return kind == kButton ? kKeys : kMouse;
 }
-
-struct MouseEvent {
-  UINT message;
-  const wchar_t* event;
-  int16_t button;  // 0: those held
-};
-
-constexpr MouseEvent kMouseEvents[] = {{WM_LBUTTONDOWN, L"MouseDown", 1},
-                                       {WM_LBUTTONUP, L"MouseUp", 1},
-                                       {WM_RBUTTONDOWN, L"MouseDown", 2},
-                                       {WM_RBUTTONUP, L"MouseUp", 2},
-                                       {WM_MOUSEMOVE, L"MouseMove", 0}};
 
 }  // namespace
 
@@ -102,20 +89,19 @@ bool Furniture::IsMnemonic(const MSG& message, wchar_t key) const noexcept {
   return look_.enabled && visible() && static_cast<wchar_t>(towupper(key)) == own;
 }
 
-void Furniture::Raise(const wchar_t* event, std::initializer_list<VARIANT> declared) {
-  RaisedArguments arguments(declared);
+void Furniture::Raise(const wchar_t* event, DISPPARAMS& arguments) {
   const Com<FormControl> alive(this);
-  form().Fire(*this, event, arguments.get());
+  form().code().Fire(*this, event, arguments);
+}
+
+void Furniture::Raise(const wchar_t* event) {
+  DISPPARAMS none{};
+  Raise(event, none);
 }
 
 void Furniture::RaiseMouse(UINT message, WPARAM wParam, POINT point) {
-  for (const MouseEvent& row : kMouseEvents) {
-    if (row.message != message) continue;
-    const int16_t button = row.button != 0 ? row.button : ButtonsHeld(wParam);
-    Raise(row.event,
-          {ByValue(button), ByValue(KeyModifiers()), ByValue(static_cast<float>(ToTwips(point.x))),
-           ByValue(static_cast<float>(ToTwips(point.y)))});
-  }
+  RaiseMouseEvent(message, wParam, ToTwips(point.x), ToTwips(point.y),
+                  [this](const wchar_t* event, DISPPARAMS& arguments) { Raise(event, arguments); });
 }
 
 void Furniture::Caption(Call& call) {

@@ -47,7 +47,8 @@ class Furniture : public FormControl {
   wchar_t MnemonicOf() const noexcept;
   // True for Alt and the caption's character, while the piece can be used.
   bool IsMnemonic(const MSG& message, wchar_t key) const noexcept;
-  void Raise(const wchar_t* event, std::initializer_list<VARIANT> declared = {});
+  void Raise(const wchar_t* event, DISPPARAMS& arguments);
+  void Raise(const wchar_t* event);
   // MouseDown, MouseUp or MouseMove for a mouse message; the point in pixels of the piece.
   void RaiseMouse(UINT message, WPARAM wParam, POINT point);
   // Called after every change of look.

@@ -125,19 +125,23 @@ AmbientValues HostedFormControl::Ambients() const {
 }
 
 void HostedFormControl::OnEvent(const EventInfo& event, DISPPARAMS& parameters) {
-  form().Fire(*this, event.name, parameters);
+  form().code().Fire(*this, event.name, parameters);
 }
 
-void HostedFormControl::OnUIActive(bool active) { form().OnUIActive(*this, active); }
+void HostedFormControl::OnUIActive(bool active) {
+  if (active) form().OnUIActive(*this);
+}
 
-void HostedFormControl::OnFocus(bool focus) { form().OnFocus(*this, focus); }
+void HostedFormControl::OnFocus(bool focus) {
+  if (focus) form().OnFocus(*this);
+}
 
 void HostedFormControl::OnMoved(const RECT& place) {
   SetBounds({ToTwips(place.left), ToTwips(place.top), ToTwips(place.right - place.left),
              ToTwips(place.bottom - place.top)});
 }
 
-bool HostedFormControl::OnKey(MSG& message) { return form().TranslateKey(message); }
+bool HostedFormControl::OnKey(MSG& message) { return form().keyboard().Translate(message); }
 
 void HostedFormControl::ShowPages() { form().ShowPages(*this); }
 

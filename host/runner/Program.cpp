@@ -8,11 +8,10 @@
 
 #include "host/container/Text.h"
 #include "host/container/TypeNames.h"
+#include "host/script/VbErrors.h"
 
 namespace qrn::host {
 namespace {
-
-constexpr HRESULT kNoForm = static_cast<HRESULT>(0x800A01A8);  // 424
 
 void PrintToOutput(const std::string& utf8) {
   fwrite(utf8.data(), 1, utf8.size(), stdout);
@@ -148,6 +147,14 @@ Form* Program::FormNamed(std::wstring_view name) const noexcept {
   return nullptr;
 }
 
+std::vector<HWND> Program::Windows() const {
+  std::vector<HWND> windows;
+  for (const Com<Form>& form : forms_) {
+    if (form->Window()) windows.push_back(form->Window());
+  }
+  return windows;
+}
+
 Form* Program::ActiveForm() const noexcept {
   HWND front = GetActiveWindow();
   for (const Com<Form>& form : forms_) {
@@ -204,7 +211,7 @@ Form& Program::FormOf(const Variant& value) const {
       return *form;
     }
   }
-  throw ScriptError{kNoForm, L"Load and Unload take a form"};
+  throw ScriptError{kObjectRequired, L"Load and Unload take a form"};
 }
 
 void Program::LoadForm(const Variant& form) { FormOf(form).EnsureLoaded(); }

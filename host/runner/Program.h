@@ -47,6 +47,7 @@ class Program final : private ProgramServices {
   const ProgramOptions& options() const noexcept { return options_; }
   ScriptGlobals& globals() const noexcept { return *globals_; }
   const std::vector<Com<Form>>& forms() const noexcept { return forms_; }
+  std::vector<HWND> Windows() const;  // of the forms that are loaded
   // Null if there is no such form.
   Form* FormNamed(std::wstring_view name) const noexcept;
   // The form in front, else the first.

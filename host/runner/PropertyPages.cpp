@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "host/container/Fonts.h"
+#include "host/runner/InputEvents.h"
 #include "host/runner/PropertyPageSite.h"
+#include "host/runner/WindowClass.h"
 
 namespace qrn::host {
 namespace {
 
-constexpr wchar_t kFrameClass[] = L"QrnPropertyFrame";
+constexpr wchar_t kPagesClass[] = L"QrnPropertyFrame";
 constexpr int kMargin = 8;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
@@ -118,14 +120,8 @@ HWND PropertyFrame::MakeChild(const wchar_t* className, const wchar_t* text, DWO
 }
 
 void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
-  WNDCLASSEXW kind{};
-  kind.cbSize = sizeof kind;
-  kind.lpfnWndProc = &PropertyFrame::Procedure;
-  kind.hInstance = GetModuleHandleW(nullptr);
-  kind.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-  kind.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-  kind.lpszClassName = kFrameClass;
-  RegisterClassExW(&kind);  // a second time it is there already
+  RegisterWindowClass(kPagesClass, &PropertyFrame::Procedure,
+                      reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
   SIZE largest{240, 120};
   for (const Page& page : pages_) {
     largest.cx = std::max(largest.cx, page.size.cx);
@@ -143,7 +139,7 @@ void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
   RECT above{};
   if (owner) GetWindowRect(owner, &above);
   window_ =
-      CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, kFrameClass, title.c_str(), style,
+      CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, kPagesClass, title.c_str(), style,
                       above.left + 24, above.top + 24, outer.right - outer.left,
                       outer.bottom - outer.top, owner, nullptr, GetModuleHandleW(nullptr), this);
   tabs_ = MakeChild(WC_TABCONTROLW, L"", WS_CLIPSIBLINGS | WS_TABSTOP, tabPlace, kTabsId);
@@ -252,8 +248,7 @@ LRESULT CALLBACK PropertyFrame::Procedure(HWND window, UINT message, WPARAM wPar
 }
 
 bool PropertyFrame::OfferToPage(MSG& message) {
-  const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-  return isKey && pages_[shown_].active &&
+  return IsKeyMessage(message.message) && pages_[shown_].active &&
          pages_[shown_].page->TranslateAccelerator(&message) == S_OK;
 }
 

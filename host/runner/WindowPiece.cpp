@@ -5,9 +5,8 @@
 
 #include "host/runner/Form.h"
 #include "host/runner/Furniture.h"
-#include "host/runner/Modifiers.h"
+#include "host/runner/InputEvents.h"
 #include "host/runner/Painting.h"
-#include "host/runner/RaisedArguments.h"
 
 namespace qrn::host {
 namespace {
@@ -70,7 +69,7 @@ void WindowPiece::OnLook() {
   EnableWindow(window_, look().enabled);
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(FontHandle()), TRUE);
   InvalidateRect(window_, nullptr, TRUE);
-  form().KeepKeyboard();
+  form().keyboard().Keep();
 }
 
 void WindowPiece::OnText() {
@@ -98,22 +97,17 @@ std::wstring WindowPiece::WindowText() const {
 }
 
 std::optional<LRESULT> WindowPiece::OnKey(UINT message, WPARAM wParam, LPARAM lParam) {
-  int16_t key = static_cast<int16_t>(wParam);
-  int16_t shift = KeyModifiers();
-  if (message == WM_CHAR) {
-    Raise(L"KeyPress", {ByReference(key)});
-  } else {
-    Raise(message == WM_KEYDOWN ? L"KeyDown" : L"KeyUp", {ByReference(key), ByReference(shift)});
-  }
-  const auto changed = static_cast<WPARAM>(static_cast<uint16_t>(key));
-  if (changed == wParam) return std::nullopt;
-  return changed == 0 || !window_ ? 0 : DefSubclassProc(window_, message, changed, lParam);
+  const WPARAM left = RaiseKeyEvent(
+      message, wParam,
+      [this](const wchar_t* event, DISPPARAMS& arguments) { Raise(event, arguments); });
+  if (left == wParam) return std::nullopt;
+  return left == 0 || !window_ ? 0 : DefSubclassProc(window_, message, left, lParam);
 }
 
 std::optional<LRESULT> WindowPiece::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SETFOCUS:
-      form().OnFocus(*this, true);
+      form().OnFocus(*this);
       return std::nullopt;
     case WM_KEYDOWN:
     case WM_KEYUP:

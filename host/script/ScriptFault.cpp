@@ -1,5 +1,7 @@
 #include "host/script/ScriptFault.h"
 
+#include "host/script/VbErrors.h"
+
 namespace qrn::host {
 namespace {
 
@@ -57,8 +59,6 @@ constexpr WordsRow kWords[] = {
     {501, L"this cannot be assigned to"},
     {kSyntaxError, L"syntax error"},
 };
-
-constexpr DWORD kControlFacility = 0x800A0000;
 
 std::wstring Described(int number, const Bstr& given) {
   if (!given.empty()) return std::wstring(given.view());

@@ -5,14 +5,12 @@
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
 #include "host/script/VbConstants.h"
+#include "host/script/VbErrors.h"
 #include "host/script/VbFunctions.h"
 
 namespace qrn::host {
 namespace {
 
-constexpr LCID kJapanese = 0x411;
-constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x800A0035);
 constexpr DISPID kFirstConstant = 1;
 
 // App.Path and its like.
@@ -326,7 +324,7 @@ void ScriptGlobals::LoadPicture(Call& call) {
     throw ScriptError{kFileNotFound, L"LoadPicture: there is no file " + path};
   }
   const Com<IPictureDisp> picture = host::LoadPicture(bytes);
-  if (!picture) throw ScriptError{static_cast<HRESULT>(0x800A01E1), L"LoadPicture: no picture"};
+  if (!picture) throw ScriptError{kInvalidPicture, L"LoadPicture: no picture"};
   call.Give(Variant(Com<IDispatch>(picture.get())));
 }
 

@@ -6,13 +6,12 @@
 
 #include "host/container/Scriptable.h"
 #include "host/container/Text.h"
+#include "host/script/VbErrors.h"
 
 namespace qrn::host {
 namespace {
 
 constexpr UINT kJapaneseCodePage = 932;
-constexpr LCID kJapanese = MAKELCID(MAKELANGID(LANG_JAPANESE, SUBLANG_DEFAULT), SORT_DEFAULT);
-constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);
 constexpr size_t kPrintZone = 14;
 
 struct ConversionRow {

@@ -12,6 +12,8 @@
 
 namespace qrn::host {
 
+inline constexpr LCID kJapanese = 0x411;  // whose forms texts, numbers and dates take
+
 // A number as Print and Str show it: a blank or minus sign in front.
 std::wstring NumberText(double number);
 

@@ -4,6 +4,7 @@
 #include <exception>
 #include <stdexcept>
 
+#include "host/runner/WindowClass.h"
 #include "ole/Handles.h"
 
 namespace qrn::host {
@@ -49,12 +50,7 @@ struct UiThread::Work {
 };
 
 UiThread::UiThread() {
-  WNDCLASSEXW kind{};
-  kind.cbSize = sizeof kind;
-  kind.lpfnWndProc = &UiThread::Procedure;
-  kind.hInstance = GetModuleHandleW(nullptr);
-  kind.lpszClassName = kClass;
-  RegisterClassExW(&kind);  // a second time it is there already
+  RegisterWindowClass(kClass, &UiThread::Procedure);
   window_ = CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                             GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("no window for the user script can be made");

@@ -1,6 +1,8 @@
 // Forms with furniture alone: handlers, keys, several forms.
 #include <gtest/gtest.h>
 
+#include "host/container/Text.h"
+#include "host/runner/Form.h"
 #include "tests/qrnform/FormRun.h"
 
 namespace qrn::tests {
@@ -88,6 +90,40 @@ class Forms : public testing::TestWithParam<FormCase> {};
 TEST_P(Forms, DoWhatTheirCodeSays) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kCases));
+
+struct MouseCase {
+  const char* name;
+  const char* control;  // whose window gets the message
+  POINT point;
+  UINT messages[2];
+  const wchar_t* heard;
+};
+
+constexpr MouseCase kMouseCases[] = {
+    {"a label in a frame is clicked, not the frame",
+     "fraBox",
+     {10, 50},
+     {WM_LBUTTONDOWN, WM_LBUTTONUP},
+     L"label "},
+    {"beside it the frame is", "fraBox", {200, 90}, {WM_LBUTTONDOWN, WM_LBUTTONUP}, L"frame "},
+    {"furniture hears the middle button", "txtIn", {5, 5}, {WM_MBUTTONDOWN, WM_MBUTTONUP}, L"4 "},
+};
+
+TEST(Mouse, IsHeardByTheInnermostPiece) {
+  const std::string code =
+      "Private Sub fraBox_Click()\n  Tag = Tag & \"frame \"\nEnd Sub\n"
+      "Private Sub lblIn_Click()\n  Tag = Tag & \"label \"\nEnd Sub\n"
+      "Private Sub txtIn_MouseDown(Button As Integer, Shift As Integer, X As Single, Y As Single)\n"
+      "  Tag = Tag & Button & \" \"\nEnd Sub\n";
+  for (const MouseCase& given : kMouseCases) {
+    OpenForms forms({FormText(kFrame, code)}, false);
+    HWND window = forms.first().Find(host::Wide(given.control))->Window();
+    for (const UINT message : given.messages) {
+      SendMessageW(window, message, 0, MAKELPARAM(given.point.x, given.point.y));
+    }
+    EXPECT_EQ(forms.first().look().tag, given.heard) << given.name;
+  }
+}
 
 TEST(SeveralForms, ShowEachOtherAndShareWhatIsPublic) {
   const std::string first =

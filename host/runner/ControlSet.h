@@ -1,0 +1,47 @@
+// What stands on a form: its controls in the order of the file, and the arrays they make up.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/runner/ControlArray.h"
+
+namespace qrn::host {
+
+// Holds the controls as long as it has them. What it gives out plainly lives until Clear.
+class ControlSet {
+ public:
+  // Adds the controls of `nodes` and of all that these hold; `container` is what they lie in, null
+  // for `form` itself. A class that cannot be had, a name that stands twice and content of what
+  // holds nothing are mistakes; the rest is added.
+  void Add(Form& form, const std::vector<form::ControlNode>& nodes, FormControl* container,
+           form::Mistakes& mistakes);
+  // The form is going: every control is let go, and fails every use from here on.
+  void Clear() noexcept;
+
+  // Those that hold others stand before what they hold.
+  const std::vector<Com<FormControl>>& list() const noexcept { return list_; }
+  auto begin() const noexcept { return list_.begin(); }
+  auto end() const noexcept { return list_.end(); }
+  size_t size() const noexcept { return list_.size(); }
+
+  // The control of that name, of an array the element `index`; null if there is none.
+  FormControl* Find(std::wstring_view name, int index = -1) const noexcept;
+  // What code means by a name: a control or an array. Empty if there is neither.
+  Com<IDispatch> Object(std::wstring_view name) const;
+  // The innermost control that has the window, or a window around it; null if there is none.
+  FormControl* Of(HWND window) const noexcept;
+  // The innermost control that is shown at a point of the screen, disabled ones and pieces without
+  // a window too; null if there is none.
+  FormControl* At(POINT screen) const noexcept;
+
+ private:
+  void AddToArray(FormControl& element);
+
+  std::vector<Com<FormControl>> list_;
+  std::vector<std::pair<std::wstring, Com<ControlArray>>> arrays_;
+};
+
+}  // namespace qrn::host
