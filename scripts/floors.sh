@@ -4,8 +4,8 @@
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-declare -A floor=([platform]=1 [fields]=2 [core]=3 [extended]=4 [ole]=5 [binding]=6 [controls]=7
-  [grid]=7 [design]=8 [resources]=0)
+declare -A floor=([platform]=1 [fields]=2 [core]=3 [extended]=4 [com]=5 [ole]=6 [binding]=7
+  [controls]=8 [grid]=8 [design]=9 [resources]=0)
 faults=0
 
 fault() {

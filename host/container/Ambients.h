@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "com/Variant.h"
 #include "host/container/ComObject.h"
-#include "ole/Variant.h"
 
 namespace qrn::host {
 

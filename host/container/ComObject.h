@@ -3,17 +3,17 @@
 
 #include <atomic>
 
-#include "ole/Com.h"
-#include "ole/Guard.h"
-#include "ole/Variant.h"
+#include "com/Com.h"
+#include "com/Guard.h"
+#include "com/Variant.h"
 
 namespace qrn::host {
 
-using ole::Bstr;
-using ole::Com;
-using ole::Guard;
-using ole::Query;
-using ole::Variant;
+using com::Bstr;
+using com::Com;
+using com::Guard;
+using com::Query;
+using com::Variant;
 
 // Objects of the container that are alive: tests end with none.
 inline std::atomic<long> liveObjects{0};

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "com/Handles.h"
 #include "host/container/ComObject.h"
 #include "host/form/FormFile.h"
-#include "ole/Handles.h"
 
 namespace qrn::host {
 
@@ -61,7 +61,7 @@ class ModuleClasses final : public ControlClasses {
   struct Entry {
     Com<ITypeLib> typeLibrary;
     std::wstring name;    // of the library, as class names have it before the dot
-    ole::Library module;  // empty where registration leads to it
+    com::Library module;  // empty where registration leads to it
   };
   static Entry LoadModule(const std::wstring& path);
   bool IsGiven(const GUID& library) const;

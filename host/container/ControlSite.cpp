@@ -92,7 +92,7 @@ STDMETHODIMP ControlSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlace
     info->fMDIApp = FALSE;
     info->haccel = nullptr;
     info->cAccelEntries = 0;
-    ole::Check(own->GetWindow(&info->hwndFrame));
+    com::Check(own->GetWindow(&info->hwndFrame));
     return own->QueryInterface(IID_IOleInPlaceFrame, reinterpret_cast<void**>(frame));
   });
 }

@@ -72,7 +72,7 @@ Com<IFontDisp> Make(const FontValues& values) {
   description.fUnderline = values.underline;
   description.fStrikethrough = values.strikethrough;
   Com<IFontDisp> font;
-  ole::Check(OleCreateFontIndirect(&description, IID_IFontDisp, font.putVoid()));
+  com::Check(OleCreateFontIndirect(&description, IID_IFontDisp, font.putVoid()));
   return font;
 }
 

@@ -4,9 +4,9 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include "com/Handles.h"
 #include "host/container/ComObject.h"
 #include "host/form/FormFile.h"
-#include "ole/Handles.h"
 
 namespace qrn::host {
 

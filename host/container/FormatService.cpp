@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "ole/Variant.h"
+#include "com/Variant.h"
 
 namespace qrn::host {
 namespace {
@@ -30,10 +30,10 @@ HRESULT FormatValue(const VARIANT& value, const std::wstring& format, LCID local
     std::vector<BYTE> tokens(kMostTokenBytes);
     int used = 0;
     std::wstring text = format;
-    ole::Check(VarTokenizeFormatString(text.data(), tokens.data(), kMostTokenBytes, firstDayOfWeek,
+    com::Check(VarTokenizeFormatString(text.data(), tokens.data(), kMostTokenBytes, firstDayOfWeek,
                                        firstWeekOfYear, locale, &used));
-    ole::Bstr dressed;
-    ole::Check(VarFormatFromTokens(const_cast<VARIANT*>(&value), text.data(), tokens.data(), 0,
+    com::Bstr dressed;
+    com::Check(VarFormatFromTokens(const_cast<VARIANT*>(&value), text.data(), tokens.data(), 0,
                                    dressed.put(), locale));
     *out = dressed.view();
     return S_OK;
@@ -48,7 +48,7 @@ STDMETHODIMP FormatService::Format(VARIANT* value, BSTR format, void* buffer, US
   return Guard([&]() -> HRESULT {
     std::wstring text;
     const std::wstring pattern(format ? format : L"", SysStringLen(format));
-    ole::Check(FormatValue(*value, pattern, static_cast<LCID>(locale), firstDayOfWeek,
+    com::Check(FormatValue(*value, pattern, static_cast<LCID>(locale), firstDayOfWeek,
                            firstWeekOfYear, &text));
     const USHORT size = CopyOut(text, buffer, bufferBytes);
     if (written) *written = size;

@@ -7,16 +7,16 @@
 #include <span>
 #include <string>
 
+#include "com/Variant.h"
 #include "host/container/ComObject.h"
 #include "host/container/CompanionFiles.h"
 #include "host/form/FormFile.h"
-#include "ole/Variant.h"
 
 namespace qrn::host {
 
 // The value of a property for a control: a text, a number, a font, a picture, or an object of the
 // group's class that has read the group. Throws std::runtime_error with a plain reason.
-ole::Variant ValueOf(const form::Property& property, CompanionFiles& files);
+com::Variant ValueOf(const form::Property& property, CompanionFiles& files);
 
 // A bag over properties that outlive it. Names ignore case. A value is given in the type asked
 // for; one that does not convert fails the read and is a mistake of its line. What the control

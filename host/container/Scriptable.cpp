@@ -79,7 +79,7 @@ bool Call::Has(size_t index) const noexcept {
 
 Variant Call::Converted(const VARIANT& value, VARTYPE type) const {
   Variant plain;
-  ole::Check(VariantCopyInd(plain.put(), const_cast<VARIANT*>(&value)));
+  com::Check(VariantCopyInd(plain.put(), const_cast<VARIANT*>(&value)));
   if (type == VT_EMPTY || plain.type() == type) return plain;
   Variant converted;
   const HRESULT result = VariantChangeTypeEx(converted.put(), plain.get(), LOCALE_USER_DEFAULT,
@@ -196,7 +196,7 @@ STDMETHODIMP Scriptable::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
   if ((entry->flags & flags) == 0) return DISP_E_MEMBERNOTFOUND;
   return GuardScript(exception, [&] {
     Call call(given, result, flags);
-    if (call.IsPut() && given->cArgs == 0) throw ole::Failure{DISP_E_BADPARAMCOUNT};
+    if (call.IsPut() && given->cArgs == 0) throw com::Failure{DISP_E_BADPARAMCOUNT};
     entry->run(*this, call);
   });
 }

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "com/Variant.h"
 #include "host/container/ComObject.h"
-#include "ole/Variant.h"
 
 namespace qrn::host {
 

@@ -1,6 +1,6 @@
 #include "host/container/Text.h"
 
-#include "ole/Variant.h"
+#include "com/Variant.h"
 
 namespace qrn::host {
 namespace {
@@ -34,11 +34,11 @@ bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
 }
 
 std::wstring ValueAsText(const VARIANT& value) {
-  ole::Variant plain;
+  com::Variant plain;
   if (FAILED(VariantCopyInd(plain.put(), const_cast<VARIANT*>(&value)))) return L"";
   if (plain.type() == VT_BOOL) return plain->boolVal ? L"True" : L"False";
   if (plain.type() == VT_NULL) return L"Null";
-  ole::Variant text;
+  com::Variant text;
   const LCID locale = IsDate(*plain.get()) ? LOCALE_USER_DEFAULT : kPlainLocale;
   if (FAILED(VariantChangeTypeEx(text.put(), plain.get(), locale, 0, VT_BSTR))) return L"";
   return std::wstring(text->bstrVal ? text->bstrVal : L"", SysStringLen(text->bstrVal));

@@ -7,14 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "ole/Bstr.h"
+#include "com/Bstr.h"
 
 namespace qrn::host {
 
 std::wstring Wide(std::string_view utf8);
 std::string Utf8(std::wstring_view wide);
 
-inline ole::Bstr MakeBstr(std::string_view utf8) { return ole::Bstr(Wide(utf8)); }
+inline com::Bstr MakeBstr(std::string_view utf8) { return com::Bstr(Wide(utf8)); }
 
 // Equal but for case, as names of members and controls are compared.
 bool SameName(std::wstring_view left, std::wstring_view right) noexcept;

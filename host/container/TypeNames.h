@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "com/Variant.h"
 #include "host/container/ComObject.h"
-#include "ole/Variant.h"
 
 namespace qrn::host {
 
@@ -31,6 +31,6 @@ struct EventInfo {
 std::vector<EventInfo> ListEvents(ITypeInfo* events);
 
 // Every constant of every enumeration of the library, by name. Names keep the library's case.
-std::map<std::wstring, ole::Variant> ListConstants(ITypeLib* library);
+std::map<std::wstring, com::Variant> ListConstants(ITypeLib* library);
 
 }  // namespace qrn::host

@@ -130,7 +130,7 @@ void FormControl::Edge(Call& call, double Bounds::*edge) {
   Bounds moved = bounds_;
   moved.*edge = call.NewReal() / UnitsPerTwip();
   if (moved.width < 0 || moved.height < 0) {
-    throw ScriptError{ole::kInvalidPropertyValue, L"a size below 0"};
+    throw ScriptError{com::kInvalidPropertyValue, L"a size below 0"};
   }
   SetBounds(moved);
 }
@@ -161,7 +161,7 @@ void FormControl::ToolTipText(Call& call) {
 void FormControl::TabIndex(Call& call) {
   if (!call.IsPut()) return call.Give(static_cast<int32_t>(tabIndex_));
   const int32_t place = call.NewNumber();
-  if (place < 0 || place > 32767) throw ScriptError{ole::kInvalidPropertyValue, L"TabIndex"};
+  if (place < 0 || place > 32767) throw ScriptError{com::kInvalidPropertyValue, L"TabIndex"};
   tabIndex_ = place;
 }
 

@@ -121,7 +121,7 @@ void FormMembers::Font(Call& call) {
   if (!call.IsPut()) return call.Give(Variant(Com<IDispatch>(look_.font.get())));
   form().EnsureLoaded();
   const Com<IFontDisp> font = Query<IFontDisp>(call.NewValue(VT_DISPATCH)->pdispVal);
-  if (!font) throw ScriptError{ole::kInvalidPropertyValue, L"Font needs a font"};
+  if (!font) throw ScriptError{com::kInvalidPropertyValue, L"Font needs a font"};
   look_.font = font;
   TellControls(DISPID_AMBIENT_FONT);
 }
@@ -136,7 +136,7 @@ void FormMembers::WindowState(Call& call) {
     return call.Give(int32_t{IsIconic(Window()) ? 1 : IsZoomed(Window()) ? 2 : 0});
   }
   const int32_t state = call.NewNumber();
-  if (state < 0 || state > 2) throw ScriptError{ole::kInvalidPropertyValue, L"WindowState"};
+  if (state < 0 || state > 2) throw ScriptError{com::kInvalidPropertyValue, L"WindowState"};
   form().EnsureLoaded();
   look_.windowState = state;
   constexpr int kShows[] = {SW_RESTORE, SW_MINIMIZE, SW_MAXIMIZE};

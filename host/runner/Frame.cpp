@@ -27,7 +27,7 @@ WindowPiece::WindowKind Frame::Kind() const {
 }
 
 void Frame::DrawBox(HDC dc, RECT area) {
-  const ole::Selected font(dc, FontHandle());
+  const com::Selected font(dc, FontHandle());
   RECT words{};
   DrawTextW(dc, look().text.c_str(), -1, &words, DT_SINGLELINE | DT_CALCRECT);
   if (look().borderStyle != 0) {

@@ -137,7 +137,7 @@ void Furniture::Font(Call& call) {
   form().EnsureLoaded();
   if (call.IsPut()) {
     const Com<IFontDisp> font = Query<IFontDisp>(call.NewValue(VT_DISPATCH)->pdispVal);
-    if (!font) throw ScriptError{ole::kInvalidPropertyValue, L"Font needs a font"};
+    if (!font) throw ScriptError{com::kInvalidPropertyValue, L"Font needs a font"};
     look_.font = font;
     watch_->Watch(font.get());
     return OnLook();
@@ -175,7 +175,7 @@ void Furniture::Alignment(Call& call) {
   if (!call.IsPut()) return call.Give(static_cast<int32_t>(look_.alignment));
   form().EnsureLoaded();
   const int32_t alignment = call.NewNumber();
-  if (alignment < 0 || alignment > 2) throw ScriptError{ole::kInvalidPropertyValue, L"Alignment"};
+  if (alignment < 0 || alignment > 2) throw ScriptError{com::kInvalidPropertyValue, L"Alignment"};
   look_.alignment = static_cast<TextAlignment>(alignment);
   OnLook();
 }

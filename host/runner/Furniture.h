@@ -105,7 +105,7 @@ class WindowPiece : public Furniture {
   std::optional<LRESULT> OnKey(UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window_ = nullptr;
-  ole::Brush background_;
+  com::Brush background_;
 };
 
 }  // namespace qrn::host

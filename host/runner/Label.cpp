@@ -26,8 +26,8 @@ bool Label::Create() {
 
 void Label::FitSize() {
   if (!look().autoSize) return;
-  const ole::WindowDc dc(nullptr);
-  const ole::Selected font(dc.get(), FontHandle());
+  const com::WindowDc dc(nullptr);
+  const com::Selected font(dc.get(), FontHandle());
   RECT place = Place();
   OffsetRect(&place, -place.left, -place.top);
   DrawTextW(dc.get(), look().text.c_str(), -1, &place, DrawFlags() | DT_CALCRECT);
@@ -43,7 +43,7 @@ void Label::Draw(HDC dc) {
     DrawEdge(dc, &place, look().sunken ? EDGE_SUNKEN : BDR_SUNKENOUTER,
              BF_RECT | BF_ADJUST | (look().sunken ? 0 : BF_MONO));
   }
-  const ole::Selected font(dc, FontHandle());
+  const com::Selected font(dc, FontHandle());
   SetBkMode(dc, TRANSPARENT);
   if (look().enabled) {
     SetTextColor(dc, ColourOf(look().foreColor));

@@ -8,7 +8,7 @@ COLORREF ColourOf(OLE_COLOR colour) noexcept {
 }
 
 void FillWith(HDC dc, const RECT& area, OLE_COLOR colour) noexcept {
-  const ole::Brush brush(CreateSolidBrush(ColourOf(colour)));
+  const com::Brush brush(CreateSolidBrush(ColourOf(colour)));
   FillRect(dc, &area, brush.get());
 }
 

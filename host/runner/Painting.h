@@ -5,7 +5,7 @@
 #include <olectl.h>
 #include <windows.h>
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
 namespace qrn::host {
 
@@ -27,10 +27,10 @@ class BufferedPaint {
   const RECT& area() const noexcept { return area_; }  // the window's client area
 
  private:
-  ole::Paint paint_;
+  com::Paint paint_;
   RECT area_{};
-  ole::MemoryDc buffer_;
-  ole::Bitmap bitmap_;
+  com::MemoryDc buffer_;
+  com::Bitmap bitmap_;
   HGDIOBJ before_ = nullptr;
 };
 

@@ -74,7 +74,7 @@ PropertyFrame::PropertyFrame(IUnknown* control, ControlClasses& classes) {
   const Com<ISpecifyPropertyPages> specify = Query<ISpecifyPropertyPages>(control);
   CAUUID ids{};
   if (!specify || FAILED(specify->GetPages(&ids))) return;
-  const ole::TaskMemory<GUID> memory(ids.pElems);
+  const com::TaskMemory<GUID> memory(ids.pElems);
   for (ULONG i = 0; i < ids.cElems; ++i) AddPage(control, classes, ids.pElems[i]);
 }
 
@@ -101,9 +101,9 @@ void PropertyFrame::AddPage(IUnknown* control, ControlClasses& classes, const GU
     entry.page->SetPageSite(nullptr);
     return;
   }
-  const ole::TaskMemory<OLECHAR> title(info.pszTitle);
-  const ole::TaskMemory<OLECHAR> doc(info.pszDocString);
-  const ole::TaskMemory<OLECHAR> help(info.pszHelpFile);
+  const com::TaskMemory<OLECHAR> title(info.pszTitle);
+  const com::TaskMemory<OLECHAR> doc(info.pszDocString);
+  const com::TaskMemory<OLECHAR> help(info.pszHelpFile);
   entry.title = info.pszTitle ? info.pszTitle : L"";
   entry.size = info.size;
   pages_.push_back(std::move(entry));

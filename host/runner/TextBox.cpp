@@ -13,7 +13,7 @@ constexpr DWORD kScrollBars[] = {0, WS_HSCROLL | ES_AUTOHSCROLL, WS_VSCROLL,
 
 DWORD NotNegative(const Call& call, const wchar_t* member) {
   const int32_t number = call.NewNumber();
-  if (number < 0) throw ScriptError{ole::kInvalidPropertyValue, member};
+  if (number < 0) throw ScriptError{com::kInvalidPropertyValue, member};
   return static_cast<DWORD>(number);
 }
 

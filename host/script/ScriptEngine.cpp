@@ -39,7 +39,7 @@ ScriptEngine::~ScriptEngine() {
 }
 
 void ScriptEngine::Add(const std::wstring& name, DWORD flags) {
-  ole::Check(engine_->AddNamedItem(name.c_str(), flags));
+  com::Check(engine_->AddNamedItem(name.c_str(), flags));
 }
 
 void ScriptEngine::AddItem(const std::wstring& name) { Add(name, SCRIPTITEM_ISVISIBLE); }

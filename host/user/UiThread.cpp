@@ -4,8 +4,8 @@
 #include <exception>
 #include <stdexcept>
 
+#include "com/Handles.h"
 #include "host/runner/WindowClass.h"
-#include "ole/Handles.h"
 
 namespace qrn::host {
 namespace {
@@ -19,7 +19,7 @@ constexpr UINT kReadable = QS_INPUT | QS_POSTMESSAGE | QS_PAINT;
 
 enum class Progress { Waiting, Running, Done, GivenUp };
 
-using Event = ole::Held<HANDLE, &CloseHandle>;
+using Event = com::Held<HANDLE, &CloseHandle>;
 
 }  // namespace
 

@@ -240,7 +240,7 @@ UiThread::Outcome UserPlayer::RunOnForms(std::function<void()> work) {
       work();
     } catch (const ScriptError& error) {
       Fail(Utf8(error.description));
-    } catch (const ole::Failure&) {
+    } catch (const com::Failure&) {
       Fail("the control failed");
     }
   };

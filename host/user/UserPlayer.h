@@ -8,12 +8,12 @@
 #include <thread>
 #include <vector>
 
+#include "com/Handles.h"
 #include "host/container/Scriptable.h"
 #include "host/form/MemberPath.h"
 #include "host/form/UserScript.h"
 #include "host/runner/Program.h"
 #include "host/user/UiThread.h"
-#include "ole/Handles.h"
 
 namespace qrn::host {
 
@@ -110,7 +110,7 @@ class UserPlayer {
   bool trace_;
   UiThread ui_;
   std::thread thread_;
-  ole::Held<HANDLE, &CloseHandle> up_;  // the thread runs: from here on boxes are seen
+  com::Held<HANDLE, &CloseHandle> up_;  // the thread runs: from here on boxes are seen
   std::string failure_;
   bool started_ = false;  // the player's thread has seen the program up
   std::atomic<bool> refused_ = false;

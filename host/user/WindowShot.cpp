@@ -6,8 +6,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "com/Handles.h"
 #include "host/container/Text.h"
-#include "ole/Handles.h"
 
 // The header counts on these names.
 using std::max;
@@ -45,11 +45,11 @@ void SaveScreen(const RECT& part, const std::string& file) {
   const int height = part.bottom - part.top;
   if (width <= 0 || height <= 0)
     throw std::runtime_error(file + ": there is nothing to take a picture of");
-  const ole::WindowDc screen(nullptr);
-  const ole::MemoryDc memory(CreateCompatibleDC(screen.get()));
-  const ole::Bitmap bitmap(CreateCompatibleBitmap(screen.get(), width, height));
+  const com::WindowDc screen(nullptr);
+  const com::MemoryDc memory(CreateCompatibleDC(screen.get()));
+  const com::Bitmap bitmap(CreateCompatibleBitmap(screen.get(), width, height));
   {
-    const ole::Selected selected(memory.get(), bitmap.get());
+    const com::Selected selected(memory.get(), bitmap.get());
     BitBlt(memory.get(), 0, 0, width, height, screen.get(), part.left, part.top, SRCCOPY);
   }
   const GdiPlusSession session;

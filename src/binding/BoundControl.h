@@ -11,17 +11,17 @@
 namespace qrn {
 
 // A host's text as the binding compares it; a null text stays null in the second.
-inline std::string NarrowText(const ole::Bstr& text) {
+inline std::string NarrowText(const com::Bstr& text) {
   const std::wstring_view wide = text.view();
   return Utf16ToCodePage({reinterpret_cast<const char16_t*>(wide.data()), wide.size()});
 }
-inline NullableText NarrowNullable(const ole::Bstr& text) {
+inline NullableText NarrowNullable(const com::Bstr& text) {
   if (text.null()) return std::nullopt;
   return NarrowText(text);
 }
-inline ole::Bstr WidenToBstr(std::string_view text) {
+inline com::Bstr WidenToBstr(std::string_view text) {
   const std::u16string wide = CodePageToUtf16(text);
-  return ole::Bstr({reinterpret_cast<const wchar_t*>(wide.data()), wide.size()});
+  return com::Bstr({reinterpret_cast<const wchar_t*>(wide.data()), wide.size()});
 }
 
 // `Base` is ole::Control or derived from it, `Face` CQuorin or derived from it.
@@ -31,7 +31,7 @@ class BoundControl : public Base, public Face {
   using Base::Base;
 
   void Destroy() override {
-    const ole::Com<IUnknown> alive(&this->Outer());
+    const com::Com<IUnknown> alive(&this->Outer());
     this->Retire();
   }
   std::string GetControlName() override { return NarrowText(this->AmbientName()); }

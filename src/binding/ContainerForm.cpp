@@ -6,8 +6,8 @@
 namespace qrn {
 namespace {
 
-using ole::Com;
-using ole::Variant;
+using com::Com;
+using com::Variant;
 
 // The messages of a question's two steps.
 struct Complaints {
@@ -54,7 +54,7 @@ std::optional<std::string> FormNameOf(const ole::ClientSite& site) {
   const Com<IDispatch> parent = ParentOf(site);
   Variant name;
   if (!parent || !GetMember(parent.get(), L"Name", VT_BSTR, kOfMember, name)) return std::nullopt;
-  return NarrowText(ole::Bstr::Copy(name->bstrVal));
+  return NarrowText(com::Bstr::Copy(name->bstrVal));
 }
 
 // A handle's 32 bits are all that it has; a container may give it signed or in 64 bits.

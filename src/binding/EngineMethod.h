@@ -49,7 +49,7 @@ template <>
 class Parameter<const char*> {
  public:
   static constexpr bool Carries(VarType type) { return type == vt::kBstr; }
-  explicit Parameter(VARIANT& value) : text_(NarrowText(ole::Bstr::Copy(value.bstrVal))) {}
+  explicit Parameter(VARIANT& value) : text_(NarrowText(com::Bstr::Copy(value.bstrVal))) {}
   const char* value() const noexcept { return text_.c_str(); }
   void Answer(VARIANT&) {}
 

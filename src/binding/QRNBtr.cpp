@@ -11,7 +11,7 @@
 namespace qrn {
 namespace {
 
-using ole::Bstr;
+using com::Bstr;
 using ole::Field;
 using ole::Method;
 using ole::Pair;
@@ -154,7 +154,7 @@ void CQRNBtr::OnAmbientChanged(int32_t id) {
   if (id == DISPID_AMBIENT_BACKCOLOR || id == DISPID_UNKNOWN) Redraw();
 }
 
-bool CQRNBtr::OnWindowMessage(ole::Message& message) {
+bool CQRNBtr::OnWindowMessage(com::Message& message) {
   if (message.id == WM_CREATE) DbControlStart();
   if (message.id == WM_DESTROY) WindowGoes();
   return message.id == WM_CREATE;

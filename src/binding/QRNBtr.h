@@ -14,37 +14,37 @@ class CQRNBtr final : public BoundControl<ole::Control, Database> {
   int16_t TabStop = -1;
 
   // Properties.
-  ole::Bstr GetDDFDir() const;
-  HRESULT PutDDFDir(const ole::Bstr& value);
-  ole::Bstr GetOwnerName() const;
-  void PutOwnerName(const ole::Bstr& value);
-  ole::Bstr GetDistName() const;
-  void PutDistName(const ole::Bstr& value);
+  com::Bstr GetDDFDir() const;
+  HRESULT PutDDFDir(const com::Bstr& value);
+  com::Bstr GetOwnerName() const;
+  void PutOwnerName(const com::Bstr& value);
+  com::Bstr GetDistName() const;
+  void PutDistName(const com::Bstr& value);
 
   // Methods that are more than one function of the engine; arguments as in the table.
   HRESULT GetUseCount(int16_t& rc);
   void DbExFree(int16_t resultId);
-  void DbExAccess(int16_t operation, const ole::Bstr& tableName, const ole::Bstr& searchCond,
-                  const ole::Bstr& fields, const ole::Bstr& keyName, int16_t skipRecords,
+  void DbExAccess(int16_t operation, const com::Bstr& tableName, const com::Bstr& searchCond,
+                  const com::Bstr& fields, const com::Bstr& keyName, int16_t skipRecords,
                   int16_t maxRecords, int16_t ignoreCase, int16_t& resultId, int16_t& numOfResults,
                   int16_t& rc);
-  void DbExSetMode(const ole::Bstr& mode, int16_t& rc);
-  void DbGetModulePath(ole::Bstr& path, int16_t& rc);
+  void DbExSetMode(const com::Bstr& mode, int16_t& rc);
+  void DbGetModulePath(com::Bstr& path, int16_t& rc);
   void About();
 
   // Whole records. The first two write `rc` on failure alone.
-  void DbGetRecord(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
-  void DbSetRecord(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
-  void DbGetRecordImage(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
-  void DbSetRecordImage(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
-  void DbGetPosBlock(const ole::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbGetRecord(const com::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbSetRecord(const com::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbGetRecordImage(const com::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbSetRecordImage(const com::Bstr& tableName, VARIANT& array, int16_t& rc);
+  void DbGetPosBlock(const com::Bstr& tableName, VARIANT& array, int16_t& rc);
 
   // Control.
   void OnSited() override { DbControlStart(); }
   void OnLoaded() override { DbControlStart(); }
   void OnRetire() override { ControlGoes(); }
   void OnAmbientChanged(int32_t id) override;
-  bool OnWindowMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
   void OnDraw(HDC dc, const RECT& rect) override;
   bool HasFixedSize() const override { return true; }
   void AdjustRect(RECT& place) override;
@@ -63,7 +63,7 @@ class CQRNBtr final : public BoundControl<ole::Control, Database> {
  private:
   // Runs `body`(table, bytes) on a table and the bytes of the host's array.
   template <class Body>
-  Status WithBytes(const ole::Bstr& tableName, VARIANT& array, Body body);
+  Status WithBytes(const com::Bstr& tableName, VARIANT& array, Body body);
 };
 
 }  // namespace qrn

@@ -3,7 +3,7 @@
 #include <olectl.h>
 
 #include "binding/QRNBtr.h"
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
 namespace qrn {
 namespace {
@@ -14,8 +14,8 @@ constexpr int kAboutDialog = 132;
 constexpr int kSizePx = 32;
 
 COLORREF FormColor(const ole::ClientSite& site) noexcept {
-  ole::Variant value;
-  ole::Variant number;
+  com::Variant value;
+  com::Variant number;
   COLORREF color = GetSysColor(COLOR_BTNFACE);
   if (SUCCEEDED(site.Ambient(DISPID_AMBIENT_BACKCOLOR, value)) &&
       SUCCEEDED(value.as(VT_I4, number))) {
@@ -25,9 +25,9 @@ COLORREF FormColor(const ole::ClientSite& site) noexcept {
 }
 
 void DrawPicture(HDC dc, const RECT& rect, int id) {
-  const ole::Bitmap picture(LoadBitmapW(ole::ModuleInstance(), MAKEINTRESOURCEW(id)));
-  const ole::MemoryDc memory(CreateCompatibleDC(dc));
-  const ole::Selected selected(memory.get(), picture.get());
+  const com::Bitmap picture(LoadBitmapW(com::ModuleInstance(), MAKEINTRESOURCEW(id)));
+  const com::MemoryDc memory(CreateCompatibleDC(dc));
+  const com::Selected selected(memory.get(), picture.get());
   BitBlt(dc, rect.left, rect.top, kSizePx, kSizePx, memory.get(), 0, 0, SRCCOPY);
 }
 
@@ -43,7 +43,7 @@ INT_PTR CALLBACK AboutProcedure(HWND dialog, UINT message, WPARAM wParam, LPARAM
 
 void CQRNBtr::OnDraw(HDC dc, const RECT& rect) {
   if (UserMode()) {
-    const ole::Brush brush(CreateSolidBrush(FormColor(site())));
+    const com::Brush brush(CreateSolidBrush(FormColor(site())));
     FillRect(dc, &rect, brush.get());
   } else {
     DrawPicture(dc, rect, GetDictionary() != nullptr ? kWithDictionary : kWithoutDictionary);
@@ -57,7 +57,7 @@ void CQRNBtr::AdjustRect(RECT& place) {
 }
 
 void CQRNBtr::About() {
-  DialogBoxParamW(ole::ModuleInstance(), MAKEINTRESOURCEW(kAboutDialog), GetActiveWindow(),
+  DialogBoxParamW(com::ModuleInstance(), MAKEINTRESOURCEW(kAboutDialog), GetActiveWindow(),
                   &AboutProcedure, 0);
 }
 

@@ -8,7 +8,7 @@
 
 namespace qrn {
 
-using ole::Bstr;
+using com::Bstr;
 
 namespace {
 

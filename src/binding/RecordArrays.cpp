@@ -81,7 +81,7 @@ Status FieldsFromArray(DbEngine& engine, DbTableInfo& table, VARIANT& value) {
   FieldArray array;
   if (const Status failure = array.Open(table, value); failure != 0) return failure;
   std::vector<std::string> texts;
-  for (BSTR element : array.elements()) texts.push_back(NarrowText(ole::Bstr::Copy(element)));
+  for (BSTR element : array.elements()) texts.push_back(NarrowText(com::Bstr::Copy(element)));
   std::vector<const char*> pointers;
   for (const std::string& text : texts) pointers.push_back(text.c_str());
   return DbWriteFields(engine, table, array.first(), pointers);

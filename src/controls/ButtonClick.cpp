@@ -94,7 +94,7 @@ void ButtonClick::Run() {
 bool ButtonClick::Confirmed() {
   if (button_.ConfirmMsg.empty()) return true;
   const HWND owner = button_.hwnd() ? button_.hwnd() : static_cast<HWND>(form_);
-  const ole::Bstr question = button_.ConfirmMsg;
+  const com::Bstr question = button_.ConfirmMsg;
   return MessageBoxW(owner, question.c_str(), L"", MB_OKCANCEL) == IDOK;
 }
 
@@ -120,7 +120,7 @@ void ButtonClick::Finish(Status result, bool wrote) {
 
 // A handler that makes the status 0 has dealt with it.
 void ButtonClick::Report(Status result) {
-  const ole::Bstr table = WidenToBstr(table_);
+  const com::Bstr table = WidenToBstr(table_);
   button_.Fire(kBtrieveError, table.get(), &result);
   if (result != kSuccess) ShowMessage(kVE807, static_cast<int>(result));
 }

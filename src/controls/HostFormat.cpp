@@ -10,8 +10,8 @@ constexpr LONG kJapanese = 1041;
 constexpr size_t kBufferBytes = 2048;
 constexpr USHORT kToldSize = 512;  // what the service is told: less than there is, in any unit
 
-ole::Com<IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
-  ole::Com<IVBFormat> service;
+com::Com<IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
+  com::Com<IVBFormat> service;
   const auto host = site.As<IGetVBAObject>();
   if (host) host->GetObject(__uuidof(IVBFormat), service.putVoid(), 0);
   return service;
@@ -20,11 +20,11 @@ ole::Com<IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
 }  // namespace
 
 std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const std::string& text,
-                                             const ole::Bstr& format) {
+                                             const com::Bstr& format) {
   if (text.empty() || format.empty()) return std::nullopt;
   const auto service = FormatServiceOf(site);
   if (!service) return std::nullopt;
-  ole::Variant value(WidenToBstr(text));
+  com::Variant value(WidenToBstr(text));
   wchar_t buffer[kBufferBytes / sizeof(wchar_t)] = {};
   USHORT written = 0;
   const HRESULT result =

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "ole/Bstr.h"
+#include "com/Bstr.h"
 #include "ole/ClientSite.h"
 
 namespace qrn {
@@ -13,6 +13,6 @@ namespace qrn {
 // or format, without a site, on a host without the service, and when the service fails: the text
 // then stays as it is, with no message.
 std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const std::string& text,
-                                             const ole::Bstr& format);
+                                             const com::Bstr& format);
 
 }  // namespace qrn

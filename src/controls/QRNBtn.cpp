@@ -4,9 +4,9 @@
 
 #include "binding/registry/ControlRegistry.h"
 #include "binding/tables/QRNBtnTable.h"
+#include "com/Guard.h"
 #include "controls/ButtonClick.h"
 #include "core/DictionaryLookup.h"
-#include "ole/Guard.h"
 
 namespace qrn {
 namespace {
@@ -43,8 +43,8 @@ struct ButtonImage {
   LPARAM handle = 0;
 };
 
-ButtonImage ImageOf(const ole::Com<IPictureDisp>& picture) {
-  const auto image = ole::Query<IPicture>(picture);
+ButtonImage ImageOf(const com::Com<IPictureDisp>& picture) {
+  const auto image = com::Query<IPicture>(picture);
   SHORT type = PICTYPE_UNINITIALIZED;
   OLE_HANDLE handle = 0;
   if (!image || FAILED(image->get_Type(&type)) || FAILED(image->get_Handle(&handle))) return {};
@@ -72,7 +72,7 @@ WORD MnemonicOf(std::wstring_view caption) {
 
 }  // namespace
 
-const ole::MessageRow<CQRNBtn> CQRNBtn::kOwnMessages[] = {{WM_COMMAND, &CQRNBtn::OnCommand}};
+const com::MessageRow<CQRNBtn> CQRNBtn::kOwnMessages[] = {{WM_COMMAND, &CQRNBtn::OnCommand}};
 
 CQRNBtn::CQRNBtn() : BoundControl(kQRNBtnTable, kBinding, ole::kButtonLook) {}
 
@@ -121,11 +121,11 @@ void CQRNBtn::OnDraw(HDC dc, const RECT& rect) {
   contained() ? VisibleControl::OnDraw(dc, rect) : DrawStandIn(dc, rect, Caption.view());
 }
 
-bool CQRNBtn::OnWindowMessage(ole::Message& message) {
+bool CQRNBtn::OnWindowMessage(com::Message& message) {
   return Route(*this, kOwnMessages, message) || VisibleControl::OnWindowMessage(message);
 }
 
-bool CQRNBtn::OnCommand(ole::Message& message) {
+bool CQRNBtn::OnCommand(com::Message& message) {
   if (HIWORD(message.wParam) != BN_CLICKED) return false;
   Click();
   return true;
@@ -138,7 +138,7 @@ HRESULT CQRNBtn::OnKeyDown(MSG& message) {
 }
 
 void CQRNBtn::Click() {
-  const ole::Com<IUnknown> alive(&Outer());
+  const com::Com<IUnknown> alive(&Outer());
   ButtonClick(*this).Run();
   Fire(ole::stock::kClick);
 }
@@ -155,8 +155,8 @@ void CQRNBtn::OnFillControlInfo(CONTROLINFO& info) {
 // goes into the record.
 void CQRNBtn::OnMnemonic(MSG&) {
   if (Enabled == 0) return;
-  const ole::Com<IUnknown> alive(&Outer());
-  if (inPlace().active()) ole::Guard([&] { return inPlace().Activate(true); });
+  const com::Com<IUnknown> alive(&Outer());
+  if (inPlace().active()) com::Guard([&] { return inPlace().Activate(true); });
   Click();
 }
 

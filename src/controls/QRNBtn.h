@@ -13,12 +13,12 @@ class CQRNBtn final : public BoundControl<ole::VisibleControl> {
   CQRNBtn();
 
   // Properties.
-  ole::Bstr Caption = ole::Bstr::Empty();
-  ole::Com<IPictureDisp> Picture;
-  ole::Bstr DbSource = ole::Bstr::Empty();
-  ole::Bstr DbTable = ole::Bstr::Empty();
-  ole::Bstr DbIndex = ole::Bstr::Empty();
-  ole::Bstr ConfirmMsg = ole::Bstr::Empty();
+  com::Bstr Caption = com::Bstr::Empty();
+  com::Com<IPictureDisp> Picture;
+  com::Bstr DbSource = com::Bstr::Empty();
+  com::Bstr DbTable = com::Bstr::Empty();
+  com::Bstr DbIndex = com::Bstr::Empty();
+  com::Bstr ConfirmMsg = com::Bstr::Empty();
   int32_t DbOperation = DbInsert;
   int32_t Style = 0;  // not 0: the picture instead of the caption
   int16_t Abort = 0;  // set by a handler of `SetData` to refuse the operation
@@ -39,7 +39,7 @@ class CQRNBtn final : public BoundControl<ole::VisibleControl> {
   ControlType GetControlType() override { return kTypeBtn; }
   NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
 
-  bool OnWindowMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
   void OnDraw(HDC dc, const RECT& rect) override;
   void OnFillControlInfo(CONTROLINFO& info) override;
@@ -51,13 +51,13 @@ class CQRNBtn final : public BoundControl<ole::VisibleControl> {
   HRESULT OnKeyDown(MSG& message) override;
 
  private:
-  bool OnCommand(ole::Message& message);
+  bool OnCommand(com::Message& message);
   void CaptionChanged();
   void FindIndexAtStart();
 
-  static const ole::MessageRow<CQRNBtn> kOwnMessages[];
+  static const com::MessageRow<CQRNBtn> kOwnMessages[];
 
-  ole::Held<HACCEL, &DestroyAcceleratorTable> mnemonic_;
+  com::Held<HACCEL, &DestroyAcceleratorTable> mnemonic_;
 };
 
 }  // namespace qrn

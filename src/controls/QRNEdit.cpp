@@ -12,7 +12,7 @@
 namespace qrn {
 namespace {
 
-using ole::Bstr;
+using com::Bstr;
 using C = CQRNEdit;
 
 constexpr int kNoLimit = 32000;  // what the window takes where `MaxLength` is 0
@@ -148,14 +148,14 @@ void CQRNEdit::SetWindow(const Bstr& text) {
 
 void CQRNEdit::ShowFieldText(const char* text) {
   if (!contained()) return;
-  const ole::Com<IUnknown> alive(&Outer());
+  const com::Com<IUnknown> alive(&Outer());
   Text = WidenToBstr(Dress().OfField(text));
   SetWindow(Bstr(Text));
 }
 
 void CQRNEdit::ClearFieldText() {
   if (!contained()) return;
-  const ole::Com<IUnknown> alive(&Outer());
+  const com::Com<IUnknown> alive(&Outer());
   Text = Bstr();
   SetWindow(Text);
 }

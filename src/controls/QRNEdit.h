@@ -14,13 +14,13 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   CQRNEdit();
 
   // Properties. Those that only store take effect when the window is made anew.
-  ole::Bstr DbSource = ole::Bstr::Empty();
-  ole::Bstr DbTable = ole::Bstr::Empty();
-  ole::Bstr DbField = ole::Bstr::Empty();
-  ole::Bstr Text = ole::Bstr::Empty();  // as last known: the window's is asked for first
+  com::Bstr DbSource = com::Bstr::Empty();
+  com::Bstr DbTable = com::Bstr::Empty();
+  com::Bstr DbField = com::Bstr::Empty();
+  com::Bstr Text = com::Bstr::Empty();  // as last known: the window's is asked for first
   int16_t MaxLength = 0;                // bytes; 0 lets the window hold 32,000 characters
-  ole::Bstr PasswordChar = ole::Bstr::Empty();
-  ole::Bstr Format = ole::Bstr::Empty();
+  com::Bstr PasswordChar = com::Bstr::Empty();
+  com::Bstr Format = com::Bstr::Empty();
   int16_t MultiLine = 0;
   int32_t Alignment = 0;
   int16_t ReadOnly = 0;
@@ -29,11 +29,11 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   int16_t NumericMask = 0;
   int32_t FormatOption = FormatNone;
 
-  HRESULT GetText(ole::Bstr& text);
-  void PutText(const ole::Bstr& text);
-  void PutDbField(const ole::Bstr& name);
+  HRESULT GetText(com::Bstr& text);
+  void PutText(const com::Bstr& text);
+  void PutDbField(const com::Bstr& name);
   void PutMaxLength(int16_t bytes);
-  void PutPasswordChar(const ole::Bstr& text);
+  void PutPasswordChar(const com::Bstr& text);
 
   // The selection in characters, at run time alone. Kept so: SelText gives the text from its very
   // start to one byte past the selection, and SelLength is held against the stored `Text`.
@@ -41,8 +41,8 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   HRESULT PutSelStart(int16_t start);
   int16_t GetSelLength() const;
   HRESULT PutSelLength(int16_t length);
-  HRESULT GetSelText(ole::Bstr& text);
-  void PutSelText(const ole::Bstr& text);
+  HRESULT GetSelText(com::Bstr& text);
+  void PutSelText(const com::Bstr& text);
 
   ControlType GetControlType() override { return kTypeEdit; }
   NullableText GetBoundField() override { return NarrowNullable(DbField); }
@@ -51,8 +51,8 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   void ShowFieldText(const char* text) override;
   void ClearFieldText() override;
 
-  bool OnWindowMessage(ole::Message& message) override;
-  bool OnContainedMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
+  bool OnContainedMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
   void OnDraw(HDC dc, const RECT& rect) override;
 
@@ -63,13 +63,13 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   void OnUnregister() override;
 
  private:
-  bool OnCommand(ole::Message& message);
-  bool OnChar(ole::Message& message);
-  bool OnPaste(ole::Message& message);
-  bool OnReplaceSelection(ole::Message& message);
-  bool OnSetText(ole::Message& message);
-  bool OnFocus(ole::Message& message);
-  bool OnBlur(ole::Message& message);
+  bool OnCommand(com::Message& message);
+  bool OnChar(com::Message& message);
+  bool OnPaste(com::Message& message);
+  bool OnReplaceSelection(com::Message& message);
+  bool OnSetText(com::Message& message);
+  bool OnFocus(com::Message& message);
+  bool OnBlur(com::Message& message);
 
   // The two halves of CheckChar and the limit; true when the character ends here.
   bool Refused(char16_t character);
@@ -77,7 +77,7 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   bool BeyondLimit(char16_t character);
 
   TextDress Dress();
-  void SetWindow(const ole::Bstr& text);
+  void SetWindow(const com::Bstr& text);
   void TextChanged();
   void LearnFieldType();
   void ProposeFromField();
@@ -86,8 +86,8 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   void ApplyPasswordChar();
   void RepairText();
 
-  static const ole::MessageRow<CQRNEdit> kOwnMessages[];
-  static const ole::MessageRow<CQRNEdit> kContainedMessages[];
+  static const com::MessageRow<CQRNEdit> kOwnMessages[];
+  static const com::MessageRow<CQRNEdit> kContainedMessages[];
 
   int32_t fieldType_ = -1;  // the bound field's, once it is known; kept when `DbField` changes
   int imeOutside_ = 0;      // the input method's mode before the focus came

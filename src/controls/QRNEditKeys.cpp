@@ -19,29 +19,29 @@ constexpr char16_t kFirstPrintable = 32;
 
 }  // namespace
 
-const ole::MessageRow<CQRNEdit> CQRNEdit::kOwnMessages[] = {{WM_COMMAND, &CQRNEdit::OnCommand}};
+const com::MessageRow<CQRNEdit> CQRNEdit::kOwnMessages[] = {{WM_COMMAND, &CQRNEdit::OnCommand}};
 
-const ole::MessageRow<CQRNEdit> CQRNEdit::kContainedMessages[] = {
+const com::MessageRow<CQRNEdit> CQRNEdit::kContainedMessages[] = {
     {WM_CHAR, &CQRNEdit::OnChar},      {WM_PASTE, &CQRNEdit::OnPaste},
     {WM_SETFOCUS, &CQRNEdit::OnFocus}, {EM_REPLACESEL, &CQRNEdit::OnReplaceSelection},
     {WM_KILLFOCUS, &CQRNEdit::OnBlur}, {WM_SETTEXT, &CQRNEdit::OnSetText},
 };
 
-bool CQRNEdit::OnWindowMessage(ole::Message& message) {
+bool CQRNEdit::OnWindowMessage(com::Message& message) {
   return Route(*this, kOwnMessages, message) || VisibleControl::OnWindowMessage(message);
 }
 
-bool CQRNEdit::OnContainedMessage(ole::Message& message) {
+bool CQRNEdit::OnContainedMessage(com::Message& message) {
   return Route(*this, kContainedMessages, message) || VisibleControl::OnContainedMessage(message);
 }
 
-bool CQRNEdit::OnCommand(ole::Message& message) {
+bool CQRNEdit::OnCommand(com::Message& message) {
   if (HIWORD(message.wParam) != EN_CHANGE) return false;
   Fire(kChange);
   return true;
 }
 
-bool CQRNEdit::OnChar(ole::Message& message) {
+bool CQRNEdit::OnChar(com::Message& message) {
   const auto character = static_cast<char16_t>(message.wParam);
   return Refused(character) || TakenByFormat(character) || BeyondLimit(character);
 }
@@ -59,9 +59,9 @@ bool CQRNEdit::TakenByFormat(char16_t character) {
   const TextDress dress = Dress();
   if (!dress.EveryChar() || !dress.format) return false;
   const std::wstring shown = editwindow::TextOf(contained());
-  const auto text = dress.OfTyping(NarrowText(ole::Bstr(shown)), character);
+  const auto text = dress.OfTyping(NarrowText(com::Bstr(shown)), character);
   if (!text) return false;
-  const ole::Bstr result = WidenToBstr(*text);
+  const com::Bstr result = WidenToBstr(*text);
   SetWindow(result);
   if (contained()) editwindow::PutCaretLast(contained());
   Text = result;
@@ -81,7 +81,7 @@ bool CQRNEdit::BeyondLimit(char16_t character) {
 }
 
 // A text that fits is the window's own business.
-bool CQRNEdit::OnPaste(ole::Message&) {
+bool CQRNEdit::OnPaste(com::Message&) {
   if (MaxLength <= 0 || editwindow::IsReadOnly(contained())) return false;
   std::wstring text = editwindow::ClipboardText(contained());
   const auto fits = editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength));
@@ -91,7 +91,7 @@ bool CQRNEdit::OnPaste(ole::Message&) {
   return true;
 }
 
-bool CQRNEdit::OnReplaceSelection(ole::Message& message) {
+bool CQRNEdit::OnReplaceSelection(com::Message& message) {
   const auto* text = reinterpret_cast<const wchar_t*>(message.lParam);
   if (MaxLength <= 0 || text == nullptr) return false;
   const std::wstring fits(
@@ -102,14 +102,14 @@ bool CQRNEdit::OnReplaceSelection(ole::Message& message) {
 }
 
 // A window of several lines sends no notice of a text that is set, whoever sets it.
-bool CQRNEdit::OnSetText(ole::Message& message) {
+bool CQRNEdit::OnSetText(com::Message& message) {
   const bool silent = editwindow::IsMultiLine(message.window);
   message.result = CallOriginal(message);
   if (silent) Fire(kChange);
   return true;
 }
 
-bool CQRNEdit::OnFocus(ole::Message&) {
+bool CQRNEdit::OnFocus(com::Message&) {
   LearnFieldType();
   if (Dress().RightAligned()) editwindow::PutCaretLast(contained());
   if (IMEMode != 0) {
@@ -119,7 +119,7 @@ bool CQRNEdit::OnFocus(ole::Message&) {
   return false;
 }
 
-bool CQRNEdit::OnBlur(ole::Message& message) {
+bool CQRNEdit::OnBlur(com::Message& message) {
   if (Format.empty()) RepairText();
   if (IMEMode != 0) TheInputMethod().Apply(message.window, imeOutside_);
   return false;

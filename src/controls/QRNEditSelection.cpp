@@ -1,8 +1,8 @@
 // The edit control's SelStart, SelLength and SelText.
+#include "com/Guard.h"
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
 #include "controls/text/TextBytes.h"
-#include "ole/Guard.h"
 
 namespace qrn {
 
@@ -13,7 +13,7 @@ int16_t CQRNEdit::GetSelStart() const {
 }
 
 HRESULT CQRNEdit::PutSelStart(int16_t start) {
-  if (start < 0) return ole::kInvalidPropertyValue;
+  if (start < 0) return com::kInvalidPropertyValue;
   const Selection now = editwindow::GetSelection(contained());
   const auto wanted = static_cast<DWORD>(start);
   if (wanted != now.start) editwindow::Select(contained(), {wanted, now.end});
@@ -26,16 +26,16 @@ int16_t CQRNEdit::GetSelLength() const {
 }
 
 HRESULT CQRNEdit::PutSelLength(int16_t length) {
-  if (length < 0) return ole::kInvalidPropertyValue;
+  if (length < 0) return com::kInvalidPropertyValue;
   const Selection now = editwindow::GetSelection(contained());
   const DWORD end = now.start + static_cast<DWORD>(length);
   if (end <= Text.view().size()) editwindow::Select(contained(), {now.start, end});
   return S_OK;
 }
 
-HRESULT CQRNEdit::GetSelText(ole::Bstr& text) {
+HRESULT CQRNEdit::GetSelText(com::Bstr& text) {
   try {
-    const ole::Bstr shown(editwindow::TextOf(contained()));
+    const com::Bstr shown(editwindow::TextOf(contained()));
     const Selection now = editwindow::GetSelection(contained());
     const std::wstring_view before = shown.view().substr(0, now.end);
     const size_t end =
@@ -44,11 +44,11 @@ HRESULT CQRNEdit::GetSelText(ole::Bstr& text) {
     text = WidenToBstr(std::string_view(bytes).substr(0, CutAtCharacter(bytes, end)));
     return S_OK;
   } catch (const std::bad_alloc&) {
-    return ole::kControlOutOfMemory;
+    return com::kControlOutOfMemory;
   }
 }
 
-void CQRNEdit::PutSelText(const ole::Bstr& text) {
+void CQRNEdit::PutSelText(const com::Bstr& text) {
   SendMessageW(contained(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 

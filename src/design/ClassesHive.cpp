@@ -8,13 +8,13 @@ constexpr wchar_t kClasses[] = L"Software\\Classes";
 constexpr const wchar_t* kCommonKeys[] = {L"AppID", L"CLSID", L"Interface", L"TypeLib"};
 
 bool MayWrite(HKEY parent, const wchar_t* name) {
-  ole::Key key;
+  com::Key key;
   const LSTATUS result = RegOpenKeyExW(parent, name, 0, KEY_READ | KEY_WRITE, key.put());
   return result == ERROR_SUCCESS || result == ERROR_FILE_NOT_FOUND;
 }
 
-ole::Key OpenMachine() {
-  ole::Key classes;
+com::Key OpenMachine() {
+  com::Key classes;
   RegOpenKeyExW(HKEY_LOCAL_MACHINE, kClasses, 0, KEY_READ | KEY_WRITE, classes.put());
   for (const wchar_t* name : kCommonKeys) {
     if (classes && !MayWrite(classes.get(), name)) classes.reset();
@@ -22,8 +22,8 @@ ole::Key OpenMachine() {
   return classes;
 }
 
-ole::Key OpenUser(Purpose purpose) {
-  ole::Key classes;
+com::Key OpenUser(Purpose purpose) {
+  com::Key classes;
   constexpr REGSAM kAccess = KEY_READ | KEY_WRITE;
   if (purpose == Purpose::Add) {
     RegCreateKeyExW(HKEY_CURRENT_USER, kClasses, 0, nullptr, 0, kAccess, nullptr, classes.put(),
@@ -37,7 +37,7 @@ ole::Key OpenUser(Purpose purpose) {
 // The system refuses to delete a key that holds others; one with a value is kept.
 void DeleteWhenEmpty(HKEY parent, const wchar_t* name) {
   DWORD values = 0;
-  ole::Key key;
+  com::Key key;
   RegOpenKeyExW(parent, name, 0, KEY_READ, key.put());
   if (!key || RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
                                &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {

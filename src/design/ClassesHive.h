@@ -1,7 +1,7 @@
 // Where classes are registered: for the whole machine, or for the present user.
 #pragma once
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
 namespace qrn::design {
 
@@ -24,7 +24,7 @@ class ClassesHive {
 
  private:
   Hive hive_;
-  ole::Key classes_;
+  com::Key classes_;
 };
 
 }  // namespace qrn::design

@@ -4,14 +4,14 @@
 
 #include "binding/InputMethod.h"
 #include "binding/registry/ControlRegistry.h"
-#include "ole/Guard.h"
-#include "ole/Module.h"
+#include "com/Guard.h"
+#include "com/Module.h"
 
 namespace {
 
 HRESULT OnLoad(HINSTANCE instance) {
   DisableThreadLibraryCalls(instance);
-  qrn::ole::ModuleStart(instance);
+  qrn::com::ModuleStart(instance);
   qrn::TheRegistry();
   qrn::TheInputMethod();
   qrn::TheEngine();
@@ -23,8 +23,8 @@ HRESULT OnLoad(HINSTANCE instance) {
 // `processEnds` is null when the module is unloaded from a process that lives on.
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
   if (reason == DLL_PROCESS_ATTACH) {
-    return SUCCEEDED(qrn::ole::Guard([instance] { return OnLoad(instance); }));
+    return SUCCEEDED(qrn::com::Guard([instance] { return OnLoad(instance); }));
   }
-  if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) qrn::ole::ModuleEnd();
+  if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) qrn::com::ModuleEnd();
   return TRUE;
 }

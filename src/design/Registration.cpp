@@ -7,17 +7,18 @@
 #include <vector>
 
 #include "binding/tables/AllTables.h"
+#include "com/Com.h"
+#include "com/Module.h"
 #include "design/ClassesHive.h"
 #include "design/ObjectTable.h"
 #include "design/TypeLibraryKeys.h"
-#include "ole/Com.h"
-#include "ole/Module.h"
 #include "ole/Registrar.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::design {
 namespace {
 
-using ole::Com;
+using com::Com;
 using ole::RegistryKey;
 
 constexpr UINT kScriptCodePage = 932;
@@ -25,12 +26,12 @@ constexpr UINT kScriptCodePage = 932;
 std::wstring ModulePath() {
   std::wstring path(32768, L'\0');
   path.resize(
-      GetModuleFileNameW(ole::ModuleInstance(), path.data(), static_cast<DWORD>(path.size())));
+      GetModuleFileNameW(com::ModuleInstance(), path.data(), static_cast<DWORD>(path.size())));
   return path;
 }
 
 std::string_view ResourceBytes(uint16_t id, const wchar_t* type) {
-  const HMODULE module = ole::ModuleInstance();
+  const HMODULE module = com::ModuleInstance();
   const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), type);
   const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
   if (!loaded) return {};
@@ -101,7 +102,7 @@ bool AddTypeLibrary(const ClassesHive& hive) {
 bool HasTypeLibrary(HKEY classes) {
   const std::string id = GuidText(kLibrary.id);
   const std::wstring name = L"TypeLib\\" + std::wstring(id.begin(), id.end());
-  ole::Key key;
+  com::Key key;
   return RegOpenKeyExW(classes, name.c_str(), 0, KEY_READ, key.put()) == ERROR_SUCCESS;
 }
 

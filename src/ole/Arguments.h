@@ -5,7 +5,7 @@
 #include <array>
 #include <span>
 
-#include "ole/Variant.h"
+#include "ole/Kit.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::ole {

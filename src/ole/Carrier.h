@@ -7,8 +7,7 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "ole/Bstr.h"
-#include "ole/Com.h"
+#include "ole/Kit.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::ole {

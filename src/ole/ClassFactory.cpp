@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::ole {
 namespace {

@@ -6,8 +6,7 @@
 #include <new>
 #include <span>
 
-#include "ole/Com.h"
-#include "ole/Guard.h"
+#include "ole/Kit.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::ole {

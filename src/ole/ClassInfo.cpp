@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ole/Control.h"
+#include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
 
 namespace qrn::ole {

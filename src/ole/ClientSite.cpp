@@ -6,7 +6,7 @@
 #include <array>
 #include <string_view>
 
-#include "ole/Guard.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

@@ -4,7 +4,7 @@
 #include <ocidl.h>
 #include <oleidl.h>
 
-#include "ole/Variant.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "ole/Enumerator.h"
+#include "com/Enumerator.h"
 #include "ole/Face.h"
 
 namespace qrn::ole {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "ole/Com.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "ole/Message.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

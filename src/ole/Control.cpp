@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include "ole/InputState.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::ole {
 

@@ -6,6 +6,7 @@
 // aggregated.
 #pragma once
 
+#include "com/Module.h"
 #include "ole/Access.h"
 #include "ole/ClassInfo.h"
 #include "ole/ClientSite.h"
@@ -14,8 +15,7 @@
 #include "ole/Events.h"
 #include "ole/InPlace.h"
 #include "ole/InnerUnknown.h"
-#include "ole/Message.h"
-#include "ole/Module.h"
+#include "ole/Kit.h"
 #include "ole/OleObject.h"
 #include "ole/Persistence.h"
 #include "ole/QuickActivate.h"

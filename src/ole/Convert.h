@@ -3,7 +3,7 @@
 
 #include <oaidl.h>
 
-#include "ole/Variant.h"
+#include "ole/Kit.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::ole {

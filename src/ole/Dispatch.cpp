@@ -6,6 +6,7 @@
 
 #include "ole/Control.h"
 #include "ole/Convert.h"
+#include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
 
 namespace qrn::ole {

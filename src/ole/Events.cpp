@@ -4,9 +4,10 @@
 
 #include <algorithm>
 
-#include "ole/Enumerator.h"
-#include "ole/Module.h"
-#include "ole/Variant.h"
+#include "com/Enumerator.h"
+#include "com/Module.h"
+#include "ole/Kit.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::ole {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include "com/EventArgument.h"
 #include "ole/ConnectionPoint.h"
-#include "ole/EventArgument.h"
 #include "ole/Face.h"
 #include "ole/tables/Members.h"
 

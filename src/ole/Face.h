@@ -2,8 +2,7 @@
 // IUnknown is the control's: queries and references go to the control, or to what aggregates it.
 #pragma once
 
-#include "ole/Com.h"
-#include "ole/Guard.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

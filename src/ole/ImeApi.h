@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "ole/Handles.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

@@ -2,8 +2,8 @@
 
 #include <olectl.h>
 
+#include "com/Extent.h"
 #include "ole/Control.h"
-#include "ole/Extent.h"
 
 namespace qrn::ole {
 

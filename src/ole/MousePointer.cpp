@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "ole/Com.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 namespace {

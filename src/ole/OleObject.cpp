@@ -6,9 +6,10 @@
 #include <iterator>
 #include <string>
 
+#include "com/Enumerator.h"
+#include "com/Extent.h"
 #include "ole/Control.h"
-#include "ole/Enumerator.h"
-#include "ole/Extent.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::ole {
 namespace {

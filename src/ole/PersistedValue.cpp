@@ -3,8 +3,9 @@
 #include <ocidl.h>
 #include <olectl.h>
 
-#include "ole/Guard.h"
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/Kit.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::ole {
 namespace {

@@ -1,7 +1,7 @@
 // Persisted items as variants and back: texts, numbers, and fonts and pictures in their own bytes.
 #pragma once
 
-#include "ole/Variant.h"
+#include "ole/Kit.h"
 #include "ole/tables/PersistStream.h"
 
 namespace qrn::ole {

@@ -7,6 +7,7 @@
 #include "ole/Control.h"
 #include "ole/PersistedValue.h"
 #include "ole/StreamBytes.h"
+#include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
 
 namespace qrn::ole {

@@ -1,6 +1,6 @@
 #include "ole/Registrar.h"
 
-#include "ole/Handles.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 namespace {

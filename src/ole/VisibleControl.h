@@ -8,10 +8,10 @@
 
 #include <optional>
 
+#include "com/FontHolder.h"
 #include "ole/Bind.h"
 #include "ole/ContainedWindow.h"
 #include "ole/Control.h"
-#include "ole/FontHolder.h"
 
 namespace qrn::ole {
 

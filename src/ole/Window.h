@@ -2,7 +2,7 @@
 // active and shows what the control draws, or holds the contained window.
 #pragma once
 
-#include "ole/Message.h"
+#include "ole/Kit.h"
 
 namespace qrn::ole {
 

@@ -119,8 +119,8 @@ TEST_F(ButtonEvents, TheQuestionStandsOverTheButtonOrItsForm) {
   hidden->Click();
   EXPECT_EQ(box.owner, TheForm()) << "without a window of its own";
   auto* const alone = new CQRNBtn;
-  const auto held = ole::Com<IUnknown>::Take(&alone->Inner());
-  alone->ConfirmMsg = ole::Bstr(L"実行？");
+  const auto held = com::Com<IUnknown>::Take(&alone->Inner());
+  alone->ConfirmMsg = com::Bstr(L"実行？");
   alone->Click();
   EXPECT_EQ(box.calls, 3);
   EXPECT_EQ(box.owner, nullptr) << "without a container";

@@ -41,10 +41,10 @@ TEST_F(Button, ShowsItsCaptionOrItsPicture) {
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_BITMAP;
   description.bmp.hbitmap = CreateBitmap(8, 6, 1, 1, nullptr);
-  ole::Com<IPictureDisp> picture;
+  com::Com<IPictureDisp> picture;
   ASSERT_EQ(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.putVoid()),
             S_OK);
-  ole::Variant value{ole::Query<IDispatch>(picture)};
+  com::Variant value{com::Query<IDispatch>(picture)};
   EXPECT_EQ(button_.Set(L"Picture", *value.get()), S_OK);
   EXPECT_EQ(style(button_.window()) & BS_BITMAP, 0) << "the style is Standard";
   const HWND before = button_.window();
@@ -65,10 +65,10 @@ TEST_F(Button, AnIconIsShownAsOne) {
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_ICON;
   description.icon.hicon = CopyIcon(LoadIconW(nullptr, reinterpret_cast<LPCWSTR>(IDI_APPLICATION)));
-  ole::Com<IPictureDisp> picture;
+  com::Com<IPictureDisp> picture;
   ASSERT_EQ(OleCreatePictureIndirect(&description, __uuidof(IPictureDisp), TRUE, picture.putVoid()),
             S_OK);
-  ole::Variant value{ole::Query<IDispatch>(picture)};
+  com::Variant value{com::Query<IDispatch>(picture)};
   button_.Set(L"Style", Long(1));
   EXPECT_EQ(button_.Set(L"Picture", *value.get()), S_OK);
   EXPECT_EQ(GetWindowLongW(button_.window(), GWL_STYLE) & (BS_ICON | BS_BITMAP), BS_ICON);
@@ -325,7 +325,7 @@ TEST_F(Button, EnterIsAClickAndOtherKeysAreTheContainers) {
 }
 
 TEST_F(Button, TheCaptionsLetterIsTheContainersKey) {
-  const auto control = ole::Query<IOleControl>(button_.object());
+  const auto control = com::Query<IOleControl>(button_.object());
   CONTROLINFO info{};
   info.cb = sizeof info;
   EXPECT_EQ(control->GetControlInfo(&info), S_OK);
@@ -353,7 +353,7 @@ TEST_F(Button, TheCaptionsLetterTakesTheFocusThenClicks) {
   SetFocus(day.window());
   SetWindowTextW(day.window(), L"2024/2/3");
   button_.events.log.clear();
-  const auto control = ole::Query<IOleControl>(button_.object());
+  const auto control = com::Query<IOleControl>(button_.object());
   MSG message{};
   message.message = WM_SYSKEYDOWN;
   message.wParam = 'N';

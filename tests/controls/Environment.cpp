@@ -3,7 +3,7 @@
 #include <ole2.h>
 
 #include "binding/registry/ControlRegistry.h"
-#include "ole/Module.h"
+#include "com/Module.h"
 #include "tests/ole/TestSite.h"
 
 namespace qrn::test {

@@ -1,6 +1,7 @@
 #include "Hosted.h"
 
 #include "controls/VbInterfaces.h"
+#include "ole/SystemGuid.h"
 #include "platform/Utf.h"
 
 namespace qrn::test {
@@ -77,9 +78,9 @@ class HostedControl::Site final : public IOleClientSite {
 };
 
 HostedControl::HostedControl(ole::Control& control, const wchar_t* name, bool runs)
-    : control_(ole::Com<IUnknown>::Take(&control.Inner())),
-      dispatch_(ole::Query<IDispatch>(control_)),
-      object_(ole::Query<IOleObject>(control_)),
+    : control_(com::Com<IUnknown>::Take(&control.Inner())),
+      dispatch_(com::Query<IDispatch>(control_)),
+      object_(com::Query<IOleObject>(control_)),
       outer_(std::make_unique<Site>(*this)) {
   if (runs) site.RunTime(name);
   object_->SetClientSite(outer_.get());
@@ -116,7 +117,7 @@ HRESULT HostedControl::Offer(UINT message, WPARAM key) {
 
 HRESULT HostedControl::Offer(MSG& message) {
   // No reference of the call's own: a handler may drop the last one.
-  auto* const active = ole::Query<IOleInPlaceActiveObject>(control_).get();
+  auto* const active = com::Query<IOleInPlaceActiveObject>(control_).get();
   return active->TranslateAccelerator(&message);
 }
 

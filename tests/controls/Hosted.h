@@ -47,9 +47,9 @@ class HostedControl {
  private:
   class Site;
 
-  ole::Com<IUnknown> control_;
-  ole::Com<IDispatch> dispatch_;
-  ole::Com<IOleObject> object_;
+  com::Com<IUnknown> control_;
+  com::Com<IDispatch> dispatch_;
+  com::Com<IOleObject> object_;
   std::unique_ptr<Site> outer_;
   std::unique_ptr<Connection> connection_;
 };

@@ -7,9 +7,9 @@
 #include "PlayedDatabase.h"
 #include "SystemCalls.h"
 #include "binding/QRNBtr.h"
+#include "com/Module.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
-#include "ole/Module.h"
 #include "tests/extended/ShownMessages.h"
 
 namespace qrn::test {
@@ -36,7 +36,7 @@ class LastReference : public ::testing::Test {
     reach();
     EXPECT_EQ(times, 1);
     RunMessages();
-    EXPECT_TRUE(ole::ModuleIsIdle());
+    EXPECT_TRUE(com::ModuleIsIdle());
   }
 
   ShownMessages messages_;
@@ -135,7 +135,7 @@ TEST_F(LastReference, OfAButtonGoesInAnyEvent) {
          MSG message{};
          message.message = WM_SYSKEYDOWN;
          message.wParam = 'N';
-         ole::Query<IOleControl>(b.object()).get()->OnMnemonic(&message);
+         com::Query<IOleControl>(b.object()).get()->OnMnemonic(&message);
        }},
       {"SetData of an insert", 2, DbInsert, click},
   };
@@ -160,7 +160,7 @@ TEST_F(LastReference, OfAButtonGoesWhileItsBoxesAreUp) {
     SendMessageW(button.window(), BM_CLICK, 0, 0);
     RunMessages();
     EXPECT_EQ(box.calls, 1);
-    EXPECT_TRUE(ole::ModuleIsIdle());
+    EXPECT_TRUE(com::ModuleIsIdle());
   }
 }
 
@@ -170,7 +170,7 @@ TEST_F(LastReference, OfAControlGoesAsItBecomesActive) {
   edit.site.onUiActivate = [&] { edit.Drop(); };
   edit.Show(OLEIVERB_UIACTIVATE);
   RunMessages();
-  EXPECT_TRUE(ole::ModuleIsIdle());
+  EXPECT_TRUE(com::ModuleIsIdle());
 }
 
 TEST_F(LastReference, OfADatabaseControlGoesInItsEvent) {

@@ -10,7 +10,7 @@
 
 #include "PeopleForm.h"
 #include "SystemCalls.h"
-#include "ole/Module.h"
+#include "com/Module.h"
 #include "platform/MessageBox.h"
 
 namespace qrn::test {
@@ -205,7 +205,7 @@ TEST_P(Reentry, IsTakenAtEveryPoint) {
       RunMessages();
       if (GetParam().formStays) ExpectUsable(form);
     }
-    EXPECT_TRUE(ole::ModuleIsIdle());
+    EXPECT_TRUE(com::ModuleIsIdle());
   }
 }
 
@@ -250,7 +250,7 @@ TEST(ReentryAtStart, IsTakenWhileAMessageIsUp) {
       EXPECT_EQ(CallMethod(btr.object(), L"DbOpen", {Notes()}).Text(), "ok I2:0");
       EXPECT_EQ(CallMethod(btr.object(), L"DbIsOpen", {People()}).Text(), "ok I2:0");
     }
-    EXPECT_TRUE(ole::ModuleIsIdle());
+    EXPECT_TRUE(com::ModuleIsIdle());
   }
 }
 

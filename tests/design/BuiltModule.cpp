@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

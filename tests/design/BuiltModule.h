@@ -5,11 +5,12 @@
 
 #include <string>
 
-#include "ole/Com.h"
+#include "com/Com.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::test {
 
+using namespace qrn::com;
 using namespace qrn::ole;
 
 std::wstring ModuleFile();

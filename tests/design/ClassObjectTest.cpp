@@ -7,9 +7,10 @@
 
 #include "BuiltModule.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "com/Variant.h"
 #include "ole/StreamBytes.h"
-#include "ole/Variant.h"
+#include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
 #include "tests/ole/Sinks.h"
 #include "tests/ole/SystemStorage.h"

@@ -4,8 +4,8 @@
 #include "BuiltModule.h"
 #include "ScriptHost.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Handles.h"
-#include "ole/Variant.h"
+#include "com/Handles.h"
+#include "com/Variant.h"
 
 namespace qrn::test {
 namespace {

@@ -6,7 +6,8 @@
 
 #include "BuiltModule.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 #include "tests/ole/Counters.h"
 #include "tests/ole/TestSite.h"
 

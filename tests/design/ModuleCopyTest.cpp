@@ -9,7 +9,8 @@
 #include "BuiltModule.h"
 #include "RegistryDump.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

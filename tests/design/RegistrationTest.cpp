@@ -5,8 +5,9 @@
 #include "RegistryDump.h"
 #include "SystemRegistrar.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Module.h"
+#include "com/Module.h"
 #include "ole/Registrar.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
 namespace qrn::test {
 namespace {
@@ -34,7 +34,7 @@ void AddValues(HKEY key, const std::wstring& path, RegistryDump& dump) {
 }
 
 void AddKey(HKEY parent, const std::wstring& name, const std::wstring& path, RegistryDump& dump) {
-  ole::Key key;
+  com::Key key;
   if (RegOpenKeyExW(parent, name.c_str(), 0, KEY_READ, key.put()) != ERROR_SUCCESS) return;
   dump[path];
   AddValues(key.get(), path, dump);

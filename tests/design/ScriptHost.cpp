@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 #include "platform/CodePage.h"
 #include "platform/Utf.h"
 

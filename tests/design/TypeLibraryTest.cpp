@@ -6,8 +6,9 @@
 #include "BuiltModule.h"
 #include "TypeText.h"
 #include "binding/tables/AllTables.h"
-#include "ole/Bstr.h"
-#include "ole/Module.h"
+#include "com/Bstr.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -4,12 +4,13 @@
 
 #include <algorithm>
 
-#include "ole/Bstr.h"
-#include "ole/Com.h"
+#include "com/Bstr.h"
+#include "com/Com.h"
 
 namespace qrn::test {
 namespace {
 
+using namespace qrn::com;
 using namespace qrn::ole;
 
 std::string Lower(std::string text) {

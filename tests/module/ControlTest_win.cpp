@@ -6,7 +6,8 @@
 #include "BuiltModule_win.h"
 #include "Company.h"
 #include "binding/tables/QRNBtrTable.h"
-#include "ole/Module.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "SampleFixture.h"
-#include "ole/Extent.h"
+#include "com/Extent.h"
 
 namespace qrn::test {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "SampleTable.h"
 #include "TestSite.h"
-#include "ole/Module.h"
+#include "com/Module.h"
 #include "typelib/TypeLibraryWriter.h"
 
 namespace qrn::test {

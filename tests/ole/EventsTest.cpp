@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "SampleFixture.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "SampleFixture.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -4,6 +4,7 @@
 #include "Counters.h"
 #include "LiveBlocks.h"
 #include "SampleFixture.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

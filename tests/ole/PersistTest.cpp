@@ -6,6 +6,7 @@
 
 #include "SampleFixture.h"
 #include "SystemStorage.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

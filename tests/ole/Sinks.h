@@ -6,12 +6,12 @@
 #include <functional>
 #include <string>
 
-#include "ole/Com.h"
-#include "ole/Variant.h"
+#include "com/Com.h"
+#include "com/Variant.h"
 
 namespace qrn::test {
 
-using namespace qrn::ole;
+using namespace qrn::com;
 
 // A variant in a few characters: "I2:5", "BSTR&:abc".
 std::string Show(const VARIANT& value);

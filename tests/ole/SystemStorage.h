@@ -3,7 +3,7 @@
 
 #include <ole2.h>
 
-#include "ole/Com.h"
+#include "com/Com.h"
 
 namespace qrn::test {
 
@@ -19,12 +19,12 @@ class SystemStorage {
   // A temporary file, which goes with the storage.
   void MakeFile() { StgCreateDocfile(nullptr, kMode | STGM_DELETEONRELEASE, 0, storage_.put()); }
   void MakeInMemory() {
-    ole::Com<ILockBytes> memory;
+    com::Com<ILockBytes> memory;
     CreateILockBytesOnHGlobal(nullptr, TRUE, memory.put());
     StgCreateDocfileOnILockBytes(memory.get(), kMode, 0, storage_.put());
   }
 
-  ole::Com<IStorage> storage_;
+  com::Com<IStorage> storage_;
 };
 
 }  // namespace qrn::test

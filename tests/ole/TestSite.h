@@ -10,13 +10,13 @@
 #include <map>
 #include <string>
 
-#include "ole/Com.h"
-#include "ole/Handles.h"
-#include "ole/Variant.h"
+#include "com/Com.h"
+#include "com/Handles.h"
+#include "com/Variant.h"
 
 namespace qrn::test {
 
-using namespace qrn::ole;
+using namespace qrn::com;
 
 // One visible window for all tests: without a window manager every one that goes costs two seconds.
 HWND TheForm();

@@ -21,7 +21,7 @@ constexpr GUID kFirstPage = {0x1B7C1C10, 0x1, 0x1, {1, 2, 3, 4, 5, 6, 7, 1}};
 constexpr GUID kSecondPage = {0x1B7C1C10, 0x1, 0x1, {1, 2, 3, 4, 5, 6, 7, 2}};
 constexpr GUID kMissingPage = {0x1B7C1C10, 0x1, 0x1, {1, 2, 3, 4, 5, 6, 7, 3}};
 
-LPOLESTR TaskText(const wchar_t* text) { return ole::CopyToTaskMemory(text); }
+LPOLESTR TaskText(const wchar_t* text) { return com::CopyToTaskMemory(text); }
 
 // Becomes dirty when it is shown, once.
 class CountingPage final : public ComObject<IPropertyPage> {

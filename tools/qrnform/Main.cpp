@@ -8,11 +8,11 @@
 #include <cstdio>
 #include <exception>
 
+#include "com/Handles.h"
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
 #include "host/runner/Program.h"
 #include "host/user/UserPlayer.h"
-#include "ole/Handles.h"
 #include "tools/qrnform/Options.h"
 
 namespace {
@@ -24,7 +24,7 @@ enum ExitCode { kDone = 0, kFailed = 1, kRefused = 2 };
 
 class Apartment {
  public:
-  Apartment() { ole::Check(OleInitialize(nullptr)); }
+  Apartment() { com::Check(OleInitialize(nullptr)); }
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
   ~Apartment() { OleUninitialize(); }
@@ -32,7 +32,7 @@ class Apartment {
 
 std::vector<std::string> Arguments() {
   int count = 0;
-  const ole::Held<LPWSTR*, &LocalFree> list(CommandLineToArgvW(GetCommandLineW(), &count));
+  const com::Held<LPWSTR*, &LocalFree> list(CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::string> arguments;
   for (int i = 1; i < count; ++i) arguments.push_back(host::Utf8(list.get()[i]));
   return arguments;
@@ -118,7 +118,7 @@ int main() {
     fprintf(stderr, "qrnform: %s\n", error.reason.c_str());
   } catch (const std::exception& error) {
     fprintf(stderr, "%s\n", error.what());
-  } catch (const ole::Failure& failure) {
+  } catch (const com::Failure& failure) {
     fprintf(stderr, "qrnform: the system failed with 0x%08lX\n",
             static_cast<unsigned long>(failure.code));
   }

@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "binding/tables/AllTables.h"
-#include "ole/Guard.h"
+#include "com/Guard.h"
 #include "typelib/ScriptWriter.h"
 #include "typelib/TypeLibraryWriter.h"
 
@@ -26,7 +26,7 @@ int Write(const std::filesystem::path& folder) {
     qrn::ole::WriteTypeLibrary(qrn::kLibrary, (folder / L"qrnbt350.tlb").c_str());
     qrn::WriteScripts(folder);
     return 0;
-  } catch (const qrn::ole::Failure& failure) {
+  } catch (const qrn::com::Failure& failure) {
     std::fprintf(stderr, "make_typelib: the type library could not be written (%08lX)\n",
                  failure.code);
   } catch (const std::exception& failure) {

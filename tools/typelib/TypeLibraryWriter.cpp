@@ -8,9 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "ole/Guard.h"
-#include "ole/Module.h"
-#include "ole/Variant.h"
+#include "com/Guard.h"
+#include "com/Module.h"
+#include "com/Variant.h"
+#include "ole/SystemGuid.h"
 #include "typelib/TypeMaker.h"
 
 namespace qrn::ole {

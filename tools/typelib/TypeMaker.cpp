@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "ole/Guard.h"
+#include "com/Guard.h"
 
 namespace qrn::ole {
 namespace {

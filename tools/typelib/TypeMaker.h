@@ -6,10 +6,12 @@
 #include <map>
 #include <string>
 
-#include "ole/Com.h"
+#include "com/Com.h"
 #include "ole/tables/Members.h"
 
 namespace qrn::ole {
+
+using namespace com;
 
 // A TYPEDESC that owns what it points at.
 struct TypeText {

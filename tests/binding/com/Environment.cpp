@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <ole2.h>
 
-#include "ole/Module.h"
+#include "com/Module.h"
 #include "tests/ole/TestSite.h"
 
 namespace qrn::test {
@@ -12,9 +12,9 @@ class Environment final : public ::testing::Environment {
  public:
   void SetUp() override { ASSERT_EQ(OleInitialize(nullptr), S_OK); }
   void TearDown() override {
-    EXPECT_TRUE(ole::ModuleIsIdle()) << "objects are left alive";
+    EXPECT_TRUE(com::ModuleIsIdle()) << "objects are left alive";
     DestroyWindow(TheForm());
-    ole::ModuleEnd();
+    com::ModuleEnd();
     OleUninitialize();
   }
 };

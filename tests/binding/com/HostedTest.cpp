@@ -165,10 +165,10 @@ TEST_F(BtrOnForm, TheFlatInterfaceForgetsAControlThatGoes) {
 
 // One pixel of what the control draws at (16,16).
 COLORREF Drawn(IUnknown* control) {
-  const ole::WindowDc screen(nullptr);
-  const ole::MemoryDc dc(CreateCompatibleDC(screen.get()));
-  const ole::Bitmap bitmap(CreateCompatibleBitmap(screen.get(), 32, 32));
-  const ole::Selected selected(dc.get(), bitmap.get());
+  const com::WindowDc screen(nullptr);
+  const com::MemoryDc dc(CreateCompatibleDC(screen.get()));
+  const com::Bitmap bitmap(CreateCompatibleBitmap(screen.get(), 32, 32));
+  const com::Selected selected(dc.get(), bitmap.get());
   const RECTL bounds{0, 0, 32, 32};
   Query<IViewObject>(control)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc.get(),
                                     &bounds, nullptr, nullptr, 0);

@@ -7,14 +7,16 @@
 #include <string>
 
 #include "binding/QRNBtr.h"
+#include "com/Module.h"
 #include "ole/ClassFactory.h"
-#include "ole/Module.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/module/Company.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
 
 namespace qrn::test {
+
+using namespace qrn::ole;
 
 class MadeBtr {
  public:

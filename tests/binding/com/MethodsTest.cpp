@@ -3,6 +3,7 @@
 
 #include "MadeBtr.h"
 #include "core/DbEngine.h"
+#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -10,7 +10,7 @@
 
 #include <span>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 struct Message {
   HWND window;
@@ -40,4 +40,4 @@ bool Route(C& control, const MessageRow<C> (&rows)[N], Message& message) {
   return Route<C>(control, std::span<const MessageRow<C>>(rows), message);
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

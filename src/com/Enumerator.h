@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <vector>
 
-#include "ole/Com.h"
-#include "ole/Guard.h"
-#include "ole/Module.h"
+#include "com/Com.h"
+#include "com/Guard.h"
+#include "com/Module.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // `Interface` is an IEnum..., `Item` what it hands out. `Copy` (HRESULT(Item* to, const Item&
 // from)) makes a copy that the receiver frees; `Drop` (void(Item&)) frees one.
@@ -86,4 +86,4 @@ class Enumerator final : public Interface {
   size_t at_ = 0;
 };
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

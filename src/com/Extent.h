@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // Rounded to the nearest; 2540 HIMETRIC are one logical inch of the screen.
 SIZE PixelsToHimetric(SIZE pixels) noexcept;
@@ -14,4 +14,4 @@ inline SIZE SizeOf(const RECT& rect) noexcept {
   return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

@@ -1,12 +1,12 @@
 // The boundary of every interface method: no exception leaves it.
 #pragma once
 
-#include <winerror.h>
+#include <windows.h>
 
 #include <new>
 #include <utility>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // A failure that travels as an exception inside the service, and as its code outside.
 struct Failure {
@@ -39,4 +39,4 @@ inline constexpr HRESULT kPropertyIsReadOnly = static_cast<HRESULT>(0x800A017F);
 inline constexpr HRESULT kNotAvailableNow = static_cast<HRESULT>(0x800A018A);       // 394
 inline constexpr HRESULT kControlOutOfMemory = static_cast<HRESULT>(0x800A0007);    // 7
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

@@ -7,9 +7,9 @@
 #include <cwchar>
 #include <utility>
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // One counted reference to an interface. Copies add a reference.
 template <class I>
@@ -88,4 +88,4 @@ inline LPOLESTR CopyToTaskMemory(const wchar_t* text) noexcept {
   return copy;
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

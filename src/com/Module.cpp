@@ -1,4 +1,4 @@
-#include "ole/Module.h"
+#include "com/Module.h"
 
 #include <oleauto.h>
 
@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "ole/Guard.h"
+#include "com/Guard.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 namespace {
 
 HINSTANCE theInstance;
@@ -93,4 +93,4 @@ ATOM RegisterModuleClass(WNDCLASSEXW& description) noexcept {
   return made;
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

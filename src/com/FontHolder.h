@@ -5,9 +5,9 @@
 
 #include <functional>
 
-#include "ole/Com.h"
+#include "com/Com.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // A font's handle, in use by a window until released: the font keeps it alive that long.
 class FontInUse {
@@ -58,4 +58,4 @@ class FontHolder {
 // A new font object as every control starts with it: ＭＳ Ｐゴシック, 9 points, plain, Japanese.
 Com<IFontDisp> MakeDefaultFont();
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

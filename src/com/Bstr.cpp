@@ -1,8 +1,8 @@
-#include "ole/Bstr.h"
+#include "com/Bstr.h"
 
 #include <new>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 Bstr::Bstr(std::wstring_view text)
     : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
@@ -16,4 +16,4 @@ Bstr Bstr::Copy(BSTR text) {
   return Bstr(std::wstring_view(text, SysStringLen(text)));
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

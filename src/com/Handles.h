@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // Holds one handle of type H and closes it with `Close` at scope end. Moves, never copies. A zero
 // handle is none; handles that use -1 for none must not be held here.
@@ -101,4 +101,4 @@ class Paint {
   PAINTSTRUCT paint_{};
 };
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

@@ -1,10 +1,10 @@
-#include "ole/FontHolder.h"
+#include "com/FontHolder.h"
 
 #include <olectl.h>
 
-#include "ole/Guard.h"
+#include "com/Guard.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 FontInUse::FontInUse(const Com<IFontDisp>& font) noexcept : font_(Query<IFont>(font)) {
   if (!font_ || FAILED(font_->get_hFont(&handle_))) return;
@@ -78,4 +78,4 @@ Com<IFontDisp> MakeDefaultFont() {
   return font;
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

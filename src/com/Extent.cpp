@@ -1,8 +1,8 @@
-#include "ole/Extent.h"
+#include "com/Extent.h"
 
-#include "ole/Handles.h"
+#include "com/Handles.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 namespace {
 
 constexpr int kHimetricPerInch = 2540;
@@ -28,4 +28,4 @@ SIZE HimetricToPixels(SIZE himetric) noexcept {
           MulDiv(himetric.cy, inch.cy, kHimetricPerInch)};
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

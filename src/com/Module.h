@@ -3,10 +3,9 @@
 
 #include <oaidl.h>
 
-#include "ole/Com.h"
-#include "ole/tables/Guid.h"
+#include "com/Com.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 // Called when the module is loaded, before anything else here is used.
 void ModuleStart(HINSTANCE instance) noexcept;
@@ -38,7 +37,4 @@ Com<ITypeInfo> TypeInfoOf(const GUID& id) noexcept;
 // A class for windows of the module's own, made at first use, gone at ModuleEnd. 0 on failure.
 ATOM RegisterModuleClass(WNDCLASSEXW& description) noexcept;
 
-inline const GUID& AsGuid(const Guid& id) noexcept { return reinterpret_cast<const GUID&>(id); }
-inline Guid FromGuid(const GUID& id) noexcept { return reinterpret_cast<const Guid&>(id); }
-
-}  // namespace qrn::ole
+}  // namespace qrn::com

@@ -4,10 +4,10 @@
 #include <oaidl.h>
 #include <oleauto.h>
 
-#include "ole/Bstr.h"
-#include "ole/Com.h"
+#include "com/Bstr.h"
+#include "com/Com.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 class Variant {
  public:
@@ -70,4 +70,4 @@ class Variant {
   VARIANT value_;
 };
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

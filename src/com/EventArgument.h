@@ -5,9 +5,9 @@
 
 #include <cstdint>
 
-#include "ole/Bstr.h"
+#include "com/Bstr.h"
 
-namespace qrn::ole {
+namespace qrn::com {
 
 namespace detail {
 inline VARIANT Typed(VARTYPE type) noexcept {
@@ -48,4 +48,4 @@ inline VARIANT EventArgument(Bstr* place) noexcept {
   return detail::Reference(VT_BSTR, place->place());
 }
 
-}  // namespace qrn::ole
+}  // namespace qrn::com

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-namespace qrn::ole {
+namespace qrn::com {
 
 class Bstr {
  public:
@@ -56,4 +56,4 @@ class Bstr {
   BSTR text_ = nullptr;
 };
 
-}  // namespace qrn::ole
+}  // namespace qrn::com
