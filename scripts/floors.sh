@@ -1,44 +1,117 @@
 #!/usr/bin/env bash
-# Includes point downwards only. Reads every source of src/ and fails on an include that points up,
-# on <windows.h> in the engine outside the seam's Windows halves, and on code page 932 bytes.
+# Includes point downwards only: reads every source of the folders below and fails on an include
+# that points up, sideways or into a house that its folder does not take from; on a folder or a file
+# that is not known; on Windows' headers where the code is portable; on sources that are not UTF-8.
+#   scripts/floors.sh [ROOT]   the tree to check (default: this one)
 set -u
-cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
+cd "${1:-$(dirname "${BASH_SOURCE[0]}")/..}" || exit 1
 
-declare -A floor=([platform]=1 [fields]=2 [core]=3 [extended]=4 [com]=5 [ole]=6 [binding]=7
-  [controls]=8 [grid]=8 [design]=9 [resources]=0)
-faults=0
+# A folder, its floor in its own house (the first part of its name), and what it takes of other
+# houses. It may include what lies on a lower floor of its house, itself, and include/. A slash at
+# the end: with every folder in it, as one. Folders that are not here are refused.
+FLOORS='
+include            0
+src/resources      0
+src/platform       1
+src/fields         2
+src/core           3
+src/extended       4
+src/com            5
+src/ole/           6
+src/binding/       7
+src/controls/      8
+src/grid/          9
+src/design         10
+btrieve/sqlite     1
+btrieve            2
+lexbase            1   src/platform
+host/form          1   src/platform
+host/container     2   src/com src/ole
+host/script        3   src/com
+host/runner        4   src/com src/ole
+host/user          5   src/com src/ole
+tools/typelib      1   src/com src/ole src/binding
+tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase
+tools/qrnform      1   src/com src/ole host
+'
+# What stands above its floor and may be included from everywhere, and what the build brings.
+FREE='src/core/DbTypes.h sqlite3.c'
+# Where <windows.h> and its like stand in halves for Windows (*_win.*) alone.
+PORTABLE='include src/platform src/fields src/core src/extended btrieve lexbase host/form'
 
-fault() {
-  printf '%s\n' "$*"
-  faults=$((faults + 1))
+houses=()
+for house in include src btrieve lexbase host tools; do [ -d $house ] && houses+=("$house"); done
+[ ${#houses[@]} -gt 0 ] || { echo "there are no sources in $PWD"; exit 1; }
+mapfile -t sources < <(find "${houses[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.c' \
+  -o -name '*.inc' \))
+[ ${#sources[@]} -gt 0 ] || { echo "there are no sources in $PWD"; exit 1; }
+
+check_includes() {
+  printf '%s\n' "${sources[@]}" | awk -v floors="$FLOORS" -v free="$FREE" -v portable="$PORTABLE" '
+    function folder(path) { return path ~ /\// ? substr(path, 1, match(path, /\/[^\/]*$/) - 1) : "" }
+    function house(path) { return substr(path, 1, index(path "/", "/") - 1) }
+    function lies_in(path, outer) { return index(path "/", outer "/") == 1 }
+    # The row of the table that a folder belongs to; empty if there is none.
+    function row(path) {
+      if (path in floor) return path
+      for (; path != ""; path = folder(path)) if (path "/" in floor) return path "/"
+      return ""
+    }
+    function any_holds(list, path,   parts, count, i) {
+      count = split(list, parts, " ")
+      for (i = 1; i <= count; i++) if (lies_in(path, parts[i])) return 1
+      return 0
+    }
+    function resolved(from, target,   roots, count, i) {
+      count = split("|src/|include/|tools/|" folder(from) "/", roots, "|")
+      for (i = 1; i <= count; i++) if (roots[i] target in known) return roots[i] target
+      return target
+    }
+    function fault(text) { print at ": " text; faults++ }
+    function check(from, target,   to, own, other) {
+      to = resolved(from, target)
+      if (any_holds(free, to)) return
+      if (!(to in known)) return fault("there is no " target)
+      own = row(folder(from)); other = row(folder(to))
+      if (own == other || other == "include") return
+      if (house(own) == house(other) && floor[other] < floor[own]) return
+      if (house(own) != house(other) && any_holds(takes[own], folder(to))) return
+      fault(folder(from) " does not stand above " to)
+    }
+    BEGIN {
+      rows = split(floors, lines, "\n")
+      for (i = 1; i <= rows; i++) {
+        if (split(lines[i], part, " ") < 2) continue
+        floor[part[1]] = part[2] + 0
+        takes[part[1]] = lines[i]; sub(/^[^ ]+ +[0-9]+ */, "", takes[part[1]])
+      }
+    }
+    { known[$0] = 1; files[NR] = $0 }
+    END {
+      for (i = 1; i <= NR; i++) {
+        file = at = files[i]
+        if (row(folder(file)) == "") { fault("the folder has no floor"); continue }
+        number = 0
+        while ((getline line < file) > 0) {
+          at = file ":" ++number
+          if (line !~ /^#[ \t]*include/) continue
+          if (line ~ /<(windows|oleauto|ole2|objbase)\.h>/ && any_holds(portable, folder(file)) &&
+              file !~ /_win\./) fault("a header of Windows where the code is portable")
+          if (match(line, /"[^"]+"/)) check(file, substr(line, RSTART + 1, RLENGTH - 2))
+        }
+        close(file)
+      }
+      exit faults > 0
+    }'
 }
 
-while IFS=: read -r file line text; do
-  from=${file#src/} from=${from%%/*}
-  target=$(sed -E 's/.*#include "([^"]+)".*/\1/' <<<"$text")
-  [ "$target" = core/DbTypes.h ] && continue
-  to=${target%%/*}
-  case $to in
-    btrieve | lexbase | host | tools | tests) fault "$file:$line: src/ includes $target"; continue ;;
-  esac
-  [ -n "${floor[$to]:-}" ] || continue
-  [ "${floor[$to]}" -le "${floor[$from]:-9}" ] || fault "$file:$line: $from includes $target, which stands above it"
-done < <(grep -rnE '^#include "' src --include='*.h' --include='*.cpp')
+check_texts() {
+  find . -path ./build -prune -o -path ./.git -prune -o -type f \
+    \( -name '*.h' -o -name '*.cpp' -o -name '*.rc' -o -name '*.inc' -o -name '*.md' -o \
+    -name '*.sh' \) -print0 | LC_ALL=C.UTF-8 xargs -0 grep -laxv '.*' | sed 's/$/: not UTF-8/' | grep .
+}
 
-while IFS=: read -r file line _; do
-  case $file in
-    src/platform/*_win.cpp | src/platform/*_win.h) ;;
-    src/platform/* | src/fields/* | src/core/* | src/extended/*)
-      fault "$file:$line: the engine includes <windows.h>" ;;
-  esac
-done < <(grep -rnE '^#include <(windows|oleauto|ole2|objbase)\.h>' src)
-
-texts=0
-while read -r file; do
-  texts=$((texts + 1))
-  iconv -f UTF-8 -t UTF-8 "$file" >/dev/null 2>&1 || fault "$file: not UTF-8"
-done < <(find . -path ./build -prune -o -path ./.git -prune -o -type f \
-  \( -name '*.h' -o -name '*.cpp' -o -name '*.rc' -o -name '*.inc' -o -name '*.md' -o -name '*.sh' \) -print)
-[ "$texts" -gt 0 ] && [ -d src ] || fault "there are no sources in $PWD"
-
-[ "$faults" -eq 0 ]
+failed=0
+check_includes || failed=1
+if check_texts; then failed=1; fi
+exit $failed
