@@ -28,7 +28,7 @@ lexbase            1   src/platform
 host/form          1   src/platform
 host/container     2   src/com src/ole
 host/script        3   src/com
-host/runner        4   src/com src/ole
+host/runner/       4   src/com src/ole
 host/user          5   src/com src/ole
 tools/typelib      1   src/com src/ole src/binding
 tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase

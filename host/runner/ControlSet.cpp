@@ -2,7 +2,7 @@
 
 #include "host/container/ControlClasses.h"
 #include "host/container/Text.h"
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 

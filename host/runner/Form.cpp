@@ -5,7 +5,7 @@
 #include "host/container/Text.h"
 #include "host/runner/InputEvents.h"
 #include "host/runner/Program.h"
-#include "host/runner/PropertyPages.h"
+#include "host/runner/design/PropertyPages.h"
 #include "host/script/VbErrors.h"
 
 namespace qrn::host {

@@ -9,13 +9,13 @@
 #include "host/container/Ambients.h"
 #include "host/container/ControlClasses.h"
 #include "host/runner/ControlSet.h"
-#include "host/runner/Designer.h"
 #include "host/runner/FormCode.h"
 #include "host/runner/FormKeyboard.h"
 #include "host/runner/FormMembers.h"
 #include "host/runner/FormSource.h"
 #include "host/runner/FormWindow.h"
 #include "host/runner/Pieces.h"
+#include "host/runner/design/Designer.h"
 
 namespace qrn::host {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 namespace {

@@ -5,7 +5,7 @@
 #include "host/container/Text.h"
 #include "host/container/WindowUse.h"
 #include "host/form/SourceText.h"
-#include "host/runner/Designer.h"
+#include "host/runner/design/Designer.h"
 #include "host/user/Dialogs.h"
 #include "host/user/StepWords.h"
 #include "host/user/UserInput.h"

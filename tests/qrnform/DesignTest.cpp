@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "host/runner/Designer.h"
 #include "host/runner/Form.h"
+#include "host/runner/design/Designer.h"
 #include "tests/qrnform/FormRun.h"
 
 namespace qrn::tests {

@@ -6,7 +6,7 @@
 #include <string>
 #include <thread>
 
-#include "host/runner/PropertyPages.h"
+#include "host/runner/design/PropertyPages.h"
 #include "host/user/Dialogs.h"
 #include "host/user/UserInput.h"
 

@@ -1,11 +1,11 @@
 // Which classes of a form file are furniture, and which are not to be had.
 #include "host/form/SourceText.h"
-#include "host/runner/CommandButton.h"
 #include "host/runner/Form.h"
-#include "host/runner/Frame.h"
 #include "host/runner/HostedFormControl.h"
-#include "host/runner/Label.h"
-#include "host/runner/TextBox.h"
+#include "host/runner/furniture/CommandButton.h"
+#include "host/runner/furniture/Frame.h"
+#include "host/runner/furniture/Label.h"
+#include "host/runner/furniture/TextBox.h"
 
 namespace qrn::host {
 namespace {

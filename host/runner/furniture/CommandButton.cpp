@@ -1,4 +1,4 @@
-#include "host/runner/CommandButton.h"
+#include "host/runner/furniture/CommandButton.h"
 
 #include "host/runner/Form.h"
 

@@ -1,4 +1,4 @@
-#include "host/runner/Frame.h"
+#include "host/runner/furniture/Frame.h"
 
 #include <windowsx.h>
 

@@ -1,4 +1,4 @@
-#include "host/runner/TextBox.h"
+#include "host/runner/furniture/TextBox.h"
 
 #include <algorithm>
 

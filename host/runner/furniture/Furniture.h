@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "host/runner/FontWatch.h"
 #include "host/runner/FormControl.h"
-#include "host/runner/FurnitureLook.h"
+#include "host/runner/furniture/FontWatch.h"
+#include "host/runner/furniture/FurnitureLook.h"
 
 namespace qrn::host {
 

@@ -4,9 +4,9 @@
 // clang-format on
 
 #include "host/runner/Form.h"
-#include "host/runner/Furniture.h"
 #include "host/runner/InputEvents.h"
 #include "host/runner/Painting.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 namespace {

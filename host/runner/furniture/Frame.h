@@ -1,7 +1,7 @@
 // VB.Frame: a titled box that holds other controls.
 #pragma once
 
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 

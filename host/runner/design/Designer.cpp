@@ -1,4 +1,4 @@
-#include "host/runner/Designer.h"
+#include "host/runner/design/Designer.h"
 
 #include <windowsx.h>
 

@@ -1,4 +1,4 @@
-#include "host/runner/PropertyPages.h"
+#include "host/runner/design/PropertyPages.h"
 
 // clang-format off
 #include <windows.h>
@@ -10,8 +10,8 @@
 
 #include "host/container/Fonts.h"
 #include "host/runner/InputEvents.h"
-#include "host/runner/PropertyPageSite.h"
 #include "host/runner/WindowClass.h"
+#include "host/runner/design/PropertyPageSite.h"
 
 namespace qrn::host {
 namespace {

@@ -1,7 +1,7 @@
 // VB.Label: a text without a window of its own.
 #pragma once
 
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 

@@ -1,4 +1,4 @@
-#include "host/runner/Label.h"
+#include "host/runner/furniture/Label.h"
 
 #include "host/runner/Form.h"
 #include "host/runner/Painting.h"

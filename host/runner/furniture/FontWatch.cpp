@@ -1,4 +1,4 @@
-#include "host/runner/FontWatch.h"
+#include "host/runner/furniture/FontWatch.h"
 
 namespace qrn::host {
 

@@ -1,7 +1,7 @@
 // VB.TextBox.
 #pragma once
 
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 namespace qrn::host {
 

@@ -1,4 +1,4 @@
-#include "host/runner/FurnitureLook.h"
+#include "host/runner/furniture/FurnitureLook.h"
 
 #include <algorithm>
 #include <stdexcept>

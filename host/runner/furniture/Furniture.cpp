@@ -1,4 +1,4 @@
-#include "host/runner/Furniture.h"
+#include "host/runner/furniture/Furniture.h"
 
 #include <algorithm>
 #include <stdexcept>
