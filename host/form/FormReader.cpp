@@ -52,12 +52,6 @@ bool TakeNumber(std::string_view* text, int base, int* number) {
   return true;
 }
 
-bool TakeSign(std::string_view* text, char sign) {
-  if (!text->starts_with(sign)) return false;
-  text->remove_prefix(1);
-  return true;
-}
-
 // "{id}#1.0#0": library id, version (hexadecimal, as type libraries are registered), language.
 bool ReadLibraryId(std::string_view text, LibraryReference* library) {
   const size_t hash = std::min(text.find('#'), text.size());

@@ -28,7 +28,7 @@ std::optional<uint16_t> FunctionKey(std::string_view name) noexcept {
   if (name.size() < 2 || name.size() > 3 || (name[0] != 'F' && name[0] != 'f')) return std::nullopt;
   int number = 0;
   for (const char digit : name.substr(1)) {
-    if (digit < '0' || digit > '9') return std::nullopt;
+    if (!IsDigit(digit)) return std::nullopt;
     number = number * 10 + (digit - '0');
   }
   if (number < 1 || number > kFunctionKeys) return std::nullopt;

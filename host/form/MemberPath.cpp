@@ -12,11 +12,9 @@ void SkipBlanks(std::string_view* text) {
   while (text->starts_with(' ') || text->starts_with('\t')) text->remove_prefix(1);
 }
 
-bool TakeSign(std::string_view* text, char sign) {
+bool TakeNextSign(std::string_view* text, char sign) {
   SkipBlanks(text);
-  if (!text->starts_with(sign)) return false;
-  text->remove_prefix(1);
-  return true;
+  return TakeSign(text, sign);
 }
 
 std::string_view TakeName(std::string_view* text) {
@@ -46,14 +44,14 @@ bool TakeValue(std::string_view* text, ScriptValue* value) {
 }
 
 bool TakeArguments(std::string_view* text, std::vector<ScriptValue>* arguments) {
-  if (!TakeSign(text, '(')) return true;
-  if (TakeSign(text, ')')) return true;
+  if (!TakeNextSign(text, '(')) return true;
+  if (TakeNextSign(text, ')')) return true;
   do {
     ScriptValue value;
     if (!TakeValue(text, &value)) return false;
     arguments->push_back(std::move(value));
-  } while (TakeSign(text, ','));
-  return TakeSign(text, ')');
+  } while (TakeNextSign(text, ','));
+  return TakeNextSign(text, ')');
 }
 
 }  // namespace
@@ -65,7 +63,7 @@ std::optional<MemberPath> MemberPathOf(std::string_view text) {
     step.name = TakeName(&text);
     if (!IsName(step.name) || !TakeArguments(&text, &step.arguments)) return std::nullopt;
     path.push_back(std::move(step));
-  } while (TakeSign(&text, '.'));
+  } while (TakeNextSign(&text, '.'));
   if (!text.empty()) return std::nullopt;
   return path;
 }

@@ -15,8 +15,6 @@ bool Fail(std::string* reason, std::string text) {
   return false;
 }
 
-bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
-
 // Hexadecimal digits of at most 32 bits from the start of `*text`.
 bool TakeHex(std::string_view* text, uint32_t* value) {
   const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), *value, 16);

@@ -71,6 +71,14 @@ std::string LowerWord(std::string_view text) {
   return lower;
 }
 
+bool TakeSign(std::string_view* text, char sign) noexcept {
+  if (!text->starts_with(sign)) return false;
+  text->remove_prefix(1);
+  return true;
+}
+
+bool IsDigit(char byte) noexcept { return byte >= '0' && byte <= '9'; }
+
 bool IsNameStart(char byte) noexcept {
   const char lower = Lower(byte);
   return (lower >= 'a' && lower <= 'z') || static_cast<unsigned char>(byte) >= 0x80;

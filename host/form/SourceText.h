@@ -21,6 +21,11 @@ bool SameWord(std::string_view left, std::string_view right) noexcept;
 // Letters A to Z in lower case; other bytes stay.
 std::string LowerWord(std::string_view text);
 
+// Takes one sign off the front of `*text`. False, and nothing taken, if another stands there.
+bool TakeSign(std::string_view* text, char sign) noexcept;
+
+bool IsDigit(char byte) noexcept;  // 0 to 9
+
 // A name as Visual Basic has them: a letter, then letters, digits and underscores. Bytes from 80
 // up count as letters, so Japanese names are names.
 bool IsNameStart(char byte) noexcept;

@@ -11,8 +11,6 @@ constexpr std::string_view kTypeMarks = "%&!#@$";
 constexpr std::string_view kPairs[] = {"<=", ">=", "<>", "=<", "=>", "><", ":="};
 constexpr std::string_view kSigns = "+-*/\\^&=<>(),.:;!#{}[]?";
 
-bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
-
 char At(std::string_view text, size_t at) { return at < text.size() ? text[at] : '\0'; }
 
 // Takes tokens off one logical line.

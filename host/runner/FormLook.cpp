@@ -20,13 +20,13 @@ bool PixelScaleOf(const Property& property) {
   throw std::runtime_error("only ScaleMode 1 (twips) and 3 (pixels) are known");
 }
 
-struct LookRow {
+struct FormProperty {
   const char* name;
   void (*set)(FormLook& look, const Property& property);
 };
 
 // clang-format off
-constexpr LookRow kRows[] = {
+constexpr FormProperty kFormProperties[] = {
     {"Caption",         [](FormLook& f, const Property& p) { f.caption = TextOf(p); }},
     {"Tag",             [](FormLook& f, const Property& p) { f.tag = TextOf(p); }},
     {"ClientLeft",      [](FormLook& f, const Property& p) { f.client.left = NumberOf(p); }},
@@ -49,40 +49,40 @@ constexpr LookRow kRows[] = {
 };
 // clang-format on
 
-constexpr const char* kMeaningless[] = {"ScaleLeft",
-                                        "ScaleTop",
-                                        "ScaleWidth",
-                                        "ScaleHeight",
-                                        "LinkTopic",
-                                        "LinkMode",
-                                        "LockControls",
-                                        "AutoRedraw",
-                                        "ClipControls",
-                                        "Appearance",
-                                        "DrawMode",
-                                        "DrawStyle",
-                                        "DrawWidth",
-                                        "FillColor",
-                                        "FillStyle",
-                                        "FontTransparent",
-                                        "HelpContextID",
-                                        "MDIChild",
-                                        "Moveable",
-                                        "NegotiateMenus",
-                                        "OLEDropMode",
-                                        "Palette",
-                                        "PaletteMode",
-                                        "Picture",
-                                        "RightToLeft",
-                                        "Visible",
-                                        "WhatsThisButton",
-                                        "WhatsThisHelp",
-                                        "MouseIcon",
-                                        "Left",
-                                        "Top",
-                                        "Width",
-                                        "Height",
-                                        "HasDC"};
+constexpr const char* kIdleFormProperties[] = {"ScaleLeft",
+                                               "ScaleTop",
+                                               "ScaleWidth",
+                                               "ScaleHeight",
+                                               "LinkTopic",
+                                               "LinkMode",
+                                               "LockControls",
+                                               "AutoRedraw",
+                                               "ClipControls",
+                                               "Appearance",
+                                               "DrawMode",
+                                               "DrawStyle",
+                                               "DrawWidth",
+                                               "FillColor",
+                                               "FillStyle",
+                                               "FontTransparent",
+                                               "HelpContextID",
+                                               "MDIChild",
+                                               "Moveable",
+                                               "NegotiateMenus",
+                                               "OLEDropMode",
+                                               "Palette",
+                                               "PaletteMode",
+                                               "Picture",
+                                               "RightToLeft",
+                                               "Visible",
+                                               "WhatsThisButton",
+                                               "WhatsThisHelp",
+                                               "MouseIcon",
+                                               "Left",
+                                               "Top",
+                                               "Width",
+                                               "Height",
+                                               "HasDC"};
 
 void Set(FormLook& look, const Property& property, CompanionFiles& files) {
   if (IsFontGroup(property)) {
@@ -95,11 +95,11 @@ void Set(FormLook& look, const Property& property, CompanionFiles& files) {
     }
     return;
   }
-  for (const LookRow& row : kRows) {
+  for (const FormProperty& row : kFormProperties) {
     if (form::SameWord(row.name, property.name)) return row.set(look, property);
   }
   const bool known =
-      std::any_of(std::begin(kMeaningless), std::end(kMeaningless),
+      std::any_of(std::begin(kIdleFormProperties), std::end(kIdleFormProperties),
                   [&](const char* name) { return form::SameWord(name, property.name); });
   if (!known) throw std::runtime_error("a form has no property " + property.name);
 }

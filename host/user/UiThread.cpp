@@ -12,18 +12,18 @@ namespace {
 
 constexpr wchar_t kClass[] = L"QrnUserWork";
 constexpr UINT kWork = WM_APP + 1;
-constexpr DWORD kLookMs = 15;
+constexpr DWORD kIdleLookMs = 15;
 constexpr int kQuietLooks = 2;
 constexpr int kMostLooks = 200;
 constexpr UINT kReadable = QS_INPUT | QS_POSTMESSAGE | QS_PAINT;
-
-enum class Progress { Waiting, Running, Done, GivenUp };
 
 using Event = com::Held<HANDLE, &CloseHandle>;
 
 }  // namespace
 
 struct UiThread::Work {
+  enum class Progress { Waiting, Running, Done, GivenUp };
+
   std::function<void()> run;
   std::exception_ptr failure;
   std::atomic<Progress> progress = Progress::Waiting;
@@ -63,7 +63,7 @@ LRESULT CALLBACK UiThread::Procedure(HWND window, UINT message, WPARAM wParam, L
   const std::unique_ptr<std::shared_ptr<Work>> held(
       reinterpret_cast<std::shared_ptr<Work>*>(lParam));
   const std::shared_ptr<Work> work = *held;
-  if (work->Take(Progress::Running)) work->RunHere();
+  if (work->Take(Work::Progress::Running)) work->RunHere();
   return 0;
 }
 
@@ -81,10 +81,10 @@ UiThread::Outcome UiThread::Run(std::function<void()> run, const std::function<b
   work->run = std::move(run);
   Hand(work);
   const ULONGLONG end = GetTickCount64() + milliseconds;
-  while (WaitForSingleObject(work->done.get(), kLookMs) != WAIT_OBJECT_0) {
+  while (WaitForSingleObject(work->done.get(), kIdleLookMs) != WAIT_OBJECT_0) {
     const bool over = GetTickCount64() >= end;
-    if (over && work->Take(Progress::GivenUp)) return Outcome::Refused;
-    if (!over && !(leave && work->progress == Progress::Running && leave())) continue;
+    if (over && work->Take(Work::Progress::GivenUp)) return Outcome::Refused;
+    if (!over && !(leave && work->progress == Work::Progress::Running && leave())) continue;
     left_.push_back(work);
     return Outcome::Left;
   }
@@ -94,7 +94,7 @@ UiThread::Outcome UiThread::Run(std::function<void()> run, const std::function<b
 
 void UiThread::ThrowLateFailure() {
   for (const std::shared_ptr<Work>& work : left_) {
-    if (work->progress == Progress::Done) work->ThrowFailure();
+    if (work->progress == Work::Progress::Done) work->ThrowFailure();
   }
 }
 
@@ -109,7 +109,7 @@ HWND UiThread::Focus() const noexcept {
 void UiThread::WaitIdle() {
   int quiet = 0;
   for (int look = 0; look < kMostLooks && quiet < kQuietLooks; ++look) {
-    Sleep(kLookMs);
+    Sleep(kIdleLookMs);
     auto waiting = std::make_shared<DWORD>(0);
     const auto ask = [waiting] { *waiting = HIWORD(GetQueueStatus(kReadable)); };
     if (Run(ask) != Outcome::Done) return;

@@ -18,41 +18,6 @@ namespace {
 
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
-class Apartment {
- public:
-  Apartment() { OleInitialize(nullptr); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() { OleUninitialize(); }
-};
-
-// A folder that goes with its content.
-class Folder {
- public:
-  Folder() : path_(std::filesystem::temp_directory_path() / Unique()) {
-    std::filesystem::create_directories(path_);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-
-  std::string Write(const std::string& name, const std::string& text) const {
-    const std::filesystem::path file = path_ / name;
-    std::ofstream(file, std::ios::binary) << kByteOrderMark << text;
-    return file.string();
-  }
-
- private:
-  static std::string Unique() {
-    static int count = 0;
-    return "qrnform-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count);
-  }
-  std::filesystem::path path_;
-};
-
 std::wstring ModuleBeside() {
   wchar_t path[MAX_PATH] = L"";
   GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -75,6 +40,47 @@ std::vector<form::UserStep> StepsOf(const std::string& script) {
   return steps;
 }
 
+}  // namespace
+
+class Apartment {
+ public:
+  Apartment() { OleInitialize(nullptr); }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  ~Apartment() { OleUninitialize(); }
+};
+
+// A folder that goes with its content.
+class Folder {
+ public:
+  Folder() : path_(std::filesystem::temp_directory_path() / Unique()) {
+    std::filesystem::create_directories(path_);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    std::error_code failed;
+    std::filesystem::remove_all(path_, failed);
+    EXPECT_FALSE(failed) << path_ << " stays behind: " << failed.message();
+  }
+
+  std::string Write(const std::string& name, const std::string& text) const {
+    const std::filesystem::path file = path_ / name;
+    std::ofstream(file, std::ios::binary) << kByteOrderMark << text;
+    return file.string();
+  }
+
+ private:
+  // At most eight characters, so that the short names of siblings do not meet.
+  static std::string Unique() {
+    static int count = 0;
+    std::ostringstream name;
+    name << std::hex << GetCurrentProcessId() << '-' << ++count;
+    return name.str();
+  }
+  std::filesystem::path path_;
+};
+
 // Form files in a folder of their own, by their paths.
 struct FormFiles {
   explicit FormFiles(const std::vector<std::string>& texts) {
@@ -90,6 +96,8 @@ struct FormFiles {
   Folder folder;
   std::vector<std::string> paths;
 };
+
+namespace {
 
 void Play(const RunRequest& request, const FormFiles& files, RunResult* result) {
   host::ModuleClasses classes;

@@ -21,7 +21,7 @@ const std::string kFrame =
     Holder("VB.Frame fraBox", 0,
            Piece("VB.TextBox txtIn", 0) + Piece("VB.Label lblIn", 1, " Caption = \"押す\"\n"));
 
-const FormCase kCases[] = {
+const FormCase kFormCases[] = {
     {"a handler changes and drops what is typed", kTwoTexts,
      "Private Sub txtOne_KeyPress(KeyAscii As Integer)\n"
      "  If KeyAscii = Asc(\"x\") Then KeyAscii = 0\n"
@@ -89,7 +89,7 @@ class Forms : public testing::TestWithParam<FormCase> {};
 
 TEST_P(Forms, DoWhatTheirCodeSays) { ExpectForm(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kCases));
+INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kFormCases));
 
 struct MouseCase {
   const char* name;

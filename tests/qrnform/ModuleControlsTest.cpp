@@ -21,7 +21,7 @@ const std::string kOtherFrame =
 const std::string kButton =
     Piece("QRNBTRLib.QRNBtn btnOne", 0, " Caption = \"実行\"\n ConfirmMsg = \"よろしいですか\"\n");
 
-const FormCase kCases[] = {
+const FormCase kModuleCases[] = {
     {"properties come from the file", kEdit, "",
      "print edtOne.Text\nprint edtOne.MaxLength\nprint edtOne.Alignment\nprint edtOne.TabStop\n",
      "始\n6\n1\nTrue\n"},
@@ -61,7 +61,7 @@ class ModuleControls : public testing::TestWithParam<FormCase> {};
 
 TEST_P(ModuleControls, LiveOnForms) { ExpectForm(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(Forms, ModuleControls, testing::ValuesIn(kCases));
+INSTANTIATE_TEST_SUITE_P(Forms, ModuleControls, testing::ValuesIn(kModuleCases));
 
 TEST(ModuleControls, ComeAgainWhenAFormIsLoadedAgain) {
   const std::string first =

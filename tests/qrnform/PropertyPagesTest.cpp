@@ -150,7 +150,7 @@ struct PageCase {
   const char* log;
 };
 
-const PageCase kCases[] = {
+const PageCase kPageCases[] = {
     {"cancel applies nothing",
      {L"Cancel"},
      "objects=1 objects=1 activate show deactivate objects=0 gone objects=0 gone "},
@@ -167,7 +167,7 @@ const PageCase kCases[] = {
 };
 
 TEST(PropertyPages, AreAppliedAsTheButtonsSay) {
-  for (const PageCase& row : kCases) {
+  for (const PageCase& row : kPageCases) {
     EXPECT_EQ(ShowAndWork([&] { Press(row.pressed); }), row.log) << row.name;
   }
   EXPECT_EQ(host::liveObjects, 0);
@@ -175,9 +175,9 @@ TEST(PropertyPages, AreAppliedAsTheButtonsSay) {
 
 // The button that applies is disabled by that, with the keyboard on it.
 TEST(PropertyPages, AreWorkedByKeysAlone) {
-  EXPECT_EQ(ShowAndWork([] { PressKeys({"Tab", "Space", "Space"}); }), kCases[2].log);
-  EXPECT_EQ(ShowAndWork([] { PressKeys({"Right", "Enter"}); }), kCases[3].log);
-  EXPECT_EQ(ShowAndWork([] { PressKeys({"Escape"}); }), kCases[0].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Tab", "Space", "Space"}); }), kPageCases[2].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Right", "Enter"}); }), kPageCases[3].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Escape"}); }), kPageCases[0].log);
 }
 
 TEST(PropertyPages, AreNotShownWhereNoneCanBeMade) {

@@ -13,7 +13,7 @@ struct RefusalCase {
   const char* told;
 };
 
-const RefusalCase kCases[] = {
+const RefusalCase kRefusals[] = {
     {"a menu", "Begin VB.Menu mnuFile\n Caption = \"x\"\nEnd\n", "",
      "form1.frm:8: mnuFile: menus cannot be had: put buttons on the form"},
     {"a property that a label has not", "Begin VB.Label lbl\n Password = 1\nEnd\n", "",
@@ -50,7 +50,7 @@ TEST_P(Refusals, NameFileLineAndReason) {
   EXPECT_EQ(result.left, 0) << given.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Forms, Refusals, testing::ValuesIn(kCases));
+INSTANTIATE_TEST_SUITE_P(Forms, Refusals, testing::ValuesIn(kRefusals));
 
 }  // namespace
 }  // namespace qrn::tests

@@ -14,7 +14,7 @@ namespace {
 using form::Property;
 using Look = FurnitureLook;
 
-struct LookRow {
+struct PieceProperty {
   unsigned kinds;
   const char* name;
   void (*set)(Look& look, const Property& property);
@@ -26,7 +26,7 @@ wchar_t FirstCharacter(const Property& property) {
 }
 
 // clang-format off
-constexpr LookRow kRows[] = {
+constexpr PieceProperty kPieceProperties[] = {
     {kLabel | kFrame | kButton, "Caption",   [](Look& l, const Property& p) { l.text = TextOf(p); }},
     {kText,             "Text",         [](Look& l, const Property& p) { l.text = TextOf(p); }},
     {kLabel | kFrame | kButton | kText, "Enabled",
@@ -82,7 +82,7 @@ bool TakeProperty(FurnitureKind kind, FurnitureLook& look, const Property& prope
     look.text = Wide(files.Text(*place));
     return true;
   }
-  for (const LookRow& row : kRows) {
+  for (const PieceProperty& row : kPieceProperties) {
     if ((row.kinds & kind) == 0 || !form::SameWord(row.name, property.name)) continue;
     row.set(look, property);
     return true;

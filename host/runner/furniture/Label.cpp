@@ -6,12 +6,12 @@
 namespace qrn::host {
 namespace {
 
-constexpr UINT kAlignments[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
+constexpr UINT kDrawnAlignments[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
 
 }  // namespace
 
 UINT Label::DrawFlags() const noexcept {
-  UINT flags = kAlignments[static_cast<int>(look().alignment)] | DT_EXPANDTABS;
+  UINT flags = kDrawnAlignments[static_cast<int>(look().alignment)] | DT_EXPANDTABS;
   if (!look().useMnemonic) flags |= DT_NOPREFIX;
   // A label that fits itself breaks lines only when it is told to keep its width.
   if (!look().autoSize || look().wordWrap) flags |= DT_WORDBREAK;

@@ -7,7 +7,7 @@
 namespace qrn::host {
 namespace {
 
-constexpr DWORD kAlignments[] = {ES_LEFT, ES_RIGHT, ES_CENTER};
+constexpr DWORD kEditAlignments[] = {ES_LEFT, ES_RIGHT, ES_CENTER};
 constexpr DWORD kScrollBars[] = {0, WS_HSCROLL | ES_AUTOHSCROLL, WS_VSCROLL,
                                  WS_HSCROLL | ES_AUTOHSCROLL | WS_VSCROLL};
 
@@ -20,7 +20,7 @@ DWORD NotNegative(const Call& call, const wchar_t* member) {
 }  // namespace
 
 WindowPiece::WindowKind TextBox::Kind() const {
-  DWORD style = WS_TABSTOP | kAlignments[static_cast<int>(look().alignment)];
+  DWORD style = WS_TABSTOP | kEditAlignments[static_cast<int>(look().alignment)];
   if (look().multiLine) {
     style |= ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN |
              kScrollBars[static_cast<int>(look().scrollBars)];
