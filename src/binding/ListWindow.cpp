@@ -1,68 +1,60 @@
 #include "binding/ListWindow.h"
 
+#include "binding/ListItems.h"
+#include "platform/CodePage.h"
+
 namespace qrn {
 namespace {
 
-// The messages of a kind of list that ask for its selection.
-struct ListMessages {
-  UINT selected;
-  UINT textLength;
-  UINT text;
-};
-constexpr ListMessages kListBox{LB_GETCURSEL, LB_GETTEXTLEN, LB_GETTEXT};
-constexpr ListMessages kComboBox{CB_GETCURSEL, CB_GETLBTEXTLEN, CB_GETLBTEXT};
-constexpr LRESULT kNone = -1;  // LB_ERR, CB_ERR
-
-LPARAM Pointer(const void* text) { return reinterpret_cast<LPARAM>(text); }
-
-std::string SelectedText(HWND window, const ListMessages& messages) {
-  const LRESULT selected = SendMessageA(window, messages.selected, 0, 0);
-  if (!window || selected == kNone) return {};
-  const LRESULT length =
-      SendMessageA(window, messages.textLength, static_cast<WPARAM>(selected), 0);
-  if (length <= 0) return {};
-  // The length is that of the wide text at least: bytes may be up to twice as many.
-  std::string text(static_cast<size_t>(length) * 2 + 1, '\0');
-  const LRESULT bytes =
-      SendMessageA(window, messages.text, static_cast<WPARAM>(selected), Pointer(text.data()));
-  text.resize(bytes > 0 ? static_cast<size_t>(bytes) : 0);
-  return text;
+std::string Narrow(const std::wstring& text) {
+  return Utf16ToCodePage({reinterpret_cast<const char16_t*>(text.data()), text.size()});
 }
 
-std::string TextOf(HWND window) {
-  std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) * 2 + 1, '\0');
-  const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
-  text.resize(static_cast<size_t>(length));
-  return text;
+// Searches from the first item on; the item's index, or kNone.
+int32_t Find(HWND window, UINT message, const char* text) {
+  const std::u16string wide = CodePageToUtf16(text);
+  return static_cast<int32_t>(SendMessageW(window, message, static_cast<WPARAM>(ListItems::kNone),
+                                           reinterpret_cast<LPARAM>(wide.c_str())));
+}
+
+void SetText(HWND window, const char* text) {
+  SetWindowTextW(window, reinterpret_cast<const wchar_t*>(CodePageToUtf16(text).c_str()));
 }
 
 }  // namespace
 
-std::string ReadListBox(HWND list) { return SelectedText(list, kListBox); }
-
-void SelectInListBox(HWND list, const char* text) {
-  SendMessageA(list, LB_SELECTSTRING, static_cast<WPARAM>(-1), Pointer(text));
+std::wstring TextOfWindow(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  text.resize(static_cast<size_t>(length));
+  return text;
 }
 
-void ClearListBox(HWND list) { SendMessageA(list, LB_SETCURSEL, static_cast<WPARAM>(-1), 0); }
+std::string ReadListBox(HWND list) {
+  return Narrow(ListItems(list, kListBoxMessages).SelectedText());
+}
+
+void SelectInListBox(HWND list, const char* text) { Find(list, LB_SELECTSTRING, text); }
+
+void ClearListBox(HWND list) { ListItems(list, kListBoxMessages).Select(ListItems::kNone); }
 
 std::string ReadComboBox(HWND combo, bool hasOwnText) {
-  return hasOwnText ? TextOf(combo) : SelectedText(combo, kComboBox);
+  return Narrow(hasOwnText ? TextOfWindow(combo)
+                           : ListItems(combo, kComboBoxMessages).SelectedText());
 }
 
 void WriteComboBox(HWND combo, bool hasOwnText, const char* text) {
   if (hasOwnText) {
-    SetWindowTextA(combo, text);
+    SetText(combo, text);
     return;
   }
-  const LRESULT found =
-      SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), Pointer(text));
-  if (found != kNone) SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(found), 0);
+  const int32_t found = Find(combo, CB_FINDSTRINGEXACT, text);
+  if (found != ListItems::kNone) ListItems(combo, kComboBoxMessages).Select(found);
 }
 
 void ClearComboBox(HWND combo) {
-  SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-  SetWindowTextA(combo, "");
+  ListItems(combo, kComboBoxMessages).Select(ListItems::kNone);
+  SetText(combo, "");
 }
 
 }  // namespace qrn

@@ -131,10 +131,10 @@ bool CQRNBtn::OnCommand(com::Message& message) {
   return true;
 }
 
-HRESULT CQRNBtn::OnKeyDown(MSG& message) {
+CQRNBtn::KeyEnd CQRNBtn::OnKeyDown(MSG& message) {
   if (message.wParam != VK_RETURN) return VisibleControl::OnKeyDown(message);
   Click();
-  return S_OK;
+  return KeyEnd::Here;
 }
 
 void CQRNBtn::Click() {

@@ -48,7 +48,7 @@ class CQRNBtn final : public BoundControl<ole::VisibleControl> {
  protected:
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnContainedMade() override;
-  HRESULT OnKeyDown(MSG& message) override;
+  KeyEnd OnKeyDown(MSG& message) override;
 
  private:
   bool OnCommand(com::Message& message);

@@ -6,8 +6,14 @@
 #include "binding/tables/QRNBtnTable.h"
 #include "binding/tables/QRNBtrTable.h"
 #include "binding/tables/QRNEditTable.h"
+#include "binding/tables/QRNExListTables.h"
+#include "binding/tables/QRNListTables.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
+#include "controls/list/QRNComboBox.h"
+#include "controls/list/QRNExComboBox.h"
+#include "controls/list/QRNExListBox.h"
+#include "controls/list/QRNListBox.h"
 
 namespace qrn::design {
 namespace {
@@ -17,6 +23,10 @@ constexpr std::initializer_list<ole::ClassRow> kObjects = {
     ole::ControlRow<kQRNBtrTable, CQRNBtr>(),
     ole::ControlRow<kQRNEditTable, CQRNEdit>(),
     ole::ControlRow<kQRNBtnTable, CQRNBtn>(),
+    ole::ControlRow<kQRNComboBoxTable, CQRNComboBox>(),
+    ole::ControlRow<kQRNListBoxTable, CQRNListBox>(),
+    ole::ControlRow<kQRNExComboBoxTable, CQRNExComboBox>(),
+    ole::ControlRow<kQRNExListBoxTable, CQRNExListBox>(),
 };
 
 }  // namespace

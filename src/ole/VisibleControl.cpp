@@ -55,8 +55,8 @@ bool VisibleControl::OnContainedMessage(Message& message) {
 bool VisibleControl::OnCreate(Message&) {
   MakeContained();
   if (!UserMode()) return true;
+  registered_ = true;  // a handler that runs in OnRegister may end the window
   OnRegister();
-  registered_ = true;
   return true;
 }
 
@@ -225,8 +225,9 @@ HRESULT VisibleControl::OnAccelerator(MSG& message) {
     case WM_KEYDOWN: {
       auto code = static_cast<int16_t>(message.wParam);
       Fire(stock::kKeyDown, &code, KeyShift());
-      const HRESULT result = OnKeyDown(message);
-      return result == S_OK ? S_OK : OfferToSite(message);
+      const KeyEnd end = OnKeyDown(message);
+      if (end == KeyEnd::Site) return OfferToSite(message);
+      return end == KeyEnd::Here ? S_OK : S_FALSE;
     }
     case WM_KEYUP:
       return OnKeyUp(message);
@@ -237,10 +238,11 @@ HRESULT VisibleControl::OnAccelerator(MSG& message) {
   }
 }
 
-HRESULT VisibleControl::OnKeyDown(MSG& message) {
-  if (!contained() || (message.wParam != VK_LEFT && message.wParam != VK_RIGHT)) return S_FALSE;
+VisibleControl::KeyEnd VisibleControl::OnKeyDown(MSG& message) {
+  const bool sideways = message.wParam == VK_LEFT || message.wParam == VK_RIGHT;
+  if (!contained() || !sideways) return KeyEnd::Site;
   contained_.CallOriginal({contained(), message.message, message.wParam, message.lParam});
-  return S_OK;
+  return KeyEnd::Here;
 }
 
 HRESULT VisibleControl::OnKeyUp(MSG& message) {

@@ -63,8 +63,10 @@ class VisibleControl : public Control {
   virtual void OnContainedMade() {}
   virtual void OnRegister() {}
   virtual void OnUnregister() {}
-  // A key went down and its event is over; S_OK when it ends here, S_FALSE to go on.
-  virtual HRESULT OnKeyDown(MSG& message);
+  // A key went down and its event is over. Whether the key ends here, is offered to the site, or
+  // goes the usual way to the window that has the focus.
+  enum class KeyEnd { Here, Site, Window };
+  virtual KeyEnd OnKeyDown(MSG& message);
   // Gives the contained window its place in the client area.
   virtual void LayOut(const RECT& client);
   // Draws a stand-in where there is no window to draw itself. `text` goes inside.

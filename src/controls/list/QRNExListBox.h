@@ -1,0 +1,22 @@
+// QRNExListBox: a list box with several fields of a table's records in a line.
+#pragma once
+
+#include "controls/list/ExtendedFill.h"
+#include "controls/list/ListBoxControl.h"
+
+namespace qrn {
+
+class CQRNExListBox final : public ExtendedFilled<ListBoxControl> {
+ public:
+  // Kept so: never parsed. Any text puts a tab between the fields, none a blank.
+  ole::Bstr DbTabStops = ole::Bstr::Empty();
+
+  CQRNExListBox();
+  ControlType GetControlType() override { return kTypeExListBox; }
+
+ protected:
+  const ole::Bstr& DelimiterText() const override { return DbTabStops; }
+  void OnChanged(int32_t id) override;
+};
+
+}  // namespace qrn
