@@ -29,8 +29,8 @@ constexpr DWORD kStyles[] = {
 // Metrics of a font on the screen, the system's own where there is none.
 TEXTMETRICW MetricsOf(HFONT font) {
   const ole::WindowDc dc(nullptr);
-  const ole::Selected face(
-      dc.get(), font ? static_cast<HGDIOBJ>(font) : GetStockObject(DEFAULT_GUI_FONT));
+  const ole::Selected face(dc.get(),
+                           font ? static_cast<HGDIOBJ>(font) : GetStockObject(DEFAULT_GUI_FONT));
   TEXTMETRICW metrics{};
   GetTextMetricsW(dc.get(), &metrics);
   return metrics;
@@ -42,8 +42,8 @@ ComboControl::ComboControl(const ole::ControlTable& table, const ole::Binding& b
     : ListControl(table, binding, kComboBox) {}
 
 std::optional<ole::ContainedDescription> ComboControl::DescribeContained() {
-  DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_VSCROLL |
-                CBS_DISABLENOSCROLL;
+  DWORD style =
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_VSCROLL | CBS_DISABLENOSCROLL;
   const auto row = static_cast<size_t>(Style);
   if (row < std::size(kStyles)) style |= kStyles[row];
   if (Sort) style |= CBS_SORT;
@@ -111,7 +111,8 @@ ListControl::KeyEnd ComboControl::OnKeyDown(MSG& message) {
 HRESULT ComboControl::GetText(ole::Bstr& text) {
   if (contained() && UserMode()) {
     const int32_t selected = Items().Selected();
-    const ole::Bstr whole(selected != ListItems::kNone ? Items().Text(selected) : TextOfWindow(contained()));
+    const ole::Bstr whole(selected != ListItems::kNone ? Items().Text(selected)
+                                                       : TextOfWindow(contained()));
     const std::string bytes = NarrowText(whole);
     Text = bytes.size() <= kLongestText
                ? whole
@@ -126,7 +127,9 @@ void ComboControl::PutText(const ole::Bstr& text) {
   if (contained()) SetWindowTextW(contained(), text.c_str());
 }
 
-bool ComboControl::HasSelection() const noexcept { return HasOwnText() && contained() && UserMode(); }
+bool ComboControl::HasSelection() const noexcept {
+  return HasOwnText() && contained() && UserMode();
+}
 
 ComboControl::Selection ComboControl::GetSelection() const noexcept {
   const LRESULT packed = SendMessageW(contained(), CB_GETEDITSEL, 0, 0);
@@ -187,9 +190,7 @@ HRESULT ComboControl::PutSelText(const ole::Bstr& text) {
 }
 
 std::string ComboControl::SelectedText() { return ReadComboBox(contained(), HasOwnText()); }
-void ComboControl::SelectText(const char* text) {
-  WriteComboBox(contained(), HasOwnText(), text);
-}
+void ComboControl::SelectText(const char* text) { WriteComboBox(contained(), HasOwnText(), text); }
 void ComboControl::ClearSelection() { ClearComboBox(contained()); }
 
 }  // namespace qrn

@@ -19,7 +19,8 @@ constexpr WORD kDoubleClicked = 2;  // LBN_DBLCLK, CBN_DBLCLK
 // The container's colour, for what a window of whole lines leaves of the control's place.
 void FillBehind(const ole::ClientSite& site, HDC dc, const RECT& rect) {
   ole::Variant told;
-  const bool known = SUCCEEDED(site.Ambient(DISPID_AMBIENT_BACKCOLOR, told)) && told.type() == VT_I4;
+  const bool known =
+      SUCCEEDED(site.Ambient(DISPID_AMBIENT_BACKCOLOR, told)) && told.type() == VT_I4;
   COLORREF color = GetSysColor(COLOR_BTNFACE);
   if (known) OleTranslateColor(static_cast<OLE_COLOR>(told->lVal), nullptr, &color);
   const ole::Brush brush(CreateSolidBrush(color));
@@ -142,6 +143,7 @@ void ListControl::RemoveItem(int32_t index, int32_t& place) {
 }
 
 void ListControl::Refresh() {
+  if (ListFill::IsRunning()) return;
   Clear();
   ReloadList();
 }

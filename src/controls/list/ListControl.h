@@ -2,9 +2,9 @@
 // application does with them, and the four ways that lead to a fill: the window is made, the
 // database control is ready, the user comes in, the application asks.
 //
-// Two things differ. The window is a list box or a combo box (ListBoxControl.h, ComboControl.h), and
-// the fill is plain or by extended operations (PlainFill.h, ExtendedFill.h). A class is one of each
-// and its rows:
+// Two things differ. The window is a list box or a combo box (ListBoxControl.h, ComboControl.h),
+// and the fill is plain or by extended operations (PlainFill.h, ExtendedFill.h). A class is one of
+// each and its rows:
 //
 //   class CQRNListBox final : public PlainFilled<ListBoxControl> { ... };
 #pragma once

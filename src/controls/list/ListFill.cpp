@@ -59,7 +59,8 @@ void ListFill::Empty(size_t) {
 
 bool ListFill::Format(std::u16string& lineData) { return list_.RaiseFormat(lineData); }
 
-// What the window must grow by is told to it in few large steps: by itself it takes many small ones.
+// What the window must grow by is told to it in few large steps: by itself it takes many small
+// ones.
 bool ListFill::MakeRoom() {
   if (list_.contained() != window_) return false;
   if (added_ == room_) {

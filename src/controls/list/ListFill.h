@@ -46,11 +46,11 @@ class ListFill final : public RowSink {
   const WindowHandle form_;
   const std::string source_;
   const std::string table_;
-  bool silent_ = false;           // the window does not draw
+  bool silent_ = false;              // the window does not draw
   int32_t last_ = ListItems::kNone;  // the row added last
   int32_t added_ = 0;
-  int32_t room_ = 0;         // items that the window has room for
-  std::u16string wide_;      // the row being added
+  int32_t room_ = 0;     // items that the window has room for
+  std::u16string wide_;  // the row being added
 };
 
 }  // namespace qrn

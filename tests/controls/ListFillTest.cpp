@@ -1,0 +1,178 @@
+// Fills of the list controls through their windows: what a handler of `Format` may do, and what
+// ends a fill by extended operations.
+#include "ListFixture.h"
+#include "binding/registry/ControlRegistry.h"
+#include "extended/ExOperation.h"
+
+namespace qrn::test {
+namespace {
+
+class ListFills : public Lists {
+ protected:
+  // Runs for each row; the text may be changed.
+  void OnFormat(std::function<void(Bstr& line)> handler) {
+    host_->events.answer = [this, handler = std::move(handler)](DISPID id, DISPPARAMS& sent) {
+      if (id != formatEvent()) return;
+      Bstr line = Bstr::Take(std::exchange(*sent.rgvarg[0].pbstrVal, nullptr));
+      handler(line);
+      *sent.rgvarg[0].pbstrVal = line.detach();
+    };
+  }
+};
+
+TEST_F(ListFills, AHandlerOfFormatHidesChangesAndEnds) {
+  InsertPeople();
+  for (const ListClass* each : AllLists()) {
+    SCOPED_TRACE(each->name);
+    MakeShown(*each);
+    OnFormat([&](Bstr& line) {
+      if (line == Bstr(L"うめ")) line = Bstr::Empty();
+      if (line == Bstr(L"さくら")) line = Bstr(L"桜");
+    });
+    Say(L"Refresh");
+    EXPECT_EQ(Items(), each->extended ? ";;桜;うめだ;" : "桜;うめだ;");
+    OnFormat([&](Bstr& line) {
+      if (line == Bstr(L"さくら")) Set(L"Abort", Bool(true));
+    });
+    Say(L"Refresh");
+    EXPECT_EQ(Items(), each->extended ? "うめ;;" : "うめ;") << "the row itself does not come";
+    OnFormat([](Bstr&) {});
+    Say(L"Refresh");
+    EXPECT_EQ(host_->Value(L"Abort"), "ok BOOL:0") << "each row begins without it";
+  }
+}
+
+TEST_F(ListFills, AHandlerOfFormatMayDoAnything) {
+  InsertPeople();
+  for (const ListClass* each : AllLists()) {
+    SCOPED_TRACE(each->name);
+    MakeShown(*each);
+    // Another fill would write into the row under way: it is left out, here and of other lists.
+    OnFormat([&](Bstr&) { Say(L"Reload"); });
+    Say(L"Refresh");
+    EXPECT_EQ(host_->Value(L"ListCount"), each->extended ? "ok I4:4" : "ok I4:3");
+  }
+}
+
+TEST_F(ListFills, AHandlerOfFormatMayEndTheForm) {
+  InsertPeople();
+  for (const ListClass* each : AllLists()) {
+    SCOPED_TRACE(each->name);
+    MakeShown(*each);
+    int rows = 0;
+    OnFormat([&](Bstr&) {
+      if (++rows == 2) host_->Unhost();
+    });
+    Say(L"Refresh");
+    EXPECT_EQ(rows, 2);
+    EXPECT_EQ(list_->contained(), nullptr);
+    MakeShown(*each);
+    EXPECT_NE(Items(), "") << "others go on filling";
+  }
+}
+
+TEST_F(ListFills, TheFillOfAWindowBeingMadeMayEndIt) {
+  InsertPeople();
+  for (const ListClass* each : AllLists()) {
+    SCOPED_TRACE(each->name);
+    Make(*each);
+    OnFormat([&](Bstr&) { host_->Unhost(); });
+    EXPECT_NE(host_->Show(), S_OK);
+    TheRegistry().NotifyListsReady("Db1", TheForm());
+  }
+}
+
+TEST_F(ListFills, SeparatorsByKind) {
+  InsertPeople();
+  struct Case {
+    const ListClass& which;
+    const wchar_t* property;
+    const wchar_t* text;
+    const char* first;
+  };
+  const Case cases[] = {{kExComboBox, L"DbDelimitChar", L"", "1 うめ Kyoto;"},
+                        {kExComboBox, L"DbDelimitChar", L"--", "1--うめ--Kyoto;"},
+                        {kExListBox, L"DbDelimitChar", L"--", "1 うめ Kyoto;"},
+                        {kExListBox, L"DbTabStops", L"any", "1\tうめ\tKyoto;"}};
+  for (const Case& row : cases) {
+    Make(row.which);
+    Set(L"DbListFields", Text(L"Code,Name,Town"));
+    Set(row.property, Text(row.text));
+    ASSERT_EQ(host_->Show(), S_OK);
+    EXPECT_EQ(Items().substr(0, std::string(row.first).size()), row.first) << row.which.name;
+  }
+}
+
+TEST_F(ListFills, ConditionsDirectionAndPositions) {
+  InsertPeople();
+  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
+    SCOPED_TRACE(each->name);
+    Make(*each);
+    Set(L"Sort", Bool(true));
+    Set(L"DbSavePosition", Bool(true));
+    Set(L"DbListFields", Text(L"Code,Name"));
+    Set(L"DbConditions", Text(L"@Town = 'Kyoto'"));
+    Set(L"DbExOperation", Long(OpStepPrevEx));
+    ASSERT_EQ(host_->Show(), S_OK);
+    EXPECT_EQ(Items(), "1 うめ;3 さくら;");
+    // Inserted as the first and the second: the file gave lower positions to the earlier.
+    const std::string third = Get(host_->object(), L"ItemData", {Long(1)}).Text();
+    const std::string first = Get(host_->object(), L"ItemData", {Long(0)}).Text();
+    EXPECT_LT(third, first) << "each with its item";
+    EXPECT_EQ(Put(host_->object(), L"DbListIndexID", {Long(1)}).Text(), "80020009:800A017F");
+    Set(L"DbConditions", Text(L"@Town = 'Tokyo'"));
+    Events();
+    list_->ReloadList();
+    EXPECT_EQ(Items(), "") << "nothing fits, and the end was reached";
+    EXPECT_EQ(Events(), "");
+  }
+}
+
+TEST_F(ListFills, FaultsOfTheRequestKeepTheOldItems) {
+  InsertPeople();
+  struct Case {
+    const wchar_t* property;
+    const wchar_t* text;
+    const char* message;
+  };
+  const Case cases[] = {{L"DbListFields", L"", "VE040"},
+                        {L"DbListFields", L"Name,Nothing", "VE818"},
+                        {L"DbConditions", L"@Nothing = 1", "VE818"}};
+  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
+    for (const Case& row : cases) {
+      MakeShown(*each);
+      Messages messages;
+      Set(row.property, Text(row.text));
+      list_->ReloadList();
+      EXPECT_EQ(messages.Take().substr(0, std::string(row.message).size()), row.message);
+      EXPECT_EQ(Items(), "うめ;;さくら;うめだ;");
+    }
+  }
+}
+
+TEST_F(ListFills, TheRejectLimitEndsAFillWithItsStatus) {
+  InsertPeople();
+  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
+    SCOPED_TRACE(each->name);
+    Make(*each);
+    Set(L"DbSkipRecords", Short(1));
+    Set(L"DbConditions", Text(L"@Code = 1 | @Code = 4"));
+    ASSERT_EQ(host_->Show(), S_OK);
+    EXPECT_EQ(Items(), "うめ;") << "what came so far";
+    EXPECT_NE(Events().find("1(BSTR:People,I2&:60) "), std::string::npos);
+  }
+}
+
+TEST_F(ListFills, ManyBatches) {
+  for (int i = 0; i < 50; ++i)
+    Insert(std::to_string(i).c_str(), ("n" + std::to_string(i)).c_str(), "x");
+  for (const ListClass* each : AllLists()) {
+    Make(*each);
+    if (each->extended) Set(L"DbMaxRecords", Long(7));
+    ASSERT_EQ(host_->Show(), S_OK);
+    EXPECT_EQ(host_->Value(L"ListCount"), "ok I4:50") << each->name;
+  }
+}
+
+}  // namespace
+}  // namespace qrn::test

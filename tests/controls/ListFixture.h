@@ -1,0 +1,66 @@
+// The four list controls over the office's people, and what tests do with all of them alike.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "controls/list/ListControl.h"
+
+namespace qrn::test {
+
+// One of the four, made and hosted.
+struct MadeList {
+  std::unique_ptr<HostedControl> host;
+  ListControl* list;
+};
+
+struct ListClass {
+  const char* name;
+  bool combo;
+  bool extended;
+  MadeList (*make)(const wchar_t* name, bool runs);
+};
+extern const ListClass kListBox;
+extern const ListClass kComboBox;
+extern const ListClass kExListBox;
+extern const ListClass kExComboBox;
+// All four, for tests of what they share.
+std::vector<const ListClass*> AllLists();
+
+class Lists : public ::testing::Test {
+ protected:
+  // People by code: 1 うめ Kyoto, 2 (no name) Osaka, 3 さくら Kyoto, 4 うめだ Nara.
+  void InsertPeople();
+  void Insert(const char* code, const char* name, const char* town);
+
+  // A control bound to Db1, with the people's names along ByCode as its list, not yet shown.
+  HostedControl& Make(const ListClass& which, bool runs = true);
+  HostedControl& MakeShown(const ListClass& which) {
+    HostedControl& made = Make(which);
+    EXPECT_EQ(made.Show(), S_OK);
+    return made;
+  }
+  void Set(const wchar_t* name, VARIANT value) { EXPECT_EQ(host_->Set(name, value), S_OK); }
+  std::string Say(const wchar_t* method, std::initializer_list<VARIANT> arguments = {}) {
+    return CallMethod(host_->object(), method, arguments).Text();
+  }
+  HWND window() { return list_->contained(); }
+  // All items as UTF-8, "a;b;".
+  std::string Items();
+  // What the control raised since the last look, without events of keys and the mouse.
+  std::string Events();
+
+  int32_t formatEvent() const { return which_->combo ? 4 : 3; }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  std::unique_ptr<HostedControl> host_;
+  ListControl* list_ = nullptr;
+  const ListClass* which_ = nullptr;
+};
+
+}  // namespace qrn::test
