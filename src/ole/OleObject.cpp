@@ -41,9 +41,7 @@ OleObject::OleObject(Control& control, const ControlTable& table) noexcept
     : Face(control), table_(table), extent_(PixelsToHimetric({table.widthPx, table.heightPx})) {}
 
 void OleObject::LoadExtent(SIZE himetric) {
-  if (control().HasFixedSize()) return;
-  control().AdjustExtent(himetric);
-  extent_ = himetric;
+  if (!control().HasFixedSize()) extent_ = himetric;
 }
 
 void OleObject::TellSaved() {

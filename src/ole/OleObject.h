@@ -14,7 +14,7 @@ class OleObject final : public Face<IOleObject> {
 
   // HIMETRIC.
   SIZE extent() const noexcept { return extent_; }
-  // Takes a size without asking anybody, as loading does; what AdjustExtent makes of it counts.
+  // Takes a size without asking anybody, as loading does.
   void LoadExtent(SIZE himetric);
   void TellSaved();
 

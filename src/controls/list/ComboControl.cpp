@@ -4,8 +4,8 @@
 
 #include "binding/InputMethod.h"
 #include "binding/ListWindow.h"
-#include "ole/Extent.h"
-#include "ole/Guard.h"
+#include "com/Extent.h"
+#include "com/Guard.h"
 #include "platform/CodePage.h"
 
 namespace qrn {

@@ -5,7 +5,7 @@
 #include "binding/registry/ControlRegistry.h"
 #include "controls/list/ListFill.h"
 #include "ole/Convert.h"
-#include "ole/Guard.h"
+#include "com/Guard.h"
 
 namespace qrn {
 namespace {
