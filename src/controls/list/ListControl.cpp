@@ -3,9 +3,9 @@
 #include <olectl.h>
 
 #include "binding/registry/ControlRegistry.h"
+#include "com/Guard.h"
 #include "controls/list/ListFill.h"
 #include "ole/Convert.h"
-#include "com/Guard.h"
 
 namespace qrn {
 namespace {
