@@ -8,11 +8,16 @@ void BaseWalk::Enter(Storage& storage, int slot) {
   if (storage_ == &storage && slot_ == slot) return;
   End();
   const bool along = slot != kPhysicalSlot;
-  tree_.Open(storage.Link().Get(), along ? TreeCursor::Kind::Entries : TreeCursor::Kind::Rows,
-             along ? storage.Indexes()[slot].root : storage.RecordRoot());
+  storage.AddWalk(*this);
   storage_ = &storage;
   slot_ = slot;
-  storage.AddWalk(*this);
+  try {
+    tree_.Open(storage.Link().Get(), along ? TreeCursor::Kind::Entries : TreeCursor::Kind::Rows,
+               along ? storage.Indexes()[slot].root : storage.RecordRoot());
+  } catch (...) {  // a damaged root is held by then
+    End();
+    throw;
+  }
 }
 
 void BaseWalk::Start(Storage& storage, int slot, bool forward, ByteView bound) {

@@ -10,6 +10,7 @@
 #include "btrieve/HostFile.h"
 #include "btrieve/LogFormat.h"
 #include "btrieve/PageCache.h"
+#include "btrieve/PassThrough.h"
 #include "btrieve/sqlite/SqlitePages.h"
 
 namespace btrieve {
@@ -19,6 +20,7 @@ struct CheckedFile {
   sqlite3_file base;
   bool isData;
   bool isLog;
+  bool isDoubtful;   // a log whose sync has failed
   const char* name;  // SQLite keeps it as long as the file is open
   SharedLogHead logHead;
   uint32_t mark;  // of the commit under way; 0 without one
@@ -45,9 +47,9 @@ bool HeadHasChanged(const CheckedFile& file) noexcept {
   return false;
 }
 
-sqlite3_file* Real(sqlite3_file* file) noexcept {
-  return reinterpret_cast<sqlite3_file*>(reinterpret_cast<CheckedFile*>(file) + 1);
-}
+using Layer = PassThrough<CheckedFile>;
+
+sqlite3_file* Real(sqlite3_file* file) noexcept { return Layer::Below(file); }
 CheckedFile* Ours(sqlite3_file* file) noexcept { return reinterpret_cast<CheckedFile*>(file); }
 
 bool IsWholePage(const CheckedFile* file, int amount, sqlite3_int64 offset) noexcept {
@@ -65,8 +67,6 @@ int Told(Action action) {
   const int result = action();
   return result != SQLITE_OK && LastErrorIsDiskFull() ? SQLITE_FULL : result;
 }
-
-int Close(sqlite3_file* file) { return Real(file)->pMethods->xClose(Real(file)); }
 
 int ReadLogBytes(sqlite3_file* file, std::span<uint8_t> out, uint64_t offset) {
   const int result =
@@ -116,8 +116,9 @@ int WriteMark(sqlite3_file* file, const LogPlace& place) {
 // The header begins the log anew. What stood there must be gone before anything follows it, or the
 // end of what follows could not be told; SQLite brings both to stable storage before it goes on.
 int BeginLog(sqlite3_file* file) {
-  const int result = Real(file)->pMethods->xTruncate(Real(file), kLogHeadSize);
-  return result == SQLITE_OK ? WriteMark(file, {}) : result;
+  if (const int result = Real(file)->pMethods->xTruncate(Real(file), kLogHeadSize)) return result;
+  Ours(file)->isDoubtful = false;
+  return WriteMark(file, {});
 }
 
 int WriteLog(sqlite3_file* file, std::span<const uint8_t> bytes, uint64_t offset) {
@@ -167,8 +168,13 @@ int Truncate(sqlite3_file* file, sqlite3_int64 size) {
   const sqlite3_int64 head = Ours(file)->isLog && size != 0 ? kLogHeadSize : 0;
   return Told([&] { return Real(file)->pMethods->xTruncate(Real(file), head + size); });
 }
+// Nothing is carried over from a log that a success could not vouch for.
 int Sync(sqlite3_file* file, int flags) {
-  return Told([&] { return Real(file)->pMethods->xSync(Real(file), flags); });
+  CheckedFile& ours = *Ours(file);
+  if (ours.isDoubtful) return SQLITE_IOERR_FSYNC;
+  const int result = Told([&] { return Real(file)->pMethods->xSync(Real(file), flags); });
+  ours.isDoubtful = ours.isLog && result != SQLITE_OK;
+  return result;
 }
 int FileSize(sqlite3_file* file, sqlite3_int64* size) {
   const int result = Real(file)->pMethods->xFileSize(Real(file), size);
@@ -177,17 +183,6 @@ int FileSize(sqlite3_file* file, sqlite3_int64* size) {
   }
   return result;
 }
-int Lock(sqlite3_file* file, int level) { return Real(file)->pMethods->xLock(Real(file), level); }
-int Unlock(sqlite3_file* file, int level) {
-  return Real(file)->pMethods->xUnlock(Real(file), level);
-}
-int CheckReservedLock(sqlite3_file* file, int* held) {
-  return Real(file)->pMethods->xCheckReservedLock(Real(file), held);
-}
-int FileControl(sqlite3_file* file, int operation, void* argument) {
-  return Real(file)->pMethods->xFileControl(Real(file), operation, argument);
-}
-int SectorSize(sqlite3_file* file) { return Real(file)->pMethods->xSectorSize(Real(file)); }
 // Not by parts of pages, which no checksum stands for.
 int DeviceCharacteristics(sqlite3_file* file) {
   return Real(file)->pMethods->xDeviceCharacteristics(Real(file)) & ~SQLITE_IOCAP_SUBPAGE_READ;
@@ -220,85 +215,43 @@ int ShmLock(sqlite3_file* file, int offset, int count, int flags) {
   }
   return Real(file)->pMethods->xShmLock(Real(file), offset, count, flags);
 }
-void ShmBarrier(sqlite3_file* file) { Real(file)->pMethods->xShmBarrier(Real(file)); }
 int ShmUnmap(sqlite3_file* file, int remove) {
   Ours(file)->logHead = nullptr;
   return Real(file)->pMethods->xShmUnmap(Real(file), remove);
 }
 
-// Version 2: pages are never mapped, so each read passes the check.
-constexpr sqlite3_io_methods kMethods = {2,
-                                         Close,
-                                         Read,
-                                         Write,
-                                         Truncate,
-                                         Sync,
-                                         FileSize,
-                                         Lock,
-                                         Unlock,
-                                         CheckReservedLock,
-                                         FileControl,
-                                         SectorSize,
-                                         DeviceCharacteristics,
-                                         ShmMap,
-                                         ShmLock,
-                                         ShmBarrier,
-                                         ShmUnmap,
-                                         nullptr,
-                                         nullptr};
+constexpr sqlite3_io_methods kMethods = [] {
+  sqlite3_io_methods methods = Layer::Methods();
+  methods.xRead = Read;
+  methods.xWrite = Write;
+  methods.xTruncate = Truncate;
+  methods.xSync = Sync;
+  methods.xFileSize = FileSize;
+  methods.xDeviceCharacteristics = DeviceCharacteristics;
+  methods.xShmMap = ShmMap;
+  methods.xShmLock = ShmLock;
+  methods.xShmUnmap = ShmUnmap;
+  return methods;
+}();
 
 sqlite3_vfs* System() noexcept { return sqlite3_vfs_find(nullptr); }
 
 int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+  int result = Told([&] { return Layer::Open(System(), name, file, flags, outFlags); });
   CheckedFile* ours = Ours(file);
-  std::memset(static_cast<void*>(ours), 0, sizeof *ours);
-  std::memset(static_cast<void*>(Real(file)), 0, sizeof(sqlite3_file));
   ours->isData = (flags & SQLITE_OPEN_MAIN_DB) != 0;
   ours->isLog = (flags & SQLITE_OPEN_WAL) != 0;
   ours->name = name;
-  int result = Told([&] { return System()->xOpen(System(), name, Real(file), flags, outFlags); });
   const bool missing = (result & 0xFF) == SQLITE_CANTOPEN && (flags & SQLITE_OPEN_CREATE) != 0;
   if (missing && DiskIsTooFullFor(name)) result = SQLITE_FULL;
   if (Real(file)->pMethods) ours->base.pMethods = &kMethods;
   return result;
 }
-int Delete(sqlite3_vfs*, const char* name, int syncDirectory) {
-  return System()->xDelete(System(), name, syncDirectory);
-}
-int Access(sqlite3_vfs*, const char* name, int flags, int* result) {
-  return System()->xAccess(System(), name, flags, result);
-}
-int FullPathname(sqlite3_vfs*, const char* name, int size, char* out) {
-  return System()->xFullPathname(System(), name, size, out);
-}
-int Randomness(sqlite3_vfs*, int size, char* out) {
-  return System()->xRandomness(System(), size, out);
-}
-int Sleep(sqlite3_vfs*, int microseconds) { return System()->xSleep(System(), microseconds); }
-int CurrentTime(sqlite3_vfs*, double* time) { return System()->xCurrentTime(System(), time); }
-int GetLastError(sqlite3_vfs*, int size, char* out) {
-  return System()->xGetLastError(System(), size, out);
-}
-int CurrentTime64(sqlite3_vfs*, sqlite3_int64* time) {
-  return System()->xCurrentTimeInt64(System(), time);
-}
 
 bool Register() noexcept {
   if (!UseSharedPageCache() || sqlite3_initialize() != SQLITE_OK || !System()) return false;
-  static sqlite3_vfs vfs{};
-  vfs.iVersion = 2;
-  vfs.szOsFile = static_cast<int>(sizeof(CheckedFile)) + System()->szOsFile;
-  vfs.mxPathname = System()->mxPathname;
-  vfs.zName = "btrieve";
+  static sqlite3_vfs vfs = Layer::Over(*System(), "btrieve");
   vfs.xOpen = Open;
-  vfs.xDelete = Delete;
-  vfs.xAccess = Access;
-  vfs.xFullPathname = FullPathname;
-  vfs.xRandomness = Randomness;
-  vfs.xSleep = Sleep;
-  vfs.xCurrentTime = CurrentTime;
-  vfs.xGetLastError = GetLastError;
-  vfs.xCurrentTimeInt64 = CurrentTime64;
   return sqlite3_vfs_register(&vfs, 0) == SQLITE_OK;
 }
 
@@ -338,22 +291,36 @@ void SealPage(uint8_t* page, uint64_t number) noexcept {
   std::memcpy(page + kStoragePageSize - kPageSumSize, &sum, sizeof sum);
 }
 
-void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept {
-  sqlite3_file* file = nullptr;
-  sqlite3_file_control(connection, "main", SQLITE_FCNTL_JOURNAL_POINTER, &file);
-  if (file && file->pMethods == &kMethods && Ours(file)->isLog) (void)WriteMark(file, synced);
-}
-
 namespace {
 
-// Null where the connection's main file is not one of this layer's.
-CheckedFile* MainFileOf(sqlite3* connection) noexcept {
+// Null where it is not one of this layer's.
+CheckedFile* FileOf(sqlite3* connection, int which) noexcept {
   sqlite3_file* file = nullptr;
-  sqlite3_file_control(connection, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  sqlite3_file_control(connection, "main", which, &file);
   return file && file->pMethods == &kMethods ? Ours(file) : nullptr;
+}
+CheckedFile* MainFileOf(sqlite3* connection) noexcept {
+  return FileOf(connection, SQLITE_FCNTL_FILE_POINTER);
+}
+CheckedFile* LogFileOf(sqlite3* connection) noexcept {
+  CheckedFile* file = FileOf(connection, SQLITE_FCNTL_JOURNAL_POINTER);
+  return file && file->isLog ? file : nullptr;
 }
 
 }  // namespace
+
+void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept {
+  if (CheckedFile* log = LogFileOf(connection)) (void)WriteMark(&log->base, synced);
+}
+
+void DoubtLog(sqlite3* connection, bool doubtful) noexcept {
+  if (CheckedFile* log = LogFileOf(connection)) log->isDoubtful = doubtful;
+}
+
+bool LogIsDoubtful(sqlite3* connection) noexcept {
+  const CheckedFile* log = LogFileOf(connection);
+  return log && log->isDoubtful;
+}
 
 SharedLogHead LogHeadOf(sqlite3* connection) noexcept {
   const CheckedFile* file = MainFileOf(connection);

@@ -59,4 +59,10 @@ bool WriteLockIsFree(sqlite3* connection) noexcept;
 struct LogPlace;
 void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept;
 
+// After a sync that failed the system may take what was not written for written, and the next sync
+// succeeds without it. Such a log is doubtful: nothing is carried over from it until it has been
+// written once more (LogExam.h) or begun anew.
+void DoubtLog(sqlite3* connection, bool doubtful) noexcept;
+bool LogIsDoubtful(sqlite3* connection) noexcept;
+
 }  // namespace btrieve

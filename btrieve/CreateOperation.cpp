@@ -70,18 +70,25 @@ Status CheckPlace(Call& call, const std::string& path, bool& exists) {
   return call.session.FindFile(identity) ? kCreateError : kOk;
 }
 
-// The new file takes its name with the gate closed, so that a log left behind by a file that has
-// gone can be removed before anybody takes it for this one's. -1 when another file is there by now:
-// it may be open and hold records already.
-Status PlaceWhereNoneIs(const std::string& aside, const std::string& path) {
+// The new file takes its name with its gate closed, so that a log left behind by another file can
+// be removed before anybody takes it for this one's.
+template <class Put>
+Status PlaceClosed(const std::string& aside, const std::string& path, Put put) {
   LockSpace space;
   if (const Status status = space.Open(aside)) return status;
   const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
-  const Status status = PutAsNew(aside, path);
-  if (status != kOk) return status == kFileExists ? kLookAgain : status;
+  if (const Status status = put()) return status;
   RemoveFile(path + "-wal");
   RemoveFile(path + "-shm");
   return SyncFile(path, true) ? kOk : kCreateError;
+}
+
+// -1 when another file is there by now: it may be open and hold records already.
+Status PlaceWhereNoneIs(const std::string& aside, const std::string& path) {
+  return PlaceClosed(aside, path, [&]() -> Status {
+    const Status status = PutAsNew(aside, path);
+    return status == kFileExists ? kLookAgain : status;
+  });
 }
 
 Status PlaceOverAnother(Session& session, const std::string& aside, const std::string& path) {
@@ -89,11 +96,13 @@ Status PlaceOverAnother(Session& session, const std::string& aside, const std::s
   HeldByte gate;
   if (const Status status = LockOut(session, path, old, gate)) return status;
   EmptyLog(path);
-  if (!kReplacesOpenFiles) {
-    gate.Release();
-    old = LockSpace();
-  }
-  return PutInPlace(aside, path) ? kOk : kCreateError;
+  return PlaceClosed(aside, path, [&]() -> Status {
+    if (!kReplacesOpenFiles) {  // others may come in and die, and leave a log
+      gate.Release();
+      old = LockSpace();
+    }
+    return PutInPlace(aside, path) ? kOk : kCreateError;
+  });
 }
 
 }  // namespace

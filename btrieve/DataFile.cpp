@@ -112,14 +112,14 @@ bool DataFile::MakeStable() noexcept {
   watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   const LogPlace place = base_.CommittedPlace();
   ForgetLastError();
-  dirty_ = !SyncFile(LogPath(), logEntryIsNew_);
+  dirty_ = !base_.RenewLog(LogPath()) || !SyncFile(LogPath(), logEntryIsNew_);
   if (dirty_) {
     syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
-    unsureSalts_ = place.salts;
+    base_.DoubtLog();
     return false;
   }
   logEntryIsNew_ = false;
-  NoteSynced(place);
+  base_.NoteSynced(place);
   return true;
 }
 
@@ -128,21 +128,16 @@ void DataFile::TakeOutcome() noexcept {
   const std::optional<LogPlace> place = std::exchange(syncing_, std::nullopt);
   if (!done) {
     dirty_ = logEntryIsNew_ = true;
-    if (place) unsureSalts_ = place->salts;
+    base_.DoubtLog();
   } else if (place) {
-    NoteSynced(*place);
+    base_.NoteSynced(*place);
   }
-}
-
-// After a sync that failed, a later one of the same log may succeed without having brought all of
-// it to the disk, so nothing more is said of it.
-void DataFile::NoteSynced(const LogPlace& place) noexcept {
-  if (place.salts != unsureSalts_) base_.NoteSynced(place);
 }
 
 std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
   TakeOutcome();
-  if (!std::exchange(dirty_, false)) return nullptr;
+  if (!dirty_ || !base_.RenewLog(LogPath())) return nullptr;
+  dirty_ = false;
   watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   syncing_ = base_.CommittedPlace();
   entryToo = std::exchange(logEntryIsNew_, false);
@@ -160,8 +155,8 @@ bool DataFile::LookAtOthers() noexcept {
 void DataFile::TakeOverLog(bool alone) noexcept {
   if (SizeOfFile(LogPath()) == 0) return watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   if (!alone) return;
-  MarkDirty();
-  (void)MakeStable();
+  base_.DoubtLog();
+  (void)MakeAllStable();
 }
 
 bool DataFile::MakeAllStable() noexcept {

@@ -107,8 +107,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   // Looked at once in a while: what others have committed is taken for dirty when they have been
   // quiet for one look, for they may be dead. True while there is more to look at.
   bool LookAtOthers() noexcept;
-  // Once opened: what a dead process has left in the log is made stable before anything is put
-  // behind it, as far as the system lets it.
+  // Once opened: what a dead process has left in the log, whose syncs may have failed, is made
+  // stable before anything is put behind it, as far as the system lets it.
   void TakeOverLog(bool alone) noexcept;
 
   // Between calls, and while one waits: a state that keeps a long log from beginning anew is let
@@ -126,7 +126,6 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
  private:
   // Waits for a sync outside, and notes what came of it.
   void TakeOutcome() noexcept;
-  void NoteSynced(const LogPlace& place) noexcept;
 
   static constexpr uint32_t kLeastReserved = 8;
   // Lost when a process dies in an exclusive transaction. One that inserts more and dies leaves
@@ -146,7 +145,6 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   bool dirty_ = false;
   std::optional<LogPlace> syncing_;  // what a sync outside, when it is done, has covered
   Status syncFault_ = kIoError;
-  uint64_t unsureSalts_ = 0;  // of the log whose sync has failed
   bool logEntryIsNew_ = true;
   std::shared_ptr<OutsideSync> outside_ = std::make_shared<OutsideSync>();
   LogWatch watch_;

@@ -1,4 +1,6 @@
 // Extended reads: many records in one call, judged where they lie in the storage's pages.
+#include <optional>
+
 #include "btrieve/ExtendedRequest.h"
 #include "btrieve/Reading.h"
 
@@ -140,17 +142,20 @@ class ExtendedRead {
   // kLookAgain when the record may have changed before it was locked.
   Status Lock(uint32_t position) {
     FileLocks& locks = call_.File().Locks();
-    const bool held = locks.Holds(position);
+    std::optional<ComingLock> lock;
     const Status status = call_.session.Retry(call_.File(), call_.lock.wait, [&]() -> Status {
       const FileLocks::Activity activity(locks);
-      return activity ? LockRecord(call_, position) : kFileInUse;
+      if (!activity) return kFileInUse;
+      return lock.emplace(call_, position) ? kOk : kRecordInUse;
     });
     if (status != kOk) return status;
     // The wait may have let go of the state in which the record was found.
     DataFile& file = call_.File();
     Storage& base = file.Base();
-    if (held && (base.IsReading() || base.IsWriting())) return kOk;
-    return base.IsCurrent() && call_.session.IsSettled(file) ? Status{kOk} : kLookAgain;
+    const bool isKnown = lock->WasHeld() && (base.IsReading() || base.IsWriting());
+    if (!isKnown && !(base.IsCurrent() && call_.session.IsSettled(file))) return kLookAgain;
+    lock->Keep();
+    return kOk;
   }
 
   void StandOnLast() noexcept {

@@ -17,7 +17,8 @@ namespace btrieve {
 // The bytes and what holding them means. Data never reaches them: SQLite's files end far below.
 namespace lockbyte {
 inline constexpr uint64_t kBase = uint64_t{1} << 62;
-// Held while the state of the bytes below changes in more than one step: opening, replacing.
+// Exclusive: the state of the bytes below changes in more than one step: opening, replacing.
+// Shared, for as long as it is open: the file is read as it stands, and nobody may write it.
 inline constexpr uint64_t kGate = kBase;
 // Shared: the process has the file open; exclusive: alone.
 inline constexpr uint64_t kOpen = kBase + 1;
@@ -66,6 +67,8 @@ class LockSpace {
   [[nodiscard]] bool TryShared(uint64_t byte) noexcept;
   [[nodiscard]] bool TryExclusive(uint64_t byte) noexcept;
   void Release(uint64_t byte) noexcept;
+  // Whether another process holds the byte, which this one must not.
+  bool IsTaken(uint64_t byte) noexcept;
 
   // Reads from the data file; the number of bytes read.
   size_t ReadAt(uint64_t offset, std::span<uint8_t> out) const noexcept;

@@ -1,11 +1,10 @@
-// Open file description locks: unlike the older kind they belong to this descriptor alone, and
-// SQLite's opening and closing of the same file does not touch them.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
+#include "btrieve/ByteLocks_posix.h"
 #include "btrieve/LockSpace.h"
 
 namespace btrieve {
@@ -17,19 +16,6 @@ struct LockSpace::Handle {
 };
 
 namespace {
-
-bool SetLock(int descriptor, short kind, uint64_t byte) noexcept {
-  struct flock lock {};
-  lock.l_type = kind;
-  lock.l_whence = SEEK_SET;
-  lock.l_start = static_cast<off_t>(byte);
-  lock.l_len = 1;
-  int result;
-  do {
-    result = fcntl(descriptor, F_OFD_SETLK, &lock);
-  } while (result != 0 && errno == EINTR);
-  return result == 0;
-}
 
 Status StatusOfOpen(int error) noexcept {
   if (error == ENOENT) return kFileNotFound;
@@ -68,12 +54,13 @@ FileIdentity LockSpace::Identity() const noexcept {
 }
 
 bool LockSpace::TryShared(uint64_t byte) noexcept {
-  return SetLock(handle_->descriptor, F_RDLCK, byte);
+  return SetByteLock(handle_->descriptor, F_RDLCK, byte);
 }
 bool LockSpace::TryExclusive(uint64_t byte) noexcept {
-  return SetLock(handle_->descriptor, handle_->readOnly ? F_RDLCK : F_WRLCK, byte);
+  return SetByteLock(handle_->descriptor, handle_->readOnly ? F_RDLCK : F_WRLCK, byte);
 }
-void LockSpace::Release(uint64_t byte) noexcept { SetLock(handle_->descriptor, F_UNLCK, byte); }
+void LockSpace::Release(uint64_t byte) noexcept { SetByteLock(handle_->descriptor, F_UNLCK, byte); }
+bool LockSpace::IsTaken(uint64_t byte) noexcept { return IsByteLocked(handle_->descriptor, byte); }
 
 size_t LockSpace::ReadAt(uint64_t offset, std::span<uint8_t> out) const noexcept {
   size_t done = 0;

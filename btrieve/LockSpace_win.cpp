@@ -66,6 +66,12 @@ void LockSpace::Release(uint64_t byte) noexcept {
   UnlockFileEx(handle_->file, 0, 1, 0, &place);
 }
 
+bool LockSpace::IsTaken(uint64_t byte) noexcept {
+  if (!TryExclusive(byte)) return true;
+  Release(byte);
+  return false;
+}
+
 size_t LockSpace::ReadAt(uint64_t offset, std::span<uint8_t> out) const noexcept {
   OVERLAPPED place = At(offset);
   DWORD got = 0;

@@ -6,9 +6,6 @@
 namespace btrieve {
 namespace {
 
-// Whoever opens it by this name understands these notes.
-constexpr BoardShape kShape{"w64btrv-waits-1", kWaitSeats, sizeof(WaitNote)};
-
 uint64_t Now() noexcept {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   return static_cast<uint64_t>(std::chrono::nanoseconds(now).count());
@@ -20,7 +17,7 @@ std::span<const uint8_t> BytesOf(const WaitNote& note) noexcept {
 
 }  // namespace
 
-LockWait::LockWait() noexcept : board_(kShape) { own_.since = Now(); }
+LockWait::LockWait() noexcept : board_(kWaitBoard) { own_.since = Now(); }
 
 LockWait::~LockWait() {
   if (board_) (void)board_.Write(BytesOf(WaitNote()));

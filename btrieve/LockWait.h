@@ -7,6 +7,9 @@
 
 namespace btrieve {
 
+// Whoever opens it by this name understands these notes.
+inline constexpr BoardShape kWaitBoard{"w64btrv-waits-1", kWaitSeats, sizeof(WaitNote)};
+
 // One wait for another process's lock. Where the system has no memory to share, or all seats are
 // taken, no cycle is ever seen. Some 40 KB.
 class LockWait {

@@ -1,5 +1,6 @@
 #include "btrieve/LogExam.h"
 
+#include <algorithm>
 #include <bit>
 #include <memory>
 #include <vector>
@@ -14,11 +15,11 @@ namespace {
 // The log's bytes, through SQLite's own access to the system.
 class LogReader {
  public:
-  explicit LogReader(const std::string& path) : name_(SqliteName(path)) {
+  explicit LogReader(const std::string& path, int access = SQLITE_OPEN_READONLY)
+      : name_(SqliteName(path)) {
     sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
     memory_ = std::make_unique<uint64_t[]>(static_cast<size_t>(vfs->szOsFile) / 8 + 1);
-    const int result =
-        vfs->xOpen(vfs, name_.c_str(), File(), SQLITE_OPEN_READONLY | SQLITE_OPEN_WAL, nullptr);
+    const int result = vfs->xOpen(vfs, name_.c_str(), File(), access | SQLITE_OPEN_WAL, nullptr);
     if (result != SQLITE_OK) ThrowResult(result);
   }
   ~LogReader() {
@@ -38,6 +39,11 @@ class LogReader {
                                                static_cast<sqlite3_int64>(offset));
     if (result != SQLITE_OK) ThrowResult(result);
   }
+  void WriteInFile(uint64_t offset, std::span<const uint8_t> bytes) {
+    const int result = File()->pMethods->xWrite(
+        File(), bytes.data(), static_cast<int>(bytes.size()), static_cast<sqlite3_int64>(offset));
+    if (result != SQLITE_OK) ThrowResult(result);
+  }
   void Read(uint64_t offset, std::span<uint8_t> out) {
     ReadInFile(kLogHeadSize + offset, out);
     MaskLog(out, offset);
@@ -55,17 +61,31 @@ class Exam {
   explicit Exam(LogReader& log) : log_(log), size_(log.SizeInFile()) {}
 
   bool IsSound() {
-    if (size_ <= kLogHeadSize + kLogHeaderSize) return true;  // no frame yet
-    frames_ = (size_ - kLogHeadSize - kLogHeaderSize) / kFrameSize;
-    std::vector<uint8_t> bytes(kLogHeaderSize);
-    log_.Read(0, bytes);
+    if (!HasFrames()) return true;
     // It is on stable storage before the first frame is written.
-    if (!header_.Load(bytes)) return frames_ == 0;
+    if (!LoadHeader()) return frames_ == 0;
     CountValid();
     return valid_ >= SyncedFrames() && (valid_ == frames_ || !LosesCommits());
   }
 
+  bool HoldsFirst(uint64_t frames) {
+    if (frames == 0) return true;
+    if (!HasFrames() || !LoadHeader()) return false;
+    CountValid();
+    return valid_ >= frames;
+  }
+
  private:
+  bool HasFrames() {
+    if (size_ <= kLogHeadSize + kLogHeaderSize) return false;
+    frames_ = (size_ - kLogHeadSize - kLogHeaderSize) / kFrameSize;
+    return true;
+  }
+  bool LoadHeader() {
+    std::vector<uint8_t> bytes(kLogHeaderSize);
+    log_.Read(0, bytes);
+    return header_.Load(bytes);
+  }
   void ReadFrame(uint64_t number) { log_.Read(FrameOffset(number), frame_); }
   bool Follows(LogSum before) const {
     return FrameSalts(frame_) == header_.Salts() &&
@@ -123,6 +143,20 @@ bool LogIsSound(const std::string& logPath) {
   if (SizeOfFile(logPath) == 0) return true;
   LogReader log(logPath);
   return Exam(log).IsSound();
+}
+
+bool WriteLogAgain(const std::string& logPath, uint64_t frames) {
+  const uint64_t size = SizeOfFile(logPath);
+  if (size == 0) return frames == 0;
+  LogReader log(logPath, SQLITE_OPEN_READWRITE);
+  if (!Exam(log).HoldsFirst(frames)) return false;
+  std::vector<uint8_t> bytes(kFrameSize);
+  for (uint64_t at = 0; at < size; at += bytes.size()) {
+    bytes.resize(std::min<uint64_t>(kFrameSize, size - at));
+    log.ReadInFile(at, bytes);
+    log.WriteInFile(at, bytes);
+  }
+  return true;
 }
 
 }  // namespace btrieve

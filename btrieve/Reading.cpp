@@ -10,21 +10,27 @@ Status CheckLockKind(const Call& call) noexcept {
   return held == LockKind::None || held == call.lock.kind ? kOk : kIncompatibleLock;
 }
 
-Status LockRecord(Call& call, uint32_t position) {
-  Cursor& cursor = *call.cursor;
-  FileLocks& locks = cursor.file->Locks();
-  if (!cursor.locks.contains(position)) {
-    if (!locks.Hold(position)) return kRecordInUse;
-    cursor.locks.emplace(position, call.session.InTransaction());
-  }
-  cursor.lockKind = call.lock.kind;
-  if (cursor.lockKind != LockKind::Single) return kOk;
-  std::erase_if(cursor.locks, [&](const auto& lock) {
-    if (lock.first == position) return false;
-    locks.Drop(lock.first);
+ComingLock::ComingLock(Call& call, uint32_t position)
+    : call_(call),
+      position_(position),
+      wasHeld_(call.File().Locks().Holds(position)),
+      granted_(call.File().Locks().Hold(position)) {}
+
+ComingLock::~ComingLock() {
+  if (granted_) call_.File().Locks().Drop(position_);
+}
+
+void ComingLock::Keep() {
+  Cursor& cursor = *call_.cursor;
+  // One that the cursor has already is counted once.
+  if (cursor.locks.emplace(position_, call_.session.InTransaction()).second) granted_ = false;
+  cursor.lockKind = call_.lock.kind;
+  if (cursor.lockKind != LockKind::Single) return;
+  std::erase_if(cursor.locks, [this](const auto& lock) {
+    if (lock.first == position_) return false;
+    call_.File().Locks().Drop(lock.first);
     return true;
   });
-  return kOk;
 }
 
 Status PlaceRecord(Call& call, ByteView record) noexcept {

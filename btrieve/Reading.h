@@ -8,8 +8,29 @@ namespace btrieve {
 
 // 93 when the cursor holds locks of the other kind.
 Status CheckLockKind(const Call& call) noexcept;
-// Locks a record for the cursor, within an Activity. 84 while another process holds it.
-[[nodiscard]] Status LockRecord(Call& call, uint32_t position);
+
+// A record's lock on its way to the cursor, which does not keep it unless the record becomes the
+// one that was read.
+class ComingLock {
+ public:
+  // Within an Activity. Empty while another process holds the record.
+  ComingLock(Call& call, uint32_t position);
+  ~ComingLock();
+  ComingLock(const ComingLock&) = delete;
+  ComingLock& operator=(const ComingLock&) = delete;
+
+  explicit operator bool() const noexcept { return granted_; }
+  // This process held the record before, so it cannot have changed.
+  bool WasHeld() const noexcept { return wasHeld_; }
+  // It is the cursor's now. A single one takes the place of that which the cursor had.
+  void Keep();
+
+ private:
+  Call& call_;
+  uint32_t position_;
+  bool wasHeld_;
+  bool granted_;
+};
 
 // `find` fills a Hit with the record and gives a status; it is called again when the record could
 // not be locked at once or has changed meanwhile, and must not move the cursor.
@@ -25,14 +46,17 @@ Status FindRecord(Call& call, Hit& hit, Find find) {
     if (const Status status = find(hit)) return status;
     if (!activity) return kFileInUse;
     const uint32_t position = hit.position;
-    const bool held = file.Locks().Holds(position);
-    if (const Status status = LockRecord(call, position)) return status;
-    if (held || (file.Base().IsCurrent() && call.session.IsSettled(file))) return kOk;
-    // It may have changed just before the lock. Looked at anew it is either the same record,
-    // locked already, or another one, whose lock then takes this one's place.
-    if (const Status status = call.session.SettleIntents(file)) return status;
-    if (const Status status = find(hit)) return status;
-    return hit.position == position ? kOk : kLookAgain;
+    ComingLock lock(call, position);
+    if (!lock) return kRecordInUse;
+    if (!lock.WasHeld() && !(file.Base().IsCurrent() && call.session.IsSettled(file))) {
+      // It may have changed just before the lock: looked at anew it is the same record, locked
+      // already, or another one, whose lock is to be taken in place of this one.
+      if (const Status status = call.session.SettleIntents(file)) return status;
+      if (const Status status = find(hit)) return status;
+      if (hit.position != position) return kLookAgain;
+    }
+    lock.Keep();
+    return kOk;
   });
 }
 

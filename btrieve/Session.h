@@ -71,7 +71,8 @@ class Session {
 
   void Begin(TransactionKind kind, LockRequest readLock, bool retriesWrites);
   [[nodiscard]] Status End();
-  void Abort();
+  // False when an End that has failed may yet turn out to have been one.
+  bool Abort();
   // Aborts, closes every file, brings everything to stable storage.
   void CloseAll();
 
@@ -136,8 +137,8 @@ class Session {
   CursorTable cursors_;
   Transaction transaction_;
   std::vector<std::weak_ptr<DataFile>> files_;
-  // At the end of a transaction over several files: its coordinator's commit has been tried, and it
-  // can no longer be undone.
+  // At the end of a transaction: the commit of its coordinator, or of its one file, has been tried,
+  // and it can no longer be undone.
   bool deciding_ = false;
   bool decided_ = false;
   bool anyDirty_ = false;

@@ -40,10 +40,10 @@ Status Examine(DataFile& file, bool alone) {
 }
 
 // Leaves the open byte held, shared or exclusively. Who cannot write a file cannot keep others from
-// it, or say that there are none.
+// it: alone then means that nobody else has it open at the moment.
 Status DeclareOpen(LockSpace& space, bool exclusive, bool& alone) {
   if (space.IsReadOnly()) {
-    alone = false;
+    alone = !space.IsTaken(lockbyte::kOpen);
     if (exclusive) return kPermissionError;
     return space.TryShared(lockbyte::kOpen) ? kOk : kIncompatibleMode;
   }

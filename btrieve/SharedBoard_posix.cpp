@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <new>
 
+#include "btrieve/ByteLocks_posix.h"
 #include "btrieve/SharedBoard.h"
 
 namespace btrieve {
@@ -43,15 +44,6 @@ bool HasRoom(int descriptor, size_t size) noexcept {
   return found.st_size >= wanted || ftruncate(descriptor, wanted) == 0;
 }
 
-struct flock LockOf(size_t seat) noexcept {
-  struct flock lock {};
-  lock.l_type = F_WRLCK;
-  lock.l_whence = SEEK_SET;
-  lock.l_start = static_cast<off_t>(seat);
-  lock.l_len = 1;
-  return lock;
-}
-
 }  // namespace
 
 SharedBoard::SharedBoard(const BoardShape& shape) noexcept : shape_(shape) {
@@ -73,13 +65,11 @@ bool SharedBoard::Open() noexcept {
 }
 
 bool SharedBoard::Take(size_t seat) noexcept {
-  struct flock lock = LockOf(seat);
-  return fcntl(handle_->descriptor, F_OFD_SETLK, &lock) == 0;
+  return SetByteLock(handle_->descriptor, F_WRLCK, seat);
 }
 
 bool SharedBoard::IsTaken(size_t seat) const noexcept {
-  struct flock lock = LockOf(seat);
-  return fcntl(handle_->descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+  return IsByteLocked(handle_->descriptor, seat);
 }
 
 bool SharedBoard::Read(std::span<uint8_t> seats) const noexcept {

@@ -7,6 +7,7 @@
 #include "btrieve/BaseWalk.h"
 #include "btrieve/HostFile.h"
 #include "btrieve/Layout.h"
+#include "btrieve/LogExam.h"
 
 namespace btrieve {
 namespace {
@@ -77,7 +78,7 @@ void Storage::Open(const std::string& path, Access access) {
   // The page cache has its bound elsewhere; this one is that of the sorting for a new index.
   connection_.Run(
       "PRAGMA synchronous=NORMAL; PRAGMA cache_size=-16384; PRAGMA cell_size_check=ON;"
-      "PRAGMA wal_autocheckpoint=0; PRAGMA journal_size_limit=33554432;");
+      "PRAGMA wal_autocheckpoint=0;");
   CheckTables();
   LoadSpecification();
   Prepare();
@@ -174,6 +175,21 @@ LogPlace Storage::CommittedPlace() const noexcept {
   const SharedLogHead head = LogHeadOf(connection_.Get());
   if (!head) return {};
   return {head[kLogHeadSalts], static_cast<uint32_t>(head[kLogHeadFrames])};
+}
+
+// The write lock keeps everybody from the log meanwhile.
+bool Storage::RenewLog(const std::string& logPath) noexcept {
+  if (!LogIsDoubtful(connection_.Get())) return true;
+  const bool within = writing_;
+  bool done = false;
+  try {
+    if (!within) BeginWrite();
+    done = WriteLogAgain(logPath, CommittedPlace().frames);
+  } catch (const Failure&) {  // it stays doubtful
+  }
+  if (!within) RollbackWrite();
+  btrieve::DoubtLog(connection_.Get(), !done);
+  return done;
 }
 
 bool Storage::CarryLogOver() noexcept {

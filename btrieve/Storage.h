@@ -114,6 +114,10 @@ class Storage {
   // What has been committed, and, once it is on stable storage, that it is.
   LogPlace CommittedPlace() const noexcept;
   void NoteSynced(const LogPlace& synced) noexcept { MarkLog(connection_.Get(), synced); }
+  // A sync of the log has failed. What it was to bring is not brought by the next one, unless
+  // RenewLog has written it once more: false where that cannot be done.
+  void DoubtLog() noexcept { btrieve::DoubtLog(connection_.Get(), true); }
+  [[nodiscard]] bool RenewLog(const std::string& logPath) noexcept;
   // Moves what the log holds into the file and empties it, for the room that makes. False when it
   // cannot be done, as within a write transaction.
   bool CarryLogOver() noexcept;

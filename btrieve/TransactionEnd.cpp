@@ -168,6 +168,7 @@ void Session::CommitParts() {
 void Session::Commit() {
   if (transaction_.broken != kOk) throw Failure{transaction_.broken};
   const bool single = transaction_.writers.size() == 1;
+  deciding_ = deciding_ || single;
   if (single) CommitOne(*transaction_.writers.front());
   decided_ = single;
   if (transaction_.writers.size() > 1) CommitParts();
@@ -200,8 +201,9 @@ Status Session::End() {
     }
   } catch (const Failure& failure) {
     if (!decided_) {
-      Abort();
-      return failure.status == kDiskFull ? kDiskFull : kTransactionNotWritten;
+      const bool undone = Abort();
+      if (failure.status == kDiskFull) return kDiskFull;
+      return undone ? kTransactionNotWritten : kIoError;
     }
   }
   Status fault = kOk;
@@ -228,8 +230,8 @@ void Session::ReviseCursors(DataFile& file, uint64_t committedVersion) {
   });
 }
 
-// A decision that could not be committed may stand in the coordinator's log nevertheless. While it
-// cannot be ruled out, the intents stay for those who settle them.
+// What could not be committed may stand in the log nevertheless. While it cannot be ruled out, the
+// intents of other files stay for those who settle them.
 bool Session::DecisionIsVoid() noexcept {
   if (!deciding_) return true;
   try {
@@ -269,13 +271,14 @@ void Session::AbortPart(DataFile& file, bool removeIntent) {
   }
 }
 
-void Session::Abort() {
+bool Session::Abort() {
   auto& writers = transaction_.writers;
   if (!writers.empty()) AbortPart(*writers.front(), false);
   const bool isVoid = DecisionIsVoid();
   for (size_t at = 1; at < writers.size(); ++at) AbortPart(*writers[at], isVoid);
   deciding_ = false;
   ReleaseParts();
+  return isVoid;
 }
 
 void Session::ReleaseParts() noexcept {

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "Remote.h"
+#include "kit/DamagedFile.h"
+#include "kit/DiskTap.h"
 
 namespace btrieve::test {
 namespace {
@@ -87,6 +89,18 @@ TEST_P(FirstStart, LosesNoAcknowledgedInsert) {
 
 INSTANTIATE_TEST_SUITE_P(RefusingAndReplacing, FirstStart, testing::Values(-1, 0));
 
+// Who opens the file that is about to be replaced, where the system lets him in, and dies, leaves a
+// log.
+struct LeavesALog : DiskListener {
+  explicit LeavesALog(Bytes left) : log(std::move(left)) {}
+  int Allow(const DiskCall& call) override {
+    if (call.kind == DiskKind::Rename && call.to.ends_with("a.dat"))
+      WriteBytes(call.to + "-wal", log);
+    return 0;
+  }
+  Bytes log;
+};
+
 // A log whose file has gone holds pages of that file.
 TEST(CreatePlace, TakesNoLogThatStandsThere) {
   Folder folder;
@@ -97,11 +111,17 @@ TEST(CreatePlace, TakesNoLogThatStandsThere) {
   ASSERT_EQ(other.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
   ASSERT_EQ(other.Call(kInsert, 0, {.data = Number(1) + Number(0), .keyNumber = -1}).status, 0);
   other.Kill();
-  std::filesystem::remove(path);
-  ASSERT_TRUE(std::filesystem::exists(path + "-wal"));
-  ASSERT_EQ(process.Call(kCreate, 1, {.data = Block(), .key = PathKey(path)}).status, 0);
-  ASSERT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
-  EXPECT_EQ(process.Call(kGetFirst, 0, {.room = 8}).status, kEndOfFile);
+  LeavesALog again(ReadBytes(path + "-wal"));
+  ASSERT_FALSE(again.log.empty());
+  const DiskTap tap(folder.Root(), again);
+  for (const bool replaces : {false, true}) {
+    SCOPED_TRACE(replaces);
+    if (!replaces) std::filesystem::remove(path);
+    ASSERT_EQ(process.Call(kCreate, 1, {.data = Block(), .key = PathKey(path)}).status, 0);
+    ASSERT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
+    EXPECT_EQ(process.Call(kGetFirst, 0, {.room = 8}).status, kEndOfFile);
+    ASSERT_EQ(process.Call(kClose, 0, {}).status, 0);
+  }
 }
 
 }  // namespace

@@ -170,6 +170,30 @@ TEST(DamageTest, PagesOfOtherTrees) {
   EXPECT_GT(told, 3 * untold);
 }
 
+// What is held of the page would keep the state that was read from ever being let go of.
+TEST(DamageTest, ARootThatIsNoneHoldsNoStateBack) {
+  const Folder folder;
+  const std::string path = folder.Path("bad.dat");
+  Bytes bytes = GoodFile();
+  WriteBytes(path, bytes);
+  {
+    ASSERT_TRUE(RegisterCheckedVfs());
+    const Connection connection(SqliteName(path), SQLITE_OPEN_READWRITE);
+    Statement root = connection.Prepare("SELECT rootpage FROM sqlite_schema WHERE name='k2'");
+    ASSERT_TRUE(root.Step());
+    bytes[static_cast<size_t>(root.Number(0) - 1) * kStoragePageSize] = 77;
+  }
+  RenewPageSums(bytes);
+  WriteBytes(path, bytes);
+  ThisProcess process;
+  ASSERT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
+  ASSERT_EQ(process.Call(kGetFirst, 0, {.room = kGoodRecord, .keyNumber = 1}).status, kIoError);
+  RunOn(path, "UPDATE rec SET ver=ver+1, data=substr(data,1,39)||x'21' WHERE pos=1");
+  const CallOut first = process.Call(kStepFirst, 0, {.room = kGoodRecord});
+  EXPECT_EQ(first.status, 0);
+  EXPECT_EQ(first.data.back(), 0x21);
+}
+
 // A record that goes on in further pages, each of which is read with its checksum.
 TEST(DamageTest, LongRecordsAreCheckedWhole) {
   const Folder folder;

@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <array>
-#include <chrono>
 #include <set>
 
 #include "People.h"
 #include "Remote.h"
+#include "btrieve/LockSpace.h"
+#include "kit/Descriptor.h"
+#include "kit/DiskTap.h"
 
 namespace btrieve::test {
 namespace {
@@ -33,6 +35,8 @@ class TwoProcesses {
 
   std::string Run(const std::string& words) { return script_.Run(words); }
   OtherProcess& Other() { return other_; }
+  ThisProcess& This() { return process_; }
+  const std::filesystem::path& Root() const { return folder_.Root(); }
   std::array<Client*, 2> Clients() { return {&process_, &other_}; }
 
  private:
@@ -117,6 +121,70 @@ TEST(RecordLock, BelongsToACursor) {
       {"closing one of two", "b:open eq0=2+400 b:eq0=2+400 close x:eq0=2+200 b:close x:eq0=2+200",
        "ok 2 2 ok #84 ok 2"},
   });
+}
+
+// Has words run between the finding of a record and its lock.
+class BeforeTheLock : public DiskListener {
+ public:
+  BeforeTheLock(TwoProcesses& both, uint32_t position, const char* words)
+      : both_(both), byte_(lockbyte::Record(position)), words_(words), tap_(both.Root(), *this) {}
+  int Allow(const DiskCall& call) override {
+    if (call.kind != DiskKind::Lock || call.offset != byte_ || done_) return 0;
+    done_ = true;
+    EXPECT_EQ(both_.Run(words_).find('#'), std::string::npos);
+    return 0;
+  }
+  ~BeforeTheLock() override { EXPECT_TRUE(done_); }
+
+ private:
+  TwoProcesses& both_;
+  uint64_t byte_;
+  const char* words_;
+  bool done_ = false;
+  DiskTap tap_;
+};
+
+// An exclusive transaction of the other process begins only beside no lock at all.
+constexpr char kNoneIsHeld[] = "x:begin+200 x:first0 x:end";
+
+TEST(RecordLock, OfARecordThatGoesBeforeItIsLockedIsNotKept) {
+  struct Row {
+    const char* words;
+    const char* answers;
+    const char* after;
+    const char* answersAfter;
+  };
+  const Row kRows[] = {
+      {"first0+400", "2", "unlock=2", "ok"},
+      {"eq0=1+400", "#4", "eq0=1+400", "#4"},
+      {"eq0=5+200 eq0=1+200", "5 #4", "x:eq0=5+200 unlock", "#84 ok"},
+  };
+  for (const Row& row : kRows) {
+    SCOPED_TRACE(row.words);
+    TwoProcesses both;
+    {
+      const BeforeTheLock meanwhile(both, 1, "x:eq0=1 x:del");
+      EXPECT_EQ(both.Run(row.words), row.answers);
+    }
+    EXPECT_EQ(both.Run(row.after), row.answersAfter);
+    EXPECT_EQ(both.Run(kNoneIsHeld), "ok 2 ok");
+  }
+}
+
+TEST(RecordLock, OfARecordThatGoesBeforeAnExtendedReadLocksItIsNotKept) {
+  TwoProcesses both;
+  ASSERT_EQ(both.Run("first0"), "1");
+  CallOut found;
+  {
+    const BeforeTheLock meanwhile(both, 2, "x:eq0=2 x:del");
+    Bytes search = DescriptorBytes({.wanted = 2});
+    search.resize(500);
+    found = both.This().Call(kGetNextExtended + 400, 0, {.data = search});
+  }
+  ASSERT_EQ(found.status, 0);
+  EXPECT_EQ(NumberAt<uint16_t>(found.data, 0), 2u);
+  EXPECT_EQ(both.Run("unlock=3 unlock=4"), "ok ok");
+  EXPECT_EQ(both.Run(kNoneIsHeld), "ok 1 ok");
 }
 
 TEST(FileSharing, ExclusiveAcrossProcesses) {
@@ -242,37 +310,6 @@ TEST(DeadProcess, LeavesNothingBehind) {
               "1,2,3,4,5 1,3,2,5,4 2 3 ok 2 ok ok");
     EXPECT_EQ(both.Run("begin first0 end close open=-4"), "ok 1 ok ok ok");
   }
-}
-
-double SecondsSince(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-TEST(WaitingCall, GoesOnWhenTheLockGoes) {
-  TwoProcesses both;
-  ASSERT_EQ(both.Run("eq0=2+200"), "2");
-  both.Other().Begin(kGetEqual + 100, 0, {.room = 20, .key = Number(int32_t{2})});
-  usleep(300000);
-  ASSERT_EQ(both.Run("unlock"), "ok");
-  EXPECT_EQ(both.Other().Finish().status, 0);
-  EXPECT_EQ(both.Run("eq0=2+200"), "#84");
-}
-
-TEST(WaitingCall, GivesUpAfterAWhile) {
-  TwoProcesses both;
-  ASSERT_EQ(both.Run("eq0=2+200"), "2");
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(both.Run("x:eq0=2+100"), "#84");
-  EXPECT_GT(SecondsSince(start), 0.5);
-  EXPECT_LT(SecondsSince(start), 20);
-}
-
-TEST(WaitingCall, NoWaitAnswersAtOnce) {
-  TwoProcesses both;
-  ASSERT_EQ(both.Run("begin eq0=2 upd0=2,New"), "ok 2 ok");
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_EQ(both.Run("x:eq0=2+200 x:ins0=9+400"), "#85 #85");
-  EXPECT_LT(SecondsSince(start), 0.4);
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 // Logs that processes have left behind or have open, with bits turned, parts wiped out and ends cut
 // off. What was acknowledged is there, or the file says that it is damaged; where only an end is
 // missing that was never on stable storage, the file opens with what was before it.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
 
+#include "FaultsOf.h"
 #include "Remote.h"
 #include "btrieve/LogFormat.h"
 #include "btrieve/Session.h"
@@ -87,6 +89,22 @@ TEST(LogDamage, OneTurnedBitIsNeverPassedOver) {
       ASSERT_TRUE(found.status == kIoError || found.records == kAll) << found.records;
     }
   }
+}
+
+TEST(LogDamage, IsWhatTheDataToolSpeaksOf) {
+  const Folder folder;
+  const std::string path = folder.Path("a.dat");
+  Left left = LeftByKill(true);
+  left.log[FrameAt(2) + 100] ^= 1;
+  WriteBytes(path, left.file);
+  WriteBytes(path + "-wal", left.log);
+  EXPECT_THAT([&] { FaultsOf(path); },
+              testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr("log")));
+  std::filesystem::remove(path + "-wal");
+  left.file.resize(left.file.size() - 1);
+  WriteBytes(path, left.file);
+  EXPECT_THAT([&] { FaultsOf(path); },
+              testing::ThrowsMessage<std::runtime_error>(testing::Not(testing::HasSubstr("log"))));
 }
 
 TEST(LogDamage, TheMarkOfWhatIsSyncedIsOnlyAHelp) {

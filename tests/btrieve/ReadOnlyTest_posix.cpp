@@ -5,6 +5,9 @@
 #include <unistd.h>
 
 #include "Remote.h"
+#include "btrieve/LogFormat.h"
+#include "kit/DamagedFile.h"
+#include "kit/Descriptor.h"
 
 namespace btrieve::test {
 namespace {
@@ -115,6 +118,34 @@ TEST_F(ReadOnlyFile, ShowsWhatAnotherWritesMeanwhile) {
   ASSERT_EQ(OwnerInserts(4), 0);
   EXPECT_EQ(Reads(), "1 2 3 4 #9");
   EXPECT_EQ(Inserts(), kAccessDenied);
+  // With locks, which are sure only where it is seen that nobody has committed meanwhile.
+  ASSERT_EQ(user_.Call(kGetFirst, 0, {.room = 8}).status, 0);
+  Bytes search = DescriptorBytes({.wanted = 3});
+  search.resize(500);
+  user_.Begin(kGetNextExtended + 200, 0, {.data = search});
+  for (int tries = 0; tries < 500 && !user_.IsAnswered(); ++tries) usleep(10000);
+  ASSERT_TRUE(user_.IsAnswered());
+  EXPECT_EQ(user_.Finish().status, 0);
+}
+
+// SQLite takes what does not fit for the log's end, whoever opens the file.
+TEST_F(ReadOnlyFile, WithADamagedLogIsDamaged) {
+  const std::string copy = folder_.Path("b.dat");
+  for (const bool withIndex : {false, true}) {
+    SCOPED_TRACE(withIndex);
+    WriteBytes(copy, ReadBytes(path_));
+    Bytes log = ReadBytes(path_ + "-wal");
+    log[kLogHeadSize + FrameOffset(3) + kFrameHeaderSize] ^= 1;
+    WriteBytes(copy + "-wal", log);
+    if (withIndex) fs::copy_file(path_ + "-shm", copy + "-shm");
+    for (const char* tail : {"-wal", withIndex ? "-shm" : "-wal"})
+      chmod((copy + tail).c_str(), 0666);
+    chmod(copy.c_str(), 0444);
+    chmod(folder_.Root().c_str(), 0777);
+    EXPECT_EQ(user_.Call(kOpen, 0, {.key = PathKey(copy)}).status, kIoError);
+    user_.Call(kReset, 0, {});
+    chmod(copy.c_str(), 0666);
+  }
 }
 
 // What was copied, or left by a killed process, has a log: with its index it is read, without it

@@ -2,6 +2,7 @@
 // a wait of this one.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
 #include <random>
 #include <set>
@@ -73,6 +74,9 @@ TEST(WaitCycle, HasOneMemberThatGivesWay) {
   }
 }
 
+// Like no file's of other processes that wait meanwhile.
+const FileIdentity kFile{std::random_device{}(), 0xFEEDFACE};
+
 // A process: the bytes it holds of one file, and its wait.
 class Waiter {
  public:
@@ -85,9 +89,6 @@ class Waiter {
   }
 
  private:
-  // Like no file's of other processes that wait meanwhile.
-  static inline const FileIdentity kFile{std::random_device{}(), 0xFEEDFACE};
-
   LockWait wait_;
   std::set<uint64_t> held_;
 };
@@ -109,6 +110,32 @@ TEST(LockWait, TheLatestOfACycleGivesWayOnceItIsSure) {
   waiters.pop_back();
   EXPECT_EQ(Looks(waiters, round), "..");
   EXPECT_EQ(Looks(waiters, round), "..");
+}
+
+std::span<uint8_t> BytesOf(auto& notes) {
+  return {reinterpret_cast<uint8_t*>(&notes), sizeof notes};
+}
+
+// The notes of a dead process stay.
+TEST(LockWait, GivesWayToTheLivingOnly) {
+  Waiter waiter({1});
+  ASSERT_FALSE(waiter.Look(2));
+  {
+    SharedBoard other(kWaitBoard);
+    WaitNotes notes;
+    ASSERT_TRUE(other && other.Read(BytesOf(notes)));
+    const auto waits = std::ranges::find(notes, Obstacle{kFile, 2}, &WaitNote::wanted);
+    ASSERT_NE(waits, notes.end());
+    WaitNote note{.since = 1, .number = 77, .wanted = {kFile, 1}};
+    note.keepsWaiting[static_cast<size_t>(waits - notes.begin())] = waits->number;
+    note.sum = SumOf(note);
+    ASSERT_TRUE(other.Write(BytesOf(note)));
+    EXPECT_FALSE(waiter.Look(2));
+    EXPECT_TRUE(waiter.Look(2)) << "it lives";
+  }
+  EXPECT_FALSE(waiter.Look(2)) << "it is dead";
+  WaitNote none;
+  (void)SharedBoard(kWaitBoard).Write(BytesOf(none));
 }
 
 TEST(LockWait, GoesOnWhereNobodyHoldsOrTheWishChanges) {

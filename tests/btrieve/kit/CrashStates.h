@@ -18,6 +18,8 @@ class DiskRecording : public DiskListener {
   // Takes the folder's files as they are: they are on stable storage.
   explicit DiskRecording(const std::filesystem::path& folder);
   void Done(const DiskCall& call) override;
+  // A sync that fails: what was written before it never gets to the disk, not even by a later one.
+  void Lose(const DiskCall& sync);
 
   size_t Length() const;
   // The files after the first `length` calls, by name, as one of the states that a power cut may

@@ -89,9 +89,16 @@ DiskRecording::DiskRecording(const std::filesystem::path& folder) {
 }
 
 void DiskRecording::Done(const DiskCall& call) {
-  if (call.kind == DiskKind::Read || IsShared(call.path)) return;
+  const bool changes = call.kind != DiskKind::Read && call.kind != DiskKind::Lock;
+  if (!changes || IsShared(call.path)) return;
   const std::lock_guard lock(mutex_);
   calls_.push_back(call);
+}
+
+void DiskRecording::Lose(const DiskCall& sync) {
+  DiskCall lost = sync;
+  lost.fails = true;
+  Done(lost);
 }
 
 size_t DiskRecording::Length() const {
@@ -113,7 +120,9 @@ std::map<std::string, Bytes> DiskRecording::StateAfter(size_t length, Choices& c
       renamings.clear();
     } else if (call.kind == DiskKind::Sync) {
       CrashFile& file = *now.at(NameOf(call.path));
-      for (const DiskCall* written : file.since) Apply(file.stable, *written);
+      if (!call.fails) {
+        for (const DiskCall* written : file.since) Apply(file.stable, *written);
+      }
       file.since.clear();
     } else if (call.kind == DiskKind::Write || call.kind == DiskKind::Truncate) {
       now.at(NameOf(call.path))->since.push_back(&call);

@@ -6,15 +6,16 @@
 
 namespace btrieve::test {
 
-enum class DiskKind { Make, Read, Write, Truncate, Sync, SyncFolder, Remove, Rename };
+enum class DiskKind { Make, Read, Write, Truncate, Sync, SyncFolder, Remove, Rename, Lock };
 
 struct DiskCall {
   DiskKind kind;
   std::string path;
   std::string to = {};  // Rename
-  uint64_t offset = 0;  // Write, Read; the new size of a Truncate
+  uint64_t offset = 0;  // Write, Read; the new size of a Truncate; the byte to Lock
   Bytes bytes = {};     // Write
   bool grows = false;   // Write: behind the file's end
+  bool fails = false;   // Sync
 };
 
 class DiskListener {

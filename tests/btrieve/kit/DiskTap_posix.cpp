@@ -101,6 +101,18 @@ int Sync(int file, long number) {
   return static_cast<int>(Through({kind, path}, sync));
 }
 
+long Control(int file, int command, void* argument) {
+  const auto control = [&] { return syscall(SYS_fcntl, file, command, argument); };
+  if (command != F_OFD_SETLK || !listener) return control();
+  const std::lock_guard lock(mutex);
+  const auto& wanted = *static_cast<struct flock*>(argument);
+  const std::string path = PathOf(file);
+  if (wanted.l_type == F_UNLCK || !IsTapped(path)) return control();
+  return Through(
+      {.kind = DiskKind::Lock, .path = path, .offset = static_cast<uint64_t>(wanted.l_start)},
+      control);
+}
+
 }  // namespace
 
 DiskTap::DiskTap(const std::filesystem::path& root, DiskListener& told) {
@@ -145,6 +157,15 @@ int ftruncate(int file, off_t size) noexcept { return Truncate(file, size); }
 int ftruncate64(int file, off64_t size) noexcept { return Truncate(file, size); }
 int fsync(int file) { return Sync(file, SYS_fsync); }
 int fdatasync(int file) { return Sync(file, SYS_fdatasync); }
+
+int fcntl(int file, int command, ...) {
+  va_list rest;
+  va_start(rest, command);
+  void* argument = va_arg(rest, void*);
+  va_end(rest);
+  return static_cast<int>(Control(file, command, argument));
+}
+int fcntl64(int file, int command, ...) __attribute__((alias("fcntl")));
 
 int unlink(const char* path) noexcept {
   const std::lock_guard lock(mutex);

@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "DamagedFile.h"
 #include "WholeFile.h"
 
 namespace btrieve::test {
@@ -135,6 +136,46 @@ bool BeginPlan(const std::vector<std::string>& paths, uint32_t seed, uint32_t st
 std::string ReadPlanFiles(Client& client, PlanState& state) {
   const std::string first = ReadPlanFile(client, 0, state[0]);
   return first.empty() ? ReadPlanFile(client, 1, state[1]) : first;
+}
+
+std::string Differences(const PlanState& found, const PlanState& expected) {
+  std::string text;
+  for (size_t file = 0; file < found.size(); ++file) {
+    const auto tell = [&](const char* what, const auto& records, const auto& others) {
+      for (const auto& [id, value] : records) {
+        const auto other = others.find(id);
+        if (other != others.end() && other->second == value) continue;
+        text +=
+            what + std::to_string(file) + ":" + std::to_string(id) + "=" + std::to_string(value);
+      }
+    };
+    tell(" found ", found[file], expected[file]);
+    tell(" expected ", expected[file], found[file]);
+  }
+  return text;
+}
+
+FileImages ImagesOf(const Folder& folder) {
+  FileImages images;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.Root())) {
+    const std::string name = entry.path().filename().string();
+    if (!name.ends_with("-shm")) images[name] = ReadBytes(entry.path().string());
+  }
+  return images;
+}
+
+void WriteImages(const FileImages& images, const Folder& folder) {
+  for (const auto& [name, bytes] : images) WriteBytes(folder.Path(name), bytes);
+}
+
+std::string JudgeImages(const FileImages& images, const PlanState& expected) {
+  const Folder folder;
+  WriteImages(images, folder);
+  ThisProcess process;
+  if (!OpenPlanFiles(process, {folder.Path("a.dat"), folder.Path("b.dat")})) return "Open failed";
+  PlanState found;
+  const std::string fault = ReadPlanFiles(process, found);
+  return fault.empty() ? Differences(found, expected) : fault;
 }
 
 }  // namespace btrieve::test

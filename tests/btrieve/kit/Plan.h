@@ -39,5 +39,15 @@ bool BeginPlan(const std::vector<std::string>& paths, uint32_t seed, uint32_t st
                PlanState& state);
 // Reads both files along every key and by place; an empty text means that all agree.
 std::string ReadPlanFiles(Client& client, PlanState& state);
+// " found 0:8=17 expected 1:9=4", or nothing.
+std::string Differences(const PlanState& found, const PlanState& expected);
+
+// A folder's files by name, without the logs' indexes: as they are found by who comes after all
+// have died. The files of the plan are a.dat and b.dat.
+using FileImages = std::map<std::string, Bytes>;
+FileImages ImagesOf(const Folder& folder);
+void WriteImages(const FileImages& images, const Folder& folder);
+// Empty when opening them shows this state.
+std::string JudgeImages(const FileImages& images, const PlanState& expected);
 
 }  // namespace btrieve::test

@@ -1,12 +1,9 @@
 // A layer below the storage, which passes everything on to the system's files.
 #include "SelfKill.h"
 
-#include <sqlite3.h>
-
-#include <cstring>
-
 #include "Die.h"
 #include "btrieve/PageCache.h"
+#include "btrieve/PassThrough.h"
 
 namespace btrieve::test {
 namespace {
@@ -22,13 +19,11 @@ void Pass(Moments moments) {
   if (IsLastOf(moments)) Die();
 }
 
-sqlite3_file* Real(sqlite3_file* file) { return file + 1; }
+using Layer = PassThrough<sqlite3_file>;
+
+sqlite3_file* Real(sqlite3_file* file) { return Layer::Below(file); }
 const sqlite3_io_methods* Methods(sqlite3_file* file) { return Real(file)->pMethods; }
 
-int Close(sqlite3_file* file) { return Methods(file)->xClose(Real(file)); }
-int Read(sqlite3_file* file, void* buffer, int amount, sqlite3_int64 offset) {
-  return Methods(file)->xRead(Real(file), buffer, amount, offset);
-}
 int Write(sqlite3_file* file, const void* bytes, int amount, sqlite3_int64 offset) {
   if (IsLastOf(Moments::Writes)) {
     (void)Methods(file)->xWrite(Real(file), bytes, amount / 2, offset);
@@ -44,24 +39,6 @@ int Sync(sqlite3_file* file, int flags) {
   Pass(Moments::All);
   return Methods(file)->xSync(Real(file), flags);
 }
-int FileSize(sqlite3_file* file, sqlite3_int64* size) {
-  return Methods(file)->xFileSize(Real(file), size);
-}
-int Lock(sqlite3_file* file, int level) { return Methods(file)->xLock(Real(file), level); }
-int Unlock(sqlite3_file* file, int level) { return Methods(file)->xUnlock(Real(file), level); }
-int CheckReservedLock(sqlite3_file* file, int* held) {
-  return Methods(file)->xCheckReservedLock(Real(file), held);
-}
-int FileControl(sqlite3_file* file, int operation, void* argument) {
-  return Methods(file)->xFileControl(Real(file), operation, argument);
-}
-int SectorSize(sqlite3_file* file) { return Methods(file)->xSectorSize(Real(file)); }
-int DeviceCharacteristics(sqlite3_file* file) {
-  return Methods(file)->xDeviceCharacteristics(Real(file));
-}
-int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory) {
-  return Methods(file)->xShmMap(Real(file), region, size, extend, memory);
-}
 int ShmLock(sqlite3_file* file, int offset, int count, int flags) {
   Pass(Moments::All);
   return Methods(file)->xShmLock(Real(file), offset, count, flags);
@@ -71,35 +48,21 @@ void ShmBarrier(sqlite3_file* file) {
   Pass(Moments::All);
   Methods(file)->xShmBarrier(Real(file));
 }
-int ShmUnmap(sqlite3_file* file, int remove) {
-  return Methods(file)->xShmUnmap(Real(file), remove);
-}
 
-constexpr sqlite3_io_methods kMethods = {2,
-                                         Close,
-                                         Read,
-                                         Write,
-                                         Truncate,
-                                         Sync,
-                                         FileSize,
-                                         Lock,
-                                         Unlock,
-                                         CheckReservedLock,
-                                         FileControl,
-                                         SectorSize,
-                                         DeviceCharacteristics,
-                                         ShmMap,
-                                         ShmLock,
-                                         ShmBarrier,
-                                         ShmUnmap,
-                                         nullptr,
-                                         nullptr};
+constexpr sqlite3_io_methods kMethods = [] {
+  sqlite3_io_methods methods = Layer::Methods();
+  methods.xWrite = Write;
+  methods.xTruncate = Truncate;
+  methods.xSync = Sync;
+  methods.xShmLock = ShmLock;
+  methods.xShmBarrier = ShmBarrier;
+  return methods;
+}();
 
 sqlite3_vfs* below = nullptr;
 
 int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
-  std::memset(static_cast<void*>(Real(file)), 0, sizeof(sqlite3_file));
-  const int result = below->xOpen(below, name, Real(file), flags, outFlags);
+  const int result = Layer::Open(below, name, file, flags, outFlags);
   file->pMethods = Real(file)->pMethods ? &kMethods : nullptr;
   return result;
 }
@@ -113,10 +76,7 @@ int Delete(sqlite3_vfs*, const char* name, int syncDirectory) {
 bool PrepareToDie() {
   if (!UseSharedPageCache() || sqlite3_initialize() != SQLITE_OK) return false;
   below = sqlite3_vfs_find(nullptr);
-  static sqlite3_vfs vfs = *below;
-  vfs.szOsFile += static_cast<int>(sizeof(sqlite3_file));
-  vfs.zName = "mortal";
-  vfs.pNext = nullptr;
+  static sqlite3_vfs vfs = Layer::Over(*below, "mortal");
   vfs.xOpen = Open;
   vfs.xDelete = Delete;
   return sqlite3_vfs_register(&vfs, 1) == SQLITE_OK;
