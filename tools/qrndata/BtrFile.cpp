@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "btrieve/LogExam.h"
+#include "btrieve/Sqlite.h"
 #include "platform/BtrCall.h"
 #include "tools/qrndata/Paths.h"
 
@@ -87,6 +89,14 @@ FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   return stat;
 }
 
+// Such a file is not opened; where it is opened and fails, others may be writing to its log.
+std::string FaultOfOpen(Status status, const std::string& path) try {
+  const bool isLog = status == btrieve::kIoError && !btrieve::LogIsSound(path + "-wal");
+  return StatusText(status) + (isLog ? ": its log, with \"-wal\" behind the name, is damaged" : "");
+} catch (const btrieve::Failure&) {
+  return StatusText(status) + ": its log, with \"-wal\" behind the name, cannot be read";
+}
+
 }  // namespace
 
 std::string StatusText(Status status) {
@@ -105,9 +115,9 @@ BtrFile::BtrFile(const std::filesystem::path& path, Access access) : name_(PathT
   std::string key = BtrievePath(path);
   uint32_t length = 0;
   const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
-  Require(qrn::BtrCall(kOpen, posBlock_.data(), nullptr, &length, key.data(), keyLength,
-                       static_cast<int8_t>(access)),
-          name_);
+  const Status status = qrn::BtrCall(kOpen, posBlock_.data(), nullptr, &length, key.data(),
+                                     keyLength, static_cast<int8_t>(access));
+  if (status != btrieve::kOk) throw Failure(kSystem, name_ + ": " + FaultOfOpen(status, key));
 }
 
 BtrFile::~BtrFile() {
