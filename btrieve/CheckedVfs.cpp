@@ -68,10 +68,13 @@ int Told(Action action) {
   return result != SQLITE_OK && LastErrorIsDiskFull() ? SQLITE_FULL : result;
 }
 
+sqlite3_int64 PlaceInLog(uint64_t offset) noexcept {
+  return static_cast<sqlite3_int64>(offset) + static_cast<sqlite3_int64>(kLogHeadSize);
+}
+
 int ReadLogBytes(sqlite3_file* file, std::span<uint8_t> out, uint64_t offset) {
-  const int result =
-      Real(file)->pMethods->xRead(Real(file), out.data(), static_cast<int>(out.size()),
-                                  static_cast<sqlite3_int64>(kLogHeadSize + offset));
+  const int result = Real(file)->pMethods->xRead(Real(file), out.data(),
+                                                 static_cast<int>(out.size()), PlaceInLog(offset));
   if (result == SQLITE_OK) MaskLog(out, offset);
   return result;
 }
@@ -97,7 +100,7 @@ int WriteLogBytes(sqlite3_file* file, std::span<const uint8_t> bytes, uint64_t o
     const size_t part = std::min(sizeof masked, bytes.size() - done);
     std::memcpy(masked, &bytes[done], part);
     MaskLog({masked, part}, offset + done);
-    const auto at = static_cast<sqlite3_int64>(kLogHeadSize + offset + done);
+    const auto at = PlaceInLog(offset + done);
     const int result = Told([&] {
       return Real(file)->pMethods->xWrite(Real(file), masked, static_cast<int>(part), at);
     });

@@ -17,6 +17,7 @@ class LogReader {
  public:
   explicit LogReader(const std::string& path, int access = SQLITE_OPEN_READONLY)
       : name_(SqliteName(path)) {
+    if (!RegisterCheckedVfs()) throw Failure{kNoCacheBuffer};  // SQLite may not have been started
     sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
     memory_ = std::make_unique<uint64_t[]>(static_cast<size_t>(vfs->szOsFile) / 8 + 1);
     const int result = vfs->xOpen(vfs, name_.c_str(), File(), access | SQLITE_OPEN_WAL, nullptr);
