@@ -28,7 +28,7 @@ class ExtendedRead {
       : call_(call),
         cursor_(*call.cursor),
         request_(request),
-        writer_({call.data, std::min<size_t>(call.room, kMaxExtendedSize)}, request.Fields()),
+        writer_({call.data, call.room}, request.Fields()),
         forward_(forward),
         along_(along) {}
 

@@ -13,7 +13,7 @@ constexpr size_t kRecordHead = 6;  // u16 length, u32 position
 }  // namespace
 
 ReplyWriter::ReplyWriter(std::span<uint8_t> out, std::span<const ExtractField> fields) noexcept
-    : out_(out.first(std::min(out.size(), kMaxExtendedSize))), fields_(fields) {}
+    : out_(out), fields_(fields) {}
 
 Status ReplyWriter::Add(uint32_t position, const uint8_t* record, size_t length) noexcept {
   size_t extracted = 0;

@@ -20,9 +20,6 @@ class ByteReader;
 
 // Rejections after which a call stops when the descriptor says 0.
 inline constexpr uint16_t kSystemRejectCount = 4095;
-// Bytes a descriptor or a reply may have; a larger data buffer is used up to here.
-inline constexpr size_t kMaxExtendedSize = 65535;
-
 enum class Verdict : uint8_t {
   Accept,
   Reject,       // counts towards the reject count (60)
@@ -93,7 +90,7 @@ class ExtendedRequest {
 // Writes a reply: u16 count, then for each record u16 length, u32 position, extracted bytes.
 class ReplyWriter {
  public:
-  // `out` has at least 2 bytes; at most kMaxExtendedSize of it are used. Writes nothing yet.
+  // `out` has at least 2 bytes, and all of it may be used. Writes nothing yet.
   ReplyWriter(std::span<uint8_t> out, std::span<const ExtractField> fields) noexcept;
 
   // 0 added; 22 it does not fit; 65 a field begins at or past the record's end, or one before the

@@ -113,6 +113,23 @@ TEST_F(ExtendedScan, MeetsWhatSingleReadsMeet) {
   }
 }
 
+TEST_F(ExtendedScan, UsesAllOfALargeBuffer) {
+  constexpr uint32_t kRoom = 8'000'000;
+  for (const Direction& to : kDirections) {
+    SCOPED_TRACE(to.name);
+    const std::vector<int32_t> all = Single(to);
+    Read(to.first, to.key);
+    const Descriptor descriptor{.signature = "UC", .wanted = 65535, .fields = {{65535, 0}}};
+    const CallOut out = file_.Call(
+        to.extended, {.data = DescriptorBytes(descriptor), .room = kRoom, .keyNumber = to.key});
+    EXPECT_EQ(out.status, 9);
+    EXPECT_GT(out.Returned().size(), size_t{65535});
+    std::vector<int32_t> ids;
+    TakeReply(out.Returned(), ids);
+    EXPECT_EQ(ids, all);
+  }
+}
+
 TEST_F(ExtendedScan, SeesTheOwnTransaction) {
   for (const int begin : {19, 1019}) {
     ASSERT_EQ(file_.Call(begin, {}).status, 0);
