@@ -97,6 +97,8 @@ demo_forms() {
   [ "$code" -ne 0 ] || demo_form "$company" "$number" customers || code=1
   say "the customer card again, by the keyboard alone: the list on the way, boxes answered by keys"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" keyboard customers walk || code=1
+  say "the look-up: a list narrowed by letters, a choice that shows its card, combos that write codes"
+  [ "$code" -ne 0 ] || demo_form "$company" "$number" lookup || code=1
   "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT

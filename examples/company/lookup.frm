@@ -118,7 +118,7 @@ Begin VB.Form frmLookup
       DbListTable     =   "Customers"
       DbMaxRecords    =   300
       DbSavePosition  =   -1  'True
-      DbSkipRecords   =   0
+      DbSkipRecords   =   -1
       DbTabStops      =   "1"
       DbUpdateOption  =   1
       Height          =   4200
