@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "host/runner/Form.h"
 #include "tests/qrnform/FormRun.h"
 
 namespace qrn::tests {
@@ -209,6 +210,13 @@ TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
     EXPECT_EQ(result.faults, 0) << result.told;
     EXPECT_EQ(result.left, 0);
   }
+}
+
+// Where the system gives it no keyboard yet, code finds the control that will have it.
+TEST(KeyboardOfAMinimizedForm, IsForItsFirstStop) {
+  OpenForms forms({FormText(" WindowState = 1\n" + kThree, "")}, false);
+  ASSERT_NE(forms.first().Focused(), nullptr);
+  EXPECT_EQ(forms.first().Focused()->name(), L"edtOne");
 }
 
 // A setting that the module refuses as it loads, as long as it lives.
