@@ -43,6 +43,8 @@ std::vector<FormControl*> FormKeyboard::StopsAfter(const FormControl* now, bool 
 }
 
 void FormKeyboard::Next(bool backwards) {
+  // There no stop keeps the keyboard: it would end at the last one.
+  if (IsIconic(window_.get())) return;
   const FormControl* now = controls_.Of(GetFocus());
   for (FormControl* next : StopsAfter(now ? now : active_, backwards)) {
     if (next->TakeFocus()) return;

@@ -212,6 +212,26 @@ TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
   }
 }
 
+TEST(KeyboardBetweenForms, GoesToOneThatIsShownAgain) {
+  const std::string first = FormText(kThree, "Public Sub Other()\n  frmOther.Show\nEnd Sub\n");
+  const RunResult result = RunForms({{first, FormText(Edit("edtOne", 0), "", "frmOther")},
+                                     "call Other\ntype \"a\"\nshow frmTest\ntype \"b\"\n"
+                                     "print frmOther.edtOne.Text\nprint frmTest.edtOne.Text\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.printed, "a\nb\n");
+}
+
+// A window that holds others, and one that is activated, keeps the keyboard from nobody.
+TEST(KeyboardOfAForm, IsHandedOnByItsWindows) {
+  OpenForms forms({FormText(kInFrame, "")}, false);
+  const host::FormControl* stop = forms.first().Find(L"edtOne");
+  ASSERT_NE(SetFocus(forms.first().Find(L"fra")->Window()), nullptr);
+  EXPECT_TRUE(stop->HasFocus());
+  SetFocus(nullptr);
+  SendMessageW(forms.first().Window(), WM_ACTIVATE, WA_ACTIVE, 0);
+  EXPECT_TRUE(stop->HasFocus());
+}
+
 // Where the system gives it no keyboard yet, code finds the control that will have it.
 TEST(KeyboardOfAMinimizedForm, IsForItsFirstStop) {
   OpenForms forms({FormText(" WindowState = 1\n" + kThree, "")}, false);
