@@ -1,8 +1,7 @@
 // The entry: one call at a time, and whatever fails inside comes out as a status.
-#include "btrieve/BtrCall.h"
-
 #include <new>
 
+#include "btrieve.h"
 #include "btrieve/Background.h"
 #include "btrieve/Maintenance.h"
 #include "btrieve/Operations.h"
@@ -32,9 +31,9 @@ Status Guarded(Call& call, uint16_t operation) noexcept {
 
 }  // namespace
 
-extern "C" int16_t BTRIEVE_CALL BTRCALL(uint16_t operation, void* posBlock, void* data,
-                                        uint32_t* dataLength, void* key, uint8_t keyLength,
-                                        int8_t keyNumber) {
+extern "C" int16_t BTR_CALL BTRCALL(uint16_t operation, void* posBlock, void* data,
+                                    uint32_t* dataLength, void* key, uint8_t keyLength,
+                                    int8_t keyNumber) {
   Session& session = Session::Get();
   std::unique_lock lock(session.Mutex(), std::defer_lock);
   if (!Enter(lock)) return kNotActive;

@@ -63,7 +63,7 @@ inline constexpr uint64_t kStaleVersion = UINT64_MAX;
 // not fill, or that has been closed, is found out.
 class CursorTable {
  public:
-  static constexpr size_t kBlockSize = 128;
+  static constexpr size_t kBlockSize = BtrPositionBlockSize;
   static constexpr size_t kMostCursors = 8192;
 
   // Null for a block that is no open cursor's.

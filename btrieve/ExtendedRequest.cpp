@@ -9,13 +9,13 @@
 namespace btrieve {
 namespace {
 
-enum Connector : uint8_t { kLast = 0, kAnd = 1, kOr = 2 };
+enum Connector : uint8_t { kLast = BtrLastTerm, kAnd = BtrAnd, kOr = BtrOr };
 
 constexpr uint8_t kComparisonMask = 0x07;
-constexpr uint8_t kNamedSequenceFlag = 8;
-constexpr uint8_t kSequenceFlag = 32;
-constexpr uint8_t kSecondFieldFlag = 64;
-constexpr uint8_t kFoldCaseFlag = 128;
+constexpr uint8_t kNamedSequenceFlag = BtrNamedSequence;
+constexpr uint8_t kSequenceFlag = BtrWithSequence;
+constexpr uint8_t kSecondFieldFlag = BtrWithField;
+constexpr uint8_t kFoldCaseFlag = BtrIgnoringCase;
 
 // Outcomes of a comparison as bits.
 constexpr uint8_t kLess = 1;

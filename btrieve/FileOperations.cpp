@@ -16,8 +16,12 @@ struct ModeRow {
 };
 // Each with its variants for sharing by one and by several engines. Others are as normal.
 constexpr ModeRow kModes[] = {
-    {-2, true, false}, {-34, true, false}, {-66, true, false},
-    {-4, false, true}, {-36, false, true}, {-68, false, true},
+    {BtrModeReadOnly, true, false},
+    {BtrModeReadOnly + BtrModeSingleEngine, true, false},
+    {BtrModeReadOnly + BtrModeMultiEngine, true, false},
+    {BtrModeExclusive, false, true},
+    {BtrModeExclusive + BtrModeSingleEngine, false, true},
+    {BtrModeExclusive + BtrModeMultiEngine, false, true},
 };
 
 ModeRow ModeOf(int8_t number) noexcept {

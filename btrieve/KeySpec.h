@@ -18,29 +18,28 @@
 namespace btrieve {
 
 // Flags of a file. The others only steer storage: they are kept and given back, never acted upon.
-inline constexpr uint16_t kVariableRecords = 0x0001;
-inline constexpr uint16_t kKeyOnly = 0x0010;
-inline constexpr uint16_t kReservePointers = 0x0100;
-inline constexpr uint16_t kKeyNumbersGiven = 0x0400;
+inline constexpr uint16_t kVariableRecords = BtrFileVariable;
+inline constexpr uint16_t kKeyOnly = BtrFileKeyOnly;
+inline constexpr uint16_t kReservePointers = BtrFileReservePointers;
+inline constexpr uint16_t kKeyNumbersGiven = BtrFileKeyNumbers;
 
 // Flags of a key segment. Bits from 0x1000 up have no meaning and are given back as they came.
-inline constexpr uint16_t kDuplicates = 0x0001;
-inline constexpr uint16_t kModifiable = 0x0002;
-inline constexpr uint16_t kOldBinary =
-    0x0004;  // unsigned binary, only where kExtendedType is clear
-inline constexpr uint16_t kNullAllSegments = 0x0008;
-inline constexpr uint16_t kAnotherSegment = 0x0010;
-inline constexpr uint16_t kSequence = 0x0020;
-inline constexpr uint16_t kDescending = 0x0040;
-inline constexpr uint16_t kRepeating = 0x0080;  // only beside kDuplicates
-inline constexpr uint16_t kExtendedType = 0x0100;
-inline constexpr uint16_t kNullAnySegment = 0x0200;
-inline constexpr uint16_t kCaseInsensitive = 0x0400;  // beside kSequence: the sequence is numbered
+inline constexpr uint16_t kDuplicates = BtrKeyDuplicates;
+inline constexpr uint16_t kModifiable = BtrKeyModifiable;
+inline constexpr uint16_t kOldBinary = BtrKeyOldBinary;
+inline constexpr uint16_t kNullAllSegments = BtrKeyNullAll;
+inline constexpr uint16_t kAnotherSegment = BtrKeyAnotherSegment;
+inline constexpr uint16_t kSequence = BtrKeySequence;
+inline constexpr uint16_t kDescending = BtrKeyDescending;
+inline constexpr uint16_t kRepeating = BtrKeyRepeating;
+inline constexpr uint16_t kExtendedType = BtrKeyExtendedType;
+inline constexpr uint16_t kNullAnySegment = BtrKeyNullAny;
+inline constexpr uint16_t kCaseInsensitive = BtrKeyIgnoreCase;
 
-inline constexpr size_t kSpecificationSize = 16;  // of a file's head and of each segment
-inline constexpr size_t kSequenceSize = 265;      // 0xAC, name of 8 bytes, map of 256 bytes
+inline constexpr size_t kSpecificationSize = BtrSpecSize;  // of a file's head and of each segment
+inline constexpr size_t kSequenceSize = BtrSequenceSize;  // 0xAC, name of 8 bytes, map of 256 bytes
 inline constexpr uint8_t kSequenceMark = 0xAC;
-inline constexpr int kHighestKeyNumber = 118;
+inline constexpr int kHighestKeyNumber = BtrHighestKeyNumber;
 inline constexpr int kNoSequence = -1;
 inline constexpr uint8_t kDefaultFileVersion = 0x95;
 

@@ -9,31 +9,14 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "btrieve.h"
+
 namespace btrieve {
 
 enum class KeyType : uint8_t {
-  String = 0,
-  Integer = 1,
-  Float = 2,
-  Date = 3,
-  Time = 4,
-  Decimal = 5,
-  Money = 6,
-  Logical = 7,
-  Numeric = 8,
-  BFloat = 9,
-  LString = 10,
-  ZString = 11,
-  UnsignedBinary = 14,
-  AutoIncrement = 15,
-  NumericSts = 17,
-  NumericSa = 18,
-  Currency = 19,
-  Timestamp = 20,
-  WideString = 25,
-  WideZString = 26,
-  Guid = 27,
-  NullIndicator = 255,
+#define BTRIEVE_KEY_TYPE(name, number) name = number,
+  BTR_KEY_TYPES(BTRIEVE_KEY_TYPE)
+#undef BTRIEVE_KEY_TYPE
 };
 
 // Less than, equal to or greater than 0, as the field `a` sorts before, with or after `b`. Both

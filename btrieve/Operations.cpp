@@ -32,54 +32,50 @@ struct OperationRow {
 
 // clang-format off
 constexpr OperationRow kOperations[] = {
-    {0,  OpenFile,             kNothing},
-    {1,  CloseFile,            kCursor},
-    {2,  Insert,               kCursor | kKeyOrNone | kKeyOut},
-    {3,  Update,               kCursor | kKeyOrNone | kKeyOut},
-    {4,  Delete,               kCursor},
-    {5,  GetEqual,             kByValue},
-    {6,  GetNext,              kAlongKey},
-    {7,  GetPrevious,          kAlongKey},
-    {8,  GetGreater,           kByValue},
-    {9,  GetGreaterOrEqual,    kByValue},
-    {10, GetLess,              kByValue},
-    {11, GetLessOrEqual,       kByValue},
-    {12, GetFirst,             kAlongKey},
-    {13, GetLast,              kAlongKey},
-    {14, MakeFile,             kNothing},
-    {15, Stat,                 kCursor},
-    {19, BeginTransaction,     kNothing},
-    {20, EndTransaction,       kNothing},
-    {21, AbortTransaction,     kNothing},
-    {22, GetPosition,          kCursor},
-    {23, GetDirect,            kCursor | kKeyOrNone | kKeyOut | kReads | kNoChunks},
-    {24, StepNext,             kByPlace},
-    {25, Stop,                 kNothing},
-    {26, Version,              kNothing},
-    {27, Unlock,               kCursor},
-    {28, Reset,                kNothing},
-    {29, SetOwner,             kCursor | kNoActive},
-    {30, ClearOwner,           kCursor | kNoActive},
-    {31, CreateIndex,          kCursor | kNoActive},
-    {32, DropIndex,            kCursor | kNoActive},
-    {33, StepFirst,            kByPlace},
-    {34, StepLast,             kByPlace},
-    {35, StepPrevious,         kByPlace},
-    {36, GetNextExtended,      kCursor | kKey | kReads},
-    {37, GetPreviousExtended,  kCursor | kKey | kReads},
-    {38, StepNextExtended,     kByPlace},
-    {39, StepPreviousExtended, kByPlace},
-    {40, InsertExtended,       kCursor | kKeyOrNone | kKeyOut},
-    {44, GetByPercentage,      kCursor | kKeyOrNone | kKeyOut | kReads},
-    {45, FindPercentage,       kCursor | kKeyOrNone | kKeyOut},
-    {78, Login,                kNothing},
+    {BtrOpOpen,                  OpenFile,             kNothing},
+    {BtrOpClose,                 CloseFile,            kCursor},
+    {BtrOpInsert,                Insert,               kCursor | kKeyOrNone | kKeyOut},
+    {BtrOpUpdate,                Update,               kCursor | kKeyOrNone | kKeyOut},
+    {BtrOpDelete,                Delete,               kCursor},
+    {BtrOpGetEqual,              GetEqual,             kByValue},
+    {BtrOpGetNext,               GetNext,              kAlongKey},
+    {BtrOpGetPrevious,           GetPrevious,          kAlongKey},
+    {BtrOpGetGreater,            GetGreater,           kByValue},
+    {BtrOpGetGreaterOrEqual,     GetGreaterOrEqual,    kByValue},
+    {BtrOpGetLess,               GetLess,              kByValue},
+    {BtrOpGetLessOrEqual,        GetLessOrEqual,       kByValue},
+    {BtrOpGetFirst,              GetFirst,             kAlongKey},
+    {BtrOpGetLast,               GetLast,              kAlongKey},
+    {BtrOpCreate,                MakeFile,             kNothing},
+    {BtrOpStat,                  Stat,                 kCursor},
+    {BtrOpBeginTransaction,      BeginTransaction,     kNothing},
+    {BtrOpEndTransaction,        EndTransaction,       kNothing},
+    {BtrOpAbortTransaction,      AbortTransaction,     kNothing},
+    {BtrOpGetPosition,           GetPosition,          kCursor},
+    {BtrOpGetDirect,             GetDirect,            kCursor | kKeyOrNone | kKeyOut | kReads | kNoChunks},
+    {BtrOpStepNext,              StepNext,             kByPlace},
+    {BtrOpStop,                  Stop,                 kNothing},
+    {BtrOpVersion,               Version,              kNothing},
+    {BtrOpUnlock,                Unlock,               kCursor},
+    {BtrOpReset,                 Reset,                kNothing},
+    {BtrOpSetOwner,              SetOwner,             kCursor | kNoActive},
+    {BtrOpClearOwner,            ClearOwner,           kCursor | kNoActive},
+    {BtrOpCreateIndex,           CreateIndex,          kCursor | kNoActive},
+    {BtrOpDropIndex,             DropIndex,            kCursor | kNoActive},
+    {BtrOpStepFirst,             StepFirst,            kByPlace},
+    {BtrOpStepLast,              StepLast,             kByPlace},
+    {BtrOpStepPrevious,          StepPrevious,         kByPlace},
+    {BtrOpGetNextExtended,       GetNextExtended,      kCursor | kKey | kReads},
+    {BtrOpGetPreviousExtended,   GetPreviousExtended,  kCursor | kKey | kReads},
+    {BtrOpStepNextExtended,      StepNextExtended,     kByPlace},
+    {BtrOpStepPreviousExtended,  StepPreviousExtended, kByPlace},
+    {BtrOpInsertExtended,        InsertExtended,       kCursor | kKeyOrNone | kKeyOut},
+    {BtrOpGetByPercentage,       GetByPercentage,      kCursor | kKeyOrNone | kKeyOut | kReads},
+    {BtrOpFindPercentage,        FindPercentage,       kCursor | kKeyOrNone | kKeyOut},
+    {BtrOpLogin,                 Login,                kNothing},
 };
 // clang-format on
 
-constexpr uint16_t kLongOwner = 17029;
-constexpr uint16_t kSetOwner = 29;
-constexpr uint16_t kBegin = 19;
-constexpr uint16_t kGetKeyBias = 50;
 constexpr int8_t kChunks = -2;
 
 const OperationRow* FindOperation(uint16_t number) noexcept {
@@ -99,7 +95,7 @@ LockRequest LockOfBias(uint16_t bias) noexcept {
 }
 
 bool SetBias(Call& call, uint16_t bias) noexcept {
-  if (bias > 400) return false;
+  if (bias > BtrBiasMultipleNoWait) return false;
   call.bias = bias;
   call.lock = LockOfBias(bias);
   return true;
@@ -107,26 +103,28 @@ bool SetBias(Call& call, uint16_t bias) noexcept {
 
 // 1019 and up begin concurrent transactions, 1519 and up those whose writes are not repeated.
 bool DecodeConcurrent(Call& call, uint16_t operation) noexcept {
-  call.operation = kBegin;
+  call.operation = BtrOpBeginTransaction;
   call.begins = TransactionKind::Concurrent;
   call.retriesWrites = operation < 1500;
-  return SetBias(call, static_cast<uint16_t>((operation - 1019) % 500));
+  return SetBias(call, static_cast<uint16_t>((operation - BtrOpBeginConcurrentTransaction) % 500));
 }
 
 bool Decode(Call& call, uint16_t operation) noexcept {
-  if (operation == kLongOwner) {
-    call.operation = kSetOwner;
+  if (operation == BtrOpSetLongOwner) {
+    call.operation = BtrOpSetOwner;
     call.longName = true;
     return true;
   }
-  if (operation >= 1019 && operation <= 1919 && operation % 100 == kBegin) {
+  if (operation >= BtrOpBeginConcurrentTransaction && operation <= 1919 &&
+      operation % 100 == BtrOpBeginTransaction) {
     return DecodeConcurrent(call, operation);
   }
   if (!SetBias(call, static_cast<uint16_t>(operation / 100 * 100))) return false;
   call.operation = operation % 100;
-  call.getKey = call.operation >= 55 && call.operation <= 63;
-  if (call.getKey) call.operation = static_cast<uint16_t>(call.operation - kGetKeyBias);
-  if (call.operation == kBegin) call.begins = TransactionKind::Exclusive;
+  call.getKey = call.operation >= BtrBiasGetKey + BtrOpGetEqual &&
+                call.operation <= BtrBiasGetKey + BtrOpGetLast;
+  if (call.getKey) call.operation = static_cast<uint16_t>(call.operation - BtrBiasGetKey);
+  if (call.operation == BtrOpBeginTransaction) call.begins = TransactionKind::Exclusive;
   return true;
 }
 

@@ -13,8 +13,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(qrn_options INTERFACE -Wno-restrict -Wno-stringop-overflow
                          -Wno-array-bounds)
 endif()
-# Includes are written from src/ ("fields/FieldText.h") or from the root ("btrieve/BtrCall.h").
-target_include_directories(qrn_options INTERFACE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
+# Includes are written from include/ ("btrieve.h"), from src/ ("fields/FieldText.h") or from the root
+# ("btrieve/Session.h").
+target_include_directories(qrn_options INTERFACE ${CMAKE_SOURCE_DIR}/include
+                           ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
 if(WIN32)
   target_compile_definitions(qrn_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX
                              _WIN32_WINNT=0x0601 STRICT)

@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 
+#include "lexbase.h"
+
 namespace qrn::lexbase {
 
 // What tells one of the three files from the others.
@@ -17,9 +19,9 @@ struct DictionaryFileKind {
   int8_t readKey;  // the key whose order the rows are delivered in
 };
 
-inline constexpr DictionaryFileKind kFileDdf = {"file.ddf", "FILE.DDF", 97, 0};
-inline constexpr DictionaryFileKind kFieldDdf = {"field.ddf", "FIELD.DDF", 32, 0};
-inline constexpr DictionaryFileKind kIndexDdf = {"index.ddf", "INDEX.DDF", 10, 2};
+inline constexpr DictionaryFileKind kFileDdf = {"file.ddf", "FILE.DDF", LexbaseFileRowSize, 0};
+inline constexpr DictionaryFileKind kFieldDdf = {"field.ddf", "FIELD.DDF", LexbaseFieldRowSize, 0};
+inline constexpr DictionaryFileKind kIndexDdf = {"index.ddf", "INDEX.DDF", LexbaseIndexRowSize, 2};
 
 // Closes itself when it goes. Not movable: the record manager may remember the block's address.
 class DictionaryFile {
@@ -30,7 +32,7 @@ class DictionaryFile {
   ~DictionaryFile() { Close(); }
 
   // Opens the file of that kind in `directory` and checks that it is one. A status of the record
-  // manager, kDdfBadDirectory or kDdfNotADictionary.
+  // manager, LexbaseBadDirectory or LexbaseNotADictionary.
   [[nodiscard]] int Open(const std::string& directory, const DictionaryFileKind& kind);
 
   // The next row of the key's order into `row` (rowSize bytes), 9 behind the last one.
@@ -43,7 +45,7 @@ class DictionaryFile {
   [[nodiscard]] int OpenPath(const std::string& path);
   [[nodiscard]] int CheckKind();
 
-  std::array<uint8_t, 128> posBlock_{};
+  std::array<uint8_t, BtrPositionBlockSize> posBlock_{};
   const DictionaryFileKind* kind_ = nullptr;
   bool isOpen_ = false;
   bool hasBegun_ = false;

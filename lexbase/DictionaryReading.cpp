@@ -34,7 +34,7 @@ int DictionaryReading::CollectFields() {
   FieldRow row{};
   int code = 0;
   while ((code = fields_.ReadNext(row)) == 0) fieldRows_.push_back(row);
-  if (code != kDdfEndOfFile) return code;
+  if (code != LexbaseEndOfFile) return code;
   std::stable_sort(
       fieldRows_.begin(), fieldRows_.end(),
       [](const FieldRow& left, const FieldRow& right) { return TableOf(left) < TableOf(right); });
@@ -46,7 +46,7 @@ int DictionaryReading::ReadField(std::span<uint8_t> row) {
   if (!fieldsAreCollected_) {
     if (const int code = CollectFields(); code != 0) return code;
   }
-  if (nextField_ == fieldRows_.size()) return kDdfEndOfFile;
+  if (nextField_ == fieldRows_.size()) return LexbaseEndOfFile;
   std::copy(fieldRows_[nextField_].begin(), fieldRows_[nextField_].end(), row.begin());
   ++nextField_;
   return 0;

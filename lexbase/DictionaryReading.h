@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "lexbase.h"
 #include "lexbase/DictionaryFile.h"
-#include "lexbase/Lexbase.h"
 
 namespace qrn::lexbase {
 
@@ -25,7 +25,7 @@ class DictionaryReading {
   [[nodiscard]] int ReadIndex(std::span<uint8_t> row) { return indexes_.ReadNext(row); }
 
  private:
-  using FieldRow = std::array<uint8_t, kFieldRowSize>;
+  using FieldRow = std::array<uint8_t, LexbaseFieldRowSize>;
 
   [[nodiscard]] int CollectFields();
 

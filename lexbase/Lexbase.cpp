@@ -1,5 +1,5 @@
 // The five functions: one reading, and the guard that no exception passes.
-#include "lexbase/Lexbase.h"
+#include "lexbase.h"
 
 #include <memory>
 
@@ -20,16 +20,16 @@ int Guard(Body body) noexcept {
   try {
     return body();
   } catch (...) {
-    return qrn::lexbase::kDdfFailed;
+    return LexbaseFailed;
   }
 }
 
 template <int kRowSize>
 int ReadRow(void* row, int (DictionaryReading::*read)(std::span<uint8_t>)) noexcept {
-  if (row == nullptr) return qrn::lexbase::kDdfNoBuffer;
+  if (row == nullptr) return LexbaseNoBuffer;
   return Guard([&] {
     DictionaryReading* reading = TheReading().get();
-    if (reading == nullptr) return static_cast<int>(qrn::lexbase::kDdfNotOpen);
+    if (reading == nullptr) return int{LexbaseNotOpen};
     return (reading->*read)({static_cast<uint8_t*>(row), size_t{kRowSize}});
   });
 }
@@ -38,10 +38,10 @@ int ReadRow(void* row, int (DictionaryReading::*read)(std::span<uint8_t>)) noexc
 
 extern "C" {
 
-int QRN_DDFAPI DDFOpen(const char* directory, int) {
-  if (directory == nullptr || *directory == '\0') return qrn::lexbase::kDdfBadDirectory;
+int32_t LEXBASE_CALL DDFOpen(const char* directory, int32_t) {
+  if (directory == nullptr || *directory == '\0') return LexbaseBadDirectory;
   return Guard([&] {
-    if (TheReading() != nullptr) return static_cast<int>(qrn::lexbase::kDdfAlreadyOpen);
+    if (TheReading() != nullptr) return int{LexbaseAlreadyOpen};
     auto reading = std::make_unique<DictionaryReading>();
     const int code = reading->Open(directory);
     if (code == 0) TheReading() = std::move(reading);
@@ -49,22 +49,22 @@ int QRN_DDFAPI DDFOpen(const char* directory, int) {
   });
 }
 
-int QRN_DDFAPI DDFClose() {
-  return Guard([] {
+int32_t LEXBASE_CALL DDFClose() {
+  return Guard([]() -> int {
     const auto reading = std::move(TheReading());
-    return reading == nullptr ? static_cast<int>(qrn::lexbase::kDdfNotOpen) : reading->Close();
+    return reading == nullptr ? int{LexbaseNotOpen} : reading->Close();
   });
 }
 
-int QRN_DDFAPI DDFReadFile(void* fileRow) {
-  return ReadRow<qrn::lexbase::kFileRowSize>(fileRow, &DictionaryReading::ReadFile);
+int32_t LEXBASE_CALL DDFReadFile(void* fileRow) {
+  return ReadRow<LexbaseFileRowSize>(fileRow, &DictionaryReading::ReadFile);
 }
 
-int QRN_DDFAPI DDFReadField(void* fieldRow) {
-  return ReadRow<qrn::lexbase::kFieldRowSize>(fieldRow, &DictionaryReading::ReadField);
+int32_t LEXBASE_CALL DDFReadField(void* fieldRow) {
+  return ReadRow<LexbaseFieldRowSize>(fieldRow, &DictionaryReading::ReadField);
 }
 
-int QRN_DDFAPI DDFReadIndex(void* indexRow) {
-  return ReadRow<qrn::lexbase::kIndexRowSize>(indexRow, &DictionaryReading::ReadIndex);
+int32_t LEXBASE_CALL DDFReadIndex(void* indexRow) {
+  return ReadRow<LexbaseIndexRowSize>(indexRow, &DictionaryReading::ReadIndex);
 }
 }

@@ -33,6 +33,7 @@ host/user          5   src/com src/ole
 tools/typelib      1   src/com src/ole src/binding
 tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase
 tools/qrnform      1   src/com src/ole host
+examples/          1   tools/qrndata
 '
 # What stands above its floor and may be included from everywhere, and what the build brings.
 FREE='src/core/DbTypes.h sqlite3.c'

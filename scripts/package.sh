@@ -8,18 +8,17 @@ stage_package() {
   for file in "${PACKAGE_PRODUCTS[@]}"; do
     [ -f "$bin/$file" ] || die "$file has not been built: nothing was packed"
   done
-  mkdir -p "$stage/examples/flat"
+  mkdir -p "$stage/examples"
   for file in "${PACKAGE_PRODUCTS[@]}"; do
     cp "$bin/$file" "$stage/"
     x86_64-w64-mingw32-strip "$stage/$file" || die "could not strip $file"
   done
-  cp -r "$ROOT"/{docs,licenses} "$stage/"
-  cp -r "$ROOT/examples/company" "$stage/examples/"
-  cp "$ROOT"/examples/flat/*.{h,cpp} "$stage/examples/flat/"
+  cp -r "$ROOT"/{docs,include,licenses} "$stage/"
+  cp -r "$ROOT"/examples/{company,flat,tables} "$stage/examples/"
   cp "$ROOT/scripts/package/README.txt" "$stage/"
   cp "$ROOT/scripts/package/make-data.cmd" "$stage/examples/company/"
   # Lines end as Windows' own programs want them.
-  find "$stage" -type f \( -name '*.md' -o -name '*.txt' -o -name '*.cmd' -o -name '*.h' -o -name '*.cpp' \) \
+  find "$stage" -type f \( -name '*.md' -o -name '*.txt' -o -name '*.cmd' -o -name '*.h' -o -name '*.c' \) \
     -print0 | xargs -0 sed -i 's/\r*$/\r/'
 }
 

@@ -25,19 +25,19 @@ struct OperationPair {
 };
 
 constexpr OperationPair kReads[] = {
-    {DbGetEqual, kOpGetEqual},
-    {DbGetFirst, kOpGetFirst},
-    {DbGetLast, kOpGetLast},
-    {DbGetNext, kOpGetNext},
-    {DbGetPrevious, kOpGetPrevious},
-    {DbGetGreater, kOpGetGreater},
-    {DbGetLessThan, kOpGetLess},
-    {DbGetGreaterOrEqual, kOpGetGreaterOrEqual},
-    {DbGetLessThanOrEuqal, kOpGetLessOrEqual},
-    {DbStepFirst, kOpStepFirst},
-    {DbStepLast, kOpStepLast},
-    {DbStepNext, kOpStepNext},
-    {DbStepPrevious, kOpStepPrevious},
+    {DbGetEqual, BtrOpGetEqual},
+    {DbGetFirst, BtrOpGetFirst},
+    {DbGetLast, BtrOpGetLast},
+    {DbGetNext, BtrOpGetNext},
+    {DbGetPrevious, BtrOpGetPrevious},
+    {DbGetGreater, BtrOpGetGreater},
+    {DbGetLessThan, BtrOpGetLess},
+    {DbGetGreaterOrEqual, BtrOpGetGreaterOrEqual},
+    {DbGetLessThanOrEuqal, BtrOpGetLessOrEqual},
+    {DbStepFirst, BtrOpStepFirst},
+    {DbStepLast, BtrOpStepLast},
+    {DbStepNext, BtrOpStepNext},
+    {DbStepPrevious, BtrOpStepPrevious},
 };
 
 void ZeroRecord(DbTableInfo& table, int64_t size) {
@@ -81,7 +81,7 @@ Admission AfterSetData(DbEngine& engine, BoundButton& button, uint32_t& length) 
 }
 
 bool ContinuesAlongKey(int32_t operation) {
-  return operation == kOpGetNext || operation == kOpGetPrevious;
+  return operation == BtrOpGetNext || operation == BtrOpGetPrevious;
 }
 
 // Reads the whole of a record that the key has led to, whatever its length.
@@ -89,10 +89,10 @@ Status ReadWholeByPosition(DbTableInfo& table, BoundButton& button, KeyBuffer& k
   if (!GrowRecordBuffer(table, kLongRecordSize)) return kFailure;
   int32_t position = 0;
   uint32_t length = sizeof position;
-  BtrCall(DbAddLock(kOpGetPosition, button.DbLocks()), table.PosBlock, &position, &length, nullptr,
-          0, 0);
+  BtrCall(DbAddLock(BtrOpGetPosition, button.DbLocks()), table.PosBlock, &position, &length,
+          nullptr, 0, 0);
   StoreLittle(RecordBytes(table), position);
-  return CallWithKey(DbAddLock(kOpGetDirect, button.DbLocks()), table,
+  return CallWithKey(DbAddLock(BtrOpGetDirect, button.DbLocks()), table,
                      BoundedLength(table, table.BufferSize), key, KeyNumber(table, button));
 }
 
@@ -129,7 +129,7 @@ Status Read(DbEngine& engine, int32_t operation, BoundButton& button) {
   if (!DbBuildKey(*table, button.IndexID(), key)) return kFailure;
   Status status = CallWithKey(DbAddLock(static_cast<uint16_t>(operation), button.DbLocks()), *table,
                               BoundedLength(*table, length), key, KeyNumber(*table, button));
-  if (status != 0 && !(variable && status == kDataBufferTooShort)) return status;
+  if (status != 0 && !(variable && status == BtrStatusDataBufferLength)) return status;
   if (variable) status = ReadWholeByPosition(*table, button, key);
   if (status == kFailure) return status;
   ShowOnControls(engine, button);
@@ -151,8 +151,9 @@ Status Insert(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
   if (table == nullptr) return refusal;
   KeyBuffer key;
   if (!DbBuildKey(*table, button.IndexID(), key)) return kFailure;
-  return CallWithKey(DbAddLock(kOpInsert, button.DbLocks()), *table, BoundedLength(*table, length),
-                     key, WritingKeyNumber(*table, button, noCurrencyChange));
+  return CallWithKey(DbAddLock(BtrOpInsert, button.DbLocks()), *table,
+                     BoundedLength(*table, length), key,
+                     WritingKeyNumber(*table, button, noCurrencyChange));
 }
 
 Status Update(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
@@ -169,15 +170,16 @@ Status Update(DbEngine& engine, BoundButton& button, bool noCurrencyChange) {
     if (StoreBlobs(engine, *table, button.Controls()) < 0) return kFailure;
     DbRecordDataLength(engine, *table, length);
   }
-  return CallWithKey(DbAddLock(kOpUpdate, button.DbLocks()), *table, BoundedLength(*table, length),
-                     key, WritingKeyNumber(*table, button, noCurrencyChange));
+  return CallWithKey(DbAddLock(BtrOpUpdate, button.DbLocks()), *table,
+                     BoundedLength(*table, length), key,
+                     WritingKeyNumber(*table, button, noCurrencyChange));
 }
 
 Status Delete(BoundButton& button) {
   const auto [table, refusal] = AfterSetData(button);
   if (table == nullptr) return refusal;
-  return BtrCall(DbAddLock(kOpDelete, button.DbLocks()), table->PosBlock, nullptr, nullptr, nullptr,
-                 0, 0);
+  return BtrCall(DbAddLock(BtrOpDelete, button.DbLocks()), table->PosBlock, nullptr, nullptr,
+                 nullptr, 0, 0);
 }
 
 Status Step(DbEngine& engine, int32_t operation, BoundButton& button) {

@@ -9,47 +9,28 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "lexbase.h"
+
 namespace qrn {
 
 // Status of the engine: 0 success, positive a Btrieve status passed on unchanged, negative one of
 // the system's own codes (core/ReturnCodes.h).
 using Status = int16_t;
 
-// Field type codes as the dictionary files store them.
+// Field type codes as the dictionary files store them: kString and so on.
 enum FieldType : int32_t {
-  kString = 0,
-  kInteger = 1,
-  kFloat = 2,
-  kDate = 3,
-  kTime = 4,
-  kDecimal = 5,
-  kMoney = 6,
-  kLogical = 7,
-  kNumeric = 8,
-  kBFloat = 9,
-  kLString = 10,
-  kZString = 11,
-  kNote = 12,
-  kLVar = 13,
-  kUBin = 14,
-  kAutoInc = 15,
-  kBit = 16,
-  kNumericSTS = 17,
-  kNumericSA = 18,
-  kCurrency = 19,
-  kBlob = 21,
-  kWideString = 25,
-  kWideZString = 26,
-  kConstraintName = 227,  // a row that no loader takes
-  kIndexName = 255,       // names a key: Offset is the key number
+#define QRN_FIELD_TYPE(name, number) k##name = number,
+  LEXBASE_FIELD_TYPES(QRN_FIELD_TYPE)
+#undef QRN_FIELD_TYPE
 };
 
 // Field flag: a null-indicator byte precedes the value. A walk steps over it; Offset is as given.
-inline constexpr uint16_t kFieldNullable = 4;
+inline constexpr uint16_t kFieldNullable = LexbaseFieldNullable;
 
 // Segment flags, as index.ddf stores them.
-inline constexpr int32_t kSegmentLeavesNullOut = 8;
-inline constexpr int32_t kSegmentContinues = 16;  // another segment of the same key follows
+inline constexpr int32_t kSegmentLeavesNullOut = LexbaseIndexNullAll;
+inline constexpr int32_t kSegmentContinues =
+    LexbaseIndexContinues;  // another segment of the same key follows
 
 // One column of a table, or one index name.
 struct DbFieldInfo {
@@ -75,7 +56,7 @@ struct DbSegmentInfo {
   int32_t Part;  // segment number within the key
 };
 
-inline constexpr size_t kPosBlockSize = 128;
+inline constexpr size_t kPosBlockSize = BtrPositionBlockSize;
 
 // One table, with its run-time state: position block, record buffer, open flag. The arrays are
 // owned by the dictionary (core/Dictionary.h), the record buffer from open to close.

@@ -103,7 +103,7 @@ Status DbDictCopy(const DbDictionary& source, DbDictionary** copy) noexcept {
 
 Status DbTableClose(DbEngine&, DbTableInfo& table) noexcept {
   uint32_t length = 0;
-  const Status status = BtrCall(kOpClose, table.PosBlock, nullptr, &length, nullptr, 0, 0);
+  const Status status = BtrCall(BtrOpClose, table.PosBlock, nullptr, &length, nullptr, 0, 0);
   if (status != 0) return status;
   table.IsOpen = 0;
   FreeRecordBuffer(table);

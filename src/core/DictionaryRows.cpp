@@ -1,75 +1,67 @@
 #include "core/DictionaryRows.h"
 
 #include <algorithm>
-#include <span>
 
 #include "core/DictionaryLookup.h"
-#include "fields/LittleEndian.h"
 #include "platform/LexbaseCalls.h"
 
 namespace qrn {
 namespace {
 
-constexpr int32_t kSegmentFlagDropped = 32;  // says that the segment is named, which nobody asks
+// Says that the segment is named, which nobody asks.
+constexpr int32_t kSegmentFlagDropped = LexbaseIndexIgnoreCase;
 
-template <size_t Size>
-class RowBytes {
- public:
-  void* Data() { return bytes_; }
-
-  int32_t Short(size_t at) const { return LoadLittle<int16_t>(From(at)); }
-  uint8_t Byte(size_t at) const { return bytes_[at]; }
-
-  // A fixed-width name, its trailing blanks cut; `out` has one character more than the name.
-  template <size_t OutSize>
-  void Name(size_t at, char (&out)[OutSize]) const {
-    std::copy_n(From(at).begin(), OutSize - 1, out);
-    out[OutSize - 1] = '\0';
-    DbTrimName(out, OutSize - 1);
-  }
-
- private:
-  std::span<const uint8_t> From(size_t at) const { return std::span(bytes_).subspan(at); }
-
-  uint8_t bytes_[Size] = {};
+// What a read writes, in the room that it may ask for.
+template <class Row, size_t Reserve>
+union Reserved {
+  uint8_t room[Reserve] = {};
+  Row row;
 };
+
+// A fixed-width name, its trailing blanks cut.
+template <size_t Width>
+void CopyName(const char (&name)[Width], char (&out)[Width + 1]) {
+  std::copy_n(name, Width, out);
+  out[Width] = '\0';
+  DbTrimName(out, Width);
+}
 
 }  // namespace
 
 int32_t ReadFileRow(FileRow& row) noexcept {
-  RowBytes<kFileRowSize> bytes;
-  const int32_t code = DDFReadFile(bytes.Data());
+  Reserved<LexbaseFileRow, LexbaseFileRowReserve> read;
+  const int32_t code = DDFReadFile(read.room);
   if (code != 0) return code;
-  row.fileId = bytes.Short(0);
-  bytes.Name(2, row.name);
-  bytes.Name(22, row.location);
-  row.flags = bytes.Byte(86);
+  row.fileId = read.row.fileId;
+  CopyName(read.row.name, row.name);
+  CopyName(read.row.location, row.location);
+  row.flags = read.row.flags;
   return 0;
 }
 
 int32_t ReadFieldRow(FieldRow& row) noexcept {
-  RowBytes<kFieldRowSize> bytes;
-  const int32_t code = DDFReadField(bytes.Data());
+  Reserved<LexbaseFieldRow, LexbaseFieldRowReserve> read;
+  const int32_t code = DDFReadField(read.room);
   if (code != 0) return code;
-  row.fieldId = bytes.Short(0);
-  row.fileId = bytes.Short(2);
-  bytes.Name(4, row.name);
-  row.type = bytes.Byte(24);
-  row.offset = bytes.Short(25);
-  row.size = bytes.Short(27);
-  row.decimals = bytes.Byte(29);
-  row.flags = static_cast<uint16_t>(bytes.Short(30));
+  row.fieldId = read.row.fieldId;
+  row.fileId = read.row.fileId;
+  CopyName(read.row.name, row.name);
+  row.type = read.row.type;
+  row.offset = read.row.offset;
+  row.size = read.row.size;
+  row.decimals = read.row.decimals;
+  row.flags = read.row.flags;
   return 0;
 }
 
 int32_t ReadIndexRow(IndexRow& row) noexcept {
-  RowBytes<kIndexRowSize> bytes;
-  const int32_t code = DDFReadIndex(bytes.Data());
+  Reserved<LexbaseIndexRow, LexbaseIndexRowReserve> read;
+  const int32_t code = DDFReadIndex(read.room);
   if (code != 0) return code;
-  row.fileId = bytes.Short(0);
-  row.fieldId = bytes.Short(2);
-  row.part = bytes.Short(6);
-  row.flags = bytes.Short(8) & ~kSegmentFlagDropped;
+  row.fileId = read.row.fileId;
+  row.fieldId = read.row.fieldId;
+  row.part = read.row.part;
+  row.flags = static_cast<int16_t>(read.row.flags) & ~kSegmentFlagDropped;
   return 0;
 }
 

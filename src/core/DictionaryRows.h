@@ -10,8 +10,10 @@
 
 namespace qrn {
 
-inline constexpr uint8_t kRowOfDictionaryItself = 16;  // value of a file row's flag byte
-inline constexpr int32_t kFirstUserFileId = 4;         // 1 to 3 are the dictionary's own tables
+inline constexpr uint8_t kRowOfDictionaryItself =
+    LexbaseFileOwn;  // value of a file row's flag byte
+inline constexpr int32_t kFirstUserFileId =
+    LexbaseFirstUserTable;  // 1 to 3 are the dictionary's own tables
 
 // One table.
 struct FileRow {
@@ -63,7 +65,7 @@ int32_t ForEachRow(int32_t (*read)(Row&) noexcept, Take take) {
   Row row;
   for (;;) {
     const int32_t code = read(row);
-    if (code != 0) return code == 9 ? 0 : code;
+    if (code != 0) return code == LexbaseEndOfFile ? 0 : code;
     const RowVerdict verdict = take(std::as_const(row));
     if (!verdict.goOn) return verdict.failure;
   }

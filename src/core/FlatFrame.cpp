@@ -1,13 +1,15 @@
 // The frame of the flat interface: dictionary, settings of the next open, what the dictionary
 // knows.
+#include <cstdarg>
 #include <utility>
 
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/FlatGuard.h"
-#include "core/FlatInterface.h"
 #include "core/Gateway.h"
+#include "fields/Messages.h"
 #include "platform/CodePage.h"
+#include "qrnbt350.h"
 
 namespace qrn::flat {
 namespace {
@@ -41,9 +43,7 @@ int32_t OfField(int16_t tableId, int16_t fieldPosition, Member member) noexcept 
   });
 }
 
-}  // namespace
-
-int32_t DbInitialize(const char* directory) noexcept {
+Status Initialize(const char* directory) {
   if (OrEmpty(directory)[0] == '\0') return kNoDirectory;
   DbFlatState& state = TheFlatState();
   DropCurrentDictionary();
@@ -55,19 +55,28 @@ int32_t DbInitialize(const char* directory) noexcept {
   return status;
 }
 
+}  // namespace
+
+extern "C" {
+
+// Callers rely on the code's 16 bits going out without their sign.
+int32_t DbInitialize(const char* directory) noexcept {
+  return static_cast<uint16_t>(Initialize(directory));
+}
+
 int32_t DbTerminate() noexcept {
   DropCurrentDictionary();
   return kSuccess;
 }
 
-int32_t DbSetOpenMode(int32_t mode) noexcept {
+int32_t DbSetOpenMode(int16_t, int16_t mode) noexcept {
   TheFlatState().OpenMode = mode;
   return kSuccess;
 }
 
-int32_t DbSetOwnerName(const char* ownerName, int32_t mode) noexcept {
+int32_t DbSetOwnerName(int16_t ignored, const char* ownerName, int16_t mode) noexcept {
   CopyText(TheFlatState().OwnerName, OrEmpty(ownerName));
-  return DbSetOpenMode(mode);
+  return DbSetOpenMode(ignored, mode);
 }
 
 int32_t DbGetNumOfTable() noexcept {
@@ -95,5 +104,14 @@ int32_t DbSetFormattedString(const char* text) noexcept {
   CopyText({FormattedTarget, sizeof TheEngine().FormattedText}, OrEmpty(text));
   return kSuccess;
 }
+
+void QuorinFatalAppExit(int id, ...) noexcept {
+  va_list arguments;
+  va_start(arguments, id);
+  ExitWithMessage(id, arguments);
+  va_end(arguments);
+}
+
+}  // extern "C"
 
 }  // namespace qrn::flat

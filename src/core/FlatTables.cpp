@@ -2,11 +2,11 @@
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/FlatGuard.h"
-#include "core/FlatInterface.h"
 #include "core/Record.h"
 #include "core/RecordPosition.h"
 #include "core/Table.h"
 #include "core/Transactions.h"
+#include "qrnbt350.h"
 
 namespace qrn::flat {
 namespace {
@@ -38,6 +38,8 @@ Origin CreateOrigin(const DbFlatState& state) {
 }
 
 }  // namespace
+
+extern "C" {
 
 int32_t DbOpen(int16_t tableId) noexcept {
   return OnTable(tableId, [](DbTableInfo& table) -> int32_t {
@@ -118,5 +120,7 @@ int32_t DbBeginConCurTransaction(int16_t lockBias) noexcept {
 }
 int32_t DbEndTransaction() noexcept { return qrn::DbEndTransaction(); }
 int32_t DbAbortTransaction() noexcept { return qrn::DbAbortTransaction(); }
+
+}  // extern "C"
 
 }  // namespace qrn::flat

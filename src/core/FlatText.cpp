@@ -5,11 +5,11 @@
 #include "core/DbEngine.h"
 #include "core/DictionaryLookup.h"
 #include "core/FlatGuard.h"
-#include "core/FlatInterface.h"
 #include "core/Record.h"
 #include "platform/Bstr.h"
 #include "platform/CodePage.h"
 #include "platform/PlainText.h"
+#include "qrnbt350.h"
 
 namespace qrn::flat {
 namespace {
@@ -52,6 +52,8 @@ void* ReturnBytes(const char* text) noexcept {
 
 void* ReturnNothing() noexcept { return StoreReturnText({}); }
 
+extern "C" {
+
 void* DbGetFieldData(int16_t tableId, int16_t fieldPosition) noexcept {
   const CheckedTable found = FindOpenTable(tableId);
   if (found.failure == kBadTableId) return nullptr;
@@ -75,5 +77,7 @@ void* DbGetTableName(int16_t tableId) noexcept {
   if (found.failure != 0) return nullptr;
   return ReturnBytes(found.table->Name);
 }
+
+}  // extern "C"
 
 }  // namespace qrn::flat

@@ -1,4 +1,4 @@
-// How a text leaves the module (see the text functions in core/FlatInterface.h).
+// How a text leaves the module (qrnbt350.h).
 #pragma once
 
 namespace qrn::flat {

@@ -18,16 +18,16 @@ struct StatusRow {
 
 // The dash is the full-width minus sign: texts that applications search for.
 constexpr StatusRow kStatusTexts[] = {
-    {3, "ファイルがオ－プンされてません。(rc=3)"},
-    {4, "該当レコ－ドがみつかりません。"},
-    {5, "キ－の値が重複しています。"},
-    {8, "現在レコ－ドがありません。"},
-    {9, "ファイルの先頭または最後です。"},
-    {18, "ディスクが満杯。"},
+    {BtrStatusNotOpen, "ファイルがオ－プンされてません。(rc=3)"},
+    {BtrStatusKeyNotFound, "該当レコ－ドがみつかりません。"},
+    {BtrStatusDuplicateKey, "キ－の値が重複しています。"},
+    {BtrStatusInvalidPositioning, "現在レコ－ドがありません。"},
+    {BtrStatusEndOfFile, "ファイルの先頭または最後です。"},
+    {BtrStatusDiskFull, "ディスクが満杯。"},
 };
 constexpr char kAnyStatus[] = "Btrieve エラ－(rc=%d)";
 
-constexpr uint32_t kVersionSize = 5;
+constexpr uint32_t kVersionSize = BtrVersionSize;
 constexpr size_t kModulePathSize = 256;
 
 // The name of the client that callers ask for, whatever library is really in use.
@@ -56,7 +56,7 @@ const char* DbStatusText(int32_t status) noexcept {
 
 Status DbGetVersion(DbEngine&, void* version) noexcept {
   uint32_t length = version != nullptr ? kVersionSize : 0;
-  return BtrCall(kOpVersion, nullptr, version, &length, nullptr, 0, 0);
+  return BtrCall(BtrOpVersion, nullptr, version, &length, nullptr, 0, 0);
 }
 
 Status DbGetModulePath(char* outPath) noexcept {

@@ -1,54 +1,16 @@
-// What the system says to the record manager: operation numbers, lock biases, statuses as text.
+// What the system says to the record manager: lock biases, versions, statuses as text.
 #pragma once
 
 #include <cstdint>
 
+#include "btrieve.h"
 #include "core/DbEngine.h"
 #include "core/DbTypes.h"
 
 namespace qrn {
 
-enum BtrieveOperation : uint16_t {
-  kOpOpen = 0,
-  kOpClose = 1,
-  kOpInsert = 2,
-  kOpUpdate = 3,
-  kOpDelete = 4,
-  kOpGetEqual = 5,
-  kOpGetNext = 6,
-  kOpGetPrevious = 7,
-  kOpGetGreater = 8,
-  kOpGetGreaterOrEqual = 9,
-  kOpGetLess = 10,
-  kOpGetLessOrEqual = 11,
-  kOpGetFirst = 12,
-  kOpGetLast = 13,
-  kOpCreate = 14,
-  kOpStat = 15,
-  kOpBeginTransaction = 19,
-  kOpEndTransaction = 20,
-  kOpAbortTransaction = 21,
-  kOpGetPosition = 22,
-  kOpGetDirect = 23,
-  kOpStepNext = 24,
-  kOpVersion = 26,
-  kOpUnlock = 27,
-  kOpReset = 28,
-  kOpStepFirst = 33,
-  kOpStepLast = 34,
-  kOpStepPrevious = 35,
-  kOpGetNextExtended = 36,
-  kOpGetPreviousExtended = 37,
-  kOpStepNextExtended = 38,
-  kOpStepPreviousExtended = 39,
-  kOpGetByPercentage = 44,
-  kOpFindPercentage = 45,
-  kOpLogin = 78,
-  kOpBeginConcurrentTransaction = 1019,
-};
-
 // Key number that stands for no key, and for no currency change on Insert and Update.
-inline constexpr int32_t kNoKey = 255;
+inline constexpr int32_t kNoKey = static_cast<uint8_t>(BtrNoKey);
 
 // How a single record operation locks what it reads.
 enum LockKind : int32_t {

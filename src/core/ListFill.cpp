@@ -49,16 +49,16 @@ Status Fill::Read(DbTableInfo& table, KeyBuffer& key, uint16_t operation, int64_
 Status Fill::ReadFirst(DbTableInfo& table, KeyBuffer& key) {
   const bool variable = table.IsVariable != 0;
   const int64_t length = variable ? kLongRecordSize : int64_t{table.RecordLength} + 1;
-  const Status status = Read(table, key, kOpGetFirst, length);
-  if (status != kDataBufferTooShort || !variable) return status;
+  const Status status = Read(table, key, BtrOpGetFirst, length);
+  if (status != BtrStatusDataBufferLength || !variable) return status;
   const int32_t wanted = table.RecordLength + kLongRecordSize;
   if (!GrowRecordBuffer(table, wanted)) return kFailure;
-  return Read(table, key, kOpGetFirst, wanted);
+  return Read(table, key, BtrOpGetFirst, wanted);
 }
 
 Status Fill::ReadNext(DbTableInfo& table, KeyBuffer& key) {
-  const Status status = Read(table, key, kOpGetNext, int64_t{table.RecordLength} + 1);
-  if (status != kDataBufferTooShort || table.IsVariable == 0) return status;
+  const Status status = Read(table, key, BtrOpGetNext, int64_t{table.RecordLength} + 1);
+  if (status != BtrStatusDataBufferLength || table.IsVariable == 0) return status;
   uint32_t length = 0;
   return DbReadLongRecord(engine_, table, length, key, indexPosition_);
 }
@@ -100,7 +100,7 @@ Status DbFillList(DbEngine& engine, RowSink& sink, const char* fieldName, int32_
   const bool fixed = table->IsVariable == 0;
   Fill fill(engine, sink, field, indexPosition);
   const Status status = OrNoMemory([&] { return fill.Run(*table, key); });
-  if (status == kDataBufferTooShort && fixed) return kSuccess;
+  if (status == BtrStatusDataBufferLength && fixed) return kSuccess;
   table = sink.Table();
   if (table != nullptr && table->IsOpen != 0) place.GoBack(*table, indexPosition);
   return status == kFailure ? kFailure : kSuccess;

@@ -30,10 +30,10 @@ Status DbReadLongRecord(DbEngine&, DbTableInfo& table, uint32_t& dataLength, Key
   int32_t position = 0;
   uint32_t length = sizeof position;
   // Without a position the read by it answers with the status.
-  BtrCall(kOpGetPosition, table.PosBlock, &position, &length, nullptr, 0, 0);
+  BtrCall(BtrOpGetPosition, table.PosBlock, &position, &length, nullptr, 0, 0);
   StoreLittle(RecordBytes(table), position);
   dataLength = BoundedLength(table, wanted);
-  return BtrCall(kOpGetDirect, table.PosBlock, table.RecordBuffer, &dataLength, key.Bytes(),
+  return BtrCall(BtrOpGetDirect, table.PosBlock, table.RecordBuffer, &dataLength, key.Bytes(),
                  key.Length(), static_cast<int8_t>(DbSegmentToKey(table, indexPosition)));
 }
 

@@ -38,7 +38,7 @@ bool EndsInText(const DbTableInfo& table) {
   return last == kNote || last == kLVar;
 }
 
-bool Writes(int32_t operation) { return operation == kOpInsert || operation == kOpUpdate; }
+bool Writes(int32_t operation) { return operation == BtrOpInsert || operation == BtrOpUpdate; }
 
 }  // namespace
 
@@ -67,13 +67,12 @@ Status DbRecordCallByName(DbEngine& engine, DbTableInfo& table, int32_t operatio
 }
 
 Status DbCountRecords(DbEngine&, DbTableInfo& table, int32_t* count) noexcept {
-  constexpr size_t kCountAt = 6;
   uint8_t reply[4096] = {};
   uint8_t key[256] = {};
   uint32_t length = sizeof reply;
-  const Status status = BtrCall(kOpStat, table.PosBlock, reply, &length, key, 0, 0);
+  const Status status = BtrCall(BtrOpStat, table.PosBlock, reply, &length, key, 0, 0);
   if (status == 0 && count != nullptr) {
-    *count = LoadLittle<int32_t>(std::span<const uint8_t>(reply).subspan(kCountAt));
+    *count = static_cast<int32_t>(LoadLittle<BtrFileSpec>(reply).recordCount);
   }
   return status;
 }

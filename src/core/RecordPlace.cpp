@@ -41,7 +41,7 @@ void RecordPlace::GoBack(DbTableInfo& table, int32_t indexPosition) const noexce
 
 Status RecordPlace::ReadWhole(DbTableInfo& table, int32_t indexPosition) const noexcept {
   const Status status = Read(table, indexPosition);
-  if (status != kDataBufferTooShort || table.IsVariable == 0) return status;
+  if (status != BtrStatusDataBufferLength || table.IsVariable == 0) return status;
   if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
   return Read(table, indexPosition);
 }
@@ -53,7 +53,7 @@ Status RecordPlace::Read(DbTableInfo& table, int32_t indexPosition) const noexce
   KeyBuffer key;
   if (!DbBuildKey(table, indexPosition, key)) return kNoIndex;
   auto length = static_cast<uint32_t>(record.size());
-  return BtrCall(kOpGetDirect, table.PosBlock, record.data(), &length, key.Bytes(), key.Length(),
+  return BtrCall(BtrOpGetDirect, table.PosBlock, record.data(), &length, key.Bytes(), key.Length(),
                  static_cast<int8_t>(DbSegmentToKey(table, indexPosition)));
 }
 

@@ -36,7 +36,8 @@ int8_t KeyNumber(const DbTableInfo& table, int32_t indexPosition) {
 int32_t DbGetPositionOf(DbEngine&, DbTableInfo& table) noexcept {
   int32_t position = 0;
   uint32_t length = sizeof position;
-  const Status status = BtrCall(kOpGetPosition, table.PosBlock, &position, &length, nullptr, 0, 0);
+  const Status status =
+      BtrCall(BtrOpGetPosition, table.PosBlock, &position, &length, nullptr, 0, 0);
   return status == 0 ? position : -1;
 }
 
@@ -47,7 +48,7 @@ Status DbGetDirectAt(DbEngine& engine, DbTableInfo& table, int32_t position,
   if (!DbBuildKey(table, indexPosition, key)) return kNoIndex;
   const int32_t bias = indexPosition == kNoIndexPosition ? 0 : engine.LockBias;
   uint32_t length = WholeRecord(table);
-  return BtrCall(static_cast<uint16_t>(kOpGetDirect + bias), table.PosBlock, table.RecordBuffer,
+  return BtrCall(static_cast<uint16_t>(BtrOpGetDirect + bias), table.PosBlock, table.RecordBuffer,
                  &length, key.Bytes(), key.Length(), KeyNumber(table, indexPosition));
 }
 
@@ -63,7 +64,7 @@ Status DbGetByPercentageAt(DbEngine&, DbTableInfo& table, int32_t indexPosition,
   if (!DbBuildKey(table, indexPosition, key)) return kFailure;
   StoreLittle(RecordBytes(table), percentage);
   uint32_t length = WholeRecord(table);
-  return BtrCall(kOpGetByPercentage, table.PosBlock, table.RecordBuffer, &length, key.Bytes(),
+  return BtrCall(BtrOpGetByPercentage, table.PosBlock, table.RecordBuffer, &length, key.Bytes(),
                  key.Length(), KeyNumber(table, indexPosition));
 }
 
@@ -74,7 +75,7 @@ Status DbFindPercentageAt(DbEngine&, DbTableInfo& table, int32_t indexPosition, 
   int32_t value = position;
   uint32_t length = sizeof value;
   uint8_t* keyBytes = indexPosition == kNoIndexPosition ? nullptr : key.Bytes();
-  const Status status = BtrCall(kOpFindPercentage, table.PosBlock, &value, &length, keyBytes,
+  const Status status = BtrCall(BtrOpFindPercentage, table.PosBlock, &value, &length, keyBytes,
                                 key.Length(), KeyNumber(table, indexPosition));
   if (status == 0 && percentage != nullptr) *percentage = static_cast<uint16_t>(value);
   return status;
@@ -84,7 +85,7 @@ Status DbUnlockRecord(DbEngine& engine, DbTableInfo& table, int32_t unlockType) 
   const bool current = unlockType == kUnlockCurrent;
   int32_t position = current ? DbGetPositionOf(engine, table) : 0;
   uint32_t length = current ? sizeof position : 0;
-  return BtrCall(kOpUnlock, table.PosBlock, &position, &length, nullptr, 0,
+  return BtrCall(BtrOpUnlock, table.PosBlock, &position, &length, nullptr, 0,
                  static_cast<int8_t>(unlockType));
 }
 

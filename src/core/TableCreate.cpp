@@ -1,4 +1,4 @@
-// The create specification: 16 bytes for the file, then 16 for each key segment.
+// The create specification: BtrFileSpec, then a BtrKeySpec for each key segment.
 #include <algorithm>
 #include <memory>
 
@@ -16,27 +16,7 @@
 namespace qrn {
 namespace {
 
-constexpr size_t kSpecSize = 16;
 constexpr uint16_t kPageSize = 4096;
-
-// Where a field stands in the file's and in a segment's specification.
-enum FileSpecAt : size_t {
-  kRecordLengthAt = 0,
-  kPageSizeAt = 2,
-  kKeyCountAt = 4,
-  kFileFlagsAt = 10
-};
-enum KeySpecAt : size_t {
-  kPositionAt = 0,  // counted from 1
-  kLengthAt = 2,
-  kFlagsAt = 4,
-  kTypeAt = 10,
-  kNullValueAt = 11,
-};
-
-void StoreShort(std::span<uint8_t> spec, size_t at, int32_t value) {
-  StoreLittle(spec.subspan(at), static_cast<uint16_t>(value));
-}
 
 int32_t CountKeys(std::span<const DbSegmentInfo> segments) {
   return static_cast<int32_t>(std::count_if(
@@ -60,29 +40,34 @@ FixedPart FixedPartOf(const DbTableInfo& table) {
   return {table.RecordLength, false};
 }
 
-void WriteFileSpec(const DbEngine& engine, const DbTableInfo& table, int32_t keyCount,
-                   std::span<uint8_t> spec) {
+BtrFileSpec FileSpecOf(const DbEngine& engine, const DbTableInfo& table, int32_t keyCount) {
   const FixedPart fixedPart = FixedPartOf(table);
-  StoreShort(spec, kRecordLengthAt, fixedPart.length);
-  StoreShort(spec, kPageSizeAt, kPageSize);
-  StoreShort(spec, kKeyCountAt, keyCount);
-  StoreShort(spec, kFileFlagsAt, engine.FileFlag + (fixedPart.variable ? 1 : 0));
+  BtrFileSpec spec{};
+  spec.recordLength = static_cast<uint16_t>(fixedPart.length);
+  spec.pageSize = kPageSize;
+  // Two bytes of old: what a byte does not hold goes into the version's.
+  spec.keyCount = static_cast<uint8_t>(keyCount);
+  spec.version = static_cast<uint8_t>(keyCount >> 8);
+  spec.flags = static_cast<uint16_t>(engine.FileFlag + (fixedPart.variable ? BtrFileVariable : 0));
+  return spec;
 }
 
-void WriteKeySpec(const DbEngine& engine, const DbSegmentInfo& segment, std::span<uint8_t> spec) {
-  StoreShort(spec, kPositionAt, segment.Offset + 1);
-  StoreShort(spec, kLengthAt, segment.Size);
-  StoreShort(spec, kFlagsAt, segment.Flags);
-  spec[kTypeAt] = static_cast<uint8_t>(segment.Type);
-  spec[kNullValueAt] = engine.NullKeyValue;
+BtrKeySpec KeySpecOf(const DbEngine& engine, const DbSegmentInfo& segment) {
+  BtrKeySpec spec{};
+  spec.position = static_cast<uint16_t>(segment.Offset + 1);
+  spec.length = static_cast<uint16_t>(segment.Size);
+  spec.flags = static_cast<uint16_t>(segment.Flags);
+  spec.type = static_cast<uint8_t>(segment.Type);
+  spec.nullValue = engine.NullKeyValue;
+  return spec;
 }
 
 void WriteSpecs(const DbEngine& engine, const DbTableInfo& table, std::span<uint8_t> specs) {
   const std::span segments(table.Segments, static_cast<size_t>(table.SegmentCount));
-  WriteFileSpec(engine, table, CountKeys(segments), specs);
+  StoreLittle(specs, FileSpecOf(engine, table, CountKeys(segments)));
   for (const DbSegmentInfo& segment : segments) {
-    specs = specs.subspan(kSpecSize);
-    WriteKeySpec(engine, segment, specs);
+    specs = specs.subspan(BtrSpecSize);
+    StoreLittle(specs, KeySpecOf(engine, segment));
   }
 }
 
@@ -91,7 +76,7 @@ Status CreateFile(const char* path, std::span<uint8_t> specs) {
   char key[kFilePathSize];
   CopyText(key, path);
   auto length = static_cast<uint32_t>(specs.size());
-  return BtrCall(kOpCreate, scratchBlock, specs.data(), &length, key, 0, 0);
+  return BtrCall(BtrOpCreate, scratchBlock, specs.data(), &length, key, 0, 0);
 }
 
 }  // namespace
@@ -107,7 +92,7 @@ Status DbTableCreate(DbEngine& engine, DbTableInfo& table, const char* path) noe
   if (table.Fields == nullptr) {
     if (const Status status = DbDictLoadTable(engine.Settings, table); status != 0) return status;
   }
-  const size_t size = kSpecSize * (static_cast<size_t>(table.SegmentCount) + 1);
+  const size_t size = size_t{BtrSpecSize} * (static_cast<size_t>(table.SegmentCount) + 1);
   const std::unique_ptr<void, MemoryDeleter> memory(AllocateZeroed(size));
   if (memory == nullptr) {
     ReportMemoryFailure();

@@ -21,7 +21,7 @@ constexpr int8_t kLogOutKeyNumber = 1;
 
 Status CallLogin(DbLogin& login, int8_t keyNumber) {
   uint32_t dataLength = 0;
-  return BtrCall(kOpLogin, nullptr, nullptr, &dataLength, login.Text,
+  return BtrCall(BtrOpLogin, nullptr, nullptr, &dataLength, login.Text,
                  static_cast<uint8_t>(std::strlen(login.Text)), keyNumber);
 }
 
@@ -62,7 +62,7 @@ Status DbReset(DbEngine& engine, DbDictionary* dictionary) noexcept {
   if (dictionary != nullptr) DbDictCloseAll(engine, *dictionary);
   char empty[1] = "";
   uint32_t dataLength = 0;
-  return BtrCall(kOpReset, nullptr, empty, &dataLength, nullptr, 0, 0);
+  return BtrCall(BtrOpReset, nullptr, empty, &dataLength, nullptr, 0, 0);
 }
 
 Status DbLogIn(DbLogin& login, const char* connectionText) noexcept {

@@ -17,10 +17,6 @@
 namespace qrn {
 namespace {
 
-constexpr size_t kStatRecordLengthAt = 0;
-constexpr size_t kStatFlagsAt = 10;
-constexpr uint16_t kStatVariableRecords = 1;
-
 struct FileStat {
   int16_t recordLength;
   bool variable;
@@ -30,11 +26,11 @@ Status ReadStat(DbTableInfo& table, FileStat& stat) {
   uint8_t reply[2048] = {};
   uint8_t key[256] = {};
   uint32_t length = sizeof reply;
-  const Status status = BtrCall(kOpStat, table.PosBlock, reply, &length, key, 0, 0);
+  const Status status = BtrCall(BtrOpStat, table.PosBlock, reply, &length, key, 0, 0);
   if (status != 0) return status;
-  const std::span<const uint8_t> bytes(reply);
-  stat.recordLength = LoadLittle<int16_t>(bytes.subspan(kStatRecordLengthAt));
-  stat.variable = (LoadLittle<uint16_t>(bytes.subspan(kStatFlagsAt)) & kStatVariableRecords) != 0;
+  const auto head = LoadLittle<BtrFileSpec>(reply);
+  stat.recordLength = static_cast<int16_t>(head.recordLength);
+  stat.variable = (head.flags & BtrFileVariable) != 0;
   return kSuccess;
 }
 
@@ -45,7 +41,7 @@ Status OpenFile(DbTableInfo& table, const char* ownerName, char* path, int32_t m
   char owner[kOwnerNameSize];
   const size_t ownerLength = CopyText(owner, ownerName);
   auto dataLength = static_cast<uint32_t>(ownerLength == 0 ? 0 : ownerLength + 1);
-  return BtrCall(kOpOpen, table.PosBlock, owner, &dataLength, path,
+  return BtrCall(BtrOpOpen, table.PosBlock, owner, &dataLength, path,
                  static_cast<uint8_t>(std::strlen(path)), static_cast<int8_t>(mode));
 }
 

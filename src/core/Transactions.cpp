@@ -22,16 +22,16 @@ Status Call(int32_t operation) {
 
 Status DbBeginTransaction(int32_t lockBias) noexcept {
   if (!IsBias(lockBias, kLargestBias)) return kBadLockBias;
-  return Call(kOpBeginTransaction + lockBias);
+  return Call(BtrOpBeginTransaction + lockBias);
 }
 
 Status DbBeginConCurTransaction(int32_t lockBias) noexcept {
   if (!IsBias(lockBias, kLargestConcurrentBias)) return kBadLockBias;
-  return Call(kOpBeginConcurrentTransaction + lockBias);
+  return Call(BtrOpBeginConcurrentTransaction + lockBias);
 }
 
-Status DbEndTransaction() noexcept { return Call(kOpEndTransaction); }
-Status DbAbortTransaction() noexcept { return Call(kOpAbortTransaction); }
+Status DbEndTransaction() noexcept { return Call(BtrOpEndTransaction); }
+Status DbAbortTransaction() noexcept { return Call(BtrOpAbortTransaction); }
 
 Status DbSetLockBias(DbEngine& engine, int32_t lockBias) noexcept {
   if (!IsBias(lockBias, kLargestBias)) return kBadLockBias;

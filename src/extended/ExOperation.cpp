@@ -2,15 +2,17 @@
 
 #include <iterator>
 
+#include "btrieve.h"
+
 namespace qrn {
 namespace {
 
 // Row number is the code.
 constexpr ExOperation kOperations[] = {
-    {13, 37, true},   // OpGetPrevEx: Get Last
-    {12, 36, true},   // OpGetNextEx: Get First
-    {34, 39, false},  // OpStepPrevEx: Step Last
-    {33, 38, false},  // OpStepNextEx: Step First
+    {BtrOpGetLast, BtrOpGetPreviousExtended, true},     // OpGetPrevEx: Get Last
+    {BtrOpGetFirst, BtrOpGetNextExtended, true},        // OpGetNextEx: Get First
+    {BtrOpStepLast, BtrOpStepPreviousExtended, false},  // OpStepPrevEx: Step Last
+    {BtrOpStepFirst, BtrOpStepNextExtended, false},     // OpStepNextEx: Step First
 };
 
 }  // namespace
@@ -23,9 +25,10 @@ const ExOperation* FindExOperation(int32_t exOpCode) {
 bool IsExtendedOperation(int32_t operation) {
   const int32_t lock = operation / 100;
   const int32_t base = operation % 100;
-  return lock >= 0 && lock <= 4 && base >= 36 && base <= 39;
+  return lock >= 0 && lock <= 4 && base >= BtrOpGetNextExtended &&
+         base <= BtrOpStepPreviousExtended;
 }
 
-bool NeedsKey(int32_t operation) { return operation % 100 <= 37; }
+bool NeedsKey(int32_t operation) { return operation % 100 <= BtrOpGetPreviousExtended; }
 
 }  // namespace qrn

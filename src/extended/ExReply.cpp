@@ -8,7 +8,9 @@
 namespace qrn {
 namespace {
 
-constexpr Status kStatusesWithRecords[] = {0, 9, 22, 60, 64, 65};
+constexpr Status kStatusesWithRecords[] = {
+    BtrStatusOk,          BtrStatusEndOfFile,   BtrStatusDataBufferLength,
+    BtrStatusRejectCount, BtrStatusFilterLimit, BtrStatusFieldOffset};
 
 }  // namespace
 
@@ -19,10 +21,9 @@ bool BringsRecords(Status status) {
 
 std::optional<ExReplyRecord> ReadExRecord(std::span<const uint8_t> bytes) {
   if (bytes.size() < kExRecordHead) return std::nullopt;
-  const size_t length = LoadLittle<uint16_t>(bytes);
-  if (bytes.size() - kExRecordHead < length) return std::nullopt;
-  return ExReplyRecord{LoadLittle<uint32_t>(bytes.subspan(2)),
-                       bytes.subspan(kExRecordHead, length)};
+  const auto head = LoadLittle<BtrReplyHead>(bytes);
+  if (bytes.size() - kExRecordHead < head.length) return std::nullopt;
+  return ExReplyRecord{head.position, bytes.subspan(kExRecordHead, head.length)};
 }
 
 ExReplyReader::ExReplyReader(std::span<const uint8_t> reply)

@@ -11,8 +11,8 @@
 
 namespace qrn {
 
-inline constexpr size_t kExReplyCount = 2;  // bytes in front of all records
-inline constexpr size_t kExRecordHead = 6;  // bytes in front of a record's data
+inline constexpr size_t kExReplyCount = BtrReplyCountSize;     // bytes in front of all records
+inline constexpr size_t kExRecordHead = sizeof(BtrReplyHead);  // bytes in front of a record's data
 
 struct ExReplyRecord {
   uint32_t Position;

@@ -24,11 +24,11 @@ ExRequest::ExRequest(const char* signature, uint16_t rejectCount, const SearchCo
   AppendWord(body_, recordCount);
   AppendWord(body_, LengthWord(fields.Fields.size()));
   body_.insert(body_.end(), fields.Extractor.begin(), fields.Extractor.end());
-  header_.TotalLength = LengthWord(sizeof header_ + body_.size());
+  header_.totalLength = LengthWord(sizeof header_ + body_.size());
 }
 
 void ExRequest::SetSignature(const char* signature) {
-  std::memcpy(header_.Signature, signature, sizeof header_.Signature);
+  std::memcpy(header_.signature, signature, sizeof header_.signature);
 }
 
 uint64_t ExRequest::BufferSize() const {

@@ -1,13 +1,5 @@
-// The request of an extended operation, laid out as the record manager reads it (little-endian):
-//
-//   0     u16  total length of the request
-//   2     2    signature: "UC" begins with the current record, "EG" after it
-//   4     u16  reject count: records that one call may examine and reject
-//   6     u16  number of terms
-//   8     F    filter terms (extended/SearchCond.h)
-//   8+F   u16  records wanted in one call
-//   10+F  u16  number of fields
-//   12+F  4    for each field: u16 length, u16 offset
+// The request of an extended operation, laid out as the record manager reads it: BtrExtendedHead
+// and what follows it (btrieve.h).
 //
 // The reply comes back in the same buffer, so the request is kept apart and laid in afresh before
 // every call.
@@ -18,22 +10,14 @@
 #include <span>
 #include <vector>
 
+#include "btrieve.h"
 #include "extended/FieldList.h"
 #include "extended/SearchCond.h"
 
 namespace qrn {
 
-// The first 8 bytes of a request.
-struct ExRequestHeader {
-  uint16_t TotalLength;
-  char Signature[2];
-  uint16_t RejectCount;
-  uint16_t TermCount;
-};
-static_assert(sizeof(ExRequestHeader) == 8);
-
-inline constexpr char kBeginWithCurrent[] = "UC";
-inline constexpr char kBeginAfterCurrent[] = "EG";
+inline constexpr char kBeginWithCurrent[] = BTR_WITH_CURRENT;
+inline constexpr char kBeginAfterCurrent[] = BTR_AFTER_CURRENT;
 
 class ExRequest {
  public:
@@ -56,7 +40,7 @@ class ExRequest {
   bool StandsIn(std::span<const uint8_t> buffer) const;
 
  private:
-  ExRequestHeader header_;
+  BtrExtendedHead header_;
   std::vector<uint8_t> body_;  // everything behind the header
   uint64_t replySize_;
 };

@@ -2,6 +2,7 @@
 
 #include "extended/ExRow.h"
 #include "platform/CodePage.h"
+#include "qrnbt350.h"
 
 namespace qrn {
 namespace {
@@ -15,12 +16,9 @@ char* BeginExRowText() noexcept {
   return rowText;
 }
 
-namespace flat {
-
-int32_t DbExSetFormattedString(const char* text) noexcept {
+extern "C" int32_t DbExSetFormattedString(const char* text) noexcept {
   CopyText(rowText, text != nullptr ? text : "");
   return 0;
 }
 
-}  // namespace flat
 }  // namespace qrn

@@ -25,7 +25,6 @@
 namespace qrn {
 namespace {
 
-constexpr Status kEndOfFile = 9;
 constexpr Status kFilterLimit = 64;
 constexpr int32_t kNoIndexPosition = -1;
 
@@ -110,7 +109,7 @@ class ExtendedFill {
       return false;
     }
     const RowsEnd end = ShowRows();
-    if (end == RowsEnd::Cancelled || status == kEndOfFile) return false;
+    if (end == RowsEnd::Cancelled || status == BtrStatusEndOfFile) return false;
     if (status != 0 && variant_.limitsEnd) {
       sink_.BtrieveError(tableName_, status);
       return false;
@@ -123,7 +122,7 @@ class ExtendedFill {
   // Without a record these leave the place where it was: the next batch would be the same.
   bool StandsStill(Status status) const {
     const bool none = !ExReplyReader(exchange_->Reply()).Next();
-    return none && (status == 0 || status == kDataBufferTooShort || status == kFilterLimit);
+    return none && (status == 0 || status == BtrStatusDataBufferLength || status == kFilterLimit);
   }
 
   RowsEnd ShowRows() {

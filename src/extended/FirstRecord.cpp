@@ -19,7 +19,7 @@ Status ReadFirst(const ExOperation& operation, DbTableInfo& table, const ExKey& 
 
 Status GoToFirstRecord(const ExOperation& operation, DbTableInfo& table, const ExKey& key) {
   const Status status = ReadFirst(operation, table, key);
-  if (status != kDataBufferTooShort || table.IsVariable == 0) return status;
+  if (status != BtrStatusDataBufferLength || table.IsVariable == 0) return status;
   if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
   return ReadFirst(operation, table, key);
 }

@@ -24,13 +24,12 @@ constexpr size_t kRoomBehindLiteral = 1024;
 
 struct Operator {
   std::string_view text;
-  Comparison code;
+  BtrComparison code;
 };
 // In the order they are tried: the two-character ones first.
 constexpr Operator kOperators[] = {
-    {"<>", Comparison::NotEqual},    {">=", Comparison::GreaterOrEqual},
-    {"<=", Comparison::LessOrEqual}, {"=", Comparison::Equal},
-    {">", Comparison::Greater},      {"<", Comparison::Less},
+    {"<>", BtrNotEqual}, {">=", BtrGreaterOrEqual}, {"<=", BtrLessOrEqual},
+    {"=", BtrEqual},     {">", BtrGreater},         {"<", BtrLess},
 };
 
 bool ComparesAsText(const DbFieldInfo& field) {
@@ -43,9 +42,9 @@ bool HasVariableLength(const DbFieldInfo& field) {
 
 bool IsDelimiter(char byte) { return byte == '"' || byte == '\'' || byte == '/'; }
 
-Connector ConnectorOf(char byte) {
-  if (byte == '&') return Connector::And;
-  return byte == '|' ? Connector::Or : Connector::None;
+BtrConnector ConnectorOf(char byte) {
+  if (byte == '&') return BtrAnd;
+  return byte == '|' ? BtrOr : BtrLastTerm;
 }
 
 class ConditionParser {
@@ -57,7 +56,7 @@ class ConditionParser {
   bool Parse() {
     do {
       if (!ParseTerm()) return false;
-    } while (connector_ != Connector::None);
+    } while (connector_ != BtrLastTerm);
     return true;
   }
 
@@ -69,13 +68,12 @@ class ConditionParser {
     const DbFieldInfo* field = TakeField();
     if (field == nullptr) return false;
     if (HasVariableLength(*field)) return Fail(kVE043);
-    ExFilterTerm head{static_cast<uint8_t>(field->Type), FieldWidth(*field), FieldOffset(*field), 0,
-                      0};
+    BtrTerm head{static_cast<uint8_t>(field->Type), FieldWidth(*field), FieldOffset(*field), 0, 0};
     if (!TakeOperator(head)) return Fail(kVE042);
-    if (ignoreCase_ && ComparesAsText(*field)) head.Comparison |= kIgnoresCase;
+    if (ignoreCase_ && ComparesAsText(*field)) head.comparison |= BtrIgnoringCase;
     if (!TakeValue(*field, head)) return false;
     TakeConnector();
-    head.Logic = static_cast<uint8_t>(connector_);
+    head.connector = static_cast<uint8_t>(connector_);
     Append(head);
     return true;
   }
@@ -91,19 +89,19 @@ class ConditionParser {
     return position == kNoSuchField ? nullptr : &table_.Fields[position];
   }
 
-  bool TakeOperator(ExFilterTerm& head) {
+  bool TakeOperator(BtrTerm& head) {
     cursor_.SkipSpaces();
     const auto found = std::find_if(std::begin(kOperators), std::end(kOperators),
                                     [&](const Operator& row) { return cursor_.Accept(row.text); });
     if (found == std::end(kOperators)) return false;
-    head.Comparison = static_cast<uint8_t>(found->code);
+    head.comparison = static_cast<uint8_t>(found->code);
     return true;
   }
 
-  bool TakeValue(const DbFieldInfo& field, ExFilterTerm& head) {
+  bool TakeValue(const DbFieldInfo& field, BtrTerm& head) {
     cursor_.SkipSpaces();
     if (cursor_.Peek() != '@') return TakeLiteral(field);
-    head.Comparison |= kComparesField;
+    head.comparison |= BtrWithField;
     const DbFieldInfo* second = TakeField();
     if (second == nullptr) return false;
     const uint16_t offset = FieldOffset(*second);
@@ -118,7 +116,7 @@ class ConditionParser {
       value_ = {0, 0};
       return true;
     }
-    if (ConnectorOf(literal.front()) != Connector::None) {
+    if (ConnectorOf(literal.front()) != BtrLastTerm) {
       ShowMessage(kVE046, text_);
       return false;
     }
@@ -132,10 +130,10 @@ class ConditionParser {
   void TakeConnector() {
     cursor_.SkipSpaces();
     connector_ = ConnectorOf(cursor_.Peek());
-    if (connector_ != Connector::None) cursor_.TakeWord(kLiteralLimit);
+    if (connector_ != BtrLastTerm) cursor_.TakeWord(kLiteralLimit);
   }
 
-  void Append(const ExFilterTerm& head) {
+  void Append(const BtrTerm& head) {
     const auto* bytes = reinterpret_cast<const uint8_t*>(&head);
     condition_.Terms.insert(condition_.Terms.end(), bytes, bytes + sizeof head);
     condition_.Terms.insert(condition_.Terms.end(), value_.begin(), value_.end());
@@ -152,7 +150,7 @@ class ConditionParser {
   const char* text_;
   TextCursor cursor_;
   bool ignoreCase_;
-  Connector connector_ = Connector::None;
+  BtrConnector connector_ = BtrLastTerm;
   std::vector<uint8_t> value_;  // of the term under way
   SearchCondition condition_;
 };

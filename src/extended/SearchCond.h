@@ -16,37 +16,7 @@
 
 namespace qrn {
 
-// Comparison codes of a term.
-enum class Comparison : uint8_t {
-  Equal = 1,
-  Greater = 2,
-  Less = 3,
-  NotEqual = 4,
-  GreaterOrEqual = 5,
-  LessOrEqual = 6,
-};
-
-// Added to the comparison code.
-inline constexpr uint8_t kComparesField = 64;  // the right side is a field, not a constant
-inline constexpr uint8_t kIgnoresCase = 128;   // types 0, 10 and 11 only
-
-// What follows a term.
-enum class Connector : uint8_t { None = 0, And = 1, Or = 2 };
-
-#pragma pack(push, 1)
-// The head of a term as it goes to the record manager, little-endian. The value follows: a constant
-// of `Length` bytes in the field's stored form, or the u16 offset of a second field.
-struct ExFilterTerm {
-  uint8_t Type;     // low 8 bits of the field's type code
-  uint16_t Length;  // the field's size
-  uint16_t Offset;  // from the start of the record
-  uint8_t Comparison;
-  uint8_t Logic;  // a Connector
-};
-#pragma pack(pop)
-static_assert(sizeof(ExFilterTerm) == 7);
-
-// Terms back to back. No terms: every record matches.
+// Terms (BtrTerm and its operand) back to back. No terms: every record matches.
 struct SearchCondition {
   std::vector<uint8_t> Terms;
   uint16_t TermCount = 0;  // more than 65,535 terms count as 65,535; no request can carry them

@@ -1,13 +1,14 @@
-#include "extended/qrnDbEx.h"
-
 #include "core/DbEngine.h"
 #include "core/FlatGuard.h"
 #include "core/FlatText.h"
 #include "extended/ExResultStore.h"
 #include "extended/ExResults.h"
 #include "extended/ExecuteExtended.h"
+#include "qrnbt350.h"
 
 namespace qrn::flat {
+
+extern "C" {
 
 int32_t DbExAccess(int16_t operation, int16_t tableId, const char* searchCond, const char* fields,
                    int16_t indexPosition, int16_t skipRecords, int16_t maxRecords,
@@ -40,5 +41,7 @@ int32_t DbExGetPosition(int16_t exResultId, int16_t location) noexcept {
 }
 
 int32_t DbExFree(int16_t exResultId) noexcept { return DbExFreeResult(exResultId); }
+
+}  // extern "C"
 
 }  // namespace qrn::flat

@@ -10,8 +10,8 @@ namespace {
 
 constexpr unsigned kBtrCallOrdinal = 1;
 
-int16_t QRN_BTRAPI NotActive(uint16_t, void*, void*, uint32_t*, void*, uint8_t, int8_t) {
-  return kBtrieveNotActive;
+int16_t BTR_CALL NotActive(uint16_t, void*, void*, uint32_t*, void*, uint8_t, int8_t) {
+  return BtrStatusNotActive;
 }
 
 // A library without the entry is no record manager.
@@ -21,20 +21,20 @@ BtrCallFunction RealBtrCall() {
   return found != nullptr ? found : &NotActive;
 }
 
-int16_t QRN_BTRAPI FirstCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
-                             void* key, uint8_t keyLength, int8_t keyNumber);
+int16_t BTR_CALL FirstCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
+                           void* key, uint8_t keyLength, int8_t keyNumber);
 
 // `real` finds itself at the first call; `current` is it or a replacement.
 constinit BtrCallFunction real = &FirstCall;
 constinit BtrCallFunction replacement = nullptr;
 constinit BtrCallFunction current = &FirstCall;
 
-int16_t QRN_BTRAPI FirstCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
-                             void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL FirstCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
+                           void* key, uint8_t keyLength, int8_t keyNumber) {
   try {
     real = RealBtrCall();
   } catch (const std::bad_alloc&) {  // looked for again by the next call
-    return kBtrieveNotActive;
+    return BtrStatusNotActive;
   }
   current = real;
   return real(operation, posBlock, data, dataLength, key, keyLength, keyNumber);

@@ -4,22 +4,11 @@
 
 #include <cstdint>
 
-#ifdef _WIN32
-#define QRN_BTRAPI __stdcall
-#else
-#define QRN_BTRAPI
-#endif
+#include "btrieve.h"
 
 namespace qrn {
 
-// Operation, position block (128 bytes), data buffer, data length in and out, key buffer, key
-// length, key number (-1 and 255 are the same byte). Pointers an operation does not use may be
-// null. The result is the status, 0 for success.
-using BtrCallFunction = int16_t(QRN_BTRAPI*)(uint16_t operation, void* posBlock, void* data,
-                                             uint32_t* dataLength, void* key, uint8_t keyLength,
-                                             int8_t keyNumber);
-
-inline constexpr int16_t kBtrieveNotActive = 20;
+using BtrCallFunction = BTRCALL_FUNCTION;
 
 // Calls the record manager; without one every operation gives status 20. The library is looked
 // for at the first call and held until the process ends.

@@ -8,23 +8,19 @@
 namespace qrn {
 namespace {
 
-constexpr LexbaseFunctions kMissing = {
-    [](const char*, int32_t) { return kLexbaseMissing; }, [] { return kLexbaseMissing; },
-    [](void*) { return kLexbaseMissing; }, [](void*) { return kLexbaseMissing; },
-    [](void*) { return kLexbaseMissing; }};
+constexpr auto Missing = [](auto...) -> int32_t { return LexbaseMissing; };
+constexpr LexbaseFunctions kMissing = {Missing, Missing, Missing, Missing, Missing};
 
+// One that lacks a function is no dictionary library.
 LexbaseFunctions FindAll() {
   const SystemLibrary library("lexbase");
-  const LexbaseFunctions found = {
-      library.Find<decltype(LexbaseFunctions::Open)>("DDFOpen"),
-      library.Find<decltype(LexbaseFunctions::Close)>("DDFClose"),
-      library.Find<decltype(LexbaseFunctions::ReadFile)>("DDFReadFile"),
-      library.Find<decltype(LexbaseFunctions::ReadField)>("DDFReadField"),
-      library.Find<decltype(LexbaseFunctions::ReadIndex)>("DDFReadIndex")};
-  const bool complete = found.Open != nullptr && found.Close != nullptr &&
-                        found.ReadFile != nullptr && found.ReadField != nullptr &&
-                        found.ReadIndex != nullptr;
-  return complete ? found : kMissing;
+  LexbaseFunctions found;
+#define QRN_FIND(result, name, arguments)                             \
+  found.name = library.Find<decltype(LexbaseFunctions::name)>(#name); \
+  if (found.name == nullptr) return kMissing;
+  LEXBASE_FUNCTIONS(QRN_FIND)
+#undef QRN_FIND
+  return found;
 }
 
 constinit const LexbaseFunctions* replacement = nullptr;
@@ -43,12 +39,12 @@ const LexbaseFunctions& Current() {
 }  // namespace
 
 int32_t DDFOpen(const char* directory, int32_t mode) noexcept {
-  return Current().Open(directory, mode);
+  return Current().DDFOpen(directory, mode);
 }
-int32_t DDFClose() noexcept { return Current().Close(); }
-int32_t DDFReadFile(void* row) noexcept { return Current().ReadFile(row); }
-int32_t DDFReadField(void* row) noexcept { return Current().ReadField(row); }
-int32_t DDFReadIndex(void* row) noexcept { return Current().ReadIndex(row); }
+int32_t DDFClose() noexcept { return Current().DDFClose(); }
+int32_t DDFReadFile(void* row) noexcept { return Current().DDFReadFile(row); }
+int32_t DDFReadField(void* row) noexcept { return Current().DDFReadField(row); }
+int32_t DDFReadIndex(void* row) noexcept { return Current().DDFReadIndex(row); }
 
 const LexbaseFunctions* ReplaceLexbase(const LexbaseFunctions* functions) noexcept {
   return std::exchange(replacement, functions);

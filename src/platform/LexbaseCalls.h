@@ -1,29 +1,19 @@
-// The dictionary library `lexbase`, found at run time like the record manager (platform/BtrCall.h):
-// an installed one first, the one delivered beside this code otherwise.
-//
-// DDFOpen opens file.ddf, field.ddf and index.ddf of a directory; each read gives the next row of
-// its file; DDFClose ends the reading. There is one reading at a time. Codes: 0 success, 9 the end
-// of a file, anything else a failure. Without the library every call gives kLexbaseMissing.
+// The dictionary library (lexbase.h), found at run time like the record manager
+// (platform/BtrCall.h): an installed one first, the one delivered beside this code otherwise.
+// Without the library every call gives LexbaseMissing.
 #pragma once
 
 #include <cstdint>
 
+#include "lexbase.h"
+
 namespace qrn {
 
-inline constexpr int32_t kLexbaseEndOfFile = 9;
-inline constexpr int32_t kLexbaseMissing = 126;  // the system's "module could not be found"
-
-// Bytes that a caller reserves for one row.
-inline constexpr int kFileRowSize = 112;
-inline constexpr int kFieldRowSize = 32;
-inline constexpr int kIndexRowSize = 16;
-
+// Its functions by their names.
 struct LexbaseFunctions {
-  int32_t (*Open)(const char* directory, int32_t mode);
-  int32_t (*Close)();
-  int32_t (*ReadFile)(void* row);
-  int32_t (*ReadField)(void* row);
-  int32_t (*ReadIndex)(void* row);
+#define QRN_POINTER(result, name, arguments) decltype(&::name) name;
+  LEXBASE_FUNCTIONS(QRN_POINTER)
+#undef QRN_POINTER
 };
 
 int32_t DDFOpen(const char* directory, int32_t mode) noexcept;

@@ -5,9 +5,9 @@
 
 #include "Ratios.h"
 #include "core/DbEngine.h"
-#include "core/FlatInterface.h"
 #include "core/FlatState.h"
 #include "platform/Bstr.h"
+#include "qrnbt350.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/RowImporter.h"
@@ -17,7 +17,6 @@ namespace bench {
 namespace {
 
 constexpr int kRecords = 50000;
-constexpr int16_t kGetNext = 6, kGetFirst = 12;
 constexpr int16_t kTable = 0, kByNumber = 0;
 
 constexpr char kSchema[] = R"([[table]]
@@ -54,8 +53,8 @@ qrn::DbTableInfo& Orders() {
     qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", directory), directory,
                            qrndata::Existing::Replace);
     Fill(qrndata::ReadDictionary(directory));
-    Check(qrn::flat::DbInitialize(directory.c_str()) == 0, "the dictionary does not load");
-    Check(qrn::flat::DbOpen(kTable) == 0, "the table does not open");
+    Check(::DbInitialize(directory.c_str()) == 0, "the dictionary does not load");
+    Check(::DbOpen(kTable) == 0, "the table does not open");
     return qrn::TheFlatState().CurrentDictionary->Tables[kTable];
   }();
   return table;
@@ -63,9 +62,9 @@ qrn::DbTableInfo& Orders() {
 
 void WalkFlat(void (*take)(void* text)) {
   int count = 0;
-  for (int32_t status = qrn::flat::DbAccess(kGetFirst, kTable, kByNumber); status == 0;
-       status = qrn::flat::DbAccess(kGetNext, kTable, kByNumber)) {
-    for (int16_t field = 0; field < 5; ++field) take(qrn::flat::DbGetFieldData(kTable, field));
+  for (int32_t status = ::DbAccess(BtrOpGetFirst, kTable, kByNumber); status == 0;
+       status = ::DbAccess(BtrOpGetNext, kTable, kByNumber)) {
+    for (int16_t field = 0; field < 5; ++field) take(::DbGetFieldData(kTable, field));
     ++count;
   }
   Check(count == kRecords, "the flat walk went wrong");

@@ -11,8 +11,9 @@
 #include <vector>
 
 #include "Ratios.h"
-#include "btrieve/BtrCall.h"
+#include "btrieve.h"
 #include "btrieve/CheckedVfs.h"
+#include "btrieve/Status.h"
 
 namespace bench {
 

@@ -7,15 +7,13 @@
 #include <memory>
 
 #include "PlayedControls.h"
-#include "core/FlatInterface.h"
 #include "platform/MessageBox.h"
+#include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/module/Company.h"
 
 namespace qrn::test {
 namespace {
-
-enum Operation { kInsert = 2, kGetEqual = 5, kGetNext = 6, kGetFirst = 12, kGetLast = 13 };
 
 class DatabaseControl : public ::testing::Test {
  protected:
@@ -40,7 +38,7 @@ class DatabaseControl : public ::testing::Test {
     btr.DbClearFieldBuffer("People");
     btr.DbSetFieldData("People", "Code", code);
     btr.DbSetFieldData("People", "Name", name);
-    EXPECT_EQ(btr.DbAccess(kInsert, "People", "ByCode"), 0);
+    EXPECT_EQ(btr.DbAccess(BtrOpInsert, "People", "ByCode"), 0);
   }
 
   Company company;
@@ -145,7 +143,7 @@ TEST_F(DatabaseControl, TheSecondOfADirectoryCopiesTheFirst) {
   EXPECT_NE(second->GetDictionary(), first->GetDictionary());
   EXPECT_EQ(OpenTables(*second), "People Notes Days ") << "each opens for itself";
   Insert(*first, "1", "Abe");
-  EXPECT_EQ(second->DbAccess(kGetFirst, "People", "ByCode"), 0);
+  EXPECT_EQ(second->DbAccess(BtrOpGetFirst, "People", "ByCode"), 0);
   EXPECT_EQ(second->DbGetFieldData("People", "Name"), "Abe");
   EXPECT_EQ(first->DbCloseAll(), 0);
   EXPECT_EQ(OpenTables(*second), "People Notes Days ");
@@ -301,7 +299,7 @@ TEST_F(DatabaseControl, IdsAreCheckedAgainstTheCounts) {
   for (const auto& row : cases) {
     std::string name = "kept";
     EXPECT_EQ(btr->DbGetTableName(row.id, name), row.tableName) << row.id;
-    EXPECT_EQ(btr->DbAccessByID(kGetFirst, row.id, 0), row.access) << row.id;
+    EXPECT_EQ(btr->DbAccessByID(BtrOpGetFirst, row.id, 0), row.access) << row.id;
     EXPECT_EQ(btr->DbGetFieldName("People", row.id, name), row.fieldName) << row.id;
     EXPECT_EQ(btr->DbGetIndexName("People", row.id, name), row.indexName) << row.id;
     EXPECT_EQ(btr->DbSetFieldDataByID(row.id, 0, "1"), row.setById) << row.id;
@@ -319,11 +317,11 @@ TEST_F(DatabaseControl, RecordsAreReachedByEveryWay) {
   Insert(*btr, "2", "Ito");
   Insert(*btr, "1", "Abe");
   const auto name = [&] { return *btr->DbGetFieldData("People", "Name"); };
-  EXPECT_EQ(btr->DbAccess(kGetFirst, "People", "ByCode"), 0);
+  EXPECT_EQ(btr->DbAccess(BtrOpGetFirst, "People", "ByCode"), 0);
   EXPECT_EQ(name(), "Abe");
-  EXPECT_EQ(btr->DbAccess(kGetFirst, "People", ""), -6);
-  EXPECT_EQ(btr->DbAccess(kGetFirst, "People", "bycode"), -6);
-  EXPECT_EQ(btr->DbAccess(kGetNext, "People", "ByCode"), 0);
+  EXPECT_EQ(btr->DbAccess(BtrOpGetFirst, "People", ""), -6);
+  EXPECT_EQ(btr->DbAccess(BtrOpGetFirst, "People", "bycode"), -6);
+  EXPECT_EQ(btr->DbAccess(BtrOpGetNext, "People", "ByCode"), 0);
   const int32_t position = btr->DbGetPosition("People");
   uint16_t percentage = 0;
   EXPECT_EQ(btr->DbFindPercentage("People", "", position, percentage), 0);
@@ -341,14 +339,14 @@ TEST_F(DatabaseControl, RecordsAreReachedByEveryWay) {
   EXPECT_EQ(btr->DbGetDataType("People", "Pay"), kDecimal);
   EXPECT_EQ(btr->DbGetDataSize("People", "Nothing"), -5);
   EXPECT_EQ(btr->DbSetFieldData("People", "Nothing", "x"), -5);
-  EXPECT_EQ(btr->DbAccessByID(kGetLast, kPeople, kByCode), 0);
+  EXPECT_EQ(btr->DbAccessByID(BtrOpGetLast, kPeople, kByCode), 0);
   EXPECT_EQ(btr->DbGetFieldDataByID(kPeople, 1), "Ito");
 }
 
 TEST_F(DatabaseControl, ExtendedResultsAreReadByFieldName) {
   const auto btr = Started();
   for (int i = 1; i <= 5; ++i) Insert(*btr, std::to_string(i).c_str(), i % 2 ? "odd" : "even");
-  btr->DbAccess(kGetFirst, "People", "ByCode");
+  btr->DbAccess(BtrOpGetFirst, "People", "ByCode");
   const ExAccess access{.Operation = 36,
                         .SearchCond = "@Name = 'even'",
                         .Fields = "Name,Code",
@@ -440,7 +438,7 @@ TEST_F(DatabaseControl, NullsAreSeenInNullableFields) {
 TEST_F(DatabaseControl, AFlatCallerMayFreeTheDictionaryUnderIt) {
   const auto btr = Started();
   AttachFlatState(*btr, btr->GetDictionary(), "Db");
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
   EXPECT_EQ(btr->GetDictionary(), nullptr);
   EXPECT_EQ(btr->DbOpen("People"), -20);
   EXPECT_EQ(btr->DbLoadDDF(), 0);

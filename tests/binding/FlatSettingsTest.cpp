@@ -7,12 +7,11 @@
 #include <filesystem>
 
 #include "PlayedControls.h"
-#include "binding/registry/Attachment.h"
-#include "core/FlatInterface.h"
 #include "core/Record.h"
 #include "core/Table.h"
 #include "platform/Bstr.h"
 #include "platform/BtrCall.h"
+#include "qrnbt350.h"
 #include "tests/core/FakeLexbase.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/fields/IniFile.h"
@@ -21,26 +20,24 @@
 namespace qrn::test {
 namespace {
 
-enum Operation : uint16_t { kOpen = 0, kInsert = 2, kUpdate = 3, kGetFirst = 12, kCreate = 14 };
-
 std::string calls;  // "open(owner,mode) create(file,flags,null value) update(length) "
 
 std::string FileName(const void* path) {
   return std::filesystem::path(static_cast<const char*>(path)).filename().string();
 }
 
-int16_t QRN_BTRAPI Noting(uint16_t operation, void* posBlock, void* data, uint32_t* length,
-                          void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL Noting(uint16_t operation, void* posBlock, void* data, uint32_t* length, void* key,
+                        uint8_t keyLength, int8_t keyNumber) {
   const auto* bytes = static_cast<const uint8_t*>(data);
-  if (operation == kOpen && keyNumber != -2) {  // the dictionary library opens read only
+  if (operation == BtrOpOpen && keyNumber != -2) {  // the dictionary library opens read only
     calls += "open(" + std::string(static_cast<const char*>(data)) + "," +
              std::to_string(keyNumber) + ") ";
   }
-  if (operation == kCreate) {
+  if (operation == BtrOpCreate) {
     calls += "create(" + FileName(key) + "," + std::to_string(bytes[10]) + "," +
              std::to_string(bytes[16 + 11]) + ") ";
   }
-  if (operation == kUpdate) calls += "update(" + std::to_string(*length) + ") ";
+  if (operation == BtrOpUpdate) calls += "update(" + std::to_string(*length) + ") ";
   ReplaceBtrCall(nullptr);
   const int16_t status = BtrCall(operation, posBlock, data, length, key, keyLength, keyNumber);
   ReplaceBtrCall(&Noting);
@@ -73,43 +70,43 @@ class FlatSettings : public ::testing::Test {
 
 // The stored open mode goes to the record manager as it is: here, at a start and on demand.
 TEST_F(FlatSettings, AnAttachByNameOpensAsTheControlIsSet) {
-  EXPECT_EQ(flat::DbAttachControl("Db", "Form1"), 0);
-  flat::DbSetOwnerName("own", -4);
-  EXPECT_EQ(flat::DbOpen(kPeople), 0);
+  EXPECT_EQ(::DbAttachControl("Db", "Form1"), 0);
+  ::DbSetOwnerName(0, "own", -4);
+  EXPECT_EQ(::DbOpen(kPeople), 0);
   EXPECT_EQ(Calls(), "open(,2) ");
-  EXPECT_EQ(flat::DbOpen(kPeople), -2);
-  EXPECT_EQ(flat::DbClose(kPeople), 0);
+  EXPECT_EQ(::DbOpen(kPeople), -2);
+  EXPECT_EQ(::DbClose(kPeople), 0);
   btr.OwnerName.SetNarrow("theirs");
-  EXPECT_EQ(flat::DbOpen(kPeople), 0) << "the file has no owner, so any name does";
+  EXPECT_EQ(::DbOpen(kPeople), 0) << "the file has no owner, so any name does";
   EXPECT_EQ(Calls(), "open(theirs,2) ");
   btr.DDFDir.SetNarrow("");
-  EXPECT_EQ(flat::DbOpen(kDays), -16) << "its directory counts, at every call";
-  EXPECT_EQ(flat::DbCreate(kDays), -16);
+  EXPECT_EQ(::DbOpen(kDays), -16) << "its directory counts, at every call";
+  EXPECT_EQ(::DbCreate(kDays), -16);
   EXPECT_EQ(Calls(), "");
 }
 
 TEST_F(FlatSettings, AnAttachByWindowCreatesAsTheControlIsSetAndOpensAsItsOwn) {
-  EXPECT_EQ(flat::DbAttachControlByHwnd("Db", &form), 0);
-  EXPECT_EQ(flat::DbOpen(kPeople), -16) << "its own directory is empty";
+  EXPECT_EQ(::DbAttachControlByHwnd("Db", &form), 0);
+  EXPECT_EQ(::DbOpen(kPeople), -16) << "its own directory is empty";
   EXPECT_EQ(Calls(), "");
-  EXPECT_EQ(flat::DbCreate(kPeople), 0);
+  EXPECT_EQ(::DbCreate(kPeople), 0);
   EXPECT_EQ(Calls().substr(0, 18), "create(People.btr,");
   CopyText(TheFlatState().DdfDir, company.Directory());
-  flat::DbSetOpenMode(-1);
-  EXPECT_EQ(flat::DbOpen(kPeople), 0);
+  ::DbSetOpenMode(0, -1);
+  EXPECT_EQ(::DbOpen(kPeople), 0);
   EXPECT_EQ(Calls(), "open(,-1) ");
 }
 
 TEST_F(FlatSettings, WithoutAControlTheirOwnSettingsServe) {
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
   Calls();
-  flat::DbSetOwnerName("mine", 0);
-  flat::DbSetOpenMode(-3);
-  EXPECT_EQ(flat::DbOpen(kPeople), 0);
+  ::DbSetOwnerName(0, "mine", 0);
+  ::DbSetOpenMode(0, -3);
+  EXPECT_EQ(::DbOpen(kPeople), 0);
   EXPECT_EQ(Calls(), "open(mine,-3) ");
   TheFlatState().DdfDir[0] = '\0';
-  EXPECT_EQ(flat::DbCreate(kDays), -16) << "nothing is made in the root of a drive";
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbCreate(kDays), -16) << "nothing is made in the root of a drive";
+  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 TEST_F(FlatSettings, TheStoredModeServesAtTheStartAndOnDemand) {
@@ -126,16 +123,16 @@ TEST_F(FlatSettings, TheStoredModeServesAtTheStartAndOnDemand) {
 }
 
 TEST_F(FlatSettings, AFailedInitializeEmptiesTheDirectory) {
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
   EXPECT_EQ(TheFlatState().DdfDir, company.Directory());
-  EXPECT_NE(flat::DbInitialize((company.Directory() + "/none").c_str()), 0);
+  EXPECT_NE(::DbInitialize((company.Directory() + "/none").c_str()), 0);
   EXPECT_STREQ(TheFlatState().DdfDir, "");
 }
 
 TEST_F(FlatSettings, TheStateStaysAcrossTheEnd) {
-  EXPECT_EQ(flat::DbAttachControl("Db", "Form1"), 0);
-  flat::DbSetOwnerName("own", -4);
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbAttachControl("Db", "Form1"), 0);
+  ::DbSetOwnerName(0, "own", -4);
+  EXPECT_EQ(::DbTerminate(), 0);
   const DbFlatState& state = TheFlatState();
   EXPECT_EQ(state.CurrentDictionary, nullptr);
   EXPECT_STREQ(state.OwnerName, "own");
@@ -150,11 +147,11 @@ TEST_F(FlatSettings, ADictionaryThatBreaksOffStaysAsFarAsItCame) {
   FakeLexbase lexbase;
   lexbase.File(4, "People", "People").Field({1, 4, "Code", kInteger, 0, 4});
   lexbase.Fail("index", 94);
-  EXPECT_EQ(flat::DbInitialize("/data"), 94);
-  EXPECT_EQ(flat::DbGetNumOfTable(), 1);
-  EXPECT_EQ(flat::DbGetNumOfField(0), 1);
+  EXPECT_EQ(::DbInitialize("/data"), 94);
+  EXPECT_EQ(::DbGetNumOfTable(), 1);
+  EXPECT_EQ(::DbGetNumOfField(0), 1);
   EXPECT_STREQ(TheFlatState().DdfDir, "");
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
   btr.DDFDir.SetNarrow("/data");
   EXPECT_EQ(btr.DbLoadDDF(), 94);
   int32_t count = 0;
@@ -164,52 +161,52 @@ TEST_F(FlatSettings, ADictionaryThatBreaksOffStaysAsFarAsItCame) {
 
 TEST_F(FlatSettings, TheEmptySlotIsGivenBackToo) {
   TheSettings().delayed_resolve = 1;
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(flat::DbOpen(kTableCount), 12) << "its record buffer is there all the same";
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbOpen(kTableCount), 12) << "its record buffer is there all the same";
   EXPECT_EQ(messages.Take(), "");
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
   TheSettings().delayed_resolve = 0;
 }
 
 TEST_F(FlatSettings, OfTwoFieldsOfOneNameTheFirstIsWritten) {
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(flat::DbOpen(kPeople), 0);
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbOpen(kPeople), 0);
   DbTableInfo& table = TheFlatState().CurrentDictionary->Tables[kPeople];
   std::strcpy(table.Fields[2].Name, table.Fields[1].Name);
-  flat::DbClearFieldBuffer(kPeople);
-  EXPECT_EQ(flat::DbSetFieldData(kPeople, 2, "by name"), 0);
+  ::DbClearFieldBuffer(kPeople);
+  EXPECT_EQ(::DbSetFieldData(kPeople, 2, "by name"), 0);
   EXPECT_STREQ(DbReadField(TheEngine(), table, 1), "by name");
   EXPECT_STREQ(DbReadField(TheEngine(), table, 2), "");
-  EXPECT_EQ(flat::DbSetFieldData(kPeople, 5, "x"), -5);
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbSetFieldData(kPeople, 5, "x"), -5);
+  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 TEST_F(FlatSettings, OnlyTheValueOneAsksForUtf16) {
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(flat::DbOpen(kPeople), 0);
-  flat::DbSetFieldData(kPeople, 1, "four");
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbOpen(kPeople), 0);
+  ::DbSetFieldData(kPeople, 1, "four");
   for (const auto& [value, bytes] : {std::pair{1, 8u}, {0, 4u}, {2, 4u}, {-1, 4u}}) {
     TheSettings().v1fx_unicode = value;
-    auto* text = static_cast<BstrText>(flat::DbGetFieldData(kPeople, 1));
+    auto* text = static_cast<BstrText>(::DbGetFieldData(kPeople, 1));
     EXPECT_EQ(BstrByteLength(text), bytes) << value;
     FreeBstr(text);
   }
   TheSettings().v1fx_unicode = 1;
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 TEST_F(FlatSettings, AnUpdateOfAVariableTableSendsItsOwnLength) {
-  EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(flat::DbOpen(kNotes), 0);
-  flat::DbClearFieldBuffer(kNotes);
-  flat::DbSetFieldData(kNotes, 1, "a long note of this table");
-  EXPECT_EQ(flat::DbAccess(kInsert, kNotes, 0), 0);
-  EXPECT_EQ(flat::DbAccess(kGetFirst, kNotes, 0), 0);
-  flat::DbSetFieldData(kNotes, 1, "short");
+  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
+  EXPECT_EQ(::DbOpen(kNotes), 0);
+  ::DbClearFieldBuffer(kNotes);
+  ::DbSetFieldData(kNotes, 1, "a long note of this table");
+  EXPECT_EQ(::DbAccess(BtrOpInsert, kNotes, 0), 0);
+  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kNotes, 0), 0);
+  ::DbSetFieldData(kNotes, 1, "short");
   Calls();
-  EXPECT_EQ(flat::DbAccess(kUpdate, kNotes, 0), 0);
+  EXPECT_EQ(::DbAccess(BtrOpUpdate, kNotes, 0), 0);
   EXPECT_EQ(Calls(), "update(10) ") << "4 bytes and the text with its NUL";
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 TEST_F(FlatSettings, TheSettingsFileReachesTheCreate) {

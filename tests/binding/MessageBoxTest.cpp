@@ -5,20 +5,18 @@
 #include <functional>
 
 #include "PlayedControls.h"
-#include "core/FlatInterface.h"
 #include "core/RecordPosition.h"
 #include "core/Table.h"
-#include "extended/qrnDbEx.h"
 #include "fields/FieldText.h"
 #include "platform/BtrCall.h"
 #include "platform/MessageBox.h"
+#include "qrnbt350.h"
 #include "tests/core/FakeLexbase.h"
 #include "tests/module/Company.h"
 
 namespace qrn::test {
 namespace {
 
-constexpr int16_t kClose = 1, kInsert = 2, kGetFirst = 12, kCreate = 14;
 constexpr int32_t kNoSuchType = 99;
 
 std::function<void()> meanwhile;  // run by the first box
@@ -32,8 +30,8 @@ int Interrupted(const char* text, unsigned) {
   return kBoxOk;
 }
 
-int16_t QRN_BTRAPI Refusing(uint16_t operation, void* posBlock, void* data, uint32_t* length,
-                            void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL Refusing(uint16_t operation, void* posBlock, void* data, uint32_t* length,
+                          void* key, uint8_t keyLength, int8_t keyNumber) {
   if (operation == refused && refused != 0) return 41;
   ReplaceBtrCall(nullptr);
   const int16_t status = BtrCall(operation, posBlock, data, length, key, keyLength, keyNumber);
@@ -51,7 +49,7 @@ class WhileABoxIsUp : public ::testing::Test {
   ~WhileABoxIsUp() override {
     meanwhile = nullptr;
     refused = 0;
-    flat::DbTerminate();
+    ::DbTerminate();
     ReplaceBtrCall(nullptr);
     ReplaceShowBox(nullptr);
     TheFlatState() = DbFlatState{};
@@ -60,9 +58,9 @@ class WhileABoxIsUp : public ::testing::Test {
 
   // A fresh dictionary with its tables open.
   void Begin() {
-    EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
-    for (const int16_t table : {kPeople, kNotes, kDays}) EXPECT_EQ(flat::DbOpen(table), 0);
-    flat::DbClearFieldBuffer(kPeople);
+    EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
+    for (const int16_t table : {kPeople, kNotes, kDays}) EXPECT_EQ(::DbOpen(table), 0);
+    ::DbClearFieldBuffer(kPeople);
   }
   static DbTableInfo& Table(int16_t table) {
     return TheFlatState().CurrentDictionary->Tables[table];
@@ -91,35 +89,35 @@ TEST_F(WhileABoxIsUp, TheDictionaryMayEndUnderAnyFlatFunction) {
   uint16_t percentage = 0;
   const auto refuse = [](uint16_t operation) { refused = operation; };
   const auto exAccess = [&](int16_t operation, const char* condition, const char* fields) {
-    return flat::DbExAccess(operation, kPeople, condition, fields, 0, 0, 1, 0, &result, &count);
+    return ::DbExAccess(operation, kPeople, condition, fields, 0, 0, 1, 0, &result, &count);
   };
   const struct {
     const char* outcome;  // with what follows it in the brackets where more is shown
     std::function<void()> prepare;
     std::function<int32_t()> call;
   } cases[] = {
-      {"0 VE813 ", [&] { refuse(kClose); }, flat::DbTerminate},
-      {"0 VE813 ", [&] { refuse(kClose); },
-       [&] { return flat::DbInitialize(company.Directory().c_str()); }},
-      {"0 VE011 ", SpoilTypes, [] { return flat::DbSetFieldData(kPeople, 4, "1"); }},
-      {"0 VE011 ", SpoilTypes, [] { return flat::DbSetFieldData(kNotes, 1, "text"); }},
-      {"3 VE011 ", SpoilTypes, [] { return flat::DbAccess(kInsert, kNotes, 0); }},
-      {"-6 VE804 ", [] {}, [] { return flat::DbAccess(kGetFirst, kPeople, 99); }},
-      {"-6 VE804 ", [] {}, [] { return flat::DbGetDirect(kPeople, 1, 99); }},
-      {"-1 VE804 ", [] {}, [] { return flat::DbGetByPercentage(kPeople, 99, 1); }},
-      {"-1 VE804 ", [] {}, [&] { return flat::DbFindPercentage(kPeople, 99, 1, &percentage); }},
+      {"0 VE813 ", [&] { refuse(BtrOpClose); }, ::DbTerminate},
+      {"0 VE813 ", [&] { refuse(BtrOpClose); },
+       [&] { return ::DbInitialize(company.Directory().c_str()); }},
+      {"0 VE011 ", SpoilTypes, [] { return ::DbSetFieldData(kPeople, 4, "1"); }},
+      {"0 VE011 ", SpoilTypes, [] { return ::DbSetFieldData(kNotes, 1, "text"); }},
+      {"3 VE011 ", SpoilTypes, [] { return ::DbAccess(BtrOpInsert, kNotes, 0); }},
+      {"-6 VE804 ", [] {}, [] { return ::DbAccess(BtrOpGetFirst, kPeople, 99); }},
+      {"-6 VE804 ", [] {}, [] { return ::DbGetDirect(kPeople, 1, 99); }},
+      {"-1 VE804 ", [] {}, [] { return ::DbGetByPercentage(kPeople, 99, 1); }},
+      {"-1 VE804 ", [] {}, [&] { return ::DbFindPercentage(kPeople, 99, 1, &percentage); }},
       {"41 VE007 ",
        [&] {
-         EXPECT_EQ(flat::DbClose(kPeople), 0);
-         refuse(kCreate);
+         EXPECT_EQ(::DbClose(kPeople), 0);
+         refuse(BtrOpCreate);
        },
-       [] { return flat::DbCreate(kPeople); }},
+       [] { return ::DbCreate(kPeople); }},
       {"0 VE806 ",
        [] {
-         EXPECT_EQ(flat::DbClose(kPeople), 0);
+         EXPECT_EQ(::DbClose(kPeople), 0);
          ++Table(kPeople).RecordLength;
        },
-       [] { return flat::DbOpen(kPeople); }},
+       [] { return ::DbOpen(kPeople); }},
       {"-7 VE044 ", [] {}, [&] { return exAccess(1, "", "0"); }},
       {"-8 VE041 ", [] {}, [&] { return exAccess(36, "Code = 1", "0"); }},
       {"-8 VE818 ", [] {}, [&] { return exAccess(36, "@Nothing = 1", "0"); }},
@@ -129,40 +127,40 @@ TEST_F(WhileABoxIsUp, TheDictionaryMayEndUnderAnyFlatFunction) {
   for (const auto& [outcome, prepare, call] : cases) {
     Begin();
     prepare();
-    std::string shown = Run(call, [] { flat::DbTerminate(); });
+    std::string shown = Run(call, [] { ::DbTerminate(); });
     EXPECT_TRUE(shown.starts_with(outcome)) << shown << "for " << outcome;
     refused = 0;
-    flat::DbTerminate();
+    ::DbTerminate();
     Begin();
     prepare();
     // Another dictionary comes in the place of the one in use.
     shown = Run(call, [&] { Begin(); });
     EXPECT_TRUE(shown.starts_with(outcome)) << shown << "for " << outcome;
     refused = 0;
-    EXPECT_EQ(flat::DbTerminate(), 0);
-    EXPECT_EQ(flat::DbGetNumOfTable(), -12);
+    EXPECT_EQ(::DbTerminate(), 0);
+    EXPECT_EQ(::DbGetNumOfTable(), -12);
   }
 }
 
 TEST_F(WhileABoxIsUp, TheLastToInitializeKeepsHisDictionary) {
   Begin();
-  refused = kClose;
-  Run(flat::DbTerminate, [&] {
-    EXPECT_EQ(flat::DbGetNumOfTable(), -12) << "the one that is being closed is nobody's";
+  refused = BtrOpClose;
+  Run(::DbTerminate, [&] {
+    EXPECT_EQ(::DbGetNumOfTable(), -12) << "the one that is being closed is nobody's";
     refused = 0;
     Begin();
   });
-  EXPECT_EQ(flat::DbGetNumOfTable(), kTableCount) << "it came after the end";
-  EXPECT_EQ(flat::DbAccess(kGetFirst, kPeople, kByCode), 9);
-  refused = kClose;
+  EXPECT_EQ(::DbGetNumOfTable(), kTableCount) << "it came after the end";
+  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kPeople, kByCode), 9);
+  refused = BtrOpClose;
   const std::string own = company.Directory();
-  Run([&] { return flat::DbInitialize(own.c_str()); },
+  Run([&] { return ::DbInitialize(own.c_str()); },
       [&] {
         refused = 0;
         Begin();
       });
-  EXPECT_EQ(flat::DbGetNumOfTable(), kTableCount);
-  EXPECT_EQ(flat::DbAccess(kGetFirst, kPeople, kByCode), -3) << "the outer one's, still closed";
+  EXPECT_EQ(::DbGetNumOfTable(), kTableCount);
+  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kPeople, kByCode), -3) << "the outer one's, still closed";
 }
 
 // The deferred load of a table's fields, with the dictionary ended while its failure is told.
@@ -172,14 +170,14 @@ TEST_F(WhileABoxIsUp, ATableMayGoWhileItsFieldsAreLoaded) {
     for (const bool again : {false, true}) {
       FakeLexbase lexbase;
       lexbase.File(4, "People", "People").Field({1, 4, "Code", kInteger, 0, 4}).Index(4, 1, 0, 0);
-      ASSERT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
+      ASSERT_EQ(::DbInitialize(company.Directory().c_str()), 0);
       DbTableInfo& table = Table(0);
       const auto interruption = [&] {
         EXPECT_EQ(lexbase.OpenReadings(), 0) << "another load may begin";
-        flat::DbTerminate();
+        ::DbTerminate();
         lexbase.Fail("none", 0);
         if (!again) return;
-        EXPECT_EQ(flat::DbInitialize(company.Directory().c_str()), 0);
+        EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
       };
       lexbase.Fail(failing, 22);
       const std::string outcome = Run(
@@ -187,7 +185,7 @@ TEST_F(WhileABoxIsUp, ATableMayGoWhileItsFieldsAreLoaded) {
           interruption);
       EXPECT_EQ(outcome.substr(0, 5), "-1 VE") << failing;
       EXPECT_TRUE(outcome.ends_with(" VE803 ")) << outcome << " has the table's name";
-      EXPECT_EQ(flat::DbTerminate(), 0);
+      EXPECT_EQ(::DbTerminate(), 0);
     }
   }
 }
@@ -198,10 +196,10 @@ TEST_F(WhileABoxIsUp, ATableThatIsClosedIsNotReadOn) {
   DbTableInfo& days = Table(kDays);
   days.Fields[1].Flags = days.Fields[2].Flags = kFieldNullable;
   EXPECT_EQ(Run([&] { return IsFieldNull(TheSettings(), days, "Word"); },
-                [] { EXPECT_EQ(flat::DbClose(kDays), 0); }),
+                [] { EXPECT_EQ(::DbClose(kDays), 0); }),
             "0 VE011 ");
-  EXPECT_EQ(Run([] { return flat::DbSetFieldData(kPeople, 3, "2024/01/31"); },
-                [] { EXPECT_EQ(flat::DbClose(kPeople), 0); }),
+  EXPECT_EQ(Run([] { return ::DbSetFieldData(kPeople, 3, "2024/01/31"); },
+                [] { EXPECT_EQ(::DbClose(kPeople), 0); }),
             "0 VE011 ");
 }
 
@@ -211,7 +209,7 @@ TEST_F(WhileABoxIsUp, AControlMayLoadAnewOrGoWithItsForm) {
       [](PlayedBtr& btr) { btr.WindowGoes(); },
       [](PlayedBtr& btr) {
         AttachFlatState(btr, btr.GetDictionary(), "Db");
-        flat::DbTerminate();
+        ::DbTerminate();
       },
   };
   const struct {
@@ -219,19 +217,19 @@ TEST_F(WhileABoxIsUp, AControlMayLoadAnewOrGoWithItsForm) {
     std::function<int32_t(PlayedBtr&)> call;
     uint16_t refused = 0;
   } cases[] = {
-      {"0 VE813 ", [](PlayedBtr& btr) { return btr.DbReset(); }, kClose},
-      {"0 VE813 ", [](PlayedBtr& btr) { return btr.DbLoadDDF(); }, kClose},
-      {"41 VE803 ", [](PlayedBtr& btr) { return btr.DbCloseAll(); }, kClose},
+      {"0 VE813 ", [](PlayedBtr& btr) { return btr.DbReset(); }, BtrOpClose},
+      {"0 VE813 ", [](PlayedBtr& btr) { return btr.DbLoadDDF(); }, BtrOpClose},
+      {"41 VE803 ", [](PlayedBtr& btr) { return btr.DbCloseAll(); }, BtrOpClose},
       {"0 VE011 ", [](PlayedBtr& btr) { return btr.DbSetFieldData("People", "Pay", "1"); }},
       {"0 VE011 ", [](PlayedBtr& btr) { return btr.DbTransferFromControl("People"); }},
-      {"3 VE011 ", [](PlayedBtr& btr) { return btr.DbAccess(kInsert, "Notes", "ById"); }},
+      {"3 VE011 ", [](PlayedBtr& btr) { return btr.DbAccess(BtrOpInsert, "Notes", "ById"); }},
       {"0 VE011 ", [](PlayedBtr& btr) { return btr.DbIsNull("Days", "Word") ? 1 : 0; }},
       {"0 VE813 ",
        [](PlayedBtr& btr) {
          btr.WindowGoes();
          return 0;
        },
-       kClose},
+       BtrOpClose},
   };
   for (const auto& interruption : interruptions) {
     for (const auto& [outcome, call, operation] : cases) {
@@ -256,11 +254,11 @@ TEST_F(WhileABoxIsUp, AControlMayLoadAnewOrGoWithItsForm) {
 TEST_F(WhileABoxIsUp, MemoryComesBackWithTheNextDictionary) {
   Begin();
   SpoilTypes();
-  Run([] { return flat::DbSetFieldData(kPeople, 4, "1"); },
+  Run([] { return ::DbSetFieldData(kPeople, 4, "1"); },
       [&] {
         for (int i = 0; i < 20; ++i) Begin();
       });
-  EXPECT_EQ(flat::DbTerminate(), 0);
+  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "PlayedControls.h"
-#include "binding/registry/Attachment.h"
+#include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/module/Company.h"
 
@@ -201,59 +201,59 @@ TEST_F(Transfer, TheFlatInterfaceAttachesByNameAndForm) {
                {"Nobody", "Form1", -11}, {"empty", "Form1", -20}, {nullptr, nullptr, -11}};
   for (const auto& row : cases) {
     TheFlatState() = DbFlatState{};
-    EXPECT_EQ(flat::DbAttachControl(row.name, row.formName), row.result) << row.formName;
+    EXPECT_EQ(::DbAttachControl(row.name, row.formName), row.result) << row.formName;
     const bool attached = row.result == 0;
     EXPECT_EQ(TheFlatState().CurrentDictionary, attached ? btr->GetDictionary() : nullptr);
     EXPECT_EQ(TheFlatState().FormWindow, attached ? &form : nullptr);
     EXPECT_STREQ(TheFlatState().AttachedName, attached ? row.name : "");
   }
   btr->formWindow.reset();
-  EXPECT_EQ(flat::DbAttachControl("Db", "Form1"), -1);
+  EXPECT_EQ(::DbAttachControl("Db", "Form1"), -1);
   EXPECT_EQ(TheFlatState().CurrentDictionary, btr->GetDictionary()) << "attached all the same";
   btr->formName.reset();
-  EXPECT_EQ(flat::DbAttachControl("Db", ""), -11) << "no name is not an empty one";
+  EXPECT_EQ(::DbAttachControl("Db", ""), -11) << "no name is not an empty one";
 }
 
 TEST_F(Transfer, TheFlatInterfaceAttachesByWindow) {
   TextWindow panel{"", &form};
-  EXPECT_EQ(flat::DbAttachControlByHwnd("dB", &otherForm), -11);
-  EXPECT_EQ(flat::DbAttachControlByHwnd("dB", nullptr), -11);
-  EXPECT_EQ(flat::DbAttachControlByHwnd("Db2", &form), -11);
-  EXPECT_EQ(flat::DbAttachControlByHwnd("dB", &panel), 0);
+  EXPECT_EQ(::DbAttachControlByHwnd("dB", &otherForm), -11);
+  EXPECT_EQ(::DbAttachControlByHwnd("dB", nullptr), -11);
+  EXPECT_EQ(::DbAttachControlByHwnd("Db2", &form), -11);
+  EXPECT_EQ(::DbAttachControlByHwnd("dB", &panel), 0);
   EXPECT_EQ(TheFlatState().FormWindow, nullptr) << "only the other attach sets it";
-  EXPECT_EQ(flat::DbAttachControlByHwnd("dB", &form), 0);
+  EXPECT_EQ(::DbAttachControlByHwnd("dB", &form), 0);
 }
 
 TEST_F(Transfer, FlatTransfersTakeTheAttachedForm) {
-  EXPECT_EQ(flat::DbTransferToControl(kPeople), -12);
-  ASSERT_EQ(flat::DbAttachControlByHwnd("Db", &form), 0);
+  EXPECT_EQ(::DbTransferToControl(kPeople), -12);
+  ASSERT_EQ(::DbAttachControlByHwnd("Db", &form), 0);
   PlayedEdit edit(On("edt", "Name"));
   Put("Name", "Abe");
-  EXPECT_EQ(flat::DbTransferToControl(kPeople), 0);
+  EXPECT_EQ(::DbTransferToControl(kPeople), 0);
   EXPECT_EQ(edit.Text(), "Abe");
   WriteWindowText(&edit.window, "Ito");
-  EXPECT_EQ(flat::DbTransferFromControl(kPeople), 0);
+  EXPECT_EQ(::DbTransferFromControl(kPeople), 0);
   EXPECT_EQ(Field("Name"), "Ito");
-  EXPECT_EQ(flat::DbClearControlData(kPeople), 0);
+  EXPECT_EQ(::DbClearControlData(kPeople), 0);
   EXPECT_EQ(edit.Text(), "");
-  EXPECT_EQ(flat::DbTransferToControl(-1), -15);
-  EXPECT_EQ(flat::DbTransferToControl(kTableCount + 1), -15);
-  EXPECT_EQ(flat::DbTransferFromControl(kTableCount), -3);
+  EXPECT_EQ(::DbTransferToControl(-1), -15);
+  EXPECT_EQ(::DbTransferToControl(kTableCount + 1), -15);
+  EXPECT_EQ(::DbTransferFromControl(kTableCount), -3);
   btr->DbClose("People");
-  EXPECT_EQ(flat::DbClearControlData(kPeople), -3);
+  EXPECT_EQ(::DbClearControlData(kPeople), -3);
   TheFlatState().AttachedControl = nullptr;
   EXPECT_EQ(btr->DbOpen("People"), 0);
-  EXPECT_EQ(flat::DbTransferToControl(kPeople), -12);
+  EXPECT_EQ(::DbTransferToControl(kPeople), -12);
 }
 
 TEST_F(Transfer, ANoticeOfTheControlsEndReachesTheFlatInterface) {
-  ASSERT_EQ(flat::DbAttachControlByHwnd("Db", &form), 0);
+  ASSERT_EQ(::DbAttachControlByHwnd("Db", &form), 0);
   PlayedEdit edit(On("edt", "Code"));
   edit.onChange = [&] { btr.reset(); };
-  EXPECT_EQ(flat::DbTransferToControl(kPeople), 0);
+  EXPECT_EQ(::DbTransferToControl(kPeople), 0);
   EXPECT_EQ(TheFlatState().CurrentDictionary, nullptr);
   EXPECT_EQ(TheFlatState().AttachedControl, nullptr);
-  EXPECT_EQ(flat::DbTransferToControl(kPeople), -12);
+  EXPECT_EQ(::DbTransferToControl(kPeople), -12);
 }
 
 }  // namespace

@@ -58,18 +58,18 @@ TEST_F(Button, FindsByWhatTheScreenHolds) {
     const char* answer;
   };
   const Case cases[] = {
-      {0, kOpGetEqual, {{"Code", "1002"}}, "1002"},
-      {0, kOpGetEqual, {{"Code", "1005"}}, "1005#4"},
-      {0, kOpGetGreater, {{"Code", "1002"}}, "1003"},
-      {0, kOpGetGreaterOrEqual, {{"Code", "1002"}}, "1002"},
-      {0, kOpGetLess, {{"Code", "1002"}}, "1001"},
-      {0, kOpGetLessOrEqual, {{"Code", "1000"}}, "1000#9"},
-      {0, kOpGetGreater, {{"Code", "junk"}}, "1001"},
-      {0, kOpGetFirst, {{"Code", ""}}, "1001"},
-      {0, kOpGetLast, {{"Code", ""}}, "1004"},
-      {kByPlace, kOpGetEqual, {{"Code", "1002"}, {"Town", "東京"}}, "1002"},
-      {kByPlace, kOpGetGreater, {{"Code", ""}, {"Town", "東京"}}, "1001"},
-      {kByName, kOpGetEqual, {{"Code", ""}, {"Name", "安部"}}, "1003"},
+      {0, BtrOpGetEqual, {{"Code", "1002"}}, "1002"},
+      {0, BtrOpGetEqual, {{"Code", "1005"}}, "1005#4"},
+      {0, BtrOpGetGreater, {{"Code", "1002"}}, "1003"},
+      {0, BtrOpGetGreaterOrEqual, {{"Code", "1002"}}, "1002"},
+      {0, BtrOpGetLess, {{"Code", "1002"}}, "1001"},
+      {0, BtrOpGetLessOrEqual, {{"Code", "1000"}}, "1000#9"},
+      {0, BtrOpGetGreater, {{"Code", "junk"}}, "1001"},
+      {0, BtrOpGetFirst, {{"Code", ""}}, "1001"},
+      {0, BtrOpGetLast, {{"Code", ""}}, "1004"},
+      {kByPlace, BtrOpGetEqual, {{"Code", "1002"}, {"Town", "東京"}}, "1002"},
+      {kByPlace, BtrOpGetGreater, {{"Code", ""}, {"Town", "東京"}}, "1001"},
+      {kByName, BtrOpGetEqual, {{"Code", ""}, {"Name", "安部"}}, "1003"},
   };
   for (const Case& row : cases) {
     form_.texts = row.screen;
@@ -82,27 +82,27 @@ TEST_F(Button, ShowsEveryFieldInTheDictionarysOrder) {
   InsertFour();
   form_.texts = {{"Code", "1003"}};
   form_.written.clear();
-  EXPECT_EQ(Read(kOpGetEqual), "1003");
+  EXPECT_EQ(Read(BtrOpGetEqual), "1003");
   EXPECT_EQ(form_.written, "Code=1003 Name=安部 Town=大阪 Pay=1.50 ");
 }
 
 TEST_F(Button, GoesOnWithoutLookingAtTheScreen) {
   InsertFour();
   form_.texts = {{"Code", ""}};
-  EXPECT_EQ(Read(kOpGetFirst), "1001");
+  EXPECT_EQ(Read(BtrOpGetFirst), "1001");
   form_.texts = {{"Code", "1004"}, {"Name", "typed over"}};
-  EXPECT_EQ(Read(kOpGetNext), "1002");
+  EXPECT_EQ(Read(BtrOpGetNext), "1002");
   EXPECT_EQ(form_.texts["Name"], "安部");
-  EXPECT_EQ(Read(kOpGetPrevious), "1001");
-  EXPECT_EQ(Read(kOpGetPrevious), "1001#9") << "the screen stays";
+  EXPECT_EQ(Read(BtrOpGetPrevious), "1001");
+  EXPECT_EQ(Read(BtrOpGetPrevious), "1001#9") << "the screen stays";
 }
 
 TEST_F(Button, WalksTheWholeOfAKeyInItsOrder) {
   InsertFour();
   form_.texts = {{"Code", ""}};
   button_.index = kByName;
-  std::string walk = Read(kOpGetFirst);
-  for (int i = 0; i < 4; ++i) walk += " " + Read(kOpGetNext);
+  std::string walk = Read(BtrOpGetFirst);
+  for (int i = 0; i < 4; ++i) walk += " " + Read(BtrOpGetNext);
   EXPECT_EQ(walk, "1004 1003 1002 1001 1001#9");
 }
 
@@ -110,10 +110,10 @@ TEST_F(Button, StepsThroughTheFileWithoutAskingSetData) {
   InsertFour();
   form_.texts = {{"Code", "typed"}};
   button_.setData = [] { return true; };
-  std::string walk = Step(kOpStepFirst);
-  for (int i = 0; i < 4; ++i) walk += " " + Step(kOpStepNext);
+  std::string walk = Step(BtrOpStepFirst);
+  for (int i = 0; i < 4; ++i) walk += " " + Step(BtrOpStepNext);
   EXPECT_EQ(walk, "1003 1001 1004 1002 1002#9");
-  EXPECT_EQ(Step(kOpStepPrevious) + " " + Step(kOpStepLast), "1004 1002");
+  EXPECT_EQ(Step(BtrOpStepPrevious) + " " + Step(BtrOpStepLast), "1004 1002");
 }
 
 TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
@@ -133,11 +133,11 @@ TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
   for (const Case& row : cases) {
     button_.locks = row.locks;
     form_.texts = {{"Code", "1001"}, {"Town", "東京"}};
-    EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0) << row.locks;
+    EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, button_), 0) << row.locks;
     EXPECT_EQ(log.Take(), row.read);
     EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0) << row.locks;
     EXPECT_EQ(log.Take(), row.update);
-    EXPECT_EQ(DbButtonStep(office_.engine, kOpStepNext, button_), 0) << row.locks;
+    EXPECT_EQ(DbButtonStep(office_.engine, BtrOpStepNext, button_), 0) << row.locks;
     EXPECT_EQ(log.Take(), row.step);
     for (const int32_t kind : {-2, 0}) {
       static_cast<void>(DbUnlockRecord(office_.engine, *button_.Table(), kind));
@@ -160,28 +160,28 @@ TEST_F(Button, NoCurrencyChangeSendsNoKeyNumber) {
 TEST_F(Button, NoCurrencyChangeStaysWhereItWasOnTheKey) {
   InsertFour();
   form_.texts = {{"Code", ""}};
-  EXPECT_EQ(Read(kOpGetFirst), "1001");
+  EXPECT_EQ(Read(BtrOpGetFirst), "1001");
   form_.texts = {{"Code", "2000"}};
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, true), 0);
-  EXPECT_EQ(Read(kOpGetNext), "1002");
+  EXPECT_EQ(Read(BtrOpGetNext), "1002");
   form_.texts = {{"Code", "1500"}};
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
-  EXPECT_EQ(Read(kOpGetNext), "2000");
+  EXPECT_EQ(Read(BtrOpGetNext), "2000");
 }
 
 TEST_F(Button, InsertEmptiesWhatHasNoControlAndUpdateKeepsIt) {
   EXPECT_EQ(Insert("7", "名前", "東京", "9.25"), 0);
   form_.texts = {{"Code", "7"}, {"Town", "京都"}};
-  EXPECT_EQ(Read(kOpGetEqual), "7");
+  EXPECT_EQ(Read(BtrOpGetEqual), "7");
   form_.texts["Town"] = "奈良";
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0);
   form_.written.clear();
-  EXPECT_EQ(Read(kOpGetEqual), "7");
+  EXPECT_EQ(Read(BtrOpGetEqual), "7");
   EXPECT_EQ(form_.written, "Code=7 Name=名前 Town=奈良 Pay=9.25 ");
   form_.texts = {{"Code", "8"}};
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
   form_.written.clear();
-  EXPECT_EQ(Read(kOpGetEqual), "8");
+  EXPECT_EQ(Read(BtrOpGetEqual), "8");
   EXPECT_EQ(form_.written, "Code=8 Name= Town= Pay=0.00 ");
 }
 
@@ -190,7 +190,7 @@ TEST_F(Button, PassesOnWhatTheRecordManagerRefuses) {
   EXPECT_EQ(Insert("1002", "二度目", "東京"), 5);
   EXPECT_EQ(office_.Field("People", "Name"), "二度目") << "the buffer keeps what the screen gave";
   form_.texts = {{"Code", "1002"}};
-  EXPECT_EQ(Read(kOpGetEqual), "1002");
+  EXPECT_EQ(Read(BtrOpGetEqual), "1002");
   form_.texts = {{"Code", "1099"}};
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 10) << "not modifiable";
 }
@@ -198,12 +198,12 @@ TEST_F(Button, PassesOnWhatTheRecordManagerRefuses) {
 TEST_F(Button, DeletesTheCurrentRecord) {
   InsertFour();
   form_.texts = {{"Code", "1002"}};
-  EXPECT_EQ(Read(kOpGetEqual), "1002");
+  EXPECT_EQ(Read(BtrOpGetEqual), "1002");
   CallLog log;
   button_.locks = kLockSingleNoWait;
   EXPECT_EQ(DbButtonDelete(office_.engine, button_), 0);
   EXPECT_EQ(log.Take(), "204/0:- ");
-  EXPECT_EQ(Read(kOpGetNext), "1003");
+  EXPECT_EQ(Read(BtrOpGetNext), "1003");
   office_.Close("People");
   EXPECT_EQ(DbButtonDelete(office_.engine, button_), -3);
 }
@@ -213,7 +213,7 @@ TEST_F(Button, ARefusalReachesNoRecordManager) {
   int asked = 0;
   button_.setData = [&] { return ++asked > 0; };
   CallLog log;
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -2);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, button_), -2);
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -2);
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, true), -2);
   EXPECT_EQ(DbButtonDelete(office_.engine, button_), -2);
@@ -232,21 +232,21 @@ TEST_F(Button, AHandlerFillsInFieldsJustBefore) {
   EXPECT_EQ(office_.Field("People", "Pay"), "3.75");
   button_.setData = nullptr;
   form_.written.clear();
-  EXPECT_EQ(Read(kOpGetFirst), "1");
+  EXPECT_EQ(Read(BtrOpGetFirst), "1");
   EXPECT_EQ(form_.written, "Code=1 Name=画面 Town= Pay=3.75 ");
 }
 
 TEST_F(Button, AHandlerReadsAnotherRecordInTheSameBuffer) {
   InsertFour();
   form_.texts = {{"Code", "1001"}};
-  EXPECT_EQ(Read(kOpGetEqual), "1001");
+  EXPECT_EQ(Read(BtrOpGetEqual), "1001");
   button_.setData = [&] {
-    EXPECT_EQ(DbRecordCall(office_.engine, *button_.Table(), kOpGetLast, 0), 0);
+    EXPECT_EQ(DbRecordCall(office_.engine, *button_.Table(), BtrOpGetLast, 0), 0);
     return false;
   };
   EXPECT_EQ(DbButtonDelete(office_.engine, button_), 0) << "what is current now goes";
   button_.setData = nullptr;
-  EXPECT_EQ(Read(kOpGetLast), "1003");
+  EXPECT_EQ(Read(BtrOpGetLast), "1003");
 }
 
 TEST_F(Button, AHandlerThatClosesTheTableEndsTheOperation) {
@@ -255,7 +255,7 @@ TEST_F(Button, AHandlerThatClosesTheTableEndsTheOperation) {
     office_.Close("People");
     return false;
   };
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -3);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, button_), -3);
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -3) << "closed from the start";
 }
 
@@ -266,7 +266,7 @@ TEST_F(Button, AClosingHandlerOfChangeEndsTheShowing) {
   form_.onChange = [&](const std::string& field) {
     if (field == "Name") office_.Close("People");
   };
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, button_), 0);
   EXPECT_EQ(form_.written, "Code=1001 Name=伊藤 ");
 }
 
@@ -275,10 +275,10 @@ TEST_F(Button, WithoutThatKeyThereIsNoCall) {
   CallLog log;
   button_.index = 4;
   form_.texts = {{"Code", "1"}};
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, button_), -1);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, button_), -1);
   EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), -1);
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), -1);
-  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetNext, button_), -1);
+  EXPECT_EQ(DbScrollCall(office_.engine, BtrOpGetNext, button_), -1);
   EXPECT_EQ(log.Take(), "");
   const std::string one = "VE804 インデックスの指定が不正です。; ";
   EXPECT_EQ(messages.Take(), one + one + one + one);
@@ -290,7 +290,7 @@ TEST_F(Button, ATableWithoutKeysIsSteppedThrough) {
   heap.index = -1;
   EXPECT_EQ(DbButtonInsert(office_.engine, heap, false), 0);
   form_.texts = {{"Word", ""}};
-  EXPECT_EQ(DbButtonStep(office_.engine, kOpStepFirst, heap), 0);
+  EXPECT_EQ(DbButtonStep(office_.engine, BtrOpStepFirst, heap), 0);
   EXPECT_EQ(form_.texts["Word"], "one");
 }
 
@@ -302,13 +302,13 @@ TEST_F(Button, NullIndicatorsAreWalkedPast) {
   EXPECT_EQ(log.Take(), "2/0:15 ") << "date, indicator, time, word";
   form_.texts["Left"] = form_.texts["Word"] = "";
   form_.written.clear();
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, days), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, days), 0);
   EXPECT_EQ(form_.written, "Day=2024/02/29 Left=12:34:56 Word=曜日 ");
   form_.texts.erase("Left");
   form_.texts["Word"] = "月";
   EXPECT_EQ(DbButtonUpdate(office_.engine, days, false), 0);
   form_.written.clear();
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetFirst, days), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, days), 0);
   EXPECT_EQ(form_.written, "Day=2024/02/29 Left=12:34:56 Word=月 ");
 }
 
@@ -318,12 +318,12 @@ TEST_F(Button, AScrollCallTakesItsKeyFromTheScreenAndLocksNothing) {
   button_.locks = kLockMultiNoWait;
   button_.setData = [] { return true; };
   CallLog log;
-  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetEqual, button_), 0);
-  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetNext, button_), 0);
+  EXPECT_EQ(DbScrollCall(office_.engine, BtrOpGetEqual, button_), 0);
+  EXPECT_EQ(DbScrollCall(office_.engine, BtrOpGetNext, button_), 0);
   EXPECT_EQ(log.Take(), "5/0:42 6/0:42 ");
   EXPECT_EQ(form_.texts["Code"], "1003");
   form_.texts["Code"] = "9999";
-  EXPECT_EQ(DbScrollCall(office_.engine, kOpGetGreater, button_), 9);
+  EXPECT_EQ(DbScrollCall(office_.engine, BtrOpGetGreater, button_), 9);
   EXPECT_EQ(form_.texts["Code"], "9999");
 }
 

@@ -32,7 +32,7 @@ class FillPlace : public ::testing::TestWithParam<FillFunction> {
 
   Status GoTo(const char* no) {
     form_.texts = {{"No", no}, {"Head", ""}, {"Body", ""}};
-    return DbButtonRead(office_.engine, kOpGetEqual, papers_);
+    return DbButtonRead(office_.engine, BtrOpGetEqual, papers_);
   }
 
   void Fill() {
@@ -78,7 +78,7 @@ TEST_P(FillPlace, ARecordThatOnlyAPlainReadHasCutComesBackWhole) {
   office_.Close("Papers");
   ASSERT_EQ(DbOpenAllTables(office_.engine, *office_.Dictionary(), office_.Directory(), "", 0), 0);
   DbTableInfo& table = *papers_.Table();
-  ASSERT_EQ(DbRecordCall(office_.engine, table, kOpGetLast, 0), 22) << "the place is there now";
+  ASSERT_EQ(DbRecordCall(office_.engine, table, BtrOpGetLast, 0), 22) << "the place is there now";
   Fill();
   EXPECT_EQ(list_.rows, "1;2;");
   EXPECT_EQ(office_.Field("Papers", "Head"), std::string(100, 'h'));

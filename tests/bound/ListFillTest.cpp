@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "Office.h"
-#include "core/FlatInterface.h"
 #include "core/Gateway.h"
 #include "core/ListFill.h"
 #include "core/Record.h"
 #include "core/RecordBuffer.h"
 #include "platform/CodePage.h"
 #include "platform/Utf.h"
+#include "qrnbt350.h"
 
 namespace qrn::test {
 namespace {
@@ -45,10 +45,10 @@ TEST_F(Fill, FollowsTheKeyAndLeavesEmptyRowsOut) {
 TEST_F(Fill, ComesBackToTheCurrentRecord) {
   InsertThree();
   form_.texts = {{"Code", "2"}};
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, button_), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, button_), 0);
   EXPECT_EQ(Run("Name"), 0);
   EXPECT_EQ(office_.Field("People", "Code"), "2");
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetNext, button_), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetNext, button_), 0);
   EXPECT_EQ(form_.texts["Code"], "3");
 }
 
@@ -87,7 +87,7 @@ TEST_F(Fill, AHandlerRewritesBlanksAndEndsRows) {
     ++row;
     if (row == 1) line = u"<" + line + u">";
     if (row == 2) {
-      flat::DbSetFormattedString("called");
+      ::DbSetFormattedString("called");
       line = u"assigned";
     }
     return row < 3;
@@ -106,10 +106,10 @@ TEST_F(Fill, AHandlerRewritesBlanksAndEndsRows) {
 
 TEST_F(Fill, AnOldCallOfAHandlerIsForgotten) {
   InsertThree();
-  list_.onFormat = [](std::u16string&) { return flat::DbSetFormattedString("old") == 0; };
+  list_.onFormat = [](std::u16string&) { return ::DbSetFormattedString("old") == 0; };
   EXPECT_EQ(Run("Name"), 0);
   list_.onFormat = nullptr;
-  flat::DbSetFormattedString("after the fill");
+  ::DbSetFormattedString("after the fill");
   EXPECT_EQ(Run("Name"), 0);
   EXPECT_EQ(list_.rows, "うめ;さくら;");
 }

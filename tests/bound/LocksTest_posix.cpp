@@ -22,7 +22,7 @@ class TwoForms : public ::testing::Test {
       ASSERT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
     }
     const CallIn open{.key = PathKey(office_.PathOf("people.btr"))};
-    ASSERT_EQ(other_.Call(kOpOpen, 0, open).status, 0);
+    ASSERT_EQ(other_.Call(BtrOpOpen, 0, open).status, 0);
   }
 
   // The other process at the record of that code.
@@ -30,18 +30,18 @@ class TwoForms : public ::testing::Test {
     CallIn in;
     in.room = 41;
     in.key = {code, 0, 0, 0};
-    const auto out = other_.Call(kOpGetEqual + lock, 0, in);
+    const auto out = other_.Call(BtrOpGetEqual + lock, 0, in);
     record_ = out.data;
     return out.status;
   }
   Status OtherUpdates(char first) {
     record_[4] = static_cast<uint8_t>(first);
-    return other_.Call(kOpUpdate, 0, {.data = record_, .key = {0}}).status;
+    return other_.Call(BtrOpUpdate, 0, {.data = record_, .key = {0}}).status;
   }
 
   Status Read(const char* code) {
     form_.texts = {{"Code", code}, {"Name", "screen"}};
-    return DbButtonRead(office_.engine, kOpGetEqual, button_);
+    return DbButtonRead(office_.engine, BtrOpGetEqual, button_);
   }
 
   Office office_;
@@ -86,8 +86,8 @@ TEST_F(TwoForms, AFormsLockKeepsTheOtherFromWriting) {
   EXPECT_EQ(Read("2"), 0);
   ASSERT_EQ(OtherReads(2), 0);
   CallIn update{.data = record_, .key = {0}};
-  EXPECT_EQ(other_.Call(kOpUpdate + kNoWait, 0, update).status, 84);
-  EXPECT_EQ(other_.Call(kOpDelete + kNoWait, 0, {}).status, 84);
+  EXPECT_EQ(other_.Call(BtrOpUpdate + kNoWait, 0, update).status, 84);
+  EXPECT_EQ(other_.Call(BtrOpDelete + kNoWait, 0, {}).status, 84);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ class LongRecords : public ::testing::Test {
   // "head|body" of the paper of that number; long texts as their length.
   std::string Paper(const char* no) {
     form_.texts = {{"No", no}, {"Head", ""}, {"Body", ""}};
-    const Status status = DbButtonRead(office_.engine, kOpGetEqual, papers_);
+    const Status status = DbButtonRead(office_.engine, BtrOpGetEqual, papers_);
     if (status != 0) return "#" + std::to_string(status);
     return Short(form_.texts["Head"]) + "|" + Short(form_.texts["Body"]);
   }
@@ -77,17 +77,17 @@ TEST_F(LongRecords, NotesKeepTheirLengthThroughUpdates) {
     EXPECT_EQ(DbButtonInsert(office_.engine, notes_, false), 0);
   }
   form_.texts = {{"Id", ""}, {"Text", ""}};
-  Status status = DbButtonRead(office_.engine, kOpGetFirst, notes_);
+  Status status = DbButtonRead(office_.engine, BtrOpGetFirst, notes_);
   for (size_t i = 0; i < std::size(texts); ++i) {
     EXPECT_EQ(status, 0);
     EXPECT_EQ(form_.texts["Id"], std::to_string(i + 1));
     EXPECT_EQ(form_.texts["Text"], texts[i]);
     form_.texts["Text"] = "replaced " + std::to_string(i);
     EXPECT_EQ(DbButtonUpdate(office_.engine, notes_, false), 0);
-    status = DbButtonRead(office_.engine, kOpGetNext, notes_);
+    status = DbButtonRead(office_.engine, BtrOpGetNext, notes_);
   }
   EXPECT_EQ(status, 9);
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetLast, notes_), 0);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetLast, notes_), 0);
   EXPECT_EQ(form_.texts["Text"], "replaced 3");
 }
 
@@ -104,7 +104,7 @@ TEST_F(LongRecords, EveryReadIsFollowedByOneByPosition) {
 TEST_F(LongRecords, AStepTellsThatTheRecordIsCut) {
   EXPECT_EQ(InsertPaper("1", "head", "body"), 0);
   form_.texts = {{"No", "screen"}};
-  EXPECT_EQ(DbButtonStep(office_.engine, kOpStepFirst, papers_), 22);
+  EXPECT_EQ(DbButtonStep(office_.engine, BtrOpStepFirst, papers_), 22);
   EXPECT_EQ(form_.texts["No"], "screen");
 }
 
@@ -115,7 +115,7 @@ TEST_F(LongRecords, WithoutMemoryThereIsARefusalAndAMessage) {
   DbTableInfo& table = *papers_.Table();
   ASSERT_LT(table.BufferSize, kLongRecordSize);
   const MemoryRunsOut none(0);
-  EXPECT_EQ(DbButtonRead(office_.engine, kOpGetEqual, papers_), -1);
+  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, papers_), -1);
   EXPECT_TRUE(none.Happened());
   EXPECT_EQ(messages.Take().find("VE001 メモリ不足  Qrndb "), 0u);
 }
@@ -132,7 +132,7 @@ TEST_F(LongRecords, InsertAfterInsertFitsInOneBuffer) {
 TEST_F(LongRecords, ALongRecordMakesTheBufferGrow) {
   EXPECT_EQ(InsertPaper("1", "head", std::string(60000, 'b')), 0);
   DbTableInfo& table = *papers_.Table();
-  ASSERT_EQ(DbRecordCall(office_.engine, table, kOpGetFirst, 0), 0);
+  ASSERT_EQ(DbRecordCall(office_.engine, table, BtrOpGetFirst, 0), 0);
   table.BufferSize = table.RecordLength;
   KeyBuffer key;
   ASSERT_TRUE(DbBuildKey(table, 0, key));

@@ -68,8 +68,8 @@ field = [ { name = "Word", type = "String", size = 6 } ]
 
 std::string calls;
 
-int16_t QRN_BTRAPI LogCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
-                           void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL LogCall(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
+                         void* key, uint8_t keyLength, int8_t keyNumber) {
   calls += std::to_string(operation) + "/" + std::to_string(static_cast<uint8_t>(keyNumber)) + ":" +
            (dataLength != nullptr ? std::to_string(*dataLength) : "-") + " ";
   ReplaceBtrCall(nullptr);

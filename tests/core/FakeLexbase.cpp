@@ -90,7 +90,7 @@ int32_t FakeLexbase::Close() {
 
 int32_t FakeLexbase::Read(const char* call, Rows& rows, void* out) {
   if (failure_.call == call && failure_.row == rows.next) return failure_.code;
-  if (rows.next == rows.rows.size()) return kLexbaseEndOfFile;
+  if (rows.next == rows.rows.size()) return LexbaseEndOfFile;
   const std::string& row = rows.rows[rows.next++];
   std::memcpy(out, row.data(), row.size());
   return 0;

@@ -7,9 +7,9 @@
 #include "core/FlatState.h"
 #include "extended/ExResultStore.h"
 #include "extended/ExecuteExtended.h"
-#include "extended/qrnDbEx.h"
 #include "platform/Bstr.h"
 #include "platform/Memory.h"
+#include "qrnbt350.h"
 #include "tests/extended/Hex.h"
 #include "tests/extended/Replies.h"
 #include "tests/extended/ScriptedManager.h"
@@ -41,7 +41,7 @@ class ExAccessCall : public testing::Test {
   int32_t Access(int16_t operation, const char* condition = "", const char* fields = "Name,Code",
                  int16_t key = 0, int16_t tableId = 0) {
     id_ = count_ = 99;
-    return flat::DbExAccess(operation, tableId, condition, fields, key, 7, 5, 0, &id_, &count_);
+    return ::DbExAccess(operation, tableId, condition, fields, key, 7, 5, 0, &id_, &count_);
   }
 
   // Status, id and count.
@@ -74,13 +74,13 @@ TEST_F(ExAccessCall, KeepsTheReplyAndGivesItsNumberAndItsRecords) {
             " 1D 00 55 43 07 00 01 00 01 02 00 00 00 02 00 00 00"
             " 05 00 02 00 04 00 02 00 02 00 00 00 00");
   EXPECT_EQ(manager_.request.size(), (6u + 6) * 5 + 2);
-  EXPECT_EQ(Bytes(flat::DbExGetFieldData(0, 1, 0)), "Abe");
-  EXPECT_EQ(Bytes(flat::DbExGetFieldData(0, 0, 1)), "2");
-  EXPECT_EQ(flat::DbExGetPosition(0, 1), 32);
-  EXPECT_EQ(flat::DbExGetPosition(0, 2), -1);
-  EXPECT_EQ(flat::DbExFree(0), 0);
-  EXPECT_EQ(flat::DbExFree(0), -1);
-  EXPECT_EQ(flat::DbExGetPosition(0, 1), -1);
+  EXPECT_EQ(Bytes(::DbExGetFieldData(0, 1, 0)), "Abe");
+  EXPECT_EQ(Bytes(::DbExGetFieldData(0, 0, 1)), "2");
+  EXPECT_EQ(::DbExGetPosition(0, 1), 32);
+  EXPECT_EQ(::DbExGetPosition(0, 2), -1);
+  EXPECT_EQ(::DbExFree(0), 0);
+  EXPECT_EQ(::DbExFree(0), -1);
+  EXPECT_EQ(::DbExGetPosition(0, 1), -1);
 }
 
 TEST_F(ExAccessCall, TakesTwentyOperations) {
@@ -159,31 +159,31 @@ TEST_F(ExAccessCall, The49thResultIsNotKept) {
   }
   manager_.batches = {{0, kTwoRecords}};
   EXPECT_EQ(Outcome(Access(36)), "0 99 99");
-  flat::DbExFree(17);
+  ::DbExFree(17);
   manager_.batches = {{0, kTwoRecords}};
   EXPECT_EQ(Outcome(Access(36)), "0 17 2");
 }
 
 TEST_F(ExAccessCall, NullPlacesForTheResultsAreLeftAlone) {
   manager_.batches = {{0, kTwoRecords}};
-  EXPECT_EQ(flat::DbExAccess(36, 0, nullptr, "Code", 0, 0, 1, 0, nullptr, nullptr), 0);
+  EXPECT_EQ(::DbExAccess(36, 0, nullptr, "Code", 0, 0, 1, 0, nullptr, nullptr), 0);
   EXPECT_NE(TheExResults().Find(0), nullptr);
 }
 
 TEST_F(ExAccessCall, TextIsBytesUnlessTheSettingsFixItsPlace) {
   manager_.batches = {{0, kTwoRecords}};
   Access(36);
-  EXPECT_EQ(Bytes(flat::DbExGetFieldData(0, 1, 1)), "\x95\x5C");
-  EXPECT_EQ(Bytes(flat::DbExGetFieldData(0, 1, 2)), "") << "past the end";
-  EXPECT_EQ(Bytes(flat::DbExGetFieldData(0, 7, 0)), "") << "no such field";
-  EXPECT_EQ(flat::DbExGetFieldData(1, 0, 0), nullptr);
-  EXPECT_EQ(flat::DbExGetFieldData(48, 0, 0), nullptr);
+  EXPECT_EQ(Bytes(::DbExGetFieldData(0, 1, 1)), "\x95\x5C");
+  EXPECT_EQ(Bytes(::DbExGetFieldData(0, 1, 2)), "") << "past the end";
+  EXPECT_EQ(Bytes(::DbExGetFieldData(0, 7, 0)), "") << "no such field";
+  EXPECT_EQ(::DbExGetFieldData(1, 0, 0), nullptr);
+  EXPECT_EQ(::DbExGetFieldData(48, 0, 0), nullptr);
   TheSettings().fix_str_addr = 1;
-  EXPECT_STREQ(static_cast<char*>(flat::DbExGetFieldData(0, 1, 0)), "Abe");
-  EXPECT_EQ(flat::DbExGetFieldData(0, 1, 0), TheFlatState().ReturnText);
+  EXPECT_STREQ(static_cast<char*>(::DbExGetFieldData(0, 1, 0)), "Abe");
+  EXPECT_EQ(::DbExGetFieldData(0, 1, 0), TheFlatState().ReturnText);
   EXPECT_EQ(TheFlatState().ReturnLength, 3);
-  EXPECT_STREQ(static_cast<char*>(flat::DbExGetFieldData(0, 1, 9)), "");
-  EXPECT_EQ(flat::DbExGetFieldData(-1, 0, 0), nullptr);
+  EXPECT_STREQ(static_cast<char*>(::DbExGetFieldData(0, 1, 9)), "");
+  EXPECT_EQ(::DbExGetFieldData(-1, 0, 0), nullptr);
 }
 
 TEST_F(ExAccessCall, ModeIsTheSignatureOfAllThatFollows) {

@@ -8,6 +8,7 @@
 #include "core/RecordBuffer.h"
 #include "extended/ExResults.h"
 #include "extended/ExRowText.h"
+#include "qrnbt350.h"
 #include "tests/extended/FillFixture.h"
 
 namespace qrn::test {
@@ -53,9 +54,9 @@ TEST_F(FillRows, AHandlerRewritesARow) {
   list_.onFormat = [](std::u16string& line) {
     if (line[0] == u'a') line = u"表示";
     if (line[0] == u'b') line.clear();
-    if (line[0] == u'c') flat::DbExSetFormattedString("mine");
-    if (line[0] == u'd') flat::DbExSetFormattedString("");
-    if (line[0] == u'e') flat::DbExSetFormattedString(nullptr);
+    if (line[0] == u'c') ::DbExSetFormattedString("mine");
+    if (line[0] == u'd') ::DbExSetFormattedString("");
+    if (line[0] == u'e') ::DbExSetFormattedString(nullptr);
     return true;
   };
   manager_.batches = {{9, Names({"a", "b", "c", "d", "e"})}};
@@ -63,7 +64,7 @@ TEST_F(FillRows, AHandlerRewritesARow) {
 }
 
 TEST_F(FillRows, ARowTextStoredOutsideItDoesNotReachARow) {
-  EXPECT_EQ(flat::DbExSetFormattedString("stale"), 0);
+  EXPECT_EQ(::DbExSetFormattedString("stale"), 0);
   manager_.batches = {{9, Names({"a"})}};
   EXPECT_EQ(Log(), "empty(2) [a 1]");
 }
@@ -79,7 +80,7 @@ TEST_F(FillRows, RowsAreCutAtTheirAreas) {
   bool replace = false;
   list.onFormat = [&](std::u16string& line) {
     units = line.size();
-    if (replace) flat::DbExSetFormattedString(std::string(2000, 'y').c_str());
+    if (replace) ::DbExSetFormattedString(std::string(2000, 'y').c_str());
     return true;
   };
   fill_.DbListFields = "Text";

@@ -48,8 +48,8 @@ Status AnswerBatch(void* data, uint32_t* length) {
   return batch.status;
 }
 
-int16_t QRN_BTRAPI Answer(uint16_t operation, void*, void* data, uint32_t* length, void* key,
-                          uint8_t, int8_t keyNumber) {
+int16_t BTR_CALL Answer(uint16_t operation, void*, void* data, uint32_t* length, void* key, uint8_t,
+                        int8_t keyNumber) {
   Note(operation, data, key, keyNumber);
   if (length != nullptr) current->length = *length;
   if (IsExtended(operation)) return AnswerBatch(data, length);

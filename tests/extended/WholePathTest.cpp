@@ -9,15 +9,14 @@
 #include "RandomCondition.h"
 #include "RandomTable.h"
 #include "core/DictionaryLookup.h"
-#include "core/FlatInterface.h"
 #include "core/FlatState.h"
 #include "core/Record.h"
 #include "extended/ExResultStore.h"
 #include "extended/ExResults.h"
 #include "extended/ExecuteExtended.h"
 #include "extended/FillFromExtended.h"
-#include "extended/qrnDbEx.h"
 #include "platform/CodePage.h"
+#include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
 
 namespace qrn::test {
@@ -83,12 +82,12 @@ class WholePath : public testing::Test {
   ~WholePath() override {
     static_cast<void>(DbExSetMode(TheEngine(), "UC"));
     TheExResults().Clear();
-    flat::DbTerminate();
+    ::DbTerminate();
   }
 
   void Open(const RandomTable& table) {
-    ASSERT_EQ(flat::DbInitialize(table.Directory().c_str()), 0) << table.Schema();
-    ASSERT_EQ(flat::DbOpen(0), 0);
+    ASSERT_EQ(::DbInitialize(table.Directory().c_str()), 0) << table.Schema();
+    ASSERT_EQ(::DbOpen(0), 0);
   }
 
   static DbTableInfo& Info() { return TheFlatState().CurrentDictionary->Tables[0]; }
@@ -105,11 +104,11 @@ class WholePath : public testing::Test {
   static std::vector<Met> Walk(const RandomTable& table, const RandomCondition& condition,
                                const RandomFieldList& fields, const Direction& way, int16_t key) {
     std::vector<Met> met;
-    for (int32_t status = flat::DbAccess(way.first, 0, key); status == 0;
-         status = flat::DbAccess(way.next, 0, key)) {
+    for (int32_t status = ::DbAccess(way.first, 0, key); status == 0;
+         status = ::DbAccess(way.next, 0, key)) {
       const int number = std::atoi(DbReadField(TheEngine(), Info(), 0));
       if (!condition.Holds(table.Record(number))) continue;
-      met.push_back({number, flat::DbGetPosition(0), FieldTexts(fields)});
+      met.push_back({number, ::DbGetPosition(0), FieldTexts(fields)});
     }
     return met;
   }
@@ -122,7 +121,7 @@ class WholePath : public testing::Test {
         texts +=
             (texts.empty() ? "" : " ") + OrEmpty(DbExReadField(TheEngine(), result, field, at));
       }
-      met.push_back({std::atoi(texts.c_str()), flat::DbExGetPosition(result, at), texts});
+      met.push_back({std::atoi(texts.c_str()), ::DbExGetPosition(result, at), texts});
     }
   }
 
@@ -133,15 +132,15 @@ class WholePath : public testing::Test {
     const int16_t skip = kSkips[Throw(dice, 5)];
     const auto most = static_cast<int16_t>(1 + Throw(dice, 30));
     std::vector<Met> met;
-    int32_t status = flat::DbAccess(way.first, 0, key);
+    int32_t status = ::DbAccess(way.first, 0, key);
     if (status != 0) return met;
     static_cast<void>(DbExSetMode(TheEngine(), "UC"));
     do {
       int16_t result = -1, count = 0;
-      status = flat::DbExAccess(way.extended, 0, condition.Text().c_str(), fields.text.c_str(), key,
-                                skip, most, condition.IgnoresCase() ? 1 : 0, &result, &count);
+      status = ::DbExAccess(way.extended, 0, condition.Text().c_str(), fields.text.c_str(), key,
+                            skip, most, condition.IgnoresCase() ? 1 : 0, &result, &count);
       Take(result, count, fields, met);
-      EXPECT_EQ(flat::DbExFree(result), 0);
+      EXPECT_EQ(::DbExFree(result), 0);
       static_cast<void>(DbExSetMode(TheEngine(), "EG"));
     } while (status == 0 || status == 60);
     EXPECT_TRUE(status == 9 || (status == 64 && way.alongKey)) << "status " << status;
@@ -190,7 +189,7 @@ TEST_F(WholePath, KeepsWhatAPlainWalkKeeps) {
       ASSERT_EQ(messages_.Take(), "") << told();
       kept += expected.size();
     }
-    ASSERT_EQ(flat::DbTerminate(), 0);
+    ASSERT_EQ(::DbTerminate(), 0);
   }
   EXPECT_GT(kept, 5000u) << "conditions that keep next to nothing prove little";
 }

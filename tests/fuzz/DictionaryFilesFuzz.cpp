@@ -12,7 +12,7 @@
 #include "core/Dictionary.h"
 #include "core/Record.h"
 #include "core/Table.h"
-#include "lexbase/Lexbase.h"
+#include "lexbase.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/MessageBox.h"
 #include "tools/qrndata/BtrFile.h"
@@ -128,12 +128,12 @@ constexpr LexbaseFunctions kLibrary = {::DDFOpen, ::DDFClose, ::DDFReadFile, ::D
 void ReadByLibrary(const std::string& directory) {
   if (::DDFOpen(directory.c_str(), 0) != 0) return;
   for (int (*read)(void*) : {&::DDFReadFile, &::DDFReadField, &::DDFReadIndex}) {
-    uint8_t row[lexbase::kFileRowReserve];
+    uint8_t row[LexbaseFileRowReserve];
     int rows = 0;
     while (read(row) == 0) Require(++rows < 10000, "rows without end");
   }
   ::DDFClose();
-  Require(::DDFClose() == lexbase::kDdfNotOpen, "a reading that does not end");
+  Require(::DDFClose() == LexbaseNotOpen, "a reading that does not end");
 }
 
 void UseTable(DbEngine& engine, DbTableInfo& table, const std::string& directory) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "btrieve.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/Record.h"
@@ -67,7 +68,7 @@ int32_t OpenReading(const char*, int32_t) {
   for (int file = 0; file < 3; ++file) {
     const uint8_t rows = Byte();
     rowsLeft[file] = rows == 0xFF ? 300 : rows % 40;
-    endCodes[file] = Byte() == 0xFD ? 43 : kLexbaseEndOfFile;
+    endCodes[file] = Byte() == 0xFD ? 43 : LexbaseEndOfFile;
   }
   ++readings;
   return 0;
@@ -88,7 +89,7 @@ int16_t FileId() { return static_cast<int16_t>(Byte() % 8 + 2); }
 int32_t ReadFile(void* row) {
   if (rowsLeft[0]-- <= 0) return endCodes[0];
   auto* bytes = static_cast<uint8_t*>(row);
-  const std::span all(bytes, kFileRowSize);
+  const std::span all(bytes, LexbaseFileRowSize);
   StoreLittle(all, FileId());
   PutName(bytes + 2, 20);
   PutName(bytes + 22, 64);
@@ -99,7 +100,7 @@ int32_t ReadFile(void* row) {
 int32_t ReadField(void* row) {
   if (rowsLeft[1]-- <= 0) return endCodes[1];
   auto* bytes = static_cast<uint8_t*>(row);
-  const std::span all(bytes, kFieldRowSize);
+  const std::span all(bytes, LexbaseFieldRowSize);
   StoreLittle(all, Pick({1, 2, 3, 4}));
   StoreLittle(all.subspan(2), FileId());
   PutName(bytes + 4, 20);
@@ -113,7 +114,7 @@ int32_t ReadField(void* row) {
 
 int32_t ReadIndex(void* row) {
   if (rowsLeft[2]-- <= 0) return endCodes[2];
-  const std::span all(static_cast<uint8_t*>(row), kIndexRowSize);
+  const std::span all(static_cast<uint8_t*>(row), LexbaseIndexRowSize);
   StoreLittle(all, FileId());
   StoreLittle(all.subspan(2), Pick({1, 2, 3, 4}));
   StoreLittle(all.subspan(6), Pick({0, 1}));
@@ -123,18 +124,16 @@ int32_t ReadIndex(void* row) {
 
 constexpr LexbaseFunctions kRows = {OpenReading, CloseReading, ReadFile, ReadField, ReadIndex};
 
-constexpr uint16_t kOpen = 0, kCreate = 14, kStat = 15;
-
 // Fills the room it is told of, so that a length beyond it is found, and gives back any length.
 int16_t AnyAnswer(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength, void* key,
                   uint8_t keyLength, int8_t) {
   if (posBlock != nullptr) std::memset(posBlock, operation, kPosBlockSize);
-  if (operation == kOpen || operation == kCreate) return Byte() == 0xFB ? 12 : 0;
+  if (operation == BtrOpOpen || operation == BtrOpCreate) return Byte() == 0xFB ? 12 : 0;
   if (data != nullptr && dataLength != nullptr) {
     const std::span bytes(static_cast<uint8_t*>(data), *dataLength);
     std::fill(bytes.begin(), bytes.end(), Byte());
     for (uint8_t& byte : bytes.first(std::min<size_t>(bytes.size(), 40))) byte = Byte();
-    if (operation == kStat && bytes.size() > 10) bytes[10] = Byte() & 1;
+    if (operation == BtrOpStat && bytes.size() > 10) bytes[10] = Byte() & 1;
   }
   if (key != nullptr) std::memset(key, 0x55, keyLength);
   return Byte() > 0xF0 ? 22 : 0;

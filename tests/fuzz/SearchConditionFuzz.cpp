@@ -52,7 +52,7 @@ constexpr const char* kWords[] = {"@0",
                                    "0 ")};
 
 bool IsTermHead(std::span<const uint8_t> head, bool last) {
-  const int comparison = head[5] & ~(kComparesField | kIgnoresCase);
+  const int comparison = head[5] & ~(BtrWithField | BtrIgnoringCase);
   const bool logic = last ? head[6] == 0 : head[6] == 1 || head[6] == 2;
   return comparison >= 1 && comparison <= 6 && logic;
 }
@@ -64,10 +64,10 @@ bool AreTerms(std::span<const uint8_t> bytes, size_t count) {
   for (size_t term = 1; term <= count; ++term) {
     std::set<size_t> next;
     for (const size_t start : starts) {
-      if (bytes.size() - start < sizeof(ExFilterTerm)) continue;
+      if (bytes.size() - start < sizeof(BtrTerm)) continue;
       const auto head = bytes.subspan(start);
       if (!IsTermHead(head, term == count)) continue;
-      const size_t value = start + sizeof(ExFilterTerm);
+      const size_t value = start + sizeof(BtrTerm);
       for (const size_t size : {size_t{2}, size_t{LoadLittle<uint16_t>(head.subspan(1))}}) {
         if (value + size <= bytes.size()) next.insert(value + size);
       }

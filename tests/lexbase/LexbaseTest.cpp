@@ -8,7 +8,7 @@
 #include <iterator>
 #include <random>
 
-#include "lexbase/Lexbase.h"
+#include "lexbase.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Paths.h"
@@ -37,8 +37,8 @@ field = [ { name = "Id", type = "AutoInc" }, { name = "Text", type = "Note", siz
 key = [ { fields = ["Id"] } ]
 )";
 
-using Row = std::array<uint8_t, kFileRowReserve>;
-using ReadFunction = int(QRN_DDFAPI*)(void*);
+using Row = std::array<uint8_t, LexbaseFileRowReserve>;
+using ReadFunction = int(LEXBASE_CALL*)(void*);
 
 int Number(const Row& row, size_t at) { return row[at] | row[at + 1] << 8; }
 
@@ -115,7 +115,7 @@ class Lexbase : public ::testing::Test {
     for (const ReadFunction read : {&DDFReadFile, &DDFReadField, &DDFReadIndex}) {
       int code = 0;
       for (Row row{}; (code = read(row.data())) == 0 && rows_.size() < 10000;) rows_.push_back(row);
-      if (failure == 0 && code != kDdfEndOfFile) failure = code == 0 ? -1 : code;
+      if (failure == 0 && code != LexbaseEndOfFile) failure = code == 0 ? -1 : code;
     }
     const int closed = DDFClose();
     return failure != 0 ? failure : closed;
@@ -141,7 +141,7 @@ TEST_F(Lexbase, RowsComeByTableThenFieldOrKey) {
 TEST_F(Lexbase, LaterRowsComeWithTheirTable) {
   Bytes field = {24, 0, 5, 0};
   for (const char c : std::string("Added               ")) field.push_back(static_cast<uint8_t>(c));
-  field.resize(kFieldRowSize);
+  field.resize(LexbaseFieldRowSize);
   Insert("field.ddf", field);
   Insert("index.ddf", {5, 0, 24, 0, 2, 0, 0, 0, 0, 1});
   ASSERT_EQ(Open(), 0);
@@ -156,8 +156,8 @@ TEST_F(Lexbase, TheEndStaysTheEnd) {
     while (read(row.data()) == 0) continue;
     row.fill(0xEE);
     const Row before = row;
-    EXPECT_EQ(read(row.data()), kDdfEndOfFile);
-    EXPECT_EQ(read(row.data()), kDdfEndOfFile);
+    EXPECT_EQ(read(row.data()), LexbaseEndOfFile);
+    EXPECT_EQ(read(row.data()), LexbaseEndOfFile);
     EXPECT_EQ(row, before) << "the buffer is left as it was";
   }
 }
@@ -167,8 +167,9 @@ TEST_F(Lexbase, ARowTakesNoMoreThanItsSize) {
   const struct {
     ReadFunction read;
     size_t size;
-  } cases[] = {
-      {&DDFReadFile, kFileRowSize}, {&DDFReadField, kFieldRowSize}, {&DDFReadIndex, kIndexRowSize}};
+  } cases[] = {{&DDFReadFile, LexbaseFileRowSize},
+               {&DDFReadField, LexbaseFieldRowSize},
+               {&DDFReadIndex, LexbaseIndexRowSize}};
   for (const auto& row : cases) {
     Row buffer;
     buffer.fill(0xEE);
@@ -181,29 +182,29 @@ TEST_F(Lexbase, ARowTakesNoMoreThanItsSize) {
 
 TEST_F(Lexbase, OneReadingAtATime) {
   Row row{};
-  EXPECT_EQ(DDFReadFile(row.data()), kDdfNotOpen);
-  EXPECT_EQ(DDFReadField(row.data()), kDdfNotOpen);
-  EXPECT_EQ(DDFReadIndex(row.data()), kDdfNotOpen);
-  EXPECT_EQ(DDFClose(), kDdfNotOpen);
+  EXPECT_EQ(DDFReadFile(row.data()), LexbaseNotOpen);
+  EXPECT_EQ(DDFReadField(row.data()), LexbaseNotOpen);
+  EXPECT_EQ(DDFReadIndex(row.data()), LexbaseNotOpen);
+  EXPECT_EQ(DDFClose(), LexbaseNotOpen);
   ASSERT_EQ(Open(), 0);
   EXPECT_EQ(DDFReadFile(row.data()), 0);
-  EXPECT_EQ(Open(), kDdfAlreadyOpen);
+  EXPECT_EQ(Open(), LexbaseAlreadyOpen);
   EXPECT_EQ(Tables(), "2 3 5 9 code=9") << "the reading under way is undisturbed";
   EXPECT_EQ(DDFClose(), 0);
-  EXPECT_EQ(DDFReadFile(row.data()), kDdfNotOpen);
+  EXPECT_EQ(DDFReadFile(row.data()), LexbaseNotOpen);
   ASSERT_EQ(Open(), 0) << "and a new one begins at the beginning";
   EXPECT_EQ(Tables(), "1 2 3 5 9 code=9");
 }
 
 TEST_F(Lexbase, BadArgumentsAreCodes) {
-  EXPECT_EQ(DDFOpen(nullptr, 0), kDdfBadDirectory);
-  EXPECT_EQ(DDFOpen("", 0), kDdfBadDirectory);
-  EXPECT_EQ(DDFOpen(std::string(300, 'x').c_str(), 0), kDdfBadDirectory);
+  EXPECT_EQ(DDFOpen(nullptr, 0), LexbaseBadDirectory);
+  EXPECT_EQ(DDFOpen("", 0), LexbaseBadDirectory);
+  EXPECT_EQ(DDFOpen(std::string(300, 'x').c_str(), 0), LexbaseBadDirectory);
   EXPECT_NE(DDFOpen((folder_ / "none").string().c_str(), 0), 0);
   ASSERT_EQ(DDFOpen(qrndata::BtrievePath(folder_).c_str(), 7), 0) << "the mode says nothing";
-  EXPECT_EQ(DDFReadFile(nullptr), kDdfNoBuffer);
-  EXPECT_EQ(DDFReadField(nullptr), kDdfNoBuffer);
-  EXPECT_EQ(DDFReadIndex(nullptr), kDdfNoBuffer);
+  EXPECT_EQ(DDFReadFile(nullptr), LexbaseNoBuffer);
+  EXPECT_EQ(DDFReadField(nullptr), LexbaseNoBuffer);
+  EXPECT_EQ(DDFReadIndex(nullptr), LexbaseNoBuffer);
 }
 
 TEST_F(Lexbase, FilesMissingForeignOrExchangedAreCodes) {
@@ -219,12 +220,12 @@ TEST_F(Lexbase, FilesMissingForeignOrExchangedAreCodes) {
     Write(name, "");
     EXPECT_GT(Open(), 0) << name;
     Write(name, Read("Notes.btr"));
-    EXPECT_EQ(Open(), kDdfNotADictionary) << name;
+    EXPECT_EQ(Open(), LexbaseNotADictionary) << name;
     Write(name, whole);
     EXPECT_EQ(ReadAll(), 0) << name;
   }
   Write("index.ddf", Read("file.ddf"));
-  EXPECT_EQ(Open(), kDdfNotADictionary);
+  EXPECT_EQ(Open(), LexbaseNotADictionary);
 }
 
 TEST_F(Lexbase, AFileWithoutTheKeyOfItsOrderIsNoDictionary) {
@@ -232,7 +233,7 @@ TEST_F(Lexbase, AFileWithoutTheKeyOfItsOrderIsNoDictionary) {
   Bytes block = {10, 0, 0, 16, 1, 0, 0, 0, 0, 0, 0,  0, 0, 0, 0, 0,
                  1,  0, 2, 0,  3, 1, 0, 0, 0, 0, 14, 0, 0, 0, 0, 0};
   ASSERT_EQ(qrndata::BtrFile::Create(File("index.ddf"), block, true), 0);
-  EXPECT_EQ(Open(), kDdfNotADictionary);
+  EXPECT_EQ(Open(), LexbaseNotADictionary);
 }
 
 // Wherever a file ends too early there is a code, or every row that the whole file has.

@@ -25,8 +25,8 @@ bool FailsNow() {
 
 void* Zeroed(size_t size) { return FailsNow() ? nullptr : std::calloc(1, size); }
 
-int16_t QRN_BTRAPI ForeignBtrCall(uint16_t operation, void* posBlock, void* data, uint32_t* length,
-                                  void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL ForeignBtrCall(uint16_t operation, void* posBlock, void* data, uint32_t* length,
+                                void* key, uint8_t keyLength, int8_t keyNumber) {
   const NotCounted foreign;
   ReplaceBtrCall(nullptr);
   const int16_t status = BtrCall(operation, posBlock, data, length, key, keyLength, keyNumber);

@@ -5,20 +5,18 @@
 #include <functional>
 
 #include "FailingMemory.h"
-#include "binding/registry/Attachment.h"
 #include "core/ButtonOperations.h"
 #include "core/Dictionary.h"
-#include "core/FlatInterface.h"
 #include "core/Gateway.h"
 #include "core/ListFill.h"
 #include "extended/ExResultStore.h"
 #include "extended/FillFromExtended.h"
-#include "extended/qrnDbEx.h"
 #include "fields/HeapCheck.h"
 #include "platform/Bstr.h"
 #include "platform/CodePage.h"
 #include "platform/Heap.h"
 #include "platform/MessageBox.h"
+#include "qrnbt350.h"
 #include "tests/binding/PlayedControls.h"
 #include "tests/module/Company.h"
 
@@ -116,23 +114,23 @@ class WithoutMemory : public ::testing::Test {
     Begin();
   }
   ~WithoutMemory() override {
-    flat::DbTerminate();
+    ::DbTerminate();
     TheFlatState() = DbFlatState{};
     TheSettings().delayed_resolve = 0;
   }
 
   // A dictionary of the flat interface's own, one person and one note stored, a person current.
   void Begin() {
-    flat::DbTerminate();
+    ::DbTerminate();
     TheFlatState().AttachedControl = nullptr;
-    ASSERT_EQ(flat::DbInitialize(directory_.c_str()), 0);
+    ASSERT_EQ(::DbInitialize(directory_.c_str()), 0);
     for (const int16_t table : {kPeople, kNotes}) {
-      ASSERT_EQ(flat::DbOpen(table), 0);
-      flat::DbClearFieldBuffer(table);
-      flat::DbSetFieldData(table, 1, kLongName);
-      flat::DbSetFieldData(table, 2, "town");
-      flat::DbAccess(kOpInsert, table, 0);
-      ASSERT_EQ(flat::DbAccess(kOpGetFirst, table, 0), 0);
+      ASSERT_EQ(::DbOpen(table), 0);
+      ::DbClearFieldBuffer(table);
+      ::DbSetFieldData(table, 1, kLongName);
+      ::DbSetFieldData(table, 2, "town");
+      ::DbAccess(BtrOpInsert, table, 0);
+      ASSERT_EQ(::DbAccess(BtrOpGetFirst, table, 0), 0);
     }
   }
 
@@ -176,35 +174,35 @@ TEST_F(WithoutMemory, FlatFunctionsOfTheDictionary) {
   const auto begin = [this] { Begin(); };
   const auto closed = [this] {
     Begin();
-    flat::DbClose(kPeople);
+    ::DbClose(kPeople);
   };
   FailEach({
-      {"DbInitialize", [&] { return flat::DbInitialize(directory_.c_str()); }, 0, -1, "", begin},
-      {"DbTerminate", flat::DbTerminate, 0, -1, "", begin},
-      {"DbSetOwnerName", [] { return flat::DbSetOwnerName(kLongName, 0); }},
-      {"DbGetNumOfTable", flat::DbGetNumOfTable, kTableCount, -1, "", begin},
-      {"DbGetNumOfField", [] { return flat::DbGetNumOfField(kPeople); }, 5},
-      {"DbGetDataSize", [] { return flat::DbGetDataSize(kPeople, 1); }, 20},
-      {"DbGetDataType", [] { return flat::DbGetDataType(kPeople, 1); }, kString},
-      {"DbGetVersion", [&] { return flat::DbGetVersion(version); }},
-      {"DbOpen", [] { return flat::DbOpen(kPeople); }, 0, -1, "VE001", closed},
-      {"DbClose", [] { return flat::DbClose(kPeople); }, 0, -1, "VE001", begin},
-      {"DbCreate", [] { return flat::DbCreate(kPeople); }, 0, -1, "VE001", closed},
+      {"DbInitialize", [&] { return ::DbInitialize(directory_.c_str()); }, 0, 65535, "", begin},
+      {"DbTerminate", ::DbTerminate, 0, -1, "", begin},
+      {"DbSetOwnerName", [] { return ::DbSetOwnerName(0, kLongName, 0); }},
+      {"DbGetNumOfTable", ::DbGetNumOfTable, kTableCount, -1, "", begin},
+      {"DbGetNumOfField", [] { return ::DbGetNumOfField(kPeople); }, 5},
+      {"DbGetDataSize", [] { return ::DbGetDataSize(kPeople, 1); }, 20},
+      {"DbGetDataType", [] { return ::DbGetDataType(kPeople, 1); }, kString},
+      {"DbGetVersion", [&] { return ::DbGetVersion(version); }},
+      {"DbOpen", [] { return ::DbOpen(kPeople); }, 0, -1, "VE001", closed},
+      {"DbClose", [] { return ::DbClose(kPeople); }, 0, -1, "VE001", begin},
+      {"DbCreate", [] { return ::DbCreate(kPeople); }, 0, -1, "VE001", closed},
   });
   TheSettings().delayed_resolve = 1;
-  const auto listed = [&] { EXPECT_EQ(flat::DbInitialize(directory_.c_str()), 0); };
+  const auto listed = [&] { EXPECT_EQ(::DbInitialize(directory_.c_str()), 0); };
   FailEach({
-      {"DbInitialize, deferred", [&] { return flat::DbInitialize(directory_.c_str()); }},
-      {"DbOpen, deferred", [] { return flat::DbOpen(kPeople); }, 0, -1, "VE001", listed},
-      {"DbCreate, deferred", [] { return flat::DbCreate(kPeople); }, 0, -1, "VE001", listed},
+      {"DbInitialize, deferred", [&] { return ::DbInitialize(directory_.c_str()); }, 0, 65535},
+      {"DbOpen, deferred", [] { return ::DbOpen(kPeople); }, 0, -1, "VE001", listed},
+      {"DbCreate, deferred", [] { return ::DbCreate(kPeople); }, 0, -1, "VE001", listed},
   });
 }
 
 TEST_F(WithoutMemory, AVariableTableThatDoesNotOpenKeepsARoom) {
-  FailEach({"DbOpen", [] { return flat::DbOpen(kNotes); }, 0, -1, "VE001",
+  FailEach({"DbOpen", [] { return ::DbOpen(kNotes); }, 0, -1, "VE001",
             [this] {
               Begin();
-              flat::DbClose(kNotes);
+              ::DbClose(kNotes);
             }});
   Begin();
 }
@@ -212,28 +210,25 @@ TEST_F(WithoutMemory, AVariableTableThatDoesNotOpenKeepsARoom) {
 TEST_F(WithoutMemory, FlatFunctionsOfRecords) {
   int32_t count = 0;
   uint16_t percentage = 0;
-  const auto current = [] { flat::DbAccess(kOpGetFirst, kPeople, kByCode); };
+  const auto current = [] { ::DbAccess(BtrOpGetFirst, kPeople, kByCode); };
   FailEach({
-      {"DbAccess", [] { return flat::DbAccess(kOpGetFirst, kPeople, kByPlace); }},
-      {"DbAccess, variable", [] { return flat::DbAccess(kOpUpdate, kNotes, 0); }},
-      {"DbGetNumOfRecords", [&] { return flat::DbGetNumOfRecords(kPeople, &count); }},
-      {"DbGetPosition", [] { return flat::DbGetPosition(kPeople) > 0 ? 0 : -1; }},
-      {"DbGetDirect",
-       [] { return flat::DbGetDirect(kPeople, flat::DbGetPosition(kPeople), kByCode); }},
-      {"DbGetByPercentage", [] { return flat::DbGetByPercentage(kPeople, kByCode, 0); }},
+      {"DbAccess", [] { return ::DbAccess(BtrOpGetFirst, kPeople, kByPlace); }},
+      {"DbAccess, variable", [] { return ::DbAccess(BtrOpUpdate, kNotes, 0); }},
+      {"DbGetNumOfRecords", [&] { return ::DbGetNumOfRecords(kPeople, &count); }},
+      {"DbGetPosition", [] { return ::DbGetPosition(kPeople) > 0 ? 0 : -1; }},
+      {"DbGetDirect", [] { return ::DbGetDirect(kPeople, ::DbGetPosition(kPeople), kByCode); }},
+      {"DbGetByPercentage", [] { return ::DbGetByPercentage(kPeople, kByCode, 0); }},
       {"DbFindPercentage",
-       [&] {
-         return flat::DbFindPercentage(kPeople, kByCode, flat::DbGetPosition(kPeople), &percentage);
-       }},
-      {"DbUnlock", [] { return flat::DbUnlock(kPeople, 0) == 81 ? 0 : -1; }},
-      {"DbSetFieldData", [] { return flat::DbSetFieldData(kPeople, 1, kLongName); }},
-      {"DbClearFieldBuffer", [] { return flat::DbClearFieldBuffer(kDays) == -3 ? 0 : -1; }},
-      {"DbBeginTransaction", [] { return flat::DbBeginTransaction(0); }},
-      {"DbEndTransaction", flat::DbEndTransaction},
-      {"DbBeginConCurTransaction", [] { return flat::DbBeginConCurTransaction(0); }},
-      {"DbAbortTransaction", flat::DbAbortTransaction},
-      {"DbSetFormattedString", [] { return flat::DbSetFormattedString(kLongName); }},
-      {"DbExSetFormattedString", [] { return flat::DbExSetFormattedString(kLongName); }},
+       [&] { return ::DbFindPercentage(kPeople, kByCode, ::DbGetPosition(kPeople), &percentage); }},
+      {"DbUnlock", [] { return ::DbUnlock(kPeople, 0) == 81 ? 0 : -1; }},
+      {"DbSetFieldData", [] { return ::DbSetFieldData(kPeople, 1, kLongName); }},
+      {"DbClearFieldBuffer", [] { return ::DbClearFieldBuffer(kDays) == -3 ? 0 : -1; }},
+      {"DbBeginTransaction", [] { return ::DbBeginTransaction(0); }},
+      {"DbEndTransaction", ::DbEndTransaction},
+      {"DbBeginConCurTransaction", [] { return ::DbBeginConCurTransaction(0); }},
+      {"DbAbortTransaction", ::DbAbortTransaction},
+      {"DbSetFormattedString", [] { return ::DbSetFormattedString(kLongName); }},
+      {"DbExSetFormattedString", [] { return ::DbExSetFormattedString(kLongName); }},
   });
   current();
 }
@@ -243,11 +238,11 @@ TEST_F(WithoutMemory, WideFieldsNeedNone) {
   OpenTable(kPeople)->Fields[1].Type = kWideString;
   OpenTable(kPeople)->Fields[2].Type = kWideZString;
   FailEach({
-      {"written", [] { return flat::DbSetFieldData(kPeople, 1, kLongName); }},
-      {"read", [] { return TextCode(flat::DbGetFieldData(kPeople, 1)); }, 0, -2, ""},
-      {"written, 26", [] { return flat::DbSetFieldData(kPeople, 2, "wide"); }, 0, -1, "VE001",
+      {"written", [] { return ::DbSetFieldData(kPeople, 1, kLongName); }},
+      {"read", [] { return TextCode(::DbGetFieldData(kPeople, 1)); }, 0, -2, ""},
+      {"written, 26", [] { return ::DbSetFieldData(kPeople, 2, "wide"); }, 0, -1, "VE001",
        [] { OpenTable(kPeople)->Fields[1].Type = kString; }},
-      {"read, 26", [] { return TextCode(flat::DbGetFieldData(kPeople, 2)); }, 0, -2, ""},
+      {"read, 26", [] { return TextCode(::DbGetFieldData(kPeople, 2)); }, 0, -2, ""},
   });
 }
 
@@ -257,11 +252,9 @@ TEST_F(WithoutMemory, TextsAreTheEmptyArea) {
     TheSettings().v1fx_unicode = unicode;
     const int32_t success = fixed != 0 ? -2 : 0;
     FailEach({
-        {"DbGetFieldData", [] { return TextCode(flat::DbGetFieldData(kPeople, 1)); }, success, -2,
-         ""},
-        {"DbGetFieldName", [] { return TextCode(flat::DbGetFieldName(kPeople, 1)); }, success, -2,
-         ""},
-        {"DbGetTableName", [] { return TextCode(flat::DbGetTableName(kPeople)); }, success, -2, ""},
+        {"DbGetFieldData", [] { return TextCode(::DbGetFieldData(kPeople, 1)); }, success, -2, ""},
+        {"DbGetFieldName", [] { return TextCode(::DbGetFieldName(kPeople, 1)); }, success, -2, ""},
+        {"DbGetTableName", [] { return TextCode(::DbGetTableName(kPeople)); }, success, -2, ""},
     });
   }
   TheSettings().fix_str_addr = 0;
@@ -271,9 +264,9 @@ TEST_F(WithoutMemory, TextsAreTheEmptyArea) {
 TEST_F(WithoutMemory, ExtendedOperations) {
   int16_t result = -1, count = 0;
   const auto access = [&](const char* condition, const char* fields) {
-    return flat::DbExAccess(36, kPeople, condition, fields, kByCode, 0, 1, 0, &result, &count);
+    return ::DbExAccess(36, kPeople, condition, fields, kByCode, 0, 1, 0, &result, &count);
   };
-  const auto free = [&] { flat::DbExFree(result); };
+  const auto free = [&] { ::DbExFree(result); };
   // What the condition or the fields lack is told with their own code.
   for (const auto& [condition, fields, codes] :
        {std::tuple{"@Code >= 0 & @Town = 'x'", "Code,Name,Town,Born,Pay", "-8 -9 -99"},
@@ -298,34 +291,33 @@ TEST_F(WithoutMemory, ExtendedOperations) {
   }
   EXPECT_EQ(access("", "Name"), 0);
   FailEach({
-      {"DbExGetFieldData", [&] { return TextCode(flat::DbExGetFieldData(result, 1, 0)); }, 0, -2,
-       ""},
-      {"DbExGetPosition", [&] { return flat::DbExGetPosition(result, 0) > 0 ? 0 : -1; }},
+      {"DbExGetFieldData", [&] { return TextCode(::DbExGetFieldData(result, 1, 0)); }, 0, -2, ""},
+      {"DbExGetPosition", [&] { return ::DbExGetPosition(result, 0) > 0 ? 0 : -1; }},
   });
-  FailEach({"DbExFree", [&] { return flat::DbExFree(result); }});
+  FailEach({"DbExFree", [&] { return ::DbExFree(result); }});
 }
 
 TEST_F(WithoutMemory, FormsByPlainCode) {
   PlayedEdit edit({"edtName", &form_, "People", "Name"});
   const auto attached = [this] {
     TheFlatState() = DbFlatState{};
-    EXPECT_EQ(flat::DbAttachControlByHwnd("Db", &form_), 0);
+    EXPECT_EQ(::DbAttachControlByHwnd("Db", &form_), 0);
   };
   const auto detached = [] { TheFlatState() = DbFlatState{}; };
   EXPECT_EQ(btr_.DbOpen("People"), 0);
   btr_.formName = kLongName;
   btr_.formWindow = &form_;
-  flat::DbTerminate();
+  ::DbTerminate();
   FailEach({
-      {"DbAttachControl", [] { return flat::DbAttachControl("db", kLongName); }, 0, -1, "VE001",
+      {"DbAttachControl", [] { return ::DbAttachControl("db", kLongName); }, 0, -1, "VE001",
        detached},
-      {"DbAttachControlByHwnd", [&] { return flat::DbAttachControlByHwnd("db", &form_); }, 0, -1,
+      {"DbAttachControlByHwnd", [&] { return ::DbAttachControlByHwnd("db", &form_); }, 0, -1,
        "VE001", detached},
-      {"DbTransferToControl", [] { return flat::DbTransferToControl(kPeople); }, 0, -1, "VE001",
+      {"DbTransferToControl", [] { return ::DbTransferToControl(kPeople); }, 0, -1, "VE001",
        attached},
-      {"DbTransferFromControl", [] { return flat::DbTransferFromControl(kPeople); }, 0, -1, "VE001",
+      {"DbTransferFromControl", [] { return ::DbTransferFromControl(kPeople); }, 0, -1, "VE001",
        attached},
-      {"DbClearControlData", [] { return flat::DbClearControlData(kPeople); }, 0, -1, "VE001",
+      {"DbClearControlData", [] { return ::DbClearControlData(kPeople); }, 0, -1, "VE001",
        attached},
   });
   detached();
@@ -339,18 +331,18 @@ TEST_F(WithoutMemory, AClickAScrollAndAFill) {
   fill.DbListFields = "Name,Code";
   fill.DbConditions = "@Code >= 0";
   fill.DbLeaveResults = true;
-  const auto first = [] { flat::DbAccess(kOpGetFirst, kPeople, kByCode); };
+  const auto first = [] { ::DbAccess(BtrOpGetFirst, kPeople, kByCode); };
   const auto unsaid = [&] { TheExResults().Clear(); };
   FailEach({
       {"insert", [&] { return DbButtonInsert(engine, people, false); }},
-      {"read", [&] { return DbButtonRead(engine, kOpGetEqual, people); }},
-      {"next", [&] { return DbButtonRead(engine, kOpGetNext, people); }, 0, -1, "VE001", first},
+      {"read", [&] { return DbButtonRead(engine, BtrOpGetEqual, people); }},
+      {"next", [&] { return DbButtonRead(engine, BtrOpGetNext, people); }, 0, -1, "VE001", first},
       {"update", [&] { return DbButtonUpdate(engine, people, false); }, 0, -1, "VE001",
-       [&] { EXPECT_EQ(DbButtonRead(engine, kOpGetEqual, people), 0); }},
-      {"step", [&] { return DbButtonStep(engine, kOpStepFirst, people); }},
-      {"scroll", [&] { return DbScrollCall(engine, kOpGetFirst, people); }},
+       [&] { EXPECT_EQ(DbButtonRead(engine, BtrOpGetEqual, people), 0); }},
+      {"step", [&] { return DbButtonStep(engine, BtrOpStepFirst, people); }},
+      {"scroll", [&] { return DbScrollCall(engine, BtrOpGetFirst, people); }},
       {"delete", [&] { return DbButtonDelete(engine, people); }},
-      {"read, variable", [&] { return DbButtonRead(engine, kOpGetFirst, notes); }, 0, -1, "VE001",
+      {"read, variable", [&] { return DbButtonRead(engine, BtrOpGetFirst, notes); }, 0, -1, "VE001",
        [&] { notes.Table()->BufferSize = notes.Table()->RecordLength; }},
       {"fill", [&] { return DbFillList(engine, list, "Name", kByCode); }},
   });

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "design/FlatExports.h"
+#include "qrnbt350.h"
 
 namespace qrn::test {
 
@@ -13,36 +13,11 @@ struct TextSettings {
   int unicode = 1;    // v1fx_unicode
 };
 
+// The functions by their names.
 struct FlatApi {
-  decltype(&::DbInitialize) Initialize;
-  decltype(&::DbTerminate) Terminate;
-  decltype(&::DbSetOpenMode) SetOpenMode;
-  decltype(&::DbSetOwnerName) SetOwnerName;
-  decltype(&::DbGetNumOfTable) GetNumOfTable;
-  decltype(&::DbGetNumOfField) GetNumOfField;
-  decltype(&::DbGetDataSize) GetDataSize;
-  decltype(&::DbGetDataType) GetDataType;
-  decltype(&::DbGetVersion) GetVersion;
-  decltype(&::DbOpen) Open;
-  decltype(&::DbClose) Close;
-  decltype(&::DbCreate) Create;
-  decltype(&::DbGetNumOfRecords) GetNumOfRecords;
-  decltype(&::DbAccess) Access;
-  decltype(&::DbGetPosition) GetPosition;
-  decltype(&::DbGetDirect) GetDirect;
-  decltype(&::DbGetByPercentage) GetByPercentage;
-  decltype(&::DbFindPercentage) FindPercentage;
-  decltype(&::DbUnlock) Unlock;
-  decltype(&::DbClearFieldBuffer) ClearFieldBuffer;
-  decltype(&::DbSetFieldData) SetFieldData;
-  decltype(&::DbBeginTransaction) BeginTransaction;
-  decltype(&::DbBeginConCurTransaction) BeginConCurTransaction;
-  decltype(&::DbEndTransaction) EndTransaction;
-  decltype(&::DbAbortTransaction) AbortTransaction;
-  decltype(&::DbGetFieldData) GetFieldData;
-  decltype(&::DbGetFieldName) GetFieldName;
-  decltype(&::DbGetTableName) GetTableName;
-  decltype(&::DbSetFormattedString) SetFormattedString;
+#define QRN_POINTER(result, name, arguments) decltype(&::name) name;
+  QRN_FUNCTIONS(QRN_POINTER)
+#undef QRN_POINTER
 };
 
 // The interface as a new process finds it, under those settings. What the former call gave is

@@ -8,35 +8,18 @@
 namespace qrn::test {
 namespace {
 
-const FlatApi kLinkedIn = {&::DbInitialize,
-                           &::DbTerminate,
-                           &::DbSetOpenMode,
-                           &::DbSetOwnerName,
-                           &::DbGetNumOfTable,
-                           &::DbGetNumOfField,
-                           &::DbGetDataSize,
-                           &::DbGetDataType,
-                           &::DbGetVersion,
-                           &::DbOpen,
-                           &::DbClose,
-                           &::DbCreate,
-                           &::DbGetNumOfRecords,
-                           &::DbAccess,
-                           &::DbGetPosition,
-                           &::DbGetDirect,
-                           &::DbGetByPercentage,
-                           &::DbFindPercentage,
-                           &::DbUnlock,
-                           &::DbClearFieldBuffer,
-                           &::DbSetFieldData,
-                           &::DbBeginTransaction,
-                           &::DbBeginConCurTransaction,
-                           &::DbEndTransaction,
-                           &::DbAbortTransaction,
-                           &::DbGetFieldData,
-                           &::DbGetFieldName,
-                           &::DbGetTableName,
-                           &::DbSetFormattedString};
+// The functions of forms need the module: natively they are not linked in.
+FlatApi LinkedIn() {
+  FlatApi api{};
+#define QRN_LINKED(result, name, arguments) api.name = &::name;
+  QRN_DICTIONARY_FUNCTIONS(QRN_LINKED)
+  QRN_TABLE_FUNCTIONS(QRN_LINKED)
+  QRN_RECORD_FUNCTIONS(QRN_LINKED)
+  QRN_TRANSACTION_FUNCTIONS(QRN_LINKED)
+  QRN_TEXT_FUNCTIONS(QRN_LINKED)
+#undef QRN_LINKED
+  return api;
+}
 
 template <class Read>
 std::string Take(void* text, Read read) {
@@ -52,7 +35,8 @@ const FlatApi& FreshFlatApi(const TextSettings& settings) {
   TheFlatState() = DbFlatState{};
   TheSettings().fix_str_addr = settings.fixedArea;
   TheSettings().v1fx_unicode = settings.unicode;
-  return kLinkedIn;
+  static const FlatApi api = LinkedIn();
+  return api;
 }
 
 std::string TakeUnits(void* text) {

@@ -26,35 +26,9 @@ void Find(Function& function, const char* name) {
 
 FlatApi FindAll() {
   FlatApi api{};
-  Find(api.Initialize, "DbInitialize");
-  Find(api.Terminate, "DbTerminate");
-  Find(api.SetOpenMode, "DbSetOpenMode");
-  Find(api.SetOwnerName, "DbSetOwnerName");
-  Find(api.GetNumOfTable, "DbGetNumOfTable");
-  Find(api.GetNumOfField, "DbGetNumOfField");
-  Find(api.GetDataSize, "DbGetDataSize");
-  Find(api.GetDataType, "DbGetDataType");
-  Find(api.GetVersion, "DbGetVersion");
-  Find(api.Open, "DbOpen");
-  Find(api.Close, "DbClose");
-  Find(api.Create, "DbCreate");
-  Find(api.GetNumOfRecords, "DbGetNumOfRecords");
-  Find(api.Access, "DbAccess");
-  Find(api.GetPosition, "DbGetPosition");
-  Find(api.GetDirect, "DbGetDirect");
-  Find(api.GetByPercentage, "DbGetByPercentage");
-  Find(api.FindPercentage, "DbFindPercentage");
-  Find(api.Unlock, "DbUnlock");
-  Find(api.ClearFieldBuffer, "DbClearFieldBuffer");
-  Find(api.SetFieldData, "DbSetFieldData");
-  Find(api.BeginTransaction, "DbBeginTransaction");
-  Find(api.BeginConCurTransaction, "DbBeginConCurTransaction");
-  Find(api.EndTransaction, "DbEndTransaction");
-  Find(api.AbortTransaction, "DbAbortTransaction");
-  Find(api.GetFieldData, "DbGetFieldData");
-  Find(api.GetFieldName, "DbGetFieldName");
-  Find(api.GetTableName, "DbGetTableName");
-  Find(api.SetFormattedString, "DbSetFormattedString");
+#define QRN_FIND(result, name, arguments) Find(api.name, #name);
+  QRN_FUNCTIONS(QRN_FIND)
+#undef QRN_FIND
   return api;
 }
 
@@ -94,7 +68,7 @@ HMODULE LoadModule() {
 const FlatApi& FreshFlatApi(const TextSettings& settings) {
   static FlatApi api{};
   static const SettingsTakenBack takenBack;
-  if (api.Terminate != nullptr) api.Terminate();
+  if (api.DbTerminate != nullptr) api.DbTerminate();
   WriteSetting("fix_str_addr", std::to_string(settings.fixedArea).c_str());
   WriteSetting("v1fx_unicode", std::to_string(settings.unicode).c_str());
   LoadModule();

@@ -137,8 +137,8 @@ TEST(SystemLibrary, InstalledOnesAreFoundWithoutTheirDirectory) {
 }
 #endif
 
-int16_t QRN_BTRAPI Answer(uint16_t operation, void*, void*, uint32_t*, void*, uint8_t,
-                          int8_t keyNumber) {
+int16_t BTR_CALL Answer(uint16_t operation, void*, void*, uint32_t*, void*, uint8_t,
+                        int8_t keyNumber) {
   return static_cast<int16_t>(operation + keyNumber);
 }
 

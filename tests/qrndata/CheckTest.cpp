@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "ToolFixture.h"
+#include "btrieve.h"
 #include "platform/BtrCall.h"
 #include "tools/qrndata/BtrFile.h"
 
@@ -167,15 +168,14 @@ Lie lie = Lie::Swap;
 
 size_t EntriesOf(const uint8_t* reply) { return reply[0] | reply[1] << 8; }
 
-int16_t QRN_BTRAPI Lying(uint16_t operation, void* posBlock, void* data, uint32_t* length,
-                         void* key, uint8_t keyLength, int8_t keyNumber) {
-  constexpr uint16_t kGetNextExtended = 36;
+int16_t BTR_CALL Lying(uint16_t operation, void* posBlock, void* data, uint32_t* length, void* key,
+                       uint8_t keyLength, int8_t keyNumber) {
   constexpr size_t kEntry = 16, kHead = 2;
   qrn::ReplaceBtrCall(nullptr);
   const int16_t status = qrn::BtrCall(operation, posBlock, data, length, key, keyLength, keyNumber);
   qrn::ReplaceBtrCall(&Lying);
   auto* reply = static_cast<uint8_t*>(data);
-  if (operation != kGetNextExtended || keyNumber != 1 || EntriesOf(reply) != 3) return status;
+  if (operation != BtrOpGetNextExtended || keyNumber != 1 || EntriesOf(reply) != 3) return status;
   uint8_t* first = reply + kHead;
   switch (lie) {
     case Lie::Swap:

@@ -78,8 +78,8 @@ TEST_F(Writing, RefusedRowsDoNotGoOverTheirOwnFile) {
   EXPECT_EQ(Export("T"), "Id\n1\n2\n") << "nothing was stored";
 }
 
-int16_t QRN_BTRAPI FailingSteps(uint16_t operation, void* posBlock, void* data, uint32_t* length,
-                                void* key, uint8_t keyLength, int8_t keyNumber) {
+int16_t BTR_CALL FailingSteps(uint16_t operation, void* posBlock, void* data, uint32_t* length,
+                              void* key, uint8_t keyLength, int8_t keyNumber) {
   constexpr uint16_t kStepNextExtended = 38;
   if (operation == kStepNextExtended) return 2;
   qrn::ReplaceBtrCall(nullptr);

@@ -20,7 +20,8 @@ documented() {
   [ "$names" -gt 0 ] || { echo "no names to look for in docs/$1"; faults=$((faults + 1)); }
 }
 
-documented flat-interface.md '' '(' < <(sed -nE '/PRIVATE/d; s/^  (\w+)$/\1/p' "$ROOT/src/design/qrnbt350.def")
+documented flat-interface.md '' '(' < <(
+  sed -nE 's/^ *X\([a-z0-9_*]+, (\w+), \(.*/\1/p' "$ROOT/include/qrnbt350.h")
 documented messages.md '' '' < <(
   grep -rhoE '\bkVE[0-9]+\b' "$ROOT/src" --include='*.cpp' | sort -u | sed 's/^k//')
 documented database-control.md '`' '(' < <(
@@ -36,6 +37,7 @@ documented controls.md '`' '`' < <(
 cp "$BIN"/{qrnbt350.ocx,w64btrv.dll,lexbase.dll} "$folder"
 cd "$folder"
 sed -nE '/^    #include/,/^    \}$/s/^    //p; /^$/p' "$ROOT/docs/flat-interface.md" >list.c
-x86_64-w64-mingw32-gcc-posix -Wall -Werror list.c -o list.exe -loleaut32
+x86_64-w64-mingw32-gcc-posix -std=c99 -Wall -Werror -pedantic -I"$ROOT/include" list.c -o list.exe \
+  -loleaut32
 "${QRN_WINE:-/usr/lib/wine/wine64}" list.exe . 0 | iconv -f CP932 -t UTF-8 >list.txt
 grep -q '^3 units: 経理部' list.txt && [ "$(wc -l <list.txt)" -eq 6 ]

@@ -1,37 +1,17 @@
 #include "tools/qrndata/BtrFile.h"
 
 #include <algorithm>
-#include <cstring>
 
+#include "btrieve.h"
 #include "btrieve/LogExam.h"
 #include "btrieve/Sqlite.h"
+#include "fields/LittleEndian.h"
 #include "platform/BtrCall.h"
 #include "tools/qrndata/Paths.h"
 
 namespace qrndata {
 
 namespace {
-
-enum Operation : uint16_t {
-  kOpen = 0,
-  kClose = 1,
-  kInsert = 2,
-  kGetNext = 6,
-  kGetFirst = 12,
-  kGetLast = 13,
-  kCreate = 14,
-  kStat = 15,
-  kBeginExclusive = 19,
-  kBeginConcurrent = 1019,
-  kEndTransaction = 20,
-  kAbortTransaction = 21,
-  kGetPosition = 22,
-  kStepNext = 24,
-  kStepFirst = 33,
-  kGetNextExtended = 36,
-  kStepNextExtended = 38,
-  kGetKeyEqual = 55,
-};
 
 struct StatusName {
   Status status;
@@ -72,18 +52,14 @@ constexpr StatusName kStatusNames[] = {
 };
 // clang-format on
 
-uint32_t FourBytes(const uint8_t* bytes) {
-  return static_cast<uint32_t>(bytes[0]) | static_cast<uint32_t>(bytes[1]) << 8 |
-         static_cast<uint32_t>(bytes[2]) << 16 | static_cast<uint32_t>(bytes[3]) << 24;
-}
-
 FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   FileStat stat;
-  stat.records = FourBytes(&reply[6]);
+  stat.records = qrn::LoadLittle<BtrFileSpec>(reply).recordCount;
   Require(btrieve::ParseCreateBlock(reply, stat.spec), name + ": its own description is not valid");
   size_t segment = 0;
   for (const btrieve::KeySpec& key : stat.spec.keys) {
-    stat.uniqueValues.push_back(FourBytes(&reply[(segment + 1) * btrieve::kSpecificationSize + 6]));
+    const auto first = reply.subspan((segment + 1) * BtrSpecSize);
+    stat.uniqueValues.push_back(uint32_t{qrn::LoadLittle<BtrKeySpec>(first).uniqueValues});
     segment += key.segments.size();
   }
   return stat;
@@ -114,25 +90,25 @@ void Require(Status status, const std::string& what) {
 BtrFile::BtrFile(const std::filesystem::path& path, Access access) : name_(PathToUtf8(path)) {
   std::string key = BtrievePath(path);
   uint32_t length = 0;
-  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
-  const Status status = qrn::BtrCall(kOpen, posBlock_.data(), nullptr, &length, key.data(),
+  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, BtrKeyBufferSize));
+  const Status status = qrn::BtrCall(BtrOpOpen, posBlock_.data(), nullptr, &length, key.data(),
                                      keyLength, static_cast<int8_t>(access));
   if (status != btrieve::kOk) throw Failure(kSystem, name_ + ": " + FaultOfOpen(status, key));
 }
 
 BtrFile::~BtrFile() {
   uint32_t length = 0;
-  Call(kClose, nullptr, &length, 0);
+  Call(BtrOpClose, nullptr, &length, 0);
 }
 
 Status BtrFile::Create(const std::filesystem::path& path, std::span<const uint8_t> block,
                        bool replace) {
-  std::array<uint8_t, 128> posBlock{};
+  std::array<uint8_t, BtrPositionBlockSize> posBlock{};
   std::string key = BtrievePath(path);
   Bytes data(block.begin(), block.end());
   auto length = static_cast<uint32_t>(data.size());
-  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, 255));
-  return qrn::BtrCall(kCreate, posBlock.data(), data.data(), &length, key.data(), keyLength,
+  const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, BtrKeyBufferSize));
+  return qrn::BtrCall(BtrOpCreate, posBlock.data(), data.data(), &length, key.data(), keyLength,
                       replace ? int8_t{0} : int8_t{-1});
 }
 
@@ -144,14 +120,14 @@ Status BtrFile::Call(uint16_t operation, void* data, uint32_t* length, int8_t ke
 FileStat BtrFile::Stat() {
   Bytes reply(kMaxRecordSize);
   auto length = static_cast<uint32_t>(reply.size());
-  Require(Call(kStat, reply.data(), &length, 0), name_ + ": reading its description");
+  Require(Call(BtrOpStat, reply.data(), &length, 0), name_ + ": reading its description");
   reply.resize(length);
   return ReadStat(name_, reply);
 }
 
 Status BtrFile::Insert(Bytes& record) {
   auto length = static_cast<uint32_t>(record.size());
-  return Call(kInsert, record.data(), &length, kNoKey);
+  return Call(BtrOpInsert, record.data(), &length, kNoKey);
 }
 
 Status BtrFile::Read(uint16_t operation, int8_t key, Bytes& record) {
@@ -162,23 +138,23 @@ Status BtrFile::Read(uint16_t operation, int8_t key, Bytes& record) {
   return status;
 }
 
-Status BtrFile::GetFirst(int8_t key, Bytes& record) { return Read(kGetFirst, key, record); }
-Status BtrFile::GetLast(int8_t key, Bytes& record) { return Read(kGetLast, key, record); }
-Status BtrFile::GetNext(int8_t key, Bytes& record) { return Read(kGetNext, key, record); }
-Status BtrFile::StepFirst(Bytes& record) { return Read(kStepFirst, 0, record); }
-Status BtrFile::StepNext(Bytes& record) { return Read(kStepNext, 0, record); }
+Status BtrFile::GetFirst(int8_t key, Bytes& record) { return Read(BtrOpGetFirst, key, record); }
+Status BtrFile::GetLast(int8_t key, Bytes& record) { return Read(BtrOpGetLast, key, record); }
+Status BtrFile::GetNext(int8_t key, Bytes& record) { return Read(BtrOpGetNext, key, record); }
+Status BtrFile::StepFirst(Bytes& record) { return Read(BtrOpStepFirst, 0, record); }
+Status BtrFile::StepNext(Bytes& record) { return Read(BtrOpStepNext, 0, record); }
 
 Status BtrFile::FindKey(int8_t key, std::span<const uint8_t> value) {
   std::copy_n(value.begin(), std::min(value.size(), keyBuffer_.size()), keyBuffer_.begin());
   uint32_t length = 0;
-  return Call(kGetKeyEqual, nullptr, &length, key);
+  return Call(BtrBiasGetKey + BtrOpGetEqual, nullptr, &length, key);
 }
 
 Status BtrFile::Position(uint32_t& position) {
   std::array<uint8_t, 4> data{};
   auto length = static_cast<uint32_t>(data.size());
-  const Status status = Call(kGetPosition, data.data(), &length, 0);
-  position = FourBytes(data.data());
+  const Status status = Call(BtrOpGetPosition, data.data(), &length, 0);
+  position = qrn::LoadLittle<uint32_t>(data);
   return status;
 }
 
@@ -186,24 +162,25 @@ Status BtrFile::ReadExtended(bool alongKey, int8_t key, Bytes& request) {
   request.resize(kMaxRecordSize);
   auto length = static_cast<uint32_t>(request.size());
   const Status status =
-      Call(alongKey ? kGetNextExtended : kStepNextExtended, request.data(), &length, key);
+      Call(alongKey ? BtrOpGetNextExtended : BtrOpStepNextExtended, request.data(), &length, key);
   request.resize(std::min<size_t>(length, request.size()));
   return status;
 }
 
 Transaction::Transaction(Sharing sharing) {
-  const uint16_t begin = sharing == Sharing::Alone ? kBeginExclusive : kBeginConcurrent;
+  const uint16_t begin =
+      sharing == Sharing::Alone ? BtrOpBeginTransaction : BtrOpBeginConcurrentTransaction;
   Require(qrn::BtrCall(begin, nullptr, nullptr, nullptr, nullptr, 0, 0),
           "a transaction cannot be begun");
 }
 
 Transaction::~Transaction() {
-  if (isOpen_) qrn::BtrCall(kAbortTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
+  if (isOpen_) qrn::BtrCall(BtrOpAbortTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
 }
 
 Status Transaction::Commit() {
   isOpen_ = false;
-  return qrn::BtrCall(kEndTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
+  return qrn::BtrCall(BtrOpEndTransaction, nullptr, nullptr, nullptr, nullptr, 0, 0);
 }
 
 }  // namespace qrndata

@@ -19,8 +19,8 @@ namespace qrndata {
 using Status = btrieve::Status;
 using Bytes = std::vector<uint8_t>;
 
-inline constexpr int8_t kNoKey = -1;
-inline constexpr size_t kMaxRecordSize = 65535;
+inline constexpr int8_t kNoKey = BtrNoKey;
+inline constexpr size_t kMaxRecordSize = BtrLongestRecord;
 
 // "status 12 (file not found)".
 std::string StatusText(Status status);
@@ -35,7 +35,11 @@ struct FileStat {
   std::vector<uint32_t> uniqueValues;  // one a key, as the file itself counts them
 };
 
-enum class Access : int8_t { ReadWrite = 0, ReadOnly = -2, Exclusive = -4 };
+enum class Access : int8_t {
+  ReadWrite = BtrModeNormal,
+  ReadOnly = BtrModeReadOnly,
+  Exclusive = BtrModeExclusive
+};
 
 // One open data file and its place in it. The position block stays where it is: not movable.
 class BtrFile {
@@ -80,8 +84,8 @@ class BtrFile {
   Status Read(uint16_t operation, int8_t key, Bytes& record);
 
   std::string name_;
-  std::array<uint8_t, 128> posBlock_{};
-  std::array<uint8_t, 255> keyBuffer_{};
+  std::array<uint8_t, BtrPositionBlockSize> posBlock_{};
+  std::array<uint8_t, BtrKeyBufferSize> keyBuffer_{};
 };
 
 // Who else works on the files of a transaction.

@@ -2,7 +2,7 @@
 #include <array>
 #include <unordered_map>
 
-#include "lexbase/Lexbase.h"
+#include "lexbase.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/Paths.h"
@@ -12,7 +12,7 @@ namespace qrndata {
 
 namespace {
 
-using RowReader = int(QRN_DDFAPI*)(void*);
+using RowReader = int(LEXBASE_CALL*)(void*);
 
 struct LibraryCode {
   int code;
@@ -20,10 +20,10 @@ struct LibraryCode {
 };
 
 constexpr LibraryCode kLibraryCodes[] = {
-    {qrn::lexbase::kDdfAlreadyOpen, "another dictionary is being read"},
-    {qrn::lexbase::kDdfBadDirectory, "the directory's name is empty or longer than 254 bytes"},
-    {qrn::lexbase::kDdfNotADictionary, "a dictionary file is of another kind"},
-    {qrn::lexbase::kDdfFailed, "not enough memory"},
+    {LexbaseAlreadyOpen, "another dictionary is being read"},
+    {LexbaseBadDirectory, "the directory's name is empty or longer than 254 bytes"},
+    {LexbaseNotADictionary, "a dictionary file is of another kind"},
+    {LexbaseFailed, "not enough memory"},
 };
 
 std::string CodeText(int code) {
@@ -45,10 +45,10 @@ class Reading {
 
   template <class Take>
   void ForEach(RowReader read, Take take) {
-    std::array<uint8_t, qrn::lexbase::kFileRowReserve> row{};
+    std::array<uint8_t, LexbaseFileRowReserve> row{};
     int code = 0;
     while ((code = read(row.data())) == 0) take(row);
-    if (code != qrn::lexbase::kDdfEndOfFile) RequireCode(code);
+    if (code != LexbaseEndOfFile) RequireCode(code);
   }
 
  private:
@@ -59,7 +59,7 @@ class Reading {
   std::string name_;
 };
 
-using RowBytes = std::array<uint8_t, qrn::lexbase::kFileRowReserve>;
+using RowBytes = std::array<uint8_t, LexbaseFileRowReserve>;
 
 int Number(const RowBytes& row, size_t offset) { return row[offset] | row[offset + 1] << 8; }
 

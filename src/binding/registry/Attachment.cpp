@@ -1,5 +1,5 @@
-#include "binding/registry/Attachment.h"
-
+// The flat interface on a form: it is attached to a database control, works on that control's
+// dictionary from then on, and moves records to and from the form's controls.
 #include <string>
 
 #include "binding/registry/ControlRegistry.h"
@@ -7,6 +7,7 @@
 #include "core/FlatGuard.h"
 #include "core/MemoryFailure.h"
 #include "platform/CodePage.h"
+#include "qrnbt350.h"
 
 namespace qrn::flat {
 namespace {
@@ -64,6 +65,10 @@ int32_t WithAttached(int16_t tableId, int32_t (*transfer)(CQuorin&, TableFinder)
 
 }  // namespace
 
+extern "C" {
+
+// The name goes without case, the form's exactly. When the container does not tell its window
+// (VE808 to VE811) the attachment stands all the same; of a failure before that nothing.
 int32_t DbAttachControl(const char* name, const char* formName) noexcept {
   return Guarded([&]() -> Status {
     DataControl* control = FindControl(name, [&](const DataControlEntry& entry) {
@@ -77,7 +82,8 @@ int32_t DbAttachControl(const char* name, const char* formName) noexcept {
   });
 }
 
-int32_t DbAttachControlByHwnd(const char* name, WindowHandle window) noexcept {
+// On the form of a window, or of its parent. The form's window kept by the other attach stays.
+int32_t DbAttachControlByHwnd(const char* name, void* window) noexcept {
   return Guarded([&]() -> Status {
     return AttachTo(
         FindControl(
@@ -95,5 +101,7 @@ int32_t DbTransferFromControl(int16_t tableId) noexcept {
 int32_t DbClearControlData(int16_t tableId) noexcept {
   return WithAttached(tableId, ClearControls);
 }
+
+}  // extern "C"
 
 }  // namespace qrn::flat

@@ -4,8 +4,8 @@
 #include <map>
 
 #include "MadeBtr.h"
-#include "binding/registry/Attachment.h"
 #include "core/FlatState.h"
+#include "qrnbt350.h"
 
 namespace qrn::test {
 namespace {
@@ -112,9 +112,9 @@ TEST_F(BtrOnForm, ADesignersPutLoadsAtOnceAndRegisters) {
 TEST_F(BtrOnForm, TheFormIsAskedForByDispatch) {
   PutDirectory();
   site.Host(btr.unknown().get());
-  EXPECT_EQ(flat::DbAttachControl("db1", "frmMain"), 0);
+  EXPECT_EQ(::DbAttachControl("db1", "frmMain"), 0);
   EXPECT_EQ(TheFlatState().FormWindow, TheForm());
-  EXPECT_EQ(flat::DbAttachControl("Db1", "FRMMAIN"), -11);
+  EXPECT_EQ(::DbAttachControl("Db1", "FRMMAIN"), -11);
   EXPECT_EQ(messages.Take(), "");
 }
 
@@ -148,7 +148,7 @@ TEST_F(BtrOnForm, EachMissingStepHasItsMessage) {
   for (const auto& row : cases) {
     restore();
     row.spoil();
-    EXPECT_EQ(flat::DbAttachControl("Db1", "frmMain"), row.result) << row.what;
+    EXPECT_EQ(::DbAttachControl("Db1", "frmMain"), row.result) << row.what;
     EXPECT_EQ(messages.TakeCodes(), row.shown) << row.what;
   }
 }
@@ -156,7 +156,7 @@ TEST_F(BtrOnForm, EachMissingStepHasItsMessage) {
 TEST_F(BtrOnForm, TheFlatInterfaceForgetsAControlThatGoes) {
   PutDirectory();
   site.Host(btr.unknown().get());
-  ASSERT_EQ(flat::DbAttachControlByHwnd("DB1", TheForm()), 0);
+  ASSERT_EQ(::DbAttachControlByHwnd("DB1", TheForm()), 0);
   EXPECT_NE(TheFlatState().CurrentDictionary, nullptr);
   site.Unhost();
   EXPECT_EQ(TheFlatState().CurrentDictionary, nullptr);

@@ -6,54 +6,20 @@
 #include <memory>
 
 #include "Bytes.h"
-#include "btrieve/BtrCall.h"
+#include "btrieve.h"
+#include "btrieve/Status.h"
 
 namespace btrieve::test {
 
 enum Op : uint16_t {
-  kOpen = 0,
-  kClose = 1,
-  kInsert = 2,
-  kUpdate = 3,
-  kDelete = 4,
-  kGetEqual = 5,
-  kGetNext = 6,
-  kGetPrevious = 7,
-  kGetGreater = 8,
-  kGetGreaterOrEqual = 9,
-  kGetLess = 10,
-  kGetLessOrEqual = 11,
-  kGetFirst = 12,
-  kGetLast = 13,
-  kCreate = 14,
-  kStat = 15,
-  kBegin = 19,
-  kEnd = 20,
-  kAbort = 21,
-  kGetPosition = 22,
-  kGetDirect = 23,
-  kStepNext = 24,
-  kStop = 25,
-  kVersion = 26,
-  kUnlock = 27,
-  kReset = 28,
-  kSetOwner = 29,
-  kClearOwner = 30,
-  kCreateIndex = 31,
-  kDropIndex = 32,
-  kStepFirst = 33,
-  kStepLast = 34,
-  kStepPrevious = 35,
-  kGetNextExtended = 36,
-  kGetPreviousExtended = 37,
-  kStepNextExtended = 38,
-  kStepPreviousExtended = 39,
-  kInsertExtended = 40,
-  kGetByPercentage = 44,
-  kFindPercentage = 45,
-  kGetKey = 50,  // added to 5..13
-  kLogin = 78,
-  kConcurrent = 1000,  // added to 19
+#define BTRIEVE_OPERATION(name, number) k##name = number,
+  BTR_OPERATIONS(BTRIEVE_OPERATION)
+#undef BTRIEVE_OPERATION
+      kBegin = kBeginTransaction,
+  kEnd = kEndTransaction,
+  kAbort = kAbortTransaction,
+  kGetKey = BtrBiasGetKey,
+  kConcurrent = kBeginConcurrentTransaction - kBeginTransaction,  // added to kBegin
 };
 
 constexpr int kBlocks = 32;
