@@ -15,6 +15,7 @@ stage_package() {
   done
   cp -r "$ROOT"/{docs,include,licenses} "$stage/"
   cp -r "$ROOT"/examples/{company,flat,tables} "$stage/examples/"
+  rm -r "$stage/examples/company/generator"
   cp "$ROOT/scripts/package/README.txt" "$stage/"
   cp "$ROOT/scripts/package/make-data.cmd" "$stage/examples/company/"
   # Lines end as Windows' own programs want them.

@@ -14,12 +14,10 @@ struct MistakeCase {
 TEST_F(CommandLine, MistakesAreNamedWithWhatWasExpected) {
   const MistakeCase cases[] = {
       {{},
-       "qrndata: no verb: expected build, import, export, show, check or generate; --help tells "
-       "what "
-       "they do\n"},
+       "qrndata: no verb: expected build, import, export, show or check; --help tells what they "
+       "do\n"},
       {{"foo"},
-       "qrndata: there is no verb \"foo\": expected build, import, export, show, check or "
-       "generate\n"},
+       "qrndata: there is no verb \"foo\": expected build, import, export, show or check\n"},
       {{"export", "db", "T", "--encoding", "utf8"},
        "--encoding: expected utf-8 or cp932, not \"utf8\"\n"},
       {{"export", "db", "T", "--format", "xml"}, "--format: expected csv or json, not \"xml\"\n"},
@@ -48,7 +46,6 @@ TEST_F(CommandLine, HelpNamesChoicesAndStandards) {
       {"export", "--format csv|json           what is written (standard: csv)"},
       {"export", "error leaves the record out"},
       {"check", "(standard: 20)"},
-      {"generate", "(standard: 5000)"},
   };
   for (const HelpCase& row : cases) {
     const Said said = Run({row.verb, "--help"});

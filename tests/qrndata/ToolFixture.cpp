@@ -1,4 +1,4 @@
-#include "ToolFixture.h"
+#include "tests/qrndata/ToolFixture.h"
 
 #include <fstream>
 #include <iterator>
@@ -54,8 +54,12 @@ std::string ToolTest::Read(const std::string& name) const {
 }
 
 Said ToolTest::Run(std::vector<std::string> arguments) const {
+  return RunProgram(&RunTool, std::move(arguments));
+}
+
+Said ToolTest::RunProgram(ProgramBody program, std::vector<std::string> arguments) const {
   std::ostringstream out, err;
-  const int code = RunTool(std::move(arguments), {out, err, nullptr});
+  const int code = program(std::move(arguments), {out, err, nullptr});
   const std::string prefix = PathToUtf8(folder_) + static_cast<char>(fs::path::preferred_separator);
   return {code, Without(out.str(), prefix), Without(err.str(), prefix)};
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/qrndata/Program.h"
+
 namespace qrndata::test {
 
 struct Said {
@@ -29,6 +31,7 @@ class ToolTest : public ::testing::Test {
   std::string Read(const std::string& name) const;
 
   Said Run(std::vector<std::string> arguments) const;
+  Said RunProgram(ProgramBody program, std::vector<std::string> arguments) const;
 
   // The verbs over the database in the folder "db".
   void Build(const std::string& schema) const;

@@ -1,4 +1,4 @@
-// A database made from a schema, for `build` and `generate`.
+// A database made from a schema, for `build` and programs that fill one.
 #pragma once
 
 #include <filesystem>

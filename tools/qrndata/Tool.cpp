@@ -2,7 +2,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <map>
-#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,7 +71,6 @@ class CommandLine {
     AddExport();
     AddShow();
     AddCheck();
-    AddGenerate();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -117,7 +115,6 @@ class CommandLine {
   void AddExport();
   void AddShow();
   void AddCheck();
-  void AddGenerate();
 
   const Streams& streams_;
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
@@ -127,7 +124,6 @@ class CommandLine {
   BuildOptions build_;
   ImportOptions import_;
   CheckOptions check_;
-  GenerateOptions generate_;
 };
 
 void CommandLine::RequireVerb(const std::vector<std::string>& arguments) const {
@@ -234,37 +230,11 @@ void CommandLine::AddCheck() {
   AddCount(verb, "--show-faults", check_.shown, "how many faults are listed for each table");
 }
 
-void CommandLine::AddGenerate() {
-  CLI::App* verb = AddVerb(
-      "generate", "makes a trading company's data of any size, the same for a seed", [this] {
-        generate_.schema = PathFromUtf8(schema_);
-        generate_.directory = PathFromUtf8(directory_);
-        return RunGenerate(generate_, streams_);
-      });
-  AddPlace(verb, "SCHEMA", schema_, "the company's schema file")->required();
-  AddPlace(verb, "DIR", directory_, "directory for dictionary and data files, or CSV files")
-      ->required();
-  AddCount(verb, "--orders", generate_.orders,
-           "orders, 1 to 100000000; three lines each on average")
-      ->check(Between(1, 100000000));
-  AddCount(verb, "--seed", generate_.seed, "another company for another number");
-  verb->add_flag("--csv", generate_.asCsv, "write CSV files and pictures, no data files");
-}
-
 }  // namespace
 
 int RunTool(std::vector<std::string> arguments, const Streams& streams) {
-  try {
-    return CommandLine(streams).Run(std::move(arguments));
-  } catch (const Failure& failure) {
-    streams.err << "qrndata: " << failure.what() << '\n';
-    return failure.Code();
-  } catch (const std::bad_alloc&) {
-    streams.err << "qrndata: not enough memory\n";
-  } catch (const std::exception& error) {
-    streams.err << "qrndata: " << error.what() << '\n';
-  }
-  return kSystem;
+  return RunGuarded("qrndata", streams,
+                    [&] { return CommandLine(streams).Run(std::move(arguments)); });
 }
 
 }  // namespace qrndata

@@ -4,24 +4,15 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <iosfwd>
-#include <istream>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Program.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
-
-// Where a verb speaks: UTF-8.
-struct Streams {
-  std::ostream& out;
-  std::ostream& err;
-  std::ostream* terminal;  // for progress; null where nobody watches
-};
 
 struct BuildOptions {
   std::filesystem::path schema, directory;
@@ -64,14 +55,6 @@ struct CheckOptions {
   uint32_t shown = 20;  // faults that are listed for each table
 };
 ExitCode RunCheck(const CheckOptions& options, const Streams& streams);
-
-struct GenerateOptions {
-  std::filesystem::path schema, directory;
-  uint32_t orders = 5000;
-  uint64_t seed = 1;
-  bool asCsv = false;  // CSV files in `directory` instead of a dictionary with data
-};
-ExitCode RunGenerate(const GenerateOptions& options, const Streams& streams);
 
 // The whole program: `arguments` are UTF-8, without the program's name.
 int RunTool(std::vector<std::string> arguments, const Streams& streams);

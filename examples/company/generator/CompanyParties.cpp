@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/qrndata/CompanyParts.h"
-#include "tools/qrndata/CompanyWords.h"
+#include "examples/company/generator/CompanyParts.h"
+#include "examples/company/generator/CompanyWords.h"
 
-namespace qrndata {
+namespace company {
 
 namespace {
 
@@ -124,4 +124,4 @@ void Company::PutVisits() {
   }
 }
 
-}  // namespace qrndata
+}  // namespace company

@@ -1,10 +1,14 @@
-// `generate`: the made-up company as CSV files, or straight into a new database.
+// The made-up company as CSV files, or straight into a new database, and the command line for it.
+#include "examples/company/generator/Generate.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 
+#include "examples/company/generator/CategoryPictures.h"
+#include "examples/company/generator/Company.h"
+#include "examples/company/generator/CompanyWords.h"
 #include "tools/qrndata/Builder.h"
-#include "tools/qrndata/CategoryPictures.h"
-#include "tools/qrndata/Company.h"
-#include "tools/qrndata/CompanyWords.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
@@ -12,13 +16,14 @@
 #include "tools/qrndata/RecordWriter.h"
 #include "tools/qrndata/RowImporter.h"
 #include "tools/qrndata/Schema.h"
-#include "tools/qrndata/Verbs.h"
+#include "tools/qrndata/Text.h"
 
-namespace qrndata {
+namespace company {
 
 namespace {
 
 namespace fs = std::filesystem;
+using namespace qrndata;
 
 void MakeDirectory(const fs::path& directory) {
   std::error_code error;
@@ -129,15 +134,18 @@ void WritePictures(const fs::path& directory) {
   }
 }
 
-}  // namespace
+struct Options {
+  fs::path schema, directory;
+  CompanySize size;
+  bool asCsv = false;  // CSV files in `directory` instead of a dictionary with data
+};
 
-ExitCode RunGenerate(const GenerateOptions& options, const Streams& streams) {
+ExitCode Generate(const Options& options, const Streams& streams) {
   const Schema schema = ReadSchemaFile(options.schema);
-  const CompanySize size{options.orders, options.seed};
   if (options.asCsv) {
     MakeDirectory(options.directory);
     CsvSink sink(options.directory);
-    GenerateCompany(size, sink);
+    GenerateCompany(options.size, sink);
     sink.Close();
     WritePictures(options.directory / "pictures");
     return kDone;
@@ -145,9 +153,43 @@ ExitCode RunGenerate(const GenerateOptions& options, const Streams& streams) {
   BuildDatabase(schema, options.directory, Existing::Refuse,
                 "generate writes over nothing: name a new directory");
   DatabaseSink sink(options.directory, streams);
-  GenerateCompany(size, sink);
+  GenerateCompany(options.size, sink);
   sink.Close();
   return kDone;
 }
 
-}  // namespace qrndata
+int ParseAndGenerate(std::vector<std::string> arguments, const Streams& streams) {
+  CLI::App app{"Makes a trading company's data of any size, the same for a seed.", "makecompany"};
+  app.allow_windows_style_options(false);
+  std::string schema, directory;
+  Options options;
+  app.add_option("SCHEMA", schema, "the company's schema file")->type_name("")->required();
+  app.add_option("DIR", directory, "directory for dictionary and data files, or CSV files")
+      ->type_name("")
+      ->required();
+  app.add_option("--orders", options.size.orders,
+                 "orders, 1 to 100000000; three lines each on average (standard: 5000)")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(1, 100000000).description(""));
+  app.add_option("--seed", options.size.seed, "another company for another number (standard: 1)")
+      ->type_name("NUMBER");
+  app.add_flag("--csv", options.asCsv, "write CSV files and pictures, no data files");
+  std::reverse(arguments.begin(), arguments.end());
+  try {
+    app.parse(std::move(arguments));
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error, streams.out, streams.err) == 0 ? kDone : kUsage;
+  }
+  options.schema = PathFromUtf8(schema);
+  options.directory = PathFromUtf8(directory);
+  return Generate(options, streams);
+}
+
+}  // namespace
+
+int Run(std::vector<std::string> arguments, const Streams& streams) {
+  return RunGuarded("makecompany", streams,
+                    [&] { return ParseAndGenerate(std::move(arguments), streams); });
+}
+
+}  // namespace company

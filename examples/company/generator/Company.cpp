@@ -1,13 +1,13 @@
-#include "tools/qrndata/Company.h"
+#include "examples/company/generator/Company.h"
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 
-#include "tools/qrndata/CompanyParts.h"
+#include "examples/company/generator/CompanyParts.h"
 
-namespace qrndata {
+namespace company {
 
 std::string Padded(uint64_t number, size_t width) {
   std::string text = std::to_string(number);
@@ -68,4 +68,4 @@ void Company::PutAll() {
 
 void GenerateCompany(const CompanySize& size, CompanySink& sink) { Company(size, sink).PutAll(); }
 
-}  // namespace qrndata
+}  // namespace company

@@ -1,11 +1,11 @@
-#include "tools/qrndata/CategoryPictures.h"
+#include "examples/company/generator/CategoryPictures.h"
 
 #include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <span>
 
-namespace qrndata {
+namespace company {
 
 namespace {
 
@@ -98,4 +98,4 @@ std::string CategoryPicture(size_t category) {
   return bytes;
 }
 
-}  // namespace qrndata
+}  // namespace company

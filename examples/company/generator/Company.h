@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace qrndata {
+namespace company {
 
 // UTF-8, nothing for null.
 using CompanyRow = std::vector<std::optional<std::string>>;
@@ -37,4 +37,4 @@ struct CompanySize {
 // every system.
 void GenerateCompany(const CompanySize& size, CompanySink& sink);
 
-}  // namespace qrndata
+}  // namespace company

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <optional>
 
-#include "tools/qrndata/CompanyParts.h"
-#include "tools/qrndata/CompanyWords.h"
+#include "examples/company/generator/CompanyParts.h"
+#include "examples/company/generator/CompanyWords.h"
 
-namespace qrndata {
+namespace company {
 
 namespace {
 
@@ -104,4 +104,4 @@ void Company::PutClaims() {
   }
 }
 
-}  // namespace qrndata
+}  // namespace company

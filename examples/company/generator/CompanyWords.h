@@ -3,7 +3,7 @@
 
 #include <span>
 
-namespace qrndata {
+namespace company {
 
 struct Word {
   const char* kanji;
@@ -40,4 +40,4 @@ std::span<const char* const> ClaimSentences();
 std::span<const char* const> DocumentTitles();
 std::span<const char* const> DocumentSentences();
 
-}  // namespace qrndata
+}  // namespace company

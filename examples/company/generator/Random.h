@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-namespace qrndata {
+namespace company {
 
 class Random {
  public:
@@ -43,4 +43,4 @@ class Random {
   uint64_t state_;
 };
 
-}  // namespace qrndata
+}  // namespace company

@@ -3,10 +3,10 @@
 #include <array>
 #include <optional>
 
-#include "tools/qrndata/CompanyParts.h"
-#include "tools/qrndata/CompanyWords.h"
+#include "examples/company/generator/CompanyParts.h"
+#include "examples/company/generator/CompanyWords.h"
 
-namespace qrndata {
+namespace company {
 
 void Company::PutCategories() {
   Begin("Categories", {"CategoryNo", "Name", "Markup"});
@@ -80,4 +80,4 @@ void Company::PutDocuments() {
   }
 }
 
-}  // namespace qrndata
+}  // namespace company

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "tools/qrndata/Company.h"
-#include "tools/qrndata/Random.h"
+#include "examples/company/generator/Company.h"
+#include "examples/company/generator/Random.h"
 
-namespace qrndata {
+namespace company {
 
 // "0042".
 std::string Padded(uint64_t number, size_t width);
@@ -62,4 +62,4 @@ class Company {
   std::vector<Product> products_;
 };
 
-}  // namespace qrndata
+}  // namespace company

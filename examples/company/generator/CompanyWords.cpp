@@ -1,6 +1,6 @@
-#include "tools/qrndata/CompanyWords.h"
+#include "examples/company/generator/CompanyWords.h"
 
-namespace qrndata {
+namespace company {
 
 namespace {
 
@@ -160,4 +160,4 @@ std::span<const char* const> ClaimSentences() { return kClaimSentences; }
 std::span<const char* const> DocumentTitles() { return kTitles; }
 std::span<const char* const> DocumentSentences() { return kDocumentSentences; }
 
-}  // namespace qrndata
+}  // namespace company

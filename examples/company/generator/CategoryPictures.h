@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <string>
 
-namespace qrndata {
+namespace company {
 
 inline constexpr int kPictureSize = 64;  // pixels, both ways
 
 // The bytes of a .bmp file of 16 colours. `category` counts from 0.
 std::string CategoryPicture(size_t category);
 
-}  // namespace qrndata
+}  // namespace company

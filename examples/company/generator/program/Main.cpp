@@ -1,0 +1,5 @@
+#include "examples/company/generator/Generate.h"
+
+int QRN_MAIN(int argc, qrndata::ProgramChar** argv) {
+  return qrndata::RunProgram(argc, argv, &company::Run);
+}
