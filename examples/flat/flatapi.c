@@ -1,10 +1,13 @@
 #include "flatapi.h"
 
+/* windows.h comes first. */
+/* clang-format off */
+#include <windows.h>
+#include <oleauto.h>
+/* clang-format on */
 #include <stdio.h>
 #include <stdlib.h>
-/* windows.h comes before oleauto.h. */
-#include <oleauto.h>
-#include <windows.h>
+#include <string.h>
 
 enum { kCodePage = 932, kAreas = 8, kAreaSize = 1024 };
 

@@ -14,6 +14,10 @@ namespace {
 constexpr int32_t kFieldBlock = 32;
 constexpr int32_t kSegmentBlock = 20;
 
+// Whether a segment goes by case nobody asks. The key's own number is not taken either: segments
+// are counted as they come.
+constexpr int32_t kSegmentFlagDropped = LexbaseIndexIgnoreCase;
+
 template <class Entry>
 Entry* NewEntries(int32_t count) {
   return static_cast<Entry*>(AllocateZeroed(static_cast<size_t>(count) * sizeof(Entry)));
@@ -97,7 +101,7 @@ bool AppendSegment(DbTableInfo& table, const IndexRow& row) noexcept {
   segment->FileId = row.fileId;
   segment->FieldId = row.fieldId;
   segment->Part = row.part;
-  segment->Flags = row.flags;
+  segment->Flags = static_cast<int16_t>(row.flags & ~kSegmentFlagDropped);
   if (const DbFieldInfo* field = DbFindFieldById(table, row.fieldId); field != nullptr) {
     segment->Offset = field->Offset;
     segment->Size = field->Size;

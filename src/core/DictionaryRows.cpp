@@ -8,9 +8,6 @@
 namespace qrn {
 namespace {
 
-// Says that the segment is named, which nobody asks.
-constexpr int32_t kSegmentFlagDropped = LexbaseIndexIgnoreCase;
-
 // What a read writes, in the room that it may ask for.
 template <class Row, size_t Reserve>
 union Reserved {
@@ -60,8 +57,9 @@ int32_t ReadIndexRow(IndexRow& row) noexcept {
   if (code != 0) return code;
   row.fileId = read.row.fileId;
   row.fieldId = read.row.fieldId;
+  row.keyNumber = read.row.keyNumber;
   row.part = read.row.part;
-  row.flags = static_cast<int16_t>(read.row.flags) & ~kSegmentFlagDropped;
+  row.flags = read.row.flags;
   return 0;
 }
 

@@ -38,12 +38,13 @@ struct FieldRow {
   bool NamesDictionaryField() const noexcept { return name[2] == '$'; }
 };
 
-// One segment of one key. The key's own number is not taken: segments are counted as they come.
+// One segment of one key.
 struct IndexRow {
   int32_t fileId;
   int32_t fieldId;
-  int32_t part;   // segment number within the key
-  int32_t flags;  // bit 5 cleared
+  int32_t keyNumber;
+  int32_t part;    // segment number within the key
+  uint16_t flags;  // LexbaseIndexFlag
 };
 
 // Each reads the next row of its file in the reading under way and gives lexbase's code: 0 with the

@@ -1,8 +1,10 @@
-#include <algorithm>
-#include <array>
+// Dictionaries through the engine's reading of them, over the dictionary library that this program
+// carries in itself.
 #include <unordered_map>
 
+#include "core/DictionaryRows.h"
 #include "lexbase.h"
+#include "platform/LexbaseCalls.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/Paths.h"
@@ -11,8 +13,6 @@
 namespace qrndata {
 
 namespace {
-
-using RowReader = int(LEXBASE_CALL*)(void*);
 
 struct LibraryCode {
   int code;
@@ -33,70 +33,46 @@ std::string CodeText(int code) {
   return StatusText(static_cast<Status>(code));
 }
 
-// The reading that the dictionary library has under way.
-class Reading {
+// While it lives the engine reads with the library in this program.
+class OwnLibrary {
  public:
-  explicit Reading(const std::filesystem::path& directory) : name_(PathToUtf8(directory)) {
-    RequireCode(DDFOpen(BtrievePath(directory).c_str(), 0));
-  }
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
-  ~Reading() { DDFClose(); }
-
-  template <class Take>
-  void ForEach(RowReader read, Take take) {
-    std::array<uint8_t, LexbaseFileRowReserve> row{};
-    int code = 0;
-    while ((code = read(row.data())) == 0) take(row);
-    if (code != LexbaseEndOfFile) RequireCode(code);
-  }
+  OwnLibrary() : before_(qrn::ReplaceLexbase(&kFunctions)) {}
+  OwnLibrary(const OwnLibrary&) = delete;
+  OwnLibrary& operator=(const OwnLibrary&) = delete;
+  ~OwnLibrary() { qrn::ReplaceLexbase(before_); }
 
  private:
-  void RequireCode(int code) const {
-    if (code != 0) throw Failure(kSystem, name_ + ": no readable dictionary: " + CodeText(code));
-  }
+  static constexpr qrn::LexbaseFunctions kFunctions = {&::DDFOpen, &::DDFClose, &::DDFReadFile,
+                                                       &::DDFReadField, &::DDFReadIndex};
 
-  std::string name_;
+  const qrn::LexbaseFunctions* before_;
 };
-
-using RowBytes = std::array<uint8_t, LexbaseFileRowReserve>;
-
-int Number(const RowBytes& row, size_t offset) { return row[offset] | row[offset + 1] << 8; }
-
-std::string Name(const RowBytes& row, size_t offset, size_t width) {
-  std::string name(reinterpret_cast<const char*>(&row[offset]), width);
-  name.erase(std::find(name.begin(), name.end(), '\0'), name.end());
-  name.erase(name.find_last_not_of(' ') + 1);
-  return name;
-}
 
 class DictionaryBuilder {
  public:
   explicit DictionaryBuilder(Dictionary& dictionary) : dictionary_(dictionary) {}
 
-  void TakeTable(const RowBytes& row) {
-    if (row[86] == kOwnTable) return;
+  void TakeTable(const qrn::FileRow& row) {
+    if (row.flags == qrn::kRowOfDictionaryItself) return;
     Table table;
-    table.id = Number(row, 0);
-    table.name = Name(row, 2, kMaxNameLength);
-    table.location = Name(row, 22, kMaxLocationLength);
-    table.flags = row[86];
+    table.id = Unsigned(row.fileId);
+    table.name = row.name;
+    table.location = row.location;
+    table.flags = row.flags;
     slots_.emplace(table.id, dictionary_.tables.size());
     dictionary_.tables.push_back(std::move(table));
   }
 
-  void TakeField(const RowBytes& row) {
-    const std::string name = Name(row, 4, kMaxNameLength);
-    const bool isOwn = row[6] == '$';
-    if (isOwn || row[24] == qrn::kConstraintName) return;
-    Table* table = Find(Number(row, 2), "field " + Quoted(name));
+  void TakeField(const qrn::FieldRow& row) {
+    if (row.NamesDictionaryField() || row.type == qrn::kConstraintName) return;
+    Table* table = Find(Unsigned(row.fileId), "field " + Quoted(row.name));
     if (table == nullptr) return;
-    qrn::DbFieldInfo field = MakeField(name, row[24], Number(row, 27));
-    field.FieldId = Number(row, 0);
+    qrn::DbFieldInfo field = MakeField(row.name, row.type, Unsigned(row.size));
+    field.FieldId = Unsigned(row.fieldId);
     field.FileId = table->id;
-    field.Offset = Number(row, 25);
-    field.Decimals = row[29];
-    field.Flags = static_cast<uint16_t>(Number(row, 30));
+    field.Offset = Unsigned(row.offset);
+    field.Decimals = row.decimals;
+    field.Flags = row.flags;
     if (field.Type == qrn::kIndexName) {
       indexNames_.push_back(field);
     } else {
@@ -105,18 +81,16 @@ class DictionaryBuilder {
   }
 
   // The n-th run of segments is key n, whatever number the row carries: so forms count.
-  void TakeSegment(const RowBytes& row) {
-    if (Number(row, 0) < kFirstUserTable) return;
-    Table* table = Find(Number(row, 0), "a key segment");
+  void TakeSegment(const qrn::IndexRow& row) {
+    const int id = Unsigned(row.fileId);
+    if (id < kFirstUserTable) return;
+    Table* table = Find(id, "a key segment");
     if (table == nullptr) return;
     const bool beginsKey =
         table->keys.empty() || (table->keys.back().segments.back().flags & kIndexContinues) == 0;
     if (beginsKey) table->keys.emplace_back();
-    Segment segment;
-    segment.fieldId = Number(row, 2);
-    segment.flags = static_cast<uint16_t>(Number(row, 8));
-    table->keys.back().segments.push_back(segment);
-    NoteNumbers(*table, row, segment);
+    table->keys.back().segments.push_back({Unsigned(row.fieldId), row.flags});
+    NoteNumbers(*table, row, table->keys.back().segments.back());
   }
 
   // Index names stand among the fields, before the keys are known.
@@ -134,6 +108,9 @@ class DictionaryBuilder {
   }
 
  private:
+  // Ids, offsets and sizes have all 16 bits here.
+  static int Unsigned(int32_t word) { return static_cast<uint16_t>(word); }
+
   Table* Find(int id, const std::string& what) {
     const auto slot = slots_.find(id);
     if (slot != slots_.end()) return &dictionary_.tables[slot->second];
@@ -148,13 +125,13 @@ class DictionaryBuilder {
     dictionary_.oddities.push_back("table " + Quoted(table.name) + ": " + text);
   }
 
-  void NoteNumbers(const Table& table, const RowBytes& row, const Segment& segment) {
+  void NoteNumbers(const Table& table, const qrn::IndexRow& row, const Segment& segment) {
     const auto number = static_cast<int>(table.keys.size()) - 1;
     const auto part = static_cast<int>(table.keys.back().segments.size()) - 1;
-    if (Number(row, 4) != number || Number(row, 6) != part) {
+    if (row.keyNumber != number || row.part != part) {
       Note(table, "key " + std::to_string(number) + ", segment " + std::to_string(part) +
-                      " is numbered " + std::to_string(Number(row, 4)) + ", segment " +
-                      std::to_string(Number(row, 6)));
+                      " is numbered " + std::to_string(Unsigned(row.keyNumber)) + ", segment " +
+                      std::to_string(Unsigned(row.part)));
     }
     if (FindField(table, segment.fieldId) == nullptr) {
       Note(table, "key " + std::to_string(number) + " uses field id " +
@@ -184,10 +161,22 @@ Dictionary ReadDictionary(const std::filesystem::path& directory) {
   Dictionary dictionary;
   dictionary.directory = directory;
   DictionaryBuilder builder(dictionary);
-  Reading reading(directory);
-  reading.ForEach(&DDFReadFile, [&](const RowBytes& row) { builder.TakeTable(row); });
-  reading.ForEach(&DDFReadField, [&](const RowBytes& row) { builder.TakeField(row); });
-  reading.ForEach(&DDFReadIndex, [&](const RowBytes& row) { builder.TakeSegment(row); });
+  const auto require = [&](int32_t code) {
+    if (code == 0) return;
+    throw Failure(kSystem, PathToUtf8(directory) + ": no readable dictionary: " + CodeText(code));
+  };
+  const OwnLibrary library;
+  qrn::DictionaryReading reading;
+  require(reading.Open(BtrievePath(directory).c_str()));
+  const auto feed = [&](auto readRow, auto take) {
+    require(qrn::ForEachRow(readRow, [&](const auto& row) {
+      (builder.*take)(row);
+      return qrn::kNextRow;
+    }));
+  };
+  feed(&qrn::ReadFileRow, &DictionaryBuilder::TakeTable);
+  feed(&qrn::ReadFieldRow, &DictionaryBuilder::TakeField);
+  feed(&qrn::ReadIndexRow, &DictionaryBuilder::TakeSegment);
   builder.NameKeys();
   return dictionary;
 }

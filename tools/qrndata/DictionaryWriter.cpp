@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "lexbase.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/DictionaryTables.h"
@@ -11,44 +12,30 @@ namespace qrndata {
 
 namespace {
 
-class Row {
- public:
-  explicit Row(const Table& own) : bytes_(RecordLength(own)) {}
-
-  Row& Number(size_t offset, int64_t value, size_t width = 2) {
-    for (size_t at = 0; at < width; ++at) {
-      bytes_[offset + at] = static_cast<uint8_t>(value >> 8 * at);
-    }
-    return *this;
-  }
-  Row& Text(size_t offset, std::string_view text, size_t width) {
-    std::fill_n(&bytes_[offset], width, uint8_t{' '});
-    std::memcpy(&bytes_[offset], text.data(), std::min(text.size(), width));
-    return *this;
-  }
-  Bytes Take() { return std::move(bytes_); }
-
- private:
-  Bytes bytes_;
-};
+// Cut or blank-padded to the row's width.
+template <size_t Width>
+void PutText(char (&out)[Width], std::string_view text) {
+  std::fill_n(out, Width, ' ');
+  std::memcpy(out, text.data(), std::min(text.size(), Width));
+}
 
 // One of the three files, open for its rows.
 class OwnFile {
  public:
   OwnFile(const std::filesystem::path& directory, const Table& own, bool replace)
-      : own_(own), path_(directory / own.location) {
+      : path_(directory / own.location) {
     Require(BtrFile::Create(path_, CreateBlock(own), replace), PathToUtf8(path_));
     file_.emplace(path_, Access::Exclusive);
   }
 
-  Row NewRow() const { return Row(own_); }
-  void Insert(Row& row) {
-    Bytes bytes = row.Take();
+  template <class Row>
+  void Insert(const Row& row) {
+    const auto* begin = reinterpret_cast<const uint8_t*>(&row);
+    Bytes bytes(begin, begin + sizeof row);
     Require(file_->Insert(bytes), PathToUtf8(path_));
   }
 
  private:
-  const Table& own_;
   std::filesystem::path path_;
   std::optional<BtrFile> file_;
 };
@@ -61,9 +48,12 @@ class Writer {
         indexes_(directory, DictionaryTables()[2], replace) {}
 
   void Write(const Table& table) {
-    Row row = files_.NewRow();
-    row.Number(0, table.id).Text(2, table.name, kMaxNameLength);
-    row.Text(22, table.location, kMaxLocationLength).Number(86, table.flags, 1).Text(87, "", 10);
+    LexbaseFileRow row{};
+    row.fileId = static_cast<int16_t>(table.id);
+    PutText(row.name, table.name);
+    PutText(row.location, table.location);
+    row.flags = table.flags;
+    PutText(row.reserved, "");
     files_.Insert(row);
     for (const qrn::DbFieldInfo& field : table.fields) WriteField(field);
     WriteKeys(table);
@@ -71,10 +61,15 @@ class Writer {
 
  private:
   void WriteField(const qrn::DbFieldInfo& field) {
-    Row row = fields_.NewRow();
-    row.Number(0, field.FieldId).Number(2, field.FileId).Text(4, field.Name, kMaxNameLength);
-    row.Number(24, field.Type, 1).Number(25, field.Offset).Number(27, field.Size);
-    row.Number(29, field.Decimals, 1).Number(30, field.Flags);
+    LexbaseFieldRow row{};
+    row.fieldId = static_cast<int16_t>(field.FieldId);
+    row.fileId = static_cast<int16_t>(field.FileId);
+    PutText(row.name, field.Name);
+    row.type = static_cast<uint8_t>(field.Type);
+    row.offset = static_cast<int16_t>(field.Offset);
+    row.size = static_cast<int16_t>(field.Size);
+    row.decimals = static_cast<uint8_t>(field.Decimals);
+    row.flags = field.Flags;
     fields_.Insert(row);
   }
 
@@ -94,10 +89,12 @@ class Writer {
 
   void WriteSegments(const Table& table, const Key& key, size_t number) {
     for (size_t part = 0; part < key.segments.size(); ++part) {
-      Row row = indexes_.NewRow();
-      row.Number(0, table.id).Number(2, key.segments[part].fieldId);
-      row.Number(4, static_cast<int64_t>(number)).Number(6, static_cast<int64_t>(part));
-      row.Number(8, key.segments[part].flags);
+      LexbaseIndexRow row{};
+      row.fileId = static_cast<int16_t>(table.id);
+      row.fieldId = static_cast<int16_t>(key.segments[part].fieldId);
+      row.keyNumber = static_cast<int16_t>(number);
+      row.part = static_cast<int16_t>(part);
+      row.flags = key.segments[part].flags;
       indexes_.Insert(row);
     }
   }

@@ -1,33 +1,31 @@
 #include "tools/qrndata/RecordScan.h"
 
+#include <algorithm>
+
+#include "btrieve.h"
+#include "fields/LittleEndian.h"
+
 namespace qrndata {
 
 namespace {
 
 constexpr uint16_t kRecordsABatch = 500;
 constexpr uint16_t kWholeRecord = 65535;
-constexpr size_t kEntryHead = 6;  // length, position
 
-void Put16(Bytes& bytes, uint16_t value) {
-  bytes.push_back(static_cast<uint8_t>(value));
-  bytes.push_back(static_cast<uint8_t>(value >> 8));
-}
-
+#pragma pack(push, 1)
 // Begins after the current record, takes every record whole.
-Bytes BatchRequest() {
-  Bytes request;
-  constexpr uint16_t kLength = 16, kNoRejectLimit = 0, kNoTerms = 0, kOneField = 1;
-  Put16(request, kLength);
-  request.push_back('E');
-  request.push_back('G');
-  for (const uint16_t word : {kNoRejectLimit, kNoTerms, kRecordsABatch, kOneField, kWholeRecord}) {
-    Put16(request, word);
-  }
-  Put16(request, 0);
+struct BatchRequest {
+  BtrExtendedHead head = {sizeof(BatchRequest), {'E', 'G'}, 0, 0};
+  BtrExtraction extraction = {kRecordsABatch, 1};
+  BtrExtractField whole = {kWholeRecord, 0};
+};
+#pragma pack(pop)
+
+Bytes RequestBytes() {
+  Bytes request(sizeof(BatchRequest));
+  qrn::StoreLittle(request, BatchRequest());
   return request;
 }
-
-size_t Word(const Bytes& bytes, size_t at) { return bytes[at] | bytes[at + 1] << 8; }
 
 }  // namespace
 
@@ -38,15 +36,15 @@ bool RecordScan::Next() {
 
 bool RecordScan::TakeFromBatch() {
   if (batchLeft_ == 0) return false;
-  const size_t length = batch_.size() >= batchOffset_ + kEntryHead ? Word(batch_, batchOffset_) : 0;
-  if (batch_.size() < batchOffset_ + kEntryHead + length) {
+  const auto rest = std::span<const uint8_t>(batch_).subspan(batchOffset_);
+  const auto head = qrn::LoadLittle<BtrReplyHead>(rest);
+  if (rest.size() < sizeof head + head.length) {
     throw Failure(kSystem,
                   file_.Name() + ": the record manager's reply to an extended read is cut short");
   }
-  position_ =
-      static_cast<uint32_t>(Word(batch_, batchOffset_ + 2) | Word(batch_, batchOffset_ + 4) << 16);
-  record_ = std::span(batch_).subspan(batchOffset_ + kEntryHead, length);
-  batchOffset_ += kEntryHead + length;
+  position_ = head.position;
+  record_ = rest.subspan(sizeof head, head.length);
+  batchOffset_ += sizeof head + head.length;
   --batchLeft_;
   return true;
 }
@@ -54,14 +52,15 @@ bool RecordScan::TakeFromBatch() {
 // A batch may be empty: at the end, or before a record too long for one.
 bool RecordScan::FetchBatch() {
   if (hasEnded_) return false;
-  batch_ = BatchRequest();
+  batch_ = RequestBytes();
   const Status status = file_.ReadExtended(key_ != kNoKey, key_, batch_);
   hasEnded_ = status == btrieve::kEndOfFile;
   const bool isReply = status == btrieve::kOk || hasEnded_ ||
                        status == btrieve::kDataBufferLength || status == btrieve::kRejectCount;
-  if (!isReply || batch_.size() < 2) Require(status, file_.Name() + ": reading the records");
-  batchLeft_ = batch_.size() < 2 ? 0 : Word(batch_, 0);
-  batchOffset_ = 2;
+  if (!isReply || batch_.size() < BtrReplyCountSize)
+    Require(status, file_.Name() + ": reading the records");
+  batchLeft_ = qrn::LoadLittle<uint16_t>(batch_);
+  batchOffset_ = std::min<size_t>(batch_.size(), BtrReplyCountSize);
   return batchLeft_ != 0;
 }
 

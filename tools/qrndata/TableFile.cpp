@@ -25,41 +25,32 @@ constexpr FlagRow kFlagRows[] = {
 };
 // clang-format on
 
-class BlockWriter {
- public:
-  void Put8(size_t value) { bytes_.push_back(static_cast<uint8_t>(value)); }
-  void Put16(size_t value) {
-    Put8(value);
-    Put8(value >> 8);
-  }
-  void PutZeros(size_t count) { bytes_.resize(bytes_.size() + count); }
-  void Put(const btrieve::CollatingSequence& sequence) {
-    bytes_.insert(bytes_.end(), sequence.block.begin(), sequence.block.end());
-  }
-  Bytes Take() { return std::move(bytes_); }
-
- private:
-  Bytes bytes_;
-};
-
-void PutHead(BlockWriter& block, const Table& table) {
-  block.Put16(FixedLength(table));
-  block.Put16(table.pageSize);
-  block.Put16(table.keys.size());
-  block.PutZeros(4);
-  block.Put16(table.fileFlags | (HasVariableRecords(table) ? btrieve::kVariableRecords : 0u));
-  block.PutZeros(4);
+BtrFileSpec HeadOf(const Table& table) {
+  BtrFileSpec head{};
+  head.recordLength = static_cast<uint16_t>(FixedLength(table));
+  head.pageSize = table.pageSize;
+  head.keyCount = static_cast<uint8_t>(table.keys.size());
+  head.flags =
+      static_cast<uint16_t>(table.fileFlags | (HasVariableRecords(table) ? BtrFileVariable : 0));
+  return head;
 }
 
-void PutSegment(BlockWriter& block, const Table& table, const Segment& segment) {
+BtrKeySpec SpecOf(const Table& table, const Segment& segment) {
+  BtrKeySpec spec{};
+  spec.flags = static_cast<uint16_t>(FileKeyFlags(segment.flags) | BtrKeyExtendedType);
+  spec.nullValue = segment.nullValue;
   const qrn::DbFieldInfo* field = FindField(table, segment.fieldId);
-  block.Put16(field == nullptr ? 0 : static_cast<size_t>(field->Offset) + 1);
-  block.Put16(field == nullptr ? 0 : static_cast<size_t>(field->Size));
-  block.Put16(FileKeyFlags(segment.flags) | btrieve::kExtendedType);
-  block.PutZeros(4);
-  block.Put8(field == nullptr ? 0 : static_cast<size_t>(field->Type));
-  block.Put8(segment.nullValue);
-  block.PutZeros(4);
+  if (field == nullptr) return spec;
+  spec.position = static_cast<uint16_t>(field->Offset + 1);
+  spec.length = static_cast<uint16_t>(field->Size);
+  spec.type = static_cast<uint8_t>(field->Type);
+  return spec;
+}
+
+template <class Part>
+void Append(Bytes& bytes, const Part& part) {
+  const auto* begin = reinterpret_cast<const uint8_t*>(&part);
+  bytes.insert(bytes.end(), begin, begin + sizeof part);
 }
 
 }  // namespace
@@ -73,13 +64,13 @@ uint16_t FileKeyFlags(uint16_t indexFlags) {
 }
 
 Bytes CreateBlock(const Table& table) {
-  BlockWriter block;
-  PutHead(block, table);
+  Bytes block;
+  Append(block, HeadOf(table));
   for (const Key& key : table.keys) {
-    for (const Segment& segment : key.segments) PutSegment(block, table, segment);
+    for (const Segment& segment : key.segments) Append(block, SpecOf(table, segment));
   }
-  if (table.sequence) block.Put(*table.sequence);
-  return block.Take();
+  if (table.sequence) Append(block, table.sequence->block);
+  return block;
 }
 
 std::string DescribeKeyFlags(uint16_t indexFlags) {

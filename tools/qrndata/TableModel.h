@@ -16,23 +16,24 @@ namespace qrndata {
 
 // Flags of an index.ddf row. Most are the record manager's own; the collating sequence, case and
 // "named" bits are not (TableFile.h maps them).
-inline constexpr uint16_t kIndexDuplicates = 1;
-inline constexpr uint16_t kIndexModifiable = 2;
-inline constexpr uint16_t kIndexSequence = 4;
-inline constexpr uint16_t kIndexNullAll = 8;
-inline constexpr uint16_t kIndexContinues = 16;  // another segment of the same key follows
-inline constexpr uint16_t kIndexCaseInsensitive = 32;
-inline constexpr uint16_t kIndexDescending = 64;
-inline constexpr uint16_t kIndexNamed = 128;
-inline constexpr uint16_t kIndexExtendedType = 256;
-inline constexpr uint16_t kIndexNullAny = 512;
+inline constexpr uint16_t kIndexDuplicates = LexbaseIndexDuplicates;
+inline constexpr uint16_t kIndexModifiable = LexbaseIndexModifiable;
+inline constexpr uint16_t kIndexSequence = LexbaseIndexSequence;
+inline constexpr uint16_t kIndexNullAll = LexbaseIndexNullAll;
+inline constexpr uint16_t kIndexContinues =
+    LexbaseIndexContinues;  // another segment of the same key follows
+inline constexpr uint16_t kIndexCaseInsensitive = LexbaseIndexIgnoreCase;
+inline constexpr uint16_t kIndexDescending = LexbaseIndexDescending;
+inline constexpr uint16_t kIndexNamed = LexbaseIndexNamed;
+inline constexpr uint16_t kIndexExtendedType = LexbaseIndexExtendedType;
+inline constexpr uint16_t kIndexNullAny = LexbaseIndexNullAny;
 
 // Flags of a file.ddf row.
-inline constexpr uint8_t kOwnTable = 16;  // a table of the dictionary itself
-inline constexpr uint8_t kHasNullableFields = 64;
+inline constexpr uint8_t kOwnTable = LexbaseFileOwn;  // a table of the dictionary itself
+inline constexpr uint8_t kHasNullableFields = LexbaseFileNullable;
 
-inline constexpr int kFirstUserTable = 4;
-inline constexpr size_t kMaxNameLength = 20, kMaxLocationLength = 64;
+inline constexpr int kFirstUserTable = LexbaseFirstUserTable;
+inline constexpr size_t kMaxNameLength = LexbaseNameSize, kMaxLocationLength = LexbaseLocationSize;
 
 struct Segment {
   int fieldId = 0;
