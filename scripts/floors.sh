@@ -41,7 +41,7 @@ FREE='src/core/DbTypes.h sqlite3.c'
 PORTABLE='include src/platform src/fields src/core src/extended btrieve lexbase host/form'
 
 houses=()
-for house in include src btrieve lexbase host tools; do [ -d $house ] && houses+=("$house"); done
+for house in include src btrieve lexbase host tools examples; do [ -d $house ] && houses+=("$house"); done
 [ ${#houses[@]} -gt 0 ] || { echo "there are no sources in $PWD"; exit 1; }
 mapfile -t sources < <(find "${houses[@]}" -type f \( -name '*.h' -o -name '*.cpp' -o -name '*.c' \
   -o -name '*.inc' \))

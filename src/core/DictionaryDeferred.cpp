@@ -35,7 +35,7 @@ Status Reported(const Outcome& outcome) {
   return kFailure;
 }
 
-int32_t ReadTables(DbDictionary& dictionary) {
+int32_t ReadTableList(DbDictionary& dictionary) {
   return ForEachRow(&ReadFileRow, [&](const FileRow& row) {
     if (row.flags == kRowOfDictionaryItself) return kNextRow;
     return AppendTable(dictionary, row) ? kNextRow : FailedRow(kFailure);
@@ -73,7 +73,7 @@ Outcome ReadTableList(QuorinSettings& settings, const char* directory, DbDiction
   *dictionary = NewDictionary(directory);
   if (*dictionary == nullptr) return {kNoMemory};
   CopyText(settings.DeferredDirectory, directory);
-  if (const int32_t code = ReadTables(**dictionary)) return {code, kVE029};
+  if (const int32_t code = ReadTableList(**dictionary)) return {code, kVE029};
   return {reading.Close(), kVE812};
 }
 

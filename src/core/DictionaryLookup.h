@@ -12,6 +12,8 @@
 
 namespace qrn {
 
+inline constexpr int32_t kNoIndexPosition = -1;
+
 DbTableInfo* DbFindTable(const DbDictionary& dictionary, const char* name) noexcept;
 
 int32_t DbFindField(const DbTableInfo& table, const char* name) noexcept;

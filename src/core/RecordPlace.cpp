@@ -17,7 +17,6 @@ namespace {
 
 constexpr Status kNotInKey = 44;
 constexpr int32_t kNoPosition = -1;
-constexpr int32_t kNoIndexPosition = -1;
 
 // All that the buffer holds where records differ in length: a shorter read would leave the end of
 // another record behind.

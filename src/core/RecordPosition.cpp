@@ -13,7 +13,6 @@
 namespace qrn {
 namespace {
 
-constexpr int32_t kNoIndexPosition = -1;
 constexpr int32_t kUnlockCurrent = -1;
 
 uint32_t WholeRecord(const DbTableInfo& table) {

@@ -18,8 +18,6 @@
 namespace qrn {
 namespace {
 
-constexpr int32_t kNoIndexPosition = -1;
-
 // Leaves `result` alone when all slots are taken.
 void KeepReply(const DbTableInfo& table, const ExAccess& access, const FieldList& fields,
                std::span<const uint8_t> reply, ExAccessResult& result) {

@@ -26,7 +26,6 @@ namespace qrn {
 namespace {
 
 constexpr Status kFilterLimit = 64;
-constexpr int32_t kNoIndexPosition = -1;
 
 // How showing the rows of a batch ended.
 enum class RowsEnd { AllShown, Cancelled, Full };

@@ -11,18 +11,18 @@
 namespace qrn {
 namespace {
 
-constinit Seam<BstrAllocator> allocate{&AllocateSystemBstr};
+constinit Seam<BstrAllocator> allocateText{&AllocateSystemBstr};
 
 }  // namespace
 
 BstrText AllocateBstr(std::u16string_view wide) noexcept {
-  const BstrText text = allocate(wide.size());
+  const BstrText text = allocateText(wide.size());
   if (text != nullptr) *std::copy(wide.begin(), wide.end(), text) = u'\0';
   return text;
 }
 
 BstrText AllocatePlainBstr(std::string_view plain) noexcept {
-  const BstrText text = allocate(plain.size());
+  const BstrText text = allocateText(plain.size());
   if (text == nullptr) return nullptr;
   WidenPlain(plain, text);
   text[plain.size()] = u'\0';
@@ -30,7 +30,7 @@ BstrText AllocatePlainBstr(std::string_view plain) noexcept {
 }
 
 BstrText AllocateByteBstr(std::string_view bytes) noexcept {
-  const BstrText text = allocate(bytes.size());
+  const BstrText text = allocateText(bytes.size());
   if (text == nullptr) return nullptr;
   auto* start = reinterpret_cast<uint8_t*>(text);
   std::memcpy(start, bytes.data(), bytes.size());
@@ -48,7 +48,7 @@ uint32_t BstrByteLength(const char16_t* text) noexcept {
 }
 
 BstrAllocator ReplaceBstrAllocator(BstrAllocator allocator) noexcept {
-  return allocate.Replace(allocator);
+  return allocateText.Replace(allocator);
 }
 
 }  // namespace qrn

@@ -23,11 +23,11 @@ LexbaseFunctions FindAll() {
   return found;
 }
 
-constinit const LexbaseFunctions* replacement = nullptr;
+constinit const LexbaseFunctions* standIn = nullptr;
 
 // Without memory to look for the library it is missing until the next call.
 const LexbaseFunctions& Current() {
-  if (replacement != nullptr) return *replacement;
+  if (standIn != nullptr) return *standIn;
   try {
     static const LexbaseFunctions found = FindAll();
     return found;
@@ -47,7 +47,7 @@ int32_t DDFReadField(void* row) noexcept { return Current().DDFReadField(row); }
 int32_t DDFReadIndex(void* row) noexcept { return Current().DDFReadIndex(row); }
 
 const LexbaseFunctions* ReplaceLexbase(const LexbaseFunctions* functions) noexcept {
-  return std::exchange(replacement, functions);
+  return std::exchange(standIn, functions);
 }
 
 }  // namespace qrn

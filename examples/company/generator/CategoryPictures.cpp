@@ -9,7 +9,7 @@ namespace company {
 
 namespace {
 
-enum Colour : uint8_t { kWhite, kInk, kRed, kGreen, kBlue, kYellow, kBrown, kGrey, kPaper };
+enum Colour : uint8_t { kWhite, kInk, kRed, kGreen, kBlue, kYellow, kBrown, kGrey, kPaperWhite };
 
 // Blue, green, red, unused: as the file has them.
 constexpr std::array<uint32_t, 16> kPalette = {0xFFFFFF, 0x303038, 0xD04840, 0x4C9A52, 0x3F74B8,
@@ -27,10 +27,10 @@ struct Figure {
 constexpr Figure kPencil[] = {{kSlope, kYellow, 14, 14, 46, 46}, {kDisc, kRed, 10, 10, 22, 22}, {kDisc, kInk, 42, 42, 50, 50}};
 constexpr Figure kMachine[] = {{kBox, kGrey, 12, 24, 52, 50}, {kBox, kWhite, 20, 12, 44, 24}, {kBox, kInk, 18, 42, 46, 46}, {kDisc, kGreen, 44, 28, 49, 33}};
 constexpr Figure kSheets[] = {{kBox, kGrey, 20, 12, 50, 50}, {kBox, kWhite, 14, 16, 44, 54}, {kBox, kBlue, 18, 24, 40, 26}, {kBox, kBlue, 18, 32, 40, 34}, {kBox, kBlue, 18, 40, 34, 42}};
-constexpr Figure kBowl[] = {{kDisc, kRed, 12, 20, 52, 60}, {kBox, kPaper, 12, 12, 52, 36}, {kDisc, kWhite, 16, 20, 48, 48}, {kBox, kRed, 12, 36, 52, 42}};
-constexpr Figure kCup[] = {{kDisc, kGreen, 40, 26, 56, 44}, {kDisc, kPaper, 44, 30, 52, 40}, {kBox, kGreen, 14, 22, 46, 52}, {kBox, kBrown, 18, 26, 42, 30}};
+constexpr Figure kBowl[] = {{kDisc, kRed, 12, 20, 52, 60}, {kBox, kPaperWhite, 12, 12, 52, 36}, {kDisc, kWhite, 16, 20, 48, 48}, {kBox, kRed, 12, 36, 52, 42}};
+constexpr Figure kCup[] = {{kDisc, kGreen, 40, 26, 56, 44}, {kDisc, kPaperWhite, 44, 30, 52, 40}, {kBox, kGreen, 14, 22, 46, 52}, {kBox, kBrown, 18, 26, 42, 30}};
 constexpr Figure kBottle[] = {{kBox, kBrown, 22, 24, 42, 56}, {kBox, kBrown, 28, 12, 36, 24}, {kBox, kRed, 27, 8, 37, 13}, {kBox, kWhite, 22, 32, 42, 46}};
-constexpr Figure kSweet[] = {{kSlope, kYellow, 8, 18, 26, 36}, {kSlope, kYellow, 38, 28, 56, 46}, {kDisc, kRed, 18, 18, 46, 46}, {kDisc, kPaper, 26, 24, 34, 32}};
+constexpr Figure kSweet[] = {{kSlope, kYellow, 8, 18, 26, 36}, {kSlope, kYellow, 38, 28, 56, 46}, {kDisc, kRed, 18, 18, 46, 46}, {kDisc, kPaperWhite, 26, 24, 34, 32}};
 constexpr Figure kSoap[] = {{kBox, kBlue, 12, 30, 52, 50}, {kDisc, kWhite, 16, 14, 28, 26}, {kDisc, kWhite, 30, 10, 38, 18}, {kBox, kWhite, 20, 36, 44, 44}};
 constexpr Figure kBroom[] = {{kBox, kBrown, 30, 6, 34, 36}, {kBox, kYellow, 20, 36, 44, 56}, {kBox, kRed, 20, 36, 44, 40}, {kBox, kInk, 28, 44, 29, 56}, {kBox, kInk, 35, 44, 36, 56}};
 constexpr Figure kHammer[] = {{kBox, kBrown, 29, 22, 35, 58}, {kBox, kGrey, 14, 10, 50, 24}, {kBox, kInk, 14, 10, 20, 24}};
@@ -55,7 +55,7 @@ bool Covers(const Figure& figure, int x, int y) {
 
 Colour PixelOf(std::span<const Figure> figures, int x, int y) {
   const bool isFrame = x == 0 || y == 0 || x == kPictureSize - 1 || y == kPictureSize - 1;
-  Colour colour = isFrame ? kGrey : kPaper;
+  Colour colour = isFrame ? kGrey : kPaperWhite;
   for (const Figure& figure : figures) {
     if (Covers(figure, x, y)) colour = figure.colour;
   }
