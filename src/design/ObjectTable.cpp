@@ -5,15 +5,19 @@
 #include "binding/QRNBtr.h"
 #include "binding/tables/QRNBtnTable.h"
 #include "binding/tables/QRNBtrTable.h"
+#include "binding/tables/QRNCheckTable.h"
 #include "binding/tables/QRNEditTable.h"
 #include "binding/tables/QRNExListTables.h"
 #include "binding/tables/QRNListTables.h"
+#include "binding/tables/QRNOptBtnTable.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 #include "controls/list/QRNComboBox.h"
 #include "controls/list/QRNExComboBox.h"
 #include "controls/list/QRNExListBox.h"
 #include "controls/list/QRNListBox.h"
+#include "controls/mark/QRNCheck.h"
+#include "controls/mark/QRNOptBtn.h"
 
 namespace qrn::design {
 namespace {
@@ -25,6 +29,8 @@ constexpr std::initializer_list<ole::ClassRow> kObjects = {
     ole::ControlRow<kQRNBtnTable, CQRNBtn>(),
     ole::ControlRow<kQRNComboBoxTable, CQRNComboBox>(),
     ole::ControlRow<kQRNListBoxTable, CQRNListBox>(),
+    ole::ControlRow<kQRNCheckTable, CQRNCheck>(),
+    ole::ControlRow<kQRNOptBtnTable, CQRNOptBtn>(),
     ole::ControlRow<kQRNExComboBoxTable, CQRNExComboBox>(),
     ole::ControlRow<kQRNExListBoxTable, CQRNExListBox>(),
 };

@@ -1,0 +1,62 @@
+// What a check box and an option button share: a "Button" window with a mark, the texts of a field
+// that stand for its states, and the names of the field.
+//
+// `Value` and the mark are two things. Showing a record sets both, a put of `Value` only the
+// number, a clearing only the mark; what a click does differs by class.
+#pragma once
+
+#include "binding/BoundControl.h"
+#include "binding/BoundFaces.h"
+#include "ole/VisibleControl.h"
+
+namespace qrn {
+
+class MarkControl : public BoundControl<ole::VisibleControl, MarkFace> {
+ public:
+  // Properties.
+  ole::Bstr Caption = ole::Bstr::Empty();
+  ole::Bstr DbSource = ole::Bstr::Empty();
+  ole::Bstr DbTable = ole::Bstr::Empty();
+  ole::Bstr DbField = ole::Bstr::Empty();
+  ole::Bstr DbValueTrue = ole::Bstr(L"1");
+  ole::Bstr DbValueFalse = ole::Bstr(L"0");
+  int16_t Value = 0;
+  int32_t Alignment = 0;  // 1: the text to the left of the mark
+
+  // CQuorin
+  NullableText GetBoundField() override { return NarrowNullable(DbField); }
+  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
+
+  // MarkFace
+  int32_t GetValue() override { return Value; }
+  void SetValue(int32_t value) override { Value = static_cast<int16_t>(value); }
+  void ShowMark(int32_t mark) override;
+  std::string GetValueTrue() override { return NarrowText(DbValueTrue); }
+  std::string GetValueFalse() override { return NarrowText(DbValueFalse); }
+  std::string GetValueIndeterminate() override { return {}; }
+
+  bool OnWindowMessage(ole::Message& message) override;
+  void OnChanged(int32_t id) override;
+  void OnDraw(HDC dc, const RECT& rect) override;
+
+ protected:
+  // `buttonStyle` is the kind of button: BS_CHECKBOX or BS_AUTORADIOBUTTON.
+  MarkControl(const ole::ControlTable& table, const ole::Binding& binding, DWORD buttonStyle);
+
+  // The user clicked: sets `Value` and the mark. The event comes after it.
+  virtual void TakeClick() = 0;
+  void Click();
+
+  std::optional<ole::ContainedDescription> DescribeContained() override;
+  void OnRegister() override;
+  void OnUnregister() override;
+
+ private:
+  bool OnCommand(ole::Message& message);
+
+  static const ole::MessageRow<MarkControl> kOwnMessages[];
+
+  const DWORD buttonStyle_;
+};
+
+}  // namespace qrn
