@@ -10,6 +10,7 @@
 #include "binding/tables/QRNExListTables.h"
 #include "binding/tables/QRNListTables.h"
 #include "binding/tables/QRNOptBtnTable.h"
+#include "binding/tables/QRNScrollTables.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 #include "controls/list/QRNComboBox.h"
@@ -18,6 +19,7 @@
 #include "controls/list/QRNListBox.h"
 #include "controls/mark/QRNCheck.h"
 #include "controls/mark/QRNOptBtn.h"
+#include "controls/scroll/QRNScroll.h"
 
 namespace qrn::design {
 namespace {
@@ -29,6 +31,8 @@ constexpr std::initializer_list<ole::ClassRow> kObjects = {
     ole::ControlRow<kQRNBtnTable, CQRNBtn>(),
     ole::ControlRow<kQRNComboBoxTable, CQRNComboBox>(),
     ole::ControlRow<kQRNListBoxTable, CQRNListBox>(),
+    ole::ControlRow<kQRNHScrollTable, CQRNHScroll>(),
+    ole::ControlRow<kQRNVScrollTable, CQRNVScroll>(),
     ole::ControlRow<kQRNCheckTable, CQRNCheck>(),
     ole::ControlRow<kQRNOptBtnTable, CQRNOptBtn>(),
     ole::ControlRow<kQRNExComboBoxTable, CQRNExComboBox>(),
