@@ -5,6 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "com/Handles.h"
 #include "host/form/FrxFile.h"
 #include "host/form/SourceText.h"
 
@@ -13,14 +14,16 @@ namespace {
 
 Com<IStream> StreamOf(std::string_view bytes) noexcept {
   Com<IStream> stream;
-  HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+  com::GlobalBlock block(GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
   if (!block) return stream;
-  if (void* memory = GlobalLock(block)) {
+  if (void* memory = GlobalLock(block.get())) {
     std::memcpy(memory, bytes.data(), bytes.size());
-    GlobalUnlock(block);
+    GlobalUnlock(block.get());
   }
   // With its last reference the stream frees the block.
-  if (FAILED(CreateStreamOnHGlobal(block, TRUE, stream.put()))) GlobalFree(block);
+  if (SUCCEEDED(CreateStreamOnHGlobal(block.get(), TRUE, stream.put()))) {
+    static_cast<void>(block.release());
+  }
   return stream;
 }
 

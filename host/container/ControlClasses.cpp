@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "com/Module.h"
 #include "host/container/Text.h"
 #include "host/container/TypeNames.h"
 #include "host/form/SourceText.h"
@@ -14,11 +15,7 @@ std::wstring FolderOf(const std::wstring& file) {
   return slash == std::wstring::npos ? L"." : file.substr(0, slash);
 }
 
-std::wstring ProgramFolder() {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return FolderOf(path);
-}
+std::wstring ProgramFolder() { return FolderOf(com::PathOf(nullptr)); }
 
 bool IsFile(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());

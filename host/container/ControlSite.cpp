@@ -19,7 +19,7 @@ float HimetricToTwips(long himetric) noexcept {
 
 void* ControlSite::Find(REFIID id) noexcept {
   if (id == IID_IOleWindow) return static_cast<IOleInPlaceSite*>(this);
-  return ComObject::Find(id);
+  return Object::Find(id);
 }
 
 STDMETHODIMP ControlSite::GetContainer(IOleContainer** container) {
@@ -126,7 +126,7 @@ STDMETHODIMP ControlSite::GetObject(REFIID id, void** out, DWORD) {
 STDMETHODIMP ControlSite::QueryService(REFGUID service, REFIID id, void** out) {
   if (!out) return E_POINTER;
   *out = nullptr;
-  return service == __uuidof(IGetVBAObject) ? QueryInterface(id, out) : E_NOINTERFACE;
+  return service == __uuidof(com::IGetVBAObject) ? QueryInterface(id, out) : E_NOINTERFACE;
 }
 
 }  // namespace qrn::host

@@ -5,15 +5,15 @@
 #include <oleidl.h>
 #include <servprov.h>
 
+#include "com/VbFormat.h"
 #include "host/container/ControlOwner.h"
-#include "host/container/VbInterfaces.h"
 
 namespace qrn::host {
 
 // Lives as long as the control holds it; after Detach it answers that the form is gone.
 class ControlSite final
     : public ComObject<IOleClientSite, IOleControlSite, IOleInPlaceSite, IDispatch,
-                       IPropertyNotifySink, IGetVBAObject, IServiceProvider> {
+                       IPropertyNotifySink, com::IGetVBAObject, IServiceProvider> {
  public:
   explicit ControlSite(ControlOwner& owner) noexcept : owner_(&owner) {}
 

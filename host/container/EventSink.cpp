@@ -4,7 +4,7 @@ namespace qrn::host {
 
 void* EventSink::Find(REFIID id) noexcept {
   if (id == events_ && events_ != GUID_NULL) return static_cast<IDispatch*>(this);
-  return ComObject::Find(id);
+  return Object::Find(id);
 }
 
 STDMETHODIMP EventSink::GetTypeInfoCount(UINT* count) {

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "com/Fonts.h"
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
 
@@ -9,25 +10,15 @@ namespace qrn::host {
 namespace {
 
 constexpr char kFontClass[] = "{0BE35203-8F91-11CE-9DE3-00AA004BB851}";
-constexpr char kFaceName[] = "ＭＳ Ｐゴシック";
-constexpr double kPoints = 9;
-
-// What a font group sets, with the default font's values.
-struct FontValues {
-  std::wstring name = Wide(kFaceName);
-  double size = kPoints;
-  int weight = FW_NORMAL;
-  int charset = SHIFTJIS_CHARSET;
-  bool italic = false;
-  bool underline = false;
-  bool strikethrough = false;
-};
+constexpr double kMostPoints = 1000;
 
 double Number(const form::Property& property) {
   if (const int32_t* whole = std::get_if<int32_t>(&property.value)) return *whole;
   if (const double* real = std::get_if<double>(&property.value)) return *real;
   throw std::runtime_error("Font: " + property.name + " needs a number");
 }
+
+int16_t Short(const form::Property& property) { return static_cast<int16_t>(Number(property)); }
 
 std::wstring Text(const form::Property& property) {
   if (const std::string* text = std::get_if<std::string>(&property.value)) return Wide(*text);
@@ -36,44 +27,26 @@ std::wstring Text(const form::Property& property) {
 
 struct FontRow {
   const char* name;
-  void (*set)(FontValues& values, const form::Property& property);
+  void (*set)(com::FontDescription& font, const form::Property& property);
 };
 
 constexpr FontRow kRows[] = {
-    {"Name", [](FontValues& v, const form::Property& p) { v.name = Text(p); }},
-    {"Size", [](FontValues& v, const form::Property& p) { v.size = Number(p); }},
-    {"Charset", [](FontValues& v, const form::Property& p) { v.charset = int(Number(p)); }},
-    {"Weight", [](FontValues& v, const form::Property& p) { v.weight = int(Number(p)); }},
-    {"Underline", [](FontValues& v, const form::Property& p) { v.underline = Number(p) != 0; }},
-    {"Italic", [](FontValues& v, const form::Property& p) { v.italic = Number(p) != 0; }},
+    {"Name", [](com::FontDescription& v, const form::Property& p) { v.name = Text(p); }},
+    {"Size", [](com::FontDescription& v, const form::Property& p) { v.points = Number(p); }},
+    {"Charset", [](com::FontDescription& v, const form::Property& p) { v.charset = Short(p); }},
+    {"Weight", [](com::FontDescription& v, const form::Property& p) { v.weight = Short(p); }},
+    {"Underline",
+     [](com::FontDescription& v, const form::Property& p) { v.underline = Number(p) != 0; }},
+    {"Italic", [](com::FontDescription& v, const form::Property& p) { v.italic = Number(p) != 0; }},
     {"Strikethrough",
-     [](FontValues& v, const form::Property& p) { v.strikethrough = Number(p) != 0; }},
+     [](com::FontDescription& v, const form::Property& p) { v.strikethrough = Number(p) != 0; }},
 };
 
-void Set(FontValues& values, const form::Property& property) {
+void Set(com::FontDescription& font, const form::Property& property) {
   for (const FontRow& row : kRows) {
-    if (form::SameWord(row.name, property.name)) return row.set(values, property);
+    if (form::SameWord(row.name, property.name)) return row.set(font, property);
   }
   throw std::runtime_error("Font: a font has no " + property.name);
-}
-
-Com<IFontDisp> Make(const FontValues& values) {
-  if (!(values.size > 0 && values.size < 1000)) {
-    throw std::runtime_error("Font: Size must lie between 0 and 1000");
-  }
-  std::wstring name = values.name;
-  FONTDESC description{};
-  description.cbSizeofstruct = sizeof description;
-  description.lpstrName = name.data();
-  description.cySize.int64 = static_cast<LONGLONG>(values.size * 10000);
-  description.sWeight = static_cast<SHORT>(values.weight);
-  description.sCharset = static_cast<SHORT>(values.charset);
-  description.fItalic = values.italic;
-  description.fUnderline = values.underline;
-  description.fStrikethrough = values.strikethrough;
-  Com<IFontDisp> font;
-  com::Check(OleCreateFontIndirect(&description, IID_IFontDisp, font.putVoid()));
-  return font;
 }
 
 }  // namespace
@@ -85,12 +58,15 @@ bool IsFontGroup(const form::Property& property) noexcept {
 }
 
 Com<IFontDisp> MakeFont(const form::Property& group) {
-  FontValues values;
-  for (const form::Property& property : group.group) Set(values, property);
-  return Make(values);
+  com::FontDescription font;
+  for (const form::Property& property : group.group) Set(font, property);
+  if (!(font.points > 0 && font.points < kMostPoints)) {
+    throw std::runtime_error("Font: Size must lie between 0 and 1000");
+  }
+  return com::MakeFont(font);
 }
 
-Com<IFontDisp> DefaultFont() { return Make(FontValues()); }
+Com<IFontDisp> DefaultFont() { return com::MakeFont(); }
 
 HFONT HandleOf(IFontDisp* font) noexcept {
   HFONT handle = nullptr;

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "com/VbFormat.h"
 #include "host/container/ComObject.h"
-#include "host/container/VbInterfaces.h"
 
 namespace qrn::host {
 
@@ -13,7 +13,7 @@ namespace qrn::host {
 HRESULT FormatValue(const VARIANT& value, const std::wstring& format, LCID locale,
                     int firstDayOfWeek, int firstWeekOfYear, std::wstring* out) noexcept;
 
-class FormatService final : public ComObject<IVBFormat> {
+class FormatService final : public ComObject<com::IVBFormat> {
  public:
   STDMETHODIMP Format(VARIANT* value, BSTR format, void* buffer, USHORT bufferBytes, LONG locale,
                       SHORT firstDayOfWeek, USHORT firstWeekOfYear, USHORT* written) override;

@@ -6,7 +6,7 @@ void* InPlaceFrame::Find(REFIID id) noexcept {
   if (id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow) {
     return static_cast<IOleInPlaceFrame*>(this);
   }
-  return ComObject::Find(id);
+  return Object::Find(id);
 }
 
 void InPlaceFrame::Detach() noexcept {

@@ -13,8 +13,10 @@ void Describe(EXCEPINFO* exception, const ScriptError& error) noexcept {
   if (!exception) return;
   *exception = EXCEPINFO{};
   exception->scode = error.code;
-  exception->bstrDescription =
-      SysAllocStringLen(error.description.data(), static_cast<UINT>(error.description.size()));
+  Guard([&] {
+    exception->bstrDescription = Bstr(error.description).detach();
+    return S_OK;
+  });
 }
 
 // Runs a member; a script's error travels in the exception structure.

@@ -11,23 +11,6 @@ bool IsDate(const VARIANT& value) noexcept { return value.vt == VT_DATE; }
 
 }  // namespace
 
-std::wstring Wide(std::string_view utf8) {
-  const int length = static_cast<int>(utf8.size());
-  const int units = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0);
-  std::wstring wide(static_cast<size_t>(units), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(), units);
-  return wide;
-}
-
-std::string Utf8(std::wstring_view wide) {
-  const int length = static_cast<int>(wide.size());
-  const int bytes =
-      WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<size_t>(bytes), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), bytes, nullptr, nullptr);
-  return utf8;
-}
-
 bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
   return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
                               static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;

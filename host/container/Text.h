@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "com/Bstr.h"
+#include "com/Text.h"
 
 namespace qrn::host {
 
-std::wstring Wide(std::string_view utf8);
-std::string Utf8(std::wstring_view wide);
+using com::Utf8;
+using com::Wide;
 
 inline com::Bstr MakeBstr(std::string_view utf8) { return com::Bstr(Wide(utf8)); }
 

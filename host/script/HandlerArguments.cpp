@@ -34,14 +34,11 @@ size_t PlainSize(VARTYPE type) noexcept {
 }
 
 void StoreText(Variant& value, BSTR* place) noexcept {
-  SysFreeString(*place);
-  *place = value.release().bstrVal;
+  Bstr::Take(value.release().bstrVal).moveTo(*place);
 }
 
 void StoreObject(Variant& value, IUnknown** place) noexcept {
-  IUnknown* old = *place;
-  *place = value.release().punkVal;
-  if (old) old->Release();
+  const auto old = Com<IUnknown>::Take(std::exchange(*place, value.release().punkVal));
 }
 
 void Store(const Variant& changed, VARIANT& given) noexcept {

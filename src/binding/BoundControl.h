@@ -5,23 +5,18 @@
 #pragma once
 
 #include "binding/CQuorin.h"
+#include "com/Text.h"
 #include "ole/Control.h"
-#include "platform/CodePage.h"
 
 namespace qrn {
 
-// A host's text as the binding compares it; a null text stays null in the second.
-inline std::string NarrowText(const com::Bstr& text) {
-  const std::wstring_view wide = text.view();
-  return Utf16ToCodePage({reinterpret_cast<const char16_t*>(wide.data()), wide.size()});
-}
+using com::NarrowText;
+using com::WidenToBstr;
+
+// A host's text as the binding compares it; null stays null.
 inline NullableText NarrowNullable(const com::Bstr& text) {
   if (text.null()) return std::nullopt;
   return NarrowText(text);
-}
-inline com::Bstr WidenToBstr(std::string_view text) {
-  const std::u16string wide = CodePageToUtf16(text);
-  return com::Bstr({reinterpret_cast<const wchar_t*>(wide.data()), wide.size()});
 }
 
 // `Base` is ole::Control or derived from it, `Face` CQuorin or derived from it.

@@ -2,8 +2,8 @@
 
 #include <olectl.h>
 
+#include "binding/BtrieveError.h"
 #include "binding/ContainerForm.h"
-#include "binding/EngineMethod.h"
 #include "binding/tables/QRNBtrTable.h"
 #include "core/Transactions.h"
 #include "ole/Bind.h"
@@ -16,31 +16,13 @@ using ole::Field;
 using ole::Method;
 using ole::Pair;
 
-constexpr int32_t kBtrieveError = 1;
-
 Status SetLockBias(int32_t bias) noexcept { return DbSetLockBias(TheEngine(), bias); }
 
-// A data member of the part that knows nothing of automation.
+// Members of the part that knows nothing of automation, and of the engine.
 template <auto Member>
-struct DataOf;
-template <class T, T Database::*Member>
-struct DataOf<Member> {
-  static HRESULT Get(ole::Control& control, VARIANT*, VARIANT& value) {
-    ole::Carrier<T>::Store(static_cast<CQRNBtr&>(control).*Member, value);
-    return S_OK;
-  }
-  static HRESULT Put(ole::Control& control, VARIANT*, VARIANT& value) {
-    static_cast<CQRNBtr&>(control).*Member = ole::Carrier<T>::Take(value);
-    return S_OK;
-  }
-};
-template <auto Member>
-constexpr ole::PropertyAccess Data{
-    &DataOf<Member>::Get, &DataOf<Member>::Put,
-    &ole::Carrier<std::remove_cvref_t<decltype(std::declval<CQRNBtr&>().*Member)>>::Carries, 0};
-
+constexpr ole::PropertyAccess Data = Field<Member, CQRNBtr>;
 template <auto Function>
-constexpr ole::MethodAccess Engine = EngineMethod<CQRNBtr, Function>;
+constexpr ole::MethodAccess Engine = Method<Function, CQRNBtr>;
 
 // clang-format off
 constexpr ole::PropertyEntry kProperties[] = {
@@ -117,12 +99,12 @@ constexpr auto kBoundMethods = ole::BindMethods<kQRNBtrTable>(kMethods);
 
 Bstr TextOf(const PropertyText& text) {
   if (text.null()) return Bstr();
-  return Bstr({reinterpret_cast<const wchar_t*>(text.wide().data()), text.wide().size()});
+  return Bstr(com::AsWide(text.wide()));
 }
 
 void Keep(PropertyText& text, const Bstr& value) {
   if (value.null()) return text.SetNull();
-  text.Set({reinterpret_cast<const char16_t*>(value.view().data()), value.view().size()});
+  text.Set(com::AsUtf16(value.view()));
 }
 
 }  // namespace
@@ -137,14 +119,13 @@ void CQRNBtr::PutDistName(const Bstr& value) { Keep(DistName, value); }
 
 // The container hears of the change before the dictionary is read, which may show a message.
 HRESULT CQRNBtr::PutDDFDir(const Bstr& value) {
-  const HRESULT changed = Change(kQRNBtrTable.properties[1].id, [&] { Keep(DDFDir, value); });
+  const HRESULT changed = Change(ole::IdOf<kQRNBtrTable, "DDFDir">, [&] { Keep(DDFDir, value); });
   if (changed == S_OK && !persistence().loading()) DirectoryWasPut();
   return changed;
 }
 
 void CQRNBtr::FireBtrieveError(const char* tableName, Status& status) {
-  const Bstr name = WidenToBstr(tableName);
-  Fire(kBtrieveError, name.get(), &status);
+  status = TellBtrieveError<kQRNBtrTable>(*this, tableName, status);
 }
 
 std::optional<std::string> CQRNBtr::AskFormName() { return FormNameOf(site()); }

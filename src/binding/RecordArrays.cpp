@@ -71,8 +71,7 @@ Status FieldsToArray(DbEngine& engine, const DbTableInfo& table, VARIANT& value)
   for (BSTR& element : array.elements()) {
     char text[kFieldTextSize] = "";
     DbReadFieldInto(engine, table, position++, text);
-    BSTR made = WidenToBstr(text).detach();
-    SysFreeString(std::exchange(element, made));
+    WidenToBstr(text).moveTo(element);
   }
   return kSuccess;
 }

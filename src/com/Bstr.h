@@ -50,6 +50,8 @@ class Bstr {
   }
   // Where the text stands, for in and out parameters: it may be freed and replaced there.
   BSTR* place() noexcept { return &text_; }
+  // Gives the text away to `place`; what stood there is freed.
+  void moveTo(BSTR& place) noexcept { SysFreeString(std::exchange(place, detach())); }
   [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
 
  private:

@@ -52,6 +52,12 @@ class Com {
   void reset() noexcept { *this = Com(); }
   // Gives the reference away.
   [[nodiscard]] I* detach() noexcept { return std::exchange(pointer_, nullptr); }
+  // Gives the reference to an out parameter of this interface or of one of its bases; not null.
+  template <class Base>
+  HRESULT detachTo(Base** out) noexcept {
+    *out = detach();
+    return S_OK;
+  }
   // Answers an out parameter with a reference of its own; null counts as E_POINTER.
   HRESULT copyTo(I** out) const noexcept {
     if (!out) return E_POINTER;

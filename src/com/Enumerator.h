@@ -4,47 +4,24 @@
 #include <algorithm>
 #include <vector>
 
-#include "com/Com.h"
 #include "com/Guard.h"
-#include "com/Module.h"
+#include "com/Object.h"
 
 namespace qrn::com {
 
-// `Interface` is an IEnum..., `Item` what it hands out. `Copy` (HRESULT(Item* to, const Item&
-// from)) makes a copy that the receiver frees; `Drop` (void(Item&)) frees one.
-template <class Interface, class Item, auto Copy, auto Drop>
-class Enumerator final : public Interface {
+// `Interface` is an IEnum..., `Item` what it hands out, `Kept` what the enumerator keeps of each
+// and frees by itself. `Give` (HRESULT(const Kept&, Item*)) makes an item that the receiver frees.
+template <class Interface, class Item, class Kept, auto Give>
+class Enumerator final : public Object<Interface> {
  public:
-  // Takes over the items.
-  static HRESULT Make(std::vector<Item> items, Interface** out) {
-    if (!out) {
-      for (Item& item : items) Drop(item);
-      return E_POINTER;
-    }
-    *out = new Enumerator(std::move(items));
-    return S_OK;
-  }
-
-  STDMETHODIMP QueryInterface(REFIID id, void** out) override {
-    if (!out) return E_POINTER;
-    const bool known = id == __uuidof(IUnknown) || id == __uuidof(Interface);
-    *out = known ? static_cast<Interface*>(this) : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
+  explicit Enumerator(std::vector<Kept> list, size_t at = 0) : list_(std::move(list)), at_(at) {}
 
   STDMETHODIMP Next(ULONG wanted, Item* out, ULONG* given) override {
     if (!out || (!given && wanted != 1)) return E_POINTER;
     ULONG count = 0;
     HRESULT result = S_OK;
-    while (SUCCEEDED(result) && count < wanted && at_ < items_.size()) {
-      result = Copy(&out[count], items_[at_]);
+    while (SUCCEEDED(result) && count < wanted && at_ < list_.size()) {
+      result = Give(list_[at_], &out[count]);
       if (SUCCEEDED(result)) ++count, ++at_;
     }
     if (given) *given = count;
@@ -52,7 +29,7 @@ class Enumerator final : public Interface {
     return count == wanted ? S_OK : S_FALSE;
   }
   STDMETHODIMP Skip(ULONG count) override {
-    const size_t left = items_.size() - at_;
+    const size_t left = list_.size() - at_;
     at_ += std::min<size_t>(count, left);
     return count <= left ? S_OK : S_FALSE;
   }
@@ -61,29 +38,13 @@ class Enumerator final : public Interface {
     return S_OK;
   }
   STDMETHODIMP Clone(Interface** out) override {
-    return Guard([&] {
-      std::vector<Item> copies;
-      copies.reserve(items_.size());
-      for (const Item& item : items_) {
-        copies.emplace_back();
-        Check(Copy(&copies.back(), item));
-      }
-      const HRESULT result = Make(std::move(copies), out);
-      if (SUCCEEDED(result)) static_cast<Enumerator*>(*out)->at_ = at_;
-      return result;
-    });
+    if (!out) return E_POINTER;
+    return Guard([&] { return Make<Enumerator>(list_, at_).detachTo(out); });
   }
 
  private:
-  explicit Enumerator(std::vector<Item> items) : items_(std::move(items)) {}
-  ~Enumerator() {
-    for (Item& item : items_) Drop(item);
-  }
-
-  ModuleLock lock_;
-  ULONG references_ = 1;
-  std::vector<Item> items_;
-  size_t at_ = 0;
+  std::vector<Kept> list_;
+  size_t at_;
 };
 
 }  // namespace qrn::com

@@ -2,8 +2,6 @@
 
 #include <oleauto.h>
 
-#include <atomic>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -13,7 +11,6 @@ namespace qrn::com {
 namespace {
 
 HINSTANCE theInstance;
-std::atomic<long> theLocks;
 
 // What the module keeps for itself. Made at first use and dropped by ModuleEnd, never by a static
 // destructor: when a process ends, the modules that its content belongs to may be gone already.
@@ -29,13 +26,35 @@ Possessions& Mine() {
   return *thePossessions;
 }
 
-std::wstring ModulePath() {
-  wchar_t path[MAX_PATH] = {};
-  const DWORD length = GetModuleFileNameW(theInstance, path, MAX_PATH);
-  return std::wstring(path, length < MAX_PATH ? length : 0);
+constexpr DWORD kLongestPath = 32768;  // with its NUL
+
+// The same file by names of at most twelve characters each; empty where it has none.
+std::wstring ShortPath(const std::wstring& path) {
+  std::wstring shorter(kLongestPath, L'\0');
+  const std::wstring unlimited = path.starts_with(L"\\\\") ? path : L"\\\\?\\" + path;
+  const DWORD length = GetShortPathNameW(unlimited.c_str(), shorter.data(), kLongestPath);
+  shorter.resize(length < kLongestPath ? length : 0);
+  return shorter;
 }
 
 }  // namespace
+
+std::atomic<long> liveObjects;
+
+std::wstring PathOf(HMODULE module) {
+  std::wstring path(kLongestPath, L'\0');
+  const DWORD length = GetModuleFileNameW(module, path.data(), kLongestPath);
+  path.resize(length < kLongestPath ? length : 0);
+  return path;
+}
+
+Com<ITypeLib> LibraryIn(const std::wstring& path) {
+  Com<ITypeLib> library;
+  if (SUCCEEDED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put()))) return library;
+  const std::wstring shorter = path.size() < MAX_PATH ? L"" : ShortPath(path);
+  if (!shorter.empty()) LoadTypeLibEx(shorter.c_str(), REGKIND_NONE, library.put());
+  return library;
+}
 
 void ModuleStart(HINSTANCE instance) noexcept { theInstance = instance; }
 
@@ -54,13 +73,13 @@ HINSTANCE ModuleInstance() noexcept {
 ModuleLock::ModuleLock() noexcept { LockModule(); }
 ModuleLock::~ModuleLock() { UnlockModule(); }
 
-void LockModule() noexcept { ++theLocks; }
+void LockModule() noexcept { ++liveObjects; }
 
 void UnlockModule() noexcept {
-  if (--theLocks == 0 && thePossessions) thePossessions->library.reset();
+  if (--liveObjects == 0 && thePossessions) thePossessions->library.reset();
 }
 
-bool ModuleIsIdle() noexcept { return theLocks == 0; }
+bool ModuleIsIdle() noexcept { return liveObjects == 0; }
 
 void UseTypeLibrary(const wchar_t* path) {
   Mine().libraryPath = path;
@@ -69,11 +88,11 @@ void UseTypeLibrary(const wchar_t* path) {
 
 Com<ITypeInfo> TypeInfoOf(const GUID& id) noexcept {
   Com<ITypeInfo> info;
-  Guard([&] {
+  Guard([&]() -> HRESULT {
     Possessions& mine = Mine();
     if (!mine.library) {
-      const std::wstring path = mine.libraryPath.empty() ? ModulePath() : mine.libraryPath;
-      Check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, mine.library.put()));
+      mine.library = LibraryIn(mine.libraryPath.empty() ? PathOf(theInstance) : mine.libraryPath);
+      if (!mine.library) return TYPE_E_CANTLOADLIBRARY;
     }
     return mine.library->GetTypeInfoOfGuid(id, info.put());
   });

@@ -3,6 +3,9 @@
 
 #include <oaidl.h>
 
+#include <atomic>
+#include <string>
+
 #include "com/Com.h"
 
 namespace qrn::com {
@@ -13,6 +16,13 @@ void ModuleStart(HINSTANCE instance) noexcept;
 void ModuleEnd() noexcept;
 
 HINSTANCE ModuleInstance() noexcept;
+
+// The file of a loaded module (null: of the program), whatever the length of its path, up to the
+// system's 32,767 characters. Empty for what is no module.
+std::wstring PathOf(HMODULE module);
+
+// Everything that keeps the module loaded. Tests end with 0.
+extern std::atomic<long> liveObjects;
 
 // Keeps the module loaded as long as it lives: every object and every lock of a class factory
 // holds one.
@@ -30,6 +40,9 @@ bool ModuleIsIdle() noexcept;
 
 // Reads the type library from another file than the module; for tests that bring their own.
 void UseTypeLibrary(const wchar_t* path);
+// The library that a file carries, registered or not; empty when there is none. Files that the
+// system does not find by their long path are read by their short one.
+Com<ITypeLib> LibraryIn(const std::wstring& path);
 // The type of that id in the module's library; empty when there is none. The library is let go
 // when the module becomes idle.
 Com<ITypeInfo> TypeInfoOf(const GUID& id) noexcept;

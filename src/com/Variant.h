@@ -11,7 +11,7 @@ namespace qrn::com {
 
 class Variant {
  public:
-  Variant() noexcept { VariantInit(&value_); }
+  Variant() noexcept = default;
   explicit Variant(Bstr text) noexcept : Variant() {
     value_.vt = VT_BSTR;
     value_.bstrVal = text.detach();
@@ -34,7 +34,7 @@ class Variant {
     made.value_.boolVal = yes ? VARIANT_TRUE : VARIANT_FALSE;
     return made;
   }
-  Variant(Variant&& other) noexcept : value_(other.value_) { VariantInit(&other.value_); }
+  Variant(Variant&& other) noexcept : value_(other.release()) {}
   Variant& operator=(Variant&& other) noexcept {
     std::swap(value_, other.value_);
     return *this;
@@ -50,14 +50,16 @@ class Variant {
   // For out parameters: what was held is cleared first.
   VARIANT* put() noexcept {
     VariantClear(&value_);
+    value_ = VARIANT{};
     return &value_;
   }
-  // Gives the content away; this one is empty afterwards.
-  VARIANT release() noexcept {
-    VARIANT given = value_;
-    VariantInit(&value_);
-    return given;
+  // Gives the content away to `place`; what stood there is cleared.
+  void moveTo(VARIANT& place) noexcept {
+    VariantClear(&place);
+    place = release();
   }
+  // Gives the content away; this one is empty afterwards.
+  VARIANT release() noexcept { return std::exchange(value_, VARIANT{}); }
   // The same value in another type, following references; the result says what failed.
   HRESULT as(VARTYPE type, Variant& out) const noexcept {
     Variant plain;
@@ -67,7 +69,7 @@ class Variant {
   }
 
  private:
-  VARIANT value_;
+  VARIANT value_{};  // all bytes 0 beside the type
 };
 
 }  // namespace qrn::com

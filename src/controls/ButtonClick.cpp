@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "binding/BtrieveError.h"
 #include "binding/registry/TableTransfer.h"
+#include "binding/tables/QRNBtnTable.h"
 #include "controls/QRNBtn.h"
 #include "core/ButtonOperations.h"
 #include "core/DictionaryLookup.h"
@@ -12,9 +14,6 @@
 
 namespace qrn {
 namespace {
-
-constexpr int32_t kBtrieveError = 1;  // the events
-constexpr int32_t kSetData = 2;
 
 Status RunRead(BoundButton& button, int32_t dbOperation) {
   return DbButtonRead(TheEngine(), DbOpToBtrieve(dbOperation), button);
@@ -75,7 +74,7 @@ int32_t ButtonClick::DbLocks() const { return button_.DbLocks; }
 
 bool ButtonClick::RefusedBySetData() {
   button_.Abort = 0;
-  button_.Fire(kSetData);
+  ole::Fire<kQRNBtnTable, "SetData">(button_);
   return button_.Abort != 0;
 }
 
@@ -118,11 +117,8 @@ void ButtonClick::Finish(Status result, bool wrote) {
   TheRegistry().NotifyPositionChanged(nullptr, source_, table_, IndexID());
 }
 
-// A handler that makes the status 0 has dealt with it.
 void ButtonClick::Report(Status result) {
-  const com::Bstr table = WidenToBstr(table_);
-  button_.Fire(kBtrieveError, table.get(), &result);
-  if (result != kSuccess) ShowMessage(kVE807, static_cast<int>(result));
+  ReportBtrieveError<kQRNBtnTable>(button_, table_, result, kVE807);
 }
 
 }  // namespace qrn

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
+#include "com/Text.h"
 #include "controls/text/TextBytes.h"
 
 namespace qrn::editwindow {
 namespace {
 
-std::u16string_view AsUtf16(std::wstring_view text) {
-  return {reinterpret_cast<const char16_t*>(text.data()), text.size()};
-}
+using com::AsUtf16;
 
 LONG StyleOf(HWND window) noexcept { return GetWindowLongW(window, GWL_STYLE); }
 

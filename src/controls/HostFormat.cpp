@@ -1,7 +1,8 @@
 #include "controls/HostFormat.h"
 
 #include "binding/BoundControl.h"
-#include "controls/VbInterfaces.h"
+#include "com/VbFormat.h"
+#include "platform/CodePage.h"
 
 namespace qrn {
 namespace {
@@ -10,10 +11,10 @@ constexpr LONG kJapanese = 1041;
 constexpr size_t kBufferBytes = 2048;
 constexpr USHORT kToldSize = 512;  // what the service is told: less than there is, in any unit
 
-com::Com<IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
-  com::Com<IVBFormat> service;
-  const auto host = site.As<IGetVBAObject>();
-  if (host) host->GetObject(__uuidof(IVBFormat), service.putVoid(), 0);
+com::Com<com::IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
+  com::Com<com::IVBFormat> service;
+  const auto host = site.As<com::IGetVBAObject>();
+  if (host) host->GetObject(__uuidof(com::IVBFormat), service.putVoid(), 0);
   return service;
 }
 
@@ -31,7 +32,7 @@ std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const 
       service->Format(value.get(), format.get(), buffer, kToldSize, kJapanese, 0, 0, &written);
   if (FAILED(result)) return std::nullopt;
   buffer[std::size(buffer) - 1] = L'\0';
-  return Utf16ToCodePage(reinterpret_cast<const char16_t*>(buffer));
+  return Utf16ToCodePage(com::AsUtf16(buffer));
 }
 
 }  // namespace qrn

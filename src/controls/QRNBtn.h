@@ -2,21 +2,18 @@
 // form hold, and shows the record that comes back on them. It looks its table up at every click.
 #pragma once
 
-#include "binding/BoundControl.h"
+#include "binding/FieldBound.h"
 #include "core/ButtonOperations.h"
-#include "ole/VisibleControl.h"
+#include "ole/Captioned.h"
 
 namespace qrn {
 
-class CQRNBtn final : public BoundControl<ole::VisibleControl> {
+class CQRNBtn final : public ole::Captioned<TableBound<BoundControl<ole::VisibleControl>>> {
  public:
   CQRNBtn();
 
   // Properties.
-  com::Bstr Caption = com::Bstr::Empty();
   com::Com<IPictureDisp> Picture;
-  com::Bstr DbSource = com::Bstr::Empty();
-  com::Bstr DbTable = com::Bstr::Empty();
   com::Bstr DbIndex = com::Bstr::Empty();
   com::Bstr ConfirmMsg = com::Bstr::Empty();
   int32_t DbOperation = DbInsert;
@@ -37,27 +34,22 @@ class CQRNBtn final : public BoundControl<ole::VisibleControl> {
   void Click();
 
   ControlType GetControlType() override { return kTypeBtn; }
-  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
 
   bool OnWindowMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
-  void OnDraw(HDC dc, const RECT& rect) override;
   void OnFillControlInfo(CONTROLINFO& info) override;
-  void OnMnemonic(MSG& message) override;
 
  protected:
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnContainedMade() override;
+  void OnMnemonicKey() override { Click(); }
   KeyEnd OnKeyDown(MSG& message) override;
 
  private:
   bool OnCommand(com::Message& message);
-  void CaptionChanged();
   void FindIndexAtStart();
 
   static const com::MessageRow<CQRNBtn> kOwnMessages[];
-
-  com::Held<HACCEL, &DestroyAcceleratorTable> mnemonic_;
 };
 
 }  // namespace qrn

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 
-#include "binding/registry/ControlRegistry.h"
 #include "binding/tables/QRNEditTable.h"
 #include "controls/EditWindow.h"
 #include "controls/HostFormat.h"
-#include "core/DictionaryLookup.h"
+#include "ole/Names.h"
+#include "platform/CodePage.h"
 
 namespace qrn {
 namespace {
@@ -16,13 +16,10 @@ using com::Bstr;
 using C = CQRNEdit;
 
 constexpr int kNoLimit = 32000;  // what the window takes where `MaxLength` is 0
-constexpr int32_t kDbMaxLength = 4;
 
 // clang-format off
 constexpr ole::PropertyEntry kAccess[] = {
     {ole::stock::kText, ole::Pair<&C::GetText, &C::PutText>},
-    { 1, ole::Field<&C::DbSource>},
-    { 2, ole::Field<&C::DbTable>},
     { 3, ole::FieldAndPut<&C::DbField, &C::PutDbField>},
     { 4, ole::FieldAndPut<&C::MaxLength, &C::PutMaxLength>},
     { 5, ole::FieldAndPut<&C::PasswordChar, &C::PutPasswordChar>},
@@ -39,7 +36,8 @@ constexpr ole::PropertyEntry kAccess[] = {
     {16, ole::Field<&C::FormatOption>},
 };
 // clang-format on
-constexpr auto kProperties = ole::BindProperties<kQRNEditTable>(kAccess, ole::kStockAccess);
+constexpr auto kProperties =
+    ole::BindProperties<kQRNEditTable>(kAccess, kFieldAccess<C>, ole::kStockAccess);
 constexpr ole::Binding kBinding{kProperties, {}};
 
 enum AlignmentCode : int32_t { kAlignRight = 1, kAlignCenter = 2 };
@@ -50,7 +48,7 @@ bool IsCharacterType(int32_t type) {
 
 }  // namespace
 
-CQRNEdit::CQRNEdit() : BoundControl(kQRNEditTable, kBinding, ole::kWindowLook) {}
+CQRNEdit::CQRNEdit() : FieldBound(kQRNEditTable, kBinding, ole::kWindowLook) {}
 
 std::optional<ole::ContainedDescription> CQRNEdit::DescribeContained() {
   DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
@@ -59,10 +57,9 @@ std::optional<ole::ContainedDescription> CQRNEdit::DescribeContained() {
   if (UpperCase) style |= ES_UPPERCASE;
   if (Alignment == kAlignRight) style |= ES_RIGHT;
   if (Alignment == kAlignCenter) style |= ES_CENTER;
-  DWORD exStyle = 0;
-  if (BorderStyle && Appearance) exStyle = WS_EX_CLIENTEDGE;
-  if (BorderStyle && !Appearance) style |= WS_BORDER;
-  return ole::ContainedDescription{L"Edit", style, exStyle, std::wstring(Text.view())};
+  ole::ContainedDescription description{L"Edit", style, 0, std::wstring(Text.view())};
+  AddBorder(description);
+  return description;
 }
 
 void CQRNEdit::OnContainedMade() {
@@ -72,17 +69,13 @@ void CQRNEdit::OnContainedMade() {
   if (!PasswordChar.empty()) ApplyPasswordChar();
 }
 
-void CQRNEdit::OnRegister() { TheRegistry().RegisterFieldControl(*this); }
-void CQRNEdit::OnUnregister() { TheRegistry().UnregisterFieldControl(*this); }
-
-void CQRNEdit::OnDraw(HDC dc, const RECT& rect) {
-  contained() ? VisibleControl::OnDraw(dc, rect) : DrawStandIn(dc, rect, Text.view());
+std::span<const int32_t> CQRNEdit::RemadeInDesigner() const {
+  static constexpr int32_t kIds[] = {ole::stock::kAppearance, ole::stock::kBorderStyle};
+  return kIds;
 }
 
 void CQRNEdit::LearnFieldType() {
-  if (fieldType_ != -1) return;
-  fieldType_ = TheRegistry().GetFieldType(GetContainerWindow(), NarrowText(DbSource),
-                                          NarrowText(DbTable), NarrowText(DbField));
+  if (fieldType_ == -1) fieldType_ = FieldType();
 }
 
 void CQRNEdit::LimitWindow() {
@@ -118,16 +111,15 @@ void CQRNEdit::ProposeFromField() {
   Change(ole::stock::kText, [&] { PutText(name); });
   if (MaxLength != 0) return;
   const int16_t length = ProposedLength();
-  if (length != 0) Change(kDbMaxLength, [&] { PutMaxLength(length); });
+  if (length != 0) Change(ole::IdOf<kQRNEditTable, "MaxLength">, [&] { PutMaxLength(length); });
 }
 
 // The bytes of a character field; 0 for others and for names that lead nowhere.
 int16_t CQRNEdit::ProposedLength() {
   if (DbSource.empty() || DbTable.empty()) return 0;
-  const DbTableInfo* table =
-      TheRegistry().ResolveTable(GetContainerWindow(), NarrowText(DbSource), NarrowText(DbTable));
+  const DbTableInfo* table = ResolveTable();
   if (table == nullptr) return 0;
-  const DbFieldInfo* field = DbFieldAt(*table, DbFindField(*table, NarrowText(DbField).c_str()));
+  const DbFieldInfo* field = FindField(*table);
   if (field == nullptr || !IsCharacterType(field->Type)) return 0;
   return static_cast<int16_t>(std::clamp(field->Size, 0, 0x7FFF));
 }
@@ -180,10 +172,8 @@ void CQRNEdit::TextChanged() {
 }
 
 void CQRNEdit::OnChanged(int32_t id) {
-  VisibleControl::OnChanged(id);
+  FieldBound::OnChanged(id);
   if (id == ole::stock::kText) TextChanged();
-  const bool needsWindow = id == ole::stock::kAppearance || id == ole::stock::kBorderStyle;
-  if (needsWindow && !UserMode()) RemakeContained();
 }
 
 }  // namespace qrn

@@ -2,21 +2,18 @@
 // times on leaving, dresses texts through the host's format service and sets the input method.
 #pragma once
 
-#include "binding/BoundControl.h"
 #include "binding/BoundFaces.h"
+#include "binding/FieldBound.h"
+#include "binding/InputMethod.h"
 #include "controls/text/TextDress.h"
-#include "ole/VisibleControl.h"
 
 namespace qrn {
 
-class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
+class CQRNEdit final : public FieldBound<EditFace> {
  public:
   CQRNEdit();
 
   // Properties. Those that only store take effect when the window is made anew.
-  com::Bstr DbSource = com::Bstr::Empty();
-  com::Bstr DbTable = com::Bstr::Empty();
-  com::Bstr DbField = com::Bstr::Empty();
   com::Bstr Text = com::Bstr::Empty();  // as last known: the window's is asked for first
   int16_t MaxLength = 0;                // bytes; 0 lets the window hold 32,000 characters
   com::Bstr PasswordChar = com::Bstr::Empty();
@@ -45,8 +42,6 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   void PutSelText(const com::Bstr& text);
 
   ControlType GetControlType() override { return kTypeEdit; }
-  NullableText GetBoundField() override { return NarrowNullable(DbField); }
-  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
   WindowHandle ContainedWindow() override { return contained(); }
   void ShowFieldText(const char* text) override;
   void ClearFieldText() override;
@@ -54,13 +49,11 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   bool OnWindowMessage(com::Message& message) override;
   bool OnContainedMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
-  void OnDraw(HDC dc, const RECT& rect) override;
 
  protected:
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnContainedMade() override;
-  void OnRegister() override;
-  void OnUnregister() override;
+  std::span<const int32_t> RemadeInDesigner() const override;
 
  private:
   bool OnCommand(com::Message& message);
@@ -90,7 +83,7 @@ class CQRNEdit final : public BoundControl<ole::VisibleControl, EditFace> {
   static const com::MessageRow<CQRNEdit> kContainedMessages[];
 
   int32_t fieldType_ = -1;  // the bound field's, once it is known; kept when `DbField` changes
-  int imeOutside_ = 0;      // the input method's mode before the focus came
+  InputMethodOnFocus inputMethod_;
 };
 
 }  // namespace qrn

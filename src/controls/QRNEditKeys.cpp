@@ -1,17 +1,16 @@
 // The edit control's messages: what is typed and pasted, the focus.
 #include <algorithm>
 
-#include "binding/InputMethod.h"
-#include "binding/registry/ControlRegistry.h"
+#include "binding/tables/QRNEditTable.h"
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
 #include "controls/text/CharacterMask.h"
 #include "fields/DateRepair.h"
+#include "ole/Names.h"
 
 namespace qrn {
 namespace {
 
-constexpr int32_t kChange = 1;  // the event
 constexpr UINT kRefusalBeep = MB_ICONHAND;
 constexpr char16_t kBackspace = 8;
 constexpr char16_t kReturn = 13;
@@ -28,16 +27,16 @@ const com::MessageRow<CQRNEdit> CQRNEdit::kContainedMessages[] = {
 };
 
 bool CQRNEdit::OnWindowMessage(com::Message& message) {
-  return Route(*this, kOwnMessages, message) || VisibleControl::OnWindowMessage(message);
+  return Route(*this, kOwnMessages, message) || FieldBound::OnWindowMessage(message);
 }
 
 bool CQRNEdit::OnContainedMessage(com::Message& message) {
-  return Route(*this, kContainedMessages, message) || VisibleControl::OnContainedMessage(message);
+  return Route(*this, kContainedMessages, message) || FieldBound::OnContainedMessage(message);
 }
 
 bool CQRNEdit::OnCommand(com::Message& message) {
   if (HIWORD(message.wParam) != EN_CHANGE) return false;
-  Fire(kChange);
+  ole::Fire<kQRNEditTable, "Change">(*this);
   return true;
 }
 
@@ -105,23 +104,20 @@ bool CQRNEdit::OnReplaceSelection(com::Message& message) {
 bool CQRNEdit::OnSetText(com::Message& message) {
   const bool silent = editwindow::IsMultiLine(message.window);
   message.result = CallOriginal(message);
-  if (silent) Fire(kChange);
+  if (silent) ole::Fire<kQRNEditTable, "Change">(*this);
   return true;
 }
 
 bool CQRNEdit::OnFocus(com::Message&) {
   LearnFieldType();
   if (Dress().RightAligned()) editwindow::PutCaretLast(contained());
-  if (IMEMode != 0) {
-    TheInputMethod().Read(contained(), imeOutside_);
-    TheInputMethod().Apply(contained(), IMEMode);
-  }
+  inputMethod_.Enter(contained(), IMEMode);
   return false;
 }
 
 bool CQRNEdit::OnBlur(com::Message& message) {
   if (Format.empty()) RepairText();
-  if (IMEMode != 0) TheInputMethod().Apply(message.window, imeOutside_);
+  inputMethod_.Leave(message.window, IMEMode);
   return false;
 }
 

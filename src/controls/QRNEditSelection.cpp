@@ -3,6 +3,7 @@
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
 #include "controls/text/TextBytes.h"
+#include "platform/CodePage.h"
 
 namespace qrn {
 
@@ -38,8 +39,7 @@ HRESULT CQRNEdit::GetSelText(com::Bstr& text) {
     const com::Bstr shown(editwindow::TextOf(contained()));
     const Selection now = editwindow::GetSelection(contained());
     const std::wstring_view before = shown.view().substr(0, now.end);
-    const size_t end =
-        BytesOf({reinterpret_cast<const char16_t*>(before.data()), before.size()}) + 1;
+    const size_t end = BytesOf(com::AsUtf16(before)) + 1;
     const std::string bytes = NarrowText(shown);
     text = WidenToBstr(std::string_view(bytes).substr(0, CutAtCharacter(bytes, end)));
     return S_OK;

@@ -23,12 +23,7 @@ using ole::RegistryKey;
 
 constexpr UINT kScriptCodePage = 932;
 
-std::wstring ModulePath() {
-  std::wstring path(32768, L'\0');
-  path.resize(
-      GetModuleFileNameW(com::ModuleInstance(), path.data(), static_cast<DWORD>(path.size())));
-  return path;
-}
+std::wstring ModulePath() { return com::PathOf(com::ModuleInstance()); }
 
 std::string_view ResourceBytes(uint16_t id, const wchar_t* type) {
   const HMODULE module = com::ModuleInstance();

@@ -94,8 +94,7 @@ HRESULT Arguments::StoreAnswers(bool lastIsResult) {
 
 void Arguments::GiveLastAsResult(VARIANT& result) {
   if (rows_.empty()) return;
-  VariantClear(&result);
-  result = values_[rows_.size() - 1].release();
+  values_[rows_.size() - 1].moveTo(result);
 }
 
 }  // namespace qrn::ole

@@ -7,18 +7,23 @@
 //   constexpr auto kEditProperties = BindProperties<kQRNEditTable>(kEditAccess, kStockAccess);
 //
 // A get is `T Get() const` or `HRESULT Get(T&)`, a put `void Put(T)` or `HRESULT Put(T)`; indexed
-// ones take their index first. A put that gives S_FALSE has changed nothing. A method gives void
-// or HRESULT; after S_FALSE the host's variables stay as they are. T is int16_t, int32_t, uint32_t,
-// float, Bstr or Com<interface>; out arguments of a method are references, a VARIANT that goes
-// through as the host sent it is `VARIANT&`.
+// ones take their index first. A put that gives S_FALSE has changed nothing. T is int16_t, int32_t,
+// uint32_t, float, Bstr or Com<interface>.
+//
+// A method is a member function of the control or, with the control's class as second argument, of
+// one of its bases, or a free function. One that gives void or HRESULT finds all arguments of its
+// row; after S_FALSE the host's variables stay as they are. What any other gives goes into the last
+// argument (Marshal.h). Out arguments are references; a VARIANT that goes through as the host sent
+// it is `VARIANT&`; texts may be `const char*` and `std::string&`, code page 932.
 #pragma once
 
 #include <array>
 #include <concepts>
+#include <tuple>
 #include <utility>
 
 #include "ole/Access.h"
-#include "ole/Carrier.h"
+#include "ole/Marshal.h"
 #include "ole/tables/MemberChecks.h"
 
 namespace qrn::ole {
@@ -30,54 +35,85 @@ C& Self(Control& control) noexcept {
   return static_cast<C&>(control);
 }
 
-// A data member.
-template <auto Member>
+// A data member; `As` is the control's class, where the member is of a base that is no Control.
+template <auto Member, class As>
 struct FieldOf;
-template <class C, class T, T C::*Member>
-struct FieldOf<Member> {
+template <class C, class T, T C::*Member, class As>
+struct FieldOf<Member, As> {
+  using Class = std::conditional_t<std::is_void_v<As>, C, As>;
   static HRESULT Get(Control& control, VARIANT*, VARIANT& value) {
-    Carrier<T>::Store(Self<C>(control).*Member, value);
+    Carrier<T>::Store(Self<Class>(control).*Member, value);
     return S_OK;
   }
   static HRESULT Put(Control& control, VARIANT*, VARIANT& value) {
-    Self<C>(control).*Member = Carrier<T>::Take(value);
+    Self<Class>(control).*Member = Carrier<T>::Take(value);
     return S_OK;
   }
   static constexpr PropertyAccess kAccess{&Get, &Put, &Carrier<T>::Carries, 0};
 };
 
-// A member function with whatever arguments: calls it with values taken from variants.
-template <class C, class R, class... A>
+// Calls `function` with values taken from variants, and stores its answers there.
+template <class R, class... A>
 struct Call {
+  static constexpr size_t kCount = sizeof...(A) + (Result<R>::kIsAnswer ? 1 : 0);
+
   template <class F, size_t... I>
-  static R Run(Control& control, F function, VARIANT* values, std::index_sequence<I...>) {
-    return (Self<C>(control).*function)(Argument<A>(values[I]).value()...);
-  }
-  template <class F>
-  static R Run(Control& control, F function, VARIANT* values) {
-    return Run(control, function, values, std::index_sequence_for<A...>());
-  }
-  template <class F>
-  static HRESULT Result(Control& control, F function, VARIANT* values) {
+  static HRESULT Run(F function, VARIANT* values, std::index_sequence<I...>) {
+    std::tuple<Argument<A>...> arguments{values[I]...};
+    const auto answer = [&] { (std::get<I>(arguments).Answer(values[I]), ...); };
     if constexpr (std::is_void_v<R>) {
-      Run(control, function, values);
+      function(std::get<I>(arguments).value()...);
+      answer();
       return S_OK;
+    } else if constexpr (std::is_same_v<R, HRESULT>) {
+      const HRESULT result = function(std::get<I>(arguments).value()...);
+      if (SUCCEEDED(result)) answer();
+      return result;
     } else {
-      return Run(control, function, values);
+      const R result = function(std::get<I>(arguments).value()...);
+      if (Result<R>::Succeeded(result)) answer();
+      Result<R>::Store(result, values[sizeof...(A)]);
+      return S_OK;
     }
   }
+  template <class F>
+  static HRESULT Run(F function, VARIANT* values) {
+    return Run(function, values, std::index_sequence_for<A...>());
+  }
   static constexpr bool Carries(size_t argument, VarType type) {
+    if constexpr (Result<R>::kIsAnswer) {
+      if (argument == sizeof...(A)) return Result<R>::Carries(type);
+    }
     bool (*const each[])(VarType) = {&Argument<A>::Carries..., nullptr};
     return each[argument](type);
   }
-  static constexpr size_t kCount = sizeof...(A);
 };
-template <class F>
+
+// A member function of whatever arguments, or a free one.
+template <auto Function, class As>
 struct CallOf;
-template <class C, class R, class... A>
-struct CallOf<R (C::*)(A...)> : Call<C, R, A...> {};
-template <class C, class R, class... A>
-struct CallOf<R (C::*)(A...) const> : Call<C, R, A...> {};
+template <class C, class R, class... A, R (C::*Function)(A...), class As>
+struct CallOf<Function, As> : Call<R, A...> {
+  static HRESULT Invoke(Control& control, VARIANT* values) {
+    using Class = std::conditional_t<std::is_void_v<As>, C, As>;
+    C& object = Self<Class>(control);
+    return Call<R, A...>::Run(
+        [&object](auto&&... each) -> R { return (object.*Function)(each...); }, values);
+  }
+};
+template <class C, class R, class... A, R (C::*Function)(A...) const, class As>
+struct CallOf<Function, As> : Call<R, A...> {
+  static HRESULT Invoke(Control& control, VARIANT* values) {
+    using Class = std::conditional_t<std::is_void_v<As>, C, As>;
+    const C& object = Self<Class>(control);
+    return Call<R, A...>::Run(
+        [&object](auto&&... each) -> R { return (object.*Function)(each...); }, values);
+  }
+};
+template <class R, class... A, R (*Function)(A...) noexcept, class As>
+struct CallOf<Function, As> : Call<R, A...> {
+  static HRESULT Invoke(Control&, VARIANT* values) { return Call<R, A...>::Run(Function, values); }
+};
 
 }  // namespace detail
 
@@ -123,7 +159,10 @@ struct PutterOf<Function> {
   using Value = std::remove_cvref_t<T>;
   static constexpr size_t kIndexCount = 0;
   static HRESULT Put(Control& control, VARIANT*, VARIANT& value) {
-    return detail::Call<C, R, T>::Result(control, Function, &value);
+    const auto put = [&](const Value& taken) {
+      return (detail::Self<C>(control).*Function)(taken);
+    };
+    return detail::Call<R, const Value&>::Run(put, &value);
   }
 };
 template <class C, class R, class T, R (C::*Function)(int32_t, T)>
@@ -131,17 +170,16 @@ struct PutterOf<Function> {
   using Value = std::remove_cvref_t<T>;
   static constexpr size_t kIndexCount = 1;
   static HRESULT Put(Control& control, VARIANT* index, VARIANT& value) {
-    VARIANT both[2] = {*index, value};
-    value.vt = VT_EMPTY;  // the value moves into the call's own place
-    const HRESULT result = detail::Call<C, R, int32_t, T>::Result(control, Function, both);
-    VariantClear(&both[1]);
-    return result;
+    const auto put = [&](const Value& taken) {
+      return (detail::Self<C>(control).*Function)(index->lVal, taken);
+    };
+    return detail::Call<R, const Value&>::Run(put, &value);
   }
 };
 
-// Access to a data member.
-template <auto Member>
-inline constexpr PropertyAccess Field = detail::FieldOf<Member>::kAccess;
+// Access to a data member of the control, or of the base of control class `As`.
+template <auto Member, class As = void>
+inline constexpr PropertyAccess Field = detail::FieldOf<Member, As>::kAccess;
 
 // Access by a getter alone.
 template <auto Get>
@@ -159,20 +197,15 @@ typename PutterOf<Put>::Value >
 
 // Access to a data member for gets, by a function for puts.
 template <auto Member, auto Put>
-inline constexpr PropertyAccess FieldAndPut{&detail::FieldOf<Member>::Get, &PutterOf<Put>::Put,
-                                            detail::FieldOf<Member>::kAccess.carries, 0};
+inline constexpr PropertyAccess FieldAndPut{&detail::FieldOf<Member, void>::Get,
+                                            &PutterOf<Put>::Put,
+                                            detail::FieldOf<Member, void>::kAccess.carries, 0};
 
 // Runs a method.
-template <auto Function>
-struct MethodOf {
-  using Call = detail::CallOf<decltype(Function)>;
-  static HRESULT Run(Control& control, VARIANT* arguments) {
-    return Call::Result(control, Function, arguments);
-  }
-  static constexpr MethodAccess kAccess{&Run, &Call::Carries, Call::kCount};
-};
-template <auto Function>
-inline constexpr MethodAccess Method = MethodOf<Function>::kAccess;
+template <auto Function, class As = void>
+inline constexpr MethodAccess Method{&detail::CallOf<Function, As>::Invoke,
+                                     &detail::CallOf<Function, As>::Carries,
+                                     detail::CallOf<Function, As>::kCount};
 
 namespace detail {
 

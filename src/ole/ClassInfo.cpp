@@ -11,10 +11,6 @@
 namespace qrn::ole {
 namespace {
 
-std::wstring_view Wide(std::u16string_view text) {
-  return {reinterpret_cast<const wchar_t*>(text.data()), text.size()};
-}
-
 std::span<const EnumRow> ChoicesOf(const ControlTable& table, DISPID id) {
   const PropertyRow* row = FindProperty(table, id);
   return row ? row->choices : std::span<const EnumRow>();
@@ -73,7 +69,7 @@ STDMETHODIMP ClassInfo::GetDisplayString(DISPID id, BSTR* text) {
     Check(value.as(VT_I4, value));
     const auto found = std::ranges::find(choices, value->intVal, &EnumRow::value);
     if (found == choices.end()) return S_FALSE;
-    *text = Bstr(Wide(found->text)).detach();
+    *text = Bstr(AsWide(found->text)).detach();
     return S_OK;
   });
 }
@@ -99,7 +95,7 @@ STDMETHODIMP ClassInfo::GetPredefinedStrings(DISPID id, CALPOLESTR* texts, CADWO
   TaskMemory<DWORD> numbers(static_cast<DWORD*>(CoTaskMemAlloc(count * sizeof(DWORD))));
   if (!names || !numbers) return E_OUTOFMEMORY;
   for (size_t i = 0; i < count; ++i) {
-    names.get()[i] = CopyToTaskMemory(Wide(choices[i].text).data());
+    names.get()[i] = CopyToTaskMemory(AsWide(choices[i].text).data());
     numbers.get()[i] = static_cast<DWORD>(choices[i].value);
   }
   *texts = {static_cast<ULONG>(count), names.release()};

@@ -10,16 +10,12 @@
 namespace qrn::ole {
 namespace {
 
-HRESULT CopyConnection(CONNECTDATA* to, const CONNECTDATA& from) {
-  *to = from;
-  if (to->pUnk) to->pUnk->AddRef();
-  return S_OK;
-}
-void DropConnection(CONNECTDATA& data) {
-  if (data.pUnk) data.pUnk->Release();
+HRESULT GiveConnection(const ConnectedSink& connected, CONNECTDATA* out) {
+  out->dwCookie = connected.cookie;
+  return connected.sink.copyTo(&out->pUnk);
 }
 using ConnectionEnumerator =
-    Enumerator<IEnumConnections, CONNECTDATA, &CopyConnection, &DropConnection>;
+    Enumerator<IEnumConnections, CONNECTDATA, ConnectedSink, &GiveConnection>;
 
 // The sink as the outgoing interface, or as a plain IDispatch, which serves an event interface.
 Com<IUnknown> AsOutgoing(IUnknown* sink, const GUID& outgoing) {
@@ -34,11 +30,12 @@ Com<IUnknown> AsOutgoing(IUnknown* sink, const GUID& outgoing) {
 }  // namespace
 
 bool ConnectionPoint::IsConnected(DWORD cookie) const noexcept {
-  return std::ranges::find(sinks_, cookie, &Entry::cookie) != sinks_.end();
+  return std::ranges::find(sinks_, cookie, &ConnectedSink::cookie) != sinks_.end();
 }
 
 void ConnectionPoint::Disconnect() noexcept {
-  const std::vector<Entry> gone = std::move(sinks_);  // a sink's release may come back to us
+  const std::vector<ConnectedSink> gone =
+      std::move(sinks_);  // a sink's release may come back to us
   sinks_.clear();
 }
 
@@ -77,22 +74,16 @@ STDMETHODIMP ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
 }
 
 STDMETHODIMP ConnectionPoint::Unadvise(DWORD cookie) {
-  const auto found = std::ranges::find(sinks_, cookie, &Entry::cookie);
+  const auto found = std::ranges::find(sinks_, cookie, &ConnectedSink::cookie);
   if (found == sinks_.end()) return CONNECT_E_NOCONNECTION;
-  const Entry gone = std::move(*found);
+  const ConnectedSink gone = std::move(*found);
   sinks_.erase(found);
   return S_OK;
 }
 
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** connections) {
-  return Guard([&] {
-    std::vector<CONNECTDATA> data;
-    for (const Entry& entry : sinks_) {
-      data.emplace_back();
-      CopyConnection(&data.back(), {entry.sink.get(), entry.cookie});
-    }
-    return ConnectionEnumerator::Make(std::move(data), connections);
-  });
+  if (!connections) return E_POINTER;
+  return Guard([&] { return Make<ConnectionEnumerator>(sinks_).detachTo(connections); });
 }
 
 }  // namespace qrn::ole

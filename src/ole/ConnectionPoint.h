@@ -11,6 +11,11 @@ namespace qrn::ole {
 
 class Control;
 
+struct ConnectedSink {
+  DWORD cookie;
+  Com<IUnknown> sink;  // points at the outgoing interface
+};
+
 // Sinks may come and leave at any time, also while they are being called. An object of its own, but
 // it lives in the control: a reference to it is one to the control.
 class ConnectionPoint final : public IConnectionPoint {
@@ -29,8 +34,8 @@ class ConnectionPoint final : public IConnectionPoint {
   // gives that. `Sink` is the interface the point was made for.
   template <class Sink, class Body>
   HRESULT ForEach(Body body) {
-    const std::vector<Entry> now = sinks_;
-    for (const Entry& entry : now) {
+    const std::vector<ConnectedSink> now = sinks_;
+    for (const ConnectedSink& entry : now) {
       if (!IsConnected(entry.cookie)) continue;
       const HRESULT result = body(static_cast<Sink*>(entry.sink.get()));
       if (result != S_OK) return result;
@@ -51,15 +56,11 @@ class ConnectionPoint final : public IConnectionPoint {
   STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
  private:
-  struct Entry {
-    DWORD cookie;
-    Com<IUnknown> sink;  // points at the outgoing interface
-  };
   bool IsConnected(DWORD cookie) const noexcept;
 
   Control& control_;
   const GUID& outgoing_;
-  std::vector<Entry> sinks_;
+  std::vector<ConnectedSink> sinks_;
   DWORD lastCookie_ = 0;
 };
 

@@ -59,10 +59,6 @@ class Control {
   Bstr AmbientName() const { return site_.DisplayName(); }
   HWND ResolveContainerWindow() noexcept;
   HWND hwnd() const noexcept { return window_.get(); }
-  template <class... A>
-  void Fire(int32_t id, A... arguments) {
-    events_.Fire(id, arguments...);
-  }
   // A property changed: marks dirty, runs OnChanged, tells the container; with `repaint` also asks
   // the view for a redraw. While the control loads, only OnChanged runs.
   void Changed(int32_t id, bool repaint = false);

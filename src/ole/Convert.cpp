@@ -53,7 +53,7 @@ bool IsNullText(const VARIANT& value) {
 }
 void KeepNull(const VARIANT& from, VARIANT& copy) {
   if (!IsNullText(from) || copy.vt != VT_BSTR) return;
-  SysFreeString(std::exchange(copy.bstrVal, nullptr));
+  Bstr().moveTo(copy.bstrVal);
 }
 
 HRESULT Change(const VARIANT& sent, VARTYPE type, LCID locale, Variant& value) {
@@ -116,7 +116,7 @@ HRESULT StoreAnswer(const VARIANT& sent, const Variant& answer, LCID locale) {
   Variant changed;
   const HRESULT result = Change(*answer.get(), type, locale, changed);
   if (FAILED(result)) return result;
-  if (type == VT_BSTR) SysFreeString(*place.pbstrVal);
+  if (type == VT_BSTR) Bstr().moveTo(*place.pbstrVal);
   std::memcpy(place.byref, &changed->byref, SizeBehind(type));
   changed.release();
   return S_OK;

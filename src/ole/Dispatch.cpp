@@ -147,6 +147,7 @@ HRESULT Dispatch::CallProperty(const Property& property, const Call& call) {
 
 HRESULT Dispatch::Get(const Property& property, VARIANT* index, VARIANT& value) {
   if (property.row.rules & kRunTime && !control().UserMode()) return kNotAvailableNow;
+  value = VARIANT{};
   value.vt = property.row.type.vt;
   const HRESULT result = property.access.get(control(), index, value);
   if (FAILED(result)) value.vt = VT_EMPTY;

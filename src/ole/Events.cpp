@@ -12,14 +12,10 @@
 namespace qrn::ole {
 namespace {
 
-HRESULT CopyPoint(IConnectionPoint** to, IConnectionPoint* const& from) {
-  *to = from;
-  from->AddRef();
-  return S_OK;
-}
-void DropPoint(IConnectionPoint*& point) { point->Release(); }
-using PointEnumerator =
-    Enumerator<IEnumConnectionPoints, IConnectionPoint*, &CopyPoint, &DropPoint>;
+using KeptPoint = Com<IConnectionPoint>;
+
+HRESULT GivePoint(const KeptPoint& point, IConnectionPoint** out) { return point.copyTo(out); }
+using PointEnumerator = Enumerator<IEnumConnectionPoints, IConnectionPoint*, KeptPoint, &GivePoint>;
 
 }  // namespace
 
@@ -63,10 +59,10 @@ void Events::Disconnect() noexcept {
 }
 
 STDMETHODIMP Events::EnumConnectionPoints(IEnumConnectionPoints** points) {
+  if (!points) return E_POINTER;
   return Run([&] {
-    std::vector<IConnectionPoint*> both{&events_, &properties_};
-    for (IConnectionPoint* point : both) point->AddRef();
-    return PointEnumerator::Make(std::move(both), points);
+    const std::vector both{KeptPoint(&events_), KeptPoint(&properties_)};
+    return Make<PointEnumerator>(both).detachTo(points);
   });
 }
 

@@ -14,11 +14,9 @@ class Events final : public Face<IConnectionPointContainer> {
  public:
   Events(Control& control, const ControlTable& table) noexcept;
 
-  // Raises an event. Arguments go in the order of its row: numbers and texts by value, pointers to
-  // int16_t, int32_t and Bstr by reference, in which the handlers leave their answer. Nothing is
-  // raised while the container has frozen events.
+  // Raises an event by its number, unchecked; code of controls uses Fire (Names.h).
   template <class... A>
-  void Fire(int32_t id, A... arguments) {
+  void Raise(int32_t id, A... arguments) {
     std::array<VARIANT, sizeof...(A)> values{EventArgument(arguments)...};
     FireValues(id, values.data(), sizeof...(A));
   }

@@ -6,6 +6,7 @@
 #include "com/Guard.h"
 #include "com/Handles.h"
 #include "com/Message.h"
+#include "com/Text.h"
 #include "com/Variant.h"
 
 namespace qrn::ole {

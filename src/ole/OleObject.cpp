@@ -14,26 +14,26 @@
 namespace qrn::ole {
 namespace {
 
-HRESULT CopyVerb(OLEVERB* to, const OLEVERB& from) {
-  *to = from;
-  to->lpszVerbName = CopyToTaskMemory(from.lpszVerbName);
-  return to->lpszVerbName ? S_OK : E_OUTOFMEMORY;
-}
-void DropVerb(OLEVERB& verb) { CoTaskMemFree(verb.lpszVerbName); }
-using VerbEnumerator = Enumerator<IEnumOLEVERB, OLEVERB, &CopyVerb, &DropVerb>;
+// A verb as the registration states it. The name lives as long as the program.
+struct OwnVerb {
+  LONG verb;
+  std::u16string_view name;
+};
 
-// The verbs as the registration states them, for a control that is not registered.
+HRESULT GiveVerb(const OwnVerb& verb, OLEVERB* out) {
+  *out = OLEVERB{};
+  out->lVerb = verb.verb;
+  out->lpszVerbName = CopyToTaskMemory(AsWide(verb.name).data());
+  out->grfAttribs = OLEVERBATTRIB_ONCONTAINERMENU;
+  return out->lpszVerbName ? S_OK : E_OUTOFMEMORY;
+}
+using VerbEnumerator = Enumerator<IEnumOLEVERB, OLEVERB, OwnVerb, &GiveVerb>;
+
+// For a control that is not registered.
 HRESULT OwnVerbs(IEnumOLEVERB** verbs) {
-  OLEVERB properties{};
-  properties.lVerb = OLEIVERB_PRIMARY;
-  properties.lpszVerbName =
-      CopyToTaskMemory(reinterpret_cast<const wchar_t*>(kPropertiesVerb.data()));
-  properties.grfAttribs = OLEVERBATTRIB_ONCONTAINERMENU;
-  if (!properties.lpszVerbName) return E_OUTOFMEMORY;
-  return VerbEnumerator::Make({properties}, verbs);
+  const std::vector<OwnVerb> own{{OLEIVERB_PRIMARY, kPropertiesVerb}};
+  return Make<VerbEnumerator>(own).detachTo(verbs);
 }
-
-std::wstring Wide(const char* ascii) { return std::wstring(ascii, ascii + std::strlen(ascii)); }
 
 }  // namespace
 

@@ -77,14 +77,7 @@ Com<IDispatch> ObjectOf(const PersistedItem& item) {
   return Query<IDispatch>(object);
 }
 
-std::u16string Text(BSTR text) {
-  return std::u16string(reinterpret_cast<const char16_t*>(text), SysStringLen(text));
-}
-
-Bstr TextOf(const PersistedItem& item) {
-  if (item.nullText) return Bstr();
-  return Bstr({reinterpret_cast<const wchar_t*>(item.text.data()), item.text.size()});
-}
+Bstr TextOf(const PersistedItem& item) { return item.nullText ? Bstr() : Bstr(AsWide(item.text)); }
 
 }  // namespace
 
@@ -93,7 +86,7 @@ PersistedItem ItemOf(const VARIANT& value) {
   item.type = value.vt;
   if (value.vt == VT_BSTR) {
     item.nullText = !value.bstrVal;
-    if (value.bstrVal) item.text = Text(value.bstrVal);
+    if (value.bstrVal) item.text = AsUtf16({value.bstrVal, SysStringLen(value.bstrVal)});
   } else if (value.vt == VT_DISPATCH) {
     PutObject(value.pdispVal, item);
   } else {

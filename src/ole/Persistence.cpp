@@ -15,8 +15,6 @@ namespace {
 
 constexpr wchar_t kContents[] = L"Contents";
 
-std::wstring Wide(const char* ascii) { return std::wstring(ascii, ascii + std::strlen(ascii)); }
-
 void ReportTo(IErrorLog* log, const std::wstring& name, HRESULT result) {
   if (!log) return;
   EXCEPINFO exception{};

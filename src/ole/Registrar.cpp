@@ -5,9 +5,7 @@
 namespace qrn::ole {
 namespace {
 
-const wchar_t* Wide(const std::u16string& text) {
-  return reinterpret_cast<const wchar_t*>(text.c_str());
-}
+const wchar_t* Chars(const std::u16string& text) { return AsWide(text).data(); }
 
 // The first of two results that is an error.
 LSTATUS Either(LSTATUS first, LSTATUS second) { return first != ERROR_SUCCESS ? first : second; }
@@ -17,11 +15,11 @@ LSTATUS Forgiving(LSTATUS result) {
 }
 
 LSTATUS DeleteWhole(HKEY parent, const std::u16string& name) {
-  return Forgiving(RegDeleteTreeW(parent, Wide(name)));
+  return Forgiving(RegDeleteTreeW(parent, Chars(name)));
 }
 
 LSTATUS Put(HKEY key, const RegistryValue& value, DWORD type, const void* data, size_t bytes) {
-  return RegSetValueExW(key, Wide(value.name), 0, type, static_cast<const BYTE*>(data),
+  return RegSetValueExW(key, Chars(value.name), 0, type, static_cast<const BYTE*>(data),
                         static_cast<DWORD>(bytes));
 }
 
@@ -47,7 +45,7 @@ LSTATUS AddKey(HKEY parent, const RegistryKey& row) {
     if (gone != ERROR_SUCCESS || row.rule == KeyRule::Delete) return gone;
   }
   Key key;
-  const LSTATUS made = RegCreateKeyExW(parent, Wide(row.name), 0, nullptr, 0, KEY_READ | KEY_WRITE,
+  const LSTATUS made = RegCreateKeyExW(parent, Chars(row.name), 0, nullptr, 0, KEY_READ | KEY_WRITE,
                                        nullptr, key.put(), nullptr);
   return made != ERROR_SUCCESS ? made : AddBelow(key.get(), row);
 }
@@ -78,7 +76,7 @@ LSTATUS RemoveBelow(HKEY key, const RegistryKey& row) {
     result = Either(result, RemoveKey(key, *below));
   }
   for (const RegistryValue& value : row.values) {
-    result = Either(result, Forgiving(RegDeleteValueW(key, Wide(value.name))));
+    result = Either(result, Forgiving(RegDeleteValueW(key, Chars(value.name))));
   }
   return result;
 }
@@ -87,12 +85,12 @@ LSTATUS RemoveKey(HKEY parent, const RegistryKey& row) {
   if (row.rule == KeyRule::Delete) return ERROR_SUCCESS;
   if (row.rule == KeyRule::ForceRemove) return DeleteWhole(parent, row.name);
   Key key;
-  const LSTATUS opened = RegOpenKeyExW(parent, Wide(row.name), 0, KEY_READ | KEY_WRITE, key.put());
+  const LSTATUS opened = RegOpenKeyExW(parent, Chars(row.name), 0, KEY_READ | KEY_WRITE, key.put());
   if (opened != ERROR_SUCCESS) return Forgiving(opened);
   const LSTATUS emptied = RemoveBelow(key.get(), row);
   if (row.rule == KeyRule::NoRemove || HasKeys(key.get())) return emptied;
   key.reset();
-  return Either(emptied, Forgiving(RegDeleteKeyW(parent, Wide(row.name))));
+  return Either(emptied, Forgiving(RegDeleteKeyW(parent, Chars(row.name))));
 }
 
 }  // namespace

@@ -2,8 +2,12 @@
 
 #include <olectl.h>
 
+#include <algorithm>
+
 #include "ole/InputState.h"
 #include "ole/MousePointer.h"
+#include "ole/Names.h"
+#include "ole/tables/StockEvents.h"
 
 namespace qrn::ole {
 
@@ -21,15 +25,15 @@ const MessageRow<VisibleControl> VisibleControl::kOwnMessages[] = {
 
 const MessageRow<VisibleControl> VisibleControl::kContainedMessages[] = {
     {WM_MOUSEACTIVATE, &VisibleControl::OnMouseActivate},
-    {WM_SETCURSOR, &VisibleControl::OnSetCursor},
     {WM_SETFOCUS, &VisibleControl::OnContainedSetFocus},
     {WM_KILLFOCUS, &VisibleControl::OnContainedKillFocus},
     {WM_KEYDOWN, &VisibleControl::OnContainedKeyDown},
-    {WM_MOUSEMOVE, &VisibleControl::OnMouse},
-    {WM_LBUTTONDOWN, &VisibleControl::OnMouse},
-    {WM_RBUTTONDOWN, &VisibleControl::OnMouse},
-    {WM_LBUTTONUP, &VisibleControl::OnMouse},
-    {WM_RBUTTONUP, &VisibleControl::OnMouse},
+};
+
+const MessageRow<VisibleControl> VisibleControl::kPointerMessages[] = {
+    {WM_SETCURSOR, &VisibleControl::OnSetCursor}, {WM_MOUSEMOVE, &VisibleControl::OnMouse},
+    {WM_LBUTTONDOWN, &VisibleControl::OnMouse},   {WM_RBUTTONDOWN, &VisibleControl::OnMouse},
+    {WM_LBUTTONUP, &VisibleControl::OnMouse},     {WM_RBUTTONUP, &VisibleControl::OnMouse},
 };
 
 VisibleControl::VisibleControl(const ControlTable& table, const Binding& binding,
@@ -41,15 +45,16 @@ VisibleControl::VisibleControl(const ControlTable& table, const Binding& binding
       font_([this] { FontChanged(); }),
       contained_(*this) {
   MakeBrush();
-  if (defaults.hasFont) font_.Set(MakeDefaultFont());
+  if (defaults.hasFont) font_.Set(MakeFont());
 }
 
 bool VisibleControl::OnWindowMessage(Message& message) {
-  return Route(*this, kOwnMessages, message);
+  return Route(*this, kOwnMessages, message) ||
+         (!contained() && Route(*this, kPointerMessages, message));
 }
 
 bool VisibleControl::OnContainedMessage(Message& message) {
-  return Route(*this, kContainedMessages, message);
+  return Route(*this, kContainedMessages, message) || Route(*this, kPointerMessages, message);
 }
 
 bool VisibleControl::OnCreate(Message&) {
@@ -75,6 +80,15 @@ void VisibleControl::MakeContained() {
   }
   EnableWindows();
   OnContainedMade();
+}
+
+void VisibleControl::AddBorder(ContainedDescription& description) const noexcept {
+  if (!BorderStyle) return;
+  if (Appearance) {
+    description.exStyle |= WS_EX_CLIENTEDGE;
+  } else {
+    description.style |= WS_BORDER;
+  }
 }
 
 void VisibleControl::RemakeContained() {
@@ -151,6 +165,8 @@ void VisibleControl::OnChanged(int32_t id) {
   for (const AppliedRow& row : kApplied) {
     if (row.id == id) (this->*row.apply)();
   }
+  const bool remade = std::ranges::find(RemadeInDesigner(), id) != RemadeInDesigner().end();
+  if (remade && !UserMode()) RemakeContained();
 }
 
 void VisibleControl::ApplyFont() {
@@ -180,23 +196,21 @@ void VisibleControl::FontChanged() {
 }
 
 bool VisibleControl::OnMouse(Message& message) {
-  struct Row {
-    UINT message;
-    int32_t event;
-    WPARAM released;  // the button that the message itself no longer counts as held
-  };
-  constexpr Row kRows[] = {{WM_MOUSEMOVE, stock::kMouseMove, 0},
-                           {WM_LBUTTONDOWN, stock::kMouseDown, 0},
-                           {WM_RBUTTONDOWN, stock::kMouseDown, 0},
-                           {WM_LBUTTONUP, stock::kMouseUp, MK_LBUTTON},
-                           {WM_RBUTTONUP, stock::kMouseUp, MK_RBUTTON}};
-  for (const Row& row : kRows) {
-    if (row.message != message.id) continue;
-    const auto x = static_cast<float>(static_cast<int16_t>(LOWORD(message.lParam)));
-    const auto y = static_cast<float>(static_cast<int16_t>(HIWORD(message.lParam)));
-    const int16_t button = MouseButton(message.wParam | row.released);
-    Fire(row.event, button, MouseShift(message.wParam), x, y);
-    break;
+  const auto x = static_cast<float>(static_cast<int16_t>(LOWORD(message.lParam)));
+  const auto y = static_cast<float>(static_cast<int16_t>(HIWORD(message.lParam)));
+  const int16_t shift = MouseShift(message.wParam);
+  switch (message.id) {
+    case WM_MOUSEMOVE:
+      Fire<kStockEvents, "MouseMove">(*this, MouseButton(message.wParam), shift, x, y);
+      break;
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+      Fire<kStockEvents, "MouseDown">(*this, MouseButton(message.wParam), shift, x, y);
+      break;
+    default: {  // the message itself no longer counts its button as held
+      const WPARAM released = message.id == WM_LBUTTONUP ? MK_LBUTTON : MK_RBUTTON;
+      Fire<kStockEvents, "MouseUp">(*this, MouseButton(message.wParam | released), shift, x, y);
+    }
   }
   return false;
 }
@@ -224,7 +238,7 @@ HRESULT VisibleControl::OnAccelerator(MSG& message) {
   switch (message.message) {
     case WM_KEYDOWN: {
       auto code = static_cast<int16_t>(message.wParam);
-      Fire(stock::kKeyDown, &code, KeyShift());
+      Fire<kStockEvents, "KeyDown">(*this, &code, KeyShift());
       const KeyEnd end = OnKeyDown(message);
       if (end == KeyEnd::Site) return OfferToSite(message);
       return end == KeyEnd::Here ? S_OK : S_FALSE;
@@ -247,7 +261,7 @@ VisibleControl::KeyEnd VisibleControl::OnKeyDown(MSG& message) {
 
 HRESULT VisibleControl::OnKeyUp(MSG& message) {
   auto code = static_cast<int16_t>(message.wParam);
-  Fire(stock::kKeyUp, &code, KeyShift());
+  Fire<kStockEvents, "KeyUp">(*this, &code, KeyShift());
   return code == 0 ? S_OK : OfferToSite(message);
 }
 
@@ -255,7 +269,7 @@ HRESULT VisibleControl::OnKeyUp(MSG& message) {
 HRESULT VisibleControl::OnChar(MSG& message) {
   const int16_t typed = KeyAsciiOf(message.wParam);
   int16_t code = typed;
-  Fire(stock::kKeyPress, &code);
+  Fire<kStockEvents, "KeyPress">(*this, &code);
   if (code == 0) return S_OK;
   if (code != typed) message.wParam = CharacterOf(code);
   return OfferToSite(message);
@@ -264,8 +278,8 @@ HRESULT VisibleControl::OnChar(MSG& message) {
 // A window draws itself wherever it is asked to; without one a stand-in shows where it will be.
 void VisibleControl::OnDraw(HDC dc, const RECT& rect) {
   if (!contained()) {
-    DrawStandIn(dc, rect, {});
-    return;
+    const auto description = DescribeContained();
+    return DrawStandIn(dc, rect, description ? description->text : std::wstring());
   }
   POINT origin{};
   OffsetViewportOrgEx(dc, rect.left, rect.top, &origin);

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-#include "com/FontHolder.h"
+#include "com/Fonts.h"
 #include "ole/Bind.h"
 #include "ole/ContainedWindow.h"
 #include "ole/Control.h"
@@ -58,9 +58,13 @@ class VisibleControl : public Control {
   DWORD ExtraWindowStyle() const override { return TabStop ? WS_TABSTOP : 0; }
 
  protected:
-  // The contained window to make; none for a control that draws itself.
+  // The contained window to make; none for a control that draws itself. Its text also stands in the
+  // stand-in that is drawn where there is no window yet.
   virtual std::optional<ContainedDescription> DescribeContained() { return std::nullopt; }
   virtual void OnContainedMade() {}
+  // Properties whose change makes the contained window anew while a form is designed. At run time
+  // they only store.
+  virtual std::span<const int32_t> RemadeInDesigner() const { return {}; }
   virtual void OnRegister() {}
   virtual void OnUnregister() {}
   // A key went down and its event is over. Whether the key ends here, is offered to the site, or
@@ -69,21 +73,19 @@ class VisibleControl : public Control {
   virtual KeyEnd OnKeyDown(MSG& message);
   // Gives the contained window its place in the client area.
   virtual void LayOut(const RECT& client);
-  // Draws a stand-in where there is no window to draw itself. `text` goes inside.
-  void DrawStandIn(HDC dc, RECT rect, std::wstring_view text);
 
+  // Adds the border that BorderStyle and Appearance ask for: sunken, plain or none.
+  void AddBorder(ContainedDescription& description) const noexcept;
   // Destroys the contained window and makes it again, with its font and state.
   void RemakeContained();
   // Colours a device context as the colour messages ask.
   LRESULT ColorContext(HDC dc) const noexcept;
   LRESULT CallOriginal(const Message& message) { return contained_.CallOriginal(message); }
 
-  // Handlers for the tables of derived controls.
+ private:
   bool OnMouse(Message& message);          // raises the event of a button or a move, then goes on
   bool OnSetCursor(Message& message);      // run time: MousePointer
   bool OnMouseActivate(Message& message);  // run time: UI activation
-
- private:
   bool OnCreate(Message& message);
   bool OnDestroy(Message& message);
   bool OnSize(Message& message);
@@ -101,9 +103,12 @@ class VisibleControl : public Control {
   void ApplyEnabled();
   void EnableWindows() noexcept;
   void FontChanged();
+  void DrawStandIn(HDC dc, RECT rect, std::wstring_view text);
 
   static const MessageRow<VisibleControl> kOwnMessages[];
   static const MessageRow<VisibleControl> kContainedMessages[];
+  // Of whichever window the user points at: the contained one, or the control's own without it.
+  static const MessageRow<VisibleControl> kPointerMessages[];
 
   // What a stock property does to the windows when it changes. To be drawn anew is not told here:
   // that follows from the row of the property's table.

@@ -1,6 +1,6 @@
 #include "Hosted.h"
 
-#include "controls/VbInterfaces.h"
+#include "com/VbFormat.h"
 #include "ole/SystemGuid.h"
 #include "platform/Utf.h"
 

@@ -267,7 +267,7 @@ TEST_F(DispatchTest, StoreOnlyAndUnchangedPutsTellNobody) {
 }
 
 TEST_F(DispatchTest, AnAssignedFontIsACopyAndASetFontIsTheSame) {
-  Com<IFontDisp> font = MakeDefaultFont();
+  Com<IFontDisp> font = MakeFont();
   VARIANT value{};
   value.vt = VT_DISPATCH;
   value.pdispVal = font.get();

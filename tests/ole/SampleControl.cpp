@@ -1,5 +1,7 @@
 #include "SampleControl.h"
 
+#include "ole/Names.h"
+
 namespace qrn::test {
 namespace {
 
@@ -75,7 +77,7 @@ void Sample::Join(const Bstr& first, const Bstr& second, Bstr& joined) {
 void Sample::Ring() {
   int16_t number = 5;
   Bstr line(L"line");
-  Fire(1, Name.get(), &number, &line);
+  Fire<kSampleTable, "Rang">(*this, Name.get(), &number, &line);
   log += "rang(" + std::to_string(number) + "," + Narrow(line.view()) + ") ";
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "ole/tables/MemberChecks.h"
+#include "ole/tables/StockEvents.h"
 
 namespace qrn::test {
 
@@ -58,18 +59,9 @@ inline constexpr MethodRow kSampleMethods[] = {
 };
 inline constexpr ArgumentRow kRangArguments[] = {
     {"Text", kText}, {"Number", kShortOut}, {"Line", kTextOut}};
-inline constexpr ArgumentRow kKeyArguments[] = {{"KeyCode", kShortOut}, {"Shift", kShort}};
-inline constexpr ArgumentRow kPressArguments[] = {{"KeyAscii", kShortOut}};
-inline constexpr ArgumentRow kMouseArguments[] = {
-    {"Button", kShort}, {"Shift", kShort}, {"X", kSingle}, {"Y", kSingle}};
 inline constexpr EventRow kSampleEvents[] = {
     {1, "Rang", kRangArguments},
-    {stock::kKeyDown,   "KeyDown",   kKeyArguments},
-    {stock::kKeyUp,     "KeyUp",     kKeyArguments},
-    {stock::kKeyPress,  "KeyPress",  kPressArguments},
-    {stock::kMouseDown, "MouseDown", kMouseArguments},
-    {stock::kMouseMove, "MouseMove", kMouseArguments},
-    {stock::kMouseUp,   "MouseUp",   kMouseArguments},
+    kKeyDownEvent, kKeyUpEvent, kKeyPressEvent, kMouseDownEvent, kMouseMoveEvent, kMouseUpEvent,
 };
 inline constexpr PersistRow kSamplePersisted[] = {
     kCx, kCy,

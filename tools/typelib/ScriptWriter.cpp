@@ -6,6 +6,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "platform/Utf.h"
+
 namespace qrn {
 namespace {
 
@@ -39,15 +41,6 @@ class Script {
 };
 
 std::string Quoted(const std::string& text) { return " = s '" + text + "'"; }
-
-std::string Utf8(std::u16string_view text) {
-  const int size = static_cast<int>(text.size());
-  const auto* wide = reinterpret_cast<const wchar_t*>(text.data());
-  std::string utf8(text.size() * 3, '\0');
-  utf8.resize(static_cast<size_t>(WideCharToMultiByte(
-      CP_UTF8, 0, wide, size, utf8.data(), static_cast<int>(utf8.size()), nullptr, nullptr)));
-  return utf8;
-}
 
 // The part that every class has.
 void Server(Script& script) {
@@ -117,7 +110,7 @@ std::string ControlScript(const ole::ControlTable& table) {
       .Close();
   script.Line("'TypeLib'" + Quoted(ole::GuidText(kLibrary.id)));
   script.Line("'Version'" + Quoted(registration.version));
-  script.Open("'Verb'").Line("'0'" + Quoted(Utf8(ole::kPropertiesVerb) + ", 0, 2")).Close();
+  script.Open("'Verb'").Line("'0'" + Quoted(Utf16ToUtf8(ole::kPropertiesVerb) + ", 0, 2")).Close();
   return script.Close(3).text();
 }
 

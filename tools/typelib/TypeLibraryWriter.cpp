@@ -10,6 +10,7 @@
 
 #include "com/Guard.h"
 #include "com/Module.h"
+#include "com/Text.h"
 #include "com/Variant.h"
 #include "ole/SystemGuid.h"
 #include "typelib/TypeMaker.h"
@@ -17,8 +18,9 @@
 namespace qrn::ole {
 namespace {
 
-std::wstring Wide(const char* ascii) { return std::wstring(ascii, ascii + std::strlen(ascii)); }
-std::wstring Wide(std::u16string_view text) { return std::wstring(text.begin(), text.end()); }
+using com::Wide;
+
+std::wstring Wide(std::u16string_view text) { return std::wstring(com::AsWide(text)); }
 
 // One function of a dispatch interface.
 struct FunctionText {

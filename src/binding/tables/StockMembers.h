@@ -6,6 +6,7 @@
 
 #include "binding/tables/Enumerations.h"
 #include "ole/tables/MemberChecks.h"
+#include "ole/tables/StockEvents.h"
 
 namespace qrn {
 
@@ -13,8 +14,16 @@ using ole::ArgumentRow;
 using ole::ControlTable;
 using ole::EventRow;
 using ole::Guid;
+using ole::kClickEvent;
 using ole::kCx;
 using ole::kCy;
+using ole::kDblClickEvent;
+using ole::kKeyDownEvent;
+using ole::kKeyPressEvent;
+using ole::kKeyUpEvent;
+using ole::kMouseDownEvent;
+using ole::kMouseMoveEvent;
+using ole::kMouseUpEvent;
 using ole::MethodRow;
 using ole::Page;
 using ole::PersistRow;
@@ -45,20 +54,8 @@ inline constexpr PropertyRow kMousePointerRow{ole::stock::kMousePointer, "MouseP
 inline constexpr PropertyRow kMouseIconRow   {ole::stock::kMouseIcon,    "MouseIcon",    ole::kPicture};
 inline constexpr PropertyRow kPictureRow     {ole::stock::kPicture,      "Picture",      ole::kPicture, ole::kRepaint};
 
-inline constexpr ArgumentRow kKeyArguments[]       = {{"KeyCode", ole::kShortOut}, {"Shift", ole::kShort}};
-inline constexpr ArgumentRow kKeyPressArguments[]  = {{"KeyAscii", ole::kShortOut}};
-inline constexpr ArgumentRow kMouseArguments[]     = {{"Button", ole::kShort}, {"Shift", ole::kShort}, {"X", ole::kSingle}, {"Y", ole::kSingle}};
 inline constexpr ArgumentRow kBtrieveErrorArguments[] = {{"TableName", ole::kText}, {"Status", ole::kShortOut}};
 inline constexpr ArgumentRow kLineDataArguments[]  = {{"LineData", ole::kTextOut}};
-
-inline constexpr EventRow kClickEvent    {ole::stock::kClick,     "Click"};
-inline constexpr EventRow kDblClickEvent {ole::stock::kDblClick,  "DblClick"};
-inline constexpr EventRow kKeyDownEvent  {ole::stock::kKeyDown,   "KeyDown",   kKeyArguments};
-inline constexpr EventRow kKeyUpEvent    {ole::stock::kKeyUp,     "KeyUp",     kKeyArguments};
-inline constexpr EventRow kKeyPressEvent {ole::stock::kKeyPress,  "KeyPress",  kKeyPressArguments};
-inline constexpr EventRow kMouseMoveEvent{ole::stock::kMouseMove, "MouseMove", kMouseArguments};
-inline constexpr EventRow kMouseDownEvent{ole::stock::kMouseDown, "MouseDown", kMouseArguments};
-inline constexpr EventRow kMouseUpEvent  {ole::stock::kMouseUp,   "MouseUp",   kMouseArguments};
 // clang-format on
 
 inline constexpr std::array kKeyEvents{kKeyDownEvent, kKeyUpEvent, kKeyPressEvent};

@@ -4,15 +4,21 @@
 
 #include "binding/InputMethod.h"
 #include "binding/ListWindow.h"
+#include "binding/tables/ListArguments.h"
 #include "com/Extent.h"
 #include "com/Guard.h"
+#include "ole/Names.h"
 #include "platform/CodePage.h"
 
 namespace qrn {
 namespace {
 
-constexpr ListKind kComboBox{kComboBoxMessages, 3, 4};
-constexpr int32_t kChangeEvent = 2;
+constexpr ListKind kComboBox{
+    kComboBoxMessages,
+    [](ole::Control& control) { ole::Fire<list::kComboEvents, "Scroll">(control); },
+    [](ole::Control& control, com::Bstr* line) {
+      ole::Fire<list::kComboEvents, "Format">(control, line);
+    }};
 
 constexpr size_t kLongestText = 1024;  // bytes of `Text` as it is read from the window
 constexpr int kAroundLine = 6;         // pixels of a combo box above and below its line
@@ -28,8 +34,8 @@ constexpr DWORD kStyles[] = {
 
 // Metrics of a font on the screen, the system's own where there is none.
 TEXTMETRICW MetricsOf(HFONT font) {
-  const ole::WindowDc dc(nullptr);
-  const ole::Selected face(dc.get(),
+  const com::WindowDc dc(nullptr);
+  const com::Selected face(dc.get(),
                            font ? static_cast<HGDIOBJ>(font) : GetStockObject(DEFAULT_GUI_FONT));
   TEXTMETRICW metrics{};
   GetTextMetricsW(dc.get(), &metrics);
@@ -60,16 +66,12 @@ void ComboControl::OnContainedMade() {
   LayOut(client);
 }
 
-void ComboControl::OnDraw(HDC dc, const RECT& rect) {
-  contained() ? ListControl::OnDraw(dc, rect) : DrawStandIn(dc, rect, Text.view());
-}
-
 void ComboControl::PutStyle(int32_t style) {
   if (std::exchange(Style, style) != style && contained()) RemakeContained();
 }
 
 int ComboControl::LineHeight() {
-  const ole::FontInUse inUse(font().get());
+  const com::FontInUse inUse(font().get());
   const TEXTMETRICW metrics = MetricsOf(inUse.get());
   return metrics.tmHeight + metrics.tmDescent;
 }
@@ -77,7 +79,7 @@ int ComboControl::LineHeight() {
 // Only a simple combo, whose list is always open, is as high as its container wants it.
 void ComboControl::AdjustExtent(SIZE& himetric) {
   if (Style == kNormalCombo) return;
-  himetric.cy = ole::PixelsToHimetric({0, LineHeight() + kAroundLine}).cy;
+  himetric.cy = com::PixelsToHimetric({0, LineHeight() + kAroundLine}).cy;
 }
 
 // The window's height is that of the line and the list together.
@@ -99,7 +101,7 @@ void ComboControl::OnNotice(WORD code) {
     if (IMEMode != 0 && Style != kDropDownList) TheInputMethod().Apply(contained(), IMEMode);
   }
   if (code == CBN_KILLFOCUS) FocusWent(GetFocus());
-  if (code == CBN_EDITCHANGE) Fire(kChangeEvent);
+  if (code == CBN_EDITCHANGE) ole::Fire<list::kComboEvents, "Change">(*this);
   ListControl::OnNotice(code);
 }
 
@@ -108,10 +110,10 @@ ListControl::KeyEnd ComboControl::OnKeyDown(MSG& message) {
   return sideways ? VisibleControl::OnKeyDown(message) : ListControl::OnKeyDown(message);
 }
 
-HRESULT ComboControl::GetText(ole::Bstr& text) {
+HRESULT ComboControl::GetText(com::Bstr& text) {
   if (contained() && UserMode()) {
     const int32_t selected = Items().Selected();
-    const ole::Bstr whole(selected != ListItems::kNone ? Items().Text(selected)
+    const com::Bstr whole(selected != ListItems::kNone ? Items().Text(selected)
                                                        : TextOfWindow(contained()));
     const std::string bytes = NarrowText(whole);
     Text = bytes.size() <= kLongestText
@@ -122,7 +124,7 @@ HRESULT ComboControl::GetText(ole::Bstr& text) {
   return S_OK;
 }
 
-void ComboControl::PutText(const ole::Bstr& text) {
+void ComboControl::PutText(const com::Bstr& text) {
   Text = text;
   if (contained()) SetWindowTextW(contained(), text.c_str());
 }
@@ -141,13 +143,13 @@ void ComboControl::Select(Selection selection) const noexcept {
 }
 
 HRESULT ComboControl::GetSelStart(int32_t& start) {
-  if (!HasSelection()) return ole::kNotAvailableNow;
+  if (!HasSelection()) return com::kNotAvailableNow;
   start = GetSelection().start;
   return S_OK;
 }
 
 HRESULT ComboControl::PutSelStart(int32_t start) {
-  if (!HasSelection()) return ole::kPropertyIsReadOnly;
+  if (!HasSelection()) return com::kPropertyIsReadOnly;
   const Selection now = GetSelection();
   const auto wanted = static_cast<WORD>(start);
   if (wanted != now.start) Select({wanted, now.end});
@@ -155,31 +157,31 @@ HRESULT ComboControl::PutSelStart(int32_t start) {
 }
 
 HRESULT ComboControl::GetSelLength(int32_t& length) {
-  if (!HasSelection()) return ole::kNotAvailableNow;
+  if (!HasSelection()) return com::kNotAvailableNow;
   const Selection now = GetSelection();
   length = now.end - now.start;
   return S_OK;
 }
 
 HRESULT ComboControl::PutSelLength(int32_t length) {
-  if (!HasSelection()) return ole::kPropertyIsReadOnly;
+  if (!HasSelection()) return com::kPropertyIsReadOnly;
   const Selection now = GetSelection();
   Select({now.start, static_cast<WORD>(now.start + length)});
   return S_OK;
 }
 
-HRESULT ComboControl::GetSelText(ole::Bstr& text) {
-  if (!HasSelection()) return ole::kNotAvailableNow;
+HRESULT ComboControl::GetSelText(com::Bstr& text) {
+  if (!HasSelection()) return com::kNotAvailableNow;
   const std::wstring whole = TextOfWindow(contained());
   const Selection now = GetSelection();
   const size_t start = std::min<size_t>(now.start, whole.size());
   const size_t end = std::clamp<size_t>(now.end, start, whole.size());
-  text = ole::Bstr(std::wstring_view(whole).substr(start, end - start));
+  text = com::Bstr(std::wstring_view(whole).substr(start, end - start));
   return S_OK;
 }
 
-HRESULT ComboControl::PutSelText(const ole::Bstr& text) {
-  if (!HasSelection()) return ole::kPropertyIsReadOnly;
+HRESULT ComboControl::PutSelText(const com::Bstr& text) {
+  if (!HasSelection()) return com::kPropertyIsReadOnly;
   std::wstring whole = TextOfWindow(contained());
   const Selection now = GetSelection();
   const size_t start = std::min<size_t>(now.start, whole.size());

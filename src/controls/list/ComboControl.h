@@ -9,12 +9,12 @@ enum ComboStyle : int32_t { kDropDownCombo = 0, kNormalCombo = 1, kDropDownList 
 
 class ComboControl : public ListControl {
  public:
-  ole::Bstr Text = ole::Bstr::Empty();  // as last known: the window's is asked for first
+  com::Bstr Text = com::Bstr::Empty();  // as last known: the window's is asked for first
   int32_t Style = kDropDownCombo;
   int32_t IMEMode = 0;
 
-  HRESULT GetText(ole::Bstr& text);
-  void PutText(const ole::Bstr& text);
+  HRESULT GetText(com::Bstr& text);
+  void PutText(const com::Bstr& text);
   void PutStyle(int32_t style);  // a window in place is made anew, without its items
 
   // The selection in the edit part, in characters, of a drop-down combo at run time: all others
@@ -23,15 +23,14 @@ class ComboControl : public ListControl {
   HRESULT PutSelStart(int32_t start);
   HRESULT GetSelLength(int32_t& length);
   HRESULT PutSelLength(int32_t length);
-  HRESULT GetSelText(ole::Bstr& text);
-  HRESULT PutSelText(const ole::Bstr& text);
+  HRESULT GetSelText(com::Bstr& text);
+  HRESULT PutSelText(const com::Bstr& text);
 
   std::string SelectedText() override;
   void SelectText(const char* text) override;
   void ClearSelection() override;
 
   void AdjustExtent(SIZE& himetric) override;
-  void OnDraw(HDC dc, const RECT& rect) override;
 
  protected:
   ComboControl(const ole::ControlTable& table, const ole::Binding& binding);

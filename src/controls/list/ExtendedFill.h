@@ -12,9 +12,9 @@ namespace qrn {
 template <class Window>
 class ExtendedFilled : public Window {
  public:
-  ole::Bstr DbListFields = ole::Bstr::Empty();   // names between commas
-  ole::Bstr DbConditions = ole::Bstr::Empty();   // extended/SearchCond.h
-  ole::Bstr DbDelimitChar = ole::Bstr::Empty();  // between fields; read by combo boxes alone
+  com::Bstr DbListFields = com::Bstr::Empty();   // names between commas
+  com::Bstr DbConditions = com::Bstr::Empty();   // extended/SearchCond.h
+  com::Bstr DbDelimitChar = com::Bstr::Empty();  // between fields; read by combo boxes alone
   int16_t DbLeaveResults = 0;                    // keeps the replies for the application
   int16_t DbSavePosition = 0;                    // `ItemData` holds the record's position
   int32_t DbLocks = 0;
@@ -34,7 +34,7 @@ class ExtendedFilled : public Window {
   }
 
   // What the separator of a row is made of.
-  virtual const ole::Bstr& DelimiterText() const { return DbDelimitChar; }
+  virtual const com::Bstr& DelimiterText() const { return DbDelimitChar; }
 
   void TakeIndexPosition(int16_t position) override { DbListIndexID = position; }
 

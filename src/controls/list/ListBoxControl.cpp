@@ -1,11 +1,18 @@
 #include "controls/list/ListBoxControl.h"
 
 #include "binding/ListWindow.h"
+#include "binding/tables/ListArguments.h"
+#include "ole/Names.h"
 
 namespace qrn {
 namespace {
 
-constexpr ListKind kListBox{kListBoxMessages, 2, 3};
+constexpr ListKind kListBox{
+    kListBoxMessages,
+    [](ole::Control& control) { ole::Fire<list::kListEvents, "Scroll">(control); },
+    [](ole::Control& control, com::Bstr* line) {
+      ole::Fire<list::kListEvents, "Format">(control, line);
+    }};
 
 }  // namespace
 
@@ -21,12 +28,12 @@ std::optional<ole::ContainedDescription> ListBoxControl::DescribeContained() {
   return ole::ContainedDescription{L"ListBox", style, exStyle, {}};
 }
 
-HRESULT ListBoxControl::GetText(ole::Bstr& text) {
-  text = ole::Bstr(Items().SelectedText());
+HRESULT ListBoxControl::GetText(com::Bstr& text) {
+  text = com::Bstr(Items().SelectedText());
   return S_OK;
 }
 
-void ListBoxControl::PutText(const ole::Bstr& text) {
+void ListBoxControl::PutText(const com::Bstr& text) {
   const ListItems items = Items();
   const int32_t selected = items.Selected();
   if (selected == ListItems::kNone) return;
@@ -39,7 +46,7 @@ void ListBoxControl::SelectText(const char* text) { SelectInListBox(contained(),
 void ListBoxControl::ClearSelection() { ClearListBox(contained()); }
 
 // All keys are the window's own, arrows included.
-bool ListBoxControl::OnContainedMessage(ole::Message& message) {
+bool ListBoxControl::OnContainedMessage(com::Message& message) {
   return message.id != WM_KEYDOWN && ListControl::OnContainedMessage(message);
 }
 

@@ -8,14 +8,14 @@ namespace qrn {
 class ListBoxControl : public ListControl {
  public:
   // The selected item's text. A put replaces that item; without a selection it does nothing.
-  HRESULT GetText(ole::Bstr& text);
-  void PutText(const ole::Bstr& text);
+  HRESULT GetText(com::Bstr& text);
+  void PutText(const com::Bstr& text);
 
   std::string SelectedText() override;
   void SelectText(const char* text) override;
   void ClearSelection() override;
 
-  bool OnContainedMessage(ole::Message& message) override;
+  bool OnContainedMessage(com::Message& message) override;
 
  protected:
   ListBoxControl(const ole::ControlTable& table, const ole::Binding& binding);

@@ -3,14 +3,14 @@
 #include <olectl.h>
 
 #include "binding/registry/ControlRegistry.h"
+#include "binding/tables/ListArguments.h"
 #include "com/Guard.h"
 #include "controls/list/ListFill.h"
 #include "ole/Convert.h"
+#include "ole/Names.h"
 
 namespace qrn {
 namespace {
-
-constexpr int32_t kBtrieveErrorEvent = 1;
 
 // What list boxes and combo boxes tell by the same codes.
 constexpr WORD kSelected = 1;       // LBN_SELCHANGE, CBN_SELCHANGE
@@ -18,12 +18,12 @@ constexpr WORD kDoubleClicked = 2;  // LBN_DBLCLK, CBN_DBLCLK
 
 // The container's colour, for what a window of whole lines leaves of the control's place.
 void FillBehind(const ole::ClientSite& site, HDC dc, const RECT& rect) {
-  ole::Variant told;
+  com::Variant told;
   const bool known =
       SUCCEEDED(site.Ambient(DISPID_AMBIENT_BACKCOLOR, told)) && told.type() == VT_I4;
   COLORREF color = GetSysColor(COLOR_BTNFACE);
   if (known) OleTranslateColor(static_cast<OLE_COLOR>(told->lVal), nullptr, &color);
-  const ole::Brush brush(CreateSolidBrush(color));
+  const com::Brush brush(CreateSolidBrush(color));
   FillRect(dc, &rect, brush.get());
 }
 
@@ -33,19 +33,19 @@ bool IsLeftOut(const VARIANT& argument) noexcept {
 
 }  // namespace
 
-const ole::MessageRow<ListControl> ListControl::kOwnMessages[] = {
+const com::MessageRow<ListControl> ListControl::kOwnMessages[] = {
     {WM_COMMAND, &ListControl::OnCommand},
     {WM_SETFOCUS, &ListControl::OnEnter},
 };
-const ole::MessageRow<ListControl> ListControl::kContainedMessages[] = {
+const com::MessageRow<ListControl> ListControl::kContainedMessages[] = {
     {WM_VSCROLL, &ListControl::OnScroll},
 };
 
-bool ListControl::OnWindowMessage(ole::Message& message) {
+bool ListControl::OnWindowMessage(com::Message& message) {
   return Route(*this, kOwnMessages, message) || VisibleControl::OnWindowMessage(message);
 }
 
-bool ListControl::OnContainedMessage(ole::Message& message) {
+bool ListControl::OnContainedMessage(com::Message& message) {
   return Route(*this, kContainedMessages, message) || VisibleControl::OnContainedMessage(message);
 }
 
@@ -66,47 +66,47 @@ void ListControl::OnDraw(HDC dc, const RECT& rect) {
   VisibleControl::OnDraw(dc, rect);
 }
 
-bool ListControl::OnCommand(ole::Message& message) {
-  const ole::Com<IUnknown> alive(&Outer());
+bool ListControl::OnCommand(com::Message& message) {
+  const com::Com<IUnknown> alive(&Outer());
   OnNotice(HIWORD(message.wParam));
   return false;
 }
 
 void ListControl::OnNotice(WORD code) {
-  if (code == kSelected) Fire(ole::stock::kClick);
-  if (code == kDoubleClicked) Fire(ole::stock::kDblClick);
+  if (code == kSelected) ole::Fire<kPointerEvents, "Click">(*this);
+  if (code == kDoubleClicked) ole::Fire<kPointerEvents, "DblClick">(*this);
 }
 
 // The fill comes before the site hears of the focus. Its handlers may send the focus elsewhere or
 // end the control: who is left without it has nothing more to tell.
-bool ListControl::OnEnter(ole::Message&) {
+bool ListControl::OnEnter(com::Message&) {
   if (DbUpdateOption != kUpdateOnFocus || !UserMode() || !inPlace().active()) return false;
-  const ole::Com<IUnknown> alive(&Outer());
+  const com::Com<IUnknown> alive(&Outer());
   ReloadList();
   return !hwnd() || GetFocus() != hwnd();
 }
 
-bool ListControl::OnScroll(ole::Message&) {
-  Fire(kind_.scrollEvent);
+bool ListControl::OnScroll(com::Message&) {
+  kind_.fireScroll(*this);
   return false;
 }
 
 ListControl::KeyEnd ListControl::OnKeyDown(MSG& message) {
-  if (message.wParam == VK_RETURN) Fire(ole::stock::kClick);
+  if (message.wParam == VK_RETURN) ole::Fire<kPointerEvents, "Click">(*this);
   return KeyEnd::Site;
 }
 
-HRESULT ListControl::GetList(int32_t index, ole::Bstr& text) {
-  if (!Items().Has(index)) return ole::kInvalidArrayIndex;
+HRESULT ListControl::GetList(int32_t index, com::Bstr& text) {
+  if (!Items().Has(index)) return com::kInvalidArrayIndex;
   try {
-    text = ole::Bstr(Items().Text(index));
+    text = com::Bstr(Items().Text(index));
   } catch (const std::bad_alloc&) {
-    return ole::kControlOutOfMemory;
+    return com::kControlOutOfMemory;
   }
   return S_OK;
 }
 
-void ListControl::PutList(int32_t index, const ole::Bstr& text) {
+void ListControl::PutList(int32_t index, const com::Bstr& text) {
   const ListItems items = Items();
   if (index < 0 || index > items.Count()) return;
   items.Remove(index);
@@ -114,23 +114,23 @@ void ListControl::PutList(int32_t index, const ole::Bstr& text) {
 }
 
 HRESULT ListControl::GetItemData(int32_t index, int32_t& data) {
-  if (!Items().Has(index)) return ole::kInvalidArrayIndex;
+  if (!Items().Has(index)) return com::kInvalidArrayIndex;
   data = Items().Data(index);
   return S_OK;
 }
 
 HRESULT ListControl::PutItemData(int32_t index, int32_t data) {
-  if (!Items().Has(index)) return ole::kInvalidArrayIndex;
+  if (!Items().Has(index)) return com::kInvalidArrayIndex;
   Items().SetData(index, data);
   return S_OK;
 }
 
-HRESULT ListControl::AddItem(const ole::Bstr& text, VARIANT& index, int32_t& place) {
+HRESULT ListControl::AddItem(const com::Bstr& text, VARIANT& index, int32_t& place) {
   if (IsLeftOut(index)) {
     place = Items().Add(text.c_str());
     return S_OK;
   }
-  ole::Variant number;
+  com::Variant number;
   const HRESULT converted = VariantChangeType(number.get(), &index, 0, VT_I4);
   if (FAILED(converted)) return converted;
   place = Items().Insert(number->lVal, text.c_str());
@@ -161,15 +161,15 @@ void ListControl::ReloadList() {
 
 bool ListControl::RaiseFormat(std::u16string& lineData) {
   Abort = 0;
-  ole::Bstr line({reinterpret_cast<const wchar_t*>(lineData.data()), lineData.size()});
-  Fire(kind_.formatEvent, &line);
-  lineData.assign(reinterpret_cast<const char16_t*>(line.c_str()), line.view().size());
+  com::Bstr line(com::AsWide(lineData));
+  kind_.fireFormat(*this, &line);
+  lineData = com::AsUtf16(line.view());
   return Abort == 0;
 }
 
 void ListControl::RaiseBtrieveError(const char* tableName, Status status) {
-  const ole::Bstr table = WidenToBstr(tableName);
-  Fire(kBtrieveErrorEvent, table.get(), &status);
+  const com::Bstr table = WidenToBstr(tableName);
+  ole::Fire<list::kListEvents, "BtrieveError">(*this, table.get(), &status);
 }
 
 }  // namespace qrn

@@ -23,19 +23,19 @@ enum UpdateOption : int32_t { kUpdateNone = 0, kUpdateOnInit = 1, kUpdateOnFocus
 // In what the two kinds of windows differ beside their styles.
 struct ListKind {
   const ListMessages& messages;
-  int32_t scrollEvent;
-  int32_t formatEvent;
+  void (*fireScroll)(ole::Control& control);
+  void (*fireFormat)(ole::Control& control, com::Bstr* line);
 };
 
 class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
  public:
   // Properties. Those that only store take effect when the window is made or filled.
-  ole::Bstr DbSource = ole::Bstr::Empty();
-  ole::Bstr DbTable = ole::Bstr::Empty();
-  ole::Bstr DbField = ole::Bstr::Empty();
-  ole::Bstr DbListSource = ole::Bstr::Empty();
-  ole::Bstr DbListTable = ole::Bstr::Empty();
-  ole::Bstr DbListIndex;  // null until it is put: a plain list box then stays empty
+  com::Bstr DbSource = com::Bstr::Empty();
+  com::Bstr DbTable = com::Bstr::Empty();
+  com::Bstr DbField = com::Bstr::Empty();
+  com::Bstr DbListSource = com::Bstr::Empty();
+  com::Bstr DbListTable = com::Bstr::Empty();
+  com::Bstr DbListIndex;  // null until it is put: a plain list box then stays empty
   int32_t DbUpdateOption = kUpdateOnInit;
   int16_t Sort = 0;
   int16_t IntegralHeight = 0;
@@ -46,13 +46,13 @@ class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
   int32_t GetListCount() const { return Items().Count(); }
   int32_t GetListIndex() const { return Items().Selected(); }
   void PutListIndex(int32_t index) { Items().Select(index); }
-  HRESULT GetList(int32_t index, ole::Bstr& text);
-  void PutList(int32_t index, const ole::Bstr& text);
+  HRESULT GetList(int32_t index, com::Bstr& text);
+  void PutList(int32_t index, const com::Bstr& text);
   HRESULT GetItemData(int32_t index, int32_t& data);
   HRESULT PutItemData(int32_t index, int32_t data);
 
   // `index` may be left out. `place` is what the window answers: the item's index, or below 0.
-  HRESULT AddItem(const ole::Bstr& text, VARIANT& index, int32_t& place);
+  HRESULT AddItem(const com::Bstr& text, VARIANT& index, int32_t& place);
   void RemoveItem(int32_t index, int32_t& place);
   void Clear() { Items().Reset(); }
   void Refresh();
@@ -73,8 +73,8 @@ class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
   // The fill keeps its replies under this id.
   virtual void TakeResultId(int16_t /*id*/) {}
 
-  bool OnWindowMessage(ole::Message& message) override;
-  bool OnContainedMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
+  bool OnContainedMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
   void OnDraw(HDC dc, const RECT& rect) override;
 
@@ -96,12 +96,12 @@ class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
   KeyEnd OnKeyDown(MSG& message) override;
 
  private:
-  bool OnCommand(ole::Message& message);
-  bool OnEnter(ole::Message& message);
-  bool OnScroll(ole::Message& message);
+  bool OnCommand(com::Message& message);
+  bool OnEnter(com::Message& message);
+  bool OnScroll(com::Message& message);
 
-  static const ole::MessageRow<ListControl> kOwnMessages[];
-  static const ole::MessageRow<ListControl> kContainedMessages[];
+  static const com::MessageRow<ListControl> kOwnMessages[];
+  static const com::MessageRow<ListControl> kContainedMessages[];
 
   const ListKind& kind_;
 };

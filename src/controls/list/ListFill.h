@@ -41,7 +41,7 @@ class ListFill final : public RowSink {
   void Redraw(bool on) noexcept;
 
   ListControl& list_;
-  const ole::Com<IUnknown> alive_;
+  const com::Com<IUnknown> alive_;
   const HWND window_;  // the one that is filled: another may take its place meanwhile
   const WindowHandle form_;
   const std::string source_;

@@ -11,7 +11,7 @@ namespace qrn {
 template <class Window>
 class PlainFilled : public Window {
  public:
-  ole::Bstr DbListField = ole::Bstr::Empty();
+  com::Bstr DbListField = com::Bstr::Empty();
 
  protected:
   using Window::Window;

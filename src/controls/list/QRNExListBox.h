@@ -9,13 +9,13 @@ namespace qrn {
 class CQRNExListBox final : public ExtendedFilled<ListBoxControl> {
  public:
   // Kept so: never parsed. Any text puts a tab between the fields, none a blank.
-  ole::Bstr DbTabStops = ole::Bstr::Empty();
+  com::Bstr DbTabStops = com::Bstr::Empty();
 
   CQRNExListBox();
   ControlType GetControlType() override { return kTypeExListBox; }
 
  protected:
-  const ole::Bstr& DelimiterText() const override { return DbTabStops; }
+  const com::Bstr& DelimiterText() const override { return DbTabStops; }
   void OnChanged(int32_t id) override;
 };
 

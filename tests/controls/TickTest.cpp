@@ -1,0 +1,58 @@
+// The control that docs/adding-a-control.md adds, built from the page's own blocks.
+#include <gtest/gtest.h>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "Tick.h"
+
+namespace qrn::test {
+namespace {
+
+class DocumentedControl : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    tick_.Set(L"DbSource", Text(L"Db1"));
+    tick_.Set(L"DbTable", Text(L"People"));
+    tick_.Set(L"DbField", Text(L"Code"));
+    tick_.Set(L"Caption", Text(L"&Paid"));
+    ASSERT_EQ(tick_.Show(), S_OK);
+  }
+
+  LRESULT Mark() { return SendMessageW(tick_.window(), BM_GETCHECK, 0, 0); }
+  void Show(const char* text) {
+    const DbTableInfo* table = tick_->ResolveTable();
+    ASSERT_TRUE(table);
+    TheRegistry().WriteControlField(TheForm(), *table, *tick_->FindField(*table), text);
+  }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  Hosted<Tick> tick_{L"tck1"};
+};
+
+TEST_F(DocumentedControl, ShowsItsFieldAsAMark) {
+  Show("1");
+  EXPECT_EQ(Mark(), 1);
+  EXPECT_EQ(tick_->Value, 1);
+  Show("0");
+  EXPECT_EQ(Mark(), 0);
+}
+
+TEST_F(DocumentedControl, AClickTurnsTheMarkAndIsTold) {
+  tick_.events.log.clear();
+  SendMessageW(tick_->hwnd(), WM_COMMAND, MAKEWPARAM(0, BN_CLICKED), 0);
+  EXPECT_EQ(Mark(), 1);
+  EXPECT_EQ(tick_.events.log, "-600() ");
+}
+
+TEST_F(DocumentedControl, HasItsCaptionAndTheKeyBehindIt) {
+  EXPECT_EQ(TextOf(tick_.window()), "&Paid");
+  CONTROLINFO info{};
+  tick_->OnFillControlInfo(info);
+  ACCEL key{};
+  ASSERT_EQ(CopyAcceleratorTableW(info.hAccel, &key, 1), 1);
+  EXPECT_EQ(key.key, 'P');
+}
+
+}  // namespace
+}  // namespace qrn::test
