@@ -42,6 +42,16 @@ class ModuleCopy {
     auto* const found = reinterpret_cast<void (*)()>(GetProcAddress(module_, entry));
     return reinterpret_cast<HRESULT(WINAPI*)()>(found)();
   }
+  Com<IUnknown> Make(const Guid& classId) const {
+    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    auto* const found = reinterpret_cast<void (*)()>(GetProcAddress(module_, "DllGetClassObject"));
+    Com<IClassFactory> factory;
+    Com<IUnknown> made;
+    reinterpret_cast<GetClassObject>(found)(AsGuid(classId), __uuidof(IClassFactory),
+                                            factory.putVoid());
+    if (factory) factory->CreateInstance(nullptr, __uuidof(IUnknown), made.putVoid());
+    return made;
+  }
 
  private:
   // The form of a path that has no limit of 259 characters.
@@ -115,6 +125,16 @@ TEST_P(ModuleCopies, AreRegisteredWholeOrNotAtAll) {
     EXPECT_EQ(copy.Run("DllUnregisterServer"), S_OK);
   }
   EXPECT_EQ(Difference(before, DumpClasses()), "");
+}
+
+// Whoever loads the module finds the types of its controls in it, registered or not.
+TEST_P(ModuleCopies, TellTheirControlsTypes) {
+  const ModuleCopy copy(GetParam().folder);
+  ASSERT_TRUE(copy.loaded());
+  const auto control = Query<IProvideClassInfo>(copy.Make(kQRNBtrTable.classId));
+  ASSERT_TRUE(control);
+  Com<ITypeInfo> type;
+  EXPECT_EQ(control->GetClassInfo(type.put()), S_OK) << copy.file().size() << " characters";
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -6,7 +6,7 @@
 #include <map>
 #include <stdexcept>
 
-#include "platform/Utf.h"
+#include "com/Text.h"
 
 namespace qrn {
 namespace {
@@ -110,7 +110,9 @@ std::string ControlScript(const ole::ControlTable& table) {
       .Close();
   script.Line("'TypeLib'" + Quoted(ole::GuidText(kLibrary.id)));
   script.Line("'Version'" + Quoted(registration.version));
-  script.Open("'Verb'").Line("'0'" + Quoted(Utf16ToUtf8(ole::kPropertiesVerb) + ", 0, 2")).Close();
+  script.Open("'Verb'")
+      .Line("'0'" + Quoted(com::Utf8(com::AsWide(ole::kPropertiesVerb)) + ", 0, 2"))
+      .Close();
   return script.Close(3).text();
 }
 
