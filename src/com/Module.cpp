@@ -2,6 +2,9 @@
 
 #include <oleauto.h>
 
+#include <filesystem>
+#include <fstream>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -28,13 +31,27 @@ Possessions& Mine() {
 
 constexpr DWORD kLongestPath = 32768;  // with its NUL
 
-// The same file by names of at most twelve characters each; empty where it has none.
-std::wstring ShortPath(const std::wstring& path) {
-  std::wstring shorter(kLongestPath, L'\0');
-  const std::wstring unlimited = path.starts_with(L"\\\\") ? path : L"\\\\?\\" + path;
-  const DWORD length = GetShortPathNameW(unlimited.c_str(), shorter.data(), kLongestPath);
-  shorter.resize(length < kLongestPath ? length : 0);
-  return shorter;
+std::span<const char> LibraryResource() {
+  const HRSRC found = FindResourceW(theInstance, MAKEINTRESOURCEW(1), L"TYPELIB");
+  const HGLOBAL loaded = found ? LoadResource(theInstance, found) : nullptr;
+  if (!loaded) return {};
+  return {static_cast<const char*>(LockResource(loaded)), SizeofResource(theInstance, found)};
+}
+
+// By way of a file in the temporary folder: the system reads libraries from files alone. One that
+// it keeps open stays there.
+Com<ITypeLib> OwnLibraryFromResources() {
+  Com<ITypeLib> library;
+  const std::span<const char> bytes = LibraryResource();
+  wchar_t folder[MAX_PATH + 1] = {};
+  wchar_t file[MAX_PATH + 1] = {};
+  if (bytes.empty() || GetTempPathW(MAX_PATH, folder) == 0) return library;
+  if (GetTempFileNameW(folder, L"qrn", 0, file) == 0) return library;
+  std::ofstream(std::filesystem::path(file), std::ios::binary)
+      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  LoadTypeLibEx(file, REGKIND_NONE, library.put());
+  DeleteFileW(file);
+  return library;
 }
 
 }  // namespace
@@ -51,8 +68,7 @@ std::wstring PathOf(HMODULE module) {
 Com<ITypeLib> LibraryIn(const std::wstring& path) {
   Com<ITypeLib> library;
   if (SUCCEEDED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.put()))) return library;
-  const std::wstring shorter = path.size() < MAX_PATH ? L"" : ShortPath(path);
-  if (!shorter.empty()) LoadTypeLibEx(shorter.c_str(), REGKIND_NONE, library.put());
+  if (path == PathOf(theInstance)) library = OwnLibraryFromResources();
   return library;
 }
 

@@ -40,8 +40,8 @@ bool ModuleIsIdle() noexcept;
 
 // Reads the type library from another file than the module; for tests that bring their own.
 void UseTypeLibrary(const wchar_t* path);
-// The library that a file carries, registered or not; empty when there is none. Files that the
-// system does not find by their long path are read by their short one.
+// The library that a file carries, registered or not; empty when there is none. The system reads
+// none at a path of more than 259 characters: the module's own then comes from its resources.
 Com<ITypeLib> LibraryIn(const std::wstring& path);
 // The type of that id in the module's library; empty when there is none. The library is let go
 // when the module becomes idle.
