@@ -46,6 +46,7 @@ std::string Show(const VARIANT& value) {
 
 STDMETHODIMP EventSink::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* sent, VARIANT*,
                                EXCEPINFO*, UINT*) {
+  if (!hears) return S_OK;
   log += std::to_string(id) + "(";
   for (UINT i = sent->cArgs; i-- > 0;) log += Show(sent->rgvarg[i]) + (i ? "," : "");
   log += ") ";

@@ -36,6 +36,7 @@ class Counted : public Interface {
 class EventSink final : public Counted<IDispatch> {
  public:
   std::string log;
+  bool hears = true;  // false: takes events without a trace
   std::function<void(DISPID, DISPPARAMS&)> answer;
 
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }

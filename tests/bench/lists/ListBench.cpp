@@ -1,0 +1,178 @@
+// A list of several fields filled with 100,000 records that meet a condition, beside the same
+// window that is handed the ready texts and the bare extended reads of the same records. Prints the
+// ratio of the medians of interleaved runs; ends with 1 when it is above the limit.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "binding/QRNBtr.h"
+#include "binding/registry/ControlRegistry.h"
+#include "controls/list/QRNExListBox.h"
+#include "core/DictionaryLookup.h"
+#include "core/Gateway.h"
+#include "core/KeyBuffer.h"
+#include "extended/ExExchange.h"
+#include "extended/ExOperation.h"
+#include "extended/FieldList.h"
+#include "extended/FirstRecord.h"
+#include "extended/SearchCond.h"
+#include "tests/controls/Hosted.h"
+#include "tools/qrndata/Builder.h"
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/RowImporter.h"
+#include "tools/qrndata/Schema.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr int32_t kRecords = 100'000;
+constexpr uint16_t kBatch = 1000;
+constexpr int kRuns = 5;
+constexpr double kLimit = 1.3;
+constexpr char kCondition[] = "@Code >= 0";
+constexpr char kFields[] = "Code,Name,Town";
+
+constexpr char kSchema[] = R"([[table]]
+name = "People"
+field = [
+  { name = "Code", type = "Integer", size = 4 },
+  { name = "Name", type = "String", size = 40 },
+  { name = "Town", type = "String", size = 12 },
+]
+key = [ { name = "ByCode", fields = ["Code"] } ])";
+
+void Check(bool condition, const char* what) {
+  if (condition) return;
+  std::fprintf(stderr, "benchmark: %s\n", what);
+  std::exit(2);
+}
+
+class Workplace {
+ public:
+  Workplace() : path_(std::filesystem::temp_directory_path() / "qrnlists") {
+    std::filesystem::remove_all(path_);
+    std::filesystem::create_directories(path_);
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", path_.string()), path_,
+                           qrndata::Existing::Replace);
+    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(path_);
+    qrndata::RowImporter importer(path_, dictionary.tables[0], 10000);
+    for (int32_t code = 0; code < kRecords; ++code) {
+      const std::string number = std::to_string(code);
+      qrndata::FieldValues row = {number, "somebody of the number " + number, "Kyoto"};
+      Check(!importer.Put(row), "a row is refused");
+    }
+    importer.Finish();
+  }
+  ~Workplace() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  std::wstring Path() const { return path_.wstring(); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+class Bench {
+ public:
+  Bench() {
+    database_.Set(L"DDFDir", Text(place_.Path().c_str()));
+    Check(database_.Show() == S_OK, "no database");
+    list_.events.hears = false;
+    list_.Set(L"DbListSource", Text(L"Db"));
+    list_.Set(L"DbListTable", Text(L"People"));
+    list_.Set(L"DbListFields", Text(L"Code,Name,Town"));
+    list_.Set(L"DbListIndex", Text(L"ByCode"));
+    list_.Set(L"DbConditions", Text(L"@Code >= 0"));
+    list_.Set(L"DbMaxRecords", Long(kBatch));
+    list_.Set(L"DbUpdateOption", Long(0));
+    Check(list_.Show() == S_OK, "no list");
+    Fill();
+    for (int32_t i = 0; i < kRecords; ++i) texts_.push_back(list_->Items().Text(i));
+  }
+
+  void Fill() {
+    CallMethod(list_.object(), L"Refresh");
+    Check(list_->GetListCount() == kRecords, "the list is not full");
+  }
+
+  void HandTexts() {
+    const ListItems items = list_->Items();
+    items.Reset();
+    SendMessageW(list_.window(), WM_SETREDRAW, FALSE, 0);
+    items.Reserve(kRecords, kRecords * 100);
+    for (const std::wstring& text : texts_) items.Add(text.c_str());
+    SendMessageW(list_.window(), WM_SETREDRAW, TRUE, 0);
+    Check(items.Count() == kRecords, "the texts do not fit");
+  }
+
+  void ReadBare() {
+    DbTableInfo& table = *TheRegistry().ResolveTable(TheForm(), "Db", "People");
+    const ExOperation& operation = *FindExOperation(OpGetNextEx);
+    KeyBuffer buffer;
+    Check(DbBuildKey(table, 0, buffer), "no key");
+    const ExKey key{buffer.Bytes(), buffer.Length(), 0};
+    const auto condition = ParseSearchCond(TheEngine(), table, kCondition, false);
+    const auto fields = ParseFieldList(TheEngine(), table, kFields);
+    auto exchange = ExExchange::Make(ExRequest(kBeginWithCurrent, 0, *condition, kBatch, *fields));
+    Check(exchange && GoToFirstRecord(operation, table, key) == 0, "no first record");
+    Status status = 0;
+    int32_t count = 0;
+    for (; status == 0; exchange->SetSignature(kBeginAfterCurrent)) {
+      status = exchange->Call(operation.extended, table, key);
+      const auto reply = exchange->Reply();
+      if (reply.size() >= 2) count += reply[0] | reply[1] << 8;
+    }
+    Check(status == 9 && count == kRecords, "the bare reads went wrong");
+  }
+
+ private:
+  Workplace place_;
+  Hosted<CQRNBtr> database_{L"Db"};
+  Hosted<CQRNExListBox> list_{L"lst"};
+  std::vector<std::wstring> texts_;
+};
+
+double Seconds(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> times) {
+  std::ranges::sort(times);
+  return times[times.size() / 2];
+}
+
+int Run() {
+  Bench bench;
+  std::vector<double> ours;
+  std::vector<double> texts;
+  std::vector<double> reads;
+  for (int run = 0; run < kRuns; ++run) {
+    ours.push_back(Seconds([&] { bench.Fill(); }));
+    texts.push_back(Seconds([&] { bench.HandTexts(); }));
+    reads.push_back(Seconds([&] { bench.ReadBare(); }));
+  }
+  const double yardstick = Median(texts) + Median(reads);
+  const double ratio = Median(ours) / yardstick;
+  const bool good = ratio <= kLimit;
+  std::printf(
+      "%s 100,000 rows of three fields into a list, over ready texts and bare reads   %6.2f x  (at "
+      "most %.2f x)\n",
+      good ? "ok  " : "MISS", ratio, kLimit);
+  std::printf("     of the yardstick the window takes %.0f %%\n", 100 * Median(texts) / yardstick);
+  return good ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace qrn::test
+
+int main() {
+  if (FAILED(OleInitialize(nullptr))) return 2;
+  const int code = qrn::test::Run();
+  OleUninitialize();
+  return code;
+}
