@@ -43,7 +43,8 @@ struct Participation {
 
 class DataFile : public std::enable_shared_from_this<DataFile> {
  public:
-  DataFile(std::string path, FileIdentity identity) : path_(std::move(path)), identity_(identity) {}
+  DataFile(std::string path, FileIdentity identity)
+      : path_(std::move(path)), logPath_(path_ + "-wal"), identity_(identity) {}
   ~DataFile();
   DataFile(const DataFile&) = delete;
   DataFile& operator=(const DataFile&) = delete;
@@ -91,7 +92,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   void PutPositionsAside();
   void TakePositionsAside();
 
-  std::string LogPath() const { return path_ + "-wal"; }
+  const std::string& LogPath() const noexcept { return logPath_; }
   // There are commits in the log that are not yet on stable storage.
   void MarkDirty() noexcept { dirty_ = true; }
   // Brings them there, waiting for a sync of this log that is under way elsewhere; false when the
@@ -133,6 +134,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   static constexpr uint32_t kPutAside = 1u << 16;
 
   std::string path_;
+  std::string logPath_;
   FileIdentity identity_;
   FileLocks locks_;  // outlives the storage: its handle must be closed last
   Storage base_;

@@ -1,6 +1,7 @@
 #include "btrieve/Maintenance.h"
 
 #include <condition_variable>
+#include <new>
 #include <thread>
 
 #include "btrieve/Background.h"
@@ -41,10 +42,12 @@ bool LookAfter(DataFile& file) noexcept {
 // waits for its sync. The log is opened by its name.
 bool SyncOutside(std::unique_lock<std::mutex>& lock, const std::weak_ptr<DataFile>& entry) {
   std::shared_ptr<DataFile> file = entry.lock();
+  if (!file) return false;
+  const std::string path =
+      file->LogPath();  // before the sync is taken: nothing may fail from then on
   bool entryToo = false;
-  const std::shared_ptr<OutsideSync> sync = file ? file->GiveAwaySync(entryToo) : nullptr;
+  const std::shared_ptr<OutsideSync> sync = file->GiveAwaySync(entryToo);
   if (!sync) return false;
-  const std::string path = file->LogPath();
   file.reset();
   lock.unlock();
   sync->Finish(SyncFile(path, entryToo));
@@ -63,18 +66,29 @@ bool LookAfterAll(Session& session, std::unique_lock<std::mutex>& lock) {
   return more;
 }
 
+// False when no file is open any more. Without memory what is left to do waits for the next look:
+// there is nobody to tell.
+bool Look(Session& session, std::unique_lock<std::mutex>& lock, bool all) noexcept {
+  Keeper& keeper = TheKeeper();
+  try {
+    if (session.OpenFiles().empty()) return false;
+    session.LetGoOfLongLogs();
+    if (!all && keeper.busy) return true;
+    keeper.busy = false;
+    if (LookAfterAll(session, lock)) keeper.busy = true;
+  } catch (const std::bad_alloc&) {
+    keeper.busy = true;
+  }
+  return true;
+}
+
 void Run() {
   Session& session = Session::Get();
   Keeper& keeper = TheKeeper();
   std::unique_lock lock(session.Mutex());
   for (uint32_t looks = 1; true; ++looks) {
     keeper.wake.wait_for(lock, keeper.busy ? kLook : kIdleLook);
-    if (session.OpenFiles().empty()) break;
-    session.LetGoOfLongLogs();
-    if (!keeper.busy || looks % kLooksToASync == 0) {
-      keeper.busy = false;
-      if (LookAfterAll(session, lock)) keeper.busy = true;
-    }
+    if (!Look(session, lock, looks % kLooksToASync == 0)) break;
   }
   keeper.running = false;
 }

@@ -8,20 +8,24 @@ namespace {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
+// No code page gives more units than it has bytes.
 std::u16string Widened(UINT page, std::string_view bytes) {
   const int size = static_cast<int>(bytes.size());
-  const int needed = MultiByteToWideChar(page, 0, bytes.data(), size, nullptr, 0);
-  std::u16string wide(static_cast<size_t>(needed), u'\0');
-  MultiByteToWideChar(page, 0, bytes.data(), size, reinterpret_cast<wchar_t*>(wide.data()), needed);
+  std::u16string wide(bytes.size(), u'\0');
+  const int units = MultiByteToWideChar(page, 0, bytes.data(), size,
+                                        reinterpret_cast<wchar_t*>(wide.data()), size);
+  wide.resize(static_cast<size_t>(units));
   return wide;
 }
 
 std::string Narrowed(UINT page, std::u16string_view wide) {
+  constexpr int kMostBytes = 3;  // of a unit, in UTF-8
   const auto* units = reinterpret_cast<const wchar_t*>(wide.data());
   const int size = static_cast<int>(wide.size());
-  const int needed = WideCharToMultiByte(page, 0, units, size, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<size_t>(needed), '\0');
-  WideCharToMultiByte(page, 0, units, size, bytes.data(), needed, nullptr, nullptr);
+  std::string bytes(wide.size() * kMostBytes, '\0');
+  const int written =
+      WideCharToMultiByte(page, 0, units, size, bytes.data(), size * kMostBytes, nullptr, nullptr);
+  bytes.resize(static_cast<size_t>(written));
   return bytes;
 }
 
