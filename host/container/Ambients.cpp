@@ -16,7 +16,7 @@ struct AmbientRow {
 };
 
 // clang-format off
-constexpr AmbientRow kRows[] = {
+constexpr AmbientRow kAmbientRows[] = {
     {DISPID_AMBIENT_BACKCOLOR,         [](const AmbientValues& a) { return Colour(a.backColor); }},
     {DISPID_AMBIENT_DISPLAYNAME,       [](const AmbientValues& a) { return Variant(Bstr(a.displayName)); }},
     {DISPID_AMBIENT_FONT,              [](const AmbientValues& a) { return Variant(Com<IDispatch>(a.font.get())); }},
@@ -44,7 +44,7 @@ constexpr AmbientRow kRows[] = {
 HRESULT AmbientValue(const AmbientValues& ambients, DISPID id, VARIANT* value) noexcept {
   if (!value) return E_POINTER;
   return Guard([&]() -> HRESULT {
-    for (const AmbientRow& row : kRows) {
+    for (const AmbientRow& row : kAmbientRows) {
       if (row.id != id) continue;
       *value = row.value(ambients).release();
       return S_OK;

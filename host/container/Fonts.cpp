@@ -30,7 +30,7 @@ struct FontRow {
   void (*set)(com::FontDescription& font, const form::Property& property);
 };
 
-constexpr FontRow kRows[] = {
+constexpr FontRow kFontRows[] = {
     {"Name", [](com::FontDescription& v, const form::Property& p) { v.name = Text(p); }},
     {"Size", [](com::FontDescription& v, const form::Property& p) { v.points = Number(p); }},
     {"Charset", [](com::FontDescription& v, const form::Property& p) { v.charset = Short(p); }},
@@ -43,7 +43,7 @@ constexpr FontRow kRows[] = {
 };
 
 void Set(com::FontDescription& font, const form::Property& property) {
-  for (const FontRow& row : kRows) {
+  for (const FontRow& row : kFontRows) {
     if (form::SameWord(row.name, property.name)) return row.set(font, property);
   }
   throw std::runtime_error("Font: a font has no " + property.name);

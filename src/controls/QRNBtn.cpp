@@ -9,26 +9,24 @@
 namespace qrn {
 namespace {
 
-using C = CQRNBtn;
-
 // clang-format off
-constexpr ole::PropertyEntry kAccess[] = {
-    {ole::stock::kPicture, ole::Field<&C::Picture>},
-    { 3, ole::Field<&C::DbIndex>},
-    { 4, ole::Field<&C::DbOperation>},
-    { 5, ole::Field<&C::Abort>},
-    { 6, ole::Field<&C::ConfirmMsg>},
-    { 7, ole::Field<&C::Cancel>},
-    { 8, ole::Field<&C::Default>},
-    { 9, ole::Field<&C::DbLocks>},
-    {10, ole::Field<&C::ClearControlData>},
-    {11, ole::Field<&C::IndexID>},
-    {12, ole::FieldAndPut<&C::Style, &C::PutStyle>},
+constexpr ole::PropertyEntry kBtnAccess[] = {
+    {ole::stock::kPicture, ole::Field<&CQRNBtn::Picture>},
+    { 3, ole::Field<&CQRNBtn::DbIndex>},
+    { 4, ole::Field<&CQRNBtn::DbOperation>},
+    { 5, ole::Field<&CQRNBtn::Abort>},
+    { 6, ole::Field<&CQRNBtn::ConfirmMsg>},
+    { 7, ole::Field<&CQRNBtn::Cancel>},
+    { 8, ole::Field<&CQRNBtn::Default>},
+    { 9, ole::Field<&CQRNBtn::DbLocks>},
+    {10, ole::Field<&CQRNBtn::ClearControlData>},
+    {11, ole::Field<&CQRNBtn::IndexID>},
+    {12, ole::FieldAndPut<&CQRNBtn::Style, &CQRNBtn::PutStyle>},
 };
 // clang-format on
-constexpr auto kProperties = ole::BindProperties<kQRNBtnTable>(
-    kAccess, kTableAccess<C>, ole::kCaptionAccess<C>, ole::kStockAccess);
-constexpr ole::Binding kBinding{kProperties, {}};
+constexpr auto kBtnProperties = ole::BindProperties<kQRNBtnTable>(
+    kBtnAccess, kTableAccess<CQRNBtn>, ole::kCaptionAccess<CQRNBtn>, ole::kStockAccess);
+constexpr ole::Binding kBtnBinding{kBtnProperties, {}};
 
 constexpr uint16_t kNoLookupAtStart = 2;  // of the setting `form_mode`
 
@@ -36,7 +34,7 @@ constexpr uint16_t kNoLookupAtStart = 2;  // of the setting `form_mode`
 
 const com::MessageRow<CQRNBtn> CQRNBtn::kOwnMessages[] = {{WM_COMMAND, &CQRNBtn::OnCommand}};
 
-CQRNBtn::CQRNBtn() : Captioned(kQRNBtnTable, kBinding, ole::kButtonLook) {}
+CQRNBtn::CQRNBtn() : Captioned(kQRNBtnTable, kBtnBinding, ole::kButtonLook) {}
 
 std::optional<ole::ContainedDescription> CQRNBtn::DescribeContained() {
   DWORD style = WS_CHILD | WS_VISIBLE;

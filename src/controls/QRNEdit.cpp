@@ -13,32 +13,31 @@ namespace qrn {
 namespace {
 
 using com::Bstr;
-using C = CQRNEdit;
 
 constexpr int kNoLimit = 32000;  // what the window takes where `MaxLength` is 0
 
 // clang-format off
-constexpr ole::PropertyEntry kAccess[] = {
-    {ole::stock::kText, ole::Pair<&C::GetText, &C::PutText>},
-    { 3, ole::FieldAndPut<&C::DbField, &C::PutDbField>},
-    { 4, ole::FieldAndPut<&C::MaxLength, &C::PutMaxLength>},
-    { 5, ole::FieldAndPut<&C::PasswordChar, &C::PutPasswordChar>},
-    { 6, ole::Field<&C::Format>},
-    { 7, ole::Field<&C::MultiLine>},
-    { 8, ole::Field<&C::Alignment>},
-    { 9, ole::Field<&C::ReadOnly>},
-    {10, ole::Field<&C::UpperCase>},
-    {11, ole::Field<&C::IMEMode>},
-    {12, ole::Pair<&C::GetSelStart, &C::PutSelStart>},
-    {13, ole::Pair<&C::GetSelLength, &C::PutSelLength>},
-    {14, ole::Pair<&C::GetSelText, &C::PutSelText>},
-    {15, ole::Field<&C::NumericMask>},
-    {16, ole::Field<&C::FormatOption>},
+constexpr ole::PropertyEntry kEditAccess[] = {
+    {ole::stock::kText, ole::Pair<&CQRNEdit::GetText, &CQRNEdit::PutText>},
+    { 3, ole::FieldAndPut<&CQRNEdit::DbField, &CQRNEdit::PutDbField>},
+    { 4, ole::FieldAndPut<&CQRNEdit::MaxLength, &CQRNEdit::PutMaxLength>},
+    { 5, ole::FieldAndPut<&CQRNEdit::PasswordChar, &CQRNEdit::PutPasswordChar>},
+    { 6, ole::Field<&CQRNEdit::Format>},
+    { 7, ole::Field<&CQRNEdit::MultiLine>},
+    { 8, ole::Field<&CQRNEdit::Alignment>},
+    { 9, ole::Field<&CQRNEdit::ReadOnly>},
+    {10, ole::Field<&CQRNEdit::UpperCase>},
+    {11, ole::Field<&CQRNEdit::IMEMode>},
+    {12, ole::Pair<&CQRNEdit::GetSelStart, &CQRNEdit::PutSelStart>},
+    {13, ole::Pair<&CQRNEdit::GetSelLength, &CQRNEdit::PutSelLength>},
+    {14, ole::Pair<&CQRNEdit::GetSelText, &CQRNEdit::PutSelText>},
+    {15, ole::Field<&CQRNEdit::NumericMask>},
+    {16, ole::Field<&CQRNEdit::FormatOption>},
 };
 // clang-format on
-constexpr auto kProperties =
-    ole::BindProperties<kQRNEditTable>(kAccess, kFieldAccess<C>, ole::kStockAccess);
-constexpr ole::Binding kBinding{kProperties, {}};
+constexpr auto kEditProperties =
+    ole::BindProperties<kQRNEditTable>(kEditAccess, kFieldAccess<CQRNEdit>, ole::kStockAccess);
+constexpr ole::Binding kEditBinding{kEditProperties, {}};
 
 enum AlignmentCode : int32_t { kAlignRight = 1, kAlignCenter = 2 };
 
@@ -48,7 +47,7 @@ bool IsCharacterType(int32_t type) {
 
 }  // namespace
 
-CQRNEdit::CQRNEdit() : FieldBound(kQRNEditTable, kBinding, ole::kWindowLook) {}
+CQRNEdit::CQRNEdit() : FieldBound(kQRNEditTable, kEditBinding, ole::kWindowLook) {}
 
 std::optional<ole::ContainedDescription> CQRNEdit::DescribeContained() {
   DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;

@@ -6,25 +6,24 @@
 namespace qrn {
 namespace {
 
-using C = CQRNExComboBox;
-
 // clang-format off
-constexpr ole::PropertyEntry kAccess[] = {
-    {24, ole::FieldAndPut<&C::Style, &C::PutStyle>},
-    {32, ole::Pair<&C::GetSelStart, &C::PutSelStart>},
-    {33, ole::Pair<&C::GetSelLength, &C::PutSelLength>},
-    {34, ole::Pair<&C::GetSelText, &C::PutSelText>},
-    {35, ole::Field<&C::IMEMode>},
+constexpr ole::PropertyEntry kExComboBoxAccess[] = {
+    {24, ole::FieldAndPut<&CQRNExComboBox::Style, &CQRNExComboBox::PutStyle>},
+    {32, ole::Pair<&CQRNExComboBox::GetSelStart, &CQRNExComboBox::PutSelStart>},
+    {33, ole::Pair<&CQRNExComboBox::GetSelLength, &CQRNExComboBox::PutSelLength>},
+    {34, ole::Pair<&CQRNExComboBox::GetSelText, &CQRNExComboBox::PutSelText>},
+    {35, ole::Field<&CQRNExComboBox::IMEMode>},
 };
 // clang-format on
-constexpr auto kProperties =
-    ole::BindProperties<kQRNExComboBoxTable>(kAccess, kExtendedAccess<C>, ole::kStockAccess);
-constexpr auto kMethods = ole::BindMethods<kQRNExComboBoxTable>(kExtendedMethods<C>);
-constexpr ole::Binding kBinding{kProperties, kMethods};
+constexpr auto kExComboBoxProperties = ole::BindProperties<kQRNExComboBoxTable>(
+    kExComboBoxAccess, kExtendedAccess<CQRNExComboBox>, ole::kStockAccess);
+constexpr auto kExComboBoxMethods =
+    ole::BindMethods<kQRNExComboBoxTable>(kExtendedMethods<CQRNExComboBox>);
+constexpr ole::Binding kExComboBoxBinding{kExComboBoxProperties, kExComboBoxMethods};
 
 }  // namespace
 
 CQRNExComboBox::CQRNExComboBox()
-    : ExtendedFilled(kQRNExComboBoxTable, kBinding, FillKind::ComboBox) {}
+    : ExtendedFilled(kQRNExComboBoxTable, kExComboBoxBinding, FillKind::ComboBox) {}
 
 }  // namespace qrn

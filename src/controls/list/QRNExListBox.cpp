@@ -2,27 +2,26 @@
 
 #include "binding/tables/QRNExListTables.h"
 #include "controls/list/ExtendedRows.h"
+#include "ole/Names.h"
 
 namespace qrn {
 namespace {
 
-using C = CQRNExListBox;
-
-constexpr int32_t kIntegralHeight = 23;
-
-constexpr ole::PropertyEntry kAccess[] = {{32, ole::Field<&C::DbTabStops>}};
-constexpr auto kProperties =
-    ole::BindProperties<kQRNExListBoxTable>(kAccess, kExtendedAccess<C>, ole::kStockAccess);
-constexpr auto kMethods = ole::BindMethods<kQRNExListBoxTable>(kExtendedMethods<C>);
-constexpr ole::Binding kBinding{kProperties, kMethods};
+constexpr ole::PropertyEntry kExListBoxAccess[] = {{32, ole::Field<&CQRNExListBox::DbTabStops>}};
+constexpr auto kExListBoxProperties = ole::BindProperties<kQRNExListBoxTable>(
+    kExListBoxAccess, kExtendedAccess<CQRNExListBox>, ole::kStockAccess);
+constexpr auto kExListBoxMethods =
+    ole::BindMethods<kQRNExListBoxTable>(kExtendedMethods<CQRNExListBox>);
+constexpr ole::Binding kExListBoxBinding{kExListBoxProperties, kExListBoxMethods};
 
 }  // namespace
 
-CQRNExListBox::CQRNExListBox() : ExtendedFilled(kQRNExListBoxTable, kBinding, FillKind::ListBox) {}
+CQRNExListBox::CQRNExListBox()
+    : ExtendedFilled(kQRNExListBoxTable, kExListBoxBinding, FillKind::ListBox) {}
 
 void CQRNExListBox::OnChanged(int32_t id) {
   ListBoxControl::OnChanged(id);
-  if (id == kIntegralHeight && !UserMode()) RemakeContained();
+  if (id == ole::IdOf<kQRNExListBoxTable, "IntegralHeight"> && !UserMode()) RemakeContained();
 }
 
 }  // namespace qrn

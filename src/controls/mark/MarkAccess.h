@@ -8,9 +8,6 @@ namespace qrn {
 // clang-format off
 inline constexpr ole::PropertyEntry kMarkAccess[] = {
     {ole::stock::kCaption, ole::Field<&MarkControl::Caption>},
-    {1, ole::Field<&MarkControl::DbSource>},
-    {2, ole::Field<&MarkControl::DbTable>},
-    {3, ole::Field<&MarkControl::DbField>},
     {4, ole::Field<&MarkControl::DbValueTrue>},
     {5, ole::Field<&MarkControl::DbValueFalse>},
     {6, ole::Field<&MarkControl::Value>},

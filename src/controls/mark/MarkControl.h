@@ -5,27 +5,19 @@
 // number, a clearing only the mark; what a click does differs by class.
 #pragma once
 
-#include "binding/BoundControl.h"
 #include "binding/BoundFaces.h"
-#include "ole/VisibleControl.h"
+#include "binding/FieldBound.h"
 
 namespace qrn {
 
-class MarkControl : public BoundControl<ole::VisibleControl, MarkFace> {
+class MarkControl : public FieldBound<MarkFace> {
  public:
   // Properties.
-  ole::Bstr Caption = ole::Bstr::Empty();
-  ole::Bstr DbSource = ole::Bstr::Empty();
-  ole::Bstr DbTable = ole::Bstr::Empty();
-  ole::Bstr DbField = ole::Bstr::Empty();
-  ole::Bstr DbValueTrue = ole::Bstr(L"1");
-  ole::Bstr DbValueFalse = ole::Bstr(L"0");
+  com::Bstr Caption = com::Bstr::Empty();
+  com::Bstr DbValueTrue = com::Bstr(L"1");
+  com::Bstr DbValueFalse = com::Bstr(L"0");
   int16_t Value = 0;
   int32_t Alignment = 0;  // 1: the text to the left of the mark
-
-  // CQuorin
-  NullableText GetBoundField() override { return NarrowNullable(DbField); }
-  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
 
   // MarkFace
   int32_t GetValue() override { return Value; }
@@ -35,9 +27,8 @@ class MarkControl : public BoundControl<ole::VisibleControl, MarkFace> {
   std::string GetValueFalse() override { return NarrowText(DbValueFalse); }
   std::string GetValueIndeterminate() override { return {}; }
 
-  bool OnWindowMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
-  void OnDraw(HDC dc, const RECT& rect) override;
 
  protected:
   // `buttonStyle` is the kind of button: BS_CHECKBOX or BS_AUTORADIOBUTTON.
@@ -48,13 +39,12 @@ class MarkControl : public BoundControl<ole::VisibleControl, MarkFace> {
   void Click();
 
   std::optional<ole::ContainedDescription> DescribeContained() override;
-  void OnRegister() override;
-  void OnUnregister() override;
+  std::span<const int32_t> RemadeInDesigner() const override;
 
  private:
-  bool OnCommand(ole::Message& message);
+  bool OnCommand(com::Message& message);
 
-  static const ole::MessageRow<MarkControl> kOwnMessages[];
+  static const com::MessageRow<MarkControl> kOwnMessages[];
 
   const DWORD buttonStyle_;
 };

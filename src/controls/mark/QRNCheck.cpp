@@ -6,17 +6,17 @@
 namespace qrn {
 namespace {
 
-constexpr ole::PropertyEntry kAccess[] = {{8, ole::Field<&CQRNCheck::DbValueIndeterminate>}};
-constexpr auto kProperties =
-    ole::BindProperties<kQRNCheckTable>(kAccess, kMarkAccess, ole::kStockAccess);
-constexpr ole::Binding kBinding{kProperties, {}};
+constexpr ole::PropertyEntry kCheckAccess[] = {{8, ole::Field<&CQRNCheck::DbValueIndeterminate>}};
+constexpr auto kCheckProperties = ole::BindProperties<kQRNCheckTable>(
+    kCheckAccess, kMarkAccess, kFieldAccess<CQRNCheck>, ole::kStockAccess);
+constexpr ole::Binding kCheckBinding{kCheckProperties, {}};
 
 // Kept so: no state of a record. A box that its user marked gives its field no text.
 constexpr int16_t kMarkedByUser = -1;
 
 }  // namespace
 
-CQRNCheck::CQRNCheck() : MarkControl(kQRNCheckTable, kBinding, BS_CHECKBOX) {}
+CQRNCheck::CQRNCheck() : MarkControl(kQRNCheckTable, kCheckBinding, BS_CHECKBOX) {}
 
 // Kept so: only a mark of the user's own is taken back, so that a mark from a record takes two
 // clicks to go.

@@ -7,7 +7,7 @@ namespace qrn {
 
 class CQRNCheck final : public MarkControl {
  public:
-  ole::Bstr DbValueIndeterminate = ole::Bstr::Empty();
+  com::Bstr DbValueIndeterminate = com::Bstr::Empty();
 
   CQRNCheck();
   ControlType GetControlType() override { return kTypeCheck; }

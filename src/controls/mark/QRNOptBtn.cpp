@@ -10,14 +10,15 @@
 namespace qrn {
 namespace {
 
-constexpr auto kProperties = ole::BindProperties<kQRNOptBtnTable>(kMarkAccess, ole::kStockAccess);
-constexpr ole::Binding kBinding{kProperties, {}};
+constexpr auto kOptBtnProperties =
+    ole::BindProperties<kQRNOptBtnTable>(kMarkAccess, kFieldAccess<CQRNOptBtn>, ole::kStockAccess);
+constexpr ole::Binding kOptBtnBinding{kOptBtnProperties, {}};
 
 bool IsArrow(WPARAM key) { return key >= VK_LEFT && key <= VK_DOWN; }
 
 }  // namespace
 
-CQRNOptBtn::CQRNOptBtn() : MarkControl(kQRNOptBtnTable, kBinding, BS_AUTORADIOBUTTON) {}
+CQRNOptBtn::CQRNOptBtn() : MarkControl(kQRNOptBtnTable, kOptBtnBinding, BS_AUTORADIOBUTTON) {}
 
 // Kept so: the button that has just been chosen holds 0.
 void CQRNOptBtn::TakeClick() {
@@ -47,12 +48,12 @@ void CQRNOptBtn::ClearGroup() {
 
 // The focus that comes to an unmarked option button makes the system tell of a click. Nobody
 // clicked: somebody who passes with the Tab key chooses nothing.
-bool CQRNOptBtn::OnWindowMessage(ole::Message& message) {
+bool CQRNOptBtn::OnWindowMessage(com::Message& message) {
   const bool told = message.id == WM_COMMAND && HIWORD(message.wParam) == BN_CLICKED;
   return (told && focusComes_) || MarkControl::OnWindowMessage(message);
 }
 
-bool CQRNOptBtn::OnContainedMessage(ole::Message& message) {
+bool CQRNOptBtn::OnContainedMessage(com::Message& message) {
   if (MarkControl::OnContainedMessage(message)) return true;
   if (message.id != WM_SETFOCUS || contained() != message.window) return false;
   focusComes_ = true;
@@ -79,7 +80,7 @@ CQRNOptBtn::KeyEnd CQRNOptBtn::OnKeyDown(MSG& message) {
   if (!IsArrow(message.wParam)) return MarkControl::OnKeyDown(message);
   CQRNOptBtn* next = Neighbour(message.wParam == VK_LEFT || message.wParam == VK_UP);
   if (next == nullptr) return MarkControl::OnKeyDown(message);
-  const ole::Com<IUnknown> alive(&next->Outer());
+  const com::Com<IUnknown> alive(&next->Outer());
   if (next->inPlace().active()) com::Guard([&] { return next->inPlace().Activate(true); });
   if (next->contained() && GetFocus() == next->contained()) next->Choose();
   return KeyEnd::Here;

@@ -14,8 +14,8 @@ class CQRNOptBtn final : public MarkControl {
   CQRNOptBtn();
   ControlType GetControlType() override { return kTypeOptBtn; }
 
-  bool OnWindowMessage(ole::Message& message) override;
-  bool OnContainedMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
+  bool OnContainedMessage(com::Message& message) override;
 
  protected:
   void TakeClick() override;

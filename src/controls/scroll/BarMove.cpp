@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "binding/registry/TableTransfer.h"
+#include "binding/tables/QRNScrollTables.h"
 #include "core/ButtonOperations.h"
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
@@ -11,14 +12,11 @@
 #include "core/RecordPosition.h"
 #include "core/ReturnCodes.h"
 #include "fields/Messages.h"
+#include "ole/Names.h"
 #include "platform/BtrCall.h"
 
 namespace qrn {
 namespace {
-
-constexpr int32_t kBtrieveError = 1;  // the events
-constexpr int32_t kChange = 2;
-constexpr int32_t kScroll = 3;
 
 // Btrieve takes a place in 16 bits and goes to an end for what lies outside.
 uint16_t PlaceToSend(int64_t place) {
@@ -150,7 +148,7 @@ void BarMove::PageDown() {
 void BarMove::ToThumb() {
   if (Jump(thumb_) != 0 || !IsThere()) return;
   bar_.ShowPlace(thumb_);
-  bar_.Fire(kScroll);
+  ole::Fire<scroll::kEvents, "Scroll">(bar_);
 }
 
 void BarMove::ToTop() { End(Read(BtrOpGetFirst)); }
@@ -226,7 +224,7 @@ void BarMove::End(Status result) {
   if (asked == 0) bar_.ShowPlace(place);
   if (asked != 0) ShowMessage(kVE816, static_cast<int>(asked));
   bar_.Value = place;
-  bar_.Fire(kChange);
+  ole::Fire<scroll::kEvents, "Change">(bar_);
   if (IsThere()) TheRegistry().NotifyPositionChanged(&bar_, source_, table_, IndexID());
 }
 
@@ -241,7 +239,7 @@ void BarMove::Fail(Status result) {
 
 void BarMove::RaiseBtrieveError(Status& result) {
   const com::Bstr table = WidenToBstr(table_);
-  bar_.Fire(kBtrieveError, table.get(), &result);
+  ole::Fire<scroll::kEvents, "BtrieveError">(bar_, table.get(), &result);
 }
 
 }  // namespace qrn

@@ -67,7 +67,7 @@ class BarMove final : public BoundCaller {
   void RaiseBtrieveError(Status& result);
 
   RecordBar& bar_;
-  const ole::Com<IUnknown> alive_;
+  const com::Com<IUnknown> alive_;
   const HWND window_;
   const WindowHandle form_;
   const std::string source_;

@@ -39,7 +39,7 @@ void RecordBar::Refresh() { BarMove(*this).Refresh(); }
 // Another control has moved: the record stays the one that it chose.
 void RecordBar::OnPositionChanged(const std::string& tableName, int32_t indexId) {
   if (tableName != NarrowText(DbTable) || indexId != indexId_) return;
-  const ole::Com<IUnknown> alive(&Outer());
+  const com::Com<IUnknown> alive(&Outer());
   const int16_t autoFirst = std::exchange(AutoFirst, int16_t{0});
   Refresh();
   AutoFirst = autoFirst;
@@ -53,7 +53,7 @@ void RecordBar::ShowPlace(int32_t place) {
   if (contained()) SetScrollPos(contained(), SB_CTL, place, TRUE);
 }
 
-bool RecordBar::OnWindowMessage(ole::Message& message) {
+bool RecordBar::OnWindowMessage(com::Message& message) {
   if (message.id != orientation_.message) return VisibleControl::OnWindowMessage(message);
   const auto thumb = static_cast<int16_t>(HIWORD(message.wParam));
   BarMove(*this).Run(LOWORD(message.wParam), thumb);

@@ -22,9 +22,9 @@ inline constexpr BarOrientation kVerticalBar{SBS_VERT, WM_VSCROLL};
 class RecordBar : public BoundControl<ole::VisibleControl> {
  public:
   // Properties. Numbers are only stored: none moves the thumb.
-  ole::Bstr DbSource = ole::Bstr::Empty();
-  ole::Bstr DbTable = ole::Bstr::Empty();
-  ole::Bstr DbIndex = ole::Bstr::Empty();
+  com::Bstr DbSource = com::Bstr::Empty();
+  com::Bstr DbTable = com::Bstr::Empty();
+  com::Bstr DbIndex = com::Bstr::Empty();
   int32_t LargeChange = 1;
   int32_t SmallChange = 1;  // without effect
   int32_t Max = 32767;      // both become the bar's range once it has found its table
@@ -51,7 +51,7 @@ class RecordBar : public BoundControl<ole::VisibleControl> {
   void ShowRange(int32_t least, int32_t most);
   void ShowPlace(int32_t place);
 
-  bool OnWindowMessage(ole::Message& message) override;
+  bool OnWindowMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
 
  protected:
