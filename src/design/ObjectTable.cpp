@@ -10,6 +10,7 @@
 #include "binding/tables/QRNExListTables.h"
 #include "binding/tables/QRNListTables.h"
 #include "binding/tables/QRNOptBtnTable.h"
+#include "binding/tables/QRNPicTable.h"
 #include "binding/tables/QRNScrollTables.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
@@ -19,6 +20,7 @@
 #include "controls/list/QRNListBox.h"
 #include "controls/mark/QRNCheck.h"
 #include "controls/mark/QRNOptBtn.h"
+#include "controls/picture/QRNPic.h"
 #include "controls/scroll/QRNScroll.h"
 
 namespace qrn::design {
@@ -35,6 +37,7 @@ constexpr std::initializer_list<ole::ClassRow> kObjects = {
     ole::ControlRow<kQRNVScrollTable, CQRNVScroll>(),
     ole::ControlRow<kQRNCheckTable, CQRNCheck>(),
     ole::ControlRow<kQRNOptBtnTable, CQRNOptBtn>(),
+    ole::ControlRow<kQRNPicTable, CQRNPic>(),
     ole::ControlRow<kQRNExComboBoxTable, CQRNExComboBox>(),
     ole::ControlRow<kQRNExListBoxTable, CQRNExListBox>(),
 };

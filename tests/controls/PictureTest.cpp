@@ -1,0 +1,291 @@
+// The picture control through its window: files of every kind, right and wrong, what it draws and
+// what it holds.
+#include <gtest/gtest.h>
+#include <olectl.h>
+
+#include <cstdio>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "binding/registry/ControlRegistry.h"
+#include "controls/picture/QRNPic.h"
+#include "core/DictionaryLookup.h"
+#include "tests/controls/picture/SampleFiles.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr COLORREF kBlue = RGB(0, 0, 255);
+constexpr COLORREF kRed = RGB(255, 0, 0);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+
+class Pictures : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Save("good.bmp", BitmapSample(8, 8, 24, 0xFF));
+    Save("red.bmp", BitmapSample(40, 30, 4));
+    Save("cut.bmp", Cut(BitmapSample(8, 8, 24), 60));
+    Save("abc", BitmapSample(8, 8, 8));
+    Save("good.ico", IconSample());
+    Save("cut.ico", Cut(IconSample(), 30));
+    Save("good.wmf", MetafileSample());
+    Save("placed.wmf", PlaceableSample());
+    Save("short.wmf", {1, 0, 9});
+    Save("block.wmf", Cut(PlaceableSample(), 40));
+    Save("huge.wmf", With(PlaceableSample(), 42, 0xFFFFFFFF, 4));
+    Save("none.wmf", With(PlaceableSample(), 42, 0, 4));
+    Save("a.gif", {'G', 'I', 'F', '8', '9', 'a'});
+    picture_.Set(L"DbSource", Text(L"Db1"));
+    picture_.Set(L"DbTable", Text(L"People"));
+    picture_.Set(L"DbField", Text(L"Name"));
+    const std::string directory = office_.Directory();
+    picture_.Set(L"BlobPath", Text(std::wstring(directory.begin(), directory.end()).c_str()));
+    ASSERT_EQ(picture_.Show(), S_OK);
+  }
+
+  void Save(const char* name, const FileBytes& bytes) {
+    FILE* file = fopen(office_.PathOf(name).c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    fwrite(bytes.data(), 1, bytes.size(), file);
+    fclose(file);
+  }
+
+  void Write(const char* text, const char* field = "Name") {
+    const DbTableInfo& people = *office_.Table("People");
+    TheRegistry().WriteControlField(TheForm(), people, people.Fields[DbFindField(people, field)],
+                                    text);
+  }
+  // The kind of the picture: 1 bitmap, 2 metafile, 3 icon; -1 for none.
+  int Kind() {
+    const auto picture = com::Query<IPicture>(picture_->Picture);
+    SHORT kind = -1;
+    if (picture) picture->get_Type(&kind);
+    return kind;
+  }
+  // Colours of a drawing of 60 by 40 pixels.
+  std::vector<COLORREF> Draw(std::initializer_list<POINT> points) {
+    const WindowDc screen(nullptr);
+    const MemoryDc dc(CreateCompatibleDC(screen.get()));
+    const Bitmap surface(CreateCompatibleBitmap(screen.get(), 80, 80));
+    const Selected into(dc.get(), surface.get());
+    picture_->OnDraw(dc.get(), {0, 0, 60, 40});
+    std::vector<COLORREF> colors;
+    for (const POINT& point : points) colors.push_back(GetPixel(dc.get(), point.x, point.y));
+    return colors;
+  }
+  COLORREF DrawAt(int x, int y) { return Draw({{x, y}}).front(); }
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  Hosted<CQRNPic> picture_{L"pic1"};
+};
+
+TEST_F(Pictures, StartAsTheirTableSays) {
+  Hosted<CQRNPic> fresh(L"pic2");
+  struct Case {
+    const wchar_t* name;
+    const char* value;
+  };
+  const Case cases[] = {{L"DbField", "ok BSTR:"},           {L"BlobPath", "ok BSTR:"},
+                        {L"Stretch", "ok BOOL:0"},          {L"PictureType", "ok I2:0"},
+                        {L"BorderStyle", "ok I4:1"},        {L"Appearance", "ok I2:1"},
+                        {L"MousePointer", "ok I4:0"},       {L"BackColor", "ok UI4:2147483663"},
+                        {L"ForeColor", "ok UI4:2147483666"}};
+  for (const Case& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
+  EXPECT_FALSE(fresh->Picture);
+  EXPECT_FALSE(fresh->GetFont());
+}
+
+// From a control that shows a bitmap.
+TEST_F(Pictures, FilesRightAndWrong) {
+  struct Case {
+    const char* text;
+    int kind;
+    const char* message;
+  };
+  constexpr int kKept = PICTYPE_BITMAP;
+  constexpr int kNone = -1;
+  const Case cases[] = {
+      {"red.bmp", PICTYPE_BITMAP, ""},
+      {"RED.BMP", PICTYPE_BITMAP, ""},
+      {"abc", PICTYPE_BITMAP, ""},
+      {"good.ico", PICTYPE_ICON, ""},
+      {"good.wmf", PICTYPE_METAFILE, ""},
+      {"Placed.Wmf", PICTYPE_METAFILE, ""},
+      {"a.gif", kNone, ""},
+      {"cut.bmp", kNone, "VE015"},
+      {"missing.bmp", kKept, "VE819"},
+      {"", kNone, "VE015"},
+      {"cut.ico", kKept, "VE020"},
+      {"short.wmf", kKept, "VE019"},
+      {"block.wmf", kKept, "VE023"},
+      {"huge.wmf", kKept, "VE001"},
+      {"none.wmf", kKept, "VE019"},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.text);
+    Write("good.bmp");
+    const auto before = picture_->Picture;
+    ASSERT_EQ(Kind(), PICTYPE_BITMAP);
+    Messages messages;
+    Write(row.text);
+    EXPECT_EQ(messages.Take().substr(0, 5), row.message);
+    EXPECT_EQ(Kind(), row.kind);
+    const bool kept = row.kind == kKept && *row.message != '\0';
+    EXPECT_EQ(picture_->Picture == before, kept);
+  }
+}
+
+TEST_F(Pictures, PathsAreMadeOfBothParts) {
+  Messages messages;
+  const std::string directory = office_.Directory();
+  const std::wstring wide(directory.begin(), directory.end());
+  Write("missing.bmp");
+  EXPECT_NE(messages.Take().find("(" + directory + "\\missing.bmp)"), std::string::npos);
+  picture_.Set(L"BlobPath", Text((wide + L"\\").c_str()));
+  Write("missing.bmp");
+  EXPECT_NE(messages.Take().find("(" + directory + "\\\\missing.bmp)"), std::string::npos);
+  Write("good.bmp");
+  EXPECT_EQ(Kind(), PICTYPE_BITMAP) << "the system takes two of them for one";
+  picture_.Set(L"BlobPath", Text(L""));
+  Write("good.ico");
+  EXPECT_NE(messages.Take().find("(good.ico)"), std::string::npos) << "not where the program is";
+  Write((directory + "\\good.ico").c_str());
+  EXPECT_EQ(Kind(), PICTYPE_ICON);
+  Write("");
+  EXPECT_EQ(messages.Take().substr(0, 5), "VE819");
+  picture_.Set(L"BlobPath", Text(std::wstring(300, L'x').c_str()));
+  Write("good.bmp");
+  EXPECT_NE(messages.Take().find("(" + std::string(259, 'x') + ")"), std::string::npos);
+}
+
+TEST_F(Pictures, NamesStandInCharacterFieldsAlone) {
+  Hosted<CQRNPic> number(L"pic2");
+  number.Set(L"DbSource", Text(L"Db1"));
+  number.Set(L"DbTable", Text(L"People"));
+  number.Set(L"DbField", Text(L"Code"));
+  ASSERT_EQ(number.Show(), S_OK);
+  Messages messages;
+  Write("missing.bmp", "Code");
+  EXPECT_EQ(messages.Take(), "");
+  EXPECT_FALSE(number->Picture);
+}
+
+TEST_F(Pictures, DrawFrameEdgeAndPicture) {
+  picture_.Set(L"BackColor", Long(kBlue));
+  EXPECT_EQ(DrawAt(30, 20), kBlue);
+  EXPECT_EQ(DrawAt(70, 20), kBlack) << "nothing outside";
+  picture_.Set(L"Appearance", Short(0));
+  EXPECT_EQ(Draw({{0, 20}, {59, 20}, {1, 20}}), (std::vector<COLORREF>{kBlack, kBlack, kBlue}));
+  picture_.Set(L"BorderStyle", Long(0));
+  EXPECT_EQ(DrawAt(0, 20), kBlue);
+  Write("red.bmp");  // 40 by 30
+  EXPECT_EQ(Draw({{1, 1}, {39, 29}, {42, 20}, {20, 32}, {58, 38}}),
+            (std::vector<COLORREF>{kRed, kRed, kBlue, kBlue, kBlue}));
+  picture_.Set(L"Appearance", Short(1));
+  EXPECT_EQ(Draw({{2, 2}, {41, 31}, {43, 33}}), (std::vector<COLORREF>{kRed, kRed, kBlue}));
+  picture_.Set(L"Stretch", Bool(true));
+  EXPECT_EQ(Draw({{3, 3}, {56, 36}}), (std::vector<COLORREF>{kRed, kRed}));
+  Write("placed.wmf");
+  EXPECT_EQ(Draw({{4, 4}, {30, 20}, {54, 34}}), (std::vector<COLORREF>{kRed, kRed, kRed}));
+  Write("a.gif");
+  EXPECT_EQ(DrawAt(30, 20), kBlue);
+}
+
+TEST_F(Pictures, APictureLargerThanTheControlIsCutAtItsEdge) {
+  Save("large.bmp", BitmapSample(100, 100, 4));
+  picture_.Set(L"Appearance", Short(0));
+  picture_.Set(L"BorderStyle", Long(0));
+  Write("large.bmp");
+  EXPECT_EQ(Draw({{59, 39}, {60, 20}, {30, 40}}), (std::vector<COLORREF>{kRed, kBlack, kBlack}));
+}
+
+TEST_F(Pictures, AnotherPictureIsDrawnAtOnce) {
+  const HWND window = picture_->hwnd();
+  for (const char* file : {"good.bmp", "red.bmp", "good.ico", "a.gif"}) {
+    ValidateRect(window, nullptr);
+    Write(file);
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE)) << file;
+  }
+  ValidateRect(window, nullptr);
+  picture_.Set(L"BackColor", Long(kRed));
+  EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
+}
+
+TEST_F(Pictures, MouseAndKeysAreEvents) {
+  struct Case {
+    UINT message;
+    const char* events;
+  };
+  const Case cases[] = {
+      {WM_LBUTTONDOWN, "-605(I2:1,I2:0,R4:3,R4:4) "},
+      {WM_LBUTTONUP, "-607(I2:1,I2:0,R4:3,R4:4) -600() "},
+      {WM_RBUTTONUP, "-607(I2:2,I2:0,R4:3,R4:4) -600() "},
+      {WM_LBUTTONDBLCLK, "-601() "},
+  };
+  for (const Case& row : cases) {
+    picture_.events.log.clear();
+    SendMessageW(picture_->hwnd(), row.message, row.message == WM_LBUTTONDOWN ? MK_LBUTTON : 0,
+                 MAKELPARAM(3, 4));
+    EXPECT_EQ(picture_.events.log, row.events) << row.message;
+  }
+  picture_.events.log.clear();
+  picture_.Offer(WM_KEYDOWN, VK_RETURN);
+  EXPECT_EQ(picture_.events.log, "-602(I2&:13,I2:0) -600() ");
+  EXPECT_EQ(picture_.Offer(WM_KEYDOWN, VK_TAB), S_FALSE);
+}
+
+TEST_F(Pictures, AHandlerMayEndTheControl) {
+  for (const DISPID event : {ole::stock::kMouseUp, ole::stock::kClick}) {
+    Hosted<CQRNPic> other(L"pic2");
+    ASSERT_EQ(other.Show(), S_OK);
+    int raised = 0;
+    other.events.answer = [&](DISPID id, DISPPARAMS&) {
+      if (id == event && raised++ == 0) other.Drop();
+    };
+    SendMessageW(other->hwnd(), WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(raised, 1);
+  }
+}
+
+// Objects of this process that drawings are made of: bitmaps (those of icons too), palettes,
+// metafiles, brushes. Wine does not count them, and answers for the index of one as for its handle.
+DWORD DrawingObjects() {
+  const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  if (counted != 0) return counted;
+  DWORD found = 0;
+  for (UINT_PTR index = 0; index < 0x10000; ++index) {
+    if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++found;
+  }
+  return found;
+}
+
+TEST(DrawingObjects, AreCounted) {
+  const DWORD before = DrawingObjects();
+  const Brush brush(CreateSolidBrush(kBlue));
+  EXPECT_EQ(DrawingObjects(), before + 1);
+}
+
+// A file that stayed open with each would end them too: the library opens 512 at most.
+TEST_F(Pictures, ThousandsOfLoadsHoldNoMoreThanOne) {
+  const char* const kFiles[] = {"good.bmp",   "red.bmp", "abc",     "good.ico",  "good.wmf",
+                                "placed.wmf", "a.gif",   "cut.bmp", "short.wmf", "cut.ico"};
+  Messages messages;
+  const auto round = [&] {
+    for (const char* file : kFiles) {
+      Write(file);
+      DrawAt(30, 20);
+    }
+    messages.Take();
+  };
+  round();
+  const DWORD before = DrawingObjects();
+  for (int i = 0; i < 500; ++i) round();
+  EXPECT_EQ(DrawingObjects(), before);
+  Write("good.ico");
+  EXPECT_EQ(Kind(), PICTYPE_ICON);
+  EXPECT_EQ(messages.Take(), "");
+}
+
+}  // namespace
+}  // namespace qrn::test
