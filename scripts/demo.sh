@@ -13,6 +13,7 @@ build_company() {
     "$tool" import "$company" "$(basename "$table" .csv)" "$table" ||
       die "qrndata could not import $table"
   done
+  cp -r examples/company/data/pictures "$company"
   say "checking every key of every file against its records"
   "$tool" check "$company" || die "the company's data does not check out"
   say "what the orders are made of"

@@ -17,6 +17,7 @@ company_data() {
     "$tool" import "$company" "$(basename "$table" .csv)" "$table" ||
       die "qrndata could not import $table"
   done
+  cp -r examples/company/data/pictures "$company"
 }
 
 # windows_path FILE: as programs under Wine see it.
@@ -99,6 +100,8 @@ demo_forms() {
   [ "$code" -ne 0 ] || demo_form "$company" "$number" keyboard customers walk || code=1
   say "the look-up: a list narrowed by letters, a choice that shows its card, combos that write codes"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" lookup || code=1
+  say "the products: thumbs dragged to the middle, pictures, a check box and option buttons that store"
+  [ "$code" -ne 0 ] || demo_form "$company" "$number" products || code=1
   "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
