@@ -119,7 +119,7 @@ Form& TheForm() {
 
 void Click() {
   int count = 0;
-  for (int32_t operation = qrn::BtrOpGetFirst;; operation = qrn::BtrOpGetNext, ++count) {
+  for (int32_t operation = BtrOpGetFirst;; operation = BtrOpGetNext, ++count) {
     if (qrn::DbButtonRead(qrn::TheEngine(), operation, TheForm()) != 0) break;
   }
   Check(count == kRecords, "the clicks went wrong");
@@ -138,7 +138,7 @@ void BareWalk() {
   qrn::DbTableInfo& table = *TheForm().Table();
   char key[256] = {};
   int count = 0;
-  for (uint16_t operation = qrn::BtrOpGetFirst;; operation = qrn::BtrOpGetNext, ++count) {
+  for (uint16_t operation = BtrOpGetFirst;; operation = BtrOpGetNext, ++count) {
     auto length = static_cast<uint32_t>(table.RecordLength);
     if (qrn::BtrCall(operation, table.PosBlock, table.RecordBuffer, &length, key, sizeof key - 1,
                      0) != 0) {
