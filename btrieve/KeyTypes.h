@@ -14,7 +14,7 @@
 namespace btrieve {
 
 enum class KeyType : uint8_t {
-#define BTRIEVE_KEY_TYPE(name, number) name = number,
+#define BTRIEVE_KEY_TYPE(name, number) name = (number),
   BTR_KEY_TYPES(BTRIEVE_KEY_TYPE)
 #undef BTRIEVE_KEY_TYPE
 };

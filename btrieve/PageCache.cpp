@@ -101,7 +101,7 @@ class FilePages {
 
 bool FilePages::Grow() noexcept {
   const uint32_t places = table_ ? 2 * (mask_ + 1) : 64;
-  auto** larger = static_cast<Page**>(std::calloc(places, sizeof(Page*)));
+  auto** larger = static_cast<Page**>(std::calloc(places, sizeof(void*)));
   if (!larger) return false;
   for (uint32_t place = 0; table_ && place <= mask_; ++place) {
     while (Page* page = table_[place]) {
