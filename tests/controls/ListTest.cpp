@@ -80,6 +80,31 @@ TEST_F(Lists, PropertiesBecomeStylesOfTheWindow) {
   }
 }
 
+TEST_F(Lists, InTheDesignerALookMakesTheWindowAnew) {
+  struct Case {
+    const wchar_t* name;
+    VARIANT value;
+    bool remade;  // of a list box
+    bool remadeCombo;
+  };
+  const Case cases[] = {{L"Appearance", Short(0), true, true},
+                        {L"IntegralHeight", Bool(true), true, false},
+                        {L"Sort", Bool(true), false, false}};
+  for (const ListClass* each : AllLists()) {
+    for (const bool runs : {false, true}) {
+      Make(*each, runs);
+      ASSERT_EQ(host_->Show(), S_OK);
+      for (const Case& row : cases) {
+        // An item tells whether the window is still the one it was put into.
+        list_->Items().Add(L"put");
+        Set(row.name, row.value);
+        const bool remade = !runs && (each->combo ? row.remadeCombo : row.remade);
+        EXPECT_EQ(list_->GetListCount() == 0, remade) << each->name << runs;
+      }
+    }
+  }
+}
+
 TEST_F(Lists, FillWhenTheirOptionSaysSo) {
   InsertPeople();
   struct Case {

@@ -55,10 +55,9 @@ void ListControl::OnRegister() {
 }
 void ListControl::OnUnregister() { TheRegistry().UnregisterListControl(*this); }
 
-void ListControl::OnChanged(int32_t id) {
-  VisibleControl::OnChanged(id);
-  const bool needsWindow = id == ole::stock::kAppearance || id == ole::stock::kBorderStyle;
-  if (needsWindow && !UserMode()) RemakeContained();
+std::span<const int32_t> ListControl::RemadeInDesigner() const {
+  static constexpr int32_t kIds[] = {ole::stock::kAppearance, ole::stock::kBorderStyle};
+  return kIds;
 }
 
 void ListControl::OnDraw(HDC dc, const RECT& rect) {

@@ -9,11 +9,10 @@
 //   class CQRNListBox final : public PlainFilled<ListBoxControl> { ... };
 #pragma once
 
-#include "binding/BoundControl.h"
 #include "binding/BoundFaces.h"
+#include "binding/FieldBound.h"
 #include "binding/ListItems.h"
 #include "core/RowSink.h"
-#include "ole/VisibleControl.h"
 
 namespace qrn {
 
@@ -27,12 +26,9 @@ struct ListKind {
   void (*fireFormat)(ole::Control& control, com::Bstr* line);
 };
 
-class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
+class ListControl : public FieldBound<ListFace> {
  public:
   // Properties. Those that only store take effect when the window is made or filled.
-  com::Bstr DbSource = com::Bstr::Empty();
-  com::Bstr DbTable = com::Bstr::Empty();
-  com::Bstr DbField = com::Bstr::Empty();
   com::Bstr DbListSource = com::Bstr::Empty();
   com::Bstr DbListTable = com::Bstr::Empty();
   com::Bstr DbListIndex;  // null until it is put: a plain list box then stays empty
@@ -60,8 +56,6 @@ class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
   // CQuorin
   std::string GetDbSourceRef() override { return NarrowText(DbListSource); }
   uint16_t GetUpdateOption() override { return LOWORD(DbUpdateOption); }
-  NullableText GetBoundField() override { return NarrowNullable(DbField); }
-  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
   void ReloadList() override;
 
   const ListKind& kind() const noexcept { return kind_; }
@@ -75,15 +69,15 @@ class ListControl : public BoundControl<ole::VisibleControl, ListFace> {
 
   bool OnWindowMessage(com::Message& message) override;
   bool OnContainedMessage(com::Message& message) override;
-  void OnChanged(int32_t id) override;
   void OnDraw(HDC dc, const RECT& rect) override;
 
  protected:
   ListControl(const ole::ControlTable& table, const ole::Binding& binding, const ListKind& kind)
-      : BoundControl(table, binding, ole::kWindowLook), kind_(kind) {}
+      : FieldBound(table, binding, ole::kWindowLook), kind_(kind) {}
 
   void OnRegister() override;
   void OnUnregister() override;
+  std::span<const int32_t> RemadeInDesigner() const override;
 
   // Whether the control fills itself at all as it is set up.
   virtual bool IsFillable() const { return true; }

@@ -19,9 +19,10 @@ constexpr ole::Binding kExListBoxBinding{kExListBoxProperties, kExListBoxMethods
 CQRNExListBox::CQRNExListBox()
     : ExtendedFilled(kQRNExListBoxTable, kExListBoxBinding, FillKind::ListBox) {}
 
-void CQRNExListBox::OnChanged(int32_t id) {
-  ListBoxControl::OnChanged(id);
-  if (id == ole::IdOf<kQRNExListBoxTable, "IntegralHeight"> && !UserMode()) RemakeContained();
+std::span<const int32_t> CQRNExListBox::RemadeInDesigner() const {
+  static constexpr int32_t kIds[] = {ole::stock::kAppearance, ole::stock::kBorderStyle,
+                                     ole::IdOf<kQRNExListBoxTable, "IntegralHeight">};
+  return kIds;
 }
 
 }  // namespace qrn

@@ -16,7 +16,7 @@ class CQRNExListBox final : public ExtendedFilled<ListBoxControl> {
 
  protected:
   const com::Bstr& DelimiterText() const override { return DbTabStops; }
-  void OnChanged(int32_t id) override;
+  std::span<const int32_t> RemadeInDesigner() const override;
 };
 
 }  // namespace qrn

@@ -42,9 +42,10 @@ constexpr ole::Binding kListBoxBinding{kListBoxProperties, kListBoxBoundMethods}
 
 CQRNListBox::CQRNListBox() : PlainFilled(kQRNListBoxTable, kListBoxBinding) {}
 
-void CQRNListBox::OnChanged(int32_t id) {
-  ListBoxControl::OnChanged(id);
-  if (id == ole::IdOf<kQRNListBoxTable, "IntegralHeight"> && !UserMode()) RemakeContained();
+std::span<const int32_t> CQRNListBox::RemadeInDesigner() const {
+  static constexpr int32_t kIds[] = {ole::stock::kAppearance, ole::stock::kBorderStyle,
+                                     ole::IdOf<kQRNListBoxTable, "IntegralHeight">};
+  return kIds;
 }
 
 }  // namespace qrn

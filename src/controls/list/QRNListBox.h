@@ -14,7 +14,7 @@ class CQRNListBox final : public PlainFilled<ListBoxControl> {
  protected:
   // Kept so: an index that was never put leaves the list empty. A combo box takes the first key.
   bool IsFillable() const override { return !DbListIndex.null(); }
-  void OnChanged(int32_t id) override;
+  std::span<const int32_t> RemadeInDesigner() const override;
 };
 
 }  // namespace qrn
