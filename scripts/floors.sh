@@ -20,8 +20,11 @@ src/com            5
 src/ole/           6
 src/binding/       7
 src/controls/      8
-src/grid/          9
-src/design         10
+src/grid/model     9
+src/grid/data      10
+src/grid/layout    10
+src/grid/          11
+src/design         12
 btrieve/sqlite     1
 btrieve            2
 lexbase            1   src/platform
@@ -38,7 +41,8 @@ examples/          1   tools/qrndata
 # What stands above its floor and may be included from everywhere, and what the build brings.
 FREE='src/core/DbTypes.h sqlite3.c'
 # Where <windows.h> and its like stand in halves for Windows (*_win.*) alone.
-PORTABLE='include src/platform src/fields src/core src/extended btrieve lexbase host/form'
+PORTABLE='include src/platform src/fields src/core src/extended src/grid/model
+  src/grid/data src/grid/layout btrieve lexbase host/form'
 
 houses=()
 for house in include src btrieve lexbase host tools examples; do [ -d $house ] && houses+=("$house"); done

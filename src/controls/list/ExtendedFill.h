@@ -4,25 +4,18 @@
 
 #include "binding/registry/ControlRegistry.h"
 #include "controls/list/ListControl.h"
-#include "extended/FillFromExtended.h"
+#include "extended/ExFillSettings.h"
 
 namespace qrn {
 
 // `Window` is ListBoxControl or ComboControl.
 template <class Window>
-class ExtendedFilled : public Window {
+class ExtendedFilled : public Window, public ExFillSettings {
  public:
   com::Bstr DbListFields = com::Bstr::Empty();   // names between commas
   com::Bstr DbConditions = com::Bstr::Empty();   // extended/SearchCond.h
   com::Bstr DbDelimitChar = com::Bstr::Empty();  // between fields; read by combo boxes alone
-  int16_t DbLeaveResults = 0;                    // keeps the replies for the application
   int16_t DbSavePosition = 0;                    // `ItemData` holds the record's position
-  int32_t DbLocks = 0;
-  int32_t DbExOperation = OpGetNextEx;
-  int32_t DbCompareCase = 0;
-  int16_t DbSkipRecords = 100;  // records that one call may reject
-  int32_t DbMaxRecords = 300;   // records in one call; the low 16 bits count
-  int16_t DbResultID = 0;
   int16_t DbListIndexID = 0;  // position of `DbListIndex`, found anew at every fill
 
   void TakeResultId(int16_t id) override { DbResultID = id; }
@@ -42,20 +35,14 @@ class ExtendedFilled : public Window {
     const std::string conditions = NarrowText(DbConditions);
     const std::string fields = NarrowText(DbListFields);
     const std::string delimiter = NarrowText(DelimiterText());
-    FillFromExtended(TheEngine(),
-                     {.Kind = fillKind_,
-                      .ListIndexId = DbListIndexID,
-                      .DbExOperation = DbExOperation,
-                      .DbLocks = DbLocks,
-                      .DbCompareCase = DbCompareCase != 0,
-                      .DbSkipRecords = static_cast<uint16_t>(DbSkipRecords),
-                      .DbMaxRecords = static_cast<uint16_t>(DbMaxRecords),
-                      .SavePosition = DbSavePosition != 0,
-                      .DbLeaveResults = DbLeaveResults != 0,
-                      .DbConditions = conditions.c_str(),
-                      .DbListFields = fields.c_str(),
-                      .Delimiter = delimiter.c_str()},
-                     sink);
+    ExFill fill = ToFill();
+    fill.Kind = fillKind_;
+    fill.ListIndexId = DbListIndexID;
+    fill.SavePosition = DbSavePosition != 0;
+    fill.DbConditions = conditions.c_str();
+    fill.DbListFields = fields.c_str();
+    fill.Delimiter = delimiter.c_str();
+    FillFromExtended(TheEngine(), fill, sink);
   }
 
  private:
