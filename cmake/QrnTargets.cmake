@@ -14,7 +14,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
                          -Wno-array-bounds)
 endif()
 # Includes are written from include/ ("btrieve.h"), from src/ ("fields/FieldText.h") or from the root
-# ("btrieve/Session.h").
+# ("btrieve/session/Session.h").
 target_include_directories(qrn_options INTERFACE ${CMAKE_SOURCE_DIR}/include
                            ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR})
 if(WIN32)
@@ -34,11 +34,13 @@ if(QRN_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# qrn_library(NAME [DEPENDS lib...]): a static library of every source of the current folder.
+# qrn_library(NAME [FOLDERS folder...] [DEPENDS lib...]): a static library of every source of the
+# current folder and of those folders in it.
 # Sources that end in _win.cpp or _posix.cpp are the halves of a seam; each build takes its own.
 function(qrn_library name)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;DEPENDS" ${ARGN})
+  list(TRANSFORM ARG_FOLDERS APPEND "/*.cpp")
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp ${ARG_FOLDERS})
   if(WIN32)
     list(FILTER sources EXCLUDE REGEX "_posix\\.cpp$")
   else()

@@ -26,7 +26,15 @@ src/grid/layout    10
 src/grid/          11
 src/design         12
 btrieve/sqlite     1
-btrieve            2
+btrieve/system     2
+btrieve/keys       3
+btrieve/locks      3
+btrieve/scans      4
+btrieve/pages      5
+btrieve/storage    6
+btrieve/files      7
+btrieve/session    8
+btrieve/operations 9
 lexbase            1   src/platform
 host/form          1   src/platform
 host/container     2   src/com src/ole

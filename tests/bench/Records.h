@@ -12,8 +12,8 @@
 
 #include "Ratios.h"
 #include "btrieve.h"
-#include "btrieve/CheckedVfs.h"
-#include "btrieve/Status.h"
+#include "btrieve/pages/CheckedVfs.h"
+#include "btrieve/system/Status.h"
 
 namespace bench {
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "btrieve/CheckedVfs.h"
-#include "btrieve/HostFile.h"
-#include "btrieve/Sqlite.h"
+#include "btrieve/pages/CheckedVfs.h"
+#include "btrieve/pages/Sqlite.h"
+#include "btrieve/system/HostFile.h"
 #include "kit/DamagedFile.h"
 #include "kit/EveryRead.h"
 

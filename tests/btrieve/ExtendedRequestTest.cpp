@@ -1,7 +1,7 @@
 // Descriptors, conditions, the end of a range, replies.
 #include <gtest/gtest.h>
 
-#include "btrieve/ExtendedRequest.h"
+#include "btrieve/scans/ExtendedRequest.h"
 #include "kit/Descriptor.h"
 
 namespace btrieve::test {

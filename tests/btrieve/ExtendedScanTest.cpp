@@ -5,7 +5,7 @@
 #include <random>
 
 #include "TestFile.h"
-#include "btrieve/PagePool.h"
+#include "btrieve/pages/PagePool.h"
 #include "kit/Descriptor.h"
 
 namespace btrieve::test {

@@ -2,7 +2,7 @@
 // brackets. Every pair is compared directly, by ordered bytes, and by those of a descending key.
 #include <gtest/gtest.h>
 
-#include "btrieve/KeyOrder.h"
+#include "btrieve/keys/KeyOrder.h"
 #include "kit/Bytes.h"
 
 namespace btrieve::test {

@@ -1,8 +1,8 @@
 // Specifications: what Create and Create Index take and refuse, and the stored form.
 #include <gtest/gtest.h>
 
-#include "btrieve/KeySpec.h"
-#include "btrieve/StatReply.h"
+#include "btrieve/keys/KeySpec.h"
+#include "btrieve/operations/StatReply.h"
 #include "kit/Bytes.h"
 
 namespace btrieve::test {

@@ -8,7 +8,7 @@
 
 #include "People.h"
 #include "Remote.h"
-#include "btrieve/LockSpace.h"
+#include "btrieve/locks/LockSpace.h"
 #include "kit/Descriptor.h"
 #include "kit/DiskTap.h"
 

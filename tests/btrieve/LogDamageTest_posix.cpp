@@ -8,8 +8,8 @@
 
 #include "FaultsOf.h"
 #include "Remote.h"
-#include "btrieve/LogFormat.h"
-#include "btrieve/Session.h"
+#include "btrieve/pages/LogFormat.h"
+#include "btrieve/session/Session.h"
 #include "kit/DamagedFile.h"
 
 namespace btrieve::test {

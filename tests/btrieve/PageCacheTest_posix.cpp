@@ -4,7 +4,7 @@
 #include <fstream>
 
 #include "TestFile.h"
-#include "btrieve/PageCache.h"
+#include "btrieve/pages/PageCache.h"
 #include "kit/Descriptor.h"
 
 namespace btrieve::test {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TestFile.h"
-#include "btrieve/Intents.h"
+#include "btrieve/files/Intents.h"
 
 namespace btrieve::test {
 namespace {

@@ -8,7 +8,7 @@
 
 #include <random>
 
-#include "btrieve/Session.h"
+#include "btrieve/session/Session.h"
 #include "kit/CrashStates.h"
 #include "kit/DamagedFile.h"
 #include "kit/Plan.h"

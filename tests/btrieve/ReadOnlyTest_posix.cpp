@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "Remote.h"
-#include "btrieve/LogFormat.h"
+#include "btrieve/pages/LogFormat.h"
 #include "kit/DamagedFile.h"
 #include "kit/Descriptor.h"
 

@@ -6,8 +6,8 @@
 #include <cerrno>
 
 #include "Remote.h"
-#include "btrieve/Intents.h"
-#include "btrieve/Session.h"
+#include "btrieve/files/Intents.h"
+#include "btrieve/session/Session.h"
 #include "kit/DamagedFile.h"
 #include "kit/FaultyDisk.h"
 #include "kit/Plan.h"

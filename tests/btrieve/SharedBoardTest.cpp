@@ -5,8 +5,8 @@
 #include <random>
 #include <string>
 
-#include "btrieve/HostFile.h"
-#include "btrieve/SharedBoard.h"
+#include "btrieve/locks/SharedBoard.h"
+#include "btrieve/system/HostFile.h"
 
 namespace btrieve::test {
 namespace {

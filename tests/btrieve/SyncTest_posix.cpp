@@ -8,7 +8,7 @@
 
 #include "Remote.h"
 #include "TestFile.h"
-#include "btrieve/HostFile.h"
+#include "btrieve/system/HostFile.h"
 
 namespace btrieve::test {
 namespace {

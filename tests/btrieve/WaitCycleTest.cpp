@@ -8,8 +8,8 @@
 #include <set>
 #include <string>
 
-#include "btrieve/LockWait.h"
-#include "btrieve/WaitCycle.h"
+#include "btrieve/locks/LockWait.h"
+#include "btrieve/locks/WaitCycle.h"
 #include "kit/Bytes.h"
 
 namespace btrieve::test {

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "btrieve/CheckedVfs.h"
+#include "btrieve/pages/CheckedVfs.h"
 #include "tests/btrieve/kit/Choices.h"
 #include "tests/btrieve/kit/DamagedFile.h"
 #include "tests/btrieve/kit/EveryRead.h"

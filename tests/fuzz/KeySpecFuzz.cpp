@@ -2,9 +2,9 @@
 // bytes give a status, and whatever is accepted can be used.
 #include <cstdlib>
 
-#include "btrieve/ExtendedRequest.h"
-#include "btrieve/KeyOrder.h"
-#include "btrieve/StatReply.h"
+#include "btrieve/keys/KeyOrder.h"
+#include "btrieve/operations/StatReply.h"
+#include "btrieve/scans/ExtendedRequest.h"
 
 using namespace btrieve;
 

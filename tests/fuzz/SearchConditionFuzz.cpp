@@ -2,7 +2,7 @@
 // they are, in a request that the record manager takes or refuses as a whole.
 #include <set>
 
-#include "btrieve/ExtendedRequest.h"
+#include "btrieve/scans/ExtendedRequest.h"
 #include "extended/ExRequest.h"
 #include "extended/SearchCond.h"
 #include "fields/LittleEndian.h"

@@ -18,7 +18,7 @@ holds() {
   local said code=0
   rm -rf "${folder:?}"/*
   for header in include/btrieve.h src/platform/P.h src/core/C.h src/core/DbTypes.h src/com/K.h \
-    src/ole/tables/O.h btrieve/B.h lexbase/L.h host/form/F.h host/script/S.h host/runner/R.h \
+    src/ole/tables/O.h btrieve/keys/B.h btrieve/pages/G.h lexbase/L.h host/form/F.h host/script/S.h host/runner/R.h \
     tools/typelib/T.h; do
     source_file "$header" '#pragma once'
   done
@@ -38,6 +38,7 @@ holds '' src/platform/X.h '#include "btrieve.h"'
 holds '' host/form/X.h '#include "include/btrieve.h"'
 holds '' host/runner/X.h '#include "host/script/S.h"'
 holds '' host/runner/X.h '#include "com/K.h"'
+holds '' btrieve/pages/X.h '#include "btrieve/keys/B.h"'
 holds '' lexbase/X.cpp '#include "platform/P.h"'
 holds '' tools/qrnform/X.cpp '#include "host/runner/R.h"'
 holds '' tools/typelib/X.cpp '#include "typelib/T.h"'
@@ -47,12 +48,16 @@ holds 'src/platform/X.h:1: src/platform does not stand above src/core/C.h' \
   src/platform/X.h '#include "core/C.h"'
 holds 'src/com/X.h:1: src/com does not stand above src/ole/tables/O.h' \
   src/com/X.h '#include "ole/tables/O.h"'
-holds 'src/core/X.h:1: src/core does not stand above btrieve/B.h' src/core/X.h '#include "btrieve/B.h"'
+holds 'src/core/X.h:1: src/core does not stand above btrieve/keys/B.h' \
+  src/core/X.h '#include "btrieve/keys/B.h"'
 holds 'host/script/X.h:1: host/script does not stand above host/runner/R.h' \
   host/script/X.h '#include "host/runner/R.h"'
 holds 'host/form/X.h:1: host/form does not stand above src/com/K.h' host/form/X.h '#include "com/K.h"'
-holds 'btrieve/X.h:1: btrieve does not stand above src/platform/P.h' \
-  btrieve/X.h '#include "platform/P.h"'
+holds 'btrieve/keys/X.h:1: btrieve/keys does not stand above src/platform/P.h' \
+  btrieve/keys/X.h '#include "platform/P.h"'
+holds 'btrieve/keys/X.h:1: btrieve/keys does not stand above btrieve/pages/G.h' \
+  btrieve/keys/X.h '#include "btrieve/pages/G.h"'
+holds 'btrieve/X.cpp: the folder has no floor' btrieve/X.cpp '#pragma once'
 holds 'tools/typelib/X.h:1: tools/typelib does not stand above host/form/F.h' \
   tools/typelib/X.h '#include "host/form/F.h"'
 holds 'include/X.h:1: include does not stand above src/platform/P.h' \

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "btrieve.h"
-#include "btrieve/LogExam.h"
-#include "btrieve/Sqlite.h"
+#include "btrieve/pages/LogExam.h"
+#include "btrieve/pages/Sqlite.h"
 #include "fields/LittleEndian.h"
 #include "platform/BtrCall.h"
 #include "tools/qrndata/Paths.h"

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "btrieve/KeySpec.h"
-#include "btrieve/Status.h"
+#include "btrieve/keys/KeySpec.h"
+#include "btrieve/system/Status.h"
 #include "tools/qrndata/Failure.h"
 
 namespace qrndata {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "btrieve/KeyTypes.h"
+#include "btrieve/keys/KeyTypes.h"
 #include "tools/qrndata/FieldTypes.h"
 #include "tools/qrndata/TableChecks.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "btrieve/KeySpec.h"
+#include "btrieve/keys/KeySpec.h"
 #include "tools/qrndata/TableModel.h"
 
 namespace qrndata {

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "btrieve/KeyOrder.h"
+#include "btrieve/keys/KeyOrder.h"
 #include "tools/qrndata/RecordScan.h"
 #include "tools/qrndata/TableChecks.h"
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <thread>
 
-#include "btrieve/KeyOrder.h"
+#include "btrieve/keys/KeyOrder.h"
 #include "tools/qrndata/FieldInput.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"

@@ -1,7 +1,7 @@
 // [[table.key]]: segments, attributes, index names, collating sequences.
 #include <algorithm>
 
-#include "btrieve/KeyTypes.h"
+#include "btrieve/keys/KeyTypes.h"
 #include "tools/qrndata/FieldTypes.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/SchemaParts.h"

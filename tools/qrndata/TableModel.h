@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "btrieve/KeySpec.h"
+#include "btrieve/keys/KeySpec.h"
 #include "core/DbTypes.h"
 
 namespace qrndata {

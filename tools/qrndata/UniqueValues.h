@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "btrieve/KeyOrder.h"
+#include "btrieve/keys/KeyOrder.h"
 #include "tools/qrndata/BtrFile.h"
 
 namespace qrndata {

@@ -7,7 +7,7 @@
 
 #include "Bytes.h"
 #include "btrieve.h"
-#include "btrieve/Status.h"
+#include "btrieve/system/Status.h"
 
 namespace btrieve::test {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "btrieve/CheckedVfs.h"
+#include "btrieve/pages/CheckedVfs.h"
 
 namespace btrieve::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "Bytes.h"
-#include "btrieve/KeySpec.h"
+#include "btrieve/keys/KeySpec.h"
 
 namespace btrieve::test {
 

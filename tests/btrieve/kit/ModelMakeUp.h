@@ -3,7 +3,7 @@
 
 #include "Bytes.h"
 #include "Choices.h"
-#include "btrieve/KeySpec.h"
+#include "btrieve/keys/KeySpec.h"
 
 namespace btrieve::test {
 

@@ -1,7 +1,7 @@
 #include "../kit/Calls.h"
 #include "Alone.h"
 #include "Lines.h"
-#include "btrieve/HostFile.h"
+#include "btrieve/system/HostFile.h"
 
 namespace btrieve::test {
 namespace {

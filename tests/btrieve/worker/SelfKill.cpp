@@ -2,8 +2,8 @@
 #include "SelfKill.h"
 
 #include "Die.h"
-#include "btrieve/PageCache.h"
-#include "btrieve/PassThrough.h"
+#include "btrieve/pages/PageCache.h"
+#include "btrieve/pages/PassThrough.h"
 
 namespace btrieve::test {
 namespace {

@@ -1,0 +1,262 @@
+#include "btrieve/files/RecordWriter.h"
+
+#include <algorithm>
+
+namespace btrieve {
+
+void RecordWriter::Begin(WritePlan& plan, uint32_t position) {
+  plan.position = position;
+  plan.keys.resize(static_cast<size_t>(file_.KeyCount()));
+  for (KeyChange& key : plan.keys) {
+    key.before.SetSize(0);
+    key.after.SetSize(0);
+  }
+}
+
+void RecordWriter::TakeBefore(const Hit& old, WritePlan& plan) {
+  Begin(plan, old.position);
+  plan.existed = true;
+  plan.before.assign(old.data.begin(), old.data.end());
+  plan.numbers = OrderNumbers(old.numbers);
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    file_.MakeEntry(slot, old, plan.keys[slot].before);
+  }
+}
+
+void RecordWriter::PlanInsert(ByteView image, uint32_t position, WritePlan& plan) {
+  Begin(plan, position);
+  plan.existed = false;
+  plan.remains = true;
+  plan.numbers = OrderNumbers();
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) PlanKey(slot, image, plan);
+}
+
+Status RecordWriter::PlanUpdate(const Hit& old, ByteView image, WritePlan& plan) {
+  TakeBefore(old, plan);
+  plan.remains = true;
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    const Index& index = file_.IndexAt(slot);
+    if (!index.modifiable && !index.order.SameRaw(plan.before.data(), image.data())) {
+      return kKeyNotModifiable;
+    }
+  }
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) PlanKey(slot, image, plan);
+  return FindTaken(plan);
+}
+
+void RecordWriter::PlanDelete(const Hit& old, WritePlan& plan) {
+  TakeBefore(old, plan);
+  plan.remains = false;
+}
+
+// An entry whose value stays keeps its number, and with it its place among duplicates.
+void RecordWriter::PlanKey(int slot, ByteView image, WritePlan& plan) {
+  KeyChange& key = plan.keys[slot];
+  const Index& index = file_.IndexAt(slot);
+  file_.MakeValue(slot, image.data(), key.after);
+  if (key.after.Size() == 0) return;
+  const size_t valueSize = key.after.Size();
+  const bool stays =
+      key.before.Size() != 0 && BytesEqual(key.before.View().first(valueSize), key.after.View());
+  if (stays) {
+    key.after = key.before;
+    return;
+  }
+  if (!index.duplicates) return;
+  if (plan.existed) plan.numbers.Set(index.id, MovedNumber());
+  key.after.AppendNumber(plan.numbers.For(index.id, plan.position));
+}
+
+Status RecordWriter::FindTaken(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    if (AddsUnique(plan, slot) && file_.FindValue(slot, plan.keys[slot].after) != 0) {
+      return kDuplicateKey;
+    }
+  }
+  return kOk;
+}
+
+uint64_t RecordWriter::MovedNumber() {
+  if (!direct_) return FirstOrderNumber(file_.TakeReserved());
+  Head& head = file_.Base().Counts();
+  return FirstOrderNumber(head.nextPosition - 1) | ++head.updateNumber;
+}
+
+Status RecordWriter::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
+  if (!direct_) {
+    version = CarryOverlaid(plan, image);
+    return kOk;
+  }
+  file_.Base().EndWalks();
+  if (!plan.existed) return CarryNew(plan, image, version);
+  version = CarryRow(plan, image);
+  RemoveEntries(plan);
+  AddEntries(plan);
+  return kOk;
+}
+
+// What may be refused comes first, so that only the entries taken before have to go again.
+Status RecordWriter::CarryNew(const WritePlan& plan, ByteView image, uint64_t& version) {
+  if (!AddUnique(plan)) return kDuplicateKey;
+  version = CarryRow(plan, image);
+  AddRepeated(plan);
+  return kOk;
+}
+
+uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
+  Storage& base = file_.Base();
+  Head& head = base.Counts();
+  const uint64_t version = ++head.version;
+  if (!plan.existed) {
+    head.nextPosition = std::max(head.nextPosition, plan.position + 1);
+    ++head.records;
+    base.InsertRow(plan.position, version, plan.numbers.Stored(), image);
+  } else if (plan.remains) {
+    base.UpdateRow(plan.position, version, plan.numbers.Stored(), image);
+  } else {
+    --head.records;
+    base.DeleteRow(plan.position);
+  }
+  return version;
+}
+
+uint64_t RecordWriter::CarryOverlaid(const WritePlan& plan, ByteView image) {
+  Overlay& changes = file_.Changes();
+  if (plan.existed && !changes.Find(plan.position)) {
+    std::vector<Entry> entries;
+    for (const KeyChange& key : plan.keys) entries.push_back(key.before);
+    OverlayRecord record;
+    record.inBase = true;
+    changes.Adopt(plan.position, std::move(record), entries);
+  }
+  OverlayRecord& record =
+      plan.existed ? changes.Touched(plan.position) : changes.Create(plan.position);
+  changes.recordChange += static_cast<int>(plan.remains) - static_cast<int>(plan.existed);
+  record.deleted = !plan.remains;
+  record.version = changes.NextVersion();
+  record.data.assign(image.begin(), image.end());
+  record.numbers = plan.numbers;
+  RemoveEntries(plan);
+  AddEntries(plan);
+  return record.version;
+}
+
+void RecordWriter::RemoveEntries(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    const KeyChange& key = plan.keys[slot];
+    if (key.before.Size() != 0 && (!plan.remains || key.Moves())) RemoveEntry(slot, key.before);
+  }
+}
+
+bool RecordWriter::AddsUnique(const WritePlan& plan, int slot) const noexcept {
+  return plan.Adds(slot) && !file_.IndexAt(slot).duplicates;
+}
+
+// False, with nothing changed, where one of the values is taken.
+bool RecordWriter::AddUnique(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    if (!AddsUnique(plan, slot)) continue;
+    if (TryAddEntry(slot, plan.keys[slot].after, plan.position)) continue;
+    while (slot-- > 0) {
+      if (AddsUnique(plan, slot)) RemoveEntry(slot, plan.keys[slot].after);
+    }
+    return false;
+  }
+  return true;
+}
+
+void RecordWriter::AddRepeated(const WritePlan& plan) {
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    if (!plan.Adds(slot) || !file_.IndexAt(slot).duplicates) continue;
+    if (!TryAddEntry(slot, plan.keys[slot].after, plan.position)) throw Failure{kIoError};
+  }
+}
+
+// Of a record whose values nobody else has.
+void RecordWriter::AddEntries(const WritePlan& plan) {
+  if (!AddUnique(plan)) throw Failure{kIoError};
+  AddRepeated(plan);
+}
+
+bool RecordWriter::GroupIsEmpty(int slot, const Entry& entry) {
+  const Index& index = file_.IndexAt(slot);
+  if (!index.duplicates) return true;
+  return file_.FindValue(slot, Entry(entry.View().first(index.order.OrderedSize()))) == 0;
+}
+
+void RecordWriter::CountDistinct(int slot, int change) {
+  if (direct_) {
+    file_.Base().Counts().distinct[slot] += static_cast<uint32_t>(change);
+  } else {
+    file_.Changes().DistinctChange(slot) += change;
+  }
+}
+
+// False, with nothing changed, where a unique key has the entry already.
+bool RecordWriter::TryAddEntry(int slot, const Entry& entry, uint32_t position) {
+  if (!direct_) {
+    if (GroupIsEmpty(slot, entry)) CountDistinct(slot, +1);
+    file_.Changes().AddEntry(slot, entry, position);
+    return true;
+  }
+  const bool first = GroupIsEmpty(slot, entry);
+  if (!file_.Base().TryInsertEntry(slot, entry, position)) return false;
+  if (first) CountDistinct(slot, +1);
+  return true;
+}
+
+void RecordWriter::RemoveEntry(int slot, const Entry& entry) {
+  if (direct_) {
+    file_.Base().DeleteEntry(slot, entry);
+  } else {
+    file_.Changes().RemoveEntry(slot, entry);
+  }
+  if (GroupIsEmpty(slot, entry)) CountDistinct(slot, -1);
+}
+
+void RecordWriter::PlanLogged(const LoggedRecord& record, WritePlan& plan) {
+  if (!record.deleted) CheckRecord(file_.Spec(), record.image, record.numbers);
+  Hit old;
+  plan.existed = file_.Base().Fetch(record.position, old);
+  if (plan.existed) {
+    TakeBefore(old, plan);
+  } else {
+    Begin(plan, record.position);
+  }
+  plan.remains = !record.deleted;
+  if (record.deleted) return;
+  plan.numbers = OrderNumbers(record.numbers);
+  const Hit now{record.position, 0, record.image, record.numbers, {}};
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    file_.MakeEntry(slot, now, plan.keys[slot].after);
+  }
+}
+
+void RecordWriter::Clear(const LoggedRecord& record) {
+  WritePlan plan;
+  PlanLogged(record, plan);
+  file_.Base().EndWalks();
+  RemoveEntries(plan);
+}
+
+uint64_t RecordWriter::Fill(const LoggedRecord& record) {
+  WritePlan plan;
+  PlanLogged(record, plan);
+  if (!plan.existed && !plan.remains) return 0;
+  file_.Base().EndWalks();
+  Head& head = file_.Base().Counts();
+  head.updateNumber = std::max(head.updateNumber, plan.numbers.HighestUpdate());
+  const uint64_t version = CarryRow(plan, record.image);
+  AddEntries(plan);
+  return version;
+}
+
+uint64_t ClaimOf(const Index& index, const Entry& entry) noexcept {
+  uint64_t hash = 0xCBF29CE484222325 ^ index.id;
+  for (const uint8_t byte : entry.View()) hash = (hash ^ byte) * 0x100000001B3;
+  hash ^= hash >> 32;
+  hash *= 0x9E3779B97F4A7C15;
+  return hash ^ (hash >> 29);
+}
+
+}  // namespace btrieve

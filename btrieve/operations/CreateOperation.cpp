@@ -1,0 +1,131 @@
+// Create: a new file is made aside and put in place whole, so that a crash leaves the old one or
+// the new one.
+#include "btrieve/operations/Call.h"
+
+namespace btrieve {
+namespace {
+
+constexpr int8_t kRefuseExisting = -1;
+constexpr int8_t kRename = -127;
+constexpr int8_t kDelete = -128;
+
+// A name that no other process takes, on a system or on another one that shares its folder.
+std::string AsideOf(const std::string& path) {
+  uint64_t number = 0;
+  sqlite3_randomness(sizeof number, &number);
+  return DirectoryOf(path) + "~btr" + std::to_string(number) + ".tmp";
+}
+
+void RemoveWithLogs(const std::string& path) noexcept {
+  for (const char* tail : {"", "-wal", "-shm"}) RemoveFile(path + tail);
+}
+
+// Removes a data file made aside unless it has been put in place.
+class Aside {
+ public:
+  explicit Aside(const std::string& path) : path_(AsideOf(path)) {}
+  ~Aside() { RemoveWithLogs(path_); }
+  Aside(const Aside&) = delete;
+  Aside& operator=(const Aside&) = delete;
+  const std::string& Path() const noexcept { return path_; }
+
+ private:
+  std::string path_;
+};
+
+// Keeps everybody out of the file that is to be replaced. 25 while anybody has it open; -1 when the
+// path leads to another file by now, or to none.
+Status LockOut(Session& session, const std::string& path, LockSpace& space, HeldByte& gate) {
+  const Status opened = space.Open(path);
+  if (opened != kOk) return opened == kFileNotFound ? kLookAgain : opened;
+  if (space.IsReadOnly()) return kPermissionError;
+  const Status status = session.Retry(true, [&]() -> Status {
+    gate = HeldByte::Exclusive(space, lockbyte::kGate);
+    return gate ? kOk : kFileInUse;
+  });
+  if (status != kOk || !space.TryExclusive(lockbyte::kOpen)) return kCreateError;
+  FileIdentity now;
+  return Identify(path, now) == kOk && now == space.Identity() ? kOk : kLookAgain;
+}
+
+// A log left by a crash belongs to the old file and would be taken for the new one's. It goes into
+// the old file first, should the replacing not come to pass.
+void EmptyLog(const std::string& path) {
+  try {
+    const Connection old(SqliteName(path), SQLITE_OPEN_READWRITE);
+    old.Run("SELECT count(*) FROM sqlite_schema");
+  } catch (const Failure&) {  // no data file, or a damaged one: its log is of no use
+  }
+  RemoveFile(path + "-wal");
+  RemoveFile(path + "-shm");
+}
+
+Status CheckPlace(Call& call, const std::string& path, bool& exists) {
+  FileIdentity identity;
+  const Status status = Identify(path, identity);
+  exists = status == kOk;
+  if (status == kFileNotFound) return DirectoryExists(DirectoryOf(path)) ? kOk : kCreateError;
+  if (!exists) return status;
+  if (call.keyNumber == kRefuseExisting) return kFileExists;
+  return call.session.FindFile(identity) ? kCreateError : kOk;
+}
+
+// The new file takes its name with its gate closed, so that a log left behind by another file can
+// be removed before anybody takes it for this one's.
+template <class Put>
+Status PlaceClosed(const std::string& aside, const std::string& path, Put put) {
+  LockSpace space;
+  if (const Status status = space.Open(aside)) return status;
+  const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
+  if (const Status status = put()) return status;
+  RemoveFile(path + "-wal");
+  RemoveFile(path + "-shm");
+  return SyncFile(path, true) ? kOk : kCreateError;
+}
+
+// -1 when another file is there by now: it may be open and hold records already.
+Status PlaceWhereNoneIs(const std::string& aside, const std::string& path) {
+  return PlaceClosed(aside, path, [&]() -> Status {
+    const Status status = PutAsNew(aside, path);
+    return status == kFileExists ? kLookAgain : status;
+  });
+}
+
+Status PlaceOverAnother(Session& session, const std::string& aside, const std::string& path) {
+  LockSpace old;
+  HeldByte gate;
+  if (const Status status = LockOut(session, path, old, gate)) return status;
+  EmptyLog(path);
+  return PlaceClosed(aside, path, [&]() -> Status {
+    if (!kReplacesOpenFiles) {  // others may come in and die, and leave a log
+      gate.Release();
+      old = LockSpace();
+    }
+    return PutInPlace(aside, path) ? kOk : kCreateError;
+  });
+}
+
+}  // namespace
+
+// Processes that create one file at once are put in order by the file system: who comes second
+// finds a file and goes by that.
+Status MakeFile(Call& call) {
+  if (call.keyNumber == kRename || call.keyNumber == kDelete) return kInvalidOperation;
+  std::string path;
+  if (const Status status = PathFromCaller(call.key, path)) return status;
+  if (IsRemote(path)) return kDirectoryError;
+  FileSpec spec;
+  if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
+  bool exists = false;
+  if (const Status status = CheckPlace(call, path, exists)) return status;
+  const Aside aside(path);
+  Storage::Create(aside.Path(), spec);
+  while (true) {
+    const Status status = exists ? PlaceOverAnother(call.session, aside.Path(), path)
+                                 : PlaceWhereNoneIs(aside.Path(), path);
+    if (status != kLookAgain) return status;
+    if (const Status found = CheckPlace(call, path, exists)) return found;
+  }
+}
+
+}  // namespace btrieve

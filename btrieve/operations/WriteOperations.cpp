@@ -1,0 +1,319 @@
+// Insert, Update, Delete, Insert Extended.
+#include <cstring>
+
+#include "btrieve/operations/Call.h"
+#include "btrieve/scans/ExtendedRequest.h"
+#include "btrieve/session/WriteScope.h"
+
+namespace btrieve {
+namespace {
+
+// Values of an autoincrement that other processes' transactions may hold before it is given up.
+constexpr uint64_t kMostSkipped = 4096;
+
+// A record being written: the caller's bytes, with autoincrement values filled in.
+struct Image {
+  std::vector<uint8_t> bytes;
+  bool assigned = false;
+};
+
+// Fixed-length files take the surplus of a longer buffer for nothing.
+Status TakeImage(const DataFile& file, ByteView given, ByteView& image) noexcept {
+  const FileSpec& spec = file.Spec();
+  const size_t length = spec.IsVariable() ? given.size() : spec.recordLength;
+  if (given.size() < spec.recordLength || length > kLongestRecord) return kDataBufferLength;
+  image = given.first(length);
+  return kOk;
+}
+
+uint64_t HighestOf(DataFile& file, int slot) {
+  Entry bound;
+  bound.Fill(0xFF, file.IndexAt(slot).EntrySize() + 1);
+  Walk walk;
+  walk.Start(file, slot, false, bound.View());
+  Hit hit;
+  return walk.Step(hit) ? file.IndexAt(slot).order.AutoIncrementOf(hit.entry.data()) : 0;
+}
+
+// 5 when the highest value is used up.
+Status AssignAutoIncrement(DataFile& file, ByteView given, uint64_t skip, Image& image) {
+  image.bytes.assign(given.begin(), given.end());
+  image.assigned = false;
+  for (int slot = 0; slot < file.KeyCount(); ++slot) {
+    const Index& index = file.IndexAt(slot);
+    if (!index.autoIncrement || !index.order.WantsAutoIncrement(given.data())) continue;
+    const uint64_t highest = HighestOf(file, slot);
+    if (highest == UINT64_MAX ||
+        !index.order.PutAutoIncrement(highest + 1 + skip, image.bytes.data())) {
+      return kDuplicateKey;
+    }
+    image.assigned = true;
+  }
+  return kOk;
+}
+
+bool Waits(const Call& call) noexcept {
+  const Transaction& running = call.session.Running();
+  const bool mayWait = call.bias != 200 && call.bias != 400;
+  return mayWait && running.retriesWrites;
+}
+
+// Once more when the disk is full: the log in which the write found no room may be carried over.
+template <class Attempt>
+Status TryWriting(Call& call, Attempt attempt) {
+  try {
+    return call.session.Retry(call.File(), Waits(call), attempt);
+  } catch (const Failure& failure) {
+    if (failure.status != kDiskFull || !call.File().Base().CarryLogOver()) throw;
+  }
+  return call.session.Retry(call.File(), Waits(call), attempt);
+}
+
+// What an Insert or Update came to.
+struct Written {
+  Image image;
+  WritePlan plan;
+  uint64_t version = 0;
+};
+
+// A value that is taken comes before what another process holds.
+Status PlanInsert(WriteScope& scope, uint32_t position, Written& written) {
+  RecordWriter writer = scope.Writer();
+  writer.PlanInsert(written.image.bytes, position, written.plan);
+  Status status = scope.RefusesTaken() ? kOk : writer.FindTaken(written.plan);
+  if (status == kOk) status = scope.Blocked();
+  if (status == kOk) status = scope.ClaimKeys(written.plan);
+  if (status != kRecordInUse || !scope.RefusesTaken()) return status;
+  const Status taken = writer.FindTaken(written.plan);
+  return taken != kOk ? taken : status;
+}
+
+Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written) {
+  Status status = scope.Unsettled();
+  uint32_t position = 1;
+  if (status == kOk && scope.Blocked() == kOk) status = scope.NewPosition(position);
+  if (status != kOk) return status;
+  for (uint64_t skip = 0; skip < kMostSkipped; ++skip) {
+    status = AssignAutoIncrement(file, given, skip, written.image);
+    if (status != kOk) return status;
+    status = PlanInsert(scope, position, written);
+    if (status != kRecordInUse || !written.image.assigned || scope.Blocked()) break;
+  }
+  if (status == kOk) status = scope.Confirm();
+  if (status != kOk) return status;
+  return scope.Carry(written.plan, written.image.bytes, written.version);
+}
+
+void StandOnWritten(Call& call, const Written& written) {
+  Cursor& cursor = *call.cursor;
+  cursor.StandOn({written.plan.position, written.version, {}, {}, {}}, true);
+  cursor.walkIsHere = false;
+}
+
+void StandAlongInserted(Call& call, const Written& written) {
+  StandOnWritten(call, written);
+  if (call.slot < 0) return;
+  const Entry& entry = written.plan.keys[call.slot].after;
+  if (entry.Size() == 0) return call.cursor->LeaveKey();
+  call.cursor->StandAlong(call.Key().number, entry.View());
+}
+
+void ReturnKey(Call& call, const Written& written) {
+  if (call.slot < 0 || !call.key) return;
+  call.Key().order.CopyKey(written.image.bytes.data(), call.key);
+}
+
+void ReturnWritten(Call& call, const Written& written) {
+  if (written.image.assigned) {
+    std::memcpy(call.data, written.image.bytes.data(), written.image.bytes.size());
+  }
+  ReturnKey(call, written);
+}
+
+// The record the cursor would write to, 80 if it is no more what the cursor has read.
+Status FetchForWrite(const Cursor& cursor, Hit& hit) {
+  const bool unchanged = cursor.file->Fetch(cursor.position, hit) && hit.version == cursor.version;
+  return unchanged ? kOk : kConflict;
+}
+
+Status UpdateOnce(Call& call, ByteView given, Written& written) {
+  DataFile& file = call.File();
+  WriteScope scope(call.session, file);
+  Hit old;
+  Status status = scope.Unsettled();
+  if (status == kOk) status = FetchForWrite(*call.cursor, old);
+  if (status == kOk) status = AssignAutoIncrement(file, given, 0, written.image);
+  if (status == kOk) status = FetchForWrite(*call.cursor, old);
+  if (status == kOk) {
+    status = scope.Writer().PlanUpdate(old, written.image.bytes, written.plan);
+  }
+  if (status == kOk) status = scope.Blocked();
+  if (status == kOk) status = scope.HoldRecord(call.cursor->position);
+  if (status == kOk) status = scope.ClaimKeys(written.plan);
+  if (status == kOk) status = scope.Confirm();
+  if (status != kOk) return status;
+  status = scope.Carry(written.plan, written.image.bytes, written.version);
+  if (status == kOk) scope.Commit();
+  return status;
+}
+
+Status DeleteOnce(Call& call) {
+  DataFile& file = call.File();
+  WriteScope scope(call.session, file);
+  Hit old;
+  WritePlan plan;
+  Status status = scope.Unsettled();
+  if (status == kOk) status = FetchForWrite(*call.cursor, old);
+  if (status == kOk) scope.Writer().PlanDelete(old, plan);
+  if (status == kOk) status = scope.Blocked();
+  if (status == kOk) status = scope.HoldRecord(call.cursor->position);
+  if (status == kOk) status = scope.Confirm();
+  uint64_t version = 0;
+  if (status == kOk) status = scope.Carry(plan, {}, version);
+  if (status == kOk) scope.Commit();
+  return status;
+}
+
+// Naming the key the cursor goes along, an Update takes the cursor to the record's new place;
+// naming another one it leaves no key to go on along. A record that the key now leaves out has no
+// new place: the neighbours of the old one stay, as they do behind a Delete.
+void FollowUpdate(Call& call, const WritePlan& plan) {
+  Cursor& cursor = *call.cursor;
+  if (call.slot < 0 || cursor.along != Cursor::Along::On) return;
+  if (cursor.keyNumber != call.Key().number) {
+    cursor.along = Cursor::Along::Broken;
+    return;
+  }
+  const Entry& entry = plan.keys[call.slot].after;
+  if (entry.Size() != 0) cursor.StandAlong(cursor.keyNumber, entry.View());
+}
+
+void ReleaseRecord(Cursor& cursor) noexcept {
+  if (cursor.locks.erase(cursor.position) == 0) return;
+  cursor.file->Locks().Drop(cursor.position);
+  if (cursor.locks.empty()) cursor.lockKind = LockKind::None;
+}
+
+Status CheckWritable(const Cursor& cursor) noexcept {
+  return cursor.place == Cursor::Place::On && cursor.writable ? kOk : kInvalidPositioning;
+}
+
+// Stops at the first record that cannot be inserted, or not in this scope; those before it stay,
+// the last in `written`.
+Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>& images,
+                 Written& written, std::vector<uint32_t>& positions) {
+  Written next;
+  while (positions.size() < images.size()) {
+    const Status status = InsertOne(scope, file, images[positions.size()], next);
+    if (status != kOk) return status;
+    std::swap(written, next);
+    positions.push_back(written.plan.position);
+  }
+  return kOk;
+}
+
+// As many records as one scope takes. What has been inserted is not inserted again, so a reason to
+// look anew only ends the scope.
+Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& written,
+                  std::vector<uint32_t>& positions) {
+  Status stopped = kOk;
+  const size_t before = positions.size();
+  const Status status = TryWriting(call, [&]() -> Status {
+    positions.resize(before);
+    WriteScope scope(call.session, call.File());
+    stopped = InsertAll(scope, call.File(), images, written, positions);
+    if (positions.size() == before) return stopped;
+    scope.Commit();
+    return kOk;
+  });
+  if (status != kOk) return status;
+  return stopped == kLookAgain ? Status{kOk} : stopped;
+}
+
+// The records of the block up to the first of a wrong length, whose status is the result.
+Status TakeImages(const DataFile& file, const std::vector<ByteView>& pieces,
+                  std::vector<ByteView>& images) {
+  for (const ByteView piece : pieces) {
+    ByteView image;
+    if (const Status status = TakeImage(file, piece, image)) return status;
+    images.push_back(image);
+  }
+  return kOk;
+}
+
+void ReturnPositions(Call& call, const std::vector<uint32_t>& positions) {
+  const uint16_t count = static_cast<uint16_t>(positions.size());
+  std::memcpy(call.data, &count, sizeof count);
+  if (count != 0) std::memcpy(call.data + sizeof count, positions.data(), 4 * positions.size());
+  call.ReturnLength(static_cast<uint32_t>(sizeof count + 4 * positions.size()));
+}
+
+}  // namespace
+
+Status Insert(Call& call) {
+  DataFile& file = call.File();
+  ByteView given;
+  if (const Status status = TakeImage(file, {call.data, call.room}, given)) return status;
+  if (call.cursor->readOnly) return kAccessDenied;
+  Written written;
+  const Status status = TryWriting(call, [&]() -> Status {
+    WriteScope scope(call.session, file);
+    const Status inserted = InsertOne(scope, file, given, written);
+    if (inserted == kOk) scope.Commit();
+    return inserted;
+  });
+  if (status != kOk) return status;
+  StandAlongInserted(call, written);
+  ReturnWritten(call, written);
+  return kOk;
+}
+
+Status Update(Call& call) {
+  if (const Status status = CheckWritable(*call.cursor)) return status;
+  ByteView given;
+  if (const Status status = TakeImage(call.File(), {call.data, call.room}, given)) return status;
+  if (call.cursor->readOnly) return kAccessDenied;
+  Written written;
+  const Status status = TryWriting(call, [&] { return UpdateOnce(call, given, written); });
+  if (status != kOk) return status;
+  StandOnWritten(call, written);
+  FollowUpdate(call, written.plan);
+  if (call.cursor->lockKind == LockKind::Single) ReleaseRecord(*call.cursor);
+  ReturnWritten(call, written);
+  return kOk;
+}
+
+Status Delete(Call& call) {
+  if (const Status status = CheckWritable(*call.cursor)) return status;
+  if (call.cursor->readOnly) return kAccessDenied;
+  const Status status = TryWriting(call, [&] { return DeleteOnce(call); });
+  if (status != kOk) return status;
+  Cursor& cursor = *call.cursor;
+  ReleaseRecord(cursor);
+  cursor.place = Cursor::Place::Gone;
+  cursor.writable = false;
+  cursor.walkIsHere = false;
+  return kOk;
+}
+
+Status InsertExtended(Call& call) {
+  DataFile& file = call.File();
+  std::vector<ByteView> pieces;
+  if (const Status status = ParseInsertExtended({call.data, call.room}, pieces)) return status;
+  if (call.cursor->readOnly) return kAccessDenied;
+  std::vector<ByteView> images;
+  const Status shape = TakeImages(file, pieces, images);
+  std::vector<uint32_t> positions;
+  Written written;
+  Status status = kOk;
+  while (status == kOk && positions.size() < images.size()) {
+    status = InsertSome(call, images, written, positions);
+  }
+  if (status == kOk) status = shape;
+  if (!positions.empty()) StandAlongInserted(call, written);
+  if (status == kOk) ReturnKey(call, written);
+  ReturnPositions(call, positions);
+  return status;
+}
+
+}  // namespace btrieve

@@ -1,0 +1,166 @@
+// Opening data files: who else has them open, whether they are ours, whether they are sound.
+#include <algorithm>
+
+#include "btrieve/pages/LogExam.h"
+#include "btrieve/session/Session.h"
+
+namespace btrieve {
+namespace {
+
+// Files up to here are read through when nobody else has them open, so that damage shows at once.
+constexpr uint64_t kReadThroughSize = 4u << 20;
+
+bool PagesAreSound(const LockSpace& space, uint64_t size) {
+  std::vector<uint8_t> page(kStoragePageSize);
+  for (uint64_t at = 0; at < size; at += kStoragePageSize) {
+    if (space.ReadAt(at, page) != page.size()) return false;
+    if (!PageIsSound(page.data(), at / kStoragePageSize + 1)) return false;
+  }
+  return true;
+}
+
+uint64_t AnnouncedSize(ByteView start) noexcept {
+  const uint32_t pages = static_cast<uint32_t>(BoundPosition(start.subspan(28, 4)));
+  return uint64_t{pages} * kStoragePageSize;
+}
+
+// 30 for what is no data file. With a log beside it the file may lag behind, and only the log's
+// reader can tell what is sound.
+Status Examine(DataFile& file, bool alone) {
+  const LockSpace& space = file.Locks().Space();
+  std::vector<uint8_t> start(Storage::kStartSize);
+  if (space.ReadAt(0, start) != start.size() || !Storage::IsDataFile(start)) {
+    return kNotABtrieveFile;
+  }
+  if (!alone) return kOk;
+  if (SizeOfFile(file.LogPath()) != 0) return LogIsSound(file.LogPath()) ? kOk : kIoError;
+  const uint64_t size = space.Size();
+  if (size < AnnouncedSize(start) || size % kStoragePageSize != 0) return kIoError;
+  return size > kReadThroughSize || PagesAreSound(space, size) ? kOk : kIoError;
+}
+
+// Leaves the open byte held, shared or exclusively. Who cannot write a file cannot keep others from
+// it: alone then means that nobody else has it open at the moment.
+Status DeclareOpen(LockSpace& space, bool exclusive, bool& alone) {
+  if (space.IsReadOnly()) {
+    alone = !space.IsTaken(lockbyte::kOpen);
+    if (exclusive) return kPermissionError;
+    return space.TryShared(lockbyte::kOpen) ? kOk : kIncompatibleMode;
+  }
+  alone = space.TryExclusive(lockbyte::kOpen);
+  if (exclusive) return alone ? kOk : kIncompatibleMode;
+  if (alone) space.Release(lockbyte::kOpen);
+  return space.TryShared(lockbyte::kOpen) ? kOk : kIncompatibleMode;
+}
+
+// False where the system forbids it; the storage is closed then.
+bool TryOpen(DataFile& file, Storage::Access access) {
+  try {
+    file.Base().Open(file.Path(), access);
+    return true;
+  } catch (const Failure& failure) {
+    file.Base().Close();
+    if (failure.status != kPermissionError) throw;
+    return false;
+  }
+}
+
+bool HasLog(const DataFile& file) {
+  return SizeOfFile(file.LogPath()) != 0 || FileExists(file.Path() + "-shm");
+}
+
+// As it stands, the gate kept shared, so that nobody begins to write. -1 when somebody has.
+Status OpenUnchanging(DataFile& file, HeldByte& gate) {
+  const bool hadLog = HasLog(file);
+  gate.Release();
+  if (!file.Locks().KeepWritersOut() || (!hadLog && HasLog(file))) return kLookAgain;
+  return TryOpen(file, Storage::Access::Unchanging) ? kOk : kPermissionError;
+}
+
+// A file that cannot be written, or stands in a folder where no log can be made, is read. The log's
+// reader finds what has not been carried into the file, if the log's index is there, too.
+Status OpenStorage(DataFile& file, HeldByte& gate) {
+  if (!file.Locks().Space().IsReadOnly() && TryOpen(file, Storage::Access::Write)) return kOk;
+  if (HasLog(file) && TryOpen(file, Storage::Access::Read)) return kOk;
+  return SizeOfFile(file.LogPath()) != 0 ? kPermissionError : OpenUnchanging(file, gate);
+}
+
+}  // namespace
+
+// The path must still lead to the opened file once nobody can replace it any more.
+Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& file, HeldByte& gate) {
+  FileIdentity identity;
+  if (const Status status = Identify(path, identity)) return status;
+  file = std::make_shared<DataFile>(path, identity);
+  LockSpace& space = file->Locks().Space();
+  if (const Status status = space.Open(path)) return status;
+  const Status status = Retry(true, [&]() -> Status {
+    gate = HeldByte::Exclusive(space, lockbyte::kGate);
+    return gate ? kOk : kFileInUse;
+  });
+  if (status != kOk) return status;
+  const bool isStill = Identify(path, identity) == kOk && identity == space.Identity() &&
+                       identity == file->Identity();
+  return isStill ? kOk : kLookAgain;
+}
+
+Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                         bool& alone) {
+  std::shared_ptr<DataFile> found;
+  HeldByte gate;
+  if (const Status status = PassGate(path, found, gate)) return status;
+  if (const Status status = DeclareOpen(found->Locks().Space(), exclusive, alone)) return status;
+  if (const Status status = Examine(*found, alone)) return status;
+  if (const Status status = OpenStorage(*found, gate)) return status;
+  alone = alone && !found->Base().IsReadOnly();
+  if (!found->Base().IsReadOnly()) found->TakeOverLog(alone);
+  found->openExclusively = exclusive;
+  gate.Release();
+  file = std::move(found);
+  return kOk;
+}
+
+Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
+                         bool& alone) {
+  Status status = kLookAgain;
+  while (status == kLookAgain) status = OpenOnce(path, exclusive, file, alone);
+  if (status == kOk) Register(file);
+  return status;
+}
+
+Status Session::Reopen(DataFile& file, bool exclusive) {
+  if (file.openExclusively && file.openCursors > 0) return kIncompatibleMode;
+  if (!exclusive) return kOk;
+  if (file.openCursors > 0) return kIncompatibleMode;
+  if (file.Base().IsReadOnly()) return kPermissionError;
+  LockSpace& space = file.Locks().Space();
+  const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
+  if (!gate) return kFileInUse;
+  space.Release(lockbyte::kOpen);
+  file.openExclusively = space.TryExclusive(lockbyte::kOpen);
+  if (file.openExclusively) return kOk;
+  (void)space.TryShared(lockbyte::kOpen);
+  return kIncompatibleMode;
+}
+
+Status Session::UseFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file) {
+  if (IsRemote(path)) return kDirectoryError;
+  FileIdentity identity;
+  if (const Status status = Identify(path, identity)) return status;
+  file = FindFile(identity);
+  if (file) return Reopen(*file, exclusive);
+  bool alone = false;
+  if (const Status status = OpenFile(path, exclusive, file, alone)) return status;
+  if (alone) FinishRedo(*file);
+  return kOk;
+}
+
+Status Session::VisitFile(const std::string& path, std::shared_ptr<DataFile>& file) {
+  FileIdentity identity;
+  if (const Status status = Identify(path, identity)) return status;
+  file = FindFile(identity);
+  bool alone = false;
+  return file ? kOk : OpenFile(path, false, file, alone);
+}
+
+}  // namespace btrieve

@@ -1,0 +1,201 @@
+#include "btrieve/session/WriteScope.h"
+
+#include <algorithm>
+
+namespace btrieve {
+
+WriteScope::WriteScope(Session& session, DataFile& file)
+    : session_(session), file_(file), kind_(session.Running().kind), activity_(file.Locks()) {
+  if (kind_ == TransactionKind::Exclusive) {
+    EnterExclusive();
+  } else if (!activity_) {
+    blocked_ = kFileInUse;
+  } else if (kind_ == TransactionKind::None) {
+    EnterPlain();
+  } else {
+    EnterConcurrent();
+  }
+  if (blocked_ != kOk) file_.Base().EnterRead();
+  file_.Touch();
+}
+
+WriteScope::~WriteScope() {
+  if (kind_ == TransactionKind::None) file_.Base().RollbackWrite();
+  GiveBack();
+}
+
+// So that a refused write keeps nobody waiting, and waits itself with no more than it had before.
+void WriteScope::GiveBack() noexcept {
+  auto& held = file_.Part().held;
+  for (; newRecords_ > 0; --newRecords_) {
+    file_.Locks().Drop(held.back());
+    held.pop_back();
+  }
+  for (const uint64_t hash : newClaims_) file_.Locks().DropClaim(hash);
+}
+
+void WriteScope::EnterPlain() {
+  if (!BeginSettled()) Settle();
+}
+
+// A write transaction; false, with none open, when something is to be settled first.
+bool WriteScope::BeginSettled() {
+  file_.Base().BeginWrite();
+  bool settled = false;
+  try {
+    settled = session_.IsSettled(file_);
+  } catch (...) {
+    file_.Base().RollbackWrite();
+    throw;
+  }
+  if (!settled) file_.Base().RollbackWrite();
+  return settled;
+}
+
+void WriteScope::Settle() {
+  const Status status = session_.SettleIntents(file_);
+  unsettled_ = status == kOk ? kLookAgain : status;
+}
+
+// The activity stands for the time before the file is taken whole; after that it would be in the
+// way of the taking.
+void WriteScope::EnterExclusive() {
+  activity_.End();
+  blocked_ = session_.Occupy(file_);
+  Participation& part = file_.Part();
+  if (blocked_ != kOk || part.writes) return;
+  unsettled_ = session_.SettleIntents(file_);
+  if (unsettled_ != kOk) return;
+  // A file that could not be opened for writing leads no transaction: others' intents would name
+  // it.
+  OpenExclusively(!session_.Running().writers.empty());
+  session_.TakePart(file_, true);
+}
+
+// The commit before the transaction's own says what must be known should it not come to its end.
+void WriteScope::OpenExclusively(bool follows) {
+  if (follows) session_.TakeOwnerByte(file_);
+  file_.Base().BeginWrite();
+  try {
+    file_.PutPositionsAside();
+    if (follows && !file_.Part().intent) session_.AddOwnIntent(file_);
+  } catch (...) {
+    file_.Base().RollbackWrite();
+    throw;
+  }
+  file_.Base().CommitWrite();
+  file_.Part().intent = file_.Part().intent || follows;
+  session_.NoteCommit(file_);
+  file_.Base().BeginWrite();
+  file_.TakePositionsAside();
+  file_.Part().writes = true;
+}
+
+void WriteScope::EnterConcurrent() {
+  session_.TakePart(file_, false);
+  file_.Base().EnterRead();
+  if (!session_.IsSettled(file_) || !ReserveForOne()) Settle();
+}
+
+// A position for a new record, or a number for each key that an Update moves it in. False when the
+// numbers to be taken may be those of a dead process's records.
+bool WriteScope::ReserveForOne() {
+  const uint32_t count = static_cast<uint32_t>(file_.KeyCount()) + 1;
+  if (!file_.HasReserved(count)) {
+    if (!BeginSettled()) return false;
+    file_.Reserve(count);
+  }
+  file_.Base().EnterRead();
+  return true;
+}
+
+Status WriteScope::NewPosition(uint32_t& position) {
+  if (IsDirect()) {
+    position = file_.NextPosition();
+    return position == 0 ? kDiskFull : kOk;
+  }
+  if (!ReserveForOne()) {
+    Settle();
+    return unsettled_;
+  }
+  position = file_.TakeReserved();
+  return kOk;
+}
+
+Status WriteScope::HoldRecord(uint32_t position) {
+  if (kind_ == TransactionKind::Exclusive) return kOk;
+  if (kind_ == TransactionKind::None) {
+    HeldByte byte;
+    if (!file_.Locks().HoldBriefly(position, byte)) return kRecordInUse;
+    brief_.push_back(std::move(byte));
+    return kOk;
+  }
+  auto& held = file_.Part().held;
+  if (std::find(held.begin(), held.end(), position) != held.end()) return kOk;
+  if (!file_.Locks().Hold(position)) return kRecordInUse;
+  held.push_back(position);
+  ++newRecords_;
+  return kOk;
+}
+
+bool WriteScope::Claim(uint64_t hash) {
+  if (file_.Locks().HasClaim(hash)) return true;
+  if (kind_ == TransactionKind::Concurrent) {
+    if (!file_.Locks().Claim(hash)) return false;
+    newClaims_.push_back(hash);
+    return true;
+  }
+  HeldByte byte;
+  if (!file_.Locks().ClaimBriefly(hash, byte)) return false;
+  brief_.push_back(std::move(byte));
+  return true;
+}
+
+Status WriteScope::ClaimKeys(const WritePlan& plan) {
+  if (kind_ == TransactionKind::Exclusive) return kOk;
+  for (int slot = 0; slot < file_.KeyCount(); ++slot) {
+    const Index& index = file_.IndexAt(slot);
+    if (index.duplicates || !plan.Adds(slot)) continue;
+    if (!Claim(ClaimOf(index, plan.keys[slot].after))) return kRecordInUse;
+  }
+  return kOk;
+}
+
+Status WriteScope::Confirm() {
+  if (kind_ == TransactionKind::Exclusive) return kOk;
+  if (!file_.Base().IsCurrent()) return kLookAgain;
+  // Who held a lock that has just been taken may have died with its transaction decided.
+  if (!session_.IsSettled(file_)) return kLookAgain;
+  if (kind_ == TransactionKind::None) return kOk;
+  Participation& part = file_.Part();
+  if (!part.present && !file_.Locks().AddPresence()) return kFileInUse;
+  part.present = true;
+  session_.TakePart(file_, true);
+  return kOk;
+}
+
+Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
+  Transaction& running = session_.Running();
+  newClaims_.clear();
+  newRecords_ = 0;
+  const bool exclusive = kind_ == TransactionKind::Exclusive;
+  if (exclusive && running.broken != kOk) throw Failure{running.broken};
+  try {
+    if (const Status status = Writer().Carry(plan, image, version)) return status;
+  } catch (const Failure& failure) {
+    if (exclusive) running.broken = failure.status;
+    throw;
+  }
+  if (exclusive && running.writers.front().get() != &file_) {
+    file_.Part().changed.insert(plan.position);
+  }
+  return kOk;
+}
+
+void WriteScope::Commit() {
+  if (kind_ != TransactionKind::None) return;
+  file_.Base().CommitWrite();
+  session_.NoteCommit(file_);
+}
+
+}  // namespace btrieve

@@ -1,0 +1,68 @@
+// One attempt to write to one file, as the running transaction, or its absence, has it done:
+// straight into the file, into the file's open write transaction, or into the changes of a
+// concurrent one. Unless committed it leaves nothing behind but, of a concurrent transaction, the
+// locks of what it has carried.
+#pragma once
+
+#include <vector>
+
+#include "btrieve/files/RecordWriter.h"
+#include "btrieve/session/Session.h"
+
+namespace btrieve {
+
+class WriteScope {
+ public:
+  // Throws Failure. See Blocked.
+  WriteScope(Session& session, DataFile& file);
+  ~WriteScope();
+  WriteScope(const WriteScope&) = delete;
+  WriteScope& operator=(const WriteScope&) = delete;
+
+  // What a dead process has left in the file, or what another one is deciding, comes first: 85 to
+  // wait, kLookAgain when it has just been settled. Nothing may be planned upon such a state.
+  Status Unsettled() const noexcept { return unsettled_; }
+  // 84 or 85 when another process's transaction keeps the file from being written. What is wrong
+  // with the write itself comes first, so the caller plans, and only then gives this up.
+  Status Blocked() const noexcept { return blocked_; }
+  bool IsDirect() const noexcept { return kind_ != TransactionKind::Concurrent; }
+  RecordWriter Writer() noexcept { return RecordWriter(file_, IsDirect()); }
+  // Carry itself finds out whether a new record's values are taken.
+  bool RefusesTaken() const noexcept { return IsDirect() && blocked_ == kOk; }
+  // For a new record: 0, 18 when all numbers are taken, or as Unsettled.
+  [[nodiscard]] Status NewPosition(uint32_t& position);
+
+  // After planning: 84 while others hold the record or add the same unique value.
+  [[nodiscard]] Status HoldRecord(uint32_t position);
+  [[nodiscard]] Status ClaimKeys(const WritePlan& plan);
+  // kLookAgain when what was planned upon may no longer hold.
+  [[nodiscard]] Status Confirm();
+  // As RecordWriter::Carry.
+  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version);
+  void Commit();
+
+ private:
+  void EnterPlain();
+  void EnterExclusive();
+  void EnterConcurrent();
+  void OpenExclusively(bool follows);
+  bool BeginSettled();
+  void Settle();
+  bool ReserveForOne();
+  bool Claim(uint64_t hash);
+  void GiveBack() noexcept;
+
+  Session& session_;
+  DataFile& file_;
+  TransactionKind kind_;
+  FileLocks::Activity activity_;
+  Status unsettled_ = kOk;
+  Status blocked_ = kOk;
+  std::vector<HeldByte> brief_;
+  // Got for a concurrent transaction by a write that is not carried yet: claims, and the last ones
+  // of the records that the transaction holds.
+  std::vector<uint64_t> newClaims_;
+  size_t newRecords_ = 0;
+};
+
+}  // namespace btrieve

@@ -1,0 +1,20 @@
+#include <system_error>
+#include <thread>
+
+#include "btrieve/system/Background.h"
+
+namespace btrieve {
+
+// The library is linked to stay loaded, so nothing is to be pinned.
+bool StartThread(void (*body)()) noexcept {
+  try {
+    std::thread(body).detach();
+    return true;
+  } catch (const std::system_error&) {
+    return false;
+  }
+}
+
+bool ProcessIsEnding() noexcept { return false; }
+
+}  // namespace btrieve
