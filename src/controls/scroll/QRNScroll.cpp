@@ -35,8 +35,8 @@ constexpr ole::Binding kBinding{kProperties<Table>, kBoundMethods<Table>};
 }  // namespace
 
 CQRNHScroll::CQRNHScroll()
-    : RecordBar(kQRNHScrollTable, kBinding<kQRNHScrollTable>, kHorizontalBar) {}
+    : RecordBar(kQRNHScrollTable, kBinding<kQRNHScrollTable>, kHorizontalOrientation) {}
 CQRNVScroll::CQRNVScroll()
-    : RecordBar(kQRNVScrollTable, kBinding<kQRNVScrollTable>, kVerticalBar) {}
+    : RecordBar(kQRNVScrollTable, kBinding<kQRNVScrollTable>, kVerticalOrientation) {}
 
 }  // namespace qrn

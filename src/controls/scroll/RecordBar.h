@@ -16,8 +16,8 @@ struct BarOrientation {
   DWORD style;
   UINT message;
 };
-inline constexpr BarOrientation kHorizontalBar{SBS_HORZ, WM_HSCROLL};
-inline constexpr BarOrientation kVerticalBar{SBS_VERT, WM_VSCROLL};
+inline constexpr BarOrientation kHorizontalOrientation{SBS_HORZ, WM_HSCROLL};
+inline constexpr BarOrientation kVerticalOrientation{SBS_VERT, WM_VSCROLL};
 
 class RecordBar : public BoundControl<ole::VisibleControl> {
  public:
