@@ -31,6 +31,11 @@ class GrowingArray {
     return true;
   }
 
+  // Takes an element out; those behind it move down. An index past the end does nothing.
+  void Remove(size_t index) noexcept {
+    if (index < values_.size()) values_.erase(values_.begin() + static_cast<ptrdiff_t>(index));
+  }
+
   // Keeps the memory.
   void Clear() noexcept { values_.clear(); }
 

@@ -26,34 +26,34 @@ std::span<uint8_t> RoomForRecord(DbTableInfo& table) {
   return room.first(BoundedLength(table, int64_t{table.RecordLength} + 1));
 }
 
-}  // namespace
-
-RecordPlace::RecordPlace(DbEngine& engine, DbTableInfo& table) noexcept
-    : position_(DbGetPositionOf(engine, table)) {}
-
-void RecordPlace::GoBack(DbTableInfo& table, int32_t indexPosition) const noexcept {
-  if (position_ == kNoPosition) return;
-  const Status status = ReadWhole(table, indexPosition);
-  if (status != kNotInKey || indexPosition == kNoIndexPosition) return;
-  static_cast<void>(ReadWhole(table, kNoIndexPosition));
-}
-
-Status RecordPlace::ReadWhole(DbTableInfo& table, int32_t indexPosition) const noexcept {
-  const Status status = Read(table, indexPosition);
-  if (status != BtrStatusDataBufferLength || table.IsVariable == 0) return status;
-  if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
-  return Read(table, indexPosition);
-}
-
-Status RecordPlace::Read(DbTableInfo& table, int32_t indexPosition) const noexcept {
+Status Read(DbTableInfo& table, int32_t position, int32_t indexPosition) noexcept {
   const auto record = RoomForRecord(table);
   std::fill(record.begin(), record.end(), uint8_t{0});
-  StoreLittle(record, position_);
+  StoreLittle(record, position);
   KeyBuffer key;
   if (!DbBuildKey(table, indexPosition, key)) return kNoIndex;
   auto length = static_cast<uint32_t>(record.size());
   return BtrCall(BtrOpGetDirect, table.PosBlock, record.data(), &length, key.Bytes(), key.Length(),
                  static_cast<int8_t>(DbSegmentToKey(table, indexPosition)));
+}
+
+}  // namespace
+
+Status DbReadWholeAt(DbTableInfo& table, int32_t position, int32_t indexPosition) noexcept {
+  const Status status = Read(table, position, indexPosition);
+  if (status != BtrStatusDataBufferLength || table.IsVariable == 0) return status;
+  if (!GrowRecordBuffer(table, table.RecordLength + kLongRecordSize)) return kFailure;
+  return Read(table, position, indexPosition);
+}
+
+RecordPlace::RecordPlace(DbEngine& engine, DbTableInfo& table) noexcept
+    : position_(DbGetPositionOf(engine, table)) {}
+
+Status RecordPlace::GoBack(DbTableInfo& table, int32_t indexPosition) const noexcept {
+  if (position_ == kNoPosition) return kSuccess;
+  const Status status = DbReadWholeAt(table, position_, indexPosition);
+  if (status != kNotInKey || indexPosition == kNoIndexPosition) return status;
+  return DbReadWholeAt(table, position_, kNoIndexPosition);
 }
 
 }  // namespace qrn

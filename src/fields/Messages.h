@@ -14,7 +14,7 @@ enum MessageId : int {
   kVE041 = 149, kVE042 = 150, kVE043 = 151, kVE044 = 152, kVE046 = 154, kVE801 = 171, kVE802 = 172,
   kVE803 = 173, kVE804 = 174, kVE806 = 176, kVE807 = 177, kVE808 = 178, kVE809 = 179, kVE810 = 180,
   kVE811 = 181, kVE812 = 182, kVE813 = 183, kVE814 = 184, kVE816 = 186, kVE817 = 187, kVE818 = 188,
-  kVE819 = 189, kVE820 = 190, kVE821 = 191, kVE823 = 193,
+  kVE819 = 189, kVE820 = 190, kVE821 = 191, kVE822 = 192, kVE823 = 193,
 };
 // clang-format on
 

@@ -142,15 +142,13 @@ void ListControl::RemoveItem(int32_t index, int32_t& place) {
 }
 
 void ListControl::Refresh() {
-  if (ListFill::IsRunning()) return;
+  if (FillTurn::IsTaken()) return;
   Clear();
   ReloadList();
 }
 
-// A fill that a handler of another fill asks for would write into the text of the row under way:
-// there is one for the process. It is left out.
 void ListControl::ReloadList() {
-  if (!contained() || !IsFillable() || ListFill::IsRunning()) return;
+  if (!contained() || !IsFillable() || FillTurn::IsTaken()) return;
   ListFill fill(*this);
   const auto position = fill.Prepare(NarrowText(DbListIndex));
   if (!position) return;

@@ -13,8 +13,6 @@ namespace {
 constexpr int32_t kFirstRoom = 64;
 constexpr size_t kTextOfAnItem = 64;  // bytes, as the window is told
 
-bool running = false;  // forms share one thread
-
 }  // namespace
 
 ListFill::ListFill(ListControl& list)
@@ -23,16 +21,11 @@ ListFill::ListFill(ListControl& list)
       window_(list.contained()),
       form_(list.GetContainerWindow()),
       source_(NarrowText(list.DbListSource)),
-      table_(NarrowText(list.DbListTable)) {
-  running = true;
-}
+      table_(NarrowText(list.DbListTable)) {}
 
 ListFill::~ListFill() {
-  running = false;
   if (silent_ && list_.contained() == window_) Redraw(true);
 }
-
-bool ListFill::IsRunning() noexcept { return running; }
 
 std::optional<int16_t> ListFill::Prepare(const std::string& indexName) {
   const DbTableInfo* table = Table();

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "controls/list/ListControl.h"
+#include "core/FillTurn.h"
 #include "core/RowSink.h"
 
 namespace qrn {
@@ -16,9 +17,6 @@ class ListFill final : public RowSink {
   ListFill(const ListFill&) = delete;
   ListFill& operator=(const ListFill&) = delete;
   ~ListFill() override;
-
-  // True while a fill of any control runs.
-  static bool IsRunning() noexcept;
 
   // The position of the key of that name, the first key's where the table has none such. Nothing
   // when the names of the list lead to no table.
@@ -40,6 +38,7 @@ class ListFill final : public RowSink {
   bool MakeRoom();
   void Redraw(bool on) noexcept;
 
+  const FillTurn turn_;
   ListControl& list_;
   const com::Com<IUnknown> alive_;
   const HWND window_;  // the one that is filled: another may take its place meanwhile

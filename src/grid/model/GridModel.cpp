@@ -8,6 +8,10 @@
 
 namespace qrn {
 
+std::string CutForEditing(std::string_view text) {
+  return std::string(text.substr(0, CutAtCharacter(text, kEditTextSize - 1)));
+}
+
 GridModel::GridModel(GridHost& host, const GridCapacity& capacity)
     : host_(host), capacity_(capacity) {}
 
@@ -43,7 +47,10 @@ bool GridModel::GetText(std::string& text) const {
 }
 
 void GridModel::PutText(std::string_view text) {
-  if (!IsRunning()) return;
+  if (IsRunning()) WriteText(text);
+}
+
+void GridModel::WriteText(std::string_view text) {
   if (SetCurrentText(text) == 1) return host_.RepaintCurrentCell();
   host_.Repaint();
 }
@@ -56,7 +63,7 @@ void GridModel::Clear() noexcept {
 void GridModel::KeepEditText() {
   const char* text = CellText(Row, Col);
   if (text == nullptr) return;
-  savedEditText.assign(text, CutAtCharacter(text, kEditTextSize - 1));
+  savedEditText = CutForEditing(text);
 }
 
 GridResult GridModel::GetPhysicalPosition(int32_t index, int32_t& position) const noexcept {

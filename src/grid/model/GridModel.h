@@ -22,6 +22,9 @@
 
 namespace qrn {
 
+// As much of a cell's text as the edit box is read for, cut at a character.
+std::string CutForEditing(std::string_view text);
+
 class GridModel : public GridState {
  public:
   // The host is only kept, not called: it may be the object under construction.
@@ -109,8 +112,9 @@ class GridModel : public GridState {
   // the writing, those above wrap to the store's start.
   int32_t SetCurrentText(std::string_view text);
 
-  // The property `Text`: a put, in place at run time, is SetCurrentText and repaints the cell, or
-  // the control where it wrote more or fewer cells than one. A get is false, `text` left alone,
+  // SetCurrentText, then repaints the cell, or the control where it wrote more or fewer than one.
+  void WriteText(std::string_view text);
+  // The property `Text`. A put works in place at run time alone. A get is false, `text` left alone,
   // without a current cell or in a designer.
   void PutText(std::string_view text);
   bool GetText(std::string& text) const;
