@@ -47,6 +47,7 @@ Status LockSpace::Open(const std::string& path) {
   handle_ = std::make_unique<Handle>();
   handle_->file = file;
   handle_->readOnly = readOnly;
+  GuardLocks(file);
   return kOk;
 }
 

@@ -9,6 +9,7 @@
 #include "btrieve/pages/LogFormat.h"
 #include "btrieve/pages/PageCache.h"
 #include "btrieve/pages/PassThrough.h"
+#include "btrieve/pages/SystemVfs.h"
 #include "btrieve/sqlite/SqlitePages.h"
 #include "btrieve/system/DiskSpace.h"
 #include "btrieve/system/HostFile.h"
@@ -253,6 +254,7 @@ int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* out
 
 bool Register() noexcept {
   if (!UseSharedPageCache() || sqlite3_initialize() != SQLITE_OK || !System()) return false;
+  if (!SetUpSystemVfs()) return false;
   static sqlite3_vfs vfs = Layer::Over(*System(), "btrieve");
   vfs.xOpen = Open;
   return sqlite3_vfs_register(&vfs, 0) == SQLITE_OK;

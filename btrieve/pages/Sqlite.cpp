@@ -10,6 +10,7 @@ Status StatusOfResult(int result) noexcept {
       return kNoCacheBuffer;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+    case SQLITE_PROTOCOL:  // another process stands still where it holds the log's index
       return kFileInUse;
     case SQLITE_READONLY:
     case SQLITE_CANTOPEN:

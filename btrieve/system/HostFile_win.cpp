@@ -83,6 +83,25 @@ FileIdentity IdentityOfHandle(HANDLE file) noexcept {
   return {found.dwVolumeSerialNumber, (uint64_t{found.nFileIndexHigh} << 32) | found.nFileIndexLow};
 }
 
+namespace {
+
+bool RunsUnderWine() noexcept {
+  const HMODULE system = GetModuleHandleW(L"ntdll.dll");
+  return system && GetProcAddress(system, "wine_get_version");
+}
+
+}  // namespace
+
+void GuardLocks(HANDLE file) noexcept {
+  constexpr uint64_t kPlace = INT64_MAX - 0xFF;
+  static const bool needed = RunsUnderWine();
+  if (!needed) return;
+  OVERLAPPED place{};
+  place.Offset = static_cast<DWORD>(kPlace);
+  place.OffsetHigh = static_cast<DWORD>(kPlace >> 32);
+  LockFileEx(file, LOCKFILE_FAIL_IMMEDIATELY, 0, 2, 0, &place);  // as it was, where it cannot be
+}
+
 Status PathFromCaller(const void* key, std::string& path) {
   if (!key) return kInvalidFileName;
   const auto* text = static_cast<const char*>(key);

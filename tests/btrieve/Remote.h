@@ -31,6 +31,8 @@ class OtherProcess : public Client {
   // Keeps it from running, and lets it again.
   void Halt();
   void Resume();
+  // Waits until it stands still by itself, true, or has gone.
+  bool AwaitHalt();
   // What it writes comes out here, and what goes in here is its input.
   int Output() const { return fromWorker_; }
   int Input() const { return toWorker_; }

@@ -84,6 +84,14 @@ void OtherProcess::Kill() {
 void OtherProcess::Halt() { kill(process_, SIGSTOP); }
 void OtherProcess::Resume() { kill(process_, SIGCONT); }
 
+bool OtherProcess::AwaitHalt() {
+  int how = 0;
+  waitpid(process_, &how, WUNTRACED);
+  if (WIFSTOPPED(how)) return true;
+  process_ = -1;
+  return false;
+}
+
 bool OtherProcess::IsAnswered() const {
   pollfd look{fromWorker_, POLLIN, 0};
   return poll(&look, 1, 0) > 0;

@@ -1,6 +1,7 @@
 #include "../kit/Calls.h"
 #include "Alone.h"
 #include "Lines.h"
+#include "SelfKill.h"
 #include "btrieve/system/HostFile.h"
 
 namespace btrieve::test {
@@ -34,6 +35,16 @@ int InsertAndEnd(const std::vector<std::string>& arguments) {
   SetSyncHook(TellSync);
   const CallIn in{.data = Hex(arguments.at(1))};
   Say(process->Call(kInsert, 0, in).status == kOk ? '.' : 'E');
+  return 0;
+}
+
+int InsertAndHalt(const std::vector<std::string>& arguments) {
+  ThisProcess process;
+  process.Call(kOpen, 0, {.key = PathKey(arguments.at(0))});
+  HaltAt(static_cast<uint32_t>(std::stoul(arguments.at(1))));
+  const CallIn in{.data = Hex(arguments.at(2))};
+  Say(process.Call(kInsert, 0, in).status == kOk ? '.' : 'E');
+  HaltAt(0);
   return 0;
 }
 

@@ -4,5 +4,7 @@
 namespace btrieve::test {
 
 [[noreturn]] void Die() noexcept;
+// The whole process stands still until another one lets it go on.
+void Halt() noexcept;
 
 }  // namespace btrieve::test

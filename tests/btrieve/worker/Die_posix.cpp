@@ -10,4 +10,6 @@ void Die() noexcept {
   while (true) pause();
 }
 
+void Halt() noexcept { raise(SIGSTOP); }
+
 }  // namespace btrieve::test

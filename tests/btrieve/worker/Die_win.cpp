@@ -9,4 +9,7 @@ void Die() noexcept {
   while (true) Sleep(INFINITE);
 }
 
+// Nobody lets a Windows process go on here.
+void Halt() noexcept { Die(); }
+
 }  // namespace btrieve::test

@@ -10,13 +10,14 @@ namespace {
 
 uint32_t momentsLeft = 0;
 Moments counted = Moments::Writes;
+void (*atLast)() noexcept = Die;
 
 bool IsLast() { return momentsLeft > 0 && --momentsLeft == 0; }
 bool IsLastOf(Moments moments) {
   return (moments == Moments::Writes || counted == Moments::All) && IsLast();
 }
 void Pass(Moments moments) {
-  if (IsLastOf(moments)) Die();
+  if (IsLastOf(moments)) atLast();
 }
 
 using Layer = PassThrough<sqlite3_file>;
@@ -27,7 +28,7 @@ const sqlite3_io_methods* Methods(sqlite3_file* file) { return Real(file)->pMeth
 int Write(sqlite3_file* file, const void* bytes, int amount, sqlite3_int64 offset) {
   if (IsLastOf(Moments::Writes)) {
     (void)Methods(file)->xWrite(Real(file), bytes, amount / 2, offset);
-    Die();
+    atLast();
   }
   return Methods(file)->xWrite(Real(file), bytes, amount, offset);
 }
@@ -85,6 +86,12 @@ bool PrepareToDie() {
 void KillAt(uint32_t n, Moments moments) {
   momentsLeft = n;
   counted = moments;
+  atLast = Die;
+}
+
+void HaltAt(uint32_t n) {
+  KillAt(n, Moments::All);
+  atLast = Halt;
 }
 
 }  // namespace btrieve::test

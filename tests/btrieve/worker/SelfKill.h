@@ -1,4 +1,4 @@
-// Death at a chosen moment of the storage's work.
+// Death, or a halt, at a chosen moment of the storage's work.
 #pragma once
 
 #include <cstdint>
@@ -16,5 +16,8 @@ enum class Moments : uint8_t {
 // From now on counts such moments; at the n-th one the process dies, of a write half being done. 0
 // does nothing.
 void KillAt(uint32_t n, Moments moments = Moments::Writes);
+
+// The same for standing still at the n-th of all moments, until somebody lets the process go on.
+void HaltAt(uint32_t n);
 
 }  // namespace btrieve::test

@@ -26,6 +26,7 @@ constexpr Task kTasks[] = {
     {"plan", Work},
 #ifndef _WIN32
     {"read", ReadForEver}, {"end", InsertAndEnd},
+    {"halt", InsertAndHalt},
     {"serve", ServeCalls}, {"unprivileged", ServeUnprivileged},
 #endif
 };
