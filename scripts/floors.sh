@@ -24,7 +24,7 @@ src/grid/model     9
 src/grid/data      10
 src/grid/layout    10
 src/grid/          11
-src/design         12
+src/design/        12
 btrieve/sqlite     1
 btrieve/system     2
 btrieve/keys       3
