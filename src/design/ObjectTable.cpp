@@ -1,6 +1,7 @@
 #include "design/ObjectTable.h"
 
-#include <initializer_list>
+#include <array>
+#include <utility>
 
 #include "binding/QRNBtr.h"
 #include "binding/tables/QRNBtnTable.h"
@@ -22,12 +23,13 @@
 #include "controls/mark/QRNOptBtn.h"
 #include "controls/picture/QRNPic.h"
 #include "controls/scroll/QRNScroll.h"
+#include "design/pages/PropertyPage.h"
 
 namespace qrn::design {
 namespace {
 
 // In the order in which the classes are registered.
-constexpr std::initializer_list<ole::ClassRow> kObjects = {
+constexpr std::array kControlRows = {
     ole::ControlRow<kQRNBtrTable, CQRNBtr>(),
     ole::ControlRow<kQRNEditTable, CQRNEdit>(),
     ole::ControlRow<kQRNBtnTable, CQRNBtn>(),
@@ -42,8 +44,16 @@ constexpr std::initializer_list<ole::ClassRow> kObjects = {
     ole::ControlRow<kQRNExListBoxTable, CQRNExListBox>(),
 };
 
+template <size_t... I>
+constexpr auto PageRows(std::index_sequence<I...>) {
+  return std::array{
+      ole::ClassRow{kPages[I].classId, &CreatePage<kLayouts[I]>, kPages[I].script}...};
+}
+constexpr auto kPageRows = PageRows(std::make_index_sequence<std::size(kPages)>());
+constexpr auto kObjects = Join(kControlRows, kPageRows);
+
 }  // namespace
 
-std::span<const ole::ClassRow> Objects() noexcept { return {kObjects.begin(), kObjects.size()}; }
+std::span<const ole::ClassRow> Objects() noexcept { return kObjects; }
 
 }  // namespace qrn::design

@@ -126,6 +126,11 @@ TEST(Registration, ClassesThatCannotBeMadeAreNotRegistered) {
     const std::wstring expected = made ? Wide(table->className) + L" Class" : L"(none)";
     EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(table->classId)), expected);
   }
+  for (const PageRow& page : kPages) {
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(page.classId)), Wide(page.className) + L" Class");
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(page.classId) + L"\\InprocServer32"),
+              ModuleFile());
+  }
   EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey(kCQRNBtrPpg)), L"(none)");
 }
 

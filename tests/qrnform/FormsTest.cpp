@@ -235,7 +235,6 @@ const StepCase kStepCases[] = {
     {"a button outside the screen", "set frmTest.Left = -9000\nclick cmdAsk\n",
      "script:2: cmdAsk lies outside the screen"},
     {"pages of a control without any", "pages cmdAsk\n", "script:1: cmdAsk has no property pages"},
-    {"pages that cannot be made", "pages btnOff\n", "script:1: btnOff has no property pages"},
     {"a picture in no folder", "shot no/such/x.png\n",
      "script:1: no/such/x.png: the picture cannot be saved"},
 };

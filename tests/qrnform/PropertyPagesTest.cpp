@@ -175,8 +175,9 @@ TEST(PropertyPages, AreAppliedAsTheButtonsSay) {
 
 // The button that applies is disabled by that, with the keyboard on it.
 TEST(PropertyPages, AreWorkedByKeysAlone) {
-  EXPECT_EQ(ShowAndWork([] { PressKeys({"Tab", "Space", "Space"}); }), kPageCases[2].log);
-  EXPECT_EQ(ShowAndWork([] { PressKeys({"Right", "Enter"}); }), kPageCases[3].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Tab", "Tab", "Space", "Space"}); }), kPageCases[2].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Ctrl+Tab", "Enter"}); }), kPageCases[3].log);
+  EXPECT_EQ(ShowAndWork([] { PressKeys({"Shift+Tab", "Right", "Enter"}); }), kPageCases[3].log);
   EXPECT_EQ(ShowAndWork([] { PressKeys({"Escape"}); }), kPageCases[0].log);
 }
 
