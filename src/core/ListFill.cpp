@@ -24,7 +24,11 @@ constexpr size_t kLineSize = 1024;  // bytes of a row's text with its NUL
 class Fill {
  public:
   Fill(DbEngine& engine, RowSink& sink, int32_t field, int32_t indexPosition)
-      : engine_(engine), sink_(sink), field_(field), indexPosition_(indexPosition) {}
+      : engine_(engine),
+        sink_(sink),
+        hook_(sink, kLineSize),
+        field_(field),
+        indexPosition_(indexPosition) {}
 
   Status Run(DbTableInfo& table, KeyBuffer& key);
 
@@ -36,6 +40,7 @@ class Fill {
 
   DbEngine& engine_;
   RowSink& sink_;
+  RowHook hook_;
   int32_t field_;
   int32_t indexPosition_;
 };
@@ -68,9 +73,9 @@ bool Fill::AddRow(const DbTableInfo& table) {
   char line[kLineSize] = {};
   DbReadFieldInto(engine_, table, field_, line);
   FormattedTarget = engine_.FormattedText;
-  const auto row = FormatRow(sink_, engine_.FormattedText, line, kLineSize);
-  if (!row) return false;
-  return row->empty() || sink_.AddRow(row->c_str());
+  const char* row = hook_.Format(engine_.FormattedText, line);
+  if (row == nullptr) return false;
+  return *row == '\0' || sink_.AddRow(row);
 }
 
 Status Fill::Run(DbTableInfo& first, KeyBuffer& key) {

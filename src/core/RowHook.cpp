@@ -1,20 +1,26 @@
 #include "core/RowHook.h"
 
+#include <algorithm>
+
 #include "platform/CodePage.h"
 
 namespace qrn {
 
-std::optional<std::string> FormatRow(RowSink& sink, char* rowText, std::string_view line,
-                                     size_t wideLimit) {
+const char* RowHook::Format(char* rowText, std::string_view line) {
   *rowText = '\0';
-  std::u16string lineData = CodePageToUtf16(line);
-  if (lineData.size() > wideLimit) lineData.resize(wideLimit);
-  const std::u16string sent = lineData;
-  if (!sink.Format(lineData)) return std::nullopt;
-  if (*rowText != '\0') return std::string(rowText);
-  const bool same = lineData == sent && sent.size() < wideLimit;  // as in most rows of most fills
-  const std::string row = same ? std::string(line) : Utf16ToCodePage(lineData);
-  return row.substr(0, CutAtCharacter(row.c_str(), kFormattedRowSize));
+  sent_.resize(line.size());
+  sent_.resize(std::min(WidenText(line, sent_), wideLimit_));
+  lineData_ = sent_;
+  if (!sink_.Format(lineData_)) return nullptr;
+  if (*rowText != '\0') return (row_ = rowText).c_str();
+  const bool same = lineData_ == sent_ && sent_.size() < wideLimit_;  // as in most rows
+  if (same) {
+    row_ = line;
+  } else {
+    row_ = Utf16ToCodePage(lineData_);
+  }
+  row_.resize(CutAtCharacter(row_.c_str(), kFormattedRowSize));
+  return row_.c_str();
 }
 
 }  // namespace qrn

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,10 +14,23 @@ namespace qrn {
 // Bytes of a row's text that come back from the event; a NUL ends it too.
 inline constexpr size_t kFormattedRowSize = 512;
 
-// Runs the hook for a row of text `line` (code page 932). `rowText` is where the exported function
-// of this kind of fill stores its text; it is emptied first. The event gets at most `wideLimit`
-// UTF-16 units. The row's text, or nothing when the handler cancelled.
-[[nodiscard]] std::optional<std::string> FormatRow(RowSink& sink, char* rowText,
-                                                   std::string_view line, size_t wideLimit);
+class RowHook {
+ public:
+  // The event gets at most `wideLimit` UTF-16 units of a row.
+  RowHook(RowSink& sink, size_t wideLimit) : sink_(sink), wideLimit_(wideLimit) {}
+
+  // Runs the hook for a row of text `line` (code page 932). `rowText` is where the exported
+  // function of this kind of fill stores its text; it is emptied first. The row's text, valid until
+  // the next row, or null when the handler cancelled.
+  [[nodiscard]] const char* Format(char* rowText, std::string_view line);
+
+ private:
+  RowSink& sink_;
+  const size_t wideLimit_;
+  // Kept from row to row for their memory.
+  std::u16string sent_;
+  std::u16string lineData_;
+  std::string row_;
+};
 
 }  // namespace qrn

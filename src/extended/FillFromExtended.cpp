@@ -37,7 +37,8 @@ class ExtendedFill {
         fill_(fill),
         operation_(operation),
         variant_(VariantOf(fill.Kind)),
-        sink_(sink) {}
+        sink_(sink),
+        hook_(sink, variant_.eventText) {}
 
   bool Run() {
     DbTableInfo* table = OpenTable();
@@ -138,9 +139,9 @@ class ExtendedFill {
   RowsEnd ShowRow(const ExReplyRecord& record) {
     if (variant_.positionFirst) GivePosition(record);
     const auto line = row_->Text(BlobTable(), record.Data);
-    const auto text = FormatRow(sink_, BeginExRowText(), line, variant_.eventText);
-    if (!text) return RowsEnd::Cancelled;
-    const bool more = sink_.AddRow(text->c_str());
+    const char* text = hook_.Format(BeginExRowText(), line);
+    if (text == nullptr) return RowsEnd::Cancelled;
+    const bool more = sink_.AddRow(text);
     if (!variant_.positionFirst) GivePosition(record);
     return more ? RowsEnd::AllShown : RowsEnd::Full;
   }
@@ -173,6 +174,7 @@ class ExtendedFill {
   const ExOperation& operation_;
   const FillVariant& variant_;
   RowSink& sink_;
+  RowHook hook_;
   char tableName_[sizeof DbTableInfo::Name] = {};  // the table may go before an event
   KeyBuffer keyBuffer_;
   bool hasKey_ = false;

@@ -62,16 +62,18 @@ void RowDelete::CloseUp(int32_t position) {
 
 // Fixed columns stay, record numbers with them, and so does the number of rows.
 void RowDelete::MoveRowsUpTo(int64_t row) {
-  for (int64_t col = model_.FixedCols; col < model_.Cols; ++col) model_.FreeCell(row, col);
+  row = std::max<int64_t>(row, 0);
+  const int64_t first = std::max(model_.FixedCols, 0);
+  for (int64_t col = first; col < model_.Cols; ++col) model_.FreeCell(row, col);
   for (; row + 1 < model_.Rows; ++row) {
-    for (int64_t col = model_.FixedCols; col < model_.Cols; ++col)
-      model_.MoveCell(row + 1, row, col);
+    for (int64_t col = first; col < model_.Cols; ++col) model_.MoveCell(row + 1, row, col);
   }
 }
 
 void RowDelete::GoToNewRow() {
   const int64_t last = static_cast<int64_t>(model_.positions.Size()) - 1;
-  if (int64_t{model_.Row} - model_.FixedRows > last) --model_.Row;
+  const bool past = int64_t{model_.Row} - model_.FixedRows > last;
+  if (past && model_.Row > INT32_MIN) --model_.Row;
   const auto position = record_.PositionOf(model_.Row);
   DbTableInfo* table = record_.Table();
   if (position && table != nullptr) record_.Failed(record_.Read(*table, *position), kVE820);

@@ -28,7 +28,8 @@ GridResult GridModel::GetFormatString(int32_t col, std::string& format) const {
 }
 
 void GridModel::PutFormatString(int32_t col, std::string_view format) noexcept {
-  if (IsRunning() && !columnFormats_.Set(col, format)) ReportGridMemoryFailure();
+  if (!IsRunning()) return;
+  if (!columnFormats_.Set(col, format.substr(0, format.find('\0')))) ReportGridMemoryFailure();
 }
 
 GridResult GridModel::GetCellMaxLength(int32_t col, int16_t& length) const noexcept {

@@ -17,6 +17,8 @@ bool TakeField(std::string_view& line, std::string_view& field) noexcept {
   return true;
 }
 
+std::string_view UpToNul(std::string_view text) noexcept { return text.substr(0, text.find('\0')); }
+
 bool HasTab(std::string_view text) noexcept { return text.find('\t') != std::string_view::npos; }
 
 constexpr uint16_t kLastSpreadEntry = 0xFFFF;
@@ -33,7 +35,9 @@ bool GridModel::SetDressed(int64_t row, int64_t col, std::string_view text) {
 std::string GridModel::Dressed(std::string_view text, int64_t col) const {
   const char* format = columnFormats_.Get(col);
   if (format == nullptr || text.empty()) return std::string(text);
-  return host_.FormatCell(text, std::string(format)).value_or(std::string(text));
+  const std::string dressed =
+      host_.FormatCell(text, std::string(format)).value_or(std::string(text));
+  return std::string(UpToNul(dressed));
 }
 
 int32_t GridModel::SetRowText(int64_t row, int64_t col, std::string_view text, bool& memory) {
@@ -53,6 +57,7 @@ int32_t GridModel::SetRowText(int64_t row, int64_t col, std::string_view text, b
 }
 
 int32_t GridModel::SetCurrentText(std::string_view text) {
+  text = UpToNul(text);
   if (FillStyle == kFillSelection) return FillSelectionWith(text);
   if (Row < 0 || Col < 0) return 0;
   const std::string dressed = Dressed(text, Col);
@@ -70,8 +75,10 @@ int32_t GridModel::FillSelectionWith(std::string_view text) {
   const int64_t lastRow = std::min(SelEndRow, maxRows());
   const int64_t lastCol = std::min(SelEndCol, std::max(Cols, maxCols()));
   bool memory = true;
-  for (int64_t row = SelStartRow; row <= lastRow; ++row) {
-    for (int64_t col = SelStartCol; col <= lastCol; ++col) memory &= SetCellText(row, col, text);
+  for (int64_t row = std::max(SelStartRow, 0); row <= lastRow; ++row) {
+    for (int64_t col = std::max(SelStartCol, 0); col <= lastCol; ++col) {
+      memory &= SetCellText(row, col, text);
+    }
   }
   if (!memory) ReportGridMemoryFailure();
   const int64_t rows = int64_t{SelEndRow} - SelStartRow + 1;

@@ -1,7 +1,6 @@
 #include "grid/model/TextSlots.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace qrn {
@@ -16,13 +15,11 @@ bool TextSlots::Make(int64_t count) noexcept {
 }
 
 bool TextSlots::Set(int64_t index, std::string_view text) noexcept {
-  text = text.substr(0, text.find('\0'));
   if (text.empty()) return Free(index), true;
   if (!Has(index)) return true;
   // Made before the old one is freed: the text may be that very one.
-  auto* copy = static_cast<char*>(AllocateZeroed(text.size() + 1));
-  if (copy != nullptr) std::memcpy(copy, text.data(), text.size());
-  FreeMemory(std::exchange(slots_.get()[index], copy));
+  char* copy = pool_.Take(text);
+  pool_.GiveBack(std::exchange(slots_.get()[index], copy));
   reach_ = std::max(reach_, index + 1);
   return copy != nullptr;
 }
@@ -36,12 +33,15 @@ void TextSlots::Move(int64_t from, int64_t to) noexcept {
 }
 
 void TextSlots::Free(int64_t index) noexcept {
-  if (Has(index)) FreeMemory(std::exchange(slots_.get()[index], nullptr));
+  if (Has(index)) pool_.GiveBack(std::exchange(slots_.get()[index], nullptr));
 }
 
 void TextSlots::Clear() noexcept {
-  for (int64_t index = 0; index < reach_; ++index)
-    FreeMemory(std::exchange(slots_.get()[index], nullptr));
+  if (pool_.HasLong()) {
+    for (int64_t index = 0; index < reach_; ++index) Free(index);
+  }
+  std::fill_n(slots_.get(), reach_, nullptr);
+  pool_.ReleaseSlabs();
   reach_ = 0;
 }
 

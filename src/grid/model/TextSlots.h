@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "grid/model/TextPool.h"
 #include "platform/Memory.h"
 
 namespace qrn {
@@ -29,8 +30,8 @@ class TextSlots {
     return Has(index) ? slots_.get()[index] : nullptr;
   }
 
-  // Frees the slot's text and keeps a copy of the new one, up to its first NUL; an empty text
-  // leaves the slot empty. So does a lack of memory, which is the one false.
+  // Frees the slot's text and keeps a copy of the new one, which holds no NUL; an empty text leaves
+  // the slot empty. So does a lack of memory, which is the one false.
   [[nodiscard]] bool Set(int64_t index, std::string_view text) noexcept;
 
   // The text of `from` goes to `to`, whose own is freed; `from` is empty afterwards.
@@ -42,10 +43,11 @@ class TextSlots {
  private:
   bool Has(int64_t index) const noexcept { return index >= 0 && index < count_; }
 
-  // Each slot owns what it points to. Zeroed memory: of millions of slots most are never touched.
+  // Zeroed memory: of millions of slots most are never touched.
   std::unique_ptr<char*, MemoryDeleter> slots_;
   int64_t count_ = 0;
   int64_t reach_ = 0;  // the slots from here on never had a text
+  TextPool pool_;      // whose texts the slots hold, each one its own
 };
 
 }  // namespace qrn

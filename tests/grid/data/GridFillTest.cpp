@@ -391,7 +391,7 @@ TEST_F(GridFillTest, WithoutMemoryShowsTheRowsThatStandForTheirRecords) {
   grid_.model.AllowUpdate = -1;
   Fill();
   {
-    const MemoryRunsOut memory(3);
+    const MemoryRunsOut memory(1);
     EXPECT_EQ(Fill(), "filled");
     EXPECT_TRUE(memory.Happened());
   }

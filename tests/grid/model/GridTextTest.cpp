@@ -1,6 +1,10 @@
 // How texts get into cells and out of them, and what columns do to them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "tests/core/Support.h"
 #include "tests/grid/PlayedGrid.h"
 
@@ -221,6 +225,55 @@ TEST(SpreadText, TakesEntriesAs16BitNumbers) {
   EXPECT_EQ(grid.Cells(2048, 3, 2048, 5), "f|g|h") << "nor does a line";
 }
 
+TEST_F(Texts, OfASelectionFromBelowZeroAreWrittenFromTheFirstCell) {
+  grid_.model.FixedRows = grid_.model.FixedCols = INT32_MIN;
+  Select(INT32_MIN, INT32_MIN, 0, 1);
+  EXPECT_EQ(grid_.model.SetCurrentText("x"), INT32_MAX);
+  EXPECT_EQ(grid_.Cells(0, 0, 1, 3), "x|x||/|||");
+}
+
+TEST_F(Texts, EndAtANul) {
+  const std::string_view text("a\0b", 3);
+  grid_.model.PutText(text);
+  EXPECT_EQ(grid_.Cell(1, 1), "a");
+  grid_.model.PutText(text.substr(1));
+  EXPECT_EQ(grid_.model.CellText(1, 1), nullptr) << "an empty text leaves no copy";
+}
+
+TEST(TextPool, HandsOutPlacesThatDoNotMeet) {
+  TextPool pool;
+  std::vector<std::pair<char*, std::string>> texts;
+  for (size_t round = 0; round < 3; ++round) {
+    for (const size_t size : {1, 13, 14, 15, 30, 31, 100, 253, 254, 255, 256, 5000}) {
+      for (int i = 0; i < 40; ++i) {
+        const std::string text(size, static_cast<char>('a' + (texts.size() + round) % 26));
+        texts.emplace_back(pool.Take(text), text);
+      }
+    }
+    for (const auto& [copy, text] : texts) ASSERT_EQ(copy, text);
+    for (size_t i = 0; i < texts.size(); i += 2) {
+      pool.GiveBack(texts[i].first);
+      texts[i] = texts.back();
+      texts.pop_back();
+    }
+  }
+  EXPECT_TRUE(pool.HasLong());
+  for (const auto& [copy, text] : texts) pool.GiveBack(copy);
+  EXPECT_FALSE(pool.HasLong());
+}
+
+TEST(TextPool, UsesAPlaceAgain) {
+  TextPool pool;
+  char* first = pool.Take("some text");
+  pool.GiveBack(first);
+  EXPECT_EQ(pool.Take("other text"), first);
+  const MemoryRunsOut memory(0);
+  EXPECT_NE(pool.Take("in the slab"), nullptr);
+  EXPECT_EQ(pool.Take(std::string(300, 'x')), nullptr);
+  pool.ReleaseSlabs();
+  EXPECT_EQ(pool.Take("in another slab"), nullptr);
+}
+
 TEST_F(Texts, ColumnArraysGrowWhereTheyArePut) {
   GridModel& grid = grid_.model;
   int16_t length = -1;
@@ -259,11 +312,12 @@ TEST_F(Texts, ColumnArraysTakeNothingWhereNoColumnCanBe) {
 TEST_F(Texts, WithoutMemoryLeaveTheCellEmptyAfterOneMessage) {
   Messages messages;
   grid_.PutLine(1, 1, "a\tb\tc");
+  const std::string wide(300, 'w');  // has memory of its own
   {
     const MemoryRunsOut memory(1);
-    grid_.Put(1, 1, "x\ty\tz");
+    grid_.Put(1, 1, wide + "\t" + wide + "\t" + wide);
   }
-  EXPECT_EQ(grid_.Cells(1, 1, 1, 3), "x||");
+  EXPECT_EQ(grid_.Cells(1, 1, 1, 3), wide + "||");
   const std::string shown = messages.Take();
   EXPECT_EQ(shown.find("VE001 メモリ不足  QRNGridUtil "), 0u);
   EXPECT_EQ(std::count(shown.begin(), shown.end(), ';'), 1) << shown;
