@@ -120,5 +120,17 @@ TEST(GrowingArray, GrowsToWhereItIsSet) {
   EXPECT_EQ(array.Get(1), -5);
 }
 
+TEST(GrowingArray, ClosesUpBehindAnElementTakenOut) {
+  LongArray array;
+  for (size_t index = 0; index < 3; ++index) ASSERT_TRUE(array.Set(index, 10));
+  ASSERT_TRUE(array.Set(1, 20));
+  array.Remove(0);
+  EXPECT_EQ(array.Size(), 2u);
+  EXPECT_EQ(array.Get(0), 20);
+  array.Remove(2);
+  array.Remove(SIZE_MAX);
+  EXPECT_EQ(array.Size(), 2u);
+}
+
 }  // namespace
 }  // namespace qrn

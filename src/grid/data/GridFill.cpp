@@ -84,10 +84,10 @@ bool GridFill::Format(std::u16string& lineData) {
   return model_.Abort == 0;
 }
 
-// A position that is not kept would move the rows below onto other records: the fill ends.
 void GridFill::GivePosition(uint32_t position) {
   const size_t next = model_.positions.Size();
-  if (!model_.positions.Set(next, static_cast<int32_t>(position))) memory_ = false;
+  placed_ = model_.positions.Set(next, static_cast<int32_t>(position));
+  memory_ &= placed_;
 }
 
 // False when the row that is next cannot be: the grid is full.
@@ -98,12 +98,12 @@ bool GridFill::MakeRow() {
   return true;
 }
 
-// A record beyond the last row leaves no position behind either: no row stands for it.
+// A record whose position was not kept would move the rows below it onto other records: the fill
+// ends. One beyond the last row leaves no position behind either, for no row stands for it.
 bool GridFill::AddRow(const char* text) {
-  LongArray& positions = model_.positions;
-  const bool lost = keepsPositions_ && !memory_;
-  if (lost || !MakeRow()) {
-    if (keepsPositions_ && positions.Size() > 0) positions.Remove(positions.Size() - 1);
+  if (!placed_) return false;
+  if (!MakeRow()) {
+    model_.positions.Remove(model_.positions.Size() - 1);
     return false;
   }
   model_.SetRowText(row_, model_.FixedCols, text, memory_);

@@ -40,6 +40,7 @@ class GridFill final : public RowSink {
   const GridNames names_;
   const bool keepsPositions_;
   int64_t row_ = 0;     // the next one
+  bool placed_ = true;  // the position of the record under way is kept, if any are
   bool memory_ = true;  // false once a copy found none
 };
 
