@@ -1,6 +1,6 @@
 # ./run package: one zip that a Windows machine needs. Sourced by ./run.
 
-PACKAGE_PRODUCTS=(qrnbt350.ocx w64btrv.dll lexbase.dll qrndata.exe qrnform.exe)
+PACKAGE_PRODUCTS=(qrnbt350.ocx qrnbt350.manifest w64btrv.dll lexbase.dll qrndata.exe qrnform.exe)
 
 # stage_package BIN STAGE: everything the zip holds, in the folder STAGE.
 stage_package() {
@@ -11,7 +11,7 @@ stage_package() {
   mkdir -p "$stage/examples"
   for file in "${PACKAGE_PRODUCTS[@]}"; do
     cp "$bin/$file" "$stage/"
-    x86_64-w64-mingw32-strip "$stage/$file" || die "could not strip $file"
+    [[ $file == *.manifest ]] || x86_64-w64-mingw32-strip "$stage/$file" || die "could not strip $file"
   done
   cp -r "$ROOT"/{docs,include,licenses} "$stage/"
   cp -r "$ROOT"/examples/{company,flat,tables} "$stage/examples/"

@@ -133,11 +133,14 @@ HRESULT RegisterIn(Hive which) {
 
 }  // namespace
 
-// A library that nobody could read is no reason to try the user's classes.
+// A library that nobody could read is no reason to try the user's classes. Those that stand there
+// from before, maybe for another file, would go before the machine's.
 HRESULT RegisterModule() {
   if (!OwnLibrary(ModulePath())) return SELFREG_E_TYPELIB;
   const HRESULT result = RegisterIn(Hive::Machine);
-  return SUCCEEDED(result) ? result : RegisterIn(Hive::User);
+  if (FAILED(result)) return RegisterIn(Hive::User);
+  RemoveFrom(Hive::User);
+  return result;
 }
 
 HRESULT UnregisterModule() {

@@ -8,7 +8,8 @@
 
 namespace qrn::design {
 
-// Registers everything. After a failure nothing is left registered, and the result tells what
+// Registers everything; for the machine also removes what the present user had registered for
+// himself, from whatever path. After a failure nothing is left registered, and the result tells what
 // failed: SELFREG_E_CLASS or SELFREG_E_TYPELIB. Where the path is too long for the system to read
 // the type library, that is SELFREG_E_TYPELIB with nothing touched: a former registration stays.
 HRESULT RegisterModule();

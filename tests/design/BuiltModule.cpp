@@ -60,4 +60,21 @@ Com<IUnknown> Make(const Guid& classId) {
   return object;
 }
 
+DWORD RunTool(std::wstring command) {
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process{};
+  DWORD result = STILL_ACTIVE;
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                     &process)) {
+    if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) {
+      TerminateProcess(process.hProcess, STILL_ACTIVE);
+    }
+    GetExitCodeProcess(process.hProcess, &result);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+  }
+  return result;
+}
+
 }  // namespace qrn::test

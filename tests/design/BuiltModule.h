@@ -25,6 +25,9 @@ bool ModuleMayUnload();
 // A new object of a class; empty where the module has no such class.
 Com<IUnknown> Make(const Guid& classId);
 
+// Runs a program to its end, a minute at most; gives what it returned.
+DWORD RunTool(std::wstring command);
+
 // Registers the module as long as it lives.
 class Registered {
  public:

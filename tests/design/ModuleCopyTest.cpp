@@ -3,85 +3,16 @@
 #include <gtest/gtest.h>
 #include <olectl.h>
 
-#include <filesystem>
 #include <utility>
 
 #include "BuiltModule.h"
+#include "ModuleCopy.h"
 #include "RegistryDump.h"
 #include "binding/tables/AllTables.h"
-#include "com/Module.h"
 #include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {
-
-// A copy of the module in a folder of its own below the temporary one, loaded; both go at the end.
-class ModuleCopy {
- public:
-  explicit ModuleCopy(const std::wstring& folder)
-      : root_(std::filesystem::temp_directory_path().wstring() + L"qrn-copy"),
-        file_(root_ + L"\\" + folder + L"\\qrnbt350.ocx") {
-    Remove();
-    for (size_t at = root_.size(); at != file_.npos; at = file_.find(L'\\', at + 1)) {
-      CreateDirectoryW(Extended(file_.substr(0, at)).c_str(), nullptr);
-    }
-    CopyFileW(ModuleFile().c_str(), Extended(file_).c_str(), FALSE);
-    module_ = LoadLibraryW(file_.c_str());
-    if (!module_) module_ = LoadLibraryW(Extended(file_).c_str());
-  }
-  ModuleCopy(const ModuleCopy&) = delete;
-  ModuleCopy& operator=(const ModuleCopy&) = delete;
-  ~ModuleCopy() {
-    if (module_) FreeLibrary(module_);
-    Remove();
-  }
-
-  const std::wstring& file() const { return file_; }
-  bool loaded() const { return module_ != nullptr; }
-  HRESULT Run(const char* entry) const {
-    auto* const found = reinterpret_cast<void (*)()>(GetProcAddress(module_, entry));
-    return reinterpret_cast<HRESULT(WINAPI*)()>(found)();
-  }
-  Com<IUnknown> Make(const Guid& classId) const {
-    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-    auto* const found = reinterpret_cast<void (*)()>(GetProcAddress(module_, "DllGetClassObject"));
-    Com<IClassFactory> factory;
-    Com<IUnknown> made;
-    reinterpret_cast<GetClassObject>(found)(AsGuid(classId), __uuidof(IClassFactory),
-                                            factory.putVoid());
-    if (factory) factory->CreateInstance(nullptr, __uuidof(IUnknown), made.putVoid());
-    return made;
-  }
-
- private:
-  // The form of a path that has no limit of 259 characters.
-  static std::wstring Extended(const std::wstring& path) { return L"\\\\?\\" + path; }
-  void Remove() const { RemoveFolder(root_); }
-  static void RemoveFolder(const std::wstring& folder) {
-    WIN32_FIND_DATAW entry{};
-    const HANDLE search = FindFirstFileW(Extended(folder + L"\\*").c_str(), &entry);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-      const std::wstring name = entry.cFileName;
-      if (name == L"." || name == L"..") continue;
-      const std::wstring path = folder + L"\\" + name;
-      const bool below = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-      below ? RemoveFolder(path) : static_cast<void>(DeleteFileW(Extended(path).c_str()));
-    } while (FindNextFileW(search, &entry));
-    FindClose(search);
-    RemoveDirectoryW(Extended(folder).c_str());
-  }
-
-  std::wstring root_;
-  std::wstring file_;
-  HMODULE module_ = nullptr;
-};
-
-std::wstring Repeated(const std::wstring& text, size_t times) {
-  std::wstring all;
-  for (size_t i = 0; i < times; ++i) all += text;
-  return all;
-}
 
 // How many texts of the registry name the file, the machine's and the user's.
 std::pair<int, int> Naming(const std::wstring& file) {

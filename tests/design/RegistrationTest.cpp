@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "BuiltModule.h"
+#include "ModuleCopy.h"
 #include "RegistryDump.h"
 #include "SystemRegistrar.h"
 #include "binding/tables/AllTables.h"
@@ -42,24 +43,6 @@ TEST(Registration, ARoundTripLeavesTheRegistryAsItWas) {
   EXPECT_EQ(Difference(before, DumpClasses()), "");
   EXPECT_EQ(UnregisterModule(), S_OK) << "with nothing left to remove";
   EXPECT_EQ(Difference(before, DumpClasses()), "");
-}
-
-// Runs a program to its end; gives what it returned.
-DWORD RunTool(std::wstring command) {
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  PROCESS_INFORMATION process{};
-  DWORD result = STILL_ACTIVE;
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                     &process)) {
-    if (WaitForSingleObject(process.hProcess, 60000) != WAIT_OBJECT_0) {
-      TerminateProcess(process.hProcess, STILL_ACTIVE);
-    }
-    GetExitCodeProcess(process.hProcess, &result);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-  }
-  return result;
 }
 
 TEST(Registration, TheSystemsToolRegistersTheModuleAndTakesItOut) {
@@ -193,6 +176,32 @@ TEST(Registration, WithoutLeaveForTheMachineTheUserGetsTheClasses) {
   EXPECT_EQ(
       RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\CLSID", 0, KEY_WRITE, open.put()),
       ERROR_SUCCESS);
+}
+
+// The module registered for the machine is the one in force, whatever the user had before.
+TEST(Registration, ForTheMachineTakesTheUsersPlace) {
+  const RegistryDump before = DumpClasses();
+  const std::wstring key = ClassKey(kQRNBtrTable.classId) + L"\\InprocServer32";
+  {
+    const ModuleCopy copy(L"user's 表");
+    ASSERT_TRUE(copy.loaded());
+    {
+      const WriteRefused classes(L"Software\\Classes\\CLSID");
+      EXPECT_EQ(copy.Run("DllRegisterServer"), S_OK);
+      EXPECT_EQ(Value(HKEY_CURRENT_USER, key), copy.file());
+    }
+    EXPECT_EQ(RegisterModule(), S_OK);
+    EXPECT_EQ(Value(HKEY_CURRENT_USER, key), L"(none)");
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key), ModuleFile());
+    EXPECT_EQ(copy.Run("DllRegisterServer"), S_OK) << "from the other path";
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key), copy.file());
+    EXPECT_EQ(RegisterModule(), S_OK) << "and back";
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key), ModuleFile());
+    const std::string made = Difference(before, DumpClasses());
+    EXPECT_EQ(made.find("user's"), std::string::npos) << made;
+  }
+  EXPECT_EQ(UnregisterModule(), S_OK);
+  EXPECT_EQ(Difference(before, DumpClasses()), "");
 }
 
 std::vector<uint16_t> ScriptIds() {

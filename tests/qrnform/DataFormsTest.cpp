@@ -155,14 +155,13 @@ TEST_F(DataForms, NothingIsDoneWhileTheFormIsDesigned) {
                                Button("Delete", kDelete, 2, "People", "ByCode") +
                                Button("First", kGetFirst, 3, "People", "ByCode");
   Run(controls, kOnePerson, "");
-  const RunResult designed =
-      RunAll(controls, kOnePerson,
-             "click btnFirst\nclick btnDelete\ndblclick btnDelete\nkey F4\n"
-             "dialog \"btnDelete プロパティ\" press \"Cancel\"\nwait 200\n"
-             "click edtName\nclick edtCode right\n"
-             "dialog \"edtCode プロパティ\" press \"Cancel\"\nwait 200\n"
-             "print edtName.Text\nprint edtCode.Text\n",
-             true);
+  const RunResult designed = RunAll(controls, kOnePerson,
+                                    "click btnFirst\nclick btnDelete\ndblclick btnDelete\nkey F4\n"
+                                    "dialog \"btnDelete プロパティ\" press \"Cancel\"\nwait 200\n"
+                                    "click edtName\nclick edtCode right\n"
+                                    "dialog \"edtCode プロパティ\" press \"Cancel\"\nwait 200\n"
+                                    "print edtName.Text\nprint edtCode.Text\n",
+                                    true);
   EXPECT_EQ(designed.failure, "");
   EXPECT_EQ(designed.printed, "\n\n");
   EXPECT_EQ(designed.told, "");

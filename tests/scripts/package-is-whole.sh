@@ -11,7 +11,7 @@ die() { echo "$*"; exit 1; }
 . "$ROOT/scripts/package.sh"
 
 mkdir "$folder/part"
-cp "$BIN"/{qrnbt350.ocx,lexbase.dll,qrndata.exe,qrnform.exe} "$folder/part"
+cp "$BIN"/{qrnbt350.ocx,qrnbt350.manifest,lexbase.dll,qrndata.exe,qrnform.exe} "$folder/part"
 if (stage_package "$folder/part" "$folder/short") >"$folder/log"; then
   die "packed without w64btrv.dll"
 fi

@@ -1,4 +1,4 @@
-// Writes the module's type library and registration scripts at build time.
+// Writes the module's type library, registration scripts and assembly manifest at build time.
 //   make_typelib FOLDER
 #include <objbase.h>
 
@@ -8,6 +8,7 @@
 
 #include "binding/tables/AllTables.h"
 #include "com/Guard.h"
+#include "typelib/ManifestWriter.h"
 #include "typelib/ScriptWriter.h"
 #include "typelib/TypeLibraryWriter.h"
 
@@ -25,6 +26,7 @@ int Write(const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder);
     qrn::ole::WriteTypeLibrary(qrn::kLibrary, (folder / L"qrnbt350.tlb").c_str());
     qrn::WriteScripts(folder);
+    qrn::WriteManifest(folder);
     return 0;
   } catch (const qrn::com::Failure& failure) {
     std::fprintf(stderr, "make_typelib: the type library could not be written (%08lX)\n",
