@@ -9,9 +9,10 @@
 namespace qrn::design {
 
 // Registers everything; for the machine also removes what the present user had registered for
-// himself, from whatever path. After a failure nothing is left registered, and the result tells what
-// failed: SELFREG_E_CLASS or SELFREG_E_TYPELIB. Where the path is too long for the system to read
-// the type library, that is SELFREG_E_TYPELIB with nothing touched: a former registration stays.
+// himself, from whatever path. After a failure nothing is left registered, and the result tells
+// what failed: SELFREG_E_CLASS or SELFREG_E_TYPELIB. Where the path is too long for the system to
+// read the type library, that is SELFREG_E_TYPELIB with nothing touched: a former registration
+// stays.
 HRESULT RegisterModule();
 
 // Removes from both places what RegisterModule puts there; what is not there is no failure.
