@@ -6,8 +6,10 @@
 
 #include "com/Enumerator.h"
 #include "com/Module.h"
+#include "ole/Control.h"
 #include "ole/Kit.h"
 #include "ole/SystemGuid.h"
+#include "ole/tables/MemberChecks.h"
 
 namespace qrn::ole {
 namespace {
@@ -24,8 +26,9 @@ Events::Events(Control& control, const ControlTable& table) noexcept
       events_(control, AsGuid(table.eventsId)),
       properties_(control, __uuidof(IPropertyNotifySink)) {}
 
+// Keys and mouse are watched for every control alike: what its table does not have, nobody hears.
 void Events::FireValues(int32_t id, VARIANT* values, size_t count) {
-  if (frozen() || events_.empty()) return;
+  if (frozen() || events_.empty() || !FindRow(control().table().events, id)) return;
   std::reverse(values, values + count);
   events_.ForEach<IDispatch>([&](IDispatch* sink) {
     DISPPARAMS sent{values, nullptr, static_cast<UINT>(count), 0};
