@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The form in docs/controls.md works as it stands there, and wrong names in it do what the document
-# says. Run by ./run test, which gives prefix and display.
+# The forms in docs/controls.md work as they stand there, and wrong names in the first one do what the
+# document says. Run by ./run test, which gives prefix and display.
 set -eu
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
@@ -96,4 +96,28 @@ click btnFind
 expect edtName.Text = ""
 click btnNext
 expect edtNo.Text = "37"
+STEPS
+
+# The second form: everything bound to the products follows the bar.
+for table in Products Categories; do
+  "$DATA_TOOL" import "$folder" $table "$ROOT/examples/company/data/$table.csv" >/dev/null
+done
+cp -r "$ROOT/examples/company/data/pictures" "$folder"
+sed -nE '/^## A form with the others/,$s/^    //p' "$ROOT/docs/controls.md" >shelf.frm
+works shelf.frm <<'STEPS'
+expect edtCode.Text = "A01001"
+expect lstCodes.Text = "A01001"
+expect cmbCategory.Text = "1"
+expect opt10.Value = True
+expect opt8.Value = False
+expect chkGone.Value = False
+expect lstDear.ListCount <> 0
+expect lstDear.List(0) contains " "
+expect cmbNames.List(0) contains "1: "
+focus barProducts
+key Down
+expect edtCode.Text = "A01002"
+expect lstCodes.Text = "A01002"
+key End
+expect edtCode.Text <> "A01002"
 STEPS
