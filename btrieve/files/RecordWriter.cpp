@@ -181,7 +181,9 @@ void RecordWriter::AddEntries(const WritePlan& plan) {
 bool RecordWriter::GroupIsEmpty(int slot, const Entry& entry) {
   const Index& index = file_.IndexAt(slot);
   if (!index.duplicates) return true;
-  return file_.FindValue(slot, Entry(entry.View().first(index.order.OrderedSize()))) == 0;
+  const ByteView value = index.ValueOf(entry);
+  if (direct_ && index.seen.Has(value)) return false;
+  return file_.FindValue(slot, Entry(value)) == 0;
 }
 
 void RecordWriter::CountDistinct(int slot, int change) {

@@ -1,5 +1,6 @@
 #include "btrieve/operations/Operations.h"
 
+#include <array>
 #include <iterator>
 
 namespace btrieve {
@@ -78,11 +79,15 @@ constexpr OperationRow kOperations[] = {
 
 constexpr int8_t kChunks = -2;
 
+constexpr uint16_t kNumbers = 100;  // operations without their bias are below
+constexpr auto kRowOfNumber = [] {
+  std::array<const OperationRow*, kNumbers> rows{};
+  for (const OperationRow& row : kOperations) rows[row.number] = &row;
+  return rows;
+}();
+
 const OperationRow* FindOperation(uint16_t number) noexcept {
-  for (const OperationRow& row : kOperations) {
-    if (row.number == number) return &row;
-  }
-  return nullptr;
+  return number < kNumbers ? kRowOfNumber[number] : nullptr;
 }
 
 LockRequest LockOfBias(uint16_t bias) noexcept {

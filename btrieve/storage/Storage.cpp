@@ -51,7 +51,8 @@ Index::Index(const FileSpec& file, const KeySpec& key, uint16_t keyId)
       duplicates(key.AllowsDuplicates()),
       modifiable(key.IsModifiable()),
       autoIncrement(key.IsAutoIncrement()),
-      order(file, key) {}
+      order(file, key),
+      seen(order.OrderedSize()) {}
 
 Storage::~Storage() { Close(); }
 
@@ -141,7 +142,10 @@ void Storage::LoadHead() {
 
 void Storage::ForgetCaches() noexcept {
   if (physicalRanks_) physicalRanks_->Forget();
-  for (Index& index : indexes_) index.ranks->Forget();
+  for (Index& index : indexes_) {
+    index.ranks->Forget();
+    index.seen.Forget();
+  }
 }
 
 void Storage::NumberSlots() noexcept {
@@ -398,12 +402,14 @@ bool Storage::TryInsertEntry(int slot, const Entry& entry, uint32_t position) {
   if (!insert->TryInsert()) return false;
   wrote_ = true;
   index.ranks->Count(entry.View(), +1);
+  if (index.duplicates) index.seen.Add(index.ValueOf(entry));
   return true;
 }
 
 void Storage::DeleteEntry(int slot, const Entry& entry) {
   wrote_ = true;
   Index& index = indexes_[slot];
+  if (index.duplicates) index.seen.Remove(index.ValueOf(entry));
   InUse remove(index.remove);
   remove.Row(entry.View());
   if (connection_.Changes() != 1) ThrowDamaged();

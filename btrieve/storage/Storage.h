@@ -22,6 +22,7 @@
 #include "btrieve/storage/OrderNumbers.h"
 #include "btrieve/storage/RankIndex.h"
 #include "btrieve/storage/RowRules.h"
+#include "btrieve/storage/SeenValues.h"
 #include "btrieve/storage/Tree.h"
 
 namespace btrieve {
@@ -61,7 +62,12 @@ struct Index {
   Statement insert;
   Statement remove;
   std::unique_ptr<RankIndex> ranks;
+  SeenValues seen;  // in the present state; of keys with duplicates alone
 
+  // The value of an entry.
+  ByteView ValueOf(const Entry& entry) const noexcept {
+    return entry.View().first(order.OrderedSize());
+  }
   size_t EntrySize() const noexcept {
     return order.OrderedSize() + (duplicates ? kOrderNumberSize : 0);
   }

@@ -34,9 +34,10 @@ void CollectByOffset(DbEngine& engine, DbTableInfo& table, FieldControls& contro
 void ShowOnControls(DbEngine& engine, BoundCaller& caller) {
   DbTableInfo* table = caller.Table();
   for (int32_t position = 0; table != nullptr && position < table->FieldCount; ++position) {
-    // The text is copied out: a handler may read another field meanwhile.
-    const std::string text = DbReadField(engine, *table, position);
-    caller.Controls().WriteControlField(*table, table->Fields[position], text.c_str());
+    // Into an area of its own: a handler may read another field meanwhile.
+    char text[sizeof DbEngine::FieldText];
+    DbReadFieldInto(engine, *table, position, text);
+    caller.Controls().WriteControlField(*table, table->Fields[position], text);
     table = caller.Table();
   }
 }

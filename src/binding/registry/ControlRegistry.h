@@ -144,10 +144,10 @@ class ControlRegistry : public QuorinSettings {
   void NotifyPositionChanged(const CQuorin* excluded, const std::string& source,
                              const std::string& table, int32_t indexId);
 
- private:
   // Whether the table is one of a dictionary that still exists.
   bool IsAlive(const DbTableInfo& table) const noexcept;
 
+ private:
   EntryList<DataControlEntry> dataControls_;
   EntryList<FieldControlEntry> fieldControls_;
   EntryList<ListControlEntry> listControls_;

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "binding/BoundFaces.h"
+#include "binding/registry/ControlRegistry.h"
 
 namespace qrn {
 namespace {
@@ -25,7 +26,7 @@ bool ReadEdit(CQuorin& control, std::string& text) {
   return true;
 }
 
-void WriteEdit(CQuorin& control, const DbTableInfo*, const char* text) {
+void WriteEdit(CQuorin& control, const DbTableInfo&, const char* text) {
   Edit(control).ShowFieldText(text);
 }
 
@@ -60,14 +61,14 @@ void SetMark(MarkFace& mark, int32_t state) {
 }
 
 // Equal texts: the later state wins.
-void WriteCheck(CQuorin& control, const DbTableInfo*, const char* text) {
+void WriteCheck(CQuorin& control, const DbTableInfo&, const char* text) {
   MarkFace& mark = Mark(control);
   if (mark.GetValueTrue() == text) SetMark(mark, kMarked);
   if (mark.GetValueFalse() == text) SetMark(mark, kClear);
   if (mark.GetValueIndeterminate() == text) SetMark(mark, kIndeterminate);
 }
 
-void WriteOption(CQuorin& control, const DbTableInfo*, const char* text) {
+void WriteOption(CQuorin& control, const DbTableInfo&, const char* text) {
   MarkFace& mark = Mark(control);
   if (mark.GetValueTrue() == text) SetMark(mark, kMarked);
   if (mark.GetValueFalse() == text) SetMark(mark, kClear);
@@ -76,8 +77,9 @@ void WriteOption(CQuorin& control, const DbTableInfo*, const char* text) {
 // Kept so: `Value` stays.
 void ClearMark(CQuorin& control) { Mark(control).ShowMark(kClear); }
 
-void WritePicture(CQuorin& control, const DbTableInfo* table, const char* text) {
-  if (table != nullptr) static_cast<PictureFace&>(control).LoadPictureFromField(*table, text);
+void WritePicture(CQuorin& control, const DbTableInfo& table, const char* text) {
+  if (!TheRegistry().IsAlive(table)) return;
+  static_cast<PictureFace&>(control).LoadPictureFromField(table, text);
 }
 
 bool ReadList(CQuorin& control, std::string& text) {
@@ -85,7 +87,7 @@ bool ReadList(CQuorin& control, std::string& text) {
   return true;
 }
 
-void WriteList(CQuorin& control, const DbTableInfo*, const char* text) {
+void WriteList(CQuorin& control, const DbTableInfo&, const char* text) {
   List(control).SelectText(text);
 }
 

@@ -12,8 +12,8 @@ struct FieldKind {
   ControlType type;
   // False when the control gives no text: it does not count then. Null: it never does.
   bool (*read)(CQuorin& control, std::string& text);
-  // `table` is null where it has gone meanwhile.
-  void (*write)(CQuorin& control, const DbTableInfo* table, const char* text);
+  // The table may have gone meanwhile.
+  void (*write)(CQuorin& control, const DbTableInfo& table, const char* text);
   void (*clear)(CQuorin& control);  // null: nothing to clear
 };
 

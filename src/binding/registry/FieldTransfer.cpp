@@ -82,7 +82,7 @@ void ControlRegistry::WriteControlField(WindowHandle container, const DbTableInf
   if (container == nullptr) return;
   const FieldNames names(table, field);
   const auto write = [&](CQuorin& control, const FieldKind& kind) {
-    kind.write(control, IsAlive(table) ? &table : nullptr, text);
+    kind.write(control, table, text);
   };
   OnFieldControls(fieldControls_, names, container, write);
   OnListControls(listControls_, names, container, write);

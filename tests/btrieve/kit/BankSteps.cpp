@@ -61,9 +61,11 @@ class Step {
                   " of step " + std::to_string(id_) + " gave " + std::to_string(status)};
 }
 
-// Locks of others and their changes since a record was read are met everywhere.
+// Locks of others and their changes since a record was read are met everywhere. On a machine with
+// far too much to do an End may not come to its turn in time, and then has undone everything.
 CallOut Step::Call(int operation, int file, const CallIn& in) {
-  constexpr Status kRefusals[] = {kDeadlock, kConflict, kRecordInUse, kFileInUse};
+  constexpr Status kRefusals[] = {kDeadlock, kConflict, kRecordInUse, kFileInUse,
+                                  kTransactionNotWritten};
   CallOut out = client_.Call(operation, file, in);
   if (std::ranges::find(kRefusals, out.status) != std::end(kRefusals)) throw Refused();
   if (out.status != kOk && out.status != kEndOfFile) Fail(operation, file, out.status);

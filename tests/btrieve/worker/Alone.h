@@ -14,8 +14,8 @@ int ReadForEver(const std::vector<std::string>& arguments);
 // does: a "." goes to the output after the call, an "S" for each sync of a log.
 int InsertAndEnd(const std::vector<std::string>& arguments);
 
-// Arguments: path, a moment, a record in hex. Inserts it and stands still at the moment; a "." goes to
-// the output after the call, or an "E" where its status was not 0.
+// Arguments: path, a moment, a record in hex. Inserts it and stands still at the moment; a "." goes
+// to the output after the call, or an "E" where its status was not 0.
 int InsertAndHalt(const std::vector<std::string>& arguments);
 
 }  // namespace btrieve::test

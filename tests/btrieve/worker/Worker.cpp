@@ -22,12 +22,15 @@ struct Task {
 };
 
 constexpr Task kTasks[] = {
-    {"bank", BankWork},    {"history", HistoryWork},
+    {"bank", BankWork},
+    {"history", HistoryWork},
     {"plan", Work},
 #ifndef _WIN32
-    {"read", ReadForEver}, {"end", InsertAndEnd},
+    {"read", ReadForEver},
+    {"end", InsertAndEnd},
     {"halt", InsertAndHalt},
-    {"serve", ServeCalls}, {"unprivileged", ServeUnprivileged},
+    {"serve", ServeCalls},
+    {"unprivileged", ServeUnprivileged},
 #endif
 };
 
