@@ -87,6 +87,34 @@ class Selected {
   HGDIOBJ old_;
 };
 
+// Drawing stays inside a rectangle until scope end.
+class Clipped {
+ public:
+  Clipped(HDC dc, const RECT& rect) noexcept : dc_(dc), saved_(SaveDC(dc)) {
+    IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
+  }
+  Clipped(const Clipped&) = delete;
+  Clipped& operator=(const Clipped&) = delete;
+  ~Clipped() { RestoreDC(dc_, saved_); }
+
+ private:
+  HDC dc_;
+  int saved_;
+};
+
+// The origin of drawing lies further on by so many units of the device until scope end.
+class MovedOrigin {
+ public:
+  MovedOrigin(HDC dc, int x, int y) noexcept : dc_(dc) { OffsetViewportOrgEx(dc, x, y, &before_); }
+  MovedOrigin(const MovedOrigin&) = delete;
+  MovedOrigin& operator=(const MovedOrigin&) = delete;
+  ~MovedOrigin() { SetViewportOrgEx(dc_, before_.x, before_.y, nullptr); }
+
+ private:
+  HDC dc_;
+  POINT before_{};
+};
+
 // BeginPaint to EndPaint.
 class Paint {
  public:

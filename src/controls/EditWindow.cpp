@@ -10,6 +10,9 @@ namespace {
 
 using com::AsUtf16;
 
+constexpr wchar_t kReturn = 13;
+constexpr wchar_t kFirstPrintable = 32;
+
 LONG StyleOf(HWND window) noexcept { return GetWindowLongW(window, GWL_STYLE); }
 
 // The clipboard, open until scope end.
@@ -59,6 +62,28 @@ std::wstring_view FittingPart(HWND window, std::wstring_view text, size_t limit)
   kept.erase(start, std::max(selection.end, selection.start) - selection.start);
   const size_t taken = BytesOf(AsUtf16(kept));
   return text.substr(0, UnitsWithin(AsUtf16(text), limit > taken ? limit - taken : 0));
+}
+
+bool RefusesTyped(HWND window, wchar_t typed, int limit) {
+  if (limit <= 0 || IsReadOnly(window)) return false;
+  const bool newLine = typed == kReturn && IsMultiLine(window);
+  if (typed < kFirstPrintable && !newLine) return false;
+  const std::wstring_view text =
+      newLine ? std::wstring_view(L"\r\n") : std::wstring_view(&typed, 1);
+  if (FittingPart(window, text, static_cast<size_t>(limit)).size() == text.size()) return false;
+  MessageBeep(MB_OK);
+  return true;
+}
+
+// A text that fits is the window's own business.
+bool PastesWithin(HWND window, int limit) {
+  if (limit <= 0 || IsReadOnly(window)) return false;
+  std::wstring text = ClipboardText(window);
+  const auto fits = FittingPart(window, text, static_cast<size_t>(limit));
+  if (fits.size() == text.size()) return false;
+  if (!IsMultiLine(window)) text.resize(std::min(text.find(L'\r'), text.size()));
+  SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+  return true;
 }
 
 bool IsReadOnly(HWND window) noexcept { return (StyleOf(window) & ES_READONLY) != 0; }

@@ -7,7 +7,6 @@
 namespace qrn {
 namespace {
 
-constexpr LONG kJapanese = 1041;
 constexpr size_t kBufferBytes = 2048;
 constexpr USHORT kToldSize = 512;  // what the service is told: less than there is, in any unit
 
@@ -21,7 +20,7 @@ com::Com<com::IVBFormat> FormatServiceOf(const ole::ClientSite& site) {
 }  // namespace
 
 std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const std::string& text,
-                                             const com::Bstr& format) {
+                                             const com::Bstr& format, int32_t locale) {
   if (text.empty() || format.empty()) return std::nullopt;
   const auto service = FormatServiceOf(site);
   if (!service) return std::nullopt;
@@ -29,7 +28,7 @@ std::optional<std::string> FormatThroughHost(const ole::ClientSite& site, const 
   wchar_t buffer[kBufferBytes / sizeof(wchar_t)] = {};
   USHORT written = 0;
   const HRESULT result =
-      service->Format(value.get(), format.get(), buffer, kToldSize, kJapanese, 0, 0, &written);
+      service->Format(value.get(), format.get(), buffer, kToldSize, locale, 0, 0, &written);
   if (FAILED(result)) return std::nullopt;
   buffer[std::size(buffer) - 1] = L'\0';
   return Utf16ToCodePage(com::AsUtf16(buffer));

@@ -64,10 +64,9 @@ class CQRNEdit final : public FieldBound<EditFace> {
   bool OnFocus(com::Message& message);
   bool OnBlur(com::Message& message);
 
-  // The two halves of CheckChar and the limit; true when the character ends here.
+  // The two halves of CheckChar; true when the character ends here.
   bool Refused(char16_t character);
   bool TakenByFormat(char16_t character);
-  bool BeyondLimit(char16_t character);
 
   TextDress Dress();
   void SetWindow(const com::Bstr& text);

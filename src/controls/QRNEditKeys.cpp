@@ -1,6 +1,4 @@
 // The edit control's messages: what is typed and pasted, the focus.
-#include <algorithm>
-
 #include "binding/tables/QRNEditTable.h"
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
@@ -13,7 +11,6 @@ namespace {
 
 constexpr UINT kRefusalBeep = MB_ICONHAND;
 constexpr char16_t kBackspace = 8;
-constexpr char16_t kReturn = 13;
 constexpr char16_t kFirstPrintable = 32;
 
 }  // namespace
@@ -42,7 +39,8 @@ bool CQRNEdit::OnCommand(com::Message& message) {
 
 bool CQRNEdit::OnChar(com::Message& message) {
   const auto character = static_cast<char16_t>(message.wParam);
-  return Refused(character) || TakenByFormat(character) || BeyondLimit(character);
+  return Refused(character) || TakenByFormat(character) ||
+         editwindow::RefusesTyped(contained(), static_cast<wchar_t>(character), MaxLength);
 }
 
 bool CQRNEdit::Refused(char16_t character) {
@@ -67,37 +65,15 @@ bool CQRNEdit::TakenByFormat(char16_t character) {
   return true;
 }
 
-bool CQRNEdit::BeyondLimit(char16_t character) {
-  if (MaxLength <= 0 || editwindow::IsReadOnly(contained())) return false;
-  const bool newLine = character == kReturn && editwindow::IsMultiLine(contained());
-  if (character < kFirstPrintable && !newLine) return false;
-  const wchar_t typed[] = {static_cast<wchar_t>(character)};
-  const std::wstring_view text = newLine ? std::wstring_view(L"\r\n") : std::wstring_view(typed, 1);
-  const auto fits = editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength));
-  if (fits.size() == text.size()) return false;
-  MessageBeep(MB_OK);
-  return true;
-}
-
-// A text that fits is the window's own business.
-bool CQRNEdit::OnPaste(com::Message&) {
-  if (MaxLength <= 0 || editwindow::IsReadOnly(contained())) return false;
-  std::wstring text = editwindow::ClipboardText(contained());
-  const auto fits = editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength));
-  if (fits.size() == text.size()) return false;
-  if (!editwindow::IsMultiLine(contained())) text.resize(std::min(text.find(L'\r'), text.size()));
-  SendMessageW(contained(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-  return true;
-}
+bool CQRNEdit::OnPaste(com::Message&) { return editwindow::PastesWithin(contained(), MaxLength); }
 
 bool CQRNEdit::OnReplaceSelection(com::Message& message) {
-  const auto* text = reinterpret_cast<const wchar_t*>(message.lParam);
-  if (MaxLength <= 0 || text == nullptr) return false;
-  const std::wstring fits(
-      editwindow::FittingPart(contained(), text, static_cast<size_t>(MaxLength)));
-  message.result = CallOriginal(
-      {message.window, message.id, message.wParam, reinterpret_cast<LPARAM>(fits.c_str())});
-  return true;
+  const auto replace = [&](const wchar_t* fits) {
+    message.result =
+        CallOriginal({message.window, message.id, message.wParam, reinterpret_cast<LPARAM>(fits)});
+  };
+  return editwindow::ReplacesWithin(contained(), reinterpret_cast<const wchar_t*>(message.lParam),
+                                    MaxLength, replace);
 }
 
 // A window of several lines sends no notice of a text that is set, whoever sets it.

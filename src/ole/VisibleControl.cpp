@@ -281,11 +281,9 @@ void VisibleControl::OnDraw(HDC dc, const RECT& rect) {
     const auto description = DescribeContained();
     return DrawStandIn(dc, rect, description ? description->text : std::wstring());
   }
-  POINT origin{};
-  OffsetViewportOrgEx(dc, rect.left, rect.top, &origin);
+  const MovedOrigin origin(dc, rect.left, rect.top);
   SendMessageW(contained(), WM_PRINT, reinterpret_cast<WPARAM>(dc),
                PRF_CLIENT | PRF_NONCLIENT | PRF_ERASEBKGND | PRF_CHILDREN);
-  SetViewportOrgEx(dc, origin.x, origin.y, nullptr);
 }
 
 void VisibleControl::DrawStandIn(HDC dc, RECT rect, std::wstring_view text) {

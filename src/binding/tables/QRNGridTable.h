@@ -23,12 +23,12 @@ inline constexpr ArgumentRow kLIndex[] = {{"lIndex", kLong}};
 
 inline constexpr PropertyRow kProperties[] = {
     kBackColorRow, kBorderStyleRow, kFontRow, kForeColorRow, kEnabledRow, kHwndRow, kTabStopRow,
-    kTextRow,
+    {ole::stock::kText, "Text", kText},  // repaints by itself, one cell where one changes
     {ole::stock::kAppearance, "Appearance", ole::kShort, kRepaint, {}, kAppearanceChoices},
     kMousePointerRow, kMouseIconRow,
-    { 1, "DbListSource",      kText},
-    { 2, "DbListTable",       kText},
-    { 3, "DbListFields",      kText},
+    { 1, "DbListSource",      kText, ole::kUnlessSame},
+    { 2, "DbListTable",       kText, ole::kUnlessSame},
+    { 3, "DbListFields",      kText, ole::kUnlessSame},
     { 4, "SelStartCol",       kLong,  kHidden | kRepaint},
     { 5, "SelEndCol",         kLong,  kHidden | kRepaint},
     { 6, "SelStartRow",       kLong,  kHidden | kRepaint},

@@ -39,21 +39,6 @@ void DrawFrame(HDC dc, const RECT& rect) {
   Rectangle(dc, rect.left, rect.top, rect.right, rect.bottom);
 }
 
-// Drawing stays inside a rectangle until scope end.
-class Clipped {
- public:
-  Clipped(HDC dc, const RECT& rect) noexcept : dc_(dc), saved_(SaveDC(dc)) {
-    IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
-  }
-  Clipped(const Clipped&) = delete;
-  Clipped& operator=(const Clipped&) = delete;
-  ~Clipped() { RestoreDC(dc_, saved_); }
-
- private:
-  HDC dc_;
-  int saved_;
-};
-
 }  // namespace
 
 const ole::MessageRow<CQRNPic> CQRNPic::kOwnMessages[] = {
@@ -107,7 +92,7 @@ void CQRNPic::DrawPicture(HDC dc, const RECT& rect) const {
     return;
   }
   const SIZE size = Stretch ? com::SizeOf(rect) : com::HimetricToPixels({width, height});
-  const Clipped inside(dc, rect);
+  const com::Clipped inside(dc, rect);
   picture->Render(dc, rect.left, rect.top, size.cx, size.cy, 0, height - 1, width, -height, &rect);
 }
 
