@@ -9,6 +9,7 @@
 #include "binding/tables/QRNCheckTable.h"
 #include "binding/tables/QRNEditTable.h"
 #include "binding/tables/QRNExListTables.h"
+#include "binding/tables/QRNGridTable.h"
 #include "binding/tables/QRNListTables.h"
 #include "binding/tables/QRNOptBtnTable.h"
 #include "binding/tables/QRNPicTable.h"
@@ -24,6 +25,7 @@
 #include "controls/picture/QRNPic.h"
 #include "controls/scroll/QRNScroll.h"
 #include "design/pages/PropertyPage.h"
+#include "grid/QRNGrid.h"
 
 namespace qrn::design {
 namespace {
@@ -39,6 +41,7 @@ constexpr std::array kControlRows = {
     ole::ControlRow<kQRNVScrollTable, CQRNVScroll>(),
     ole::ControlRow<kQRNCheckTable, CQRNCheck>(),
     ole::ControlRow<kQRNOptBtnTable, CQRNOptBtn>(),
+    ole::ControlRow<kQRNGridTable, CQRNGrid>(),
     ole::ControlRow<kQRNPicTable, CQRNPic>(),
     ole::ControlRow<kQRNExComboBoxTable, CQRNExComboBox>(),
     ole::ControlRow<kQRNExListBoxTable, CQRNExListBox>(),

@@ -237,8 +237,11 @@ TEST_P(Traps, EventsFrozenAndThawedOutOfTurn) {
   EXPECT_EQ(sink.log, "") << "frozen twice";
   EXPECT_EQ(face->FreezeEvents(FALSE), S_OK);
   move();
-  const bool hasMouse = std::ranges::any_of(
-      GetParam()->events, [](const EventRow& row) { return row.id == stock::kMouseMove; });
+  // A grid declares the events of the pointer and never raises them.
+  const bool hasMouse = GetParam()->classId != kQRNGridTable.classId &&
+                        std::ranges::any_of(GetParam()->events, [](const EventRow& row) {
+                          return row.id == stock::kMouseMove;
+                        });
   EXPECT_EQ(!sink.log.empty(), hasMouse) << sink.log;
   EXPECT_EQ(point->Unadvise(cookie), S_OK);
 }

@@ -1,0 +1,206 @@
+// The grid as a screen reader finds it.
+#include <oleacc.h>
+
+#include "GridFixture.h"
+
+namespace qrn::test {
+namespace {
+
+using com::Com;
+using com::Variant;
+
+class Accessible : public Grids {
+ protected:
+  void SetUp() override {
+    Grids::SetUp();
+    MakeShown();
+    Read();
+  }
+  void Read() {
+    table_.reset();
+    ASSERT_EQ(AccessibleObjectFromWindow(window(), DWORD(OBJID_CLIENT), __uuidof(IAccessible),
+                                         table_.putVoid()),
+              S_OK);
+  }
+  static Com<IAccessible> ChildOf(const Com<IAccessible>& parent, int32_t number) {
+    Com<IDispatch> child;
+    parent->get_accChild(*Variant(number).get(), child.put());
+    return com::Query<IAccessible>(child);
+  }
+  Com<IAccessible> Cell(int32_t row, int32_t col) {
+    const auto object = ChildOf(table_, row + 1);
+    return object ? ChildOf(object, col + 1) : Com<IAccessible>();
+  }
+  static LONG RoleOf(const Com<IAccessible>& object) {
+    Variant role;
+    object->get_accRole(*Self().get(), role.put());
+    return role->lVal;
+  }
+  static LONG StateOf(const Com<IAccessible>& object) {
+    Variant state;
+    object->get_accState(*Self().get(), state.put());
+    return state->lVal;
+  }
+  static std::string NameOf(const Com<IAccessible>& object) {
+    com::Bstr name;
+    object->get_accName(*Self().get(), name.put());
+    return com::Utf8(name.view());
+  }
+  static std::string ValueOf(const Com<IAccessible>& object) {
+    com::Bstr value;
+    object->get_accValue(*Self().get(), value.put());
+    return com::Utf8(value.view());
+  }
+  // "name=value" of what a variant holds.
+  static std::string Tell(const Variant& found) {
+    if (found.type() == VT_I4) return "self";
+    if (found.type() != VT_DISPATCH) return "nothing";
+    const auto object = com::Query<IAccessible>(found->pdispVal);
+    return NameOf(object) + "=" + ValueOf(object);
+  }
+  static Variant Self() { return Variant(int32_t{CHILDID_SELF}); }
+
+  Com<IAccessible> table_;
+};
+
+TEST_F(Accessible, IsATableOfRowsOfCells) {
+  EXPECT_EQ(RoleOf(table_), ROLE_SYSTEM_TABLE);
+  EXPECT_EQ(NameOf(table_), "People");
+  LONG count = 0;
+  table_->get_accChildCount(&count);
+  EXPECT_EQ(count, 5);
+  const auto row = ChildOf(table_, 3);
+  EXPECT_EQ(RoleOf(row), ROLE_SYSTEM_ROW);
+  EXPECT_EQ(NameOf(row), "   2");
+  row->get_accChildCount(&count);
+  EXPECT_EQ(count, 4);
+  const struct {
+    int32_t row, col;
+    LONG role;
+    const char* name;
+    const char* value;
+  } cases[] = {{1, 2, ROLE_SYSTEM_CELL, "Name", "うめ"},
+               {2, 2, ROLE_SYSTEM_CELL, "Name", ""},
+               {0, 3, ROLE_SYSTEM_COLUMNHEADER, "Town", "Town"},
+               {4, 0, ROLE_SYSTEM_ROWHEADER, "", "   4"}};
+  for (const auto& each : cases) {
+    const auto cell = Cell(each.row, each.col);
+    ASSERT_TRUE(cell);
+    EXPECT_EQ(RoleOf(cell), each.role);
+    EXPECT_EQ(NameOf(cell), each.name);
+    EXPECT_EQ(ValueOf(cell), each.value);
+  }
+  EXPECT_FALSE(ChildOf(table_, -1));
+  EXPECT_FALSE(ChildOf(table_, 5 + 5 * 4 + 1)) << "behind the last cell's number";
+  EXPECT_FALSE(ChildOf(row, 5));
+}
+
+TEST_F(Accessible, TellsWhereTheFocusIs) {
+  Variant focus;
+  EXPECT_EQ(table_->get_accFocus(focus.put()), S_OK);
+  EXPECT_EQ(Tell(focus), "Code=1");
+  Key(VK_DOWN);
+  Key(VK_RIGHT);
+  table_->get_accFocus(focus.put());
+  EXPECT_EQ(Tell(focus), "Name=");
+  EXPECT_TRUE(StateOf(Cell(2, 2)) & STATE_SYSTEM_FOCUSED);
+  EXPECT_FALSE(StateOf(Cell(1, 1)) & STATE_SYSTEM_FOCUSED);
+  Cell(2, 2)->get_accFocus(focus.put());
+  EXPECT_EQ(Tell(focus), "self");
+  SetFocus(TheForm());
+  EXPECT_EQ(table_->get_accFocus(focus.put()), S_FALSE);
+}
+
+TEST_F(Accessible, StatesFollowTheGrid) {
+  EXPECT_TRUE(StateOf(Cell(1, 1)) & STATE_SYSTEM_READONLY);
+  Click(Middle(2, 0));
+  EXPECT_TRUE(StateOf(ChildOf(table_, 3)) & STATE_SYSTEM_SELECTED);
+  EXPECT_TRUE(StateOf(Cell(2, 3)) & STATE_SYSTEM_SELECTED);
+  EXPECT_FALSE(StateOf(Cell(1, 3)) & STATE_SYSTEM_SELECTED);
+  EXPECT_FALSE(StateOf(Cell(1, 3)) & STATE_SYSTEM_OFFSCREEN);
+  MoveWindow(window(), 0, 0, 90, 50, TRUE);
+  EXPECT_TRUE(StateOf(Cell(1, 3)) & STATE_SYSTEM_OFFSCREEN);
+  EXPECT_TRUE(StateOf(Cell(4, 1)) & STATE_SYSTEM_OFFSCREEN);
+}
+
+TEST_F(Accessible, PlacesAndPointsAgree) {
+  for (const auto& [row, col] : {std::pair{0, 0}, {0, 2}, {1, 1}, {3, 3}, {4, 0}}) {
+    LONG left = 0, top = 0, width = 0, height = 0;
+    ASSERT_EQ(Cell(row, col)->accLocation(&left, &top, &width, &height, *Self().get()), S_OK);
+    EXPECT_EQ(width, 50);
+    EXPECT_EQ(height, 20);
+    Variant hit;
+    ASSERT_EQ(table_->accHitTest(left + 10, top + 10, hit.put()), S_OK);
+    EXPECT_EQ(Tell(hit), NameOf(Cell(row, col)) + "=" + ValueOf(Cell(row, col)));
+    EXPECT_EQ(Cell(row, col)->accHitTest(left + 10, top + 10, hit.put()), S_OK);
+    EXPECT_EQ(Tell(hit), "self");
+  }
+  RECT place{};
+  GetWindowRect(window(), &place);
+  Variant hit;
+  EXPECT_EQ(table_->accHitTest(place.left - 5, place.top, hit.put()), S_FALSE);
+  table_->accHitTest(place.left + 280, place.top + 140, hit.put());
+  EXPECT_EQ(Tell(hit), "self") << "behind the last cell";
+}
+
+TEST_F(Accessible, IsWalkedFromChildToChild) {
+  const struct {
+    LONG direction;
+    const char* to;  // from the cell 1, 1
+  } cases[] = {{NAVDIR_RIGHT, "Name=うめ"}, {NAVDIR_NEXT, "Name=うめ"},
+               {NAVDIR_LEFT, "=   1"},      {NAVDIR_UP, "Code=Code"},
+               {NAVDIR_DOWN, "Code=2"},     {NAVDIR_FIRSTCHILD, "nothing"}};
+  for (const auto& row : cases) {
+    Variant found;
+    Cell(1, 1)->accNavigate(row.direction, *Self().get(), found.put());
+    EXPECT_EQ(Tell(found), row.to) << row.direction;
+  }
+  Variant end;
+  EXPECT_EQ(Cell(4, 3)->accNavigate(NAVDIR_NEXT, *Self().get(), end.put()), S_FALSE);
+  EXPECT_EQ(table_->accNavigate(NAVDIR_LASTCHILD, *Self().get(), end.put()), S_OK);
+  EXPECT_EQ(Tell(end), "   4=");
+}
+
+TEST_F(Accessible, ACellIsChosen) {
+  ASSERT_EQ(Cell(3, 2)->accSelect(SELFLAG_TAKEFOCUS, *Self().get()), S_OK);
+  EXPECT_EQ(Current(), "3,2");
+  ASSERT_EQ(Cell(2, 1)->accDoDefaultAction(*Self().get()), S_OK);
+  EXPECT_EQ(Current(), "2,1");
+  EXPECT_EQ(Cell(0, 1)->accDoDefaultAction(*Self().get()), DISP_E_MEMBERNOTFOUND);
+  EXPECT_EQ(Current(), "2,1");
+}
+
+TEST_F(Accessible, ObjectsOutliveTheirGrid) {
+  const auto cell = Cell(1, 1);
+  host_.reset();
+  com::Bstr name;
+  EXPECT_EQ(cell->get_accName(*Self().get(), name.put()), CO_E_OBJNOTCONNECTED);
+  Variant focus;
+  EXPECT_EQ(table_->get_accFocus(focus.put()), CO_E_OBJNOTCONNECTED);
+  table_.reset();
+}
+
+std::string heard;
+
+void CALLBACK Hear(HWINEVENTHOOK, DWORD event, HWND, LONG object, LONG child, DWORD, DWORD) {
+  if (object == OBJID_CLIENT && event == EVENT_OBJECT_FOCUS) heard += std::to_string(child) + " ";
+}
+
+TEST_F(Accessible, AMoveIsToldWithTheCellsNumber) {
+  const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_FOCUS, EVENT_OBJECT_FOCUS, nullptr, &Hear,
+                                             GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
+  ASSERT_NE(hook, nullptr);
+  RunMessages();
+  heard.clear();
+  Key(VK_DOWN);
+  Click(Middle(3, 2));
+  RunMessages();
+  UnhookWinEvent(hook);
+  // Behind five rows, four cells in each.
+  EXPECT_NE(heard.find("15 "), std::string::npos) << heard;
+  EXPECT_NE(heard.find("20 "), std::string::npos) << heard;
+  EXPECT_EQ(ValueOf(ChildOf(table_, 15)), "2");
+}
+
+}  // namespace
+}  // namespace qrn::test

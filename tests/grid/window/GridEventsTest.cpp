@@ -1,0 +1,299 @@
+// Cells edited and rows written, by keys, with the events in their order; what handlers may do on
+// the way.
+#include <gtest/gtest.h>
+
+#include "GridFixture.h"
+#include "btrieve.h"
+#include "tests/controls/Boxes.h"
+
+namespace qrn::test {
+namespace {
+
+class Editing : public Grids {
+ protected:
+  // A handler that cancels one question.
+  void Cancel(DISPID question) {
+    host_->events.answer = [question](DISPID id, DISPPARAMS& sent) {
+      if (id == question) *sent.rgvarg[sent.cArgs - 1].piVal = 1;
+    };
+  }
+  // Runs `work` in the first event of that id.
+  void InEvent(DISPID event, std::function<void()> work) {
+    host_->events.answer = [event, work, done = false](DISPID id, DISPPARAMS&) mutable {
+      if (id != event || std::exchange(done, true)) return;
+      work();
+    };
+  }
+  // The record as it is stored.
+  std::string Stored(int32_t row) {
+    Refill();
+    return Row(row);
+  }
+  // To the name of the first person, with the text selected.
+  void GoToName() {
+    Click(Middle(1, 2));
+    ASSERT_TRUE(EditShows());
+    host_->events.log.clear();
+  }
+
+  Messages messages_;
+};
+
+TEST_F(Editing, TheBoxStandsOnTheCurrentCellWithItsText) {
+  MakeShown("u");
+  ASSERT_TRUE(EditShows());
+  EXPECT_EQ(GetFocus(), Edit());
+  EXPECT_EQ(GetWindowLongW(Edit(), GWL_STYLE), LONG(0x54000080));
+  EXPECT_EQ(TextOf(Edit()), "1");
+  RECT place{};
+  GetWindowRect(Edit(), &place);
+  MapWindowPoints(nullptr, window(), reinterpret_cast<POINT*>(&place), 2);
+  EXPECT_EQ(place.left, 53);
+  EXPECT_EQ(place.top, 23);
+  EXPECT_EQ(place.right, 102);
+  EXPECT_EQ(place.bottom, 42);
+  Click(Middle(1, 2));
+  EXPECT_EQ(TextOf(Edit()), "うめ");
+  TypeText(u"x");
+  EXPECT_EQ(TextOf(Edit()), "x") << "all of it was selected";
+  MakeShown();
+  EXPECT_EQ(Edit(), nullptr);
+}
+
+TEST_F(Editing, LeavingTheRowWritesIt) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"momo");
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:momo) 9() 7(I2&:0) 5() ");
+  EXPECT_EQ(Current(), "2,2");
+  EXPECT_EQ(TextOf(Edit()), "");
+  EXPECT_EQ(GetFocus(), Edit());
+  Key(VK_UP);
+  // Kept so: an empty cell counts as changed after one that had a text.
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:) 9() 7(I2&:0) 5() ");
+  EXPECT_EQ(Stored(1), "   1|1|momo|Kyoto|");
+}
+
+TEST_F(Editing, LeavingTheCellWithinTheRowTakesItsTextAlone) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"a");
+  Key(VK_RIGHT);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:a) 9() ");
+  EXPECT_EQ(Current(), "1,3");
+  SendMessageW(Edit(), EM_SETSEL, 0, 0);
+  Key(VK_LEFT);
+  EXPECT_EQ(Current(), "1,2");
+  EXPECT_EQ(Events(), "") << "nothing was changed there";
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "7(I2&:0) 5() ");
+  EXPECT_EQ(Stored(1), "   1|1|a|Kyoto|");
+}
+
+TEST_F(Editing, EnterDoesNothingInTheBox) {
+  MakeShown("u");
+  GoToName();
+  Key(VK_RETURN);
+  Type(Edit(), u"\r");
+  EXPECT_EQ(Current(), "1,2");
+  EXPECT_EQ(Events(), "");
+  EXPECT_EQ(TextOf(Edit()), "うめ");
+}
+
+TEST_F(Editing, ClickingAnotherRowTellsOfTheCellBeforeTheRowIsWritten) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"b");
+  Click(Middle(3, 1));
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:b) 9() 3() 7(I2&:0) 5() 4() ");
+  EXPECT_EQ(Current(), "3,1");
+  EXPECT_EQ(Stored(1), "   1|1|b|Kyoto|");
+}
+
+TEST_F(Editing, AHeaderDropsWhatWasTyped) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"b");
+  Click(Middle(0, 2));
+  EXPECT_EQ(Events(), "3() ");
+  EXPECT_EQ(Row(1), "   1|1|うめ|Kyoto|");
+}
+
+TEST_F(Editing, LeavingTheControlWritesTheRowBeforeTheContainerHears) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"c");
+  std::string heard;
+  host_->site.onFocus = [&](bool has) { heard += (has ? "in " : "out ") + Events(); };
+  SetFocus(TheForm());
+  EXPECT_EQ(heard, "out 10(I2&:0,BSTR:c) 9() 7(I2&:0) 5() ");
+  EXPECT_EQ(Stored(1), "   1|1|c|Kyoto|");
+}
+
+TEST_F(Editing, LimitsAreInBytesOfTheField) {
+  MakeShown("u");
+  Click(Middle(1, 3));  // 12 bytes
+  TypeText(u"あいうえおかき");
+  EXPECT_EQ(TextOf(Edit()), "あいうえおか");
+  SetAt(L"CellMaxLength", 3, Short(3));
+  Click(Middle(2, 3));
+  TypeText(u"あいう");
+  EXPECT_EQ(TextOf(Edit()), "あいう") << "the limit of a column counts for the next but one";
+}
+
+TEST_F(Editing, EachQuestionMayBeCancelled) {
+  MakeShown("ud");
+  GoToName();
+  Cancel(kBeforeColUpdate);
+  TypeText(u"d");
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:d) ");
+  EXPECT_EQ(Row(1), "   1|1|うめ|Kyoto|");
+
+  GoToName();
+  Cancel(kBeforeUpdate);
+  TypeText(u"e");
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:e) 9() 7(I2&:0) ");
+  EXPECT_EQ(Row(1), "   1|1|e|Kyoto|") << "the cell keeps it";
+  host_->events.answer = nullptr;
+  Key(VK_UP);  // the row is tried again with the next one that is left
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:) 9() 7(I2&:0) 5() ");
+
+  Cancel(kBeforeDelete);
+  Click(Middle(3, 0));
+  host_->events.log.clear();
+  Key(VK_DELETE);
+  EXPECT_EQ(Events(), "8(I2&:0) 8(I2&:0) ") << "once as it goes down, once as it comes up";
+  EXPECT_EQ(grid().rowSelected, 1);
+  EXPECT_EQ(Row(3), "   3|3|さくら|Kyoto|");
+}
+
+// The code is a key that does not change.
+TEST_F(Editing, WhatTheRecordManagerRefusesIsTold) {
+  MakeShown("u");
+  Click(Middle(1, 1));
+  Events();
+  TypeText(u"77");
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:77) 9() 7(I2&:0) 1(BSTR:People,I2&:10) ");
+  EXPECT_EQ(messages_.Take().substr(0, 5), "VE821");
+  EXPECT_EQ(Current(), "2,1");
+  EXPECT_EQ(Row(1), "   1|77|うめ|Kyoto|") << "the user's text stays";
+  EXPECT_EQ(Stored(1), "   1|1|うめ|Kyoto|");
+
+  host_->events.answer = [](DISPID id, DISPPARAMS& sent) {
+    if (id == kBtrieveError) *sent.rgvarg[0].piVal = 0;
+  };
+  Click(Middle(1, 1));
+  TypeText(u"78");
+  Key(VK_DOWN);
+  EXPECT_EQ(messages_.Take(), "") << "a handler has dealt with it";
+}
+
+TEST_F(Editing, ADeletedRecordGoesAndTheRowsBelowMoveUp) {
+  MakeShown("d");
+  Key(VK_DELETE);
+  EXPECT_EQ(Events(), "") << "no header was pressed";
+  Click(Middle(2, 0));
+  Events();
+  Key(VK_DELETE);
+  EXPECT_EQ(Events(), "8(I2&:0) 6() ");
+  EXPECT_EQ(Row(2), "   2|3|さくら|Kyoto|") << "numbers stay";
+  EXPECT_EQ(Row(4), "   4||||");
+  EXPECT_EQ(grid().Rows, 5);
+  Key(VK_DELETE);
+  EXPECT_EQ(Events(), "");
+  EXPECT_EQ(Stored(3), "   3|4|うめだ|Nara|");
+}
+
+TEST_F(Editing, ARecordDeletedElsewhereIsTold) {
+  MakeShown("u");
+  GoToName();
+  PlayedForm form;
+  PlayedButton button(office_, form, "People");
+  ASSERT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, button), 0);
+  ASSERT_EQ(DbButtonDelete(office_.engine, button), 0);
+  TypeText(u"f");
+  Key(VK_DOWN);
+  const std::string events = Events();
+  EXPECT_TRUE(events.starts_with("10(I2&:0,BSTR:f) 9() 7(I2&:0) 1(BSTR:People,I2&:")) << events;
+  EXPECT_EQ(messages_.Take().substr(0, 5), "VE820");
+  EXPECT_EQ(Current(), "2,2");
+}
+
+TEST_F(Editing, KeysMayBeTakenByAHandler) {
+  MakeShown();
+  host_->events.answer = [](DISPID id, DISPPARAMS& sent) {
+    if (id == ole::stock::kKeyDown) *sent.rgvarg[1].piVal = 0;
+  };
+  Key(VK_DOWN);
+  EXPECT_EQ(Current(), "1,1");
+  host_->events.answer = nullptr;
+  Key(VK_DOWN);
+  EXPECT_EQ(Current(), "2,1");
+  EXPECT_EQ(host_->events.log,
+            "-602(I2&:40,I2:0) -604(I2&:40,I2:0) -602(I2&:40,I2:0) -604(I2&:40,I2:0) ");
+  EXPECT_EQ(host_->Offer(WM_KEYDOWN, VK_RIGHT), S_FALSE) << "the window's own";
+  host_->site.acceleratorResult = S_OK;
+  EXPECT_EQ(host_->Offer(WM_KEYDOWN, VK_TAB), S_OK) << "the container's";
+}
+
+// Handlers run in the middle of leaving a row.
+TEST_F(Editing, HandlersMayFillTheGridCloseItsTableOrItsForm) {
+  for (const DISPID event : {kBeforeColUpdate, kAfterColUpdate, kBeforeUpdate, kAfterUpdate}) {
+    for (const WPARAM key : {VK_DOWN, VK_UP, VK_RIGHT}) {
+      MakeShown("u");
+      Click(Middle(2, 3));
+      TypeText(u"x");
+      InEvent(event, [&] { Refill(); });
+      Key(key);
+      EXPECT_EQ(grid().Rows, 5) << event;
+
+      MakeShown("u");
+      Click(Middle(2, 3));
+      TypeText(u"y");
+      InEvent(event, [&] { office_.Close("People"); });
+      Key(key);
+      Refill();
+      EXPECT_NE(office_.Table("People")->IsOpen, 0) << "a fill opens it again";
+
+      MakeShown("u");
+      Click(Middle(2, 3));
+      TypeText(u"z");
+      InEvent(event, [&] { host_->Unhost(); });
+      Key(key);
+      host_.reset();
+    }
+  }
+  messages_.Take();
+}
+
+TEST_F(Editing, AMessageOnTheWayLeavesTheFocusInTheBox) {
+  MakeShown("u");
+  GoToName();
+  TypeText(u"g");
+  Boxes boxes;
+  InEvent(kBeforeUpdate, [&] { MessageBoxW(TheForm(), L"sure?", L"t", MB_OK); });
+  Key(VK_DOWN);
+  EXPECT_EQ(boxes.Take(), "t|sure?; ");
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:g) 9() 7(I2&:0) 5() ") << "nothing is asked twice";
+  EXPECT_EQ(Current(), "2,2");
+  EXPECT_EQ(GetFocus(), Edit());
+  EXPECT_NE(grid().editActive, 0);
+}
+
+TEST_F(Editing, ABoxThatGetsTheFocusStraightBackIsInUseAgain) {
+  MakeShown("u");
+  GoToName();
+  SetFocus(TheForm());
+  EXPECT_EQ(grid().editActive, 0);
+  SetFocus(Edit());
+  TypeText(u"h");
+  Key(VK_DOWN);
+  EXPECT_EQ(Events(), "10(I2&:0,BSTR:h) 9() 7(I2&:0) 5() ");
+}
+
+}  // namespace
+}  // namespace qrn::test

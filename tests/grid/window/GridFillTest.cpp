@@ -1,0 +1,169 @@
+// What a grid shows of its records, and its properties.
+#include "GridFixture.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr char kPeople[] =
+    "|Code|Name|Town|;   1|1|うめ|Kyoto|;   2|2||Osaka|;   3|3|さくら|Kyoto|;   4|4|うめだ|Nara|;";
+
+TEST_F(Grids, StartAsTheirTableSays) {
+  Hosted<CQRNGrid> fresh(L"grd2");
+  const struct {
+    const wchar_t* name;
+    const char* value;
+  } cases[] = {
+      {L"DbListSource", "ok BSTR:"},
+      {L"Cols", "ok I4:2"},
+      {L"Rows", "ok I4:2"},
+      {L"FixedCols", "ok I4:1"},
+      {L"FixedRows", "ok I4:1"},
+      {L"Row", "ok I4:1"},
+      {L"DbMaxRecords", "ok I4:300"},
+      {L"DbSkipRecords", "ok I2:100"},
+      {L"DbUpdateOption", "ok I4:1"},
+      {L"DbExOperation", "ok I4:1"},
+      {L"GridLines", "ok BOOL:-1"},
+      {L"GridLineWidth", "ok I4:1"},
+      {L"ScrollBars", "ok I4:3"},
+      {L"AllowUpdate", "ok BOOL:0"},
+      {L"AllowUserResizing", "ok I4:3"},
+      {L"HighLight", "ok BOOL:0"},
+      {L"FillStyle", "ok I4:0"},
+      {L"SetColNames", "ok BOOL:-1"},
+      {L"SetRecordNumbers", "ok BOOL:-1"},
+      {L"SetColWidth", "ok BOOL:0"},
+      {L"Appearance", "ok I2:1"},
+      {L"BorderStyle", "ok I4:1"},
+      {L"BackColor", "ok UI4:16777215"},
+      {L"ForeColor", "ok UI4:2147483666"},
+      {L"MousePointer", "ok I4:0"},
+      {L"Enabled", "ok BOOL:-1"},
+  };
+  for (const auto& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
+}
+
+TEST_F(Grids, AreFilledWhenTheyAreMadeAndWhenTheyAreAsked) {
+  MakeShown();
+  EXPECT_EQ(Cells(), kPeople);
+  EXPECT_EQ(Current(), "1,1");
+  Insert("5", "もも", "Nara");
+  for (const wchar_t* method : {L"Reload", L"Refresh"}) {
+    EXPECT_EQ(CallMethod(host_->object(), method).Text(), "ok EMPTY");
+    EXPECT_EQ(Cells(), std::string(kPeople) + "   5|5|もも|Nara|;");
+  }
+  EXPECT_EQ(CallMethod(host_->object(), L"Clear").result, S_OK);
+  EXPECT_EQ(Row(1), "||||");
+  Make();
+  Set(L"DbUpdateOption", Long(0));
+  ASSERT_EQ(host_->Show(), S_OK);
+  EXPECT_EQ(Row(1), "||||");
+  EXPECT_EQ(grid().Rows, 2);
+}
+
+TEST_F(Grids, AFormatHandlerChangesLinesAndEndsTheFill) {
+  Make();
+  int raised = 0;
+  host_->events.answer = [&](DISPID id, DISPPARAMS& sent) {
+    if (id != kFormat) return;
+    if (++raised == 3) grid().Abort = -1;
+    SysReAllocString(sent.rgvarg[0].pbstrVal, L"x\ty");
+  };
+  ASSERT_EQ(host_->Show(), S_OK);
+  EXPECT_EQ(raised, 3);
+  EXPECT_EQ(Cells(), "|Code|Name|Town|;   1|x|y||;   2|x|y||;");
+}
+
+TEST_F(Grids, SizesThatWouldMeetTheFixedOnesAreRefused) {
+  Make();
+  const struct {
+    const wchar_t* name;
+    int32_t value;
+    HRESULT result;
+  } cases[] = {{L"Cols", 1, HRESULT(0x800A017C)},
+               {L"Cols", 65, HRESULT(0x800A017C)},
+               {L"Cols", 0, S_OK},
+               {L"Cols", 64, S_OK},
+               {L"Rows", 1, HRESULT(0x800A017C)},
+               {L"Rows", 1025, HRESULT(0x800A017C)},
+               {L"Rows", 0, S_OK},
+               {L"Rows", 1024, S_OK},
+               {L"FixedCols", 64, HRESULT(0x800A017C)},
+               {L"FixedCols", 63, S_OK},
+               {L"FixedRows", 1024, HRESULT(0x800A017C)},
+               {L"FixedRows", 3, S_OK}};
+  for (const auto& row : cases) {
+    EXPECT_EQ(Put(host_->object(), row.name, {Long(row.value)}).scode, row.result) << row.value;
+  }
+}
+
+TEST_F(Grids, IndexedPropertiesAnswerByColumnAndRow) {
+  MakeShown("u");
+  const auto at = [&](const wchar_t* name, int32_t index) {
+    return Get(host_->object(), name, {Long(index)}).Text();
+  };
+  SetAt(L"ColWidth", 1, Long(29));
+  EXPECT_EQ(at(L"ColWidth", 1), "ok I4:15");
+  EXPECT_EQ(at(L"ColWidth", 4), "ok I4:750");
+  EXPECT_EQ(Get(host_->object(), L"ColWidth", {Long(5)}).scode, HRESULT(0x800A017D));
+  EXPECT_EQ(at(L"RowHeight", -1), "ok I4:300");
+  SetAt(L"TextAlign", 2, Short(1));
+  EXPECT_EQ(at(L"TextAlign", 2), "ok I2:1");
+  EXPECT_EQ(at(L"IMEMode", 7), "ok I4:0");
+  EXPECT_EQ(at(L"CellMaxLength", 1), "ok I2:20") << "the second field's";
+  EXPECT_EQ(Get(host_->object(), L"CellMaxLength", {Long(0)}).scode, HRESULT(0x800A017D));
+  EXPECT_NE(at(L"DbPhysicalPosition", 0), "ok I4:0");
+  EXPECT_EQ(Get(host_->object(), L"DbPhysicalPosition", {Long(4)}).scode, HRESULT(0x800A017D));
+  EXPECT_EQ(Put(host_->object(), L"DbPhysicalPosition", {Long(0), Long(1)}).scode,
+            HRESULT(0x800A017F));
+  SetAt(L"FormatString", 1, Text(L"0000"));
+  EXPECT_EQ(at(L"FormatString", 1), "ok BSTR:0000");
+}
+
+TEST_F(Grids, CellsTakeTheFormatOfTheirColumn) {
+  Make();
+  host_->format.offered = PlayedFormat::kService;
+  Set(L"DbUpdateOption", Long(0));
+  ASSERT_EQ(host_->Show(), S_OK);
+  SetAt(L"FormatString", 2, Text(L"@@"));
+  Refill();
+  EXPECT_EQ(Row(1), "   1|1|[うめ]|Kyoto|");
+  EXPECT_EQ(host_->format.asked.substr(0, 20), "@@:うめ 17 512 0;@");
+}
+
+TEST_F(Grids, PropertiesOfTheBindingAskForLeaveAndTellOfChange) {
+  Make();
+  PropertySink sink;
+  const com::Com<IUnknown> control(&grid().Outer());
+  const Connection connection(control.get(), __uuidof(IPropertyNotifySink), &sink);
+  Set(L"DbListTable", Text(L"People"));
+  EXPECT_EQ(sink.log, "") << "the same text";
+  Set(L"DbListTable", Text(L"Notes"));
+  EXPECT_EQ(sink.log, "ask(2) changed(2) ");
+  sink.log.clear();
+  sink.refuses = 2;
+  EXPECT_EQ(host_->Set(L"DbListTable", Text(L"Days")), S_FALSE);
+  EXPECT_EQ(Value(L"DbListTable"), "ok BSTR:Notes");
+  Set(L"DbListFields", Text(L"a,b,c,d,e"));
+  EXPECT_EQ(Value(L"Cols"), "ok I4:6") << "they grow with the fields";
+}
+
+TEST_F(Grids, TextsOfTheCurrentCellAndOfTheSelection) {
+  MakeShown();
+  Set(L"Col", Long(3));
+  EXPECT_EQ(Value(L"Text"), "ok BSTR:Kyoto");
+  Set(L"Col", Long(2));
+  Set(L"Text", Text(L"a\t\tb"));
+  EXPECT_EQ(Row(1), "   1|1|a|b|");
+  Set(L"FillStyle", Long(1));
+  for (const auto& [name, index] :
+       {std::pair{L"SelStartRow", 2}, {L"SelEndRow", 3}, {L"SelStartCol", 1}, {L"SelEndCol", 2}}) {
+    Set(name, Long(index));
+  }
+  Set(L"Text", Text(L"z"));
+  EXPECT_EQ(Row(2), "   2|z|z|Osaka|");
+  EXPECT_EQ(Row(3), "   3|z|z|Kyoto|");
+}
+
+}  // namespace
+}  // namespace qrn::test

@@ -1,0 +1,76 @@
+// A grid over the office's people, worked as its user works it: by keys that the container offers
+// first, by the mouse, and by characters that are typed.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "Hosted.h"
+#include "PlayedDatabase.h"
+#include "grid/QRNGrid.h"
+
+namespace qrn::test {
+
+// Of _DQRNGridEvents, as the log has them.
+inline constexpr DISPID kBtrieveError = 1, kFormat = 2, kChange = 3, kAfterUpdate = 5,
+                        kAfterDelete = 6, kBeforeUpdate = 7, kBeforeDelete = 8, kAfterColUpdate = 9,
+                        kBeforeColUpdate = 10;
+
+class Grids : public ::testing::Test {
+ protected:
+  // People by code: 1 うめ Kyoto, 2 (no name) Osaka, 3 さくら Kyoto, 4 うめだ Nara.
+  void SetUp() override;
+  void TearDown() override;
+  void Insert(const char* code, const char* name, const char* town);
+
+  // A grid of code, name and town along ByCode, not yet shown; 300 by 150 pixels.
+  CQRNGrid& Make(bool runs = true);
+  // The same, shown, with the keyboard. "u" may update, "d" may delete.
+  CQRNGrid& MakeShown(const char* rights = "");
+  void Set(const wchar_t* name, VARIANT value) { EXPECT_EQ(host_->Set(name, value), S_OK); }
+  void SetAt(const wchar_t* name, int32_t index, VARIANT value) {
+    EXPECT_EQ(Put(host_->object(), name, {Long(index), value}).result, S_OK);
+  }
+  std::string Value(const wchar_t* name) { return host_->Value(name); }
+  void Refill() { CallMethod(host_->object(), L"Reload"); }
+  CQRNGrid& grid() { return **host_; }
+  HWND window() { return grid().hwnd(); }
+  HWND Edit() { return FindWindowExW(window(), nullptr, L"ATL:Edit", nullptr); }
+  HWND Bar(bool vertical) { return GetDlgItem(window(), vertical ? 128 : 127); }
+  bool EditShows() { return Edit() && IsWindowVisible(Edit()); }
+
+  // Cells as UTF-8: "a|b|" for each row of cells that are in use, rows behind ";".
+  std::string Cells();
+  std::string Row(int32_t row);
+  // "row,col" of the current cell.
+  std::string Current();
+  // What was raised since the last look, without keys and Click.
+  std::string Events();
+
+  // In the middle of a cell, or at a point of the control.
+  POINT Middle(int32_t row, int32_t col);
+  void Press(POINT at) { SendMouse(WM_LBUTTONDOWN, MK_LBUTTON, at); }
+  void DragTo(POINT at) { SendMouse(WM_MOUSEMOVE, MK_LBUTTON, at); }
+  void HoverOver(POINT at) { SendMouse(WM_MOUSEMOVE, 0, at); }
+  void Release(POINT at) { SendMouse(WM_LBUTTONUP, 0, at); }
+  void Click(POINT at) {
+    Press(at);
+    Release(at);
+  }
+  void SendMouse(UINT message, WPARAM keys, POINT at) {
+    SendMessageW(window(), message, keys, MAKELPARAM(at.x, at.y));
+  }
+  // Offered to the control first; what it lets pass goes to the window with the focus.
+  void Key(WPARAM key);
+  void TypeText(std::u16string_view text) { Type(Edit(), text); }
+  // The colour of a pixel as the grid is on the screen.
+  COLORREF Pixel(int32_t x, int32_t y);
+
+  Office office_;
+  PlayedDatabase database_{office_};
+  std::optional<Hosted<CQRNGrid>> host_;
+};
+
+}  // namespace qrn::test
