@@ -5,6 +5,7 @@
 #include <commctrl.h>
 // clang-format on
 
+#include "com/Handles.h"
 #include "host/runner/InputEvents.h"
 #include "host/runner/WindowClass.h"
 
@@ -12,9 +13,11 @@ namespace qrn::host {
 namespace {
 
 constexpr wchar_t kFrameClass[] = L"QrnPropertyFrame";
+// Of a screen of 96 pixels an inch.
 constexpr int kMargin = 8;
 constexpr int kButtonWidth = 80;
 constexpr int kButtonHeight = 24;
+constexpr int kTabsHeight = 32;
 constexpr int kApplyId = 3;
 constexpr int kTabsId = 10;
 constexpr SIZE kLeastRoom{240, 120};
@@ -26,6 +29,18 @@ struct ButtonRow {
 
 constexpr ButtonRow kButtons[] = {
     {IDOK, L"OK"}, {IDCANCEL, L"キャンセル"}, {kApplyId, L"適用(&A)"}};
+
+// The sizes above on the screen that there is.
+struct Sizes {
+  int margin = Scaled(kMargin);
+  int width = Scaled(kButtonWidth);
+  int height = Scaled(kButtonHeight);
+  int tabs = Scaled(kTabsHeight);
+
+  static int Scaled(int pixels) {
+    return MulDiv(pixels, GetDeviceCaps(com::WindowDc(nullptr).get(), LOGPIXELSX), 96);
+  }
+};
 
 }  // namespace
 
@@ -61,13 +76,14 @@ void PropertyFrame::MakeTabs(const RECT& place) {
 }
 
 void PropertyFrame::MakeButtons(POINT rightTop) {
+  const Sizes sizes;
   const int count = static_cast<int>(std::size(kButtons));
-  LONG left = rightTop.x - count * kButtonWidth - (count - 1) * kMargin;
+  LONG left = rightTop.x - count * sizes.width - (count - 1) * sizes.margin;
   for (const ButtonRow& row : kButtons) {
-    const RECT place{left, rightTop.y, left + kButtonWidth, rightTop.y + kButtonHeight};
+    const RECT place{left, rightTop.y, left + sizes.width, rightTop.y + sizes.height};
     const DWORD face = row.id == IDOK ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
     MakeChild(L"Button", row.text, face | WS_TABSTOP, place, row.id);
-    left += kButtonWidth + kMargin;
+    left += sizes.width + sizes.margin;
   }
 }
 
@@ -78,9 +94,11 @@ void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
   const INITCOMMONCONTROLSEX common{sizeof common, ICC_TAB_CLASSES};
   InitCommonControlsEx(&common);
   const SIZE room = pages_.Room(kLeastRoom);
-  // The tabs' rows are 24 pixels high whatever the font; AdjustRect corrects it once they stand.
-  const RECT tabs{kMargin, kMargin, kMargin + room.cx + 8, kMargin + room.cy + 32};
-  RECT outer{0, 0, tabs.right + kMargin, tabs.bottom + kButtonHeight + 2 * kMargin};
+  const Sizes sizes;
+  // About what the tabs take; AdjustRect corrects it once they stand.
+  const RECT tabs{sizes.margin, sizes.margin, 2 * sizes.margin + room.cx,
+                  sizes.margin + room.cy + sizes.tabs};
+  RECT outer{0, 0, tabs.right + sizes.margin, tabs.bottom + sizes.height + 2 * sizes.margin};
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
   AdjustWindowRectEx(&outer, style, FALSE, WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT);
   RECT above{};
@@ -89,7 +107,7 @@ void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
       CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, kFrameClass, title.c_str(), style,
                       above.left + 24, above.top + 24, outer.right - outer.left,
                       outer.bottom - outer.top, owner, nullptr, GetModuleHandleW(nullptr), this);
-  MakeButtons({tabs.right, tabs.bottom + kMargin});
+  MakeButtons({tabs.right, tabs.bottom + sizes.margin});
   MakeTabs(tabs);
 }
 
