@@ -21,7 +21,10 @@ if(WIN32)
   target_compile_definitions(qrn_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX
                              _WIN32_WINNT=0x0601 STRICT)
   # Interfaces of COM have no virtual destructor: nobody deletes through them.
-  target_compile_options(qrn_options INTERFACE -gdwarf-4 -Wno-non-virtual-dtor)
+  # And where sources are compiled together, the compiler takes them for headers, whose classes
+  # should have no members of unnamed types.
+  target_compile_options(qrn_options INTERFACE -gdwarf-4 -Wno-non-virtual-dtor
+                         -Wno-subobject-linkage)
 endif()
 
 if(QRN_SANITIZE)

@@ -71,22 +71,37 @@ next() {
   [ -n "$line" ] && printf '%s\n' "$line"
 }
 
-# The tests that take longest come first, so that no lane is left with one at the end.
+# The tests that take longest come first, in this order, so that no lane is left with one at the end.
+LONGEST='test_controls.exe test_qrnform.exe test_qrndata.exe test_design.exe test_btrieve_calls.exe
+  deaths-of-both-kinds.sh
+  test_btrieve_disks test_btrieve_crashes test_btrieve_kills test_btrieve_sharing
+  test_btrieve_calls test_qrndata'
+
 list_tests() {
-  local first=' test_qrnform.exe test_controls.exe test_ole.exe test_module.exe test_btrieve '
   local item
   list() {
     for item in "$@"; do
       [[ -f $item && $item =~ ${TEST_ONLY:-.} ]] || continue
-      case $first in
-        *" ${item##*/} "*) printf '0 %s\n' "$item" ;;
-        *) printf '1 %s\n' "$item" ;;
-      esac
-    done | sort -s -k1,1 | cut -d' ' -f2-
+      printf '%s %s\n' "${item##*/}" "$item"
+    done | awk -v longest="$LONGEST" '
+      BEGIN { count = split(longest, names); for (i = 1; i <= count; i++) place[names[i]] = i }
+      { print $1 in place ? place[$1] : count + 1, $2 }' | sort -s -n -k1,1 | cut -d' ' -f2-
   }
   list tests/scripts/*.sh "$BUILD"/windows/bin/test_*.exe >"$LOGS/windows.list"
   list "$BUILD"/native-asan/bin/{test,fuzz}_* >"$LOGS/native.list"
 }
+
+# The folder for what a lane's programs store: in memory where there is room, for the programs tell
+# of durability by the calls they make, and a disk only adds its time.
+make_scratch() {
+  local place=${TMPDIR:-/tmp}
+  if [ -w /dev/shm ] && [ "$(df --output=avail -k /dev/shm | tail -1)" -gt 2000000 ]; then
+    place=/dev/shm
+  fi
+  SCRATCH=$(mktemp -d "$place/qrnXXXXXX")
+}
+
+remove_scratch() { [ -z "${SCRATCH:-}" ] || rm -rf "$SCRATCH"; }
 
 # A display of our own: the programs under test get real windows and real input.
 start_display() {
@@ -108,6 +123,11 @@ start_display() {
 start_windows() {
   clone_prefix "$BUILD/wine-template" "$BUILD/wine-test-$1"
   wine_environment "$BUILD/wine-test-$1"
+  local temp
+  for temp in "$WINEPREFIX"/drive_c/users/*/Temp; do
+    rm -rf "$temp"
+    ln -s "$SCRATCH" "$temp"
+  done
   export QRN_PREFIX=$WINEPREFIX QRN_WINE=$WINE64
   start_display "$1"
   "$WINE64" cmd /c pause </dev/zero >/dev/null 2>&1 &
@@ -125,16 +145,21 @@ native_lane() {
   local item
   export ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1:detect_leaks=1
   export UBSAN_OPTIONS=print_stacktrace=1
+  make_scratch
+  export TMPDIR=$SCRATCH
+  trap remove_scratch EXIT
   while item=$(next native); do run_native "$item"; done
 }
 
 windows_lane() {
   local item
-  trap stop_windows EXIT
+  make_scratch
+  trap 'stop_windows; remove_scratch' EXIT
   start_windows "$1"
   while item=$(next windows); do run_windows "$item"; done
   trap - EXIT
   stop_windows
+  remove_scratch
   native_lane
 }
 

@@ -5,10 +5,6 @@
 namespace btrieve {
 namespace {
 
-ByteView View(const std::string& text) noexcept {
-  return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
-}
-std::string Text(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 TransactionNumber Number(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 
 uint32_t StartOf(ByteView number) noexcept {
@@ -33,14 +29,14 @@ uint64_t SettlerByteOf(ByteView number) noexcept { return lockbyte::Settler(Star
 std::vector<Intent> ReadIntents(DataFile& file) {
   std::vector<Intent> intents;
   Statement rows = Prepare(file, "SELECT tx, coordinator FROM intent");
-  while (rows.Step()) intents.push_back({Number(rows.Bytes(0)), Text(rows.Bytes(1))});
+  while (rows.Step()) intents.push_back({Number(rows.Bytes(0)), TextOf(rows.Bytes(1))});
   return intents;
 }
 
 void AddIntent(DataFile& file, const Intent& intent) {
   Statement insert = Prepare(file, "INSERT INTO intent(tx, coordinator) VALUES(?, ?)");
   insert.Bind(1, intent.number);
-  insert.Bind(2, View(intent.coordinator));
+  insert.Bind(2, ViewOf(intent.coordinator));
   insert.Step();
   file.Base().ChangeIntents(+1);
 }
@@ -57,7 +53,7 @@ bool RemoveIntent(DataFile& file, const TransactionNumber& number) {
 std::vector<RedoPart> ReadRedoParts(DataFile& coordinator) {
   std::vector<RedoPart> parts;
   Statement rows = Prepare(coordinator, "SELECT DISTINCT tx, file FROM redo");
-  while (rows.Step()) parts.push_back({Number(rows.Bytes(0)), Text(rows.Bytes(1))});
+  while (rows.Step()) parts.push_back({Number(rows.Bytes(0)), TextOf(rows.Bytes(1))});
   return parts;
 }
 
@@ -65,7 +61,7 @@ void AddRedo(DataFile& coordinator, const RedoPart& part, const LoggedRecord& re
   Statement insert =
       Prepare(coordinator, "INSERT INTO redo(tx, file, pos, num, data) VALUES(?, ?, ?, ?, ?)");
   insert.Bind(1, part.number);
-  insert.Bind(2, View(part.file));
+  insert.Bind(2, ViewOf(part.file));
   insert.Bind(3, record.position);
   insert.Bind(4, record.numbers);
   if (!record.deleted) insert.Bind(5, record.image);  // stays null for a deleted one
@@ -75,7 +71,7 @@ void AddRedo(DataFile& coordinator, const RedoPart& part, const LoggedRecord& re
 void RemoveRedo(DataFile& coordinator, const RedoPart& part) {
   Statement remove = Prepare(coordinator, "DELETE FROM redo WHERE tx=? AND file=?");
   remove.Bind(1, part.number);
-  remove.Bind(2, View(part.file));
+  remove.Bind(2, ViewOf(part.file));
   remove.Step();
 }
 
@@ -84,7 +80,7 @@ void ForEachRedo(DataFile& coordinator, const RedoPart& part,
   Statement rows =
       Prepare(coordinator, "SELECT pos, num, data FROM redo WHERE tx=? AND file=? ORDER BY pos");
   rows.Bind(1, part.number);
-  rows.Bind(2, View(part.file));
+  rows.Bind(2, ViewOf(part.file));
   while (rows.Step()) {
     action({CheckedPosition(rows.Number(0)), rows.IsNull(2), rows.Bytes(1), rows.Bytes(2)});
   }

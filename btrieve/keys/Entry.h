@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstring>
 #include <span>
+#include <string>
 
 #include "btrieve/keys/KeyOrder.h"
 
@@ -29,6 +30,11 @@ inline bool BytesLess(ByteView a, ByteView b) noexcept {
 inline bool BytesEqual(ByteView a, ByteView b) noexcept {
   return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size()) == 0);
 }
+
+inline ByteView ViewOf(const std::string& bytes) noexcept {
+  return {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()};
+}
+inline std::string TextOf(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
 
 class Entry {
  public:

@@ -13,7 +13,7 @@
 namespace btrieve {
 namespace {
 
-constexpr uint32_t kMark = 0x3150534B;  // "KSP1"
+constexpr uint32_t kSpecMark = 0x3150534B;  // "KSP1"
 constexpr uint8_t kStoredNoSequence = 255;
 constexpr size_t kLengthAt = 4;
 
@@ -46,7 +46,7 @@ void PutKey(std::vector<uint8_t>& out, const KeySpec& key) {
 }
 
 void PutHead(std::vector<uint8_t>& out, const FileSpec& file) {
-  Put(out, kMark);
+  Put(out, kSpecMark);
   Put(out, uint32_t{0});
   Put(out, file.recordLength);
   Put(out, file.pageSize);
@@ -114,7 +114,7 @@ std::vector<uint8_t> StoreSpec(const FileSpec& file) {
 
 bool LoadSpec(std::span<const uint8_t> bytes, FileSpec& file) {
   ByteReader reader(bytes);
-  if (reader.Take<uint32_t>() != kMark || reader.Take<uint32_t>() != bytes.size()) return false;
+  if (reader.Take<uint32_t>() != kSpecMark || reader.Take<uint32_t>() != bytes.size()) return false;
   FileSpec spec = TakeFile(reader);
   const uint32_t sum = reader.Take<uint32_t>();
   if (reader.Failed() || !reader.Rest().empty()) return false;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "btrieve/pages/BigEndian.h"
+
 namespace btrieve {
 namespace {
 
@@ -26,12 +28,6 @@ constexpr auto kMask = [] {
   }
   return mask;
 }();
-
-uint32_t Big32(const uint8_t* at) noexcept {
-  uint32_t value;
-  std::memcpy(&value, at, sizeof value);
-  return __builtin_bswap32(value);
-}
 
 template <class Value>
 Value ValueAt(std::span<const uint8_t> bytes, size_t offset) noexcept {

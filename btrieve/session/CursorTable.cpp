@@ -6,7 +6,7 @@
 namespace btrieve {
 namespace {
 
-constexpr uint64_t kMark = 0x3142505145495442;
+constexpr uint64_t kBlockMark = 0x3142505145495442;
 
 struct BlockContent {
   uint64_t mark;
@@ -25,7 +25,7 @@ Cursor* CursorTable::Find(const void* block) const noexcept {
   if (!block) return nullptr;
   BlockContent content;
   std::memcpy(&content, block, sizeof content);
-  if (content.mark != kMark || content.check != CheckOf(content)) return nullptr;
+  if (content.mark != kBlockMark || content.check != CheckOf(content)) return nullptr;
   if (content.slot >= slots_.size()) return nullptr;
   const Slot& slot = slots_[content.slot];
   return slot.generation == content.generation ? slot.cursor.get() : nullptr;
@@ -40,7 +40,8 @@ bool CursorTable::Add(std::unique_ptr<Cursor> cursor, void* block) {
   }
   free->cursor = std::move(cursor);
   free->generation = nextGeneration_++;
-  BlockContent content{kMark, static_cast<uint64_t>(free - slots_.begin()), free->generation, 0};
+  BlockContent content{kBlockMark, static_cast<uint64_t>(free - slots_.begin()), free->generation,
+                       0};
   content.check = CheckOf(content);
   std::memset(block, 0, kBlockSize);
   std::memcpy(block, &content, sizeof content);

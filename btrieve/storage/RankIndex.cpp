@@ -12,11 +12,6 @@ constexpr uint32_t kFewInRange = 128;
 // Changes of one transaction that are counted in the file before it pays to read all ranges.
 constexpr uint32_t kCountedInFile = 4;
 
-ByteView View(const std::string& bytes) noexcept {
-  return {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()};
-}
-std::string Text(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
-
 }  // namespace
 
 RankIndex::RankIndex(const Connection& connection, uint16_t id, size_t entrySize)
@@ -47,9 +42,9 @@ void RankIndex::Load() {
     const bool first = ranges_.empty();
     const bool possible = low.size() == (first ? 0 : entrySize_) && count >= 0 &&
                           count <= kHighestPosition &&
-                          (first || BytesLess(View(ranges_.back().low), low));
+                          (first || BytesLess(ViewOf(ranges_.back().low), low));
     if (!possible) ThrowDamaged();
-    ranges_.push_back({Text(low), static_cast<uint32_t>(count), false});
+    ranges_.push_back({TextOf(low), static_cast<uint32_t>(count), false});
   }
   if (ranges_.empty()) ThrowDamaged();
   loaded_ = true;
@@ -73,7 +68,7 @@ void RankIndex::Forget() noexcept {
 size_t RankIndex::RangeOf(ByteView entry) const noexcept {
   const auto above = std::upper_bound(
       ranges_.begin(), ranges_.end(), entry,
-      [](ByteView bytes, const Range& range) { return BytesLess(bytes, View(range.low)); });
+      [](ByteView bytes, const Range& range) { return BytesLess(bytes, ViewOf(range.low)); });
   return static_cast<size_t>(above - ranges_.begin()) - 1;
 }
 
@@ -104,7 +99,7 @@ void RankIndex::CountInFile(ByteView entry, int change) {
 
 void RankIndex::WriteCount(const Range& range) {
   InUse update(update_);
-  update.Row(int64_t{range.count}, View(range.low));
+  update.Row(int64_t{range.count}, ViewOf(range.low));
 }
 
 void RankIndex::Settle(size_t at) {
@@ -117,7 +112,7 @@ void RankIndex::Settle(size_t at) {
   ranges_[at - 1].count += range.count;
   WriteCount(ranges_[at - 1]);
   InUse remove(remove_);
-  remove.Row(View(range.low));
+  remove.Row(ViewOf(range.low));
   ranges_.erase(ranges_.begin() + static_cast<ptrdiff_t>(at));
   sums_.clear();
 }
@@ -150,24 +145,24 @@ void RankIndex::Split(size_t at) {
   std::vector<Range> parts;
   {
     InUse rows(entriesFrom_);
-    BindBound(entriesFrom_, 1, View(ranges_[at].low));
+    BindBound(entriesFrom_, 1, ViewOf(ranges_[at].low));
     rows->Bind(2, count);
     rows->Bind(3, 0);
     Onward onward;
-    onward.Begin(true, View(ranges_[at].low));
+    onward.Begin(true, ViewOf(ranges_[at].low));
     for (uint32_t row = 0; row < count; ++row) {
       if (!rows->Step()) ThrowDamaged();
       const Entry entry = EntryIn(rows);
       onward.Meet(entry.View());
       if (row % kUsualInRange != 0 || row == 0) continue;
-      parts.push_back({Text(entry.View()), std::min(kUsualInRange, count - row), false});
+      parts.push_back({TextOf(entry.View()), std::min(kUsualInRange, count - row), false});
     }
   }
   ranges_[at].count = kUsualInRange;
   WriteCount(ranges_[at]);
   for (const Range& part : parts) {
     InUse insert(insert_);
-    insert.Row(View(part.low), int64_t{part.count});
+    insert.Row(ViewOf(part.low), int64_t{part.count});
   }
   ranges_.insert(ranges_.begin() + static_cast<ptrdiff_t>(at) + 1, parts.begin(), parts.end());
   sums_.clear();
@@ -189,7 +184,7 @@ uint64_t RankIndex::Total() { return Sums().back(); }
 
 uint32_t RankIndex::CountWithin(const Range& range, ByteView bound) {
   InUse count(countWithin_);
-  BindBound(countWithin_, 1, View(range.low));
+  BindBound(countWithin_, 1, ViewOf(range.low));
   BindBound(countWithin_, 2, bound);
   count->Bind(3, int64_t{range.count} + 1);
   count->Step();
@@ -210,7 +205,7 @@ bool RankIndex::EntryAt(uint64_t ordinal, Entry& entry) {
   const size_t at =
       static_cast<size_t>(std::upper_bound(sums.begin(), sums.end(), ordinal) - sums.begin()) - 1;
   InUse row(entriesFrom_);
-  BindBound(entriesFrom_, 1, View(Known(at).low));
+  BindBound(entriesFrom_, 1, ViewOf(Known(at).low));
   row->Bind(2, 1);
   row->Bind(3, static_cast<int64_t>(ordinal - sums[at]));
   if (!row->Step()) ThrowDamaged();

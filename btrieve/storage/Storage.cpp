@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "btrieve/pages/BigEndian.h"
 #include "btrieve/pages/LogExam.h"
 #include "btrieve/storage/BaseWalk.h"
 #include "btrieve/storage/Layout.h"
@@ -13,12 +14,6 @@ namespace btrieve {
 namespace {
 
 constexpr int kCarryMilliseconds = 200;
-
-uint32_t BigEndian(const uint8_t* at) noexcept {
-  uint32_t value;
-  std::memcpy(&value, at, sizeof value);
-  return __builtin_bswap32(value);
-}
 
 // What SQLite takes as "read this file as it stands": it looks for no log and locks nothing.
 std::string UnchangingName(const std::string& name) {
@@ -63,7 +58,7 @@ bool Storage::IsDataFile(ByteView start) noexcept {
   }
   const bool pages =
       start[16] == kStoragePageSize >> 8 && start[17] == 0 && start[20] == kPageSumSize;
-  return pages && BigEndian(&start[68]) == kFileMark && BigEndian(&start[60]) == kFileFormat;
+  return pages && Big32(&start[68]) == kFileMark && Big32(&start[60]) == kFileFormat;
 }
 
 void Storage::Open(const std::string& path, Access access) {

@@ -30,8 +30,6 @@ std::vector<uint16_t> LoadIds(ByteView bytes, size_t keys) {
   return ids;
 }
 
-std::string TextOf(ByteView bytes) { return {bytes.begin(), bytes.end()}; }
-
 bool IsTableText(const std::string& name, const std::string& text) {
   if (std::find(std::begin(kTables), std::end(kTables), text) != std::end(kTables)) return true;
   const unsigned long id = name.starts_with('k') ? std::strtoul(name.c_str() + 1, nullptr, 10) : 0;

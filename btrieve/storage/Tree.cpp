@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "btrieve/pages/BigEndian.h"
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/sqlite/SqlitePages.h"
 #include "btrieve/storage/Layout.h"
@@ -20,9 +21,6 @@ enum PageType : uint8_t {
   kLeafEntries = 10,
   kLeafRows = 13,
 };
-
-uint32_t Big16(const uint8_t* at) noexcept { return static_cast<uint32_t>(at[0] << 8 | at[1]); }
-uint32_t Big32(const uint8_t* at) noexcept { return Big16(at) << 16 | Big16(at + 2); }
 
 // How much of a row of `size` bytes stands in the tree's own page.
 size_t LocalSize(size_t size, bool rows) noexcept {

@@ -10,7 +10,6 @@ namespace qrn {
 namespace {
 
 constexpr UINT kRefusalBeep = MB_ICONHAND;
-constexpr char16_t kBackspace = 8;
 constexpr char16_t kFirstPrintable = 32;
 
 }  // namespace

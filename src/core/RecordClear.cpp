@@ -8,7 +8,7 @@
 namespace qrn {
 namespace {
 
-void Fill(std::span<uint8_t> bytes, int32_t count, char value) {
+void FillBytes(std::span<uint8_t> bytes, int32_t count, char value) {
   const auto wanted = static_cast<size_t>(std::max(count, 0));
   std::fill_n(bytes.begin(), std::min(wanted, bytes.size()), static_cast<uint8_t>(value));
 }
@@ -18,7 +18,7 @@ int32_t IntegerWidth(int32_t size) { return size == 4 || size == 1 ? size : 2; }
 // Zeros, the last carrying the sign.
 void FillNumeric(std::span<uint8_t> bytes, int32_t size) {
   const int32_t zeros = std::max(size, 1) - 1;
-  Fill(bytes, zeros, '0');
+  FillBytes(bytes, zeros, '0');
   if (static_cast<size_t>(zeros) < bytes.size()) bytes[static_cast<size_t>(zeros)] = '{';
 }
 
@@ -30,18 +30,24 @@ struct ClearRow {
 };
 
 constexpr ClearFunction kZeroSize = [](std::span<uint8_t> bytes, int32_t size) {
-  Fill(bytes, size, '\0');
+  FillBytes(bytes, size, '\0');
 };
-constexpr ClearFunction kZero8 = [](std::span<uint8_t> bytes, int32_t) { Fill(bytes, 8, '\0'); };
-constexpr ClearFunction kZero4 = [](std::span<uint8_t> bytes, int32_t) { Fill(bytes, 4, '\0'); };
-constexpr ClearFunction kZero1 = [](std::span<uint8_t> bytes, int32_t) { Fill(bytes, 1, '\0'); };
+constexpr ClearFunction kZero8 = [](std::span<uint8_t> bytes, int32_t) {
+  FillBytes(bytes, 8, '\0');
+};
+constexpr ClearFunction kZero4 = [](std::span<uint8_t> bytes, int32_t) {
+  FillBytes(bytes, 4, '\0');
+};
+constexpr ClearFunction kZero1 = [](std::span<uint8_t> bytes, int32_t) {
+  FillBytes(bytes, 1, '\0');
+};
 constexpr ClearFunction kZeroInteger = [](std::span<uint8_t> bytes, int32_t size) {
-  Fill(bytes, IntegerWidth(size), '\0');
+  FillBytes(bytes, IntegerWidth(size), '\0');
 };
 
 // Decimal and Money are left without a sign nibble: their empty form is no valid zero.
 constexpr ClearRow kClears[] = {
-    {kString, [](std::span<uint8_t> bytes, int32_t size) { Fill(bytes, size, ' '); }},
+    {kString, [](std::span<uint8_t> bytes, int32_t size) { FillBytes(bytes, size, ' '); }},
     {kInteger, kZeroInteger},
     {kFloat, kZero8},
     {kDate, kZero4},
@@ -57,7 +63,7 @@ constexpr ClearRow kClears[] = {
     {kLVar, kZeroSize},
     {kUBin, kZeroInteger},
     {kAutoInc,
-     [](std::span<uint8_t> bytes, int32_t size) { Fill(bytes, size == 4 ? 4 : 2, '\0'); }},
+     [](std::span<uint8_t> bytes, int32_t size) { FillBytes(bytes, size == 4 ? 4 : 2, '\0'); }},
     {kNumericSTS, FillNumeric},
     {kNumericSA, FillNumeric},
     {kCurrency, kZero8},
@@ -72,7 +78,7 @@ void DbClearValue(std::span<uint8_t> bytes, int32_t type, int32_t size) noexcept
 }
 
 Status DbClearRecord(DbEngine&, DbTableInfo& table) noexcept {
-  Fill(RecordBytes(table), table.RecordLength, '\0');
+  FillBytes(RecordBytes(table), table.RecordLength, '\0');
   for (int32_t i = 0; i < table.FieldCount; ++i) {
     const DbFieldInfo& field = table.Fields[i];
     DbClearValue(RecordBytesFrom(table, field.Offset), field.Type, field.Size);

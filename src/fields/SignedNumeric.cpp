@@ -9,7 +9,7 @@
 namespace qrn {
 namespace {
 
-constexpr int kNegativeStep = 64;  // from "0" to "p"
+constexpr int kNegativeDigitStep = 64;  // from "0" to "p"
 constexpr size_t kMaxDecimalsAnywhere = 63;
 
 bool IsLetter(char character) {
@@ -72,7 +72,7 @@ void ReadNumericSA(const FieldSource& field, std::span<char> outText) {
   const std::string_view rest = WithoutLeadingZeros(characters);
   const std::string_view body = LeadingDigits(rest);
   const bool decoded = body.size() < rest.size();
-  const char last = decoded ? static_cast<char>(rest[body.size()] - kNegativeStep) : '0';
+  const char last = decoded ? static_cast<char>(rest[body.size()] - kNegativeDigitStep) : '0';
   const DigitRun digits{body, {&last, decoded || rest.empty() ? size_t{1} : size_t{0}}};
   PutPointedDigits(text, digits, static_cast<size_t>(field.decimals));
 }
@@ -93,7 +93,7 @@ void WriteNumericSA(const FieldTarget& field) {
   PutUnsigned(sink, field, field.text.substr(negative ? 1 : 0), 0);
   sink.Put('\0');
   const auto size = static_cast<size_t>(field.size);
-  if (negative && size <= field.out.size()) field.out[size - 1] += kNegativeStep;
+  if (negative && size <= field.out.size()) field.out[size - 1] += kNegativeDigitStep;
 }
 
 }  // namespace qrn

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <vector>
+
+#include "tests/support/TempFolder.h"
 
 namespace bench {
 namespace {
@@ -21,23 +22,6 @@ std::vector<FigureRow>& Figures() {
   static std::vector<FigureRow> rows;
   return rows;
 }
-
-class Workspace {
- public:
-  Workspace() {
-    std::string pattern = std::filesystem::temp_directory_path() / "qrnbench.XXXXXX";
-    Check(mkdtemp(pattern.data()) != nullptr, "could not make a working folder");
-    path_ = pattern;
-  }
-  ~Workspace() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 // Keeps each run's time; prints nothing of its own.
 class Collector : public benchmark::BenchmarkReporter {
@@ -82,8 +66,9 @@ void Check(bool condition, const char* what) {
 }
 
 const std::string& Workplace() {
-  static Workspace workspace;
-  return workspace.Path();
+  static const qrn::test::TempFolder workspace;
+  static const std::string path = workspace.Text();
+  return path;
 }
 
 void Figure(const std::string& name, double limit, void (*ours)(), void (*yardstick)(),

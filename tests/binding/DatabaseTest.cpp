@@ -10,7 +10,7 @@
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -154,11 +154,10 @@ TEST_F(DatabaseControl, TheSecondOfADirectoryCopiesTheFirst) {
 }
 
 TEST_F(DatabaseControl, AnInstallationMayMoveTheData) {
-  const std::string directory = std::filesystem::temp_directory_path() / "qrn-dist-test";
-  std::filesystem::create_directories(directory);
-  std::ofstream(directory + "/quorin.ini")
+  const TempFolder folder;
+  std::ofstream(folder.Path("quorin.ini"))
       << "[Branch]\nDb=" << company.Directory() << "\nEmpty=\n";
-  setenv("QUORIN_INI_DIR", directory.c_str(), 1);
+  setenv("QUORIN_INI_DIR", folder.Text().c_str(), 1);
   const struct {
     const char* name;
     const char* section;
@@ -177,7 +176,6 @@ TEST_F(DatabaseControl, AnInstallationMayMoveTheData) {
     EXPECT_EQ(std::string(btr.DdfDirText()), row.found ? company.Directory() : "/persisted");
   }
   unsetenv("QUORIN_INI_DIR");
-  std::filesystem::remove_all(directory);
 }
 
 TEST_F(DatabaseControl, ADesignersDirectoryTakesEffectAtOnce) {

@@ -15,7 +15,7 @@
 #include "tests/core/FakeLexbase.h"
 #include "tests/extended/ShownMessages.h"
 #include "tests/fields/IniFile.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

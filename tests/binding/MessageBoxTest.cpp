@@ -12,7 +12,7 @@
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/core/FakeLexbase.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

@@ -6,7 +6,7 @@
 #include "PlayedControls.h"
 #include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

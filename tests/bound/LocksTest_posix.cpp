@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Office.h"
-#include "Remote.h"
+#include "clients/Remote.h"
 #include "core/Gateway.h"
 
 namespace qrn::test {

@@ -81,10 +81,10 @@ int16_t BTR_CALL LogCall(uint16_t operation, void* posBlock, void* data, uint32_
 }  // namespace
 
 Office::Office() {
-  qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "test", directory_.Path()),
-                         directory_.Path(), qrndata::Existing::Replace);
-  if (DbDictLoad(settings, directory_.Path(), &dictionary_) != 0) std::abort();
-  if (DbOpenAllTables(engine, *dictionary_, directory_.Path(), "", 0) != 0) std::abort();
+  qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "test", directory_.Root()),
+                         directory_.Root(), qrndata::Existing::Replace);
+  if (DbDictLoad(settings, Directory(), &dictionary_) != 0) std::abort();
+  if (DbOpenAllTables(engine, *dictionary_, Directory(), "", 0) != 0) std::abort();
 }
 
 Office::~Office() {
@@ -103,7 +103,7 @@ void Office::Close(const char* name) {
   if (DbTableClose(engine, *Table(name)) != 0) std::abort();
 }
 
-std::string Office::PathOf(const char* name) const { return directory_.File(name); }
+std::string Office::PathOf(const char* name) const { return directory_.Path(name); }
 
 std::string Office::Field(const char* table, const char* field) {
   return CodePageToUtf8(DbReadFieldByName(engine, *Table(table), field));

@@ -12,6 +12,7 @@
 #include "fields/QuorinSettings.h"
 #include "platform/CodePage.h"
 #include "tests/core/Support.h"
+#include "tests/support/TempFolder.h"
 
 namespace qrn::test {
 
@@ -29,7 +30,7 @@ class Office {
   DbTableInfo* Table(const char* name);        // open or closed
   DbTableInfo* OpenTableOf(const char* name);  // null for a closed one
   void Close(const char* name);
-  const char* Directory() const { return directory_.Path(); }
+  const char* Directory() const { return directory_.Text().c_str(); }
   std::string PathOf(const char* name) const;
   // A field of the record in the buffer, as UTF-8.
   std::string Field(const char* table, const char* field);
@@ -38,7 +39,7 @@ class Office {
   DbEngine engine{settings};
 
  private:
-  TempDirectory directory_;
+  TempFolder directory_;
   DbDictionary* dictionary_ = nullptr;
 };
 

@@ -7,7 +7,7 @@
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 

@@ -13,14 +13,13 @@ using test::MakeField;
 using test::MakeSegment;
 using test::OpenTable;
 
-constexpr int32_t kMore = kSegmentContinues;
-
 // Keys: 0 = segments 0..2, 1 = segment 3, 2 = segments 4..5.
 OpenTable ThreeKeys() {
   return {{MakeField("Code", kString, 0, 4, 0, 10), MakeField("Name", kString, 4, 4, 0, 11),
            MakeField("Code", kString, 8, 4, 0, 12), MakeField("", kString, 12, 4, 0, 13)},
-          {MakeSegment(0, 4, kMore, 10), MakeSegment(4, 4, kMore, 11), MakeSegment(8, 4, 0, 12),
-           MakeSegment(4, 4, 0, 11), MakeSegment(12, 4, kMore, 13), MakeSegment(0, 4, 0, 99)},
+          {MakeSegment(0, 4, kSegmentContinues, 10), MakeSegment(4, 4, kSegmentContinues, 11),
+           MakeSegment(8, 4, 0, 12), MakeSegment(4, 4, 0, 11),
+           MakeSegment(12, 4, kSegmentContinues, 13), MakeSegment(0, 4, 0, 99)},
           16};
 }
 

@@ -5,7 +5,7 @@
 namespace qrn::test {
 namespace {
 
-FakeBtrieve* current = nullptr;
+FakeBtrieve* presentManager = nullptr;
 
 std::string KeyText(const BtrieveCall& call) {
   if (call.key == nullptr) return "-";
@@ -33,17 +33,17 @@ std::string Hex(const void* bytes, size_t count) {
 }
 
 FakeBtrieve::FakeBtrieve() {
-  current = this;
+  presentManager = this;
   ReplaceBtrCall([](uint16_t operation, void* posBlock, void* data, uint32_t* dataLength, void* key,
                     uint8_t keyLength, int8_t keyNumber) {
-    return current->Call({operation, posBlock, static_cast<uint8_t*>(data), dataLength,
-                          static_cast<uint8_t*>(key), keyLength, keyNumber});
+    return presentManager->Call({operation, posBlock, static_cast<uint8_t*>(data), dataLength,
+                                 static_cast<uint8_t*>(key), keyLength, keyNumber});
   });
 }
 
 FakeBtrieve::~FakeBtrieve() {
   ReplaceBtrCall(nullptr);
-  current = nullptr;
+  presentManager = nullptr;
 }
 
 int16_t FakeBtrieve::Call(const BtrieveCall& call) {

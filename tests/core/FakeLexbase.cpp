@@ -5,7 +5,7 @@
 namespace qrn::test {
 namespace {
 
-FakeLexbase* current = nullptr;
+FakeLexbase* presentLexbase = nullptr;
 
 // Appends little-endian words and blank-padded names.
 class RowWriter {
@@ -35,18 +35,18 @@ class RowWriter {
 
 FakeLexbase::FakeLexbase() {
   static const LexbaseFunctions functions = {
-      [](const char* directory, int32_t) { return current->Open(directory); },
-      [] { return current->Close(); },
-      [](void* row) { return current->Read("file", current->files_, row); },
-      [](void* row) { return current->Read("field", current->fields_, row); },
-      [](void* row) { return current->Read("index", current->indexes_, row); }};
-  current = this;
+      [](const char* directory, int32_t) { return presentLexbase->Open(directory); },
+      [] { return presentLexbase->Close(); },
+      [](void* row) { return presentLexbase->Read("file", presentLexbase->files_, row); },
+      [](void* row) { return presentLexbase->Read("field", presentLexbase->fields_, row); },
+      [](void* row) { return presentLexbase->Read("index", presentLexbase->indexes_, row); }};
+  presentLexbase = this;
   ReplaceLexbase(&functions);
 }
 
 FakeLexbase::~FakeLexbase() {
   ReplaceLexbase(nullptr);
-  current = nullptr;
+  presentLexbase = nullptr;
 }
 
 FakeLexbase& FakeLexbase::File(int16_t fileId, const char* name, const char* location,

@@ -23,7 +23,6 @@ using test::MemoryRunsOut;
 using test::Messages;
 using test::OpenTable;
 
-constexpr int32_t kMore = kSegmentContinues;
 constexpr int32_t kNulls = kSegmentLeavesNullOut;
 
 class Record : public ::testing::Test {
@@ -52,9 +51,15 @@ TEST_F(Record, KeysAreTheSegmentsOneAfterAnother) {
       {"no key of no segments", {}, -1, "0:00"},
       {"one segment", {MakeSegment(1, 2, 0)}, 0, "3:62630000"},
       {"nulls left out", {MakeSegment(1, 2, kNulls)}, 0, "2:626300"},
-      {"two segments", {MakeSegment(4, 2, kMore), MakeSegment(0, 1, 0)}, 0, "5:656661000000"},
-      {"from the second", {MakeSegment(4, 2, kMore), MakeSegment(0, 1, 0)}, 1, "2:610000"},
-      {"cut off by the end", {MakeSegment(0, 1, kMore | kNulls)}, 0, "1:6100"},
+      {"two segments",
+       {MakeSegment(4, 2, kSegmentContinues), MakeSegment(0, 1, 0)},
+       0,
+       "5:656661000000"},
+      {"from the second",
+       {MakeSegment(4, 2, kSegmentContinues), MakeSegment(0, 1, 0)},
+       1,
+       "2:610000"},
+      {"cut off by the end", {MakeSegment(0, 1, kSegmentContinues | kNulls)}, 0, "1:6100"},
       {"past the record", {MakeSegment(7, 4, kNulls)}, 0, "4:6800000000"},
       {"far past it", {MakeSegment(5000, 1, kNulls)}, 0, "1:0000"},
       {"before it", {MakeSegment(-3, 2, kNulls)}, 0, "2:000000"},
@@ -70,7 +75,7 @@ TEST_F(Record, KeysAreTheSegmentsOneAfterAnother) {
 }
 
 TEST_F(Record, AKeyOfTwoSegmentsIsTwoBytesLongerThanItsBytes) {
-  OpenTable table({}, {MakeSegment(0, 4, kMore), MakeSegment(4, 6, 0)}, 10);
+  OpenTable table({}, {MakeSegment(0, 4, kSegmentContinues), MakeSegment(4, 6, 0)}, 10);
   table.SetRecord("0123456789");
   EXPECT_EQ(KeyAt(table, 0),
             "12:30313233343536373839"
@@ -98,8 +103,9 @@ TEST_F(Record, LongKeysAreAllocatedAndTheirLengthWraps) {
 }
 
 TEST_F(Record, CallsCarryBiasKeyAndLength) {
-  OpenTable table({MakeField("a", kString, 0, 2, 0, 7)},
-                  {MakeSegment(0, 1, kMore), MakeSegment(1, 1, 0, 8), MakeSegment(0, 2, 0, 7)}, 8);
+  OpenTable table(
+      {MakeField("a", kString, 0, 2, 0, 7)},
+      {MakeSegment(0, 1, kSegmentContinues), MakeSegment(1, 1, 0, 8), MakeSegment(0, 2, 0, 7)}, 8);
   table.SetRecord("xyz");
   struct {
     int32_t operation, position;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <random>
 #include <utility>
 
 #include "core/RecordBuffer.h"
@@ -92,21 +90,6 @@ DbSegmentInfo MakeSegment(int32_t offset, int32_t size, int32_t flags, int32_t f
   segment.Flags = flags;
   segment.FieldId = fieldId;
   return segment;
-}
-
-TempDirectory::TempDirectory() {
-  const auto name = "qrn-test-" + std::to_string(std::random_device()());
-  path_ = (std::filesystem::temp_directory_path() / name).string();
-  std::filesystem::create_directories(path_);
-}
-
-TempDirectory::~TempDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-std::string TempDirectory::File(const char* name) const {
-  return (std::filesystem::path(path_) / name).string();
 }
 
 }  // namespace qrn::test

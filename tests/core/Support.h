@@ -58,19 +58,4 @@ DbFieldInfo MakeField(const char* name, int32_t type, int32_t offset, int32_t si
                       uint16_t flags = 0, int32_t fieldId = 0);
 DbSegmentInfo MakeSegment(int32_t offset, int32_t size, int32_t flags, int32_t fieldId = 0);
 
-// A new directory, removed with what is in it at the end.
-class TempDirectory {
- public:
-  TempDirectory();
-  ~TempDirectory();
-  TempDirectory(const TempDirectory&) = delete;
-  TempDirectory& operator=(const TempDirectory&) = delete;
-
-  const char* Path() const { return path_.c_str(); }
-  std::string File(const char* name) const;
-
- private:
-  std::string path_;
-};
-
 }  // namespace qrn::test

@@ -14,6 +14,7 @@
 #include "core/Table.h"
 #include "platform/CodePage.h"
 #include "platform/Memory.h"
+#include "tests/support/TempFolder.h"
 
 namespace qrn {
 namespace {
@@ -26,7 +27,7 @@ using test::MakeSegment;
 using test::MemoryRunsOut;
 using test::Messages;
 using test::OpenTable;
-using test::TempDirectory;
+using test::TempFolder;
 
 #ifdef _WIN32
 constexpr char kSlash = '\\';
@@ -53,7 +54,7 @@ class Table : public ::testing::Test {
   }
 
   Status Open(const char* owner = "", int32_t mode = 0) {
-    return DbTableOpen(engine_, *table_, directory_.Path(), owner, mode);
+    return DbTableOpen(engine_, *table_, directory_.Text().c_str(), owner, mode);
   }
 
   std::string State() {
@@ -67,14 +68,14 @@ class Table : public ::testing::Test {
   DbEngine engine_{settings_};
   FakeBtrieve btrieve_;
   Messages messages_;
-  TempDirectory directory_;
+  TempFolder directory_;
   OpenTable table_{{MakeField("a", kString, 0, 10)}, {}, 10};
 };
 
 TEST_F(Table, PathsFollowTheLocation) {
   char shortPath[300];
   std::strcpy(table_->Location, "x.y");
-  DbResolveFileName(*table_, directory_.Path(), shortPath);
+  DbResolveFileName(*table_, directory_.Text().c_str(), shortPath);
   const std::string root = std::string(shortPath, std::strlen(shortPath) - 3);
   EXPECT_EQ(root.back(), kSlash);
   struct {
@@ -89,7 +90,7 @@ TEST_F(Table, PathsFollowTheLocation) {
   for (const auto& row : cases) {
     CopyText(table_->Location, row.location);
     char path[kFilePathSize];
-    EXPECT_EQ(DbResolveFileName(*table_, directory_.Path(), path), 0);
+    EXPECT_EQ(DbResolveFileName(*table_, directory_.Text().c_str(), path), 0);
     EXPECT_EQ(path, row.path) << row.location;
   }
 }
@@ -137,7 +138,7 @@ TEST_F(Table, AnEmptyOwnerNameIsNoData) {
 TEST_F(Table, ALongPathsLengthWraps) {
   Stat(10, 0);
   CopyText(table_->Location, std::string(60, 'x') + ".b");
-  std::string deep = directory_.Path();
+  std::string deep = directory_.Text();
   while (deep.size() < 240) deep += "/.";
   size_t length = 0;
   btrieve_.Answer(0, [&](const BtrieveCall& call) {
@@ -167,7 +168,7 @@ TEST_F(Table, AnotherRecordLengthIsSuccessAndNoOpenTable) {
 
 TEST_F(Table, FailedOpensPassTheirStatus) {
   EXPECT_EQ(DbTableOpen(engine_, *table_, "", "", 0), kNoShortPath);
-  EXPECT_EQ(DbTableOpen(engine_, *table_, directory_.File("none").c_str(), "", 0), kNoShortPath);
+  EXPECT_EQ(DbTableOpen(engine_, *table_, directory_.Path("none").c_str(), "", 0), kNoShortPath);
   EXPECT_EQ(btrieve_.TakeLog(), "");
   btrieve_.Answer(0, 12);
   EXPECT_EQ(Open(), 12);
@@ -206,13 +207,13 @@ TEST_F(Table, ATableWithoutFieldsLoadsThemFirst) {
   table.FileId = 4;
   std::strcpy(settings_.DeferredDirectory, "/late");
   Stat(6, 0);
-  EXPECT_EQ(DbTableOpen(engine_, table, directory_.Path(), "", 0), 0);
+  EXPECT_EQ(DbTableOpen(engine_, table, directory_.Text().c_str(), "", 0), 0);
   EXPECT_EQ(lexbase.Log(), "open(/late) close ");
   EXPECT_EQ(table.IsOpen, 1);
   DbTableClose(engine_, table);
   lexbase.Fail("open", 35);
   DbTableInfo other{};
-  EXPECT_EQ(DbTableOpen(engine_, other, directory_.Path(), "", 0), kFailure);
+  EXPECT_EQ(DbTableOpen(engine_, other, directory_.Text().c_str(), "", 0), kFailure);
   EXPECT_EQ(DbTableCreate(engine_, other, "x"), kFailure);
   EXPECT_EQ(messages_.Take(), "VE028 DDFOpen APIエラー(35); VE028 DDFOpen APIエラー(35); ");
   FreeMemory(table.Fields);
@@ -285,20 +286,20 @@ TEST_F(Table, OpeningAllCreatesWhatIsMissing) {
   DbDictionary dictionary{};
   dictionary.Tables = tables;
   dictionary.TableCount = 3;
-  std::ofstream(directory_.File("there.btr")) << "x";
+  std::ofstream(directory_.Path("there.btr")) << "x";
   Stat(10, 0);
   std::string made;
   btrieve_.Answer(14, [&](const BtrieveCall& call) {
     made += reinterpret_cast<char*>(call.key);
     return int16_t{0};
   });
-  EXPECT_EQ(DbOpenAllTables(engine_, dictionary, directory_.Path(), "", 0), 0);
+  EXPECT_EQ(DbOpenAllTables(engine_, dictionary, directory_.Text().c_str(), "", 0), 0);
   EXPECT_TRUE(made.ends_with("missing.btr")) << made;
   EXPECT_EQ(tables[0].IsOpen + tables[2].IsOpen, 2);
   EXPECT_EQ(DbDictCloseAll(engine_, dictionary), 0);
 
   btrieve_.Answer(0, 46);
-  EXPECT_EQ(DbOpenAllTables(engine_, dictionary, directory_.Path(), "", 0), 46);
+  EXPECT_EQ(DbOpenAllTables(engine_, dictionary, directory_.Text().c_str(), "", 0), 46);
   EXPECT_EQ(messages_.Take(), "VE803 Btrieveファイル T のオープンに失敗。(46); ");
   FreeRecordBuffer(tables[0]);
 }
@@ -324,10 +325,10 @@ TEST_F(Table, OnlyAFileThatIsCertainlyMissingIsMade) {
   CopyText(table_->Location, "a|b.btr");
 #else
   CopyText(table_->Location, "loop.btr");
-  std::filesystem::create_symlink("loop.btr", directory_.File("loop.btr"));
+  std::filesystem::create_symlink("loop.btr", directory_.Path("loop.btr"));
 #endif
   btrieve_.Answer(0, 94);
-  EXPECT_EQ(DbOpenOrCreate(engine_, *table_, directory_.Path(), "", 0), 94);
+  EXPECT_EQ(DbOpenOrCreate(engine_, *table_, directory_.Text().c_str(), "", 0), 94);
   EXPECT_EQ(btrieve_.TakeLog().substr(0, 2), "0 ");
   EXPECT_EQ(messages_.Take(), "VE803 Btrieveファイル T のオープンに失敗。(94); ");
 }

@@ -3,7 +3,7 @@
 
 #include "BuiltModule.h"
 #include "ScriptHost.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

@@ -129,10 +129,8 @@ TEST_F(ExAccessCall, FailsWithTheCodeOfTheFault) {
   EXPECT_EQ(messages_.Take() + manager_.TakeLog(), "");
 }
 
-void* NoMemory(size_t) { return nullptr; }
-
 TEST_F(ExAccessCall, WithoutMemoryItIsMinus99) {
-  ReplaceAllocate(NoMemory);
+  ReplaceAllocate([](size_t) -> void* { return nullptr; });
   const int32_t result = Access(36);
   ReplaceAllocate(nullptr);
   EXPECT_EQ(Outcome(result), "-99 99 99");

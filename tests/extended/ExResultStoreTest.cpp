@@ -44,11 +44,11 @@ class ResultStore : public testing::Test {
 };
 
 // Records "Name, Code": 'Abe' 1 at 16, 'Ito' 2 at 32.
-const std::vector<uint8_t> kNames =
+const std::vector<uint8_t> kNameField =
     Reply({{16, {'A', 'b', 'e', ' ', 1, 0}}, {32, {'I', 't', 'o', ' ', 2, 0}}});
 
 TEST_F(ResultStore, ReadsFieldsByNumberAndByName) {
-  const int16_t id = Keep("Name,0", kNames);
+  const int16_t id = Keep("Name,0", kNameField);
   EXPECT_EQ(ByNumber(id, 1, 0) + ByNumber(id, 0, 0), "Abe1");
   EXPECT_EQ(ByNumber(id, 1, 1) + ByNumber(id, 0, 1), "Ito2");
   EXPECT_EQ(ByName(id, "Name", 1) + ByName(id, "Code", 1), "Ito2");
@@ -57,7 +57,7 @@ TEST_F(ResultStore, ReadsFieldsByNumberAndByName) {
 }
 
 TEST_F(ResultStore, GivesNoTextForWhatItDoesNotHold) {
-  const int16_t id = Keep("Name,0", kNames);
+  const int16_t id = Keep("Name,0", kNameField);
   const struct {
     const char* what;
     std::string text;
@@ -146,10 +146,10 @@ TEST_F(ResultStore, FreesOnce) {
 }
 
 TEST_F(ResultStore, LaterRepliesFollowTheFirst) {
-  const int16_t id = Keep("Name,0", kNames);
+  const int16_t id = Keep("Name,0", kNameField);
   const uint32_t serial = TheExResults().Find(id)->Serial;
   EXPECT_TRUE(TheExResults().Append(id, serial, Reply({{48, {'U', 'n', 'o', ' ', 3, 0}}})));
-  EXPECT_TRUE(TheExResults().Append(id, serial, kNames));
+  EXPECT_TRUE(TheExResults().Append(id, serial, kNameField));
   std::string names;
   for (int location = 0; location < 6; ++location) names += ByName(id, "Name", location) + " ";
   EXPECT_EQ(names, "Abe Ito Uno Abe Ito (none) ");
@@ -160,15 +160,16 @@ TEST_F(ResultStore, ALaterResultUnderTheIdTakesNoForeignReply) {
   const int16_t id = Keep("0", Reply({}));
   const uint32_t serial = TheExResults().Find(id)->Serial;
   TheExResults().Free(id);
-  EXPECT_FALSE(TheExResults().Append(id, serial, kNames));
-  ASSERT_EQ(Keep("Name,0", kNames), id);
-  EXPECT_FALSE(TheExResults().Append(id, serial, kNames));
+  EXPECT_FALSE(TheExResults().Append(id, serial, kNameField));
+  ASSERT_EQ(Keep("Name,0", kNameField), id);
+  EXPECT_FALSE(TheExResults().Append(id, serial, kNameField));
   EXPECT_EQ(TheExResults().Find(id)->Records.size(), 2u);
 }
 
 TEST_F(ResultStore, ACutReplyGivesItsWholeRecords) {
-  for (size_t size = 0; size < kNames.size(); ++size) {
-    const int16_t id = Keep("Name,0", {kNames.begin(), kNames.begin() + static_cast<long>(size)});
+  for (size_t size = 0; size < kNameField.size(); ++size) {
+    const int16_t id =
+        Keep("Name,0", {kNameField.begin(), kNameField.begin() + static_cast<long>(size)});
     EXPECT_EQ(ByName(id, "Name", 0), size < 14 ? "(none)" : "Abe") << size;
     EXPECT_EQ(ByName(id, "Name", 1), "(none)") << size;
     TheExResults().Free(id);

@@ -67,10 +67,6 @@ TEST_F(FieldListText, ExtractorHoldsSizesAndOffsets) {
   EXPECT_EQ(Hex(list->Extractor), " 06 00 0A 00 02 00 00 00");
 }
 
-std::string NoSuchField(const std::string& name) {
-  return "VE818 Extendedオペレーションで指定されたフィールド(" + name + ")が存在しません。";
-}
-
 TEST_F(FieldListText, RefusesWithTheMessageOfTheFault) {
   const struct {
     const char* what;

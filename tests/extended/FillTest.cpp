@@ -263,10 +263,8 @@ TEST_F(Fill, ALongFirstRecordGetsALongerBuffer) {
   EXPECT_GE(table_.Info().BufferAllocated, size_t{6 + 64512});
 }
 
-void* NoMemory(size_t) { return nullptr; }
-
 TEST_F(Fill, WithoutMemoryForTheReplyTheListIsLeftAlone) {
-  ReplaceAllocate(NoMemory);
+  ReplaceAllocate([](size_t) -> void* { return nullptr; });
   EXPECT_FALSE(Run());
   ReplaceAllocate(nullptr);
   EXPECT_EQ(list_.TakeLog(), "");

@@ -103,19 +103,11 @@ FieldValue ThrowValue(const FieldKind& kind, Dice& dice) {
 }
 
 RandomTable::RandomTable(Dice& dice) {
-  directory_ = std::filesystem::temp_directory_path() /
-               ("qrn-random-" + std::to_string(std::random_device()()));
-  std::filesystem::create_directories(directory_);
   ThrowFields(dice);
   WriteSchema(dice);
-  qrndata::BuildDatabase(qrndata::ParseSchema(schema_, "schema", directory_), directory_,
+  qrndata::BuildDatabase(qrndata::ParseSchema(schema_, "schema", folder_.Root()), folder_.Root(),
                          qrndata::Existing::Replace);
   ThrowRecords(dice);
-}
-
-RandomTable::~RandomTable() {
-  std::error_code ignored;
-  std::filesystem::remove_all(directory_, ignored);
 }
 
 // Half of the fields are of a kind that another one has, so that fields can be compared.
@@ -157,8 +149,8 @@ void RandomTable::WriteSchema(Dice& dice) {
 }
 
 void RandomTable::ThrowRecords(Dice& dice) {
-  const qrndata::Dictionary dictionary = qrndata::ReadDictionary(directory_);
-  qrndata::RowImporter importer(directory_, dictionary.tables[0], 1000);
+  const qrndata::Dictionary dictionary = qrndata::ReadDictionary(folder_.Root());
+  qrndata::RowImporter importer(folder_.Root(), dictionary.tables[0], 1000);
   for (int number = 0; number < kRecords; ++number) {
     std::vector<FieldValue> record;
     qrndata::FieldValues texts;

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "tests/support/TempFolder.h"
 
 namespace qrn::test {
 
@@ -52,11 +53,10 @@ class RandomTable {
  public:
   // Field 0 holds the record's number, unique by key 0; key 1 has another field in front.
   explicit RandomTable(Dice& dice);
-  ~RandomTable();
   RandomTable(const RandomTable&) = delete;
   RandomTable& operator=(const RandomTable&) = delete;
 
-  std::string Directory() const { return directory_.string(); }
+  std::string Directory() const { return folder_.Text(); }
   const std::vector<RandomField>& Fields() const { return fields_; }
   const std::vector<FieldValue>& Record(int number) const {
     return records_[static_cast<size_t>(number)];
@@ -69,7 +69,7 @@ class RandomTable {
   std::string KeyEntry(Dice& dice) const;
   void ThrowRecords(Dice& dice);
 
-  std::filesystem::path directory_;
+  TempFolder folder_;
   std::vector<RandomField> fields_;
   std::vector<std::vector<FieldValue>> records_;
   std::string schema_;

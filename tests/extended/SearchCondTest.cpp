@@ -126,10 +126,6 @@ constexpr char kNoOperator[] = "VE042 比較演算子は(=,<,>,<>,>=,<=)のい�
 constexpr char kNoSuchNumber[] = "VE025 フィールドIDの指定が範囲外です。";
 constexpr char kVariable[] = "VE043 Extend系オペレーションに可変長データは指定できません";
 
-std::string NoSuchField(const std::string& name) {
-  return "VE818 Extendedオペレーションで指定されたフィールド(" + name + ")が存在しません。";
-}
-
 std::string NoValue(const std::string& text) {
   return "VE046 データの指定がなく、& | オペレータが指定されています。不正な検索条件文字列は(" +
          text + ")です。";

@@ -19,4 +19,9 @@ class ShownMessages {
   std::string TakeCodes();
 };
 
+// What a list of fields or a condition says that names a field the table does not have.
+inline std::string NoSuchField(const std::string& name) {
+  return "VE818 Extendedオペレーションで指定されたフィールド(" + name + ")が存在しません。";
+}
+
 }  // namespace qrn::test

@@ -13,13 +13,13 @@
 namespace qrn {
 namespace {
 
-std::string boxes;
+std::string shownBoxes;
 int beeps;
 
 int NoteBox(const char* text, unsigned flags) {
   char head[16];
   std::snprintf(head, sizeof head, "[%x ", flags);
-  boxes += head + CodePageToUtf8(text) + "]";
+  shownBoxes += head + CodePageToUtf8(text) + "]";
   return 7;
 }
 
@@ -108,7 +108,7 @@ void ExpectWrites(std::span<const FieldCase> cases, const QuorinSettings& settin
 }
 
 Watch::Watch() {
-  boxes.clear();
+  shownBoxes.clear();
   beeps = 0;
   ReplaceShowBox(&NoteBox);
   ReplaceBeep(&NoteBeep);
@@ -119,7 +119,7 @@ Watch::~Watch() {
   ReplaceBeep(nullptr);
 }
 
-std::string Watch::Boxes() const { return boxes; }
+std::string Watch::Boxes() const { return shownBoxes; }
 int Watch::Beeps() const { return beeps; }
 
 }  // namespace qrn

@@ -1,33 +1,33 @@
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 
 #include "IniFile.h"
+#include "tests/support/TempFolder.h"
 
 namespace qrn {
 namespace {
 
-namespace fs = std::filesystem;
-
-fs::path Directory() { return fs::temp_directory_path() / "qrn-settings-test"; }
+// While there is an IniFile.
+std::optional<test::TempFolder> folder;
 
 void Append(const char* file, const std::string& text) {
-  std::ofstream(Directory() / file, std::ios::app) << text << '\n';
+  std::ofstream(folder->Path(file), std::ios::app) << text << '\n';
 }
 
 }  // namespace
 
 IniFile::IniFile() {
-  fs::create_directories(Directory());
-  setenv("QUORIN_INI_DIR", Directory().c_str(), 1);
+  folder.emplace();
+  setenv("QUORIN_INI_DIR", folder->Root().c_str(), 1);
   Append("quorin.ini", "[quorin350]");
   Append("win.ini", "[intl]");
 }
 
 IniFile::~IniFile() {
   unsetenv("QUORIN_INI_DIR");
-  fs::remove_all(Directory());
+  folder.reset();
 }
 
 void IniFile::Set(const char* key, const char* value) {

@@ -15,6 +15,7 @@
 #include "lexbase.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/MessageBox.h"
+#include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Schema.h"
@@ -66,19 +67,11 @@ class Input {
 class Database {
  public:
   Database() {
-    std::string pattern = fs::temp_directory_path() / "qrn-dictionary.XXXXXX";
-    Require(mkdtemp(pattern.data()) != nullptr, "no folder");
-    folder_ = pattern;
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_), folder_,
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_.Root()), folder_.Root(),
                            qrndata::Existing::Replace);
     for (const char* name : kFiles) good_.push_back(Read(name));
   }
-  ~Database() {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-  }
-
-  const std::string& Path() const { return folder_; }
+  std::string Path() const { return folder_.Text(); }
 
   void Restore() {
     for (size_t i = 0; i < std::size(kFiles); ++i) Write(kFiles[i], good_[i]);
@@ -104,21 +97,21 @@ class Database {
       // Mostly of a table that there is, or may be.
       if (input.Byte() % 4 != 0) row[which == 1 ? 2 : 0] = static_cast<uint8_t>(input.Byte() % 8);
       if (input.Byte() % 4 != 0) row[which == 1 ? 3 : 1] = 0;
-      qrndata::BtrFile file(fs::path(folder_) / kFiles[which], qrndata::Access::ReadWrite);
+      qrndata::BtrFile file(folder_.Root() / kFiles[which], qrndata::Access::ReadWrite);
       (void)file.Insert(row);
     }
   }
 
  private:
   std::string Read(const char* name) const {
-    std::ifstream file(fs::path(folder_) / name, std::ios::binary);
+    std::ifstream file(folder_.Root() / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
   void Write(const char* name, const std::string& bytes) const {
-    std::ofstream(fs::path(folder_) / name, std::ios::binary) << bytes;
+    std::ofstream(folder_.Root() / name, std::ios::binary) << bytes;
   }
 
-  std::string folder_;
+  qrn::test::TempFolder folder_;
   std::vector<std::string> good_;
 };
 

@@ -21,10 +21,18 @@ constexpr GridCapacity kCapacity{.maxRows = 7, .maxCols = 5};
 constexpr int64_t kEntries = int64_t{kCapacity.maxRows} * kCapacity.maxCols;
 constexpr int32_t kNumbers[] = {
     INT32_MIN, -100, -1, 0, 1, 1, 2, 2, 3, 3, 4, 5, 6, 7, 8, 9, 70000, INT32_MAX - 1, INT32_MAX};
-constexpr char kLong[] = "a long text that no string keeps in itself";
-constexpr const char* kTexts[] = {
-    "",        "a",  "b\tc", "\t", "d\t\te", "\tf\t", "g\th\ti", "\x83\x5C", "j\tk\tl\tm\tn\to",
-    "\t\t\tp", kLong};
+constexpr const char* kTexts[] = {"",
+                                  "a",
+                                  "b\tc",
+                                  "\t",
+                                  "d\t\te",
+                                  "\tf\t",
+                                  "g\th\ti",
+                                  "\x83\x5C",
+                                  "j\tk\tl\tm\tn\to",
+                                  "\t\t\tp",
+                                  "long text "
+                                  "that no string keeps in itself"};
 
 // The bytes of the input, one after another; zeros behind them.
 class Choices {

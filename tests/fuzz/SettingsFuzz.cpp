@@ -1,10 +1,7 @@
 // Settings files of any bytes: every setting is read to something that the codecs can work with.
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -13,6 +10,7 @@
 #include "fields/FieldText.h"
 #include "platform/MessageBox.h"
 #include "platform/Profile.h"
+#include "tests/support/TempFolder.h"
 
 using namespace qrn;
 
@@ -27,24 +25,16 @@ void Require(bool holds, const char* what) {
 // A directory of this process for its quorin.ini and win.ini, removed at the end.
 class IniDirectory {
  public:
-  IniDirectory()
-      : path_(std::filesystem::temp_directory_path() / ("qrn-ini-" + std::to_string(getpid()))) {
-    std::filesystem::create_directories(path_);
-    setenv("QUORIN_INI_DIR", path_.c_str(), 1);
-  }
-  ~IniDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
+  IniDirectory() { setenv("QUORIN_INI_DIR", folder_.Root().c_str(), 1); }
 
   void Write(const char* name, const char* section, const uint8_t* data, size_t size) {
-    std::ofstream file(path_ / name, std::ios::binary);
+    std::ofstream file(folder_.Path(name), std::ios::binary);
     file << section;
     file.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   }
 
  private:
-  std::filesystem::path path_;
+  qrn::test::TempFolder folder_;
 };
 
 void Convert(const QuorinSettings& settings) {

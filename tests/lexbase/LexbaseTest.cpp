@@ -6,9 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 
 #include "lexbase.h"
+#include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Paths.h"
@@ -44,25 +44,17 @@ int Number(const Row& row, size_t at) { return row[at] | row[at + 1] << 8; }
 
 class Lexbase : public ::testing::Test {
  protected:
-  Lexbase() {
-    folder_ = fs::temp_directory_path() / ("qrn-lexbase-" + std::to_string(std::random_device()()));
-    fs::create_directories(folder_);
-    Build();
-  }
-  ~Lexbase() override {
-    DDFClose();
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-  }
+  Lexbase() { Build(); }
+  ~Lexbase() override { DDFClose(); }
 
   void Build() {
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_), folder_,
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_.Root()), folder_.Root(),
                            qrndata::Existing::Replace);
   }
 
-  int Open() { return DDFOpen(qrndata::BtrievePath(folder_).c_str(), 0); }
+  int Open() { return DDFOpen(qrndata::BtrievePath(folder_.Root()).c_str(), 0); }
 
-  fs::path File(const char* name) const { return folder_ / name; }
+  fs::path File(const char* name) const { return folder_.Root() / name; }
   std::string Read(const char* name) const {
     std::ifstream file(File(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -121,7 +113,7 @@ class Lexbase : public ::testing::Test {
     return failure != 0 ? failure : closed;
   }
 
-  fs::path folder_;
+  qrn::test::TempFolder folder_;
   std::vector<Row> rows_;  // that the last ReadAll met
 };
 
@@ -200,8 +192,8 @@ TEST_F(Lexbase, BadArgumentsAreCodes) {
   EXPECT_EQ(DDFOpen(nullptr, 0), LexbaseBadDirectory);
   EXPECT_EQ(DDFOpen("", 0), LexbaseBadDirectory);
   EXPECT_EQ(DDFOpen(std::string(300, 'x').c_str(), 0), LexbaseBadDirectory);
-  EXPECT_NE(DDFOpen((folder_ / "none").string().c_str(), 0), 0);
-  ASSERT_EQ(DDFOpen(qrndata::BtrievePath(folder_).c_str(), 7), 0) << "the mode says nothing";
+  EXPECT_NE(DDFOpen((folder_.Root() / "none").string().c_str(), 0), 0);
+  ASSERT_EQ(DDFOpen(qrndata::BtrievePath(folder_.Root()).c_str(), 7), 0) << "the mode says nothing";
   EXPECT_EQ(DDFReadFile(nullptr), LexbaseNoBuffer);
   EXPECT_EQ(DDFReadField(nullptr), LexbaseNoBuffer);
   EXPECT_EQ(DDFReadIndex(nullptr), LexbaseNoBuffer);

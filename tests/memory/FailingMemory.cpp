@@ -15,12 +15,12 @@ constexpr int kNever = -1;
 // Of the test's own thread: the record manager has one too, which is not what is tried here.
 thread_local int left = kNever;  // allocations that still succeed
 thread_local int suspended = 0;
-bool happened = false;
+bool hasHappened = false;
 
 bool FailsNow() {
   if (left == kNever || suspended != 0) return false;
   if (left-- != 0) return false;
-  happened = true;
+  hasHappened = true;
   return true;
 }
 
@@ -71,7 +71,7 @@ FailingMemory::FailingMemory(int failing) {
   ReplaceAllocate(&Zeroed);
   ReplaceBtrCall(&ForeignBtrCall);
   ReplaceLexbase(&kForeignLexbase);
-  happened = false;
+  hasHappened = false;
   left = failing;
 }
 
@@ -82,7 +82,7 @@ FailingMemory::~FailingMemory() {
   ReplaceAllocate(nullptr);
 }
 
-bool FailingMemory::Happened() const { return happened; }
+bool FailingMemory::Happened() const { return hasHappened; }
 
 NotCounted::NotCounted() { ++suspended; }
 NotCounted::~NotCounted() { --suspended; }

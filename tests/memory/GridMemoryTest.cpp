@@ -13,7 +13,7 @@
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/grid/PlayedGrid.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -26,14 +26,14 @@ DbTableInfo* People() {
   return dictionary != nullptr ? &dictionary->Tables[kPeople] : nullptr;
 }
 
-std::string shown;
+std::string shownCodes;
 
 class GridWithoutMemory : public ::testing::Test {
  protected:
   GridWithoutMemory() {
     ReplaceShowBox([](const char* text, unsigned) {
       const NotCounted own;
-      shown += std::string(text, 5) + " ";
+      shownCodes += std::string(text, 5) + " ";
       return kBoxOk;
     });
     EXPECT_EQ(::DbInitialize(company_.Directory().c_str()), 0);
@@ -78,14 +78,14 @@ class GridWithoutMemory : public ::testing::Test {
     for (int failing = 0;; ++failing) {
       ASSERT_LT(failing, 500);
       prepare();
-      shown.clear();
+      shownCodes.clear();
       bool happened = false;
       {
         const FailingMemory memory(failing);
         work();
         happened = memory.Happened();
       }
-      EXPECT_EQ(shown, happened ? "VE001 " : "") << failing;
+      EXPECT_EQ(shownCodes, happened ? "VE001 " : "") << failing;
       EXPECT_FALSE(FillTurn::IsTaken());
       CheckRows(failing);
       if (!happened) return;

@@ -18,7 +18,7 @@
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/binding/PlayedControls.h"
-#include "tests/module/Company.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

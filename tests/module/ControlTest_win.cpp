@@ -4,12 +4,12 @@
 #include <ole2.h>
 
 #include "BuiltModule_win.h"
-#include "Company.h"
 #include "binding/tables/QRNBtrTable.h"
 #include "com/Module.h"
 #include "ole/SystemGuid.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

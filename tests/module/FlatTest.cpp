@@ -4,9 +4,9 @@
 #include <cstring>
 #include <string>
 
-#include "Company.h"
 #include "FlatApi.h"
 #include "platform/CodePage.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

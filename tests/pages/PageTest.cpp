@@ -13,8 +13,8 @@
 #include "host/runner/Form.h"
 #include "host/user/Dialogs.h"
 #include "ole/SystemGuid.h"
-#include "tests/module/Company.h"
 #include "tests/qrnform/FormRun.h"
+#include "tests/support/Company.h"
 
 namespace qrn::tests {
 namespace {

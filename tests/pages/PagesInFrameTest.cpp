@@ -1,8 +1,8 @@
 // Every page in the runner's frame, worked by keys alone, from the first list to OK.
 #include <gtest/gtest.h>
 
-#include "tests/module/Company.h"
 #include "tests/qrnform/FormRun.h"
+#include "tests/support/Company.h"
 
 namespace qrn::tests {
 namespace {

@@ -11,7 +11,7 @@
 namespace qrndata::test {
 namespace {
 
-constexpr char kSchema[] = R"([[table]]
+constexpr char kCheckSchema[] = R"([[table]]
 name = "T"
 field = [
   { name = "Id", type = "Integer", size = 4 },
@@ -25,7 +25,7 @@ key = [
 class Checking : public ToolTest {
  protected:
   void SetUp() override {
-    Build(kSchema);
+    Build(kCheckSchema);
     ASSERT_EQ(Import("T", "Id,Name\n1,c\n2,b\n3,b\n4,a\n").code, 0);
   }
   void TearDown() override { qrn::ReplaceBtrCall(nullptr); }
@@ -103,7 +103,7 @@ TEST_F(Checking, FaultsOfTheDictionaryAreFound) {
        "dictionary: table \"T\": the index name \"Ghost\" is for key 9, which does not exist"},
   };
   for (const Planted& row : cases) {
-    Build(kSchema);
+    Build(kCheckSchema);
     Plant(row.file, row.row);
     const std::string found = Found();
     EXPECT_NE(found.find(std::string(row.found) + "\n"), std::string::npos) << row.what << ":\n"

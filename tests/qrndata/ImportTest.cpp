@@ -7,7 +7,7 @@
 namespace qrndata::test {
 namespace {
 
-constexpr char kSchema[] = R"([[table]]
+constexpr char kImportSchema[] = R"([[table]]
 name = "T"
 field = [
   { name = "Id", type = "Integer", size = 4 },
@@ -28,7 +28,7 @@ key = [
 
 class Importing : public ToolTest {
  protected:
-  void SetUp() override { Build(kSchema); }
+  void SetUp() override { Build(kImportSchema); }
 };
 
 struct RefusedCase {
@@ -169,7 +169,7 @@ TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
       {"skip", "ab", "T: 1 row taken, 1 text with characters left out\n"},
   };
   for (const auto& row : cases) {
-    Build(kSchema);
+    Build(kImportSchema);
     EXPECT_EQ(Import("T", csv, {"--on-unmappable", row.choice}).out, row.said);
     EXPECT_EQ(Export("T").find(row.stored) != std::string::npos, true) << row.choice;
   }
@@ -197,7 +197,7 @@ const BrokenCase kBroken[] = {
 TEST_F(Importing, BytesThatAreNoCharactersGoAsTold) {
   for (const BrokenCase& row : kBroken) {
     const std::string csv = "Mark,Born,Id,Name\n ,,1," + row.name + "\n,,2,\x93\xFA\x96\x7B\n";
-    Build(kSchema);
+    Build(kImportSchema);
     const Said refused = Import("T", csv, {"--encoding", "cp932", "--dry-run"});
     EXPECT_EQ(refused.code, 1) << row.what;
     EXPECT_EQ(refused.err.find(std::string("in.csv:") + row.said), 0u)
@@ -205,7 +205,7 @@ TEST_F(Importing, BytesThatAreNoCharactersGoAsTold) {
     const std::pair<const char*, const char*> choices[] = {{"replace", row.replaced},
                                                            {"skip", row.skipped}};
     for (const auto& [choice, stored] : choices) {
-      Build(kSchema);
+      Build(kImportSchema);
       const Said said = Import("T", csv, {"--encoding", "cp932", "--on-unmappable", choice});
       EXPECT_EQ(said.out.find("T: 2 rows taken, 1 text with characters "), 0u) << row.what;
       EXPECT_NE(Export("T").find(std::string("\n1,") + stored + ","), std::string::npos)

@@ -2,8 +2,8 @@
 #include <chrono>
 #include <future>
 
-#include "Remote.h"
 #include "ToolFixture.h"
+#include "clients/Remote.h"
 
 namespace qrndata::test {
 namespace {
@@ -16,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kFirstOfForm = 1000000;
 
-constexpr char kSchema[] = R"([[table]]
+constexpr char kLocksSchema[] = R"([[table]]
 name = "T"
 field = [ { name = "Id", type = "Integer" }, { name = "Name", type = "String", size = 6 } ]
 key = [ { name = "ById", fields = ["Id"] }, { fields = ["Name"], duplicates = true } ])";
@@ -30,7 +30,7 @@ std::string Rows(int first, int count) {
 class BesideAForm : public ToolTest {
  protected:
   void SetUp() override {
-    Build(kSchema);
+    Build(kLocksSchema);
     ASSERT_EQ(Import("T", "Id,Name\n1,a\n2,b\n").code, 0);
     ASSERT_EQ(Call(btrieve::test::kOpen, {.key = PathKey(Path("db/T.btr"))}).status, 0);
   }

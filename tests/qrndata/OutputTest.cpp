@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kSchema[] = R"([[table]]
+constexpr char kOutputSchema[] = R"([[table]]
 name = "T"
 field = [ { name = "Id", type = "Integer", size = 4 } ]
 key = [ { fields = ["Id"] } ]
@@ -20,7 +20,7 @@ field = [ { name = "Id", type = "Integer", size = 4 } ])";
 class Writing : public ToolTest {
  protected:
   void SetUp() override {
-    Build(kSchema);
+    Build(kOutputSchema);
     ASSERT_EQ(Import("T", "Id\n1\n2\n").code, 0);
   }
 

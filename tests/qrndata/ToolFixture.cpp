@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <sstream>
 
 #include "tools/qrndata/Paths.h"
@@ -30,26 +29,16 @@ std::string Line(const Said& said) {
   return line;
 }
 
-ToolTest::ToolTest() {
-  folder_ = fs::temp_directory_path() / ("qrn-tool-" + std::to_string(std::random_device()()));
-  fs::create_directories(folder_);
-}
-
-ToolTest::~ToolTest() {
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
-}
-
 std::string ToolTest::Path(const std::string& name) const {
-  return PathToUtf8(folder_ / PathFromUtf8(name));
+  return PathToUtf8(Folder() / PathFromUtf8(name));
 }
 
 void ToolTest::Write(const std::string& name, const std::string& bytes) const {
-  std::ofstream(folder_ / PathFromUtf8(name), std::ios::binary) << bytes;
+  std::ofstream(Folder() / PathFromUtf8(name), std::ios::binary) << bytes;
 }
 
 std::string ToolTest::Read(const std::string& name) const {
-  std::ifstream file(folder_ / PathFromUtf8(name), std::ios::binary);
+  std::ifstream file(Folder() / PathFromUtf8(name), std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -60,7 +49,8 @@ Said ToolTest::Run(std::vector<std::string> arguments) const {
 Said ToolTest::RunProgram(ProgramBody program, std::vector<std::string> arguments) const {
   std::ostringstream out, err;
   const int code = program(std::move(arguments), {out, err, nullptr});
-  const std::string prefix = PathToUtf8(folder_) + static_cast<char>(fs::path::preferred_separator);
+  const std::string prefix =
+      PathToUtf8(Folder()) + static_cast<char>(fs::path::preferred_separator);
   return {code, Without(out.str(), prefix), Without(err.str(), prefix)};
 }
 

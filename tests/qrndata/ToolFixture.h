@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/TempFolder.h"
 #include "tools/qrndata/Program.h"
 
 namespace qrndata::test {
@@ -23,9 +24,6 @@ std::string Line(const Said& said);
 
 class ToolTest : public ::testing::Test {
  protected:
-  ToolTest();
-  ~ToolTest() override;
-
   std::string Path(const std::string& name) const;
   void Write(const std::string& name, const std::string& bytes) const;
   std::string Read(const std::string& name) const;
@@ -40,10 +38,10 @@ class ToolTest : public ::testing::Test {
   std::string Export(const std::string& table, const std::vector<std::string>& options = {}) const;
   Said Check() const { return Run({"check", Path("db")}); }
 
-  const std::filesystem::path& Folder() const { return folder_; }
+  const std::filesystem::path& Folder() const { return folder_.Root(); }
 
  private:
-  std::filesystem::path folder_;
+  qrn::test::TempFolder folder_;
 };
 
 }  // namespace qrndata::test

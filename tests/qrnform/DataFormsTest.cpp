@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "tests/module/Company.h"
 #include "tests/qrnform/FormRun.h"
+#include "tests/support/Company.h"
 
 namespace qrn::tests {
 namespace {

@@ -4,7 +4,6 @@
 #include <ole2.h>
 #include <windows.h>
 
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -12,6 +11,7 @@
 #include "host/form/SourceText.h"
 #include "host/runner/Program.h"
 #include "host/user/UserPlayer.h"
+#include "tests/support/TempFolder.h"
 
 namespace qrn::tests {
 namespace {
@@ -50,42 +50,12 @@ class Apartment {
   ~Apartment() { OleUninitialize(); }
 };
 
-// A folder that goes with its content.
-class Folder {
- public:
-  Folder() : path_(std::filesystem::temp_directory_path() / Unique()) {
-    std::filesystem::create_directories(path_);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() {
-    std::error_code failed;
-    std::filesystem::remove_all(path_, failed);
-    EXPECT_FALSE(failed) << path_ << " stays behind: " << failed.message();
-  }
-
-  std::string Write(const std::string& name, const std::string& text) const {
-    const std::filesystem::path file = path_ / name;
-    std::ofstream(file, std::ios::binary) << kByteOrderMark << text;
-    return file.string();
-  }
-
- private:
-  // At most eight characters, so that the short names of siblings do not meet.
-  static std::string Unique() {
-    static int count = 0;
-    std::ostringstream name;
-    name << std::hex << GetCurrentProcessId() << '-' << ++count;
-    return name.str();
-  }
-  std::filesystem::path path_;
-};
-
 // Form files in a folder of their own, by their paths.
 struct FormFiles {
   explicit FormFiles(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
-      paths.push_back(folder.Write("form" + std::to_string(paths.size() + 1) + ".frm", text));
+      paths.push_back(folder.Path("form" + std::to_string(paths.size() + 1) + ".frm"));
+      std::ofstream(paths.back(), std::ios::binary) << kByteOrderMark << text;
     }
   }
   void GiveTo(host::ModuleClasses& classes, host::Program& program) const {
@@ -93,7 +63,7 @@ struct FormFiles {
     for (const std::string& path : paths) program.Add(host::ReadFormSource(path));
   }
 
-  Folder folder;
+  test::TempFolder folder;
   std::vector<std::string> paths;
 };
 

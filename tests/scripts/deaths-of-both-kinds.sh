@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Windows processes and native ones work on the same data files and die in turn: see
-# tests/btrieve/BankKillTest_posix.cpp. Run by ./run test, which gives the prefix.
+# tests/btrieve/kills/BankKillTest_posix.cpp. Run by ./run test, which gives the prefix.
 set -eu
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-TEST=${QRN_KILL_TEST:-$ROOT/build/native-asan/bin/test_btrieve}
+TEST=${QRN_KILL_TEST:-$ROOT/build/native-asan/bin/test_btrieve_kills}
 WORKER=${QRN_WINDOWS_WORKER:-$ROOT/build/windows/bin/btrieve_worker.exe}
 
 # The programs find each other's files by the same paths: the current drive is the system's root.

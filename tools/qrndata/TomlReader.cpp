@@ -6,7 +6,7 @@ namespace qrndata {
 
 namespace {
 
-std::string Listing(std::initializer_list<std::string_view> names) {
+std::string Joined(std::initializer_list<std::string_view> names) {
   std::string text;
   for (const std::string_view name : names) text.append(text.empty() ? "" : ", ").append(name);
   return text;
@@ -23,7 +23,7 @@ void TomlReader::AllowOnly(std::initializer_list<std::string_view> names) const 
     if (std::find(names.begin(), names.end(), key.str()) != names.end()) continue;
     throw BadInput(file_, {key.source().begin.line, key.source().begin.column},
                    "a " + std::string(what_) + " has no \"" + std::string(key.str()) +
-                       "\"; expected one of " + Listing(names));
+                       "\"; expected one of " + Joined(names));
   }
 }
 

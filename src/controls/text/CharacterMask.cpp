@@ -3,11 +3,7 @@
 #include "core/DbTypes.h"
 
 namespace qrn {
-namespace {
-
-constexpr char16_t kBackspace = 8;
-
-}  // namespace
+namespace {}  // namespace
 
 bool MaskAllows(char16_t character, int32_t fieldType) noexcept {
   if (character >= u'0' && character <= u'9') return true;

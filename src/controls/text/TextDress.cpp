@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/text/CharacterMask.h"
 #include "fields/RightAlign.h"
 #include "platform/CodePage.h"
 
 namespace qrn {
 namespace {
-
-constexpr char16_t kBackspace = 8;
 
 std::string Cut(std::string text) {
   text.resize(CutAtCharacter(text, kDressedTextSize));

@@ -83,7 +83,7 @@ int32_t GridModel::FillSelectionWith(std::string_view text) {
   if (!memory) ReportGridMemoryFailure();
   const int64_t rows = int64_t{SelEndRow} - SelStartRow + 1;
   const int64_t cols = std::max<int64_t>(int64_t{SelEndCol} - SelStartCol + 1, 0);
-  return cols > INT32_MAX / rows ? INT32_MAX : static_cast<int32_t>(rows * cols);
+  return static_cast<int32_t>(std::min<int64_t>(rows * cols, INT32_MAX));
 }
 
 int32_t GridModel::SpreadFromCurrent(std::string_view text) {

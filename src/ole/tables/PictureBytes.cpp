@@ -172,7 +172,7 @@ bool IsSoundEnhanced(Bytes bytes) {
 
 bool NeedsNoLook(Bytes) { return true; }
 
-struct Kind {
+struct PictureKind {
   std::initializer_list<uint8_t> signature;
   bool (*isSound)(Bytes);
 };
@@ -180,7 +180,7 @@ struct Kind {
 }  // namespace
 
 bool IsSoundPicture(std::span<const uint8_t> bytes) noexcept {
-  static constexpr Kind kKinds[] = {
+  static constexpr PictureKind kKinds[] = {
       {{'B', 'M'}, &IsSoundBitmap},       {{0, 0, 1, 0}, &IsSoundIcon},
       {{0, 0, 2, 0}, &IsSoundIcon},       {{0xD7, 0xCD, 0xC6, 0x9A}, &IsSoundPlaceable},
       {{1, 0, 9, 0}, &IsSoundMetafile},   {{2, 0, 9, 0}, &IsSoundMetafile},
@@ -188,7 +188,7 @@ bool IsSoundPicture(std::span<const uint8_t> bytes) noexcept {
       {{0xFF, 0xD8, 0xFF}, &NeedsNoLook}, {{0x89, 'P', 'N', 'G'}, &NeedsNoLook},
   };
   if (bytes.empty()) return true;
-  for (const Kind& kind : kKinds) {
+  for (const PictureKind& kind : kKinds) {
     if (BeginsWith(bytes, kind.signature)) return kind.isSound(bytes);
   }
   return false;

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 
 #include "binding/QRNBtr.h"
 #include "binding/registry/ControlRegistry.h"
@@ -19,6 +18,7 @@
 #include "extended/FirstRecord.h"
 #include "extended/SearchCond.h"
 #include "tests/controls/Hosted.h"
+#include "tests/support/TempFolder.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/RowImporter.h"
@@ -51,13 +51,11 @@ void Check(bool condition, const char* what) {
 
 class Workplace {
  public:
-  Workplace() : path_(std::filesystem::temp_directory_path() / "qrnlists") {
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", path_.string()), path_,
+  Workplace() {
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_.Root()), folder_.Root(),
                            qrndata::Existing::Replace);
-    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(path_);
-    qrndata::RowImporter importer(path_, dictionary.tables[0], 10000);
+    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(folder_.Root());
+    qrndata::RowImporter importer(folder_.Root(), dictionary.tables[0], 10000);
     for (int32_t code = 0; code < kRecords; ++code) {
       const std::string number = std::to_string(code);
       qrndata::FieldValues row = {number, "somebody of the number " + number, "Kyoto"};
@@ -65,14 +63,10 @@ class Workplace {
     }
     importer.Finish();
   }
-  ~Workplace() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  std::wstring Path() const { return path_.wstring(); }
+  std::wstring Path() const { return folder_.Root().wstring(); }
 
  private:
-  std::filesystem::path path_;
+  qrn::test::TempFolder folder_;
 };
 
 class Bench {

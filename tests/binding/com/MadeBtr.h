@@ -10,9 +10,9 @@
 #include "com/Module.h"
 #include "ole/ClassFactory.h"
 #include "tests/extended/ShownMessages.h"
-#include "tests/module/Company.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 

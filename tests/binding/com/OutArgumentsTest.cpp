@@ -38,7 +38,7 @@ Variant Real(double number) {
   value->dblVal = number;
   return value;
 }
-Variant HostArray() {
+Variant AnArray() {
   Variant value = Of(VT_ARRAY | VT_VARIANT);
   value->parray = SafeArrayCreateVector(VT_VARIANT, 0, 3);
   return value;
@@ -66,7 +66,7 @@ class OutArguments : public ::testing::Test {
         {"an object", [this] { return Variant(Com<IDispatch>(&mute)); }},
         {"an object with a value", [this] { return Variant(Com<IDispatch>(&eight)); }},
         {"an argument left out", [] { return Of(VT_ERROR); }},
-        {"an array", [] { return HostArray(); }},
+        {"an array", [] { return AnArray(); }},
     };
   }
   void SetUp() override {

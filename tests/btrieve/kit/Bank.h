@@ -13,7 +13,7 @@
 namespace btrieve::test {
 
 // The first field of the numbers is the one assigned.
-enum BankKey : int { kById, kByField, kByText, kBankKeys };
+enum BankKey : int { kByBankId, kByField, kByText, kBankKeys };
 enum BankFile : int { kNorth, kSouth, kLedger, kNumbers, kBankFiles };
 
 // A record without its key: 12 of its 32 bytes. By file:

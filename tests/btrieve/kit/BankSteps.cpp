@@ -103,7 +103,7 @@ void Step::Put(int file, const Fields& fields) {
 
 std::vector<std::pair<int32_t, Fields>> Step::RemoveOldest(int file, size_t most, size_t keep) {
   std::vector<std::pair<int32_t, Fields>> removed;
-  const CallIn in{.room = kBankRecordSize, .keyNumber = file == kNumbers ? kByField : kById};
+  const CallIn in{.room = kBankRecordSize, .keyNumber = file == kNumbers ? kByField : kByBankId};
   while (removed.size() < most) {
     const CallOut out = Call(kGetFirst + LockBias(), file, in);
     if (out.status == kEndOfFile || CountOf(file) <= keep) break;

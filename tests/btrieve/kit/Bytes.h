@@ -62,6 +62,10 @@ struct Seg {
 Bytes SegmentBytes(const Seg& segment);
 // A whole block: the number of keys is that of the segments that no other follows.
 Bytes CreateBlock(const Head& head, const std::vector<Seg>& segments, const Bytes& sequences = {});
+
+// Records of two numbers, the first of which is the only key and has duplicates.
+inline Bytes PairBlock() { return CreateBlock({.recordLength = 8}, {{.flags = 0x102, .type = 1}}); }
+inline Bytes Pair(int32_t id, int32_t value = 0) { return Number(id) + Number(value); }
 // A collating sequence that turns the order of all byte values round.
 Bytes ReversingSequence();
 

@@ -1,7 +1,6 @@
 #include "Calls.h"
 
 #include <algorithm>
-#include <random>
 
 namespace btrieve::test {
 namespace {
@@ -44,19 +43,6 @@ CallOut ThisProcess::Call(int operation, int block, const CallIn& in) {
   out.keyTouched = out.key != keyBefore;
   return out;
 }
-
-Folder::Folder(const std::filesystem::path& where) {
-  std::random_device random;
-  root_ = where / ("btr" + std::to_string(random()) + std::to_string(random()));
-  std::filesystem::create_directories(root_);
-}
-
-Folder::~Folder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(root_, ignored);
-}
-
-std::string Folder::Path(const std::string& name) const { return (root_ / name).string(); }
 
 Bytes PathKey(const std::string& path) { return Padded(path, path.size() + 1, '\0'); }
 

@@ -2,12 +2,12 @@
 // sanitizer sees one byte too many, and everything that comes back in one value.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 
 #include "Bytes.h"
 #include "btrieve.h"
 #include "btrieve/system/Status.h"
+#include "tests/support/TempFolder.h"
 
 namespace btrieve::test {
 
@@ -72,20 +72,7 @@ class ThisProcess : public Client {
   std::vector<Bytes> blocks_;
 };
 
-// A folder that goes away with everything in it.
-class Folder {
- public:
-  explicit Folder(const std::filesystem::path& where = std::filesystem::temp_directory_path());
-  ~Folder();
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string Path(const std::string& name) const;
-  const std::filesystem::path& Root() const { return root_; }
-
- private:
-  std::filesystem::path root_;
-};
+using Folder = qrn::test::TempFolder;
 
 // A path as key buffer, with its NUL.
 Bytes PathKey(const std::string& path);

@@ -34,6 +34,9 @@ Bytes PlanBlock();
 // The files by calls: paths are opened as blocks 0 and 1. False when a status is not 0.
 bool OpenPlanFiles(Client& client, const std::vector<std::string>& paths);
 bool PerformStep(Client& client, const PlanStep& step);
+// All ids of the plan stay below.
+inline constexpr int32_t kBeyondPlan = 1 << 20;
+
 // Makes the files here and does the first `steps` of the plan. False when a status is not 0.
 bool BeginPlan(const std::vector<std::string>& paths, uint32_t seed, uint32_t steps,
                PlanState& state);

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "GridOffice.h"
-#include "Remote.h"
+#include "clients/Remote.h"
 
 namespace qrn::test {
 namespace {

@@ -1,0 +1,59 @@
+#include "tests/support/Company.h"
+
+#include "tools/qrndata/Builder.h"
+#include "tools/qrndata/Schema.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr char kSchema[] = R"(
+[[table]]
+name = "People"
+field = [
+  { name = "Code", type = "Integer", size = 4 },
+  { name = "Name", type = "String", size = 20 },
+  { name = "Town", type = "String", size = 12 },
+  { name = "Born", type = "Date" },
+  { name = "Pay", type = "Decimal", size = 5, decimals = 2 },
+]
+key = [
+  { name = "ByCode", fields = ["Code"] },
+  { name = "ByPlace", fields = ["Town", "Code"], modifiable = true },
+  { name = "ByName", fields = ["Name"], duplicates = true, modifiable = true },
+]
+
+[[table]]
+name = "Notes"
+field = [
+  { name = "Id", type = "AutoInc", size = 4 },
+  { name = "Text", type = "Note", size = 4000 },
+]
+key = [ { name = "ById", fields = ["Id"] } ]
+
+[[table]]
+name = "Days"
+field = [
+  { name = "Day", type = "Date" },
+  { name = "Left", type = "Time", nullable = true },
+  { name = "Word", type = "String", size = 6 },
+]
+key = [ { name = "ByDay", fields = ["Day"] } ]
+)";
+
+// Making files takes longer than copying them.
+struct Built {
+  Built() {
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "test", folder.Root()), folder.Root(),
+                           qrndata::Existing::Replace);
+  }
+  TempFolder folder;
+};
+
+}  // namespace
+
+Company::Company() {
+  static const Built built;
+  std::filesystem::copy(built.folder.Root(), folder_.Root());
+}
+
+}  // namespace qrn::test
