@@ -12,7 +12,7 @@
 namespace qrn::test {
 namespace {
 
-constexpr DISPID kChange = 1;
+constexpr DISPID kChangeEvent = 1;
 
 TEST(Forms, WhicheverControlComesFirstEachFormFindsItsOwn) {
   ShownMessages messages;
@@ -102,7 +102,7 @@ TEST(Forms, AFormMayGoInsideAnEventOfItsOwn) {
     PeopleForm form(L"Abe", "bed");
     int changes = 0;
     form.edit.events.answer = [&](DISPID id, DISPPARAMS&) {
-      if (id == kChange && changes++ == 0) row.go(form);
+      if (id == kChangeEvent && changes++ == 0) row.go(form);
     };
     form.Click();
     EXPECT_EQ(changes, 1) << row.what;
