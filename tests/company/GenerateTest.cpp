@@ -1,4 +1,10 @@
 // The made-up company: the same for a seed, and sound at any size.
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <span>
+
+#include "controls/picture/files/PictureFile.h"
 #include "examples/company/generator/Generate.h"
 #include "tests/qrndata/ToolFixture.h"
 
@@ -40,6 +46,29 @@ TEST_F(Generating, DataFilesHoldWhatTheCsvFilesDo) {
   ASSERT_EQ(Generate("csv", {"--csv", "--orders", "300"}).code, 0);
   EXPECT_EQ(orders, Read("csv/Orders.csv"));
   EXPECT_EQ(Export("VisitNotes"), Read("csv/VisitNotes.csv"));
+}
+
+TEST_F(Generating, PicturesAreBitmapsIconsAndMetafiles) {
+  ASSERT_EQ(Generate("csv", {"--csv", "--orders", "5"}).code, 0);
+  std::map<std::string, int> kinds;
+  for (const auto& entry : std::filesystem::directory_iterator(Path("csv/pictures"))) {
+    const std::string name = entry.path().filename().string();
+    const std::string text = Read("csv/pictures/" + name);
+    const std::span bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
+    const std::string kind = entry.path().extension().string();
+    const bool sound = kind == ".bmp"   ? qrn::ReadBitmapFile(bytes).has_value()
+                       : kind == ".ico" ? qrn::IsIconFile(bytes)
+                                        : qrn::ReadMetafileFile(bytes).bits.size() == bytes.size();
+    EXPECT_TRUE(sound) << name;
+    EXPECT_NE(Read("csv/Products.csv").find("," + name + ","), std::string::npos) << name;
+    ++kinds[kind];
+  }
+  EXPECT_EQ(kinds, (std::map<std::string, int>{{".bmp", 4}, {".ico", 4}, {".wmf", 4}}));
+}
+
+TEST_F(Generating, AsManyCustomersAsAskedFor) {
+  ASSERT_EQ(Generate("csv", {"--csv", "--orders", "5", "--customers", "1234"}).code, 0);
+  EXPECT_EQ(std::ranges::count(Read("csv/Customers.csv"), '\n'), 1235);
 }
 
 TEST_F(Generating, ACommandLineThatIsNoneIsNamed) {

@@ -1,4 +1,5 @@
-// One small picture for each category of the generated company, as a bitmap file.
+// One small picture for each category of the generated company: bitmaps, icons and metafiles in
+// turn.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +9,8 @@ namespace company {
 
 inline constexpr int kPictureSize = 64;  // pixels, both ways
 
-// The bytes of a .bmp file of 16 colours. `category` counts from 0.
+// The file's name, "category01.bmp", and its bytes. `category` counts from 0.
+std::string CategoryPictureName(size_t category);
 std::string CategoryPicture(size_t category);
 
 }  // namespace company

@@ -37,7 +37,7 @@ std::string Sentences(Random& random, std::span<const char* const> sentences, in
 }
 
 uint32_t CompanySize::Customers() const noexcept {
-  return std::clamp<uint32_t>(orders / 12, 10, 20000);
+  return customers != 0 ? customers : std::clamp<uint32_t>(orders / 12, 10, 20000);
 }
 uint32_t CompanySize::Products() const noexcept {
   return std::clamp<uint32_t>(orders / 10, 60, 5000);

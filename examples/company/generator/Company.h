@@ -27,6 +27,8 @@ struct CompanySize {
   uint32_t orders = 5000;
   uint64_t seed = 1;
 
+  uint32_t customers = 0;  // 0: as the orders ask for
+
   // The rest grows with the orders, more slowly.
   uint32_t Customers() const noexcept;
   uint32_t Products() const noexcept;

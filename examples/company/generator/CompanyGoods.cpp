@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "examples/company/generator/CategoryPictures.h"
 #include "examples/company/generator/CompanyParts.h"
 #include "examples/company/generator/CompanyWords.h"
 
@@ -42,7 +43,7 @@ void Company::PutProduct(uint32_t number) {
        SenText(product.priceSen), SenText(cost), product.isFood ? "8" : "10",
        std::to_string(grams / 1000) + "." + Padded(static_cast<uint64_t>(grams % 1000), 3),
        std::to_string(random_.Pick(std::array{1, 1, 6, 10, 12, 24, 100})),
-       "category" + Padded(category + 1, 2) + ".bmp", random_.OneIn(25) ? "1" : "0"});
+       CategoryPictureName(category), random_.OneIn(25) ? "1" : "0"});
   products_.push_back(std::move(product));
 }
 

@@ -126,9 +126,7 @@ void DatabaseSink::Close() {
 void WritePictures(const fs::path& directory) {
   MakeDirectory(directory);
   for (size_t category = 0; category < Categories().size(); ++category) {
-    std::string number = std::to_string(category + 1);
-    if (number.size() == 1) number.insert(0, "0");
-    OutputFile file(directory / PathFromUtf8("category" + number + ".bmp"));
+    OutputFile file(directory / PathFromUtf8(CategoryPictureName(category)));
     file.Stream() << CategoryPicture(category);
     file.Finish();
   }
@@ -171,6 +169,10 @@ int ParseAndGenerate(std::vector<std::string> arguments, const Streams& streams)
                  "orders, 1 to 100000000; three lines each on average (standard: 5000)")
       ->type_name("NUMBER")
       ->check(CLI::Range(1, 100000000).description(""));
+  app.add_option("--customers", options.size.customers,
+                 "customers, 1 to 1000000 (standard: as many as the orders ask for)")
+      ->type_name("NUMBER")
+      ->check(CLI::Range(1, 1000000).description(""));
   app.add_option("--seed", options.size.seed, "another company for another number (standard: 1)")
       ->type_name("NUMBER");
   app.add_flag("--csv", options.asCsv, "write CSV files and pictures, no data files");
