@@ -2,22 +2,13 @@
 # The example's customer card before real keys and mouse: its own script from finding to deleting,
 # the same by the keyboard alone with the list on the way, the letters of its buttons, then someone
 # else who writes first. Run by ./run test, which gives prefix and display.
-set -eu
-ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
-DATA_TOOL=${QRN_DATA_TOOL:-$ROOT/build/native-asan/bin/qrndata}
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-
-"$DATA_TOOL" build "$ROOT/examples/company/company.toml" "$folder" >/dev/null
-for table in "$ROOT"/examples/company/data/*.csv; do
-  "$DATA_TOOL" import "$folder" "$(basename "$table" .csv)" "$table" >/dev/null
-done
-cp "$ROOT"/examples/company/{customers.frm,customers.txt,walk.frm,keyboard.txt} "$folder"
+. "$(dirname "${BASH_SOURCE[0]}")/lib/company.sh"
+company
+cp "$EXAMPLE"/{customers.frm,customers.txt,walk.frm,keyboard.txt} .
 # The other one's form stands in the corner, beside the card in the middle.
 sed -e 's/ClientLeft  .*/ClientLeft = 0/' -e 's/ClientTop  .*/ClientTop = 0/' \
-  "$ROOT/tests/qrnform/share.frm" >"$folder/share.frm"
-cat >"$folder/letters.txt" <<'STEPS'
+  "$ROOT/tests/qrnform/share.frm" >share.frm
+cat >letters.txt <<'STEPS'
 focus edtCustomerNo
 type "36"
 key Alt+F
@@ -34,7 +25,7 @@ expect edtSince.Text = "1999/01/05"
 expect edtCreditLimit.Text = "2,700,000"
 STEPS
 # F4 without the list.
-cat >"$folder/alone.txt" <<'STEPS'
+cat >alone.txt <<'STEPS'
 key F4
 expect lblStatus.Caption = "一覧（walk.frm）が開かれていません。"
 type "36"
@@ -42,7 +33,7 @@ expect edtCustomerNo.Text = "36"
 STEPS
 
 # What is refused or fails leaves no trace in the record: its field without a control stays too.
-cat >"$folder/conflict.txt" <<'STEPS'
+cat >conflict.txt <<'STEPS'
 focus edtCustomerNo
 type "36"
 click btnFind
@@ -77,8 +68,6 @@ click frmCustomers.btnUpdate
 expect frmCustomers.lblStatus.Caption = "更新しました。"
 STEPS
 
-cd "$folder"
-run() { "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script "$1.txt" "${@:2}"; }
 run customers customers.frm
 run keyboard customers.frm walk.frm
 run letters customers.frm
@@ -91,6 +80,4 @@ case $written in
   *) echo "not what was on the card: $written"; exit 1 ;;
 esac
 # The pictures of the example show the form and its message.
-for picture in customers-found customers-duplicate keyboard-list keyboard; do
-  [ -s "$picture.png" ] || { echo "no $picture.png"; exit 1; }
-done
+made {customers-found,customers-duplicate,keyboard-list,keyboard}.png

@@ -1,16 +1,8 @@
 #!/usr/bin/env bash
 # The forms in docs/controls.md work as they stand there, and wrong names in the first one do what the
 # document says. Run by ./run test, which gives prefix and display.
-set -eu
-ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
-DATA_TOOL=${QRN_DATA_TOOL:-$ROOT/build/native-asan/bin/qrndata}
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-
-"$DATA_TOOL" build "$ROOT/examples/company/company.toml" "$folder" >/dev/null
-"$DATA_TOOL" import "$folder" Customers "$ROOT/examples/company/data/Customers.csv" >/dev/null
-cd "$folder"
+. "$(dirname "${BASH_SOURCE[0]}")/lib/company.sh"
+company Customers
 # The indented block that begins with VERSION.
 sed -nE '/^    VERSION/,/^[^ ]/{s/^    //;/^[^A-Z ].*\. /q;p}' "$ROOT/docs/controls.md" |
   sed '/^In the folder/,$d' >card.frm
@@ -18,7 +10,7 @@ sed -nE '/^    VERSION/,/^[^ ]/{s/^    //;/^[^A-Z ].*\. /q;p}' "$ROOT/docs/contr
 # works FORM: the steps on standard input succeed.
 works() {
   cat >steps.txt
-  timeout 60 "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script steps.txt "$1" || { echo "($1)"; exit 1; }
+  run steps "$1"
 }
 
 works card.frm <<'STEPS'

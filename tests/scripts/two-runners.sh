@@ -1,25 +1,19 @@
 #!/usr/bin/env bash
 # Two form runners on the same data at once: the second sees the first one's lock and its status,
 # and its change after reading again. Run by ./run test, which gives prefix and display.
-set -eu
-ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-RUNNER=${QRN_RUNNER:-$ROOT/build/windows/bin/qrnform.exe}
-DATA_TOOL=${QRN_DATA_TOOL:-$ROOT/build/native-asan/bin/qrndata}
-folder=$(mktemp -d)
+. "$(dirname "${BASH_SOURCE[0]}")/lib/company.sh"
+company Customers
 first=
 finish() {
   [ -z "$first" ] || kill "$first" 2>/dev/null || true
   rm -rf "$folder"
 }
 trap finish EXIT
-
-"$DATA_TOOL" build "$ROOT/examples/company/company.toml" "$folder" >/dev/null
-"$DATA_TOOL" import "$folder" Customers "$ROOT/examples/company/data/Customers.csv" >/dev/null
-cp "$ROOT/tests/qrnform/share.frm" "$folder/first.frm"
+cp "$ROOT/tests/qrnform/share.frm" first.frm
 # The second window stands beside the first one, so that each gets its own clicks.
-sed 's/ClientLeft  .*/ClientLeft = 9000/' "$folder/first.frm" >"$folder/second.frm"
+sed 's/ClientLeft  .*/ClientLeft = 9000/' first.frm >second.frm
 
-cat >"$folder/first.txt" <<'STEPS'
+cat >first.txt <<'STEPS'
 focus edtNo
 type "36"
 click btnFind
@@ -30,7 +24,7 @@ set edtPhone.Text = "022-000-4321"
 click btnUpdate
 print "written"
 STEPS
-cat >"$folder/second.txt" <<'STEPS'
+cat >second.txt <<'STEPS'
 focus edtNo
 type "36"
 click btnFind
@@ -43,22 +37,21 @@ expect edtPhone.Text = "022-000-4321"
 print "sees the change"
 STEPS
 
-cd "$folder"
-run() { "${QRN_WINE:-/usr/lib/wine/wine64}" "$RUNNER" --script "$1.txt" "$1.frm" >"$1.out" 2>&1; }
+play() { run "$1" "$1.frm" >"$1.out" 2>&1; }
 fail() {
   printf '%s\n' "$*"
   tail -n +1 first.out second.out
   exit 1
 }
 
-run first &
+play first &
 first=$!
 for _ in $(seq 300); do
   grep -q locked first.out && break
   sleep 0.1
 done
 grep -q locked first.out || fail "the first runner did not get the record"
-run second || fail "the second runner failed"
+play second || fail "the second runner failed"
 wait "$first" || fail "the first runner failed"
 first=
 grep -q "met the lock" second.out && grep -q "sees the change" second.out || fail "not all was seen"
