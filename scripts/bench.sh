@@ -1,15 +1,28 @@
 # Running the benchmarks. Sourced by ./run.
 #
 # Every program build/native/bin/bench_* prints its ratios, each with a verdict beside the figure it
-# has to keep. A figure that is missed is told, not failed: on a busy machine it may be the machine.
+# has to keep; bench_lists.exe, which needs windows, does so under Wine with a display of its own. A
+# figure that is missed is told, not failed: on a busy machine it may be the machine.
+
+# windows_bench PROGRAM: as the tests run it, in a prefix and before a display of its own.
+windows_bench() (
+  mkdir -p "$LOGS"
+  QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
+  ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
+  trap stop_windows EXIT
+  start_windows bench
+  "$WINE64" "$1"
+)
 
 run_bench() {
-  local program code missed=0 broken=0
-  for program in "$BUILD"/native/bin/bench_*; do
+  local program start code missed=0 broken=0
+  for program in "$BUILD"/native/bin/bench_* "$BUILD"/windows/bin/bench_*.exe; do
     [ -x "$program" ] || continue
     say "${program##*/bench_}"
     code=0
-    "$program" || code=$?
+    start=
+    [[ $program != *.exe ]] || start=windows_bench
+    $start "$program" || code=$?
     case $code in
       0) ;;
       1) missed=$((missed + 1)) ;;

@@ -1,6 +1,9 @@
 // The items of a list box or a combo box, which alone keeps them. The two kinds of windows differ
 // in the numbers of their messages, so one class serves both. Texts are wide, as the window holds
 // them; indexes count from 0. Of a null window everything is empty and every call does nothing.
+//
+// A fill adds many items: who knows the system's own procedure of the window has it called at once,
+// without the ways of the system and of the window's owner in front of it.
 #pragma once
 
 #include <windows.h>
@@ -38,8 +41,8 @@ class ListItems {
  public:
   static constexpr int32_t kNone = -1;  // LB_ERR, CB_ERR
 
-  ListItems(HWND window, const ListMessages& messages) noexcept
-      : window_(window), messages_(messages) {}
+  ListItems(HWND window, const ListMessages& messages, WNDPROC system = nullptr) noexcept
+      : window_(window), messages_(messages), system_(system) {}
 
   int32_t Count() const noexcept { return window_ ? Ask(messages_.count) : 0; }
   bool Has(int32_t index) const noexcept { return index >= 0 && index < Count(); }
@@ -76,11 +79,15 @@ class ListItems {
   static WPARAM Index(int32_t index) noexcept { return static_cast<WPARAM>(index); }
   static LPARAM Pointer(const wchar_t* text) noexcept { return reinterpret_cast<LPARAM>(text); }
   int32_t Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const noexcept {
-    return static_cast<int32_t>(SendMessageW(window_, message, wParam, lParam));
+    if (!window_) return 0;
+    const LRESULT answer = system_ ? CallWindowProcW(system_, window_, message, wParam, lParam)
+                                   : SendMessageW(window_, message, wParam, lParam);
+    return static_cast<int32_t>(answer);
   }
 
   HWND window_;
   const ListMessages& messages_;
+  WNDPROC system_;
 };
 
 }  // namespace qrn
