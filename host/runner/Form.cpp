@@ -1,6 +1,8 @@
 #include "host/runner/Form.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <vector>
 
 #include "host/container/Text.h"
 #include "host/runner/InputEvents.h"
@@ -9,6 +11,21 @@
 #include "host/script/VbErrors.h"
 
 namespace qrn::host {
+namespace {
+
+// Shows each label the window that comes after it in the order of the Tab key, hidden or not.
+void NameByLabels(const ControlSet& controls) {
+  std::vector<FormControl*> order;
+  for (const Com<FormControl>& control : controls) order.push_back(control.get());
+  std::ranges::stable_sort(order, {}, &FormControl::tabIndex);
+  for (auto piece = order.begin(); piece != order.end(); ++piece) {
+    const auto next = std::find_if(piece + 1, order.end(),
+                                   [](const FormControl* control) { return control->Window(); });
+    if (next != order.end()) (*piece)->StandBefore((*next)->Window());
+  }
+}
+
+}  // namespace
 
 Form::Form(Program& program, std::shared_ptr<const FormSource> source)
     : program_(&program),
@@ -85,6 +102,7 @@ void Form::CreateControls() {
     if (control->Create()) continue;
     mistakes.Add(control->line(), Utf8(control->DisplayName()) + " does not come up");
   }
+  NameByLabels(controls_);
   if (mistakes.Any()) throw form::FileRefused(source_->path, mistakes);
 }
 

@@ -57,6 +57,8 @@ class FormControl : public Scriptable {
 
   // True if the Tab key stops here now.
   virtual bool IsTabStop() const { return false; }
+  // It is the label of the control of that window: screen readers are to find it there.
+  virtual void StandBefore(HWND /*control*/) {}
   // True if it can have the keyboard now: it is shown, and neither it nor what holds it is
   // disabled.
   bool CanTakeFocus() const;

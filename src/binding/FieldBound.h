@@ -2,6 +2,7 @@
 //
 //   class CQRNBtn final : public TableBound<BoundControl<ole::VisibleControl>> { ... };
 //   class CQRNCheck final : public FieldBound<MarkFace> { ... };
+//   class ListControl : public Registered<FieldNamed<ListFace>, kListControls> { ... };
 //
 // Names are looked up at every use and nothing is kept: what is found is good until a handler of
 // the application runs.
@@ -38,10 +39,9 @@ class TableBound : public Base {
   }
 };
 
-// One field of the table, shown by a control of that face (binding/BoundFaces.h). Registered at run
-// time as long as its window exists.
+// One field of the table, shown by a control of that face (binding/BoundFaces.h).
 template <class Face>
-class FieldBound : public TableBound<BoundControl<ole::VisibleControl, Face>> {
+class FieldNamed : public TableBound<BoundControl<ole::VisibleControl, Face>> {
   using Base = TableBound<BoundControl<ole::VisibleControl, Face>>;
 
  public:
@@ -60,10 +60,36 @@ class FieldBound : public TableBound<BoundControl<ole::VisibleControl, Face>> {
     return TheRegistry().GetFieldType(this->GetContainerWindow(), NarrowText(this->DbSource),
                                       NarrowText(this->DbTable), NarrowText(DbField));
   }
+};
+
+// The registry's lists, each by the two calls that change it.
+struct RegistryList {
+  int32_t (ControlRegistry::*enter)(CQuorin& control) noexcept;
+  int32_t (ControlRegistry::*leave)(const CQuorin& control) noexcept;
+};
+inline constexpr RegistryList kFieldControls{&ControlRegistry::RegisterFieldControl,
+                                             &ControlRegistry::UnregisterFieldControl};
+inline constexpr RegistryList kListControls{&ControlRegistry::RegisterListControl,
+                                            &ControlRegistry::UnregisterListControl};
+inline constexpr RegistryList kNavControls{&ControlRegistry::RegisterNavControl,
+                                           &ControlRegistry::UnregisterNavControl};
+
+// Stands in a list of the registry at run time, as long as its window exists. `Base` is a
+// BoundControl.
+template <class Base, const RegistryList& List>
+class Registered : public Base {
+ public:
+  using Base::Base;
 
  protected:
-  void OnRegister() override { TheRegistry().RegisterFieldControl(*this); }
-  void OnUnregister() override { TheRegistry().UnregisterFieldControl(*this); }
+  void OnRegister() override { (TheRegistry().*List.enter)(*this); }
+  void OnUnregister() override { (TheRegistry().*List.leave)(*this); }
+};
+
+template <class Face>
+class FieldBound : public Registered<FieldNamed<Face>, kFieldControls> {
+ public:
+  using Registered<FieldNamed<Face>, kFieldControls>::Registered;
 };
 
 // Access to the names, for the bindings of derived controls whose tables give them these ids. What

@@ -170,6 +170,13 @@ void CQRNEdit::TextChanged() {
   SetWindow(Bstr(Text));
 }
 
+// The window keeps the lines that it was made with.
+void CQRNEdit::OnFillControlInfo(CONTROLINFO& info) {
+  const bool ofLines =
+      contained() ? (GetWindowLongW(contained(), GWL_STYLE) & ES_MULTILINE) != 0 : MultiLine != 0;
+  if (ofLines) info.dwFlags = CTRLINFO_EATS_RETURN;
+}
+
 void CQRNEdit::OnChanged(int32_t id) {
   FieldBound::OnChanged(id);
   if (id == ole::stock::kText) TextChanged();

@@ -49,6 +49,7 @@ class CQRNEdit final : public FieldBound<EditFace> {
   bool OnWindowMessage(com::Message& message) override;
   bool OnContainedMessage(com::Message& message) override;
   void OnChanged(int32_t id) override;
+  void OnFillControlInfo(CONTROLINFO& info) override;
 
  protected:
   std::optional<ole::ContainedDescription> DescribeContained() override;

@@ -46,6 +46,8 @@ class Captioned : public Base {
   }
 
  protected:
+  // Its own text is its name.
+  Com<IAccessible> MakeAccessible(HWND) override { return {}; }
   // Does what a click does. Handlers may let the control go: the caller keeps it.
   virtual void OnMnemonicKey() = 0;
 

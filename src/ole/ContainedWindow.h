@@ -33,6 +33,7 @@ class ContainedWindow {
   void Destroy() noexcept;
   // Runs the system class's own procedure.
   LRESULT CallOriginal(const Message& message) noexcept;
+  WNDPROC original() const noexcept { return original_; }
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam);

@@ -28,6 +28,7 @@ const MessageRow<VisibleControl> VisibleControl::kContainedMessages[] = {
     {WM_SETFOCUS, &VisibleControl::OnContainedSetFocus},
     {WM_KILLFOCUS, &VisibleControl::OnContainedKillFocus},
     {WM_KEYDOWN, &VisibleControl::OnContainedKeyDown},
+    {WM_GETOBJECT, &VisibleControl::OnGetObject},
 };
 
 const MessageRow<VisibleControl> VisibleControl::kPointerMessages[] = {
@@ -159,6 +160,7 @@ const VisibleControl::AppliedRow VisibleControl::kApplied[] = {
     {stock::kBackColor, &VisibleControl::MakeBrush},
     {stock::kFont, &VisibleControl::ApplyFont},
     {stock::kEnabled, &VisibleControl::ApplyEnabled},
+    {stock::kTabStop, &VisibleControl::ApplyTabStop},
 };
 
 void VisibleControl::OnChanged(int32_t id) {
@@ -171,6 +173,12 @@ void VisibleControl::OnChanged(int32_t id) {
 
 void VisibleControl::ApplyFont() {
   if (contained()) font_.ApplyTo(contained());
+}
+
+void VisibleControl::ApplyTabStop() {
+  if (!hwnd()) return;
+  const LONG others = GetWindowLongW(hwnd(), GWL_STYLE) & ~LONG{WS_TABSTOP};
+  SetWindowLongW(hwnd(), GWL_STYLE, others | static_cast<LONG>(ExtraWindowStyle()));
 }
 
 // Who cannot be used does not keep the keyboard: the container's window gets it, which knows where
@@ -231,6 +239,18 @@ bool VisibleControl::OnMouseActivate(Message&) {
 // Arrows were run when the container offered them, before it could take them for tab moves.
 bool VisibleControl::OnContainedKeyDown(Message& message) {
   return message.wParam == VK_LEFT || message.wParam == VK_RIGHT;
+}
+
+Com<IAccessible> VisibleControl::MakeAccessible(HWND window) {
+  return Com<IAccessible>(new Accessible(window, hwnd()));
+}
+
+bool VisibleControl::OnGetObject(Message& message) {
+  if (static_cast<LONG>(message.lParam) != OBJID_CLIENT) return false;
+  const Com<IAccessible> told = MakeAccessible(message.window);
+  if (!told) return false;
+  message.result = LresultFromObject(__uuidof(IAccessible), message.wParam, told.get());
+  return true;
 }
 
 HRESULT VisibleControl::OnAccelerator(MSG& message) {

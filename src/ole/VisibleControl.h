@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "com/Fonts.h"
+#include "ole/Accessible.h"
 #include "ole/Bind.h"
 #include "ole/ContainedWindow.h"
 #include "ole/Control.h"
@@ -67,6 +68,9 @@ class VisibleControl : public Control {
   virtual std::span<const int32_t> RemadeInDesigner() const { return {}; }
   virtual void OnRegister() {}
   virtual void OnUnregister() {}
+  // What a screen reader finds in the contained window, or in one inside it; null for the system's
+  // own object.
+  virtual Com<IAccessible> MakeAccessible(HWND window);
   // A key went down and its event is over. Whether the key ends here, is offered to the site, or
   // goes the usual way to the window that has the focus.
   enum class KeyEnd { Here, Site, Window };
@@ -80,6 +84,7 @@ class VisibleControl : public Control {
   void RemakeContained();
   // Colours a device context as the colour messages ask.
   LRESULT ColorContext(HDC dc) const noexcept;
+  WNDPROC SystemProcedure() const noexcept { return contained_.original(); }
   LRESULT CallOriginal(const Message& message) { return contained_.CallOriginal(message); }
 
  private:
@@ -95,12 +100,14 @@ class VisibleControl : public Control {
   bool OnContainedKillFocus(Message& message);
   bool OnColor(Message& message);
   bool OnContainedKeyDown(Message& message);
+  bool OnGetObject(Message& message);
   HRESULT OnKeyUp(MSG& message);
   HRESULT OnChar(MSG& message);
   void MakeContained();
   void MakeBrush();
   void ApplyFont();
   void ApplyEnabled();
+  void ApplyTabStop();
   void EnableWindows() noexcept;
   void FontChanged();
   void DrawStandIn(HDC dc, RECT rect, std::wstring_view text);

@@ -2,12 +2,7 @@
 // that listens.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 
@@ -35,22 +30,15 @@ inline constexpr DISPID kBtrieveError = 1;
 inline constexpr DISPID kSetData = 2;
 inline constexpr const char* kFailed = "VE807 ボタンによるBtrieveオペレーションに失敗しました。";
 
-class Button : public ::testing::Test {
+class Button : public OfficeFixture {
  protected:
   void SetUp() override {
     Bind(code_, L"Code");
     Bind(name_, L"Name");
     ASSERT_EQ(code_.Show(), S_OK);
     ASSERT_EQ(name_.Show(), S_OK);
-    button_.Set(L"DbSource", Text(L"Db1"));
-    button_.Set(L"DbTable", Text(L"People"));
+    Bind(button_);
     ASSERT_EQ(button_.Show(), S_OK);
-  }
-
-  static void Bind(HostedControl& edit, const wchar_t* field) {
-    edit.Set(L"DbSource", Text(L"Db1"));
-    edit.Set(L"DbTable", Text(L"People"));
-    edit.Set(L"DbField", Text(field));
   }
 
   void Fill(const wchar_t* code, const wchar_t* name) {
@@ -86,8 +74,6 @@ class Button : public ::testing::Test {
     }
   }
 
-  Office office_;
-  PlayedDatabase database_{office_};
   PlayedScroll scroll_;
   Hosted<CQRNEdit> code_{L"edtCode"};
   Hosted<CQRNEdit> name_{L"edtName"};

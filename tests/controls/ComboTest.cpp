@@ -114,6 +114,22 @@ TEST_F(Combos, TheListDropsNineLines) {
   EXPECT_LT(own.bottom, 9 * line) << "the control itself does not grow";
 }
 
+TEST_F(Combos, F4AndAltDownOpenTheList) {
+  for (const int32_t style : {kDropDownCombo, kDropDownList}) {
+    Shown(style);
+    SetFocus(window());
+    const auto opens = [&](UINT message, WPARAM key, LPARAM bits) {
+      SendMessageW(window(), CB_SHOWDROPDOWN, FALSE, 0);
+      SendMessageW(GetFocus(), message, key, bits);
+      return SendMessageW(window(), CB_GETDROPPEDSTATE, 0, 0) != 0;
+    };
+    EXPECT_TRUE(opens(WM_KEYDOWN, VK_F4, 1)) << style;
+    EXPECT_TRUE(opens(WM_SYSKEYDOWN, VK_DOWN, 0x20000001)) << style;
+    SendMessageW(window(), CB_SHOWDROPDOWN, FALSE, 0);
+    SetFocus(TheForm());
+  }
+}
+
 // The keyboard is in a window inside the combo box; inside and outside are told apart all the same.
 TEST_F(Combos, TheFocusComesOnceAndGoesOnce) {
   for (const int32_t style : {kDropDownCombo, kNormalCombo, kDropDownList}) {

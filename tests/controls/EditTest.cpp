@@ -1,8 +1,7 @@
 // The edit control through its window, its dispatch interface and the binding.
 #include <gtest/gtest.h>
 
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "SystemCalls.h"
 #include "binding/InputMethod.h"
 #include "binding/tables/QRNEditTable.h"
@@ -12,13 +11,11 @@
 namespace qrn::test {
 namespace {
 
-class Edit : public ::testing::Test {
+class Edit : public OfficeFixture {
  protected:
   // Bound to a field and shown.
   void Bind(const wchar_t* table, const wchar_t* field) {
-    edit_.Set(L"DbSource", Text(L"Db1"));
-    edit_.Set(L"DbTable", Text(table));
-    edit_.Set(L"DbField", Text(field));
+    OfficeFixture::Bind(edit_, field, table);
   }
   void Show() { ASSERT_EQ(edit_.Show(), S_OK); }
   void BindAndShow(const wchar_t* table, const wchar_t* field) {
@@ -42,8 +39,6 @@ class Edit : public ::testing::Test {
     return Shown();
   }
 
-  Office office_;
-  PlayedDatabase database_{office_};
   Hosted<CQRNEdit> edit_{L"edt1"};
 };
 
@@ -75,6 +70,23 @@ TEST_F(Edit, StartsAsItsTableSays) {
       {L"Text", "ok BSTR:"},
   };
   for (const Case& row : cases) EXPECT_EQ(edit_.Value(row.name), row.value);
+}
+
+TEST_F(Edit, WantsTheEnterKeyWhereItHasLines) {
+  for (const bool lines : {false, true}) {
+    Hosted<CQRNEdit> edit(L"edt2");
+    const auto wantsEnter = [&] {
+      CONTROLINFO info{};
+      info.cb = sizeof info;
+      com::Query<IOleControl>(&edit->Outer())->GetControlInfo(&info);
+      return (info.dwFlags & CTRLINFO_EATS_RETURN) != 0;
+    };
+    edit.Set(L"MultiLine", Bool(lines));
+    EXPECT_EQ(wantsEnter(), lines);
+    ASSERT_EQ(edit.Show(), S_OK);
+    edit.Set(L"MultiLine", Bool(!lines));
+    EXPECT_EQ(wantsEnter(), lines) << "the window keeps its lines";
+  }
 }
 
 TEST_F(Edit, PropertiesBecomeStylesOfTheWindow) {

@@ -1,8 +1,7 @@
 // Keys as a user presses them: through the system's queue, the container's loop and the control.
 #include <gtest/gtest.h>
 
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
@@ -10,7 +9,7 @@
 namespace qrn::test {
 namespace {
 
-class Keys : public ::testing::Test {
+class Keys : public OfficeFixture {
  protected:
   // The container's loop for a while: keys are offered to the control that is active.
   static void Loop(HostedControl& active, DWORD milliseconds) {
@@ -43,9 +42,6 @@ class Keys : public ::testing::Test {
     Loop(control, 150);
     control.events.log.clear();
   }
-
-  Office office_;
-  PlayedDatabase database_{office_};
 };
 
 TEST_F(Keys, AnEditTellsOfThemAndFiltersThem) {

@@ -3,8 +3,7 @@
 
 #include <functional>
 
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "SystemCalls.h"
 #include "binding/QRNBtr.h"
 #include "com/Module.h"
@@ -15,14 +14,8 @@
 namespace qrn::test {
 namespace {
 
-class LastReference : public ::testing::Test {
+class LastReference : public OfficeFixture {
  protected:
-  static void Bind(HostedControl& control, const wchar_t* table, const wchar_t* field = nullptr) {
-    control.Set(L"DbSource", Text(L"Db1"));
-    control.Set(L"DbTable", Text(table));
-    if (field) control.Set(L"DbField", Text(field));
-  }
-
   // Lets go of the control in its event of that id, which `reach` brings about.
   template <class Control>
   void LetGoIn(DISPID event, const char* what, Control& control,
@@ -40,8 +33,6 @@ class LastReference : public ::testing::Test {
   }
 
   ShownMessages messages_;
-  Office office_;
-  PlayedDatabase database_{office_};
 };
 
 constexpr DISPID kChange = 1;
@@ -89,7 +80,7 @@ TEST_F(LastReference, OfAnEditGoesInAnyEvent) {
   };
   for (const EditCase& row : cases) {
     Hosted<CQRNEdit> edit(L"edt1");
-    Bind(edit, L"Days", L"Day");
+    Bind(edit, L"Day", L"Days");
     ASSERT_EQ(edit.Show(), S_OK);
     edit->ShowFieldText("x");
     LetGoIn(row.event, row.what, edit, [&] { row.reach(edit); });
@@ -99,7 +90,7 @@ TEST_F(LastReference, OfAnEditGoesInAnyEvent) {
 // The repair of a date on leaving changes the text in the middle of the loss of the focus.
 TEST_F(LastReference, OfAnEditGoesWhileItLosesTheFocus) {
   Hosted<CQRNEdit> edit(L"edt1");
-  Bind(edit, L"Days", L"Day");
+  Bind(edit, L"Day", L"Days");
   edit.Set(L"IMEMode", Long(1));
   ASSERT_EQ(edit.Show(), S_OK);
   SetFocus(edit.window());
@@ -141,7 +132,7 @@ TEST_F(LastReference, OfAButtonGoesInAnyEvent) {
   };
   for (const Case& row : cases) {
     Hosted<CQRNBtn> button(L"btn1");
-    Bind(button, L"People");
+    Bind(button);
     button.Set(L"Caption", Text(L"&N"));
     button.Set(L"DbOperation", Long(row.operation));
     ASSERT_EQ(button.Show(), S_OK);
@@ -152,7 +143,7 @@ TEST_F(LastReference, OfAButtonGoesInAnyEvent) {
 TEST_F(LastReference, OfAButtonGoesWhileItsBoxesAreUp) {
   for (const int answer : {IDOK, IDCANCEL}) {
     Hosted<CQRNBtn> button(L"btn1");
-    Bind(button, L"People");
+    Bind(button);
     button.Set(L"ConfirmMsg", Text(L"?"));
     ASSERT_EQ(button.Show(), S_OK);
     PlayedMessageBox box(answer);

@@ -51,6 +51,16 @@ TEST_F(ListFills, AHandlerOfFormatMayDoAnything) {
     OnFormat([&](Bstr&) { Say(L"Reload"); });
     Say(L"Refresh");
     EXPECT_EQ(host_->Value(L"ListCount"), each->extended ? "ok I4:4" : "ok I4:3");
+    // Other tables are read, and their records stay where the handler left them.
+    OnFormat([&](Bstr& line) {
+      PlayedForm form;
+      PlayedButton days(office_, form, "Days");
+      const Status status = DbButtonRead(office_.engine, BtrOpGetFirst, days);
+      line = Bstr(L"status " + std::to_wstring(status));
+    });
+    Say(L"Refresh");
+    EXPECT_EQ(Items().substr(0, 9), "status 9;");
+    EXPECT_EQ(host_->Value(L"ListCount"), "ok I4:4") << "a row without a name has one now";
   }
 }
 
@@ -165,7 +175,7 @@ TEST_F(ListFills, TheRejectLimitEndsAFillWithItsStatus) {
 
 TEST_F(ListFills, ManyBatches) {
   for (int i = 0; i < 50; ++i)
-    Insert(std::to_string(i).c_str(), ("n" + std::to_string(i)).c_str(), "x");
+    Insert({{"Code", std::to_string(i)}, {"Name", "n" + std::to_string(i)}, {"Town", "x"}});
   for (const ListClass* each : AllLists()) {
     Make(*each);
     if (each->extended) Set(L"DbMaxRecords", Long(7));

@@ -7,49 +7,32 @@
 #include "platform/Utf.h"
 
 namespace qrn::test {
-namespace {
 
-template <class C>
-MadeList MakeList(const wchar_t* name, bool runs) {
-  auto hosted = std::make_unique<Hosted<C>>(name, runs);
-  ListControl* list = &**hosted;
-  return {std::move(hosted), list};
-}
-
-}  // namespace
-
-const ListClass kListBox{"QRNListBox", false, false, &MakeList<CQRNListBox>};
-const ListClass kComboBox{"QRNComboBox", true, false, &MakeList<CQRNComboBox>};
-const ListClass kExListBox{"QRNExListBox", false, true, &MakeList<CQRNExListBox>};
-const ListClass kExComboBox{"QRNExComboBox", true, true, &MakeList<CQRNExComboBox>};
+const ListClass kListBox{"QRNListBox", false, false, &test::Make<CQRNListBox, ListControl>};
+const ListClass kComboBox{"QRNComboBox", true, false, &test::Make<CQRNComboBox, ListControl>};
+const ListClass kExListBox{"QRNExListBox", false, true, &test::Make<CQRNExListBox, ListControl>};
+const ListClass kExComboBox{"QRNExComboBox", true, true, &test::Make<CQRNExComboBox, ListControl>};
 
 std::vector<const ListClass*> AllLists() {
   return {&kListBox, &kComboBox, &kExListBox, &kExComboBox};
 }
 
-void Lists::Insert(const char* code, const char* name, const char* town) {
-  PlayedForm form;
-  form.texts = {{"Code", code}, {"Name", name}, {"Town", town}};
-  PlayedButton button(office_, form, "People");
-  ASSERT_EQ(DbButtonInsert(office_.engine, button, false), 0);
-}
-
 void Lists::InsertPeople() {
-  Insert("3", "さくら", "Kyoto");
-  Insert("1", "うめ", "Kyoto");
-  Insert("2", "", "Osaka");
-  Insert("4", "うめだ", "Nara");
+  Insert({{"Code", "3"}, {"Name", "さくら"}, {"Town", "Kyoto"}});
+  Insert({{"Code", "1"}, {"Name", "うめ"}, {"Town", "Kyoto"}});
+  Insert({{"Code", "2"}, {"Name", ""}, {"Town", "Osaka"}});
+  Insert({{"Code", "4"}, {"Name", "うめだ"}, {"Town", "Nara"}});
 }
 
 HostedControl& Lists::Make(const ListClass& which, bool runs) {
   host_.reset();
   MadeList made = which.make(L"lst1", runs);
   host_ = std::move(made.host);
-  list_ = made.list;
+  list_ = made.control;
   which_ = &which;
-  for (const wchar_t* source : {L"DbSource", L"DbListSource"}) Set(source, Text(L"Db1"));
-  for (const wchar_t* table : {L"DbTable", L"DbListTable"}) Set(table, Text(L"People"));
-  Set(L"DbField", Text(L"Town"));
+  Bind(*host_, L"Town");
+  Set(L"DbListSource", Text(L"Db1"));
+  Set(L"DbListTable", Text(L"People"));
   Set(which.extended ? L"DbListFields" : L"DbListField", Text(L"Name"));
   Set(L"DbListIndex", Text(L"ByCode"));
   return *host_;

@@ -1,22 +1,12 @@
 // The four list controls over the office's people, and what tests do with all of them alike.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "controls/list/ListControl.h"
 
 namespace qrn::test {
 
-// One of the four, made and hosted.
-struct MadeList {
-  std::unique_ptr<HostedControl> host;
-  ListControl* list;
-};
+using MadeList = Made<ListControl>;
 
 struct ListClass {
   const char* name;
@@ -31,11 +21,10 @@ extern const ListClass kExComboBox;
 // All four, for tests of what they share.
 std::vector<const ListClass*> AllLists();
 
-class Lists : public ::testing::Test {
+class Lists : public OfficeFixture {
  protected:
   // People by code: 1 うめ Kyoto, 2 (no name) Osaka, 3 さくら Kyoto, 4 うめだ Nara.
   void InsertPeople();
-  void Insert(const char* code, const char* name, const char* town);
 
   // A control bound to Db1, with the people's names along ByCode as its list, not yet shown.
   HostedControl& Make(const ListClass& which, bool runs = true);
@@ -56,8 +45,6 @@ class Lists : public ::testing::Test {
 
   int32_t formatEvent() const { return which_->combo ? 4 : 3; }
 
-  Office office_;
-  PlayedDatabase database_{office_};
   std::unique_ptr<HostedControl> host_;
   ListControl* list_ = nullptr;
   const ListClass* which_ = nullptr;

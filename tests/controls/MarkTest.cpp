@@ -2,48 +2,31 @@
 // each.
 #include <gtest/gtest.h>
 
-#include "Hosted.h"
+#include "OfficeFixture.h"
 #include "PeopleForm.h"
-#include "PlayedDatabase.h"
 #include "binding/registry/ControlRegistry.h"
 #include "controls/mark/QRNCheck.h"
 #include "controls/mark/QRNOptBtn.h"
-#include "core/DictionaryLookup.h"
 
 namespace qrn::test {
 namespace {
 
-// Either class, hosted.
-struct MadeMark {
-  std::unique_ptr<HostedControl> host;
-  MarkControl* mark;
-};
-template <class C>
-MadeMark MakeMark(const wchar_t* name, bool runs) {
-  auto hosted = std::make_unique<Hosted<C>>(name, runs);
-  MarkControl* mark = &**hosted;
-  return {std::move(hosted), mark};
-}
+using MadeMark = Made<MarkControl>;
 struct MarkClass {
   const char* name;
   MadeMark (*make)(const wchar_t* name, bool runs);
   DWORD style;
 };
-constexpr MarkClass kCheck{"QRNCheck", &MakeMark<CQRNCheck>, 0x50000002};
-constexpr MarkClass kOption{"QRNOptBtn", &MakeMark<CQRNOptBtn>, 0x50000009};
+constexpr MarkClass kCheck{"QRNCheck", &test::Make<CQRNCheck, MarkControl>, 0x50000002};
+constexpr MarkClass kOption{"QRNOptBtn", &test::Make<CQRNOptBtn, MarkControl>, 0x50000009};
 constexpr const MarkClass* kBoth[] = {&kCheck, &kOption};
 
-class Marks : public ::testing::Test {
+class Marks : public OfficeFixture {
  protected:
   // Bound to the town of the office's people.
-  static void Bind(HostedControl& host) {
-    host.Set(L"DbSource", Text(L"Db1"));
-    host.Set(L"DbTable", Text(L"People"));
-    host.Set(L"DbField", Text(L"Town"));
-  }
   MadeMark Make(const MarkClass& which, const wchar_t* name = L"mark1", bool runs = true) {
     MadeMark made = which.make(name, runs);
-    Bind(*made.host);
+    Bind(*made.host, L"Town");
     return made;
   }
   MadeMark MakeShown(const MarkClass& which, const wchar_t* name = L"mark1") {
@@ -61,17 +44,8 @@ class Marks : public ::testing::Test {
     return made;
   }
 
-  const DbTableInfo& people() { return *office_.Table("People"); }
-  const DbFieldInfo& town() { return people().Fields[DbFindField(people(), "Town")]; }
-  void Write(const char* text) {
-    TheRegistry().WriteControlField(TheForm(), people(), town(), text);
-  }
-  // "count:text"; the text is "kept" where none was read.
-  std::string Read() {
-    std::string text = "kept";
-    const int32_t count = TheRegistry().ReadControlField(TheForm(), people(), town(), text);
-    return std::to_string(count) + ":" + text;
-  }
+  void Write(const char* text, HWND form = TheForm()) { OfficeFixture::Write(text, "Town", form); }
+  std::string Read() { return OfficeFixture::Read("Town"); }
   static void Click(MarkControl& mark) { SendMessageW(mark.contained(), BM_CLICK, 0, 0); }
   // "value/mark".
   static std::string State(MarkControl& mark) {
@@ -86,9 +60,6 @@ class Marks : public ::testing::Test {
     host.events.log.clear();
     return clicks;
   }
-
-  Office office_;
-  PlayedDatabase database_{office_};
 };
 
 TEST_F(Marks, StartAsTheirTablesSay) {
@@ -117,37 +88,17 @@ TEST_F(Marks, PropertiesBecomeStylesOfTheWindow) {
       const MadeMark made = Make(*each, L"mark1", runs);
       made.host->Set(L"Caption", Text(L"在庫"));
       ASSERT_EQ(made.host->Show(), S_OK);
-      EXPECT_EQ(GetWindowLongW(made.mark->contained(), GWL_STYLE) & ~WS_TABSTOP, each->style);
-      EXPECT_EQ(TextOf(made.mark->contained()), "在庫");
+      EXPECT_EQ(GetWindowLongW(made->contained(), GWL_STYLE) & ~WS_TABSTOP, each->style);
+      EXPECT_EQ(TextOf(made->contained()), "在庫");
       made.host->Set(L"Caption", Text(L"b"));
-      EXPECT_EQ(TextOf(made.mark->contained()), "b");
+      EXPECT_EQ(TextOf(made->contained()), "b");
       made.host->Set(L"Alignment", Long(1));
       made.host->Set(L"Appearance", Short(1));
-      const LONG style = GetWindowLongW(made.mark->contained(), GWL_STYLE);
-      const LONG exStyle = GetWindowLongW(made.mark->contained(), GWL_EXSTYLE);
+      const LONG style = GetWindowLongW(made->contained(), GWL_STYLE);
+      const LONG exStyle = GetWindowLongW(made->contained(), GWL_EXSTYLE);
       EXPECT_EQ((style & BS_LEFTTEXT) != 0, !runs) << "a running control only stores it";
       EXPECT_EQ((exStyle & WS_EX_CLIENTEDGE) != 0, !runs);
     }
-  }
-}
-
-TEST_F(Marks, ColoursFontAndStateShowAtOnce) {
-  for (const MarkClass* each : kBoth) {
-    SCOPED_TRACE(each->name);
-    const MadeMark made = MakeShown(*each);
-    const HWND window = made.mark->contained();
-    const WindowDc dc(window);
-    made.host->Set(L"ForeColor", Long(0x112233));
-    made.host->Set(L"BackColor", Long(0x445566));
-    EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE)) << "it is to be drawn anew";
-    const LRESULT brush =
-        SendMessageW(made.mark->hwnd(), WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(dc.get()),
-                     reinterpret_cast<LPARAM>(window));
-    EXPECT_EQ(brush, reinterpret_cast<LRESULT>(made.mark->BackgroundBrush()));
-    EXPECT_EQ(GetTextColor(dc.get()), 0x112233u);
-    EXPECT_EQ(GetBkColor(dc.get()), 0x445566u);
-    made.host->Set(L"Enabled", Bool(false));
-    EXPECT_FALSE(IsWindowEnabled(window));
   }
 }
 
@@ -172,7 +123,7 @@ TEST_F(Marks, ATextOfTheRecordSetsValueAndMark) {
     made.host->Set(L"DbValueFalse", Text(row.clear));
     if (row.third) made.host->Set(L"DbValueIndeterminate", Text(row.third));
     Write(row.text);
-    EXPECT_EQ(State(*made.mark), row.state);
+    EXPECT_EQ(State(*made.control), row.state);
     const bool taken = std::string_view(row.state) != "0/0";
     if (taken) {
       EXPECT_EQ(Read(), std::string("1:") + row.text);
@@ -185,7 +136,7 @@ TEST_F(Marks, ATextThatIsNoneOfTheirsLeavesThem) {
     const MadeMark made = MakeShown(*each);
     Write("1");
     Write("7");
-    EXPECT_EQ(State(*made.mark), "1/1") << each->name;
+    EXPECT_EQ(State(*made.control), "1/1") << each->name;
   }
 }
 
@@ -194,8 +145,8 @@ TEST_F(Marks, ClearingTakesTheMarkAndKeepsTheValue) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     Write("1");
-    TheRegistry().ClearControlField(TheForm(), people(), town());
-    EXPECT_EQ(State(*made.mark), "1/0");
+    Clear("Town");
+    EXPECT_EQ(State(*made.control), "1/0");
     EXPECT_EQ(Read(), "1:1");
   }
 }
@@ -205,7 +156,7 @@ TEST_F(Marks, ValuePutsTheNumberAlone) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     made.host->Set(L"Value", Bool(true));
-    EXPECT_EQ(State(*made.mark), "-1/0");
+    EXPECT_EQ(State(*made.control), "-1/0");
     EXPECT_EQ(Read(), each == &kCheck ? "0:kept" : "1:1");
   }
 }
@@ -228,9 +179,9 @@ TEST_F(Marks, ClicksOnACheckBox) {
     Write(row.text);
     Clicks(*made.host);
     for (int click = 0; click < 4; ++click) {
-      EXPECT_EQ(State(*made.mark), row.states[click]) << click;
+      EXPECT_EQ(State(*made.control), row.states[click]) << click;
       EXPECT_EQ(Read(), row.reads[click]) << click;
-      Click(*made.mark);
+      Click(*made.control);
       EXPECT_EQ(Clicks(*made.host), 1);
     }
   }
@@ -238,10 +189,10 @@ TEST_F(Marks, ClicksOnACheckBox) {
 
 TEST_F(Marks, AClickAfterClearingGoesOnFromTheOldValue) {
   const MadeMark made = MakeShown(kCheck);
-  Click(*made.mark);
-  TheRegistry().ClearControlField(TheForm(), people(), town());
-  Click(*made.mark);
-  EXPECT_EQ(State(*made.mark), "0/0");
+  Click(*made.control);
+  Clear("Town");
+  Click(*made.control);
+  EXPECT_EQ(State(*made.control), "0/0");
 }
 
 TEST_F(Marks, TheChosenOptionHoldsZeroAndTheOthersLoseTheirMarkAlone) {
@@ -251,16 +202,16 @@ TEST_F(Marks, TheChosenOptionHoldsZeroAndTheOthersLoseTheirMarkAlone) {
   const MadeMark away = MakeChoice(L"opt1", L"Nara", other.get());
   const MadeMark stranger = MakeChoice(L"opt3", L"Nara");
   stranger.host->Set(L"DbTable", Text(L"people"));
-  TheRegistry().WriteControlField(other.get(), people(), town(), "Nara");
+  Write("Nara", other.get());
   Write("Nara");
-  EXPECT_EQ(State(*kyoto.mark) + State(*nara.mark) + State(*away.mark), "0/01/11/1");
+  EXPECT_EQ(State(*kyoto.control) + State(*nara.control) + State(*away.control), "0/01/11/1");
   EXPECT_EQ(Read(), "3:Nara") << "the one registered last";
   Clicks(*nara.host);
-  Click(*kyoto.mark);
-  EXPECT_EQ(State(*kyoto.mark), "0/1");
-  EXPECT_EQ(State(*nara.mark), "1/0");
-  EXPECT_EQ(State(*away.mark), "1/0") << "on another form";
-  EXPECT_EQ(State(*stranger.mark), "1/1") << "its table has another name";
+  Click(*kyoto.control);
+  EXPECT_EQ(State(*kyoto.control), "0/1");
+  EXPECT_EQ(State(*nara.control), "1/0");
+  EXPECT_EQ(State(*away.control), "1/0") << "on another form";
+  EXPECT_EQ(State(*stranger.control), "1/1") << "its table has another name";
   EXPECT_EQ(Clicks(*kyoto.host), 1) << "the focus that comes with the mouse is no click";
   EXPECT_EQ(Clicks(*nara.host), 0);
 }
@@ -270,9 +221,9 @@ TEST_F(Marks, FocusChoosesNothing) {
   const MadeMark nara = MakeChoice(L"opt2", L"Nara");
   Write("Nara");
   Clicks(*kyoto.host);
-  SetFocus(kyoto.mark->hwnd());
-  EXPECT_EQ(GetFocus(), kyoto.mark->contained());
-  EXPECT_EQ(State(*kyoto.mark) + " " + State(*nara.mark), "0/0 1/1");
+  SetFocus(kyoto->hwnd());
+  EXPECT_EQ(GetFocus(), kyoto->contained());
+  EXPECT_EQ(State(*kyoto.control) + " " + State(*nara.control), "0/0 1/1");
   EXPECT_EQ(Clicks(*kyoto.host), 0);
   SetFocus(TheForm());
 }
@@ -281,13 +232,32 @@ TEST_F(Marks, TheSpaceBarClicks) {
   for (const MarkClass* each : kBoth) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
-    SetFocus(made.mark->hwnd());
+    SetFocus(made->hwnd());
     EXPECT_EQ(made.host->Offer(WM_KEYDOWN, VK_SPACE), S_FALSE) << "the window's";
-    SendMessageW(made.mark->contained(), WM_KEYDOWN, VK_SPACE, 0x390001);
-    SendMessageW(made.mark->contained(), WM_KEYUP, VK_SPACE, LPARAM(0xC0390001));
-    EXPECT_EQ(State(*made.mark), each == &kCheck ? "-1/1" : "0/1");
+    SendMessageW(made->contained(), WM_KEYDOWN, VK_SPACE, 0x390001);
+    SendMessageW(made->contained(), WM_KEYUP, VK_SPACE, LPARAM(0xC0390001));
+    EXPECT_EQ(State(*made.control), each == &kCheck ? "-1/1" : "0/1");
     EXPECT_EQ(Clicks(*made.host), 1);
     EXPECT_EQ(made.host->Offer(WM_KEYDOWN, VK_TAB), S_FALSE) << "the container's";
+    SetFocus(TheForm());
+  }
+}
+
+TEST_F(Marks, TheKeyOfTheCaptionClicks) {
+  for (const MarkClass* each : kBoth) {
+    SCOPED_TRACE(each->name);
+    const MadeMark made = MakeShown(*each);
+    made.host->Set(L"Caption", Text(L"在庫(&Z)"));
+    const auto control = com::Query<IOleControl>(&made->Outer());
+    CONTROLINFO info{sizeof info, nullptr, 0, 0};
+    ASSERT_EQ(control->GetControlInfo(&info), S_OK);
+    ACCEL key{};
+    ASSERT_EQ(CopyAcceleratorTableW(info.hAccel, &key, 1), 1);
+    EXPECT_EQ(key.key, 'Z');
+    MSG pressed{made->contained(), WM_SYSCHAR, 'z', 0, 0, {}};
+    EXPECT_EQ(control->OnMnemonic(&pressed), S_OK);
+    EXPECT_EQ(State(*made.control), each == &kCheck ? "-1/1" : "0/1");
+    EXPECT_EQ(Clicks(*made.host), 1);
     SetFocus(TheForm());
   }
 }
@@ -309,16 +279,16 @@ TEST_F(Marks, ArrowsChooseWithinTheGroup) {
                         {VK_UP, first, last},
                         {VK_LEFT, last, first}};
   for (const Case& row : cases) {
-    SetFocus(row.from.mark->hwnd());
+    SetFocus(row.from->hwnd());
     Clicks(*row.to.host);
     EXPECT_EQ(row.from.host->Offer(WM_KEYDOWN, row.key), S_OK) << row.key;
-    EXPECT_EQ(GetFocus(), row.to.mark->contained()) << row.key;
-    EXPECT_EQ(State(*row.to.mark), "0/1") << row.key;
+    EXPECT_EQ(GetFocus(), row.to->contained()) << row.key;
+    EXPECT_EQ(State(*row.to.control), "0/1") << row.key;
     EXPECT_EQ(Clicks(*row.to.host), 1) << row.key;
-    EXPECT_EQ(State(*row.from.mark).substr(1), "/0") << row.key;
+    EXPECT_EQ(State(*row.from.control).substr(1), "/0") << row.key;
   }
   EXPECT_EQ(away.host->Offer(WM_KEYDOWN, VK_DOWN), S_FALSE) << "alone on its form";
-  EXPECT_EQ(State(*away.mark), "0/0");
+  EXPECT_EQ(State(*away.control), "0/0");
   SetFocus(TheForm());
 }
 
@@ -327,8 +297,8 @@ TEST_F(Marks, NoticesOfTheWindowAreEvents) {
     const MadeMark made = MakeShown(*each);
     made.host->events.log.clear();
     const auto notify = [&](WORD notice) {
-      SendMessageW(made.mark->hwnd(), WM_COMMAND, MAKEWPARAM(0, notice),
-                   reinterpret_cast<LPARAM>(made.mark->contained()));
+      SendMessageW(made->hwnd(), WM_COMMAND, MAKEWPARAM(0, notice),
+                   reinterpret_cast<LPARAM>(made->contained()));
     };
     notify(BN_DOUBLECLICKED);
     notify(BN_SETFOCUS);
@@ -344,7 +314,7 @@ TEST_F(Marks, AHandlerMayEndTheControl) {
       made.host->events.answer = [&](DISPID id, DISPPARAMS&) {
         if (id == ole::stock::kClick) whole ? made.host->Drop() : made.host->Unhost();
       };
-      Click(*made.mark);
+      Click(*made.control);
       EXPECT_NE(made.host->events.log.find("-600()"), std::string::npos) << each->name;
       EXPECT_EQ(Read(), "0:kept") << "it is registered no longer";
     }

@@ -7,41 +7,31 @@
 #include "SystemCalls.h"
 #include "binding/registry/ControlRegistry.h"
 #include "controls/scroll/QRNScroll.h"
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/RowImporter.h"
 
 namespace qrn::test {
 namespace {
 
-// Either class, hosted.
-struct MadeBar {
-  std::unique_ptr<HostedControl> host;
-  RecordBar* bar;
-};
-template <class C>
-MadeBar MakeBar(const wchar_t* name, bool runs) {
-  auto hosted = std::make_unique<Hosted<C>>(name, runs);
-  RecordBar* bar = &**hosted;
-  return {std::move(hosted), bar};
-}
+using MadeBar = Made<RecordBar>;
 struct BarClass {
   const char* name;
   MadeBar (*make)(const wchar_t* name, bool runs);
   DWORD style;
   UINT message;
 };
-constexpr BarClass kHorizontal{"QRNHScroll", &MakeBar<CQRNHScroll>, 0x54000000, WM_HSCROLL};
-constexpr BarClass kVertical{"QRNVScroll", &MakeBar<CQRNVScroll>, 0x54000001, WM_VSCROLL};
+constexpr BarClass kHorizontal{"QRNHScroll", &test::Make<CQRNHScroll, RecordBar>, 0x54000000,
+                               WM_HSCROLL};
+constexpr BarClass kVertical{"QRNVScroll", &test::Make<CQRNVScroll, RecordBar>, 0x54000001,
+                             WM_VSCROLL};
 constexpr const BarClass* kBoth[] = {&kHorizontal, &kVertical};
 
 class Bars : public Button {
  protected:
   // So many more people, with the next codes from 1 on; their names run the other way.
   void InsertPeople(int count) {
-    PlayedForm form;
     for (int i = 0; i < count; ++i) {
-      form.texts = {{"Code", std::to_string(++inserted_)},
-                    {"Name", "n" + std::to_string(count - i)}};
-      PlayedButton button(office_, form, "People");
-      ASSERT_EQ(DbButtonInsert(office_.engine, button, false), 0);
+      Insert({{"Code", std::to_string(++inserted_)}, {"Name", "n" + std::to_string(count - i)}});
     }
   }
   void Make(const BarClass& which, bool autoFirst = true) {
@@ -52,17 +42,13 @@ class Bars : public Button {
     made_.host->Set(L"DbIndex", Text(L"ByCode"));
     made_.host->Set(L"AutoFirst", Bool(autoFirst));
   }
-  static void Bind(HostedControl& bar) {
-    bar.Set(L"DbSource", Text(L"Db1"));
-    bar.Set(L"DbTable", Text(L"People"));
-  }
   void MakeShown(const BarClass& which, bool autoFirst = true) {
     Make(which, autoFirst);
     ASSERT_EQ(made_.host->Show(), S_OK);
     made_.host->events.log.clear();
   }
   HostedControl& host() { return *made_.host; }
-  RecordBar& bar() { return *made_.bar; }
+  RecordBar& bar() { return *made_.control; }
 
   // The bar's own notice.
   void Send(WORD notice, WORD thumb = 0) {
@@ -113,10 +99,10 @@ TEST_F(Bars, StartAsTheirTablesSay) {
         {L"TabStop", "ok BOOL:-1"},  {L"MousePointer", "ok I4:0"}};
     for (const Case& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
     ASSERT_EQ(fresh.host->Show(), S_OK);
-    EXPECT_EQ(GetWindowLongW(fresh.bar->contained(), GWL_STYLE), LONG(each->style));
-    EXPECT_EQ(GetWindowLongW(fresh.bar->contained(), GWL_EXSTYLE), 0);
+    EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_STYLE), LONG(each->style));
+    EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_EXSTYLE), 0);
     fresh.host->Set(L"Enabled", Bool(false));
-    EXPECT_FALSE(IsWindowEnabled(fresh.bar->contained()));
+    EXPECT_FALSE(IsWindowEnabled(fresh->contained()));
   }
 }
 
@@ -153,10 +139,46 @@ TEST_F(Bars, AnEmptyTableTellsOfItsEnd) {
   EXPECT_EQ(Range(), "0..10000");
   EXPECT_NE(messages.Take(), "") << "there is no place to ask for";
   // Without a record there is no next one: the record manager knows no place to go on from.
-  EXPECT_EQ(After(SB_LINEDOWN), " 0 0 1(BSTR:People,I2&:8) ");
-  EXPECT_EQ(After(SB_LINEUP), " 0 0 1(BSTR:People,I2&:8) ");
-  EXPECT_EQ(After(SB_TOP), " 0 0 1(BSTR:People,I2&:9) ");
-  EXPECT_EQ(box.calls, 3);
+  struct Case {
+    WORD notice;
+    int status;
+    const char* message;
+  };
+  const Case cases[] = {
+      {SB_LINEDOWN, 8, ""},          {SB_LINEUP, 8, ""}, {SB_PAGEDOWN, 8, "VE816"},
+      {SB_PAGEUP, 8, "VE816"},       {SB_TOP, 9, ""},    {SB_BOTTOM, 9, ""},
+      {SB_THUMBPOSITION, 0, "VE817"}};
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.notice);
+    const int boxes = box.calls;
+    const std::string event = "1(BSTR:People,I2&:" + std::to_string(row.status) + ") ";
+    EXPECT_EQ(After(row.notice, 5000), " 0 0 " + (row.status != 0 ? event : std::string()));
+    EXPECT_EQ(box.calls - boxes, row.status != 0 ? 1 : 0);
+    EXPECT_EQ(messages.Take().substr(0, 5), row.message);
+  }
+}
+
+// A step of the bar's range would be less than a hundredth of a percent: it begins at 0.
+TEST_F(Bars, AboveTenThousandRecordsTheRangeBeginsAtZero) {
+  const qrndata::Dictionary dictionary = qrndata::ReadDictionary(office_.Directory());
+  const qrndata::Table& table = dictionary.Find("People");
+  qrndata::RowImporter importer(dictionary.directory, table, 10000);
+  for (int code = 1; code <= 20000; ++code) {
+    qrndata::FieldValues values(table.fields.size());
+    values[0] = std::to_string(code);
+    ASSERT_FALSE(importer.Put(values));
+  }
+  importer.Finish();
+  for (const BarClass* each : kBoth) {
+    MakeShown(*each);
+    EXPECT_EQ(Range(), "0..10000");
+    EXPECT_EQ(host().Value(L"Min"), "ok I4:0");
+    EXPECT_EQ(After(SB_BOTTOM), "20000 10000 10000 2() ");
+    EXPECT_EQ(After(SB_LINEUP), "19999 9999 9999 2() ");
+    EXPECT_EQ(After(SB_THUMBPOSITION, 5000), "10001 5000 5000 3() ");
+    CallMethod(host().object(), L"Refresh", {});
+    EXPECT_EQ(TextOf(code_.window()) + " " + Place() + " " + Range(), "1 0 0 0..10000");
+  }
 }
 
 TEST_F(Bars, EveryNoticeFromTheMiddle) {
@@ -228,6 +250,10 @@ TEST_F(Bars, ATableOfOneRecord) {
   EXPECT_EQ(Range(), "10000..10000");
   EXPECT_EQ(After(SB_LINEDOWN), "1 10000 0 1(BSTR:People,I2&:9) ");
   EXPECT_EQ(After(SB_LINEUP), "1 10000 0 1(BSTR:People,I2&:9) ");
+  host().Set(L"LargeChange", Long(3));
+  EXPECT_EQ(After(SB_PAGEDOWN), "1 10000 0 1(BSTR:People,I2&:9) ");
+  EXPECT_EQ(After(SB_PAGEUP), "1 10000 0 1(BSTR:People,I2&:9) ");
+  EXPECT_EQ(After(SB_TOP), "1 10000 0 2() ");
   EXPECT_EQ(After(SB_BOTTOM), "1 10000 0 2() ");
   EXPECT_EQ(After(SB_THUMBPOSITION, 5000), "1 10000 5000 3() ");
 }
@@ -342,15 +368,15 @@ TEST_F(Bars, FollowButtonsAndEachOther) {
   ASSERT_EQ(byName.host->Show(), S_OK);
   MakeShown(kHorizontal);
   GoTo(4);
-  EXPECT_EQ(other.bar->Value, 7500);
-  EXPECT_EQ(byName.bar->Value, 0) << "another key";
+  EXPECT_EQ(other->Value, 7500);
+  EXPECT_EQ(byName->Value, 0) << "another key";
   EXPECT_EQ(TextOf(code_.window()), "4");
   button_.Set(L"DbIndex", Text(L"ByCode"));
   Click(DbGetFirst);
   Click(DbGetNext);
   EXPECT_EQ(TextOf(code_.window()), "2") << "the bars leave the record as it is";
   EXPECT_EQ(bar().Value, 2500);
-  EXPECT_EQ(other.bar->Value, 2500);
+  EXPECT_EQ(other->Value, 2500);
   EXPECT_EQ(host().Value(L"AutoFirst"), "ok BOOL:-1");
   EXPECT_EQ(After(SB_LINEDOWN).substr(0, 2), "3 ") << "from where the button went";
 }

@@ -1,32 +1,23 @@
 // The control that docs/adding-a-control.md adds, built from the page's own blocks.
 #include <gtest/gtest.h>
 
-#include "Hosted.h"
-#include "PlayedDatabase.h"
+#include "OfficeFixture.h"
 #include "Tick.h"
 
 namespace qrn::test {
 namespace {
 
-class DocumentedControl : public ::testing::Test {
+class DocumentedControl : public OfficeFixture {
  protected:
   void SetUp() override {
-    tick_.Set(L"DbSource", Text(L"Db1"));
-    tick_.Set(L"DbTable", Text(L"People"));
-    tick_.Set(L"DbField", Text(L"Code"));
+    Bind(tick_, L"Code");
     tick_.Set(L"Caption", Text(L"&Paid"));
     ASSERT_EQ(tick_.Show(), S_OK);
   }
 
   LRESULT Mark() { return SendMessageW(tick_.window(), BM_GETCHECK, 0, 0); }
-  void Show(const char* text) {
-    const DbTableInfo* table = tick_->ResolveTable();
-    ASSERT_TRUE(table);
-    TheRegistry().WriteControlField(TheForm(), *table, *tick_->FindField(*table), text);
-  }
+  void Show(const char* text) { Write(text, "Code"); }
 
-  Office office_;
-  PlayedDatabase database_{office_};
   Hosted<Tick> tick_{L"tck1"};
 };
 

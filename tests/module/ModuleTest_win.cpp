@@ -72,7 +72,7 @@ TEST(Module, NeedsNothingThatWindowsDoesNotHave) {
   const std::set<std::string> system = {
       "kernel32.dll", "user32.dll",   "gdi32.dll",    "advapi32.dll", "ole32.dll",
       "oleaut32.dll", "comdlg32.dll", "comctl32.dll", "shell32.dll",  "imm32.dll",
-      "olepro32.dll", "msvcrt.dll",   "version.dll"};
+      "olepro32.dll", "msvcrt.dll",   "version.dll",  "oleacc.dll"};
   for (const std::string& name : Image(LoadModule()).Imports()) {
     EXPECT_TRUE(system.contains(name)) << name;
   }

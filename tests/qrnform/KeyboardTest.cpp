@@ -126,11 +126,48 @@ const FormCase kWalks[] = {
      "a|b|c\ngo\ncmdGo\n"},
 };
 
+// A list and a combo, with ten items each.
+const std::string kLists = Edit("edtOne", 0) + Piece("QRNBTRLib.QRNListBox lst", 1) +
+                           Piece("QRNBTRLib.QRNComboBox cbo", 3, " Style = 2\n") +
+                           Edit("edtLast", 4);
+const std::string kTenItems =
+    "Private Sub Form_Load()\n  Dim item\n  lst.Height = 1500\n"
+    "  For Each item In Array(\"abc\", \"あさ\", \"いけ\", \"うみ\", \"漢字\", \"x1\", \"x2\", "
+    "\"x3\", "
+    "\"x4\", \"アイ\")\n    lst.AddItem item\n    cbo.AddItem item\n  Next\nEnd Sub\n";
+
+const FormCase kListWalks[] = {
+    {"arrows, Page keys and ends", kLists, kTenItems,
+     "key Tab\nkey Down\nprint lst.Text\nkey Down times 2\nprint lst.Text\nkey Up\nprint lst.Text\n"
+     "key End\nprint lst.Text\nkey PageUp\nexpect lst.ListIndex <> 9\nkey Home\nprint lst.Text\n"
+     "key PageDown\nexpect lst.ListIndex <> 0\n",
+     "abc\nいけ\nあさ\nアイ\nabc\n"},
+    {"first letters, kana and kanji", kLists, kTenItems,
+     "key Tab\ntype \"う\"\nprint lst.Text\ntype \"漢\"\nprint lst.Text\ntype \"ア\"\n"
+     "print lst.Text\ntype \"xx\"\nprint lst.Text\n",
+     "うみ\n漢字\nアイ\nx2\n"},
+    {"a combo opens by F4 and Alt+Down, and Enter takes the choice", kLists, kTenItems,
+     "focus cbo\nkey F4\nkey Down times 2\nkey Enter\nprint cbo.Text\n"
+     "key Alt+Down\nkey End\nkey Enter\nprint cbo.Text\nkey Home\nprint cbo.Text\n"
+     "type \"う\"\nprint cbo.Text\nkey Tab\ntype \"t\"\nprint edtLast.Text\n",
+     "あさ\nアイ\nabc\nうみ\nt\n"},
+    {"Enter in a list is a click", kLists,
+     kTenItems + "Private Sub lst_Click()\n  Print \"click \" & lst.Text\nEnd Sub\n",
+     "key Tab\nkey Down\nkey Enter\n", "click abc\nclick abc\n"},
+    {"a box at a choice gives the keyboard back to the list", kLists,
+     kTenItems +
+         "Private Sub lst_Click()\n  If lst.ListIndex = 1 Then MsgBox \"chosen\"\nEnd Sub\n",
+     "key Tab\nkey Down times 2\nmessage \"chosen\" OK\nkey Down\nprint lst.Text\n"
+     "key Shift+Tab\ntype \"a\"\nprint edtOne.Text\n",
+     "いけ\na\n"},
+};
+
 class Keyboard : public testing::TestWithParam<FormCase> {};
 
 TEST_P(Keyboard, IsNeverLost) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Walks, Keyboard, testing::ValuesIn(kWalks));
+INSTANTIATE_TEST_SUITE_P(Lists, Keyboard, testing::ValuesIn(kListWalks));
 
 struct FailureCase {
   const char* name;

@@ -1,5 +1,7 @@
 #include "host/runner/furniture/Label.h"
 
+#include <utility>
+
 #include "host/runner/Form.h"
 #include "host/runner/Painting.h"
 
@@ -57,7 +59,21 @@ void Label::Uncover() noexcept {
   if (HWND holder = ParentWindow()) InvalidateRect(holder, &drawnAt_, FALSE);
 }
 
+void Label::Destroy() noexcept {
+  const HWND spoken = std::exchange(spoken_, nullptr);
+  if (IsWindow(spoken)) DestroyWindow(spoken);
+}
+
+void Label::StandBefore(HWND control) {
+  spoken_ = CreateWindowExW(0, L"STATIC", look().text.c_str(), WS_CHILD, 0, 0, 0, 0,
+                            GetParent(control), nullptr, GetModuleHandleW(nullptr), nullptr);
+  const HWND before = GetWindow(control, GW_HWNDPREV);
+  SetWindowPos(spoken_, before ? before : HWND_TOP, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void Label::OnLook() {
+  if (spoken_) SetWindowTextW(spoken_, look().text.c_str());
   FitSize();
   OnMoved();
 }

@@ -1,4 +1,5 @@
-// VB.Label: a text without a window of its own.
+// VB.Label: a text without a window of its own. For screen readers a static window that is never
+// shown stands for it, before the control whose label it is.
 #pragma once
 
 #include "host/runner/furniture/Furniture.h"
@@ -11,12 +12,13 @@ class Label final : public Furniture {
       : Furniture(form, container, node, kLabel) {}
 
   bool Create() override;
-  void Destroy() noexcept override {}
+  void Destroy() noexcept override;
   HWND Window() const noexcept override { return nullptr; }
   bool IsPiece() const noexcept override { return true; }
   void Draw(HDC dc) override;
   void OnMouse(UINT message, WPARAM wParam, POINT point) override;
   MnemonicUse TryMnemonic(const MSG& message, wchar_t key) override;
+  void StandBefore(HWND control) override;
 
  protected:
   MemberTable OwnMembers() const override;
@@ -29,6 +31,7 @@ class Label final : public Furniture {
   void FitSize();
   void Uncover() noexcept;
 
+  HWND spoken_ = nullptr;
   RECT drawnAt_{};  // what has to be drawn again when the label moves
 };
 

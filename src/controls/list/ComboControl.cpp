@@ -7,6 +7,7 @@
 #include "binding/tables/ListArguments.h"
 #include "com/Extent.h"
 #include "com/Guard.h"
+#include "controls/list/ListAccessible.h"
 #include "ole/Names.h"
 #include "platform/CodePage.h"
 
@@ -61,9 +62,28 @@ std::optional<ole::ContainedDescription> ComboControl::DescribeContained() {
 // A combo box does not take its text from its caption.
 void ComboControl::OnContainedMade() {
   if (Style != kDropDownList && !Text.empty()) SetWindowTextW(contained(), Text.c_str());
+  inside_.clear();
+  for (const HWND window : {Inside().hwndItem, Inside().hwndList}) {
+    if (window && window != contained()) {
+      inside_.push_back(std::make_unique<ole::InnerWindow>(*this, window));
+    }
+  }
   RECT client{};
   GetClientRect(hwnd(), &client);
   LayOut(client);
+}
+
+COMBOBOXINFO ComboControl::Inside() const noexcept {
+  COMBOBOXINFO inside{};
+  inside.cbSize = sizeof inside;
+  GetComboBoxInfo(contained(), &inside);
+  return inside;
+}
+
+com::Com<IAccessible> ComboControl::MakeAccessible(HWND window) {
+  if (window == contained()) return com::Com<IAccessible>(new ComboAccessible(window, hwnd()));
+  if (window == Inside().hwndList) return com::Com<IAccessible>(new ListAccessible(window, hwnd()));
+  return ListControl::MakeAccessible(window);
 }
 
 void ComboControl::PutStyle(int32_t style) {

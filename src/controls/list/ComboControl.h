@@ -1,7 +1,11 @@
 // The list controls whose window is a combo box.
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "controls/list/ListControl.h"
+#include "ole/InnerWindow.h"
 
 namespace qrn {
 
@@ -40,6 +44,7 @@ class ComboControl : public ListControl {
   void LayOut(const RECT& client) override;
   void OnNotice(WORD code) override;
   KeyEnd OnKeyDown(MSG& message) override;
+  com::Com<IAccessible> MakeAccessible(HWND window) override;
 
  private:
   struct Selection {
@@ -53,6 +58,11 @@ class ComboControl : public ListControl {
 
   // Whether the text may be anything, and not an item's alone.
   bool HasOwnText() const noexcept { return Style == kDropDownCombo; }
+
+  // Its line and its list; the line of a drop-down list is the combo box itself.
+  COMBOBOXINFO Inside() const noexcept;
+
+  std::vector<std::unique_ptr<ole::InnerWindow>> inside_;
 };
 
 }  // namespace qrn

@@ -2,6 +2,7 @@
 
 #include "binding/ListWindow.h"
 #include "binding/tables/ListArguments.h"
+#include "controls/list/ListAccessible.h"
 #include "ole/Names.h"
 
 namespace qrn {
@@ -26,6 +27,10 @@ std::optional<ole::ContainedDescription> ListBoxControl::DescribeContained() {
   if (BorderStyle) style |= WS_BORDER;
   const DWORD exStyle = Appearance ? WS_EX_CLIENTEDGE : 0;
   return ole::ContainedDescription{L"ListBox", style, exStyle, {}};
+}
+
+com::Com<IAccessible> ListBoxControl::MakeAccessible(HWND window) {
+  return com::Com<IAccessible>(new ListAccessible(window, hwnd()));
 }
 
 HRESULT ListBoxControl::GetText(com::Bstr& text) {

@@ -22,6 +22,7 @@ class ListBoxControl : public ListControl {
 
   std::optional<ole::ContainedDescription> DescribeContained() override;
   KeyEnd OnKeyDown(MSG& message) override;
+  com::Com<IAccessible> MakeAccessible(HWND window) override;
 };
 
 }  // namespace qrn

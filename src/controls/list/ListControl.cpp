@@ -50,10 +50,9 @@ bool ListControl::OnContainedMessage(com::Message& message) {
 }
 
 void ListControl::OnRegister() {
-  TheRegistry().RegisterListControl(*this);
+  Registered::OnRegister();
   if (DbUpdateOption == kUpdateOnInit) ReloadList();
 }
-void ListControl::OnUnregister() { TheRegistry().UnregisterListControl(*this); }
 
 std::span<const int32_t> ListControl::RemadeInDesigner() const {
   static constexpr int32_t kIds[] = {ole::stock::kAppearance, ole::stock::kBorderStyle};

@@ -26,7 +26,7 @@ struct ListKind {
   void (*fireFormat)(ole::Control& control, com::Bstr* line);
 };
 
-class ListControl : public FieldBound<ListFace> {
+class ListControl : public Registered<FieldNamed<ListFace>, kListControls> {
  public:
   // Properties. Those that only store take effect when the window is made or filled.
   com::Bstr DbListSource = com::Bstr::Empty();
@@ -59,7 +59,7 @@ class ListControl : public FieldBound<ListFace> {
   void ReloadList() override;
 
   const ListKind& kind() const noexcept { return kind_; }
-  ListItems Items() const noexcept { return {contained(), kind_.messages}; }
+  ListItems Items() const noexcept { return {contained(), kind_.messages, SystemProcedure()}; }
   // The application's part in a fill: `Format` with `Abort` cleared before, false when its handler
   // set it; `BtrieveError`.
   bool RaiseFormat(std::u16string& lineData);
@@ -73,10 +73,9 @@ class ListControl : public FieldBound<ListFace> {
 
  protected:
   ListControl(const ole::ControlTable& table, const ole::Binding& binding, const ListKind& kind)
-      : FieldBound(table, binding, ole::kWindowLook), kind_(kind) {}
+      : Registered(table, binding, ole::kWindowLook), kind_(kind) {}
 
   void OnRegister() override;
-  void OnUnregister() override;
   std::span<const int32_t> RemadeInDesigner() const override;
 
   // Whether the control fills itself at all as it is set up.

@@ -7,7 +7,6 @@ namespace qrn {
 
 // clang-format off
 inline constexpr ole::PropertyEntry kMarkAccess[] = {
-    {ole::stock::kCaption, ole::Field<&MarkControl::Caption>},
     {4, ole::Field<&MarkControl::DbValueTrue>},
     {5, ole::Field<&MarkControl::DbValueFalse>},
     {6, ole::Field<&MarkControl::Value>},

@@ -15,7 +15,7 @@ const com::MessageRow<MarkControl> MarkControl::kOwnMessages[] = {
 
 MarkControl::MarkControl(const ole::ControlTable& table, const ole::Binding& binding,
                          DWORD buttonStyle)
-    : FieldBound(table, binding, kFlatButton), buttonStyle_(buttonStyle) {}
+    : Captioned(table, binding, kFlatButton), buttonStyle_(buttonStyle) {}
 
 std::optional<ole::ContainedDescription> MarkControl::DescribeContained() {
   DWORD style = WS_CHILD | WS_VISIBLE | buttonStyle_;
@@ -34,13 +34,8 @@ void MarkControl::ShowMark(int32_t mark) {
   if (contained()) SendMessageW(contained(), BM_SETCHECK, static_cast<WPARAM>(mark), 0);
 }
 
-void MarkControl::OnChanged(int32_t id) {
-  FieldBound::OnChanged(id);
-  if (id == ole::stock::kCaption && contained()) SetWindowTextW(contained(), Caption.c_str());
-}
-
 bool MarkControl::OnWindowMessage(com::Message& message) {
-  return Route(*this, kOwnMessages, message) || FieldBound::OnWindowMessage(message);
+  return Route(*this, kOwnMessages, message) || Captioned::OnWindowMessage(message);
 }
 
 bool MarkControl::OnCommand(com::Message& message) {

@@ -7,13 +7,13 @@
 
 #include "binding/BoundFaces.h"
 #include "binding/FieldBound.h"
+#include "ole/Captioned.h"
 
 namespace qrn {
 
-class MarkControl : public FieldBound<MarkFace> {
+class MarkControl : public ole::Captioned<FieldBound<MarkFace>> {
  public:
   // Properties.
-  com::Bstr Caption = com::Bstr::Empty();
   com::Bstr DbValueTrue = com::Bstr(L"1");
   com::Bstr DbValueFalse = com::Bstr(L"0");
   int16_t Value = 0;
@@ -28,7 +28,6 @@ class MarkControl : public FieldBound<MarkFace> {
   std::string GetValueIndeterminate() override { return {}; }
 
   bool OnWindowMessage(com::Message& message) override;
-  void OnChanged(int32_t id) override;
 
  protected:
   // `buttonStyle` is the kind of button: BS_CHECKBOX or BS_AUTORADIOBUTTON.
@@ -37,6 +36,7 @@ class MarkControl : public FieldBound<MarkFace> {
   // The user clicked: sets `Value` and the mark. The event comes after it.
   virtual void TakeClick() = 0;
   void Click();
+  void OnMnemonicKey() override { Click(); }
 
   std::optional<ole::ContainedDescription> DescribeContained() override;
   std::span<const int32_t> RemadeInDesigner() const override;

@@ -7,8 +7,9 @@ namespace qrn {
 namespace {
 
 constexpr ole::PropertyEntry kCheckAccess[] = {{8, ole::Field<&CQRNCheck::DbValueIndeterminate>}};
-constexpr auto kCheckProperties = ole::BindProperties<kQRNCheckTable>(
-    kCheckAccess, kMarkAccess, kFieldAccess<CQRNCheck>, ole::kStockAccess);
+constexpr auto kCheckProperties =
+    ole::BindProperties<kQRNCheckTable>(kCheckAccess, kMarkAccess, ole::kCaptionAccess<CQRNCheck>,
+                                        kFieldAccess<CQRNCheck>, ole::kStockAccess);
 constexpr ole::Binding kCheckBinding{kCheckProperties, {}};
 
 // Kept so: no state of a record. A box that its user marked gives its field no text.

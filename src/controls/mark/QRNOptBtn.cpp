@@ -10,8 +10,8 @@
 namespace qrn {
 namespace {
 
-constexpr auto kOptBtnProperties =
-    ole::BindProperties<kQRNOptBtnTable>(kMarkAccess, kFieldAccess<CQRNOptBtn>, ole::kStockAccess);
+constexpr auto kOptBtnProperties = ole::BindProperties<kQRNOptBtnTable>(
+    kMarkAccess, ole::kCaptionAccess<CQRNOptBtn>, kFieldAccess<CQRNOptBtn>, ole::kStockAccess);
 constexpr ole::Binding kOptBtnBinding{kOptBtnProperties, {}};
 
 bool IsArrow(WPARAM key) { return key >= VK_LEFT && key <= VK_DOWN; }

@@ -19,6 +19,7 @@ class CQRNOptBtn final : public MarkControl {
 
  protected:
   void TakeClick() override;
+  void OnMnemonicKey() override { Choose(); }
   KeyEnd OnKeyDown(MSG& message) override;
 
  private:

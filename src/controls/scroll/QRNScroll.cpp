@@ -9,8 +9,6 @@ using C = RecordBar;
 
 // clang-format off
 constexpr ole::PropertyEntry kAccess[] = {
-    { 1, ole::Field<&C::DbSource>},
-    { 2, ole::Field<&C::DbTable>},
     { 3, ole::Field<&C::DbIndex>},
     { 4, ole::Field<&C::LargeChange>},
     { 5, ole::Field<&C::SmallChange>},
@@ -26,7 +24,8 @@ constexpr ole::MethodEntry kMethods[] = {
 // clang-format on
 
 template <const ole::ControlTable& Table>
-constexpr auto kProperties = ole::BindProperties<Table>(kAccess, ole::kStockAccess);
+constexpr auto kProperties = ole::BindProperties<Table>(kAccess, kTableAccess<C>,
+                                                        ole::kStockAccess);
 template <const ole::ControlTable& Table>
 constexpr auto kBoundMethods = ole::BindMethods<Table>(kMethods);
 template <const ole::ControlTable& Table>

@@ -1,7 +1,8 @@
 #include "controls/scroll/RecordBar.h"
 
-#include "binding/registry/ControlRegistry.h"
+#include "binding/tables/QRNScrollTables.h"
 #include "controls/scroll/BarMove.h"
+#include "ole/Names.h"
 
 namespace qrn {
 namespace {
@@ -9,13 +10,12 @@ namespace {
 // No property tells of colours and font.
 constexpr ole::StockDefaults kBarLook{ole::kButtonLook.backColor, ole::kButtonLook.foreColor, 0,
                                       false};
-constexpr int32_t kDbSource = 1;
 
 }  // namespace
 
 RecordBar::RecordBar(const ole::ControlTable& table, const ole::Binding& binding,
                      const BarOrientation& orientation)
-    : BoundControl(table, binding, kBarLook), orientation_(orientation) {}
+    : Registered(table, binding, kBarLook), orientation_(orientation) {}
 
 std::optional<ole::ContainedDescription> RecordBar::DescribeContained() {
   const DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | orientation_.style;
@@ -23,14 +23,13 @@ std::optional<ole::ContainedDescription> RecordBar::DescribeContained() {
 }
 
 void RecordBar::OnRegister() {
-  TheRegistry().RegisterNavControl(*this);
+  Registered::OnRegister();
   OnDataControlReady();
 }
-void RecordBar::OnUnregister() { TheRegistry().UnregisterNavControl(*this); }
 
 void RecordBar::OnChanged(int32_t id) {
   VisibleControl::OnChanged(id);
-  if (id == kDbSource) TheRegistry().RefreshNavEntry(*this);
+  if (id == ole::IdOf<kQRNHScrollTable, "DbSource">) TheRegistry().RefreshNavEntry(*this);
 }
 
 void RecordBar::OnDataControlReady() { BarMove(*this).Attach(); }

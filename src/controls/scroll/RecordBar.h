@@ -5,8 +5,7 @@
 // What a move does is in scroll/BarMove.h; the two orientations are classes of scroll/QRNScroll.h.
 #pragma once
 
-#include "binding/BoundControl.h"
-#include "ole/VisibleControl.h"
+#include "binding/FieldBound.h"
 
 namespace qrn {
 
@@ -19,11 +18,9 @@ struct BarOrientation {
 inline constexpr BarOrientation kHorizontalOrientation{SBS_HORZ, WM_HSCROLL};
 inline constexpr BarOrientation kVerticalOrientation{SBS_VERT, WM_VSCROLL};
 
-class RecordBar : public BoundControl<ole::VisibleControl> {
+class RecordBar : public Registered<TableBound<BoundControl<ole::VisibleControl>>, kNavControls> {
  public:
   // Properties. Numbers are only stored: none moves the thumb.
-  com::Bstr DbSource = com::Bstr::Empty();
-  com::Bstr DbTable = com::Bstr::Empty();
   com::Bstr DbIndex = com::Bstr::Empty();
   int32_t LargeChange = 1;
   int32_t SmallChange = 1;  // without effect
@@ -38,7 +35,6 @@ class RecordBar : public BoundControl<ole::VisibleControl> {
 
   // CQuorin
   std::string GetDbTableRef() override { return NarrowText(DbSource); }
-  NullableText GetBoundTable() override { return NarrowNullable(DbTable); }
   ControlType GetControlType() override { return kTypeScroll; }
   void OnDataControlReady() override;
   void OnPositionChanged(const std::string& tableName, int32_t indexId) override;
@@ -60,7 +56,6 @@ class RecordBar : public BoundControl<ole::VisibleControl> {
 
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnRegister() override;
-  void OnUnregister() override;
   KeyEnd OnKeyDown(MSG& message) override;
 
  private:
