@@ -2,7 +2,12 @@
 // be, with boxes, other forms, disabled and hidden controls on the way.
 #include <gtest/gtest.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <oleacc.h>
 
+#include "com/Bstr.h"
+#include "com/Com.h"
+#include "com/Variant.h"
 #include "host/runner/Form.h"
 #include "tests/qrnform/FormRun.h"
 
@@ -224,6 +229,33 @@ TEST_P(LostKeyboard, FailsTheStep) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, LostKeyboard, testing::ValuesIn(kFailures));
+
+// A label has no window: another stands for it, before the control that comes next.
+TEST(LabelsOfAForm, NameTheNextControlToScreenReaders) {
+  const OpenForms open(
+      {FormText(Edit("edtOther", 2) + Piece("VB.Label lbl", 0, " Caption = \"Name(&N)\"\n") +
+                    Piece("QRNBTRLib.QRNListBox lst", 1),
+                "")},
+      false);
+  const auto nameIn = [&](const wchar_t* contained) {
+    HWND inside = nullptr;
+    for (HWND own = nullptr; !inside;) {
+      own = FindWindowExW(open.first().Window(), own, L"QRNBT350.Control", nullptr);
+      if (!own) return std::wstring(L"no window");
+      inside = FindWindowExW(own, nullptr, contained, nullptr);
+    }
+    com::Com<IAccessible> object;
+    AccessibleObjectFromWindow(inside, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                               object.putVoid());
+    com::Variant self;
+    self->vt = VT_I4;
+    com::Bstr name;
+    if (object) object->get_accName(*self.get(), name.put());
+    return std::wstring(name.view());
+  };
+  EXPECT_EQ(nameIn(L"ATL:ListBox"), L"Name(N)");
+  EXPECT_EQ(nameIn(L"ATL:Edit"), L"") << "the label is not its own";
+}
 
 TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
   const std::string first =
