@@ -40,11 +40,11 @@ Com<IPropertyPage2> MakePage(const PageRow& row) {
   return page;
 }
 
-// What each page edits; the picker of fields works on names that several classes have.
-constexpr const char* kClasses[] = {
-    "QRNBtr",       "QRNBtn",        "QRNEdit",      "QRNListBox",    "QRNComboBox",
-    "QRNCheck",     "QRNOptBtn",     "QRNPic",       "QRNHScroll",    "QRNVScroll",
-    "QRNExListBox", "QRNExComboBox", "QRNExListBox", "QRNExComboBox", "QRNExListBox"};
+// What each page edits.
+constexpr const char* kClasses[] = {"QRNBtr",       "QRNBtn",        "QRNEdit",     "QRNListBox",
+                                    "QRNComboBox",  "QRNCheck",      "QRNOptBtn",   "QRNPic",
+                                    "QRNHScroll",   "QRNVScroll",    "QRNGrid",     "QRNExComboBox",
+                                    "QRNExListBox", "QRNExComboBox", "QRNExListBox"};
 static_assert(std::size(kClasses) == std::size(kPages));
 
 std::string AllControls(const std::string& directory) {
@@ -52,7 +52,7 @@ std::string AllControls(const std::string& directory) {
   int place = 1;
   for (const char* name :
        {"QRNBtn", "QRNEdit", "QRNCheck", "QRNOptBtn", "QRNPic", "QRNHScroll", "QRNVScroll",
-        "QRNListBox", "QRNComboBox", "QRNExListBox", "QRNExComboBox"}) {
+        "QRNListBox", "QRNComboBox", "QRNExListBox", "QRNExComboBox", "QRNGrid"}) {
     text += Piece(std::string("QRNBTRLib.") + name + " " + name, place++ % 6);
   }
   return text;
