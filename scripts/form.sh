@@ -102,6 +102,8 @@ demo_forms() {
   [ "$code" -ne 0 ] || demo_form "$company" "$number" lookup || code=1
   say "the products: thumbs dragged to the middle, pictures, a check box and option buttons that store"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" products || code=1
+  say "the orders: lines in a grid that follow the order, a quantity changed in its cell, a line deleted"
+  [ "$code" -ne 0 ] || demo_form "$company" "$number" orders || code=1
   "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
