@@ -145,9 +145,18 @@ bool Form::Unload(UnloadCause cause) {
   return true;
 }
 
+// A control that writes what was typed when it is left is left while its handlers can still refuse.
+// They may have closed the form themselves.
+void Form::LeaveControls() noexcept {
+  const HWND focus = GetFocus();
+  if (state_ == State::Loaded && focus && IsChild(Window(), focus)) ::SetFocus(nullptr);
+}
+
 void Form::Dismantle() noexcept {
-  state_ = State::Unloading;
   const Com<Form> alive(this);
+  LeaveControls();
+  if (IsUnloaded()) return;
+  state_ = State::Unloading;
   keyboard_.End();
   pieces_.Forget();
   if (designer_) designer_->Select(nullptr);

@@ -90,6 +90,7 @@ class Form final : public FormMembers, private FormWindowOwner {
   void ReadLook(form::Mistakes& mistakes);
   void MakeControls();
   void CreateControls();
+  void LeaveControls() noexcept;
   void Dismantle() noexcept;
 
   std::optional<LRESULT> OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
