@@ -53,7 +53,11 @@ struct Built {
 
 Company::Company() {
   static const Built built;
-  std::filesystem::copy(built.folder.Root(), folder_.Root());
+  // File by file: a copy into a folder that is there takes any two folders for one where the system
+  // has no file numbers.
+  for (const auto& file : std::filesystem::directory_iterator(built.folder.Root())) {
+    std::filesystem::copy_file(file.path(), folder_.Root() / file.path().filename());
+  }
 }
 
 }  // namespace qrn::test
