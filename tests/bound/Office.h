@@ -12,6 +12,7 @@
 #include "fields/QuorinSettings.h"
 #include "platform/CodePage.h"
 #include "tests/core/Support.h"
+#include "tests/support/ClosedFiles.h"
 #include "tests/support/TempFolder.h"
 
 namespace qrn::test {
@@ -40,6 +41,7 @@ class Office {
 
  private:
   TempFolder directory_;
+  ClosedFiles closed_;
   DbDictionary* dictionary_ = nullptr;
 };
 

@@ -7,6 +7,7 @@
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
+#include "tests/support/ClosedFiles.h"
 #include "tests/support/Company.h"
 
 namespace qrn::test {
@@ -59,6 +60,7 @@ class PeopleForm {
 
   Window window;
   Company company;
+  ClosedFiles closed;
   Hosted<CQRNBtr> btr{L"Db"};
   Hosted<CQRNEdit> edit{L"edtName"};
   Hosted<CQRNBtn> button{L"btnFirst"};

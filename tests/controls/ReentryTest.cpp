@@ -233,6 +233,7 @@ TEST(ReentryAtStart, IsTakenWhileAMessageIsUp) {
     for (const auto& deed : deeds) {
       SCOPED_TRACE(std::string(deed.what) + (junk ? ", a file that is none" : ", another file"));
       const Company company;
+      const ClosedFiles closed;
       const std::filesystem::path folder = company.Directory();
       CopyFileW((folder / "Days.btr").c_str(), (folder / "People.btr").c_str(), FALSE);
       if (junk) std::ofstream(folder / "People.btr", std::ios::binary) << std::string(5000, 'x');
