@@ -39,7 +39,7 @@ const KeysCase kKeys[] = {
      "Down Tab Down Tab Tab Tab Tab Tab Space Ctrl+Tab Down Tab Down Tab Down Shift+Tab Down Enter",
      "DbListSource DbListTable DbListFields DbSource DbTable DbField",
      "db People Born,Code,Name,Pay,Town db Notes  "},
-    {"QRNGrid", "Down Tab Down Tab Down End Tab Tab Tab Tab Space Enter",
+    {"QRNGrid", "Down Tab Down Tab Down End Tab Tab Tab Tab Space Shift+Tab Enter",
      "DbListSource DbListTable DbListFields DbListIndex",
      "db People Born,Code,Name,Pay,Town ByName "},
 };
