@@ -99,6 +99,7 @@ make_scratch() {
     place=/dev/shm
   fi
   SCRATCH=$(mktemp -d "$place/qrnXXXXXX")
+  chmod 755 "$SCRATCH"  # some tests have a client without rights
 }
 
 remove_scratch() { [ -z "${SCRATCH:-}" ] || rm -rf "$SCRATCH"; }
