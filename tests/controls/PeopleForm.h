@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "Hosted.h"
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
@@ -60,7 +62,7 @@ class PeopleForm {
 
   Window window;
   Company company;
-  ClosedFiles closed;
+  std::optional<ClosedFiles> closed;  // those of other forms too, where a test wants it
   Hosted<CQRNBtr> btr{L"Db"};
   Hosted<CQRNEdit> edit{L"edtName"};
   Hosted<CQRNBtn> button{L"btnFirst"};

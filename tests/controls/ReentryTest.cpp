@@ -194,6 +194,7 @@ TEST_P(Reentry, IsTakenAtEveryPoint) {
     {
       PlayedMessageBox question(IDOK);
       PeopleForm form(L"Abe", "dbe");
+      form.closed.emplace();
       Prepare(form);
       int deeds = 0;
       Arm(form, question, point.where, [&] {
