@@ -10,6 +10,9 @@
 
 LOGS=$BUILD/test-logs
 FUZZ_SECONDS=${FUZZ_SECONDS:-4}
+# The same choices each time: what a change broke is told from what luck found. `./run fuzz` and
+# QRN_SEED look for more.
+export QRN_SEED=${QRN_SEED:-20021122}
 WINDOWS_LANES=2
 
 # tally NAME LOG EXIT SECONDS: reads GoogleTest's closing lines; a program that ended badly without

@@ -7,12 +7,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 #include "OfficeFixture.h"
 #include "binding/registry/ControlRegistry.h"
 #include "controls/picture/QRNPic.h"
 #include "tests/controls/picture/SampleFiles.h"
+#include "tests/support/Setting.h"
 
 namespace qrn::test {
 namespace {
@@ -274,10 +274,7 @@ size_t OwnBytes() {
 }
 
 // QRN_PICTURE_LOADS asks for another number than the everyday one.
-int LoadCount() {
-  const char* asked = std::getenv("QRN_PICTURE_LOADS");
-  return asked ? std::atoi(asked) : 5000;
-}
+int LoadCount() { return static_cast<int>(test::Setting("QRN_PICTURE_LOADS", 5000)); }
 
 // A file that stayed open with each would end them too: the library opens 512 at most.
 TEST_F(Pictures, ThousandsOfLoadsHoldNoMoreThanOne) {

@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Setting.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
@@ -21,7 +23,7 @@ using Clock = std::chrono::steady_clock;
 
 struct Options {
   double seconds = 0;
-  uint64_t seed = std::random_device{}();
+  uint64_t seed = qrn::test::Seed();
   size_t size = 4096;
   std::vector<std::filesystem::path> paths;
 };

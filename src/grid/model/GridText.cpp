@@ -21,6 +21,11 @@ std::string_view UpToNul(std::string_view text) noexcept { return text.substr(0,
 
 bool HasTab(std::string_view text) noexcept { return text.find('\t') != std::string_view::npos; }
 
+// Both included, and no more than a count can hold: the product of two such fits 64 bits.
+int64_t LinesBetween(int32_t first, int32_t last) noexcept {
+  return std::clamp<int64_t>(int64_t{last} - first + 1, 0, INT32_MAX);
+}
+
 constexpr uint16_t kLastSpreadEntry = 0xFFFF;
 
 }  // namespace
@@ -81,9 +86,8 @@ int32_t GridModel::FillSelectionWith(std::string_view text) {
     }
   }
   if (!memory) ReportGridMemoryFailure();
-  const int64_t rows = int64_t{SelEndRow} - SelStartRow + 1;
-  const int64_t cols = std::max<int64_t>(int64_t{SelEndCol} - SelStartCol + 1, 0);
-  return static_cast<int32_t>(std::min<int64_t>(rows * cols, INT32_MAX));
+  const int64_t cells = LinesBetween(SelStartRow, SelEndRow) * LinesBetween(SelStartCol, SelEndCol);
+  return static_cast<int32_t>(std::min<int64_t>(cells, INT32_MAX));
 }
 
 int32_t GridModel::SpreadFromCurrent(std::string_view text) {

@@ -1,33 +1,22 @@
-// The record manager against the model, for a few seconds with seeds of the day; a seed that
-// failed is run again by QRN_MODEL_SEED.
+// The record manager against the model, for a few seconds from QRN_SEED on.
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 
 #include "kit/ModelRun.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
 
-double SecondsToRun() {
-  const char* wanted = std::getenv("QRN_MODEL_SECONDS");
-  return wanted ? std::atof(wanted) : 6;
-}
-
 TEST(Model, AnswersEveryCallAlike) {
-  if (const char* seed = std::getenv("QRN_MODEL_SEED")) {
-    Choices choices(static_cast<uint32_t>(std::strtoul(seed, nullptr, 10)));
-    EXPECT_EQ(RunModel(choices, 500), "");
-    return;
-  }
   const auto start = std::chrono::steady_clock::now();
-  const std::chrono::duration<double> whole(SecondsToRun());
-  uint32_t seed = std::random_device{}();
+  const std::chrono::duration<double> whole(qrn::test::Setting("QRN_MODEL_SECONDS", 6));
+  uint32_t seed = qrn::test::Seed();
   int files = 0;
   for (; std::chrono::steady_clock::now() - start < whole && !HasFailure(); ++files, ++seed) {
     Choices choices(seed);
-    ASSERT_EQ(RunModel(choices, 500), "") << "seed " << seed;
+    ASSERT_EQ(RunModel(choices, 500), "") << "QRN_SEED=" << seed;
   }
   std::printf("%d files of 500 calls\n", files);
   EXPECT_GT(files, 0);

@@ -1,4 +1,4 @@
-// Environment: QRN_HISTORY_CALLS, how many calls are judged (10000); QRN_HISTORY_SEED, to choose
+// Environment: QRN_HISTORY_CALLS, how many calls are judged (10000); QRN_SEED, to choose
 // everything but time as another run did.
 //
 // Two to four processes read and write a few records at random, one of them now and then dies, and
@@ -11,16 +11,12 @@
 
 #include "clients/LineProcess.h"
 #include "kit/History.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
 
 constexpr Value kValuesEach = 100000;
-
-uint32_t FromEnvironment(const char* name, uint32_t otherwise) {
-  const char* text = getenv(name);
-  return text ? static_cast<uint32_t>(std::stoul(text)) : otherwise;
-}
 
 class HistoryTest : public testing::Test {
  protected:
@@ -32,7 +28,7 @@ class HistoryTest : public testing::Test {
   HistoryStep LookAtAll();
   uint32_t Pick(uint32_t count) { return static_cast<uint32_t>(random_()) % count; }
 
-  uint32_t seed_ = FromEnvironment("QRN_HISTORY_SEED", std::random_device{}());
+  uint32_t seed_ = qrn::test::Seed();
   std::mt19937 random_{seed_};
   Folder folder_;
   std::vector<std::string> paths_ = {folder_.Path("a.dat"), folder_.Path("b.dat")};
@@ -59,7 +55,7 @@ Testimony HistoryTest::Listen(LineProcess& worker) {
   while (const auto line = worker.Hear()) {
     if (*line == "d") return testimony;
     if (testimony.Hear(*line)) continue;
-    ADD_FAILURE() << "QRN_HISTORY_SEED=" << seed_ << ": " << *line;
+    ADD_FAILURE() << "QRN_SEED=" << seed_ << ": " << *line;
     worker.Kill();
   }
   testimony.HearDeath();
@@ -98,11 +94,11 @@ void HistoryTest::Window() {
   history.Add(LookAtAll());
   const std::string faults = history.Faults(before);
   if (!faults.empty())
-    ADD_FAILURE() << "QRN_HISTORY_SEED=" << seed_ << ", call " << calls_ << "\n" << faults;
+    ADD_FAILURE() << "QRN_SEED=" << seed_ << ", call " << calls_ << "\n" << faults;
 }
 
 TEST_F(HistoryTest, OfProcessesIsLinearizable) {
-  const uint32_t wanted = FromEnvironment("QRN_HISTORY_CALLS", 10000);
+  const uint32_t wanted = qrn::test::Setting("QRN_HISTORY_CALLS", 10000);
   std::printf("seed %u\n", seed_);
   const int64_t start = Now();
   while (calls_ < wanted && !HasFailure()) {

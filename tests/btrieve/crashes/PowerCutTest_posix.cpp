@@ -1,4 +1,4 @@
-// Environment: QRN_POWER_STATES, how many states are looked at (300); QRN_POWER_SEED.
+// Environment: QRN_POWER_STATES, how many states are looked at (300); QRN_SEED.
 //
 // The power goes while two files are worked on: single operations, both kinds of transactions over
 // both files, logs carried over, files closed, opened and made anew. Each state that the disk may
@@ -12,14 +12,10 @@
 #include "kit/CrashStates.h"
 #include "kit/DamagedFile.h"
 #include "kit/Plan.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
-
-uint32_t Setting(const char* name, uint32_t usual) {
-  const char* wanted = getenv(name);
-  return wanted ? static_cast<uint32_t>(atoi(wanted)) : usual;
-}
 
 // The files after so many steps, and from which call of the recording on.
 struct Milestone {
@@ -41,7 +37,7 @@ class PowerCut : public testing::Test {
   void Between(Client& process, uint32_t step);
   void NotePromise(size_t upTo);
 
-  const uint32_t seed_ = Setting("QRN_POWER_SEED", std::random_device{}());
+  const uint32_t seed_ = qrn::test::Seed();
   static constexpr uint32_t kSteps = 120;
   Folder folder_;
   std::vector<std::string> names_ = {"a.dat", "b.dat"};
@@ -135,7 +131,7 @@ std::string PowerCut::Judge(size_t cut, Choices& choices) const {
 
 TEST_F(PowerCut, LeavesWhatWasPromised) {
   SCOPED_TRACE("seed " + std::to_string(seed_));
-  const uint32_t states = Setting("QRN_POWER_STATES", 300);
+  const uint32_t states = qrn::test::Setting("QRN_POWER_STATES", 300);
   const size_t length = recording_->Length();
   ASSERT_GT(length, kSteps);
   Choices choices(seed_);

@@ -1,5 +1,5 @@
-// Environment: QRN_KILL_ROUNDS, how many processes die (200); QRN_KILL_SEED, to choose everything
-// but time as another run did; QRN_KILL_WORKER, a program with its arguments, separated by "|",
+// Environment: QRN_KILL_ROUNDS, how many processes die (200); QRN_SEED, to choose everything but
+// time as another run did; QRN_KILL_WORKER, a program with its arguments, separated by "|",
 // which every other new process runs.
 //
 // Two to four processes and this one work on the same four files, and one after the other is
@@ -17,16 +17,12 @@
 #include "clients/Branch.h"
 #include "clients/FaultsOf.h"
 #include "kit/BankSteps.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
 
 constexpr int32_t kIdsEach = 100000;  // records that one process may make
-
-uint32_t FromEnvironment(const char* name, uint32_t otherwise) {
-  const char* text = getenv(name);
-  return text ? static_cast<uint32_t>(std::stoul(text)) : otherwise;
-}
 
 std::vector<std::string> OtherProgram() {
   const char* text = getenv("QRN_KILL_WORKER");
@@ -98,8 +94,8 @@ class BankKillTest : public testing::Test {
   void Expect(const std::string& faults, const std::string& who);
   uint32_t Pick(uint32_t count) { return static_cast<uint32_t>(random_()) % count; }
 
-  uint32_t seed_ = FromEnvironment("QRN_KILL_SEED", std::random_device{}());
-  uint32_t rounds_ = FromEnvironment("QRN_KILL_ROUNDS", 200);
+  uint32_t seed_ = qrn::test::Seed();
+  uint32_t rounds_ = qrn::test::Setting("QRN_KILL_ROUNDS", 200);
   // Deaths between two times when nobody is left.
   const uint32_t epoch_ = rounds_ < 1000 ? 100 : 500;
   std::mt19937 random_{seed_};
@@ -121,8 +117,8 @@ class BankKillTest : public testing::Test {
 
 void BankKillTest::Expect(const std::string& faults, const std::string& who) {
   if (faults.empty() || HasFailure()) return;
-  ADD_FAILURE() << "QRN_KILL_SEED=" << seed_ << " QRN_KILL_ROUNDS=" << rounds_ << ", kill "
-                << kills_ << " (" << round_ << "), as seen by " << who << ":\n"
+  ADD_FAILURE() << "QRN_SEED=" << seed_ << " QRN_KILL_ROUNDS=" << rounds_ << ", kill " << kills_
+                << " (" << round_ << "), as seen by " << who << ":\n"
                 << faults;
 }
 

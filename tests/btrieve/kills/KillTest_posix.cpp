@@ -12,6 +12,7 @@
 #include "clients/FaultsOf.h"
 #include "clients/Remote.h"
 #include "kit/Plan.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
@@ -51,7 +52,7 @@ class KillTest : public testing::Test {
 
   void Advance() { ApplyStep(PlanOf(seed_, next_++, state_), state_); }
 
-  uint32_t seed_ = std::random_device{}();
+  uint32_t seed_ = qrn::test::Seed();
   uint32_t next_ = 20;
   PlanState state_;
   int inFlight_ = 0;
@@ -72,30 +73,25 @@ void WaitForOutput(int descriptor, int milliseconds) {
   poll(&ready, 1, milliseconds);
 }
 
-int Rounds() {
-  const char* wanted = getenv("QRN_KILL_ROUNDS");
-  return wanted ? atoi(wanted) : 40;
-}
-
 TEST_F(KillTest, AtAnyMoment) {
-  SCOPED_TRACE("seed " + std::to_string(seed_));
+  SCOPED_TRACE("QRN_SEED=" + std::to_string(seed_));
   std::mt19937 random(seed_);
   const uint32_t before = next_;
-  const int rounds = Rounds();
-  for (int round = 0; round < rounds && !HasFatalFailure(); ++round) {
+  const uint32_t rounds = qrn::test::Setting("QRN_KILL_ROUNDS", 40);
+  for (uint32_t round = 0; round < rounds && !HasFatalFailure(); ++round) {
     OtherProcess worker(Arguments(0, 0));
     if (round % 8 != 0) WaitForOutput(worker.Output(), 5000);
     usleep(random() % 30000);
     worker.Kill();
     Check(ReadRest(worker.Output()), true);
   }
-  std::printf("%d kills, %u steps, %d in flight were kept\n", rounds, next_ - before, inFlight_);
+  std::printf("%u kills, %u steps, %d in flight were kept\n", rounds, next_ - before, inFlight_);
   EXPECT_GT(next_, before);
 }
 
 // One step at a time, dying at its first write, at its second, and so on until it survives.
 TEST_F(KillTest, AtEveryWriteOfAStep) {
-  SCOPED_TRACE("seed " + std::to_string(seed_));
+  SCOPED_TRACE("QRN_SEED=" + std::to_string(seed_));
   uint32_t writes = 0;
   for (int steps = 0; steps < 4 && !HasFatalFailure(); ++steps) {
     for (uint32_t killAt = 1; !HasFatalFailure(); ++killAt, ++writes) {

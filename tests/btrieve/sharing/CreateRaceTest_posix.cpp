@@ -7,16 +7,12 @@
 #include "clients/Remote.h"
 #include "kit/DamagedFile.h"
 #include "kit/DiskTap.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
 
 constexpr int32_t kFirst = 11, kSecond = 22;
-
-int Rounds() {
-  const char* wanted = getenv("QRN_RACE_ROUNDS");
-  return wanted ? atoi(wanted) : 60;
-}
 
 struct Start {
   Status found, created, opened, inserted;
@@ -58,7 +54,8 @@ class FirstStart : public testing::TestWithParam<int> {
 TEST_P(FirstStart, LosesNoAcknowledgedInsert) {
   OtherProcess first, second;
   int together = 0;
-  for (int round = 0; round < Rounds(); ++round) {
+  const uint32_t rounds = qrn::test::Setting("QRN_RACE_ROUNDS", 60);
+  for (uint32_t round = 0; round < rounds; ++round) {
     const std::string path = folder_.Path("r" + std::to_string(round) + ".dat");
     Begin(first, path, kFirst);
     Begin(second, path, kSecond);
@@ -78,7 +75,7 @@ TEST_P(FirstStart, LosesNoAcknowledgedInsert) {
     ASSERT_TRUE(Holds(path, kFirst)) << told;
     ASSERT_TRUE(Holds(path, kSecond)) << told;
   }
-  std::printf("both found no file in %d of %d rounds\n", together, Rounds());
+  std::printf("both found no file in %d of %u rounds\n", together, rounds);
   EXPECT_GT(together, 0) << "they never met";
   for (const auto& entry : std::filesystem::directory_iterator(folder_.Root())) {
     EXPECT_NE(entry.path().filename().string()[0], '~') << "a file made aside is left";

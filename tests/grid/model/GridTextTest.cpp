@@ -230,6 +230,8 @@ TEST_F(Texts, OfASelectionFromBelowZeroAreWrittenFromTheFirstCell) {
   Select(INT32_MIN, INT32_MIN, 0, 1);
   EXPECT_EQ(grid_.model.SetCurrentText("x"), INT32_MAX);
   EXPECT_EQ(grid_.Cells(0, 0, 1, 3), "x|x||/|||");
+  Select(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX);
+  EXPECT_EQ(grid_.model.SetCurrentText("y"), INT32_MAX) << "more cells than 64 bits can count";
 }
 
 TEST_F(Texts, EndAtANul) {
