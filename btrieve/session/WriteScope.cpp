@@ -185,6 +185,9 @@ Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& versio
   } catch (const Failure& failure) {
     if (exclusive) running.broken = failure.status;
     throw;
+  } catch (const std::bad_alloc&) {
+    if (exclusive) running.broken = kNoCacheBuffer;
+    throw;
   }
   if (exclusive && running.writers.front().get() != &file_) {
     file_.Part().changed.insert(plan.position);

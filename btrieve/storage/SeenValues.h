@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "btrieve/keys/Entry.h"
@@ -19,8 +20,8 @@ class SeenValues {
     const uint8_t* place = values_.empty() ? nullptr : PlaceOf(value);
     return place && *place == kTaken && std::memcmp(place + 1, value.data(), size_) == 0;
   }
-  void Add(ByteView value) {
-    if (values_.empty()) values_.resize(kPlaces * (size_ + 1));
+  void Add(ByteView value) noexcept {
+    if (values_.empty() && !MakeRoom()) return;
     uint8_t* place = PlaceOf(value);
     *place = kTaken;
     std::memcpy(place + 1, value.data(), size_);
@@ -33,6 +34,13 @@ class SeenValues {
  private:
   static constexpr size_t kPlaces = 1024;
   static constexpr uint8_t kTaken = 1;
+
+  bool MakeRoom() noexcept try {
+    values_.resize(kPlaces * (size_ + 1));
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 
   // FNV-1a.
   size_t OffsetOf(ByteView value) const noexcept {

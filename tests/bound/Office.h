@@ -12,7 +12,6 @@
 #include "fields/QuorinSettings.h"
 #include "platform/CodePage.h"
 #include "tests/core/Support.h"
-#include "tests/support/ClosedFiles.h"
 #include "tests/support/TempFolder.h"
 
 namespace qrn::test {
@@ -41,7 +40,6 @@ class Office {
 
  private:
   TempFolder directory_;
-  ClosedFiles closed_;
   DbDictionary* dictionary_ = nullptr;
 };
 

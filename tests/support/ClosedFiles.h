@@ -1,5 +1,5 @@
-// The record manager's files of this process, closed at the end of a scope. For tests whose
-// handlers take a dictionary away while its tables are open: nobody is left who could close them,
+// The record manager's files of this process, closed at the end of a scope. For tests that have
+// VE806 shown: a file whose records do not fit the dictionary stays open though no table has it,
 // and an open file keeps its folder.
 #pragma once
 

@@ -136,7 +136,7 @@ TEST_F(GridDelete, SurvivesWhatHandlersDo) {
     grid_.findTable = findTable;
     grid_.names = names;
     grid_.model.DbExOperation = OpGetNextEx;
-    grid_.openTable(*office_.Table("People"));
+    OpenPeople();
     if (Stored("2") == "status 4") Insert({{"2", "もも"}});
     Fill();
     grid_.on["BeforeDelete"] = each.handler;

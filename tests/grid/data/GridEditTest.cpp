@@ -143,7 +143,7 @@ TEST_F(GridEdit, ThatIsRefusedIsToldAndEndsTheRowsBeingChanged) {
        "BeforeUpdate BtrieveError(People,3)", "VE820 GetPositionに失敗しました(3); "},
   };
   for (const RefusedCase& each : cases) {
-    grid_.openTable(*office_.Table("People"));
+    OpenPeople();
     ASSERT_EQ(GoTo("3"), 0);
     Fill();
     for (const Status handled : {-1, 0, 99}) {
@@ -161,7 +161,7 @@ TEST_F(GridEdit, ThatIsRefusedIsToldAndEndsTheRowsBeingChanged) {
       if (office_.OpenTableOf("People") != nullptr) {
         EXPECT_EQ(Current(), "3") << each.what;
       } else {
-        grid_.openTable(*office_.Table("People"));
+        OpenPeople();
         ASSERT_EQ(GoTo("3"), 0);
       }
     }

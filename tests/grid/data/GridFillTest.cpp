@@ -381,7 +381,7 @@ TEST_F(GridFillTest, SurvivesWhatAHandlerDoes) {
       EXPECT_EQ(grid_.AllCells(), each.cells) << each.what;
     }
     if (office_.OpenTableOf("People") == nullptr) {
-      grid_.openTable(*office_.Table("People"));
+      OpenPeople();
     }
   }
 }

@@ -31,6 +31,11 @@ class GridOffice : public ::testing::Test {
     grid_.model.Create();
   }
 
+  void OpenPeople() {
+    DbTableInfo& people = *office_.Table("People");
+    if (people.IsOpen == 0) grid_.openTable(people);
+  }
+
   // Records of People: code, name, the town "Nara".
   void Insert(std::initializer_list<std::pair<const char*, const char*>> people) {
     for (const auto& [code, name] : people) {
