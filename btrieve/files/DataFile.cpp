@@ -74,14 +74,14 @@ void DataFile::Reserve(uint32_t count) {
   Head& head = base_.Counts();
   const uint32_t free = kHighestPosition + 1 - std::min(head.nextPosition, kHighestPosition + 1);
   const uint32_t taken = std::min(std::max(reserveNext_, count), free);
-  if (taken >= count) {
-    nextReserved_ = head.nextPosition;
-    updatesAtReserve_ = head.updateNumber;
-    endReserved_ = nextReserved_ + taken;
-    base_.SetNextPosition(endReserved_);
-  }
+  const uint32_t first = head.nextPosition;
+  const uint32_t updates = head.updateNumber;
+  if (taken >= count) base_.SetNextPosition(first + taken);
   base_.CommitWrite();
   if (taken < count) throw Failure{kDiskFull};
+  nextReserved_ = first;
+  endReserved_ = first + taken;
+  updatesAtReserve_ = updates;
   reserveNext_ = std::min(reserveNext_ * 2, kMostReserved);
 }
 

@@ -20,12 +20,8 @@ bool Enter(std::unique_lock<std::mutex>& lock) {
 Status Guarded(Call& call, uint16_t operation) noexcept {
   try {
     return RunCall(call, operation);
-  } catch (const Failure& failure) {
-    return failure.status;
-  } catch (const std::bad_alloc&) {
-    return kNoCacheBuffer;
   } catch (...) {
-    return kProgrammingError;
+    return CaughtStatus();
   }
 }
 

@@ -1,6 +1,20 @@
 #include "btrieve/pages/Sqlite.h"
 
+#include <new>
+
 namespace btrieve {
+
+Status CaughtStatus() noexcept {
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure.status;
+  } catch (const std::bad_alloc&) {
+    return kNoCacheBuffer;
+  } catch (...) {
+    return kProgrammingError;
+  }
+}
 
 Status StatusOfResult(int result) noexcept {
   switch (result & 0xFF) {

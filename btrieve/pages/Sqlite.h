@@ -25,6 +25,8 @@ struct Failure {
 };
 
 // The status of a result code of SQLite's that is neither OK, ROW nor DONE.
+// Within a handler: the status of what is being handled; 100 without memory.
+Status CaughtStatus() noexcept;
 Status StatusOfResult(int result) noexcept;
 [[noreturn]] void ThrowResult(int result);
 // For what is read and cannot have been written.

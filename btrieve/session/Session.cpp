@@ -105,9 +105,8 @@ void Session::LetGoOfLongLogs() noexcept {
 
 Status Session::Occupy(DataFile& file) {
   if (file.Locks().HasWhole()) return kOk;
-  if (const Status status = file.Locks().TakeWhole()) return status;
-  TakePart(file, false);
-  return kOk;
+  TakePart(file, false);  // whose end gives the file back
+  return file.Locks().TakeWhole();
 }
 
 void Session::TakePart(DataFile& file, bool writes) {

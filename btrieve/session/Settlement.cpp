@@ -38,7 +38,7 @@ void ForgetRedo(DataFile& coordinator, const RedoPart& part) {
     coordinator.Base().BeginWrite();
     RemoveRedo(coordinator, part);
     coordinator.Base().CommitWrite();
-  } catch (const Failure&) {
+  } catch (...) {
     coordinator.Base().RollbackWrite();
   }
 }
@@ -129,7 +129,7 @@ void Session::FinishRedo(DataFile& file) {
   for (const RedoPart& part : ReadRedoParts(file)) {
     try {
       FinishPart(file, part);
-    } catch (const Failure&) {  // the other file is at fault, and this one keeps what to tell it
+    } catch (...) {  // the other file is at fault, and this one keeps what to tell it
     }
   }
 }

@@ -199,10 +199,11 @@ Status Session::End() {
       if (decided_ || failure.status != kDiskFull || !MakeRoom()) throw;
       Commit();
     }
-  } catch (const Failure& failure) {
+  } catch (...) {
     if (!decided_) {
+      const Status status = CaughtStatus();
       const bool undone = Abort();
-      if (failure.status == kDiskFull) return kDiskFull;
+      if (status == kDiskFull) return kDiskFull;
       return undone ? kTransactionNotWritten : kIoError;
     }
   }
@@ -237,7 +238,7 @@ bool Session::DecisionIsVoid() noexcept {
   try {
     MakeDecisionFinal(*transaction_.writers.front());
     return true;
-  } catch (const Failure&) {
+  } catch (...) {
     return false;
   }
 }
@@ -257,13 +258,13 @@ void Session::AbortPart(DataFile& file, bool removeIntent) {
       if (part.intent && removeIntent) RemoveIntent(file, transaction_.number);
       file.Base().CommitWrite();
     }
-  } catch (const Failure&) {  // the intent goes with the next user's settlement
+  } catch (...) {  // the intent goes with the next user's settlement
     file.Base().RollbackWrite();
   }
   try {
     file.Base().EnterRead();
     ReviseCursors(file, file.Base().Counts().version);
-  } catch (const Failure&) {  // then no version is known to be right
+  } catch (...) {  // then no version is known to be right
     cursors_.ForEachOn(file, [](Cursor& cursor) {
       cursor.walk.End();
       cursor.version = kStaleVersion;

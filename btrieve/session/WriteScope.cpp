@@ -68,8 +68,15 @@ void WriteScope::EnterExclusive() {
   if (unsettled_ != kOk) return;
   // A file that could not be opened for writing leads no transaction: others' intents would name
   // it.
-  OpenExclusively(!session_.Running().writers.empty());
+  auto& writers = session_.Running().writers;
+  const bool follows = !writers.empty();
   session_.TakePart(file_, true);
+  try {
+    OpenExclusively(follows);
+  } catch (...) {
+    writers.pop_back();
+    throw;
+  }
 }
 
 // The commit before the transaction's own says what must be known should it not come to its end.
@@ -182,11 +189,8 @@ Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& versio
   if (exclusive && running.broken != kOk) throw Failure{running.broken};
   try {
     if (const Status status = Writer().Carry(plan, image, version)) return status;
-  } catch (const Failure& failure) {
-    if (exclusive) running.broken = failure.status;
-    throw;
-  } catch (const std::bad_alloc&) {
-    if (exclusive) running.broken = kNoCacheBuffer;
+  } catch (...) {
+    if (exclusive) running.broken = CaughtStatus();
     throw;
   }
   if (exclusive && running.writers.front().get() != &file_) {

@@ -69,9 +69,9 @@ bool BaseWalk::LookAhead() {
       if (!Move()) break;
       TakeComing();
     } while (end_ < together_ && tree_.StaysInPage(forward_));
-  } catch (const Failure& failure) {
+  } catch (...) {
     if (end_ == 0) throw;
-    failed_ = failure;
+    failed_ = Failure{CaughtStatus()};
   }
   for (size_t at = 0; at < end_; ++at) storage_->Records().Prefetch(coming_[at].spot);
   together_ = std::min(4 * together_, kTogether);

@@ -184,7 +184,7 @@ bool Storage::RenewLog(const std::string& logPath) noexcept {
   try {
     if (!within) BeginWrite();
     done = WriteLogAgain(logPath, CommittedPlace().frames);
-  } catch (const Failure&) {  // it stays doubtful
+  } catch (...) {  // it stays doubtful
   }
   if (!within) RollbackWrite();
   btrieve::DoubtLog(connection_.Get(), !done);
@@ -223,7 +223,7 @@ void Storage::LeaveRead() noexcept {
   snapshot_ = false;
   try {
     RunOnce(rollback_);
-  } catch (const Failure&) {  // nothing was written: there is nothing to lose
+  } catch (...) {  // nothing was written: there is nothing to lose
   }
 }
 
@@ -253,7 +253,7 @@ void Storage::TryRuleOutLostCommit() noexcept {
   if (!WriteLockIsFree(connection_.Get()) || !IsMarked()) return;
   try {
     RuleOutLostCommit();
-  } catch (const Failure&) {  // no room for a commit, or no right to make one: reading goes on
+  } catch (...) {  // no room for a commit, or no right to make one: reading goes on
   }
 }
 
@@ -306,7 +306,17 @@ void Storage::FlushCounts() {
 }
 
 void Storage::CommitWrite() {
-  const std::vector<uint8_t> before = knownHead_;
+  try {
+    TryCommit();
+  } catch (...) {
+    wrote_ = true;
+    RollbackWrite();
+    throw;
+  }
+}
+
+void Storage::TryCommit() {
+  std::vector<uint8_t> before = knownHead_;
   try {
     EndWalks();
     FlushCounts();
@@ -315,9 +325,7 @@ void Storage::CommitWrite() {
     UnmarkCommit(connection_.Get());
     writing_ = false;
   } catch (...) {
-    knownHead_ = before;
-    wrote_ = true;
-    RollbackWrite();
+    knownHead_.swap(before);
     throw;
   }
 }
@@ -328,12 +336,22 @@ void Storage::RollbackWrite() noexcept {
   writing_ = false;
   try {
     if (connection_.InTransaction()) RunOnce(rollback_);
-  } catch (const Failure&) {  // SQLite then undoes it when the connection goes
+  } catch (...) {  // SQLite then undoes it when the connection goes
   }
   if (!wrote_) return;
   if (respecified_) RestoreSpecification();
   ForgetCaches();
-  if (!head_.Load(knownHead_, indexes_.size())) knownHead_.clear();
+  RestoreHead();
+}
+
+// Where there is none to go back to, the next read takes it from the file.
+void Storage::RestoreHead() noexcept {
+  bool known = false;
+  try {
+    known = head_.Load(knownHead_, indexes_.size());
+  } catch (const std::bad_alloc&) {  // the number of keys is another one again
+  }
+  if (!known) knownHead_.clear();
 }
 
 bool Storage::FindRow(uint32_t position, ByteView& row) {

@@ -207,6 +207,8 @@ class Storage {
   void ForgetCaches() noexcept;
   void NumberSlots() noexcept;
   void RestoreSpecification() noexcept;
+  void TryCommit();
+  void RestoreHead() noexcept;
   bool NothingCommittedSince() const noexcept;
   void RememberLogHead() noexcept;
   void FlushCounts();

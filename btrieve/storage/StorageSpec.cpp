@@ -151,7 +151,7 @@ void Storage::RestoreSpecification() noexcept {
   try {
     LoadSpecification();
     for (Index& index : indexes_) PrepareIndex(index);
-  } catch (const Failure&) {
+  } catch (...) {
     indexes_.clear();
     NumberSlots();
   }

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <set>
 
+#include "clients/FaultsOf.h"
+#include "clients/Remote.h"
 #include "kit/CrashStates.h"
 #include "kit/DamagedFile.h"
 #include "kit/FaultyDisk.h"
@@ -222,6 +224,36 @@ TEST(DiskFull, TheLogIsCarriedOverBeforeARecordIsRefused) {
   for (int32_t id = 90; id < 100; ++id) ASSERT_EQ(insert(id), 0) << id;
   EXPECT_EQ(process.Call(kEnd, 0, {}).status, 0);
   EXPECT_EQ(NumberAt<uint32_t>(process.Call(kStat, 0, {.room = 500}).data, 6), 100u);
+}
+
+// A concurrent transaction puts positions aside for its records by a commit of its own.
+TEST(DiskFull, PositionsThatCouldNotBePutAsideAreNotGiven) {
+  for (int at = 1; at <= 3; ++at) {
+    SCOPED_TRACE("write " + std::to_string(at));
+    const Folder folder;
+    ThisProcess process;
+    OtherProcess other;
+    const Bytes path = PathKey(folder.Path("a.dat"));
+    ASSERT_EQ(process.Call(kCreate, 0, {.data = PlanBlock(), .key = path}).status, 0);
+    ASSERT_EQ(process.Call(kOpen, 0, {.key = path}).status, 0);
+    ASSERT_EQ(other.Call(kOpen, 0, {.key = path}).status, 0);
+    const auto insert = [](Client& client, int32_t id) {
+      const Bytes record = Number(id) + Number(id) + Bytes(16, 'a');
+      return client.Call(kInsert, 0, {.data = record, .keyNumber = -1}).status;
+    };
+    ASSERT_EQ(process.Call(kBegin + kConcurrent, 0, {}).status, 0);
+    FaultyDisk disk({"full disk", Grows, ENOSPC, true}, at);
+    const DiskTap tap(folder.Root(), disk);
+    const Status refused = insert(process, 1);
+    EXPECT_EQ(refused, disk.Met() ? 18 : 0);
+    disk.Mend();
+    EXPECT_EQ(insert(process, 2), 0);
+    EXPECT_EQ(insert(other, 3), 0);
+    EXPECT_EQ(process.Call(kEnd, 0, {}).status, 0);
+    EXPECT_EQ(NumberAt<uint32_t>(process.Call(kStat, 0, {.room = 500}).data, 6),
+              refused == 0 ? 3u : 2u);
+    EXPECT_EQ(FaultsOf(folder.Path("a.dat")), "");
+  }
 }
 
 }  // namespace

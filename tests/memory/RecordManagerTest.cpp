@@ -1,0 +1,256 @@
+// The record manager's own allocations fail, one after the other, while two files are changed: a
+// step is done wholly or not at all, alone and in both kinds of transactions, the files stay right
+// along every key, and nothing stays locked. Reads that fail leave the cursor where it is.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <filesystem>
+#include <set>
+#include <sstream>
+
+#include "FailingMemory.h"
+#include "platform/BtrCall.h"
+#include "tests/support/Company.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr int8_t kKeys = 3;  // of People: by code, unique; by town and code; by name
+constexpr int8_t kByPlace = -1;
+constexpr uint32_t kPersonSize = 45;
+
+using Person = std::array<char, kPersonSize>;
+
+Person PersonOf(int32_t code) {
+  Person person{};
+  std::memcpy(person.data(), &code, sizeof code);
+  std::strcpy(person.data() + 4, "somebody");
+  return person;
+}
+
+class File {
+ public:
+  int Open(const std::string& path, int8_t mode = BtrModeNormal) {
+    std::array<char, 256> key{};
+    path.copy(key.data(), key.size() - 1);
+    return Run(BtrOpOpen, nullptr, 0, key.data(), mode);
+  }
+  int Close() { return Run(BtrOpClose); }
+  int Run(int operation, void* data = nullptr, uint32_t length = 0, void* key = nullptr,
+          int8_t keyNumber = 0) {
+    return BtrCall(static_cast<uint16_t>(operation), block_, data, &length, key, 255, keyNumber);
+  }
+  int Get(int operation, int8_t key, int32_t& code) {
+    Person person{};
+    const int status =
+        Run(operation, person.data(), kPersonSize, key_.data(), std::max<int8_t>(key, 0));
+    std::memcpy(&code, person.data(), sizeof code);
+    return status;
+  }
+  int Insert(int32_t code) {
+    Person person = PersonOf(code);
+    return Run(BtrOpInsert, person.data(), kPersonSize, nullptr, -1);
+  }
+  int Find(int32_t code) {
+    std::memcpy(key_.data(), &code, sizeof code);
+    return Get(BtrOpGetEqual, 0, code);
+  }
+  // Every key gets another value but the first.
+  int Change(int32_t code) {
+    Person person = PersonOf(code);
+    if (const int status = Find(code)) return status;
+    std::strcpy(person.data() + 4, "another");
+    std::strcpy(person.data() + 24, "Nara");
+    return Run(BtrOpUpdate, person.data(), kPersonSize, nullptr, -1);
+  }
+  int Erase(int32_t code) {
+    const int status = Find(code);
+    return status != 0 ? status : Run(BtrOpDelete);
+  }
+  // Codes as a walk meets them, then the status that ended it.
+  std::string Walk(int8_t key) {
+    std::string met;
+    int operation = key == kByPlace ? BtrOpStepFirst : BtrOpGetFirst;
+    int32_t code = 0;
+    for (int status = 0;; operation = key == kByPlace ? BtrOpStepNext : BtrOpGetNext) {
+      status = Get(operation, key, code);
+      met += std::to_string(status != 0 ? status : code) + " ";
+      if (status != 0) return met;
+    }
+  }
+  // The same along every key, and the names that stand there.
+  std::string Content() {
+    const std::string content = Walk(0);
+    for (int8_t key = 1; key < kKeys; ++key) EXPECT_EQ(Sorted(Walk(key)), Sorted(content)) << key;
+    EXPECT_EQ(Sorted(Walk(kByPlace)), Sorted(content)) << "by place";
+    return content;
+  }
+
+ private:
+  static std::multiset<std::string> Sorted(const std::string& walk) {
+    std::istringstream words(walk);
+    return {std::istream_iterator<std::string>(words), {}};
+  }
+
+  std::array<uint8_t, 256> key_{};
+  uint8_t block_[128] = {};
+};
+
+struct Kind {
+  const char* name;
+  int begin;  // 0 without a transaction
+};
+
+class RecordManagerWithoutMemory : public ::testing::TestWithParam<Kind> {
+ protected:
+  void SetUp() override {
+    const std::string path = company_.Directory() + "/People.btr";
+    const std::string other = company_.Directory() + "/Others.btr";
+    std::filesystem::copy_file(path, other);
+    ASSERT_EQ(file_.Open(path), 0);
+    ASSERT_EQ(other_.Open(other), 0);
+  }
+  void TearDown() override {
+    EXPECT_EQ(file_.Close(), 0);
+    EXPECT_EQ(other_.Close(), 0);
+  }
+  bool Within() const { return GetParam().begin != 0; }
+
+  // One step in both files, or without a transaction in one. The status of what failed first.
+  template <class Step>
+  int Both(Step step) {
+    if (!Within()) return step(file_);
+    if (const int status = file_.Run(GetParam().begin)) return status;
+    int status = step(file_);
+    if (status == 0) status = step(other_);
+    const int end = file_.Run(status == 0 ? BtrOpEndTransaction : BtrOpAbortTransaction);
+    return status != 0 ? status : end;
+  }
+
+  // With one allocation after another failing until all succeed. What `undo` does with memory makes
+  // the step possible again.
+  template <class Step, class Undo>
+  void FailEach(Step step, Undo undo) {
+    const std::string before = file_.Content();
+    ASSERT_EQ(Both(step), 0);
+    const std::string after = file_.Content();
+    ASSERT_EQ(Both(undo), 0);
+    ASSERT_EQ(file_.Content(), before);
+    bool happened = true;
+    for (int failing = 0; happened && !HasFailure(); ++failing) {
+      SCOPED_TRACE(failing);
+      ASSERT_LT(failing, 3000);
+      int status = 0;
+      {
+        const FailingMemory memory(failing);
+        ReplaceBtrCall(nullptr);  // what the record manager asks for counts here
+        status = Both(step);
+        happened = memory.Happened();
+      }
+      if (Within()) file_.Run(BtrOpAbortTransaction);  // should its end itself have failed
+      EXPECT_TRUE(status == 0 || happened) << status;
+      EXPECT_EQ(file_.Content(), status == 0 ? after : before) << status;
+      if (Within()) {
+        EXPECT_EQ(other_.Content(), file_.Content());
+      }
+      if (status == 0) {
+        ASSERT_EQ(Both(undo), 0);
+      }
+      ASSERT_EQ(file_.Content(), before);
+    }
+  }
+
+  Company company_;
+  File file_;
+  File other_;
+};
+
+TEST_P(RecordManagerWithoutMemory, InsertsWhollyOrNotAtAll) {
+  FailEach([](File& file) { return file.Insert(7); }, [](File& file) { return file.Erase(7); });
+}
+
+TEST_P(RecordManagerWithoutMemory, DeletesWhollyOrNotAtAll) {
+  for (const int32_t code : {1, 2, 3})
+    ASSERT_EQ(Both([&](File& file) { return file.Insert(code); }), 0);
+  FailEach([](File& file) { return file.Erase(2); }, [](File& file) { return file.Insert(2); });
+}
+
+TEST_P(RecordManagerWithoutMemory, ChangesWhollyOrNotAtAll) {
+  ASSERT_EQ(Both([](File& file) { return file.Insert(1); }), 0);
+  FailEach([](File& file) { return file.Change(1); },
+           [](File& file) { return file.Erase(1) + file.Insert(1); });
+}
+
+// Inside a transaction that has changed both files, so that changes lie over what is stored.
+TEST_P(RecordManagerWithoutMemory, ReadsGoOnWhereTheyFailed) {
+  for (int32_t code = 10; code < 20; ++code) {
+    ASSERT_EQ(Both([&](File& file) { return file.Insert(code); }), 0);
+  }
+  if (Within()) {
+    ASSERT_EQ(file_.Run(GetParam().begin), 0);
+    EXPECT_EQ(file_.Insert(15 + 100), 0);
+    EXPECT_EQ(file_.Erase(15), 0);
+  }
+  for (int8_t key = kByPlace; key < kKeys; ++key) {
+    const std::string whole = file_.Walk(key);
+    bool happened = true;
+    for (int failing = 0; happened && !HasFailure(); ++failing) {
+      happened = false;
+      std::string met;
+      int operation = key == kByPlace ? BtrOpStepFirst : BtrOpGetFirst;
+      for (int status = 0; status == 0 || status == BtrStatusNoCacheBuffer;) {
+        int32_t code = 0;
+        {
+          const FailingMemory memory(failing);
+          ReplaceBtrCall(nullptr);
+          status = file_.Get(operation, key, code);
+          happened = happened || memory.Happened();
+        }
+        if (status == BtrStatusNoCacheBuffer) status = file_.Get(operation, key, code);
+        met += std::to_string(status != 0 ? status : code) + " ";
+        operation = key == kByPlace ? BtrOpStepNext : BtrOpGetNext;
+      }
+      EXPECT_EQ(met, whole) << "key " << int{key} << ", allocation " << failing;
+    }
+  }
+  if (Within()) {
+    EXPECT_EQ(file_.Run(BtrOpAbortTransaction), 0);
+  }
+}
+
+TEST(RecordManagerFiles, OpenOrStayClosedWithoutMemory) {
+  bool happened = true;
+  for (int failing = 0; happened && !HasFailure(); ++failing) {
+    SCOPED_TRACE(failing);
+    const Company company;
+    const std::string path = company.Directory() + "/People.btr";
+    {
+      File file;
+      int status = 0;
+      {
+        const FailingMemory memory(failing);
+        ReplaceBtrCall(nullptr);
+        status = file.Open(path);
+        happened = memory.Happened();
+      }
+      EXPECT_EQ(status, happened && status != 0 ? BtrStatusNoCacheBuffer : 0);
+      EXPECT_EQ(file.Insert(1), status != 0 ? BtrStatusNotOpen : 0);
+      if (status == 0) {
+        EXPECT_EQ(file.Close(), 0);
+      }
+    }
+    File alone;  // nothing of it is left open
+    EXPECT_EQ(alone.Open(path, BtrModeExclusive), 0);
+    EXPECT_EQ(alone.Close(), 0);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Within, RecordManagerWithoutMemory,
+                         ::testing::Values(Kind{"NoTransaction", 0},
+                                           Kind{"AnExclusiveOne", BtrOpBeginTransaction},
+                                           Kind{"AConcurrentOne", BtrOpBeginConcurrentTransaction}),
+                         [](const auto& tried) { return tried.param.name; });
+
+}  // namespace
+}  // namespace qrn::test
