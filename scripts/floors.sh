@@ -37,6 +37,8 @@ btrieve/session    8
 btrieve/operations 9
 lexbase            1   src/platform
 host/form          1   src/platform
+host/designer/document 2 src/platform
+host/designer/model 3  src/platform
 host/container     2   src/com src/ole
 host/script        3   src/com
 host/runner/       4   src/com src/ole
@@ -50,7 +52,8 @@ examples/          1   tools/qrndata
 FREE='src/core/DbTypes.h sqlite3.c'
 # Where <windows.h> and its like stand in halves for Windows (*_win.*) alone.
 PORTABLE='include src/platform src/fields src/core src/extended src/grid/model
-  src/grid/data src/grid/layout btrieve lexbase host/form'
+  src/grid/data src/grid/layout btrieve lexbase host/form
+  host/designer/document host/designer/model'
 
 houses=()
 for house in include src btrieve lexbase host tools examples; do [ -d $house ] && houses+=("$house"); done

@@ -1,0 +1,35 @@
+// A form and its companion file on the disk.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/designer/document/Companion.h"
+#include "host/designer/document/FormDocument.h"
+
+namespace qrn::designer {
+
+struct StoredForm {
+  std::unique_ptr<FormDocument> document;
+  std::unique_ptr<Companion> companion;
+};
+
+// Reads FORM.frm, and FORM.frx beside it if it is there. `path` is UTF-8. Throws
+// std::runtime_error with a plain reason when a file cannot be read, form::FileRefused with every
+// mistake when it is no form.
+StoredForm OpenStoredForm(const std::string& path);
+
+// The form's file as `companionName` goes with it: references to the form's own companion carry
+// that name, whatever name it had when they were written.
+std::string BytesUnder(const FormDocument& document, const Companion& companion,
+                       const std::string& companionName);
+
+// Writes both under `path`, the companion only if it has new records or another name. Empty, or
+// the reason: then the files are as they were.
+std::string SaveStoredForm(const std::string& path, const FormDocument& document,
+                           Companion& companion);
+
+// `customers.frx` for `C:\forms\customers.frm`.
+std::string CompanionNameOf(const std::string& formPath);
+
+}  // namespace qrn::designer
