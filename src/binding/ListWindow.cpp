@@ -1,6 +1,7 @@
 #include "binding/ListWindow.h"
 
 #include "binding/ListItems.h"
+#include "com/WindowText.h"
 #include "platform/CodePage.h"
 
 namespace qrn {
@@ -23,13 +24,6 @@ void SetText(HWND window, const char* text) {
 
 }  // namespace
 
-std::wstring TextOfWindow(HWND window) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-  text.resize(static_cast<size_t>(length));
-  return text;
-}
-
 std::string ReadListBox(HWND list) {
   return Narrow(ListItems(list, kListBoxMessages).SelectedText());
 }
@@ -39,7 +33,7 @@ void SelectInListBox(HWND list, const char* text) { Find(list, LB_SELECTSTRING, 
 void ClearListBox(HWND list) { ListItems(list, kListBoxMessages).Select(ListItems::kNone); }
 
 std::string ReadComboBox(HWND combo, bool hasOwnText) {
-  return Narrow(hasOwnText ? TextOfWindow(combo)
+  return Narrow(hasOwnText ? com::TextOfWindow(combo)
                            : ListItems(combo, kComboBoxMessages).SelectedText());
 }
 

@@ -7,9 +7,6 @@
 
 namespace qrn {
 
-// The text of any window, wide. Empty without a window.
-std::wstring TextOfWindow(HWND window);
-
 // The selected item's text; empty when nothing is selected.
 std::string ReadListBox(HWND list);
 // Selects the first item that begins with the text; where there is none the selection stays.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com/Text.h"
+#include "com/WindowText.h"
 #include "controls/text/TextBytes.h"
 
 namespace qrn::editwindow {
@@ -48,15 +49,8 @@ void PutCaretLast(HWND window) noexcept {
   Select(window, {length, length});
 }
 
-std::wstring TextOf(HWND window) {
-  std::wstring text(static_cast<size_t>(std::max(GetWindowTextLengthW(window), 0)) + 1, L'\0');
-  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-  text.resize(static_cast<size_t>(std::max(length, 0)));
-  return text;
-}
-
 std::wstring_view FittingPart(HWND window, std::wstring_view text, size_t limit) {
-  std::wstring kept = TextOf(window);
+  std::wstring kept = com::TextOfWindow(window);
   const Selection selection = GetSelection(window);
   const size_t start = std::min<size_t>(selection.start, kept.size());
   kept.erase(start, std::max(selection.end, selection.start) - selection.start);

@@ -18,8 +18,6 @@ Selection GetSelection(HWND window) noexcept;
 void Select(HWND window, Selection selection) noexcept;
 void PutCaretLast(HWND window) noexcept;
 
-std::wstring TextOf(HWND window);
-
 // How much of `text` may take the place of the selection, so that at most `limit` bytes result.
 std::wstring_view FittingPart(HWND window, std::wstring_view text, size_t limit);
 

@@ -43,6 +43,7 @@ class CQRNBtn final : public ole::Captioned<TableBound<BoundControl<ole::Visible
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnContainedMade() override;
   void OnMnemonicKey() override { Click(); }
+  LONG AccessibleRole() const override { return ROLE_SYSTEM_PUSHBUTTON; }
   KeyEnd OnKeyDown(MSG& message) override;
 
  private:

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "binding/tables/QRNEditTable.h"
+#include "com/WindowText.h"
 #include "controls/EditWindow.h"
 #include "controls/HostFormat.h"
 #include "ole/Names.h"
@@ -152,7 +153,7 @@ void CQRNEdit::ClearFieldText() {
 }
 
 HRESULT CQRNEdit::GetText(Bstr& text) {
-  if (contained()) Text = Bstr(editwindow::TextOf(contained()));
+  if (contained()) Text = Bstr(com::TextOfWindow(contained()));
   text = Text;
   return S_OK;
 }

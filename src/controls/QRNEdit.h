@@ -55,6 +55,9 @@ class CQRNEdit final : public FieldBound<EditFace> {
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnContainedMade() override;
   std::span<const int32_t> RemadeInDesigner() const override;
+  ole::Com<IAccessible> MakeAccessible(HWND window) override {
+    return ole::Com<IAccessible>(new ole::TextAccessible(window, hwnd(), ROLE_SYSTEM_TEXT));
+  }
 
  private:
   bool OnCommand(com::Message& message);

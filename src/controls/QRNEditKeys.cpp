@@ -1,5 +1,6 @@
 // The edit control's messages: what is typed and pasted, the focus.
 #include "binding/tables/QRNEditTable.h"
+#include "com/WindowText.h"
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
 #include "controls/text/CharacterMask.h"
@@ -54,7 +55,7 @@ bool CQRNEdit::TakenByFormat(char16_t character) {
   if (editwindow::IsReadOnly(contained())) return false;
   const TextDress dress = Dress();
   if (!dress.EveryChar() || !dress.format) return false;
-  const std::wstring shown = editwindow::TextOf(contained());
+  const std::wstring shown = com::TextOfWindow(contained());
   const auto text = dress.OfTyping(NarrowText(com::Bstr(shown)), character);
   if (!text) return false;
   const com::Bstr result = WidenToBstr(*text);

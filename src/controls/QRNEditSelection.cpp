@@ -1,5 +1,6 @@
 // The edit control's SelStart, SelLength and SelText.
 #include "com/Guard.h"
+#include "com/WindowText.h"
 #include "controls/EditWindow.h"
 #include "controls/QRNEdit.h"
 #include "controls/text/TextBytes.h"
@@ -36,7 +37,7 @@ HRESULT CQRNEdit::PutSelLength(int16_t length) {
 
 HRESULT CQRNEdit::GetSelText(com::Bstr& text) {
   try {
-    const com::Bstr shown(editwindow::TextOf(contained()));
+    const com::Bstr shown(com::TextOfWindow(contained()));
     const Selection now = editwindow::GetSelection(contained());
     const std::wstring_view before = shown.view().substr(0, now.end);
     const size_t end = BytesOf(com::AsUtf16(before)) + 1;

@@ -1,6 +1,7 @@
 #include "grid/GridEdit.h"
 
 #include "com/Text.h"
+#include "com/WindowText.h"
 #include "controls/EditWindow.h"
 
 namespace qrn {
@@ -45,7 +46,7 @@ void GridEdit::Hide() noexcept {
 }
 
 std::string GridEdit::Text() const {
-  return get() ? com::NarrowText(com::Bstr(editwindow::TextOf(get()))) : std::string();
+  return get() ? com::NarrowText(com::Bstr(com::TextOfWindow(get()))) : std::string();
 }
 
 EditCaret GridEdit::Caret() const noexcept {

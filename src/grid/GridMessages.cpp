@@ -27,10 +27,9 @@ bool IsArrow(WPARAM key) noexcept { return key >= VK_LEFT && key <= VK_DOWN; }
 
 // In a designer, too. Events of the pointer are declared and never raised.
 const com::MessageRow<CQRNGrid> CQRNGrid::kAlways[] = {
-    {WM_ERASEBKGND, &CQRNGrid::OnEraseBackground}, {WM_GETOBJECT, &CQRNGrid::OnGetObject},
-    {WM_LBUTTONDOWN, &CQRNGrid::OnPointer},        {WM_LBUTTONUP, &CQRNGrid::OnPointer},
-    {WM_RBUTTONDOWN, &CQRNGrid::OnPointer},        {WM_RBUTTONUP, &CQRNGrid::OnPointer},
-    {WM_MOUSEMOVE, &CQRNGrid::OnPointer},
+    {WM_ERASEBKGND, &CQRNGrid::OnEraseBackground}, {WM_LBUTTONDOWN, &CQRNGrid::OnPointer},
+    {WM_LBUTTONUP, &CQRNGrid::OnPointer},          {WM_RBUTTONDOWN, &CQRNGrid::OnPointer},
+    {WM_RBUTTONUP, &CQRNGrid::OnPointer},          {WM_MOUSEMOVE, &CQRNGrid::OnPointer},
 };
 
 const com::MessageRow<CQRNGrid> CQRNGrid::kGridMessages[] = {
@@ -51,6 +50,7 @@ const com::MessageRow<CQRNGrid> CQRNGrid::kEditMessages[] = {
     {EM_REPLACESEL, &CQRNGrid::OnEditReplace},
     {WM_MOUSEWHEEL, &CQRNGrid::OnWheel},
     {WM_MOUSEHWHEEL, &CQRNGrid::OnWheel},
+    {WM_GETOBJECT, &CQRNGrid::OnGetObject},
 };
 
 template <class Work>
@@ -77,7 +77,14 @@ bool CQRNGrid::OnEraseBackground(com::Message& message) {
 
 bool CQRNGrid::OnPointer(com::Message& message) { return EndWithDefault(message); }
 
-bool CQRNGrid::OnGetObject(com::Message& message) { return accessibility_.Answer(message); }
+com::Com<IAccessible> CQRNGrid::MakeAccessible(HWND window) {
+  return window == edit_.get() ? accessibility_.CellEdit(window) : accessibility_.Table();
+}
+
+std::wstring CQRNGrid::ReadName() const {
+  const std::wstring label = ole::LabelBefore(hwnd());
+  return label.empty() ? std::wstring(DbListTable.view()) : label;
+}
 
 void CQRNGrid::PlaceEdit() {
   if (AllowUpdate == 0 || !edit_.get()) return;

@@ -75,6 +75,7 @@ class CQRNGrid final : public BoundControl<ole::VisibleControl>,
   void OnRegister() override;
   void OnUnregister() override;
   void LayOut(const RECT& client) override;
+  com::Com<IAccessible> MakeAccessible(HWND window) override;
 
  private:
   // GridHost
@@ -118,7 +119,8 @@ class CQRNGrid final : public BoundControl<ole::VisibleControl>,
   const GridModel& ReadModel() const override { return *this; }
   HWND ReadWindow() const override { return hwnd(); }
   GridLook ReadLook() override { return Look(WindowSize()); }
-  std::wstring ReadName() const override { return std::wstring(DbListTable.view()); }
+  // The label before the control; without one the table is all that is known.
+  std::wstring ReadName() const override;
   bool HasKeyboard() const override { return HasFocusItself() || edit_.HasFocus(); }
   void ChooseCell(int32_t row, int32_t col) override;
 
@@ -133,7 +135,6 @@ class CQRNGrid final : public BoundControl<ole::VisibleControl>,
   bool OnPointer(com::Message& message);
   bool OnBar(com::Message& message);
   bool OnWheel(com::Message& message);
-  bool OnGetObject(com::Message& message);
   // Messages of the edit box.
   bool OnEditMouseActivate(com::Message& message);
   bool OnEditFocusCame(com::Message& message);

@@ -1,12 +1,12 @@
 #include "ole/Accessible.h"
 
+#include "com/WindowText.h"
+
 namespace qrn::ole {
 namespace {
 
 std::wstring TextWithoutMark(HWND window) {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(
-      static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  std::wstring text = TextOfWindow(window);
   for (size_t at = text.find(L'&'); at != std::wstring::npos; at = text.find(L'&', at + 1)) {
     text.erase(at, 1);  // of two one stays
   }
@@ -29,41 +29,51 @@ std::wstring LabelBefore(HWND window) {
   return {};
 }
 
-Accessible::Accessible(HWND window, HWND labelled) : window_(window), labelled_(labelled) {
+Accessible::Accessible(HWND window, HWND labelled, LONG role)
+    : window_(window), labelled_(labelled), role_(role) {
   const HRESULT made =
       CreateStdAccessibleObject(window, OBJID_CLIENT, __uuidof(IAccessible), system_.putVoid());
   if (FAILED(made)) throw Failure{made};
 }
 
-void* Accessible::Find(REFIID id) noexcept {
-  return id == __uuidof(IDispatch) ? static_cast<IDispatch*>(this) : Object::Find(id);
-}
-
-// By name and number too everything is asked of this object: the type's own functions call it.
-STDMETHODIMP Accessible::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* sent,
-                                VARIANT* result, EXCEPINFO* exception, UINT* bad) {
-  Com<ITypeInfo> info;
-  const HRESULT found = system_->GetTypeInfo(0, locale, info.put());
-  if (FAILED(found)) return found;
-  return info->Invoke(static_cast<IAccessible*>(this), id, flags, sent, result, exception, bad);
+std::wstring Accessible::Label() const {
+  return labelled_ ? LabelBefore(labelled_) : TextWithoutMark(window_);
 }
 
 STDMETHODIMP Accessible::get_accName(VARIANT child, BSTR* name) {
   if (!name) return E_INVALIDARG;
   *name = nullptr;
-  if (!IsSelf(child)) return system_->get_accName(child, name);
+  if (!IsSelf(child)) return system_->get_accName(ChildNumber(child), name);
   return Guard([&] {
-    const std::wstring label = LabelBefore(labelled_);
-    if (label.empty()) return system_->get_accName(child, name);
+    const std::wstring label = Label();
+    if (label.empty()) return system_->get_accName(ChildNumber(child), name);
     *name = Bstr(label).detach();
     return S_OK;
   });
+}
+
+STDMETHODIMP Accessible::get_accRole(VARIANT child, VARIANT* role) {
+  if (role_ == 0 || !IsSelf(child)) return system_->get_accRole(ChildNumber(child), role);
+  if (!role) return E_INVALIDARG;
+  *role = Variant(static_cast<int32_t>(role_)).release();
+  return S_OK;
 }
 
 STDMETHODIMP Accessible::GetWindow(HWND* window) {
   if (!window) return E_POINTER;
   *window = window_;
   return IsWindow(window_) ? S_OK : E_FAIL;
+}
+
+STDMETHODIMP TextAccessible::get_accValue(VARIANT child, BSTR* value) {
+  if (!IsSelf(child)) return Accessible::get_accValue(child, value);
+  if (!value) return E_INVALIDARG;
+  *value = nullptr;
+  if (SendMessageW(window(), EM_GETPASSWORDCHAR, 0, 0) != 0) return E_ACCESSDENIED;
+  return Guard([&] {
+    *value = Bstr(TextOfWindow(window())).detach();
+    return S_OK;
+  });
 }
 
 }  // namespace qrn::ole

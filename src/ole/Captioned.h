@@ -47,7 +47,9 @@ class Captioned : public Base {
 
  protected:
   // Its own text is its name.
-  Com<IAccessible> MakeAccessible(HWND) override { return {}; }
+  Com<IAccessible> MakeAccessible(HWND window) override {
+    return Com<IAccessible>(new Accessible(window, nullptr, this->AccessibleRole()));
+  }
   // Does what a click does. Handlers may let the control go: the caller keeps it.
   virtual void OnMnemonicKey() = 0;
 

@@ -28,13 +28,13 @@ const MessageRow<VisibleControl> VisibleControl::kContainedMessages[] = {
     {WM_SETFOCUS, &VisibleControl::OnContainedSetFocus},
     {WM_KILLFOCUS, &VisibleControl::OnContainedKillFocus},
     {WM_KEYDOWN, &VisibleControl::OnContainedKeyDown},
-    {WM_GETOBJECT, &VisibleControl::OnGetObject},
 };
 
-const MessageRow<VisibleControl> VisibleControl::kPointerMessages[] = {
+const MessageRow<VisibleControl> VisibleControl::kShownMessages[] = {
     {WM_SETCURSOR, &VisibleControl::OnSetCursor}, {WM_MOUSEMOVE, &VisibleControl::OnMouse},
     {WM_LBUTTONDOWN, &VisibleControl::OnMouse},   {WM_RBUTTONDOWN, &VisibleControl::OnMouse},
     {WM_LBUTTONUP, &VisibleControl::OnMouse},     {WM_RBUTTONUP, &VisibleControl::OnMouse},
+    {WM_GETOBJECT, &VisibleControl::OnGetObject},
 };
 
 VisibleControl::VisibleControl(const ControlTable& table, const Binding& binding,
@@ -51,11 +51,11 @@ VisibleControl::VisibleControl(const ControlTable& table, const Binding& binding
 
 bool VisibleControl::OnWindowMessage(Message& message) {
   return Route(*this, kOwnMessages, message) ||
-         (!contained() && Route(*this, kPointerMessages, message));
+         (!contained() && Route(*this, kShownMessages, message));
 }
 
 bool VisibleControl::OnContainedMessage(Message& message) {
-  return Route(*this, kContainedMessages, message) || Route(*this, kPointerMessages, message);
+  return Route(*this, kContainedMessages, message) || Route(*this, kShownMessages, message);
 }
 
 bool VisibleControl::OnCreate(Message&) {
@@ -242,15 +242,11 @@ bool VisibleControl::OnContainedKeyDown(Message& message) {
 }
 
 Com<IAccessible> VisibleControl::MakeAccessible(HWND window) {
-  return Com<IAccessible>(new Accessible(window, hwnd()));
+  return Com<IAccessible>(new Accessible(window, hwnd(), AccessibleRole()));
 }
 
 bool VisibleControl::OnGetObject(Message& message) {
-  if (static_cast<LONG>(message.lParam) != OBJID_CLIENT) return false;
-  const Com<IAccessible> told = MakeAccessible(message.window);
-  if (!told) return false;
-  message.result = LresultFromObject(__uuidof(IAccessible), message.wParam, told.get());
-  return true;
+  return AsksForContent(message) && AnswerWith(MakeAccessible(message.window), message);
 }
 
 HRESULT VisibleControl::OnAccelerator(MSG& message) {

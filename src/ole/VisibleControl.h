@@ -68,9 +68,12 @@ class VisibleControl : public Control {
   virtual std::span<const int32_t> RemadeInDesigner() const { return {}; }
   virtual void OnRegister() {}
   virtual void OnUnregister() {}
-  // What a screen reader finds in the contained window, or in one inside it; null for the system's
-  // own object.
+  // What a screen reader finds in the contained window, in one inside it, or in the control's own
+  // where that shows everything; null for the system's own object.
   virtual Com<IAccessible> MakeAccessible(HWND window);
+  // What that is, ROLE_SYSTEM_...; 0 leaves it to the system.
+  virtual LONG AccessibleRole() const { return 0; }
+  bool OnGetObject(Message& message);
   // A key went down and its event is over. Whether the key ends here, is offered to the site, or
   // goes the usual way to the window that has the focus.
   enum class KeyEnd { Here, Site, Window };
@@ -100,7 +103,6 @@ class VisibleControl : public Control {
   bool OnContainedKillFocus(Message& message);
   bool OnColor(Message& message);
   bool OnContainedKeyDown(Message& message);
-  bool OnGetObject(Message& message);
   HRESULT OnKeyUp(MSG& message);
   HRESULT OnChar(MSG& message);
   void MakeContained();
@@ -114,8 +116,9 @@ class VisibleControl : public Control {
 
   static const MessageRow<VisibleControl> kOwnMessages[];
   static const MessageRow<VisibleControl> kContainedMessages[];
-  // Of whichever window the user points at: the contained one, or the control's own without it.
-  static const MessageRow<VisibleControl> kPointerMessages[];
+  // Of whichever window is what the user sees and points at: the contained one, or the control's
+  // own without it.
+  static const MessageRow<VisibleControl> kShownMessages[];
 
   // What a stock property does to the windows when it changes. To be drawn anew is not told here:
   // that follows from the row of the property's table.

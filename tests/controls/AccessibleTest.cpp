@@ -4,6 +4,7 @@
 
 #include "ListFixture.h"
 #include "PeopleForm.h"
+#include "ScreenReader.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 #include "controls/list/ComboControl.h"
@@ -66,24 +67,6 @@ class Reader {
 
  private:
   Com<IAccessible> object_;
-};
-
-class Label {
- public:
-  Label(const wchar_t* text, HWND before, HWND form, DWORD style = 0)
-      : window_(CreateWindowExW(0, L"STATIC", text, WS_CHILD | style, 0, 0, 10, 10, form, nullptr,
-                                nullptr, nullptr)) {
-    SetWindowPos(window_, GetWindow(before, GW_HWNDPREV), 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    if (!GetWindow(before, GW_HWNDPREV)) BringWindowToTop(window_);
-  }
-  ~Label() { DestroyWindow(window_); }
-  Label(const Label&) = delete;
-  Label& operator=(const Label&) = delete;
-  HWND get() const { return window_; }
-
- private:
-  HWND window_;
 };
 
 class Readers : public Lists {
@@ -168,6 +151,24 @@ TEST_F(Readers, FindItemsByTheirPlace) {
   EXPECT_EQ(beside->lVal, CHILDID_SELF) << "no item";
 }
 
+// A script asks by name, with short numbers and arguments left out.
+TEST_F(Readers, MayBeScripts) {
+  InsertPeople();
+  for (const ListClass* each : AllLists()) {
+    SCOPED_TRACE(each->name);
+    MakeOnForm(*each);
+    const Label label(L"Name", list_->hwnd(), form_.get());
+    const ScriptReader items(ListInside());
+    EXPECT_EQ(items.Ask(L"accName"), "ok BSTR:Name");
+    EXPECT_EQ(items.Ask(L"accName", {Short(0)}), "ok BSTR:Name");
+    EXPECT_EQ(items.Ask(L"accRole", {Short(1)}), "ok I4:34") << "an item of a list";
+    EXPECT_EQ(items.Ask(L"accChildCount"), "ok I4:" + std::to_string(list_->GetListCount()));
+    EXPECT_EQ(items.Do(L"accSelect", {Short(SELFLAG_TAKESELECTION), Short(2)}), "ok EMPTY");
+    EXPECT_EQ(host_->Value(L"ListIndex"), "ok I4:1");
+    EXPECT_EQ(items.Ask(L"accSelection"), "ok I4:2");
+  }
+}
+
 TEST_F(Readers, FindTheLineOfACombo) {
   MakeOnForm(kComboBox);
   const Label label(L"&Town && land", list_->hwnd(), form_.get());
@@ -196,6 +197,16 @@ TEST_F(Readers, NameByTheNearestLabelAlone) {
   ASSERT_EQ(button.Show(), S_OK);
   const Label behind(L"no name of a button", button->hwnd(), form_.get());
   EXPECT_EQ(Reader(button.window()).Name(), "Go");
+}
+
+TEST_F(Readers, AreToldTheTextOfAnEditButNoPassword) {
+  Hosted<CQRNEdit> edit(L"edt1");
+  edit.Set(L"Text", Text(L"abc"));
+  edit.site.form = form_.get();
+  ASSERT_EQ(edit.Show(), S_OK);
+  EXPECT_EQ(Reader(edit.window()).Value(), "abc");
+  edit.Set(L"PasswordChar", Text(L"*"));
+  EXPECT_EQ(Reader(edit.window()).Value(), "none");
 }
 
 TEST_F(Readers, MayOutliveTheControl) {

@@ -6,6 +6,7 @@
 #include "FormLines.h"
 #include "OfficeFixture.h"
 #include "PeopleForm.h"
+#include "ScreenReader.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 #include "controls/list/QRNComboBox.h"
@@ -16,6 +17,7 @@
 #include "controls/mark/QRNOptBtn.h"
 #include "controls/picture/QRNPic.h"
 #include "controls/scroll/QRNScroll.h"
+#include "grid/QRNGrid.h"
 #include "host/container/PropertyBag.h"
 #include "platform/Utf.h"
 #include "tests/controls/picture/SampleFiles.h"
@@ -29,10 +31,10 @@ using MakeControl = MadeControl (*)(const wchar_t* name, bool runs);
 template <class C>
 constexpr MakeControl kMake = &test::Make<C, ole::VisibleControl>;
 
-constexpr MakeControl kClasses[] = {kMake<CQRNEdit>,      kMake<CQRNBtn>,       kMake<CQRNCheck>,
-                                    kMake<CQRNOptBtn>,    kMake<CQRNPic>,       kMake<CQRNHScroll>,
-                                    kMake<CQRNVScroll>,   kMake<CQRNListBox>,   kMake<CQRNComboBox>,
-                                    kMake<CQRNExListBox>, kMake<CQRNExComboBox>};
+constexpr MakeControl kClasses[] = {
+    kMake<CQRNEdit>,     kMake<CQRNBtn>,       kMake<CQRNCheck>,      kMake<CQRNOptBtn>,
+    kMake<CQRNPic>,      kMake<CQRNHScroll>,   kMake<CQRNVScroll>,    kMake<CQRNListBox>,
+    kMake<CQRNComboBox>, kMake<CQRNExListBox>, kMake<CQRNExComboBox>, kMake<CQRNGrid>};
 
 const char* NameOf(const MadeControl& made) { return made->table().className; }
 const ole::PropertyRow* PropertyOf(const MadeControl& made, int32_t id) {
@@ -82,6 +84,8 @@ class Classes : public OfficeFixture {
     if (row.type.alias == ole::Alias::Font) return Object(font_.get());
     if (row.type.alias == ole::Alias::Picture) return Object(icon_.get());
     if (row.type.alias == ole::Alias::Color) return Long(0x112233);
+    const std::string_view name = row.name;
+    if (name == "Cols" || name == "Rows") return Long(5);  // room for two fixed ones
     switch (row.type.vt) {
       case VT_BSTR:
         return Text(L"値\"1\" &");
@@ -270,6 +274,30 @@ TEST_F(Classes, StockPropertiesShowAtOnce) {
     EXPECT_FALSE(IsWindowEnabled(made->hwnd()));
     made.host->Set(L"Enabled", Bool(true));
     EXPECT_TRUE(IsWindowEnabled(window));
+  }
+}
+
+// By its role, under the label before it; what has a caption is called so.
+TEST_F(Classes, TellScriptsWhatTheyAre) {
+  const std::map<std::string_view, int32_t> kRoles = {
+      {"QRNEdit", ROLE_SYSTEM_TEXT},           {"QRNBtn", ROLE_SYSTEM_PUSHBUTTON},
+      {"QRNCheck", ROLE_SYSTEM_CHECKBUTTON},   {"QRNOptBtn", ROLE_SYSTEM_RADIOBUTTON},
+      {"QRNPic", ROLE_SYSTEM_GRAPHIC},         {"QRNHScroll", ROLE_SYSTEM_SCROLLBAR},
+      {"QRNVScroll", ROLE_SYSTEM_SCROLLBAR},   {"QRNListBox", ROLE_SYSTEM_LIST},
+      {"QRNComboBox", ROLE_SYSTEM_COMBOBOX},   {"QRNExListBox", ROLE_SYSTEM_LIST},
+      {"QRNExComboBox", ROLE_SYSTEM_COMBOBOX}, {"QRNGrid", ROLE_SYSTEM_TABLE}};
+  for (const MakeControl make : kClasses) {
+    const MadeControl made = make(L"one", true);
+    SCOPED_TRACE(NameOf(made));
+    const bool captioned = Has(made, ole::stock::kCaption);
+    if (captioned) made.host->Set(L"Caption", Text(L"Own"));
+    const Window form;
+    made.host->site.form = form.get();
+    ASSERT_EQ(made.host->Show(), S_OK);
+    const Label label(L"Before", made->hwnd(), form.get());
+    const ScriptReader reader(made->contained() ? made->contained() : made->hwnd());
+    EXPECT_EQ(reader.Ask(L"accName"), captioned ? "ok BSTR:Own" : "ok BSTR:Before");
+    EXPECT_EQ(reader.Ask(L"accRole"), "ok I4:" + std::to_string(kRoles.at(NameOf(made))));
   }
 }
 

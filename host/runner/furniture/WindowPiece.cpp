@@ -3,6 +3,7 @@
 #include <commctrl.h>
 // clang-format on
 
+#include "com/WindowText.h"
 #include "host/runner/Form.h"
 #include "host/runner/InputEvents.h"
 #include "host/runner/Painting.h"
@@ -89,12 +90,7 @@ void WindowPiece::OnShown() {
   if (window_) ShowWindow(window_, visible() ? SW_SHOWNA : SW_HIDE);
 }
 
-std::wstring WindowPiece::WindowText() const {
-  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window_)) + 1, L'\0');
-  text.resize(
-      static_cast<size_t>(GetWindowTextW(window_, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
+std::wstring WindowPiece::WindowText() const { return com::TextOfWindow(window_); }
 
 std::optional<LRESULT> WindowPiece::OnKey(UINT message, WPARAM wParam, LPARAM lParam) {
   const WPARAM left = RaiseKeyEvent(

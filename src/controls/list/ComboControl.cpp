@@ -7,6 +7,7 @@
 #include "binding/tables/ListArguments.h"
 #include "com/Extent.h"
 #include "com/Guard.h"
+#include "com/WindowText.h"
 #include "controls/list/ListAccessible.h"
 #include "ole/Names.h"
 #include "platform/CodePage.h"
@@ -81,9 +82,9 @@ COMBOBOXINFO ComboControl::Inside() const noexcept {
 }
 
 com::Com<IAccessible> ComboControl::MakeAccessible(HWND window) {
-  if (window == contained()) return com::Com<IAccessible>(new ComboAccessible(window, hwnd()));
   if (window == Inside().hwndList) return com::Com<IAccessible>(new ListAccessible(window, hwnd()));
-  return ListControl::MakeAccessible(window);
+  const LONG role = window == contained() ? ROLE_SYSTEM_COMBOBOX : ROLE_SYSTEM_TEXT;
+  return com::Com<IAccessible>(new ole::TextAccessible(window, hwnd(), role));
 }
 
 void ComboControl::PutStyle(int32_t style) {
@@ -134,7 +135,7 @@ HRESULT ComboControl::GetText(com::Bstr& text) {
   if (contained() && UserMode()) {
     const int32_t selected = Items().Selected();
     const com::Bstr whole(selected != ListItems::kNone ? Items().Text(selected)
-                                                       : TextOfWindow(contained()));
+                                                       : com::TextOfWindow(contained()));
     const std::string bytes = NarrowText(whole);
     Text = bytes.size() <= kLongestText
                ? whole
@@ -192,7 +193,7 @@ HRESULT ComboControl::PutSelLength(int32_t length) {
 
 HRESULT ComboControl::GetSelText(com::Bstr& text) {
   if (!HasSelection()) return com::kNotAvailableNow;
-  const std::wstring whole = TextOfWindow(contained());
+  const std::wstring whole = com::TextOfWindow(contained());
   const Selection now = GetSelection();
   const size_t start = std::min<size_t>(now.start, whole.size());
   const size_t end = std::clamp<size_t>(now.end, start, whole.size());
@@ -202,7 +203,7 @@ HRESULT ComboControl::GetSelText(com::Bstr& text) {
 
 HRESULT ComboControl::PutSelText(const com::Bstr& text) {
   if (!HasSelection()) return com::kPropertyIsReadOnly;
-  std::wstring whole = TextOfWindow(contained());
+  std::wstring whole = com::TextOfWindow(contained());
   const Selection now = GetSelection();
   const size_t start = std::min<size_t>(now.start, whole.size());
   const size_t end = std::clamp<size_t>(now.end, start, whole.size());

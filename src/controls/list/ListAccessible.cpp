@@ -1,6 +1,5 @@
 #include "controls/list/ListAccessible.h"
 
-#include "binding/ListWindow.h"
 #include "com/Guard.h"
 
 namespace qrn {
@@ -33,8 +32,9 @@ RECT ItemRect(HWND list, int32_t item) noexcept {
 }  // namespace
 
 int32_t ListAccessible::Place(const VARIANT& child) const noexcept {
-  if (child.vt != VT_I4 || !Items().Has(child.lVal - 1)) return ListItems::kNone;
-  return child.lVal - 1;
+  const VARIANT number = ole::ChildNumber(child);
+  if (number.vt != VT_I4 || !Items().Has(number.lVal - 1)) return ListItems::kNone;
+  return number.lVal - 1;
 }
 
 // A window that is gone answers 0 to everything.
@@ -64,14 +64,14 @@ STDMETHODIMP ListAccessible::get_accName(VARIANT child, BSTR* name) {
 STDMETHODIMP ListAccessible::get_accValue(VARIANT child, BSTR* value) {
   if (!value) return E_INVALIDARG;
   *value = nullptr;
-  if (!IsSelf(child)) return S_FALSE;
+  if (!ole::IsSelf(child)) return S_FALSE;
   return com::Guard([&] { return GiveText(Items().SelectedText(), value); });
 }
 
 STDMETHODIMP ListAccessible::get_accRole(VARIANT child, VARIANT* role) {
+  if (ole::IsSelf(child)) return Accessible::get_accRole(child, role);
   if (!role) return E_INVALIDARG;
   VariantInit(role);
-  if (IsSelf(child)) return GiveNumber(ROLE_SYSTEM_LIST, role);
   return Place(child) == ListItems::kNone ? E_INVALIDARG : GiveNumber(ROLE_SYSTEM_LISTITEM, role);
 }
 
@@ -119,26 +119,12 @@ STDMETHODIMP ListAccessible::accLocation(long* left, long* top, long* width, lon
 
 STDMETHODIMP ListAccessible::accHitTest(long x, long y, VARIANT* child) {
   const HRESULT hit = Accessible::accHitTest(x, y, child);
-  if (hit != S_OK || !IsSelf(*child)) return hit;
+  if (hit != S_OK || !ole::IsSelf(*child)) return hit;
   POINT point{x, y};
   ScreenToClient(window(), &point);
   const LRESULT found = SendMessageW(window(), LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y));
   const bool outside = HIWORD(found) != 0 || !Items().Has(LOWORD(found));
   return outside ? hit : GiveChild(LOWORD(found), child);
-}
-
-STDMETHODIMP ComboAccessible::get_accValue(VARIANT child, BSTR* value) {
-  if (!IsSelf(child)) return Accessible::get_accValue(child, value);
-  if (!value) return E_INVALIDARG;
-  *value = nullptr;
-  return com::Guard([&] { return GiveText(TextOfWindow(window()), value); });
-}
-
-STDMETHODIMP ComboAccessible::get_accRole(VARIANT child, VARIANT* role) {
-  if (!IsSelf(child)) return Accessible::get_accRole(child, role);
-  if (!role) return E_INVALIDARG;
-  VariantInit(role);
-  return GiveNumber(ROLE_SYSTEM_COMBOBOX, role);
 }
 
 }  // namespace qrn

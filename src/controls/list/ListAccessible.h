@@ -10,7 +10,7 @@ namespace qrn {
 // the text of the chosen one.
 class ListAccessible final : public ole::Accessible {
  public:
-  using Accessible::Accessible;
+  ListAccessible(HWND window, HWND labelled) : Accessible(window, labelled, ROLE_SYSTEM_LIST) {}
 
   STDMETHODIMP get_accChildCount(long* count) override;
   STDMETHODIMP get_accChild(VARIANT child, IDispatch** object) override;
@@ -30,15 +30,6 @@ class ListAccessible final : public ole::Accessible {
   // The place of a child's item; ListItems::kNone for the list itself and for no child.
   int32_t Place(const VARIANT& child) const noexcept;
   int32_t Chosen() const noexcept;
-};
-
-// A combo box: its value is its text. Its text and its list are windows that tell of themselves.
-class ComboAccessible final : public ole::Accessible {
- public:
-  using Accessible::Accessible;
-
-  STDMETHODIMP get_accValue(VARIANT child, BSTR* value) override;
-  STDMETHODIMP get_accRole(VARIANT child, VARIANT* role) override;
 };
 
 }  // namespace qrn

@@ -37,6 +37,9 @@ class MarkControl : public ole::Captioned<FieldBound<MarkFace>> {
   virtual void TakeClick() = 0;
   void Click();
   void OnMnemonicKey() override { Click(); }
+  LONG AccessibleRole() const override {
+    return buttonStyle_ == BS_CHECKBOX ? ROLE_SYSTEM_CHECKBUTTON : ROLE_SYSTEM_RADIOBUTTON;
+  }
 
   std::optional<ole::ContainedDescription> DescribeContained() override;
   std::span<const int32_t> RemadeInDesigner() const override;

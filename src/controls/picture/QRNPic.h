@@ -28,6 +28,7 @@ class CQRNPic final : public FieldBound<PictureFace> {
 
  protected:
   KeyEnd OnKeyDown(MSG& message) override;
+  LONG AccessibleRole() const override { return ROLE_SYSTEM_GRAPHIC; }
 
  private:
   bool OnButtonUp(ole::Message& message);

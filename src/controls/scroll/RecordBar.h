@@ -57,6 +57,7 @@ class RecordBar : public Registered<TableBound<BoundControl<ole::VisibleControl>
   std::optional<ole::ContainedDescription> DescribeContained() override;
   void OnRegister() override;
   KeyEnd OnKeyDown(MSG& message) override;
+  LONG AccessibleRole() const override { return ROLE_SYSTEM_SCROLLBAR; }
 
  private:
   const BarOrientation& orientation_;

@@ -6,6 +6,7 @@
 #include "binding/ListWindow.h"
 #include "binding/pages/DictionaryFolder.h"
 #include "com/Text.h"
+#include "com/WindowText.h"
 #include "design/pages/ChooseFile.h"
 
 namespace qrn::design {
@@ -108,7 +109,7 @@ std::optional<com::Variant> PageDialog::ValueOf(const PageControl& row) const {
   const HWND control = GetDlgItem(dialog_, row.id);
   if (row.role == Role::Directory) {
     return TextValue(
-        CutToBytes(com::NarrowText(com::Bstr(TextOfWindow(control))), kLongestDirectory));
+        CutToBytes(com::NarrowText(com::Bstr(com::TextOfWindow(control))), kLongestDirectory));
   }
   if (row.role == Role::FieldList) {
     if (picker_->text().empty()) return std::nullopt;

@@ -1,7 +1,6 @@
 // The grid as a screen reader finds it.
-#include <oleacc.h>
-
 #include "GridFixture.h"
+#include "ScreenReader.h"
 
 namespace qrn::test {
 namespace {
@@ -69,6 +68,10 @@ TEST_F(Accessible, IsATableOfRowsOfCells) {
   LONG count = 0;
   table_->get_accChildCount(&count);
   EXPECT_EQ(count, 5);
+  {
+    const Label label(L"顧客(&P)", window(), TheForm());
+    EXPECT_EQ(NameOf(table_), "顧客(P)");
+  }
   const auto row = ChildOf(table_, 3);
   EXPECT_EQ(RoleOf(row), ROLE_SYSTEM_ROW);
   EXPECT_EQ(NameOf(row), "   2");
@@ -93,6 +96,46 @@ TEST_F(Accessible, IsATableOfRowsOfCells) {
   EXPECT_FALSE(ChildOf(table_, -1));
   EXPECT_FALSE(ChildOf(table_, 5 + 5 * 4 + 1)) << "behind the last cell's number";
   EXPECT_FALSE(ChildOf(row, 5));
+}
+
+TEST_F(Accessible, AnswersScripts) {
+  const ScriptReader table(window());
+  EXPECT_EQ(table.Ask(L"accName"), "ok BSTR:People");
+  EXPECT_EQ(table.Ask(L"accChildCount"), "ok I4:5");
+  EXPECT_EQ(table.Ask(L"accRole", {Short(0)}), "ok I4:24");
+  const ScriptReader row = table.Child(Short(4));
+  ASSERT_TRUE(row);
+  EXPECT_EQ(row.Ask(L"accName"), "ok BSTR:   3");
+  EXPECT_EQ(row.Ask(L"accRole", {Long(2)}), "ok I4:29") << "a cell";
+  const ScriptReader town = row.Child(Long(4));
+  ASSERT_TRUE(town);
+  EXPECT_EQ(town.Ask(L"accName"), "ok BSTR:Town");
+  EXPECT_EQ(town.Ask(L"accValue"), "ok BSTR:Kyoto");
+  EXPECT_EQ(town.Do(L"accDoDefaultAction"), "ok EMPTY");
+  EXPECT_EQ(Current(), "3,3");
+  LONG place[4]{};
+  EXPECT_EQ(town.Do(L"accLocation", {Ref(VT_I4, &place[0]), Ref(VT_I4, &place[1]),
+                                     Ref(VT_I4, &place[2]), Ref(VT_I4, &place[3])}),
+            "ok EMPTY");
+  EXPECT_EQ(place[2], 50);
+  EXPECT_EQ(place[3], 20);
+  EXPECT_EQ(table.Ask(L"accNobody"), "80020006");
+  EXPECT_EQ(table.Ask(L"accName", {Long(99)}), "80020009:80070057") << "no such child";
+}
+
+// The box has the keyboard while a cell is edited.
+TEST_F(Accessible, TheEditBoxIsCalledAsItsColumn) {
+  MakeShown("u");
+  Key(VK_DOWN);
+  const ScriptReader box(Edit());
+  EXPECT_EQ(box.Ask(L"accName"), "ok BSTR:Code");
+  EXPECT_EQ(box.Ask(L"accRole"), "ok I4:42");
+  EXPECT_EQ(box.Ask(L"accValue"), "ok BSTR:2");
+  SendMessageW(Edit(), EM_SETSEL, 9, 9);
+  Key(VK_RIGHT);
+  EXPECT_EQ(box.Ask(L"accName"), "ok BSTR:Name");
+  host_.reset();
+  EXPECT_NE(box.Ask(L"accName").substr(0, 4), "ok B");
 }
 
 TEST_F(Accessible, TellsWhereTheFocusIs) {

@@ -1,0 +1,59 @@
+// The screen as programs read it for those who do not see it: labels beside controls, and the
+// object behind a window.
+#pragma once
+
+#include <oleacc.h>
+
+#include "Hosted.h"
+
+namespace qrn::test {
+
+// A label on the form, as long as it lives in front of a control's window.
+class Label {
+ public:
+  Label(const wchar_t* text, HWND before, HWND form, DWORD style = 0)
+      : window_(CreateWindowExW(0, L"STATIC", text, WS_CHILD | style, 0, 0, 10, 10, form, nullptr,
+                                nullptr, nullptr)) {
+    SetWindowPos(window_, GetWindow(before, GW_HWNDPREV), 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (!GetWindow(before, GW_HWNDPREV)) BringWindowToTop(window_);
+  }
+  ~Label() { DestroyWindow(window_); }
+  Label(const Label&) = delete;
+  Label& operator=(const Label&) = delete;
+  HWND get() const { return window_; }
+
+ private:
+  HWND window_;
+};
+
+// What a script finds in a window, by names alone.
+class ScriptReader {
+ public:
+  explicit ScriptReader(HWND window) {
+    AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IDispatch),
+                               object_.putVoid());
+    EXPECT_TRUE(object_);
+  }
+  explicit ScriptReader(com::Com<IDispatch> object) : object_(std::move(object)) {}
+
+  // "ok BSTR:text", or the failure.
+  std::string Ask(const wchar_t* name, std::initializer_list<VARIANT> arguments = {}) const {
+    return Get(object_.get(), name, arguments).Text();
+  }
+  std::string Do(const wchar_t* name, std::initializer_list<VARIANT> arguments = {}) const {
+    return CallMethod(object_.get(), name, arguments).Text();
+  }
+  ScriptReader Child(VARIANT number) const {
+    const CallResult found = Get(object_.get(), L"accChild", {number});
+    com::Com<IDispatch> child;
+    if (found.value.type() == VT_DISPATCH) child = com::Com<IDispatch>(found.value->pdispVal);
+    return ScriptReader(std::move(child));
+  }
+  explicit operator bool() const { return static_cast<bool>(object_); }
+
+ private:
+  com::Com<IDispatch> object_;
+};
+
+}  // namespace qrn::test
