@@ -124,6 +124,11 @@ const FormCase kWalks[] = {
      "type \"a\"\nkey Enter\ntype \"b\"\nprint Shown(\"txtOne\")\n"
      "key Tab\ntype \"c\"\nkey Enter\nprint ActiveControl.Name\n",
      "a|b\ngo\ncmdGo\n"},
+    {"only what stands behind a single & is a caption's key",
+     Edit("edtOne", 0) + Piece("VB.Label lblWord", 1, " Caption = \"Word && rest &\"\n") +
+         Edit("edtTwo", 2) + Piece("VB.CommandButton cmdGo", 3, " Caption = \"Go (&W)\"\n"),
+     "Private Sub cmdGo_Click()\n  Print \"go\"\nEnd Sub\n",
+     "key Alt+W\nprint ActiveControl.Name\n", "go\ncmdGo\n"},
     {"so it is in the module's edit",
      Edit("edtOne", 0, " MultiLine = -1\n") + Edit("edtTwo", 1) + kDefault, kTellsEnter,
      "type \"a\"\nkey Enter\ntype \"b\"\nkey Enter\ntype \"c\"\nprint Shown(\"edtOne\")\n"

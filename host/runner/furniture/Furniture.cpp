@@ -77,7 +77,8 @@ HFONT Furniture::FontHandle() const noexcept {
 wchar_t Furniture::MnemonicOf() const noexcept {
   if (!look_.useMnemonic) return 0;
   const std::wstring& text = look_.text;
-  for (size_t at = text.find(L'&'); at + 1 < text.size(); at = text.find(L'&', at + 2)) {
+  for (size_t at = text.find(L'&'); at < text.size(); at = text.find(L'&', at + 2)) {
+    if (at + 1 == text.size()) return 0;
     if (text[at + 1] != L'&') return static_cast<wchar_t>(towupper(text[at + 1]));
   }
   return 0;
