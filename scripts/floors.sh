@@ -39,20 +39,21 @@ lexbase            1   src/platform
 host/form          1   src/platform
 host/designer/document 2 src/platform
 host/designer/model 3  src/platform
+host/newform       2   src/platform src/fields src/core
 host/container     2   src/com src/ole
 host/script        3   src/com
 host/runner/       4   src/com src/ole
 host/user          5   src/com src/ole
 tools/typelib      1   src/com src/ole src/binding
 tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase
-tools/qrnform      1   src/com src/ole host
+tools/qrnform      1   src/platform src/com src/ole host
 examples/          1   tools/qrndata
 '
 # What stands above its floor and may be included from everywhere, and what the build brings.
 FREE='src/core/DbTypes.h sqlite3.c'
 # Where <windows.h> and its like stand in halves for Windows (*_win.*) alone.
 PORTABLE='include src/platform src/fields src/core src/extended src/grid/model
-  src/grid/data src/grid/layout btrieve lexbase host/form
+  src/grid/data src/grid/layout btrieve lexbase host/form host/newform
   host/designer/document host/designer/model'
 
 houses=()

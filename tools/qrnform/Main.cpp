@@ -13,6 +13,7 @@
 #include "host/form/SourceText.h"
 #include "host/runner/Program.h"
 #include "host/user/UserPlayer.h"
+#include "tools/qrnform/NewFormOptions.h"
 #include "tools/qrnform/Options.h"
 
 namespace {
@@ -103,15 +104,28 @@ int RunForms(const Options& options) {
   return player.failure().empty() && program.faults() == 0 ? kDone : kFailed;
 }
 
+int MakeNewForm(const std::vector<std::string>& arguments) {
+  int exitCode = kDone;
+  const auto order = qrnform::ReadNewFormOptions(arguments, &exitCode);
+  if (!order) return exitCode;
+  const newform::OrderOutcome outcome = newform::CarryOut(*order);
+  for (const std::string& message : outcome.messages) {
+    fprintf(outcome.done ? stdout : stderr, "%s\n", message.c_str());
+  }
+  return outcome.done ? kDone : kRefused;
+}
+
 }  // namespace
 
 int main() {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
   int exitCode = kDone;
-  const std::optional<Options> options = qrnform::ReadOptions(Arguments(), &exitCode);
-  if (!options) return exitCode;
+  const std::vector<std::string> arguments = Arguments();
   try {
+    if (qrnform::AskForNewForm(arguments)) return MakeNewForm(arguments);
+    const std::optional<Options> options = qrnform::ReadOptions(arguments, &exitCode);
+    if (!options) return exitCode;
     const Apartment apartment;
     return RunForms(*options);
   } catch (const host::ClassNotFound& error) {

@@ -1,0 +1,13 @@
+// The code behind a new form: what its controls cannot do by their properties alone.
+#pragma once
+
+#include <string>
+
+#include "host/newform/FormPlan.h"
+
+namespace qrn::newform {
+
+// UTF-8, lines end with CR LF.
+std::string FormCode(const FormPlan& plan);
+
+}  // namespace qrn::newform
