@@ -64,9 +64,9 @@ TEST_F(RandomActions, LeaveAFileThatIsReadTheSame) {
     for (int i = 0; i < kActions; ++i) {
       const std::string done = actions.DoOne();
       if (i % 50 != 0) continue;
-      const std::string saved = Actions::Saved(*design);
-      const auto again = Designed(saved, design->companion().bytes());
-      ASSERT_EQ(Actions::Saved(*again), saved) << done;
+      const FormImages saved = Actions::Images(*design);
+      const auto again = Designed(saved.form, saved.companion.bytes);
+      ASSERT_EQ(Actions::Saved(*again), saved.form) << done;
       ASSERT_EQ(Tree(*again), Tree(*design)) << done;
     }
   }

@@ -41,7 +41,7 @@ bool Companion::IsName(std::string_view fileName) const noexcept {
 form::FileReference Companion::AddRecord(std::string_view record, bool isText) {
   const auto offset = static_cast<uint32_t>(bytes_.size());
   bytes_ += record;
-  starts_.insert(offset);
+  added_.emplace(offset, record.size());
   return {name_, offset, isText};
 }
 
@@ -53,25 +53,37 @@ form::FileReference Companion::AddPicture(std::string_view image, bool ofModule)
   return AddRecord(Number(record.size(), 4) + record, false);
 }
 
-std::optional<form::FileReference> Companion::AddText(std::string_view bytes, bool ofModule) {
+std::optional<form::FileReference> Companion::AddText(std::string_view bytes, bool hasSign) {
   if (bytes.size() > kTextLimit) return std::nullopt;
   const bool isShort = bytes.size() <= kShortTextLimit;
   std::string record = isShort ? Number(bytes.size(), 1) : '\xFF' + Number(bytes.size(), 2);
   record += bytes;
-  return AddRecord(record, ofModule);
+  return AddRecord(record, hasSign);
 }
 
 std::string_view Companion::From(uint32_t offset) const noexcept {
-  return std::string_view(bytes_).substr(std::min<size_t>(offset, bytes_.size()));
+  const auto added = added_.find(offset);
+  if (added != added_.end()) return std::string_view(bytes_).substr(offset, added->second);
+  return std::string_view(bytes_).substr(0, readSize_).substr(std::min<size_t>(offset, readSize_));
 }
 
-std::string_view Companion::FileFor(const std::set<uint32_t>& offsets) const noexcept {
-  size_t end = readSize_;
-  for (auto start = starts_.begin(); start != starts_.end(); ++start) {
-    const auto next = std::next(start);
-    if (offsets.contains(*start)) end = next == starts_.end() ? bytes_.size() : *next;
+CompanionImage Companion::Image(const std::set<uint32_t>& offsets) const {
+  CompanionImage image;
+  image.order = saved_;
+  for (const auto& [offset, size] : added_) {
+    const bool stands = std::find(saved_.begin(), saved_.end(), offset) != saved_.end();
+    if (!stands && offsets.contains(offset)) image.order.push_back(offset);
   }
-  return std::string_view(bytes_).substr(0, end);
+  if (image.order.size() == saved_.size()) {
+    while (!image.order.empty() && !offsets.contains(image.order.back())) image.order.pop_back();
+    image.shrinks = image.order.size() < saved_.size();
+  }
+  image.bytes = bytes_.substr(0, readSize_);
+  for (const uint32_t offset : image.order) {
+    image.places[offset] = static_cast<uint32_t>(image.bytes.size());
+    image.bytes += From(offset);
+  }
+  return image;
 }
 
 }  // namespace qrn::designer

@@ -1,20 +1,34 @@
 // The companion file (.frx) of a form: records that lines of the form refer to by their offsets.
 //
-// Records are only ever added, at the end: a kept one stays byte for byte where it was, so an
-// offset once given stays right through every undo and every save, and a form saved before still
-// reads the file. What no line refers to any more stays in the file until Visual Basic saves the
-// form, which writes companions anew.
+// What was read is kept byte for byte at its place. Records that are added count on from its end,
+// in the order in which they were added, and are never taken away: an offset once given stays right
+// through every undo. On the disk only those stand that the form refers to (see CompanionImage);
+// the form's lines are written with the places that they have there.
+//
+// A record that was saved keeps its place in the file while others are added, so that a form saved
+// before still reads it. Space of records that no line refers to any more is given back when
+// nothing comes behind it; otherwise Visual Basic does, which writes companions anew.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/form/FormFile.h"
 
 namespace qrn::designer {
+
+// The file as it is to be written, and where added records stand in it, by their offsets here.
+struct CompanionImage {
+  std::string bytes;
+  std::map<uint32_t, uint32_t> places;
+  std::vector<uint32_t> order;  // added records, as they follow one another
+  bool shrinks = false;         // the form must be put in place before it
+};
 
 class Companion {
  public:
@@ -27,29 +41,31 @@ class Companion {
   void Rename(std::string name);
   bool IsName(std::string_view fileName) const noexcept;
 
-  // Both add a record at the end and give the reference that leads to it. A picture is an image
-  // file's bytes (bitmap, icon, metafile, GIF, JPEG); a control of a module has its pictures with
-  // their class id before them. A text is bytes of code page 932, at most 65,535: nothing for a
-  // longer one.
+  // Each adds a record and gives the reference that leads to it. A picture is an image file's bytes
+  // (bitmap, icon, metafile, GIF, JPEG); a control of a module has its pictures with their class id
+  // before them. A text is bytes of code page 932, at most 65,535: nothing for a longer one;
+  // `hasSign` tells whether its reference has the $ in front. The last adds a record's bytes as
+  // another companion has them.
   form::FileReference AddPicture(std::string_view image, bool ofModule);
-  std::optional<form::FileReference> AddText(std::string_view bytes, bool ofModule);
-  // A record's bytes as another companion has them.
+  std::optional<form::FileReference> AddText(std::string_view bytes, bool hasSign);
   form::FileReference AddRecord(std::string_view record, bool isText);
 
-  // Everything from the record's start to the end of the file; empty beyond it.
+  // An added record, or everything from the offset to the end of what was read; empty beyond it.
   std::string_view From(uint32_t offset) const noexcept;
+  // What was read and all that was added.
   const std::string& bytes() const noexcept { return bytes_; }
 
-  // The file as it is written when lines refer to `offsets`: what was read, and added records up to
-  // the last of them that is referred to.
-  std::string_view FileFor(const std::set<uint32_t>& offsets) const noexcept;
+  CompanionImage Image(const std::set<uint32_t>& offsets) const;
+  // The image is on the disk now.
+  void Saved(const CompanionImage& image) { saved_ = image.order; }
 
  private:
   std::set<std::string> names_;  // lower case: this one and those before it
   std::string name_;
   std::string bytes_;
   size_t readSize_;
-  std::set<uint32_t> starts_;  // of added records
+  std::map<uint32_t, size_t> added_;  // sizes of records by their offsets
+  std::vector<uint32_t> saved_;       // those on the disk, in order
 };
 
 }  // namespace qrn::designer

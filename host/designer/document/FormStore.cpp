@@ -56,26 +56,44 @@ std::set<uint32_t> OffsetsIn(const FormDocument& document, const Companion& comp
   return offsets;
 }
 
-// The line with another file name between its first quotes.
-std::string Renamed(const std::string& line, const std::string& name) {
-  const size_t open = line.find('"');
-  return line.substr(0, open + 1) + name + line.substr(line.find("\":", open));
-}
+// A block on its way to a file: its references to the form's own companion are made those of the
+// image.
+struct ImageWriter {
+  const FormDocument& document;
+  const Companion& companion;
+  const std::string& name;
+  const CompanionImage& image;
+  std::string bytes;
 
-void WriteUnder(const Block& block, const FormDocument& document, const Companion& companion,
-                const std::string& name, std::string* bytes) {
-  const FileText& text = document.text();
-  for (const Item& item : block.items()) {
-    if (item.block) {
-      WriteUnder(*item.block, document, companion, name, bytes);
-      continue;
+  void Write(const Block& block) {
+    for (const Item& item : block.items()) {
+      if (item.block) {
+        Write(*item.block);
+      } else {
+        bytes += LineOf(item);
+      }
     }
-    const auto reference = ReferenceOf(item, text);
-    const bool isOld = reference && companion.IsName(reference->fileName) &&
-                       !form::SameWord(reference->fileName, name);
-    *bytes += isOld ? Renamed(item.bytes, text.Encode(name).value_or("")) : item.bytes;
   }
-}
+
+  std::string LineOf(const Item& item) const {
+    const FileText& text = document.text();
+    const auto reference = ReferenceOf(item, text);
+    if (!reference || !companion.IsName(reference->fileName)) return item.bytes;
+    const auto place = image.places.find(reference->offset);
+    const uint32_t offset = place == image.places.end() ? reference->offset : place->second;
+    if (form::SameWord(reference->fileName, name) && offset == reference->offset) return item.bytes;
+    return Changed(item.bytes, ValueText(form::FileReference{name, offset, reference->isText}));
+  }
+
+  // What stands around the value stays.
+  std::string Changed(const std::string& line, const std::string& value) const {
+    const size_t start = line.find_first_not_of(" \t", line.find('=') + 1);
+    const size_t digits = line.find("\":", start) + 2;
+    const size_t end = line.find_first_not_of("0123456789ABCDEFabcdef", digits);
+    const std::string rest = end == std::string::npos ? std::string() : line.substr(end);
+    return line.substr(0, start) + document.text().Encode(value).value_or("") + rest;
+  }
+};
 
 bool Holds(const std::string& path, std::string_view bytes) {
   return FileStands(path) && form::ReadWholeFile(path) == bytes;
@@ -100,31 +118,37 @@ StoredForm OpenStoredForm(const std::string& path) {
   return stored;
 }
 
-std::string BytesUnder(const FormDocument& document, const Companion& companion,
-                       const std::string& companionName) {
-  std::string formBytes;
-  WriteUnder(*document.form(), document, companion, companionName, &formBytes);
-  return document.BytesWith(formBytes);
+FormImages ImagesOf(const FormDocument& document, const Companion& companion,
+                    const std::string& companionName) {
+  FormImages images;
+  const std::set<uint32_t> offsets = OffsetsIn(document, companion);
+  images.hasReferences = !offsets.empty();
+  images.companion = companion.Image(offsets);
+  ImageWriter writer{document, companion, companionName, images.companion, {}};
+  writer.Write(*document.form());
+  images.form = document.BytesWith(writer.bytes);
+  return images;
 }
 
 std::string SaveStoredForm(const std::string& path, const FormDocument& document,
                            Companion& companion) {
   const std::string name = CompanionNameOf(path);
   const std::string companionPath = CompanionPath(path);
-  const std::set<uint32_t> offsets = OffsetsIn(document, companion);
-  if (!offsets.empty() && !document.text().Encode(name)) {
+  const FormImages images = ImagesOf(document, companion, name);
+  if (images.hasReferences && !document.text().Encode(name)) {
     return path + ": the file's code page does not have the companion's name";
   }
-  const std::string_view records = companion.FileFor(offsets);
-  const std::string bytes = BytesUnder(document, companion, name);
-  std::vector<NewFile> files;
-  // First: a form that stayed the old one still finds its records in the longer companion.
-  if (!offsets.empty() && !records.empty() && !Holds(companionPath, records))
-    files.push_back({companionPath, records});
-  files.push_back({path, bytes});
+  const std::string& records = images.companion.bytes;
+  std::vector<NewFile> files{{path, images.form}};
+  if (images.hasReferences && !records.empty() && !Holds(companionPath, records)) {
+    // In this order the old form finds its records should only the first be put in place.
+    files.insert(images.companion.shrinks ? files.end() : files.begin(), {companionPath, records});
+  }
   std::string reason = SaveFiles(files);
-  if (reason.empty()) companion.Rename(name);
-  return reason;
+  if (!reason.empty()) return reason;
+  companion.Rename(name);
+  companion.Saved(images.companion);
+  return {};
 }
 
 }  // namespace qrn::designer

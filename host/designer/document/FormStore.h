@@ -19,12 +19,17 @@ struct StoredForm {
 // mistake when it is no form.
 StoredForm OpenStoredForm(const std::string& path);
 
-// The form's file as `companionName` goes with it: references to the form's own companion carry
-// that name, whatever name it had when they were written.
-std::string BytesUnder(const FormDocument& document, const Companion& companion,
-                       const std::string& companionName);
+// Both files as they go together under a name: the form's references to its own companion carry
+// that name, whatever name it had when they were written, and the records' places in the image.
+struct FormImages {
+  std::string form;
+  CompanionImage companion;
+  bool hasReferences = false;  // else the companion is not written
+};
+FormImages ImagesOf(const FormDocument& document, const Companion& companion,
+                    const std::string& companionName);
 
-// Writes both under `path`, the companion only if it has new records or another name. Empty, or
+// Writes both under `path`, the companion only if the form refers to it and it differs. Empty, or
 // the reason: then the files are as they were.
 std::string SaveStoredForm(const std::string& path, const FormDocument& document,
                            Companion& companion);

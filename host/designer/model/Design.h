@@ -138,7 +138,7 @@ class Design {
   Refusal PutLine(ControlId id, std::string_view property, std::optional<Item> item,
                   const std::string& shown);
   size_t PlaceFor(const Block& control, std::string_view property) const;
-  Refusal TextRecord(ControlId id, const std::string& text, form::FileReference* reference);
+  Refusal TextRecord(const std::string& text, bool hasSign, form::FileReference* reference);
   bool CompanionIsMissing() const;
 
   std::unique_ptr<FormDocument> document_;

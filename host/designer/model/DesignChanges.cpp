@@ -9,6 +9,9 @@
 namespace qrn::designer {
 namespace {
 
+// What is longer goes to the companion: Visual Basic reads lines of up to 1,023 characters.
+constexpr size_t kLongestTextOnLine = 900;
+
 bool IsControlBlock(const Item& item) {
   return item.block && item.block->kind() == BlockKind::Control;
 }
@@ -28,6 +31,16 @@ size_t BehindControls(const Block& container) {
     if (IsControlBlock(items[i]) && !items[i].block->Is("VB", "Menu")) at = i + 1;
   }
   return at;
+}
+
+// Visual Basic writes the text of a text box without the sign that other texts have.
+bool HasTextSign(const Block& control, std::string_view property) {
+  return !control.Is("VB", "TextBox") || !form::SameWord(property, "Text");
+}
+
+bool FitsInFile(const form::PropertyValue& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  return FitsOnLine(value) && (!text || text->size() <= kLongestTextOnLine);
 }
 
 ValueLook LookOf(const PropertyInfo* info, const form::PropertyValue& value) {
@@ -84,11 +97,11 @@ Refusal Design::Put(ControlId id, std::string_view property, const form::Propert
   const bool isInitial = info && info->initial && IsSame(*info->initial, value);
   if (isInitial) return Remove(id, property), Refusal{};
   const std::string shown = ValueText(value);
-  if (!FitsOnLine(value)) {
+  if (!FitsInFile(value)) {
     const std::string& text = std::get<std::string>(value);
     if (now && TextValue(id, property) == text) return {};
     form::FileReference place;
-    if (Refusal refusal = TextRecord(id, text, &place)) return refusal;
+    if (Refusal refusal = TextRecord(text, HasTextSign(At(id), property), &place)) return refusal;
     return PutLine(id, property,
                    PropertyItem(property, place, At(id).Depth() + 1, document_->text()), shown);
   }
@@ -98,13 +111,12 @@ Refusal Design::Put(ControlId id, std::string_view property, const form::Propert
       PropertyItem(name, value, At(id).Depth() + 1, document_->text(), LookOf(info, value)), shown);
 }
 
-Refusal Design::TextRecord(ControlId id, const std::string& text, form::FileReference* reference) {
+Refusal Design::TextRecord(const std::string& text, bool hasSign, form::FileReference* reference) {
   const FileText page;  // records are in code page 932 whatever the form's file is in
   const auto bytes = page.Encode(text);
   if (!bytes) return Message{TextId::NotWritable, {text}};
   if (CompanionIsMissing()) return Message{TextId::CompanionMissing, {companion_->name()}};
-  const bool ofModule = !form::SameWord(At(id).library(), "VB");
-  const auto place = companion_->AddText(*bytes, ofModule);
+  const auto place = companion_->AddText(*bytes, hasSign);
   if (!place) return Message{TextId::TextTooLong, {}};
   *reference = *place;
   return {};

@@ -82,35 +82,28 @@ struct Side {
   const char* extent;
 };
 
-Refusal PutExtent(Design& design, ControlId id, const Side& side) {
-  if (!side.extent || !design.Value(id, side.extent)) return {};
-  const double himetric = side.wanted * kHimetricPerInch / kTwipsPerInch;
-  return design.Put(id, side.extent, static_cast<int32_t>(std::lround(himetric)));
+Refusal PutExtent(Design& design, ControlId id, const char* extent, int32_t twips) {
+  if (!extent || !design.Value(id, extent)) return {};
+  const double himetric = twips * kHimetricPerInch / kTwipsPerInch;
+  return design.Put(id, extent, static_cast<int32_t>(std::lround(himetric)));
 }
 
 Refusal PutSides(Design& design, ControlId id, std::initializer_list<Side> sides, bool isWhole) {
   for (const Side& side : sides) {
     if (side.now && *side.now == side.wanted) continue;
     Refusal refusal = design.Put(id, side.property, Written(side.wanted, side.scale, isWhole));
-    if (!refusal) refusal = PutExtent(design, id, side);
+    if (!refusal) refusal = PutExtent(design, id, side.extent, side.wanted);
     if (refusal) return refusal;
   }
   return {};
 }
 
 Refusal PutFormSize(Design& design, const Place& now, const Place& wanted) {
-  const ControlId form = design.form();
-  const bool isUser = design.NumberValue(form, "ScaleMode", kTwipMode) == kUserMode;
-  const Scale scale = ScaleOf(design, form);
-  Refusal refusal = PutSides(design, form,
+  Refusal refusal = PutSides(design, design.form(),
                              {{"ClientHeight", now.height, wanted.height, 1, nullptr},
                               {"ClientWidth", now.width, wanted.width, 1, nullptr}},
                              true);
-  if (refusal || isUser) return refusal;
-  return PutSides(design, form,
-                  {{"ScaleHeight", now.height, wanted.height, scale.y, nullptr},
-                   {"ScaleWidth", now.width, wanted.width, scale.x, nullptr}},
-                  scale.isWhole);
+  return refusal || now == wanted ? refusal : PutScaleSize(design);
 }
 
 Place Cut(Place place) noexcept {
@@ -225,6 +218,24 @@ Refusal PutPlace(Design& design, ControlId id, Place place) {
 
 Refusal PutFirstPlace(Design& design, ControlId id, Place place) {
   return PutControlPlace(design, id, Cut(place), {});
+}
+
+Refusal PutExtents(Design& design, ControlId id) {
+  const Place place = PlaceOf(design, id);
+  Refusal refusal = PutExtent(design, id, "_ExtentX", place.width);
+  return refusal ? refusal : PutExtent(design, id, "_ExtentY", place.height);
+}
+
+// A scale of the user's own stays: it stretches with the form.
+Refusal PutScaleSize(Design& design) {
+  const ControlId form = design.form();
+  if (design.NumberValue(form, "ScaleMode", kTwipMode) == kUserMode) return {};
+  const Scale scale = ScaleOf(design, form);
+  const Place place = PlaceOf(design, form);
+  return PutSides(design, form,
+                  {{"ScaleHeight", std::nullopt, place.height, scale.y, nullptr},
+                   {"ScaleWidth", std::nullopt, place.width, scale.x, nullptr}},
+                  scale.isWhole);
 }
 
 ControlId ControlAt(const Design& design, Point onForm) {

@@ -51,6 +51,11 @@ Refusal PutPlace(Design& design, ControlId id, Place place);
 // The same for a new control, whose lines are all written.
 Refusal PutFirstPlace(Design& design, ControlId id, Place place);
 
+// What follows from sizes that were written by themselves: a module's control's extent, the form's
+// ScaleWidth and ScaleHeight. Within a step.
+Refusal PutExtents(Design& design, ControlId id);
+Refusal PutScaleSize(Design& design);
+
 // The front-most control at a point of the form's client area, what lies in a container before the
 // container; the form where there is none.
 ControlId ControlAt(const Design& design, Point onForm);

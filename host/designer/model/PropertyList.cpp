@@ -6,9 +6,8 @@
 #include <map>
 
 #include "host/designer/document/PropertyText.h"
-#include "host/designer/model/Names.h"
 #include "host/designer/model/Places.h"
-#include "host/designer/model/TabOrder.h"
+#include "host/designer/model/PropertyRules.h"
 #include "host/form/SourceText.h"
 
 namespace qrn::designer {
@@ -272,16 +271,12 @@ Refusal PropertyList::Enter(std::string_view property, const std::string& text) 
 }
 
 Refusal PropertyList::Put(ControlId id, const PropertyInfo& info, const std::string& text) {
-  if (SameWord(info.name, "Name")) return Rename(design_, id, text);
-  if (SameWord(info.name, "Index") && form::Trimmed(text).empty()) {
-    return PutIndex(design_, id, std::nullopt);
+  PropertyValue value = std::string();
+  const bool leavesArray = SameWord(info.name, "Index") && form::Trimmed(text).empty();
+  if (!leavesArray) {
+    if (Refusal refusal = ReadTyped(text, info, &value)) return refusal;
   }
-  PropertyValue value;
-  if (Refusal refusal = ReadTyped(text, info, &value)) return refusal;
-  const int32_t* whole = std::get_if<int32_t>(&value);
-  if (SameWord(info.name, "Index") && whole) return PutIndex(design_, id, *whole);
-  if (SameWord(info.name, "TabIndex") && whole) return PutTabIndex(design_, id, *whole);
-  return design_.Put(id, info.name, value);
+  return PutByRules(design_, id, info, value);
 }
 
 Refusal PropertyList::EnterColour(std::string_view property, uint32_t colour) {

@@ -78,7 +78,7 @@ bool TakeProperty(FurnitureKind kind, FurnitureLook& look, const Property& prope
                   CompanionFiles& files) {
   if (IsFontGroup(property)) return look.font = MakeFont(property), true;
   if (const auto* place = std::get_if<form::FileReference>(&property.value);
-      place && place->isText) {
+      place && (place->isText || form::SameWord(property.name, "Text"))) {
     look.text = Wide(files.Text(*place));
     return true;
   }

@@ -84,9 +84,8 @@ constexpr const char* kClasses[][2] = {
 
 }  // namespace
 
-std::string Actions::Saved(const Design& design) {
-  const std::string name = design.companion().name();
-  return BytesUnder(design.document(), design.companion(), name);
+FormImages Actions::Images(const Design& design) {
+  return ImagesOf(design.document(), design.companion(), design.companion().name());
 }
 
 const char* Actions::DoOne() {

@@ -19,8 +19,9 @@ class Actions {
 
   // Does one, and tells which. It may be refused or change nothing.
   const char* DoOne();
-  // The file and its companion as they would be saved now.
-  static std::string Saved(const designer::Design& design);
+  // The files as they would be saved now, and the form's alone.
+  static designer::FormImages Images(const designer::Design& design);
+  static std::string Saved(const designer::Design& design) { return Images(design).form; }
 
  private:
   struct Row;
