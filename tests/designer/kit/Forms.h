@@ -46,6 +46,11 @@ std::unique_ptr<designer::Design> Designed(const std::string& bytes,
 // lines.
 std::string FormWith(const std::string& utf8Lines, const std::string& utf8Code = {});
 
+// What was refused; kCount if nothing was.
+inline designer::TextId RefusalOf(const designer::Refusal& refusal) {
+  return refusal ? refusal->text : designer::TextId::kCount;
+}
+
 // The id of the control of that name (and index, "cmd(1)").
 designer::ControlId IdOf(const designer::Design& design, const std::string& name);
 
