@@ -12,7 +12,7 @@ namespace {
 
 using namespace designer;
 
-constexpr char kNested[] =
+constexpr char kLayers[] =
     "   Begin VB.Label a \n      Left            =   0\n      TabIndex        =   0\n   End\n"
     "   Begin VB.Frame f \n      Height          =   3000\n      Left            =   1200\n"
     "      TabIndex        =   1\n      Top             =   600\n      Width           =   4000\n"
@@ -34,7 +34,7 @@ std::string TabOrderText(const Design& design) {
 }
 
 TEST(Controls, AreAddedAsVisualBasicDoes) {
-  const auto design = Designed(FormWith(kNested));
+  const auto design = Designed(FormWith(kLayers));
   ControlId added = 0;
   EXPECT_FALSE(AddControl(*design, {"VB", "CommandButton", IdOf(*design, "f"), {15, 30, 1215, 495}},
                           &added));
@@ -74,7 +74,7 @@ TEST(Controls, AreDeletedWithWhatLiesInThem) {
       {{"F"}, "a f(b g) c", "a:0 f:1 b:2 g:3 c:4"},
   };
   for (const Case& row : cases) {
-    const std::string bytes = FormWith(kNested, "Private Sub b_Click()\nEnd Sub\n");
+    const std::string bytes = FormWith(kLayers, "Private Sub b_Click()\nEnd Sub\n");
     const auto design = Designed(bytes);
     Ids ids;
     for (const std::string& name : row.names) ids.push_back(IdOf(*design, name));
@@ -105,7 +105,7 @@ TEST(Controls, MoveBetweenContainersAndStayWhereTheyAre) {
       {"into a label", {"a"}, "c", "a f(b g) c", TextId::ContainerExpected},
   };
   for (const Case& row : cases) {
-    const auto design = Designed(FormWith(kNested));
+    const auto design = Designed(FormWith(kLayers));
     Ids ids;
     for (const std::string& name : row.names) ids.push_back(IdOf(*design, name));
     const Place before = PlaceOnForm(*design, ids[0]);
@@ -115,12 +115,12 @@ TEST(Controls, MoveBetweenContainersAndStayWhereTheyAre) {
     const auto again = Designed(Actions::Saved(*design));
     EXPECT_EQ(Tree(*again), row.tree) << row.what;
     while (design->CanUndo()) design->Undo();
-    EXPECT_EQ(Actions::Saved(*design), FormWith(kNested)) << row.what;
+    EXPECT_EQ(Actions::Saved(*design), FormWith(kLayers)) << row.what;
   }
 }
 
 TEST(Controls, AreIndentedAsDeepAsTheyLie) {
-  const auto design = Designed(FormWith(kNested));
+  const auto design = Designed(FormWith(kLayers));
   EXPECT_FALSE(MoveInto(*design, {IdOf(*design, "a")}, IdOf(*design, "g")));
   EXPECT_NE(Actions::Saved(*design).find("\r\n         Begin VB.Label a \r\n            Left"),
             std::string::npos);
@@ -137,7 +137,7 @@ TEST(Controls, GoToTheFrontAndBackBeforeMenus) {
       {SendToBack, {"f", "a"}, "c a f(b g)"}, {BringToFront, {"a"}, "a f(b g) c"},
   };
   for (const Case& row : cases) {
-    const auto design = Designed(FormWith(kNested));
+    const auto design = Designed(FormWith(kLayers));
     Ids ids;
     for (const std::string& name : row.names) ids.push_back(IdOf(*design, name));
     EXPECT_FALSE(row.move(*design, ids));
@@ -148,7 +148,7 @@ TEST(Controls, GoToTheFrontAndBackBeforeMenus) {
 }
 
 TEST(TabOrder, FollowsTheClicks) {
-  const auto design = Designed(FormWith(kNested));
+  const auto design = Designed(FormWith(kLayers));
   EXPECT_FALSE(PutTabOrder(*design, {IdOf(*design, "c"), IdOf(*design, "b"), IdOf(*design, "c")}));
   EXPECT_EQ(TabOrderText(*design), "c:0 b:1 a:2 f:3 g:4");
   EXPECT_FALSE(PutTabOrder(*design, {}));
@@ -192,7 +192,7 @@ TEST(Names, AreRefusedWithTheReason) {
        TextId::NotWritable},
   };
   for (const Case& row : cases) {
-    const auto design = Designed(FormWith(kNested));
+    const auto design = Designed(FormWith(kLayers));
     EXPECT_EQ(RefusalOf(Rename(*design, IdOf(*design, row.control), row.name)), row.refusal)
         << row.name;
     EXPECT_EQ(design->CanUndo(), row.refusal == TextId::kCount) << row.name;
@@ -200,7 +200,7 @@ TEST(Names, AreRefusedWithTheReason) {
 }
 
 TEST(Names, OfFormsStandInTheirCodeToo) {
-  const auto design = Designed(FormWith(kNested));
+  const auto design = Designed(FormWith(kLayers));
   EXPECT_FALSE(Rename(*design, design->form(), "frmNew"));
   const std::string saved = Actions::Saved(*design);
   EXPECT_NE(saved.find("Begin VB.Form frmNew \r\n"), std::string::npos);

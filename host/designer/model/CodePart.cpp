@@ -45,21 +45,28 @@ std::string Parameter(const EventParameter& parameter) {
          (parameter.type.empty() ? "" : " As " + parameter.type);
 }
 
-size_t CommonStart(const std::vector<Item>& one, const std::vector<Item>& other) {
-  const size_t most = std::min(one.size(), other.size());
-  size_t count = 0;
-  while (count < most && one[count].bytes == other[count].bytes) ++count;
-  return count;
+using Lines = std::vector<std::string>;
+
+// Lines as the editor has them, each with an LF where it has an end.
+Lines LinesOf(std::string_view text) {
+  Lines lines;
+  for (const std::string_view line : LinesWithEnds(text)) {
+    const std::string_view words = WithoutEnd(line);
+    lines.emplace_back(words);
+    if (words.size() < line.size()) lines.back() += '\n';
+  }
+  return lines;
 }
 
-size_t CommonEnd(const std::vector<Item>& one, const std::vector<Item>& other, size_t start) {
-  const size_t most = std::min(one.size(), other.size()) - start;
-  size_t count = 0;
-  while (count < most &&
-         one[one.size() - 1 - count].bytes == other[other.size() - 1 - count].bytes) {
-    ++count;
-  }
-  return count;
+size_t CommonStart(const Lines& one, const Lines& other) {
+  const auto ends = std::mismatch(one.begin(), one.end(), other.begin(), other.end());
+  return static_cast<size_t>(ends.first - one.begin());
+}
+
+size_t CommonEnd(const Lines& one, const Lines& other, size_t start) {
+  const auto count = static_cast<std::ptrdiff_t>(std::min(one.size(), other.size()) - start);
+  const auto ends = std::mismatch(one.rbegin(), one.rbegin() + count, other.rbegin());
+  return static_cast<size_t>(ends.first - one.rbegin());
 }
 
 }  // namespace
@@ -97,24 +104,18 @@ Refusal CodePart::Encoded(std::string_view text, std::vector<Item>* lines) const
   return {};
 }
 
+// What is compared is what the editor shows: a line that says the same keeps its bytes, those that
+// are no characters and its own end too.
 Refusal CodePart::PutText(std::string_view text) {
-  std::vector<Item> wanted;
-  if (Refusal refusal = Encoded(text, &wanted)) return refusal;
-  const BlockRef code = design_.document().code();
-  const std::vector<Item>& stands = code->items();
-  // A line that says the same stays as it is, its end included.
-  const FileText& file = design_.document().text();
-  std::vector<Item> normal;
-  for (const Item& item : stands) {
-    normal.push_back(
-        {std::string(WithoutEnd(item.bytes)) + (HasEnd(item) ? file.lineEnd : ""), {}, nullptr});
-  }
-  const size_t start = CommonStart(normal, wanted);
-  const size_t end = CommonEnd(normal, wanted, start);
+  const Lines wanted = LinesOf(text);
+  const Lines stands = LinesOf(Text());
+  const size_t start = CommonStart(stands, wanted);
+  const size_t end = CommonEnd(stands, wanted, start);
   if (start + end == stands.size() && start + end == wanted.size()) return {};
-  Splice splice{code, start, stands.size() - start - end, {}};
-  splice.items.assign(std::make_move_iterator(wanted.begin() + static_cast<std::ptrdiff_t>(start)),
-                      std::make_move_iterator(wanted.end() - static_cast<std::ptrdiff_t>(end)));
+  Splice splice{design_.document().code(), start, stands.size() - start - end, {}};
+  for (size_t at = start; at < wanted.size() - end; ++at) {
+    if (Refusal refusal = Encoded(wanted[at], &splice.items)) return refusal;
+  }
   Step step(design_, TextId::ChangeCode, {}, "code");
   Insert(splice.at, {});
   design_.Make(std::move(splice));

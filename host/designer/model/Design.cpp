@@ -48,6 +48,8 @@ bool RefersTo(const Block& block, const Companion& companion, const FileText& te
 Design::Design(StoredForm stored, const ClassSource& classes)
     : document_(std::move(stored.document)),
       companion_(std::move(stored.companion)),
+      companionIsMissing_(companion_->bytes().empty() &&
+                          RefersTo(*document_->form(), *companion_, document_->text())),
       classes_(classes),
       history_([this](const Splice& splice) { OnSplice(splice); }) {}
 
@@ -223,11 +225,6 @@ std::string Design::Save(const std::string& path) {
   std::string reason = SaveStoredForm(path, *document_, *companion_);
   if (reason.empty()) history_.MarkSaved();
   return reason;
-}
-
-bool Design::CompanionIsMissing() const {
-  return companion_->bytes().empty() &&
-         RefersTo(*document_->form(), *companion_, document_->text());
 }
 
 Step::Step(Design& design, TextId name, std::vector<std::string> words, std::string key)

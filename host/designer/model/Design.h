@@ -139,10 +139,12 @@ class Design {
                   const std::string& shown);
   size_t PlaceFor(const Block& control, std::string_view property) const;
   Refusal TextRecord(const std::string& text, bool hasSign, form::FileReference* reference);
-  bool CompanionIsMissing() const;
 
   std::unique_ptr<FormDocument> document_;
   std::unique_ptr<Companion> companion_;
+  // Lines of the form that was opened refer to a companion that is not there: where its records lay
+  // is not known, so none are added.
+  bool companionIsMissing_;
   const ClassSource& classes_;
   History history_;
   Ids selection_;

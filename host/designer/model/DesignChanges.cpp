@@ -115,7 +115,7 @@ Refusal Design::TextRecord(const std::string& text, bool hasSign, form::FileRefe
   const FileText page;  // records are in code page 932 whatever the form's file is in
   const auto bytes = page.Encode(text);
   if (!bytes) return Message{TextId::NotWritable, {text}};
-  if (CompanionIsMissing()) return Message{TextId::CompanionMissing, {companion_->name()}};
+  if (companionIsMissing_) return Message{TextId::CompanionMissing, {companion_->name()}};
   const auto place = companion_->AddText(*bytes, hasSign);
   if (!place) return Message{TextId::TextTooLong, {}};
   *reference = *place;
@@ -124,7 +124,7 @@ Refusal Design::TextRecord(const std::string& text, bool hasSign, form::FileRefe
 
 Refusal Design::PutPicture(ControlId id, std::string_view property, std::string_view image) {
   if (image.empty()) return Remove(id, property), Refusal{};
-  if (CompanionIsMissing()) return Message{TextId::CompanionMissing, {companion_->name()}};
+  if (companionIsMissing_) return Message{TextId::CompanionMissing, {companion_->name()}};
   const bool ofModule = !form::SameWord(At(id).library(), "VB");
   const form::FileReference place = companion_->AddPicture(image, ofModule);
   return PutLine(id, property, PropertyItem(property, place, At(id).Depth() + 1, document_->text()),
@@ -132,7 +132,7 @@ Refusal Design::PutPicture(ControlId id, std::string_view property, std::string_
 }
 
 std::optional<form::FileReference> Design::AddRecord(std::string_view record, bool isText) {
-  if (CompanionIsMissing()) return std::nullopt;
+  if (companionIsMissing_) return std::nullopt;
   return companion_->AddRecord(record, isText);
 }
 

@@ -1,0 +1,164 @@
+// Steps, what they are called, what they tell, what they cost.
+#include <gtest/gtest.h>
+
+#include "host/designer/model/Arrange.h"
+#include "host/designer/model/Controls.h"
+#include "host/designer/model/PropertyList.h"
+#include "host/designer/model/Texts.h"
+#include "tests/designer/kit/Actions.h"
+#include "tests/designer/kit/Forms.h"
+
+namespace qrn::test {
+namespace {
+
+using namespace designer;
+
+constexpr char kTwo[] =
+    "   Begin VB.Label a \n      Left            =   0\n      Top             =   0\n   End\n"
+    "   Begin VB.Label b \n      Left            =   0\n      Top             =   0\n   End\n";
+
+class Steps : public testing::Test {
+ protected:
+  void Move(const char* name, int by) {
+    EXPECT_FALSE(Nudge(*design_, {IdOf(*design_, name)}, by, 0, Grid{}));
+    design_->Seal();
+  }
+
+  std::unique_ptr<Design> design_ = Designed(FormWith(kTwo));
+};
+
+TEST_F(Steps, AreDirtyAgainstWhatWasSaved) {
+  EXPECT_FALSE(design_->IsDirty());
+  Move("a", 1);
+  EXPECT_TRUE(design_->IsDirty());
+  design_->Undo();
+  EXPECT_FALSE(design_->IsDirty());
+  design_->Redo();
+  EXPECT_TRUE(design_->IsDirty());
+  Move("a", 1);
+  design_->Undo();
+  design_->Undo();
+  Move("b", 1);
+  EXPECT_TRUE(design_->IsDirty());
+  EXPECT_FALSE(design_->CanRedo());
+  design_->Undo();
+  EXPECT_FALSE(design_->IsDirty());
+}
+
+TEST(SavedSteps, AreNeverReachedAgainOnceThrownAway) {
+  History history([](const Splice&) {});
+  const auto lines = std::make_shared<Block>(BlockKind::Lines);
+  const auto make = [&] {
+    history.Begin({TextId::ChangeCode, {}}, "key", {});
+    history.Make({lines, 0, 0, {{"x", {}, nullptr}}});
+    history.End({});
+  };
+  make();
+  history.MarkSaved();
+  make();  // does not join the saved step
+  EXPECT_EQ(history.StepCount(), 2u);
+  EXPECT_TRUE(history.IsDirty());
+  history.Undo();
+  EXPECT_FALSE(history.IsDirty());
+  history.Undo();
+  make();
+  EXPECT_TRUE(history.IsDirty());
+  history.Undo();
+  EXPECT_TRUE(history.IsDirty());
+}
+
+TEST_F(Steps, GiveTheSelectionBack) {
+  design_->Select({IdOf(*design_, "a")});
+  const Ids before = design_->selection();
+  EXPECT_FALSE(AddControl(*design_, {"VB", "Label", design_->form(), {}}));
+  const Ids after = design_->selection();
+  EXPECT_FALSE(DeleteControls(*design_, after));
+  EXPECT_TRUE(design_->selection().empty());
+  design_->Undo();
+  EXPECT_EQ(design_->selection(), after);
+  design_->Undo();
+  EXPECT_EQ(design_->selection(), before);
+  design_->Redo();
+  EXPECT_EQ(design_->selection(), after);
+  design_->Redo();
+  EXPECT_TRUE(design_->selection().empty());
+}
+
+TEST_F(Steps, TakeBackWhatWasNotCommitted) {
+  {
+    const Step outer(*design_, TextId::ChangeProperty);
+    design_->Remove(IdOf(*design_, "a"), "Left");
+    {
+      Step inner(*design_, TextId::ChangeProperty);
+      design_->Remove(IdOf(*design_, "b"), "Left");
+      inner.Commit();
+    }
+    {
+      const Step inner(*design_, TextId::ChangeProperty);
+      design_->Remove(IdOf(*design_, "b"), "Top");
+    }
+    EXPECT_EQ(Lines(*design_, "b"), "Begin VB.Label b|Top             =   0|End");
+  }
+  EXPECT_EQ(Actions::Saved(*design_), FormWith(kTwo));
+  EXPECT_FALSE(design_->CanUndo());
+}
+
+TEST_F(Steps, TellWhatTheyChanged) {
+  std::string told;
+  const ControlId a = IdOf(*design_, "a");
+  design_->Observe([&](const ChangeReport& report) {
+    told += report.structure ? "S" : "";
+    told += report.code ? "C" : "";
+    for (const auto& [id, property] : report.properties) {
+      told += (id == a ? " a." : " other.") + property;
+    }
+    told += ";";
+  });
+  Move("a", 1);
+  design_->Undo();
+  design_->Select({a});
+  EXPECT_FALSE(PropertyList(*design_).Enter("Name", "x"));
+  EXPECT_FALSE(DeleteControls(*design_, {a}));
+  design_->Undo();
+  EXPECT_FALSE(Nudge(*design_, {a}, 0, 0, Grid{}));
+  EXPECT_EQ(told, " a.Left; a.Left;; a.Name;S;S;");
+}
+
+TEST_F(Steps, CostWhatTheyChangeAndNotWhatTheFormHolds) {
+  std::string lines;
+  for (int i = 0; i < 300; ++i) lines += "   Begin VB.Label l" + std::to_string(i) + " \n   End\n";
+  design_ = Designed(FormWith(lines + kTwo));
+  for (int i = 0; i < 1000; ++i) Move("a", 1);
+  EXPECT_EQ(design_->history().StepCount(), 1000u);
+  EXPECT_EQ(design_->history().KeptItems(), 1000u);
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_FALSE(Nudge(*design_, {IdOf(*design_, "a"), IdOf(*design_, "b")}, 1, 1, Grid{}));
+  }
+  EXPECT_EQ(design_->history().StepCount(), 1001u);
+  EXPECT_EQ(design_->history().KeptItems(), 1004u);
+}
+
+TEST(Texts, AreSaidInBothLanguages) {
+  for (int id = 0; id < static_cast<int>(TextId::kCount); ++id) {
+    for (const Language language : {Language::Japanese, Language::English}) {
+      const std::string text = Said(static_cast<TextId>(id), language, {"one", "two"});
+      EXPECT_FALSE(text.empty()) << id;
+      EXPECT_EQ(text.find('%'), std::string::npos) << text;
+    }
+  }
+  EXPECT_EQ(Said(TextId::RangeExpected, Language::English, {"%2", "5"}),
+            "The value lies between %2 and 5.");
+  EXPECT_EQ(Said(TextId::RangeExpected, Language::Japanese, {"1"}), "値は 1 から  までです。");
+}
+
+TEST(NewForms, AreFormsTheRunnerReads) {
+  const Design design(NewForm("frmNew"), Classes());
+  form::Mistakes mistakes;
+  const form::FormFile file = form::ReadFormFile(Actions::Saved(design), mistakes);
+  EXPECT_FALSE(mistakes.Any()) << mistakes.Text("new");
+  EXPECT_EQ(file.Name(), "frmNew");
+  EXPECT_FALSE(design.IsDirty());
+}
+
+}  // namespace
+}  // namespace qrn::test

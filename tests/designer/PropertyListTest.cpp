@@ -1,0 +1,277 @@
+// The property list of one control and of several.
+#include <gtest/gtest.h>
+
+#include "host/designer/model/PropertyList.h"
+#include "tests/designer/kit/Actions.h"
+#include "tests/designer/kit/Forms.h"
+
+namespace qrn::test {
+namespace {
+
+using namespace designer;
+
+constexpr char kListed[] =
+    "   Begin VB.TextBox t \n      Enabled         =   0   'False\n      TabIndex        =   0\n"
+    "      Text            =   \"表\"\n      Width           =   900\n   End\n"
+    "   Begin VB.TextBox u \n      Index           =   3\n      TabIndex        =   1\n"
+    "      Text            =   \"ソ\"\n      Width           =   900\n   End\n"
+    "   Begin LIB.Box box \n      BackColor       =   255\n      DbListTable     =   \"Orders\"\n"
+    "      DbSource        =   \"src\"\n      DbTable         =   \"Customers\"\n"
+    "      Mode            =   1\n      Secret          =   \"x\"\n      TabIndex        =   2\n"
+    "      Text            =   \"t\"\n      Width           =   600\n      _ExtentX        =   "
+    "1058\n"
+    "   End\n"
+    "   Begin ODD.Thing odd \n      Zoom            =   2.5  'times\n      TabIndex        =   3\n"
+    "   End\n"
+    "   Begin VB.CommandButton ok \n      Default         =   -1  'True\n   End\n"
+    "   Begin VB.CommandButton no \n   End\n";
+
+class Offers final : public NameOffers {
+ public:
+  std::vector<std::string> Sources() const override { return {"src"}; }
+  std::vector<std::string> Tables(const std::string& source) const override {
+    return {"tables of " + source};
+  }
+  std::vector<std::string> Fields(const std::string& source,
+                                  const std::string& table) const override {
+    return {"fields of " + source + "." + table};
+  }
+  std::vector<std::string> Keys(const std::string& source,
+                                const std::string& table) const override {
+    return {"keys of " + source + "." + table};
+  }
+};
+
+class List : public testing::Test {
+ protected:
+  void Select(const std::vector<std::string>& names) {
+    Ids ids;
+    for (const std::string& name : names) ids.push_back(IdOf(*design_, name));
+    design_->Select(ids);
+  }
+  // "text", "(differs)" or "(none)" if there is no such row.
+  std::string Shown(const std::string& property) {
+    for (const PropertyRow& row : list_.Rows()) {
+      if (row.info->name == property) return row.differs ? "(differs)" : row.text;
+    }
+    return "(none)";
+  }
+
+  Offers offers_;
+  std::unique_ptr<Design> design_ = Designed(FormWith(kListed));
+  PropertyList list_{*design_, &offers_};
+};
+
+TEST_F(List, ShowsValuesAsText) {
+  struct Case {
+    const char* control;
+    const char* property;
+    const char* text;
+  } const cases[] = {
+      {"t", "Name", "t"},
+      {"t", "Text", "表"},
+      {"t", "Enabled", "False"},
+      {"t", "Locked", "False"},
+      {"t", "Alignment", "0 - Left Justify"},
+      {"t", "BackColor", "&H80000005&"},
+      {"t", "Width", "900"},
+      {"t", "Index", ""},
+      {"t", "Caption", "(none)"},
+      {"u", "Index", "3"},
+      {"box", "Mode", "1 - On"},
+      {"box", "BackColor", "&H000000FF&"},
+      {"box", "Secret", "(none)"},
+      {"box", "Font", ""},
+      {"odd", "Zoom", "2.5"},
+      {"F", "ClientWidth", "9000"},
+      {"F", "BorderStyle", "2 - Sizable"},
+      {"F", "Left", "(none)"},
+  };
+  for (const Case& row : cases) {
+    Select({row.control});
+    EXPECT_EQ(Shown(row.property), row.text) << row.control << "." << row.property;
+  }
+}
+
+TEST_F(List, ShowsWhatSeveralHaveInCommon) {
+  Select({"t", "u"});
+  EXPECT_EQ(Shown("Text"), "(differs)");
+  EXPECT_EQ(Shown("Width"), "900");
+  EXPECT_EQ(Shown("Enabled"), "(differs)");
+  EXPECT_EQ(Shown("Name"), "(none)");
+  EXPECT_EQ(Shown("Index"), "(none)");
+  Select({"t", "box"});
+  EXPECT_EQ(Shown("Mode"), "(none)");
+  EXPECT_EQ(Shown("Locked"), "(none)");
+  EXPECT_EQ(Shown("Text"), "(differs)");
+  Select({});
+  EXPECT_TRUE(list_.Rows().empty());
+}
+
+struct EntryCase {
+  const char* control;
+  const char* property;
+  const char* typed;
+  TextId refusal;
+  const char* line;  // that the control then has; empty: none of that name
+};
+
+TEST_F(List, TakesWhatIsTyped) {
+  constexpr TextId kDone = TextId::kCount;
+  const EntryCase cases[] = {
+      {"t", "Text", "a \"b\"", kDone, "Text            =   \"a \"\"b\"\"\""},
+      {"t", "Text", "", kDone, "Text            =   \"\""},
+      {"t", "Text", "\xE2\x82\xAC", TextId::NotWritable, "Text            =   \"表\""},
+      {"t", "Tag", "x", kDone, "Tag             =   \"x\""},
+      {"t", "Enabled", "t", kDone, ""},
+      {"t", "Enabled", "1", kDone, ""},
+      {"t", "Locked", "True", kDone, "Locked          =   -1  'True"},
+      {"t", "Locked", "maybe", TextId::TruthExpected, ""},
+      {"t", "Locked", "", TextId::TruthExpected, ""},
+      {"t", "MaxLength", "12", kDone, "MaxLength       =   12"},
+      {"t", "MaxLength", "&H10&", kDone, "MaxLength       =   16"},
+      {"t", "MaxLength", "1.5", TextId::WholeExpected, ""},
+      {"t", "MaxLength", "99999999999", TextId::WholeExpected, ""},
+      {"t", "MaxLength", "-1", TextId::RangeExpected, ""},
+      {"t", "MaxLength", "65536", TextId::RangeExpected, ""},
+      {"t", "Alignment", "2", kDone, "Alignment       =   2  'Center"},
+      {"t", "Alignment", "right justify", kDone, "Alignment       =   1  'Right Justify"},
+      {"t", "Alignment", "2 - Center", kDone, "Alignment       =   2  'Center"},
+      {"t", "Alignment", "3", TextId::ChoiceExpected, ""},
+      {"t", "BackColor", " &H00ff00& ", kDone, "BackColor       =   &H0000FF00&"},
+      {"t", "BackColor", "255", kDone, "BackColor       =   &H000000FF&"},
+      {"t", "BackColor", "&H80000005&", kDone, ""},
+      {"t", "BackColor", "red", TextId::ColourExpected, ""},
+      {"t", "BackColor", "&H123456789&", TextId::ColourExpected, ""},
+      {"t", "Left", "12.5", kDone, "Left            =   12.5"},
+      {"t", "Left", "x", TextId::NumberExpected, ""},
+      {"t", "Left", "1e300", TextId::NumberExpected, ""},
+      {"t", "Left", "nan", TextId::NumberExpected, ""},
+      {"t", "Width", "-1", TextId::RangeExpected, "Width           =   900"},
+      {"t", "Index", "4", kDone, "Index           =   4"},
+      {"t", "Index", "-1", TextId::RangeExpected, ""},
+      {"t", "Font", "Tahoma", TextId::SetByDialog, ""},
+      {"t", "Name", "Sub", TextId::NameReserved, ""},
+      {"t", "Caption", "x", TextId::NoSuchProperty, ""},
+      {"u", "Index", " ", kDone, ""},
+      {"box", "Mode", "-2", kDone, "Mode            =   -2"},
+      {"box", "Mode", "0", kDone, ""},
+      {"box", "Version", "2", TextId::ReadOnly, ""},
+      {"odd", "Zoom", "3", TextId::SetByDialog, "Zoom            =   2.5  'times"},
+  };
+  for (const EntryCase& row : cases) {
+    design_ = Designed(FormWith(kListed));
+    PropertyList list(*design_);
+    Select({row.control});
+    EXPECT_EQ(RefusalOf(list.Enter(row.property, row.typed)), row.refusal)
+        << row.property << "=" << row.typed;
+    const std::string lines = Lines(*design_, row.control);
+    const std::string name = std::string("|") + row.property + " ";
+    const std::string wanted = std::string("|") + row.line + "|";
+    const std::string at = *row.line ? wanted : name;
+    EXPECT_EQ(lines.find(at) != std::string::npos, *row.line != 0)
+        << row.property << "=" << row.typed << ": " << lines;
+  }
+}
+
+TEST_F(List, ChangesAllOrNone) {
+  Select({"t", "u", "ok"});
+  EXPECT_FALSE(list_.Enter("Enabled", "False"));
+  EXPECT_EQ(Shown("Enabled"), "False");
+  EXPECT_EQ(design_->history().StepCount(), 1u);
+  design_->Undo();
+  EXPECT_EQ(Actions::Saved(*design_), FormWith(kListed));
+  // The second of them refuses: the first is as it was.
+  Select({"t", "u"});
+  EXPECT_EQ(RefusalOf(list_.Enter("Width", "-3")), TextId::RangeExpected);
+  EXPECT_EQ(Actions::Saved(*design_), FormWith(kListed));
+}
+
+TEST_F(List, IsTypedInOneStepForOneProperty) {
+  Select({"t"});
+  for (const char* text : {"a", "ab", "abc"}) EXPECT_FALSE(list_.Enter("Text", text));
+  EXPECT_EQ(design_->UndoName(Language::Japanese), "Text の変更");
+  EXPECT_FALSE(list_.Enter("Tag", "x"));
+  Select({"u"});
+  EXPECT_FALSE(list_.Enter("Tag", "x"));
+  EXPECT_EQ(design_->history().StepCount(), 3u);
+  EXPECT_LE(design_->history().KeptItems(), 3u);
+}
+
+TEST_F(List, OffersNames) {
+  struct Case {
+    const char* property;
+    std::vector<std::string> choices;
+  } const cases[] = {
+      {"DbSource", {"src"}},
+      {"DbTable", {"tables of src"}},
+      {"DbField", {"fields of src.Customers"}},
+      {"DbIndex", {"keys of src.Customers"}},
+      {"Mode", {"0 - Off", "1 - On", "-2 - Half"}},
+      {"Visible", {"True", "False"}},
+      {"Text", {}},
+      {"Nothing", {}},
+  };
+  Select({"box"});
+  for (const Case& row : cases) EXPECT_EQ(list_.Choices(row.property), row.choices) << row.property;
+}
+
+TEST_F(List, KnowsWhatAPropertyIsBoundTo) {
+  struct Case {
+    const char* property;
+    Offer offer;
+  } const cases[] = {
+      {"DbSource", Offer::Source},
+      {"DbListSource", Offer::Source},
+      {"DbTable", Offer::Table},
+      {"DbListTable", Offer::Table},
+      {"DbField", Offer::Field},
+      {"DbListField", Offer::Fields},
+      {"DbListFields", Offer::Fields},
+      {"DbIndex", Offer::Key},
+      {"DbListIndex", Offer::Key},
+      {"TabIndex", Offer::None},
+      {"DataField", Offer::None},
+      {"DbMaxRecords", Offer::None},
+      {"D", Offer::None},
+      {"", Offer::None},
+  };
+  for (const Case& row : cases) EXPECT_EQ(OfferOf(row.property), row.offer) << row.property;
+}
+
+TEST_F(List, BringsWhatGoesWithAProperty) {
+  Select({"no"});
+  EXPECT_FALSE(list_.Enter("Default", "True"));
+  EXPECT_EQ(Lines(*design_, "ok"), "Begin VB.CommandButton ok|End");
+  Select({"box"});
+  EXPECT_FALSE(list_.Enter("Width", "1200"));
+  EXPECT_EQ(design_->NumberValue(IdOf(*design_, "box"), "_ExtentX", 0), 2117);
+  EXPECT_FALSE(list_.Enter("TabIndex", "0"));
+  EXPECT_EQ(design_->NumberValue(IdOf(*design_, "t"), "TabIndex", 9), 1);
+  EXPECT_EQ(design_->NumberValue(IdOf(*design_, "odd"), "TabIndex", 9), 3);
+  Select({"F"});
+  EXPECT_FALSE(list_.Enter("ClientWidth", "7500"));
+  EXPECT_EQ(design_->NumberValue(design_->form(), "ScaleWidth", 0), 7500);
+  EXPECT_FALSE(list_.Enter("ScaleMode", "3"));
+  EXPECT_EQ(design_->NumberValue(design_->form(), "ScaleWidth", 0), 500);
+  EXPECT_EQ(design_->NumberValue(IdOf(*design_, "t"), "Width", 0), 60);
+}
+
+TEST_F(List, TakesFontsAndResets) {
+  form::Property font{"Font", 0, {}, true, {}, {}};
+  font.group = {{"Name", 0, std::string("ＭＳ 明朝"), false, {}, {}},
+                {"Size", 0, 10.5, false, {}, {}}};
+  Select({"t", "box"});
+  EXPECT_FALSE(list_.EnterFont(font));
+  EXPECT_EQ(Shown("Font"), "ＭＳ 明朝, 10.5");
+  EXPECT_TRUE(Lines(*design_, "t").starts_with("Begin VB.TextBox t|BeginProperty Font"));
+  EXPECT_FALSE(list_.Reset("Font"));
+  EXPECT_FALSE(list_.Reset("Text"));
+  EXPECT_EQ(Lines(*design_, "t"),
+            "Begin VB.TextBox t|Enabled         =   0   'False|TabIndex      "
+            "  =   0|Width           =   900|End");
+  EXPECT_EQ(RefusalOf(list_.Reset("Name")), TextId::ReadOnly);
+}
+
+}  // namespace
+}  // namespace qrn::test
