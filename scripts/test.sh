@@ -4,9 +4,10 @@
 # fuzz target under its driver, run for a few seconds; every tests/scripts/*.sh is one test, passed
 # when it exits with 0. Logs go to build/test-logs.
 #
-# Three lanes run at once: two with a Wine prefix and a display each, which turn to the native
-# programs when no Windows test is left, and one for native programs alone. TEST_ONLY, an extended
-# regular expression, picks among the paths of programs and scripts.
+# Four lanes run at once: two with a Wine prefix and a display each, which turn to the native
+# programs when no Windows test is left, and two for native programs and the checks of the sources:
+# many tests wait, for a lock, a key or a process, and leave the processor to others meanwhile.
+# TEST_ONLY, an extended regular expression, picks among the paths of programs and scripts.
 
 LOGS=$BUILD/test-logs
 FUZZ_SECONDS=${FUZZ_SECONDS:-4}
@@ -14,6 +15,7 @@ FUZZ_SECONDS=${FUZZ_SECONDS:-4}
 # QRN_SEED look for more.
 export QRN_SEED=${QRN_SEED:-20021122}
 WINDOWS_LANES=2
+NATIVE_LANES=2
 
 # tally NAME LOG EXIT SECONDS: reads GoogleTest's closing lines; a program that ended badly without
 # a failed test counts as one failure. The counts go to the file that is added up at the end.
@@ -44,13 +46,10 @@ one() {
   tally "$name" "$log" "$code" "$((SECONDS - start))"
 }
 
-test_sources() {
-  one includes-point-down plain scripts/floors.sh
-  one sources-are-formatted plain scripts/format.sh
-}
-
 run_native() {
   case ${1##*/} in
+    floors.sh) one includes-point-down plain "$1" ;;
+    format.sh) one sources-are-formatted plain "$1" ;;
     test_*) one "${1##*/}" gtest "$1" ;;
     fuzz_*) one "${1##*/}" plain "$1" --seconds "$FUZZ_SECONDS" ;;
   esac
@@ -75,10 +74,10 @@ next() {
 }
 
 # The tests that take longest come first, in this order, so that no lane is left with one at the end.
-LONGEST='test_controls.exe test_qrnform.exe test_qrndata.exe test_design.exe test_btrieve_calls.exe
-  deaths-of-both-kinds.sh
-  test_btrieve_disks test_btrieve_crashes test_btrieve_kills test_btrieve_sharing
-  test_btrieve_calls test_qrndata'
+LONGEST='test_qrnform.exe test_controls.exe test_design.exe test_btrieve_calls.exe test_pages.exe
+  customer-card.sh look-up.sh deaths-of-both-kinds.sh test_qrndata.exe two-runners.sh
+  test_btrieve_crashes test_btrieve_sharing test_btrieve_disks test_btrieve_kills
+  test_btrieve_calls test_qrndata format.sh'
 
 list_tests() {
   local item
@@ -91,7 +90,7 @@ list_tests() {
       { print $1 in place ? place[$1] : count + 1, $2 }' | sort -s -n -k1,1 | cut -d' ' -f2-
   }
   list tests/scripts/*.sh "$BUILD"/windows/bin/test_*.exe >"$LOGS/windows.list"
-  list "$BUILD"/native-asan/bin/{test,fuzz}_* >"$LOGS/native.list"
+  list scripts/floors.sh scripts/format.sh "$BUILD"/native-asan/bin/{test,fuzz}_* >"$LOGS/native.list"
 }
 
 # The folder for what a lane's programs store: in memory where there is room, for the programs tell
@@ -171,7 +170,6 @@ run_tests() {
   local lane passed=0 failed=0 lanes=() pid
   rm -rf "$LOGS"
   mkdir -p "$LOGS"
-  test_sources
   list_tests
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
   ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
@@ -179,8 +177,10 @@ run_tests() {
     (windows_lane "$lane") &
     lanes+=($!)
   done
-  (native_lane) &
-  lanes+=($!)
+  for lane in $(seq "$NATIVE_LANES"); do
+    (native_lane) &
+    lanes+=($!)
+  done
   for pid in "${lanes[@]}"; do
     wait "$pid" || echo '0 1' >>"$LOGS/tally"
   done

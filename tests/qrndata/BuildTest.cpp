@@ -121,6 +121,7 @@ TEST_F(Building, WrongCommandLinesAreTold) {
                                             {"import", "d", "t"},
                                             {"export", "d", "t", "--format", "xml"},
                                             {"import", "d", "t", "f", "--batch", "0"},
+                                            {"import", "d", "t", "f", "--patience", "3601"},
                                             {"import", "d", "t", "f", "--encoding", "utf-16"}};
   for (const auto& arguments : wrong) {
     const Said said = Run(arguments);

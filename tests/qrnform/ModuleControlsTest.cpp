@@ -109,7 +109,7 @@ size_t OwnBytes() {
   return counters.WorkingSetSize;
 }
 
-constexpr int kLives = 1000;
+constexpr int kLives = 400;
 
 RunResult LoadOften(int times) {
   const std::string code =

@@ -53,7 +53,7 @@ class CsvImport {
         dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
         importer_(options.directory, table_, options.isDryRun ? 0 : options.batch,
-                  Sharing::WithOthers),
+                  Sharing::WithOthers, std::chrono::seconds(options.patience)),
         input_(OpenInput(options.file)),
         reader_(input_, options.encoding),
         values_(table_.fields.size()) {

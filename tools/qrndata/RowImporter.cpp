@@ -42,11 +42,12 @@ bool IsHeldElsewhere(Status status) {
 }  // namespace
 
 RowImporter::RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch,
-                         Sharing sharing)
+                         Sharing sharing, std::chrono::seconds patience)
     : table_(table),
       settings_(FileSettings()),
       batch_(batch),
       sharing_(sharing),
+      patience_(patience),
       file_(DataFilePath(directory, table.location),
             batch == 0 ? Access::ReadOnly : Access::ReadWrite),
       stat_(file_.Stat()),
@@ -108,7 +109,7 @@ Status RowImporter::Insert(Bytes& record) {
 
 bool RowImporter::MayWaitOn() {
   if (!waitingSince_) waitingSince_ = Clock::now();
-  return Clock::now() < *waitingSince_ + kPatience;
+  return Clock::now() < *waitingSince_ + patience_;
 }
 
 Refusal RowImporter::ExplainDuplicate(const Bytes& record) {

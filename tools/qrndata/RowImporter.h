@@ -28,23 +28,22 @@ struct Refusal {
 class RowImporter {
  public:
   // Opens the table's data file. `table` must outlive the importer. `batch` rows go into one
-  // transaction; 0 checks rows, their unique keys included, without storing any. Throws Failure
-  // when the file cannot be opened, has other records than the table, or the table's records cannot
-  // be written (a variable field that is not the last).
+  // transaction; 0 checks rows, their unique keys included, without storing any. `patience` is how
+  // long a row waits for other programs. Throws Failure when the file cannot be opened, has other
+  // records than the table, or the table's records cannot be written (a variable field that is not
+  // the last).
   RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch,
-              Sharing sharing = Sharing::Alone);
+              Sharing sharing = Sharing::Alone, std::chrono::seconds patience = {});
 
   // How the data file differs from the table, where it can be written all the same.
   const FileMatch& Match() const noexcept { return match_; }
 
   // Stores one row: code page 932, one value a field, nothing for null (an empty value where the
   // field cannot be null). While another program holds what the row needs the batch is ended and
-  // the row tried again, for kPatience from the last row that was stored: then the row is refused.
-  // Throws Failure when the record manager refuses more than this row, the whole file being held by
-  // another program included; what the batch has not ended by then is undone.
+  // the row tried again, for its patience from the last row that was stored: then the row is
+  // refused. Throws Failure when the record manager refuses more than this row, the whole file
+  // being held by another program included; what the batch has not ended by then is undone.
   Refusal Put(FieldValues& values);
-
-  static constexpr std::chrono::seconds kPatience{10};
 
   // Ends the last batch. Throws Failure when it could not be written.
   void Finish();
@@ -69,6 +68,7 @@ class RowImporter {
   qrn::QuorinSettings settings_;
   uint32_t batch_;
   Sharing sharing_;
+  std::chrono::seconds patience_;
   BtrFile file_;
   FileStat stat_;
   FileMatch match_;

@@ -175,6 +175,9 @@ void CommandLine::AddImport() {
                  "stores ? in its place, skip leaves the character out");
   AddCount(verb, "--batch", import_.batch, "rows stored in one transaction, 1 to 10000")
       ->check(Between(1, 10000));
+  AddCount(verb, "--patience", import_.patience,
+           "seconds that a row waits for what another program holds, 0 to 3600")
+      ->check(Between(0, 3600));
   verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood")
       ->type_name("FILE");
   AddCount(verb, "--show-refused", import_.shown, "how many refusals are listed");

@@ -27,6 +27,7 @@ struct ImportOptions {
   OnUnmappable onUnmappable = OnUnmappable::Error;
   Encoding encoding = Encoding::Utf8;
   uint32_t batch = 200;            // rows a transaction
+  uint32_t patience = 10;          // seconds that a row waits for other programs
   uint32_t shown = 50;             // refusals that are listed
   std::filesystem::path refusals;  // where refused rows go as they stood; empty: nowhere
   bool isDryRun = false;           // rows are checked, none is stored
