@@ -180,10 +180,7 @@ void RecordWriter::AddEntries(const WritePlan& plan) {
 
 bool RecordWriter::GroupIsEmpty(int slot, const Entry& entry) {
   const Index& index = file_.IndexAt(slot);
-  if (!index.duplicates) return true;
-  const ByteView value = index.ValueOf(entry);
-  if (direct_ && index.seen.Has(value)) return false;
-  return file_.FindValue(slot, Entry(value)) == 0;
+  return !index.duplicates || file_.FindValue(slot, Entry(index.ValueOf(entry))) == 0;
 }
 
 void RecordWriter::CountDistinct(int slot, int change) {
@@ -201,10 +198,9 @@ bool RecordWriter::TryAddEntry(int slot, const Entry& entry, uint32_t position) 
     file_.Changes().AddEntry(slot, entry, position);
     return true;
   }
-  const bool first = GroupIsEmpty(slot, entry);
-  if (!file_.Base().TryInsertEntry(slot, entry, position)) return false;
-  if (first) CountDistinct(slot, +1);
-  return true;
+  const EntryTree::Added added = file_.Base().InsertEntry(slot, entry, position);
+  if (added == EntryTree::Added::NewValue) CountDistinct(slot, +1);
+  return added != EntryTree::Added::Taken;
 }
 
 void RecordWriter::RemoveEntry(int slot, const Entry& entry) {

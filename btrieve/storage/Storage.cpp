@@ -46,8 +46,7 @@ Index::Index(const FileSpec& file, const KeySpec& key, uint16_t keyId)
       duplicates(key.AllowsDuplicates()),
       modifiable(key.IsModifiable()),
       autoIncrement(key.IsAutoIncrement()),
-      order(file, key),
-      seen(order.OrderedSize()) {}
+      order(file, key) {}
 
 Storage::~Storage() { Close(); }
 
@@ -120,7 +119,7 @@ uint32_t Storage::RootOf(const std::string& table) {
 void Storage::PrepareIndex(Index& index) {
   const std::string table = EntryTable(index.id);
   index.root = RootOf(table);
-  index.insert = connection_.Prepare("INSERT INTO " + table + "(e, pos) VALUES(?, ?)");
+  index.entries = EntryTree(connection_, index.root, index.EntrySize(), index.order.OrderedSize());
   index.remove = connection_.Prepare("DELETE FROM " + table + " WHERE e=?");
   index.ranks = std::make_unique<RankIndex>(connection_, index.id, index.EntrySize());
 }
@@ -139,7 +138,6 @@ void Storage::ForgetCaches() noexcept {
   if (physicalRanks_) physicalRanks_->Forget();
   for (Index& index : indexes_) {
     index.ranks->Forget();
-    index.seen.Forget();
   }
 }
 
@@ -407,22 +405,18 @@ void Storage::DeleteRow(uint32_t position) {
   physicalRanks_->Count(PositionEntry(position).View(), -1);
 }
 
-bool Storage::TryInsertEntry(int slot, const Entry& entry, uint32_t position) {
+EntryTree::Added Storage::InsertEntry(int slot, const Entry& entry, uint32_t position) {
   Index& index = indexes_[slot];
-  InUse insert(index.insert);
-  insert->Bind(1, entry.View());
-  insert->Bind(2, position);
-  if (!insert->TryInsert()) return false;
+  const EntryTree::Added added = index.entries.Add(entry.View(), position);
+  if (added == EntryTree::Added::Taken) return added;
   wrote_ = true;
   index.ranks->Count(entry.View(), +1);
-  if (index.duplicates) index.seen.Add(index.ValueOf(entry));
-  return true;
+  return added;
 }
 
 void Storage::DeleteEntry(int slot, const Entry& entry) {
   wrote_ = true;
   Index& index = indexes_[slot];
-  if (index.duplicates) index.seen.Remove(index.ValueOf(entry));
   InUse remove(index.remove);
   remove.Row(entry.View());
   if (connection_.Changes() != 1) ThrowDamaged();

@@ -18,11 +18,11 @@
 #include "btrieve/pages/LogFormat.h"
 #include "btrieve/pages/LogLength.h"
 #include "btrieve/pages/Sqlite.h"
+#include "btrieve/storage/EntryTree.h"
 #include "btrieve/storage/Head.h"
 #include "btrieve/storage/OrderNumbers.h"
 #include "btrieve/storage/RankIndex.h"
 #include "btrieve/storage/RowRules.h"
-#include "btrieve/storage/SeenValues.h"
 #include "btrieve/storage/Tree.h"
 
 namespace btrieve {
@@ -59,10 +59,9 @@ struct Index {
   bool autoIncrement;
   KeyOrder order;
   uint32_t root = 0;  // the first page of its table
-  Statement insert;
+  EntryTree entries;
   Statement remove;
   std::unique_ptr<RankIndex> ranks;
-  SeenValues seen;  // in the present state; of keys with duplicates alone
 
   // The value of an entry.
   ByteView ValueOf(const Entry& entry) const noexcept {
@@ -177,8 +176,7 @@ class Storage {
   void InsertRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void UpdateRow(uint32_t position, uint64_t version, ByteView numbers, ByteView data);
   void DeleteRow(uint32_t position);
-  // False, with nothing changed, where the entry stands already.
-  [[nodiscard]] bool TryInsertEntry(int slot, const Entry& entry, uint32_t position);
+  [[nodiscard]] EntryTree::Added InsertEntry(int slot, const Entry& entry, uint32_t position);
   void DeleteEntry(int slot, const Entry& entry);
   // The lowest position that no record has; 0 when all are taken.
   uint32_t FindFreePosition();

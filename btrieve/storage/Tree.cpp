@@ -59,8 +59,8 @@ void TreeCursor::Close() noexcept {
   guessed_ = nullptr;
 }
 
-TreeCursor::Page TreeCursor::PageOf(const uint8_t* bytes) const {
-  const bool rows = kind_ == Kind::Rows;
+TreeCursor::Page TreeCursor::PageOf(Kind kind, const uint8_t* bytes) {
+  const bool rows = kind == Kind::Rows;
   Page page{bytes, Big16(bytes + 3), bytes[0] == (rows ? kLeafRows : kLeafEntries)};
   if (!page.leaf && bytes[0] != (rows ? kInnerRows : kInnerEntries)) ThrowDamaged();
   const size_t header = page.leaf ? kLeafHeader : kInnerHeader;
@@ -88,7 +88,7 @@ void TreeCursor::Push(uint32_t number) {
   ++depth_;
 }
 
-const uint8_t* TreeCursor::CellAt(const Page& page, uint32_t index) const {
+const uint8_t* TreeCursor::CellAt(const Page& page, uint32_t index) {
   const size_t header = page.leaf ? kLeafHeader : kInnerHeader;
   const uint32_t offset = Big16(page.bytes + header + 2 * index);
   if (offset > kUsable - kChildSize) ThrowDamaged();
@@ -110,20 +110,28 @@ int64_t TreeCursor::RowAt(const Page& page, uint32_t index) const {
   return static_cast<int64_t>(TakeVarint(at, end));
 }
 
-ByteView TreeCursor::PayloadAt(const Page& page, uint32_t index, int64_t* row) {
+TreeCursor::Cell TreeCursor::TakeCell(Kind kind, const Page& page, uint32_t index) {
+  if (index >= page.cells) ThrowDamaged();
   const uint8_t* at = CellAt(page, index);
   const uint8_t* end = page.bytes + kUsable;
   if (!page.leaf) at += kChildSize;
   const uint64_t size = TakeVarint(at, end);
-  const bool rows = kind_ == Kind::Rows;
-  const uint64_t number = rows ? TakeVarint(at, end) : 0;
-  if (row) *row = static_cast<int64_t>(number);
+  const bool rows = kind == Kind::Rows;
+  const auto number = static_cast<int64_t>(rows ? TakeVarint(at, end) : 0);
   if (size > kLongestRow) ThrowDamaged();
   const size_t local = LocalSize(static_cast<size_t>(size), rows);
   if (!rows && local != size) ThrowDamaged();  // no entry is that long
   const size_t needed = local == size ? local : local + kChildSize;
   if (at > end || needed > static_cast<size_t>(end - at)) ThrowDamaged();
-  return local == size ? ByteView(at, local) : Gather(at, local, static_cast<size_t>(size));
+  return {size, number, ByteView(at, local)};
+}
+
+ByteView TreeCursor::PayloadAt(const Page& page, uint32_t index, int64_t* row) {
+  const Cell cell = TakeCell(kind_, page, index);
+  if (row) *row = cell.row;
+  return cell.local.size() == cell.size
+             ? cell.local
+             : Gather(cell.local.data(), cell.local.size(), static_cast<size_t>(cell.size));
 }
 
 // The rest stands in a chain of pages, each beginning with the number of the next.
@@ -140,21 +148,27 @@ ByteView TreeCursor::Gather(const uint8_t* local, size_t localSize, size_t size)
   return gathered_;
 }
 
-// Rows are mostly spread evenly, so the search begins next to where the row would then be.
+// Rows are mostly spread evenly, so the search begins where the row would then be, and mostly ends
+// there too.
 uint32_t TreeCursor::FirstRowNotBelow(const Page& page, int64_t row) const {
   if (page.cells == 0) return 0;
   const int64_t first = RowAt(page, 0);
   const int64_t last = RowAt(page, page.cells - 1);
   if (row <= first) return 0;
   if (row > last) return page.cells;
-  uint32_t low = 1;
-  uint32_t high = page.cells - 1;
   const auto begin = static_cast<double>(first);  // rows of a damaged page may be any numbers
   const double range = static_cast<double>(last) - begin;
   const double ahead = range > 0 ? (static_cast<double>(row) - begin) / range : 0;
-  const auto guess = static_cast<uint32_t>(ahead * high);
-  if (guess > low && guess < high && RowAt(page, guess - 1) < row) low = guess;
-  if (guess + 1 < high && RowAt(page, guess + 1) >= row) high = guess + 1;
+  uint32_t low = 1;
+  uint32_t high = page.cells - 1;
+  const auto guess = std::min(static_cast<uint32_t>(ahead * high), high);
+  if (RowAt(page, guess) < row) {
+    low = guess + 1;
+    if (low >= high || RowAt(page, low) >= row) return low;
+  } else {
+    high = std::max(guess, low);
+    if (high == low || RowAt(page, high - 1) < row) return high;
+  }
   while (low < high) {
     const uint32_t middle = (low + high) / 2;
     if (RowAt(page, middle) < row) {

@@ -45,6 +45,11 @@ class TreeCursor {
   void Prefetch(const Spot& spot) const;
   bool TakeSpot(const Spot& spot, int64_t row, ByteView& payload);
 
+  // The row of an entry, of a page that somebody else holds.
+  static ByteView EntryIn(const uint8_t* page, uint32_t cell) {
+    return TakeCell(Kind::Entries, PageOf(Kind::Entries, page), cell).local;
+  }
+
   int64_t Row() const;
   // The stored row: columns for RowReader. Valid until the cursor moves. `row` may be null.
   ByteView Payload(int64_t* row = nullptr);
@@ -57,13 +62,19 @@ class TreeCursor {
     uint32_t cells = 0;
     bool leaf = false;
   };
+  struct Cell {
+    uint64_t size;   // of the whole row
+    int64_t row;     // 0 of an entry
+    ByteView local;  // what of the row stands in the page
+  };
   struct Level : Page {
     PageRef held;  // unless it is in the pool
     uint32_t number = 0;
     uint32_t at = 0;  // the cell stood on; in an inner page also the child gone down to
   };
 
-  Page PageOf(const uint8_t* bytes) const;
+  static Page PageOf(Kind kind, const uint8_t* bytes);
+  Page PageOf(const uint8_t* bytes) const { return PageOf(kind_, bytes); }
   const uint8_t* Fetch(uint32_t number, PageRef& held) const;
 
   Level& Top() noexcept { return levels_[depth_ - 1]; }
@@ -75,7 +86,8 @@ class TreeCursor {
   void DescendToFirst();
   void DescendToLast();
   bool ClimbForward();
-  const uint8_t* CellAt(const Page& page, uint32_t index) const;
+  static const uint8_t* CellAt(const Page& page, uint32_t index);
+  static Cell TakeCell(Kind kind, const Page& page, uint32_t index);
   uint32_t ChildAt(const Page& page, uint32_t index) const;
   int64_t RowAt(const Page& page, uint32_t index) const;
   ByteView PayloadAt(const Page& page, uint32_t index, int64_t* row = nullptr);
