@@ -104,12 +104,27 @@ demo_forms() {
   [ "$code" -ne 0 ] || demo_form "$company" "$number" products || code=1
   say "the orders: lines in a grid that follow the order, a quantity changed in its cell, a line deleted"
   [ "$code" -ne 0 ] || demo_form "$company" "$number" orders || code=1
+  say "the company's main form: departments and staff, every other form opened from it"
+  [ "$code" -ne 0 ] || demo_form "$company" "$number" main || code=1
+  say "a form made from the dictionary in one command, an order with its lines, worked at once"
+  [ "$code" -ne 0 ] || demo_made "$company" "$number" || code=1
   "$WINESERVER" -k || true
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
   [ "$code" -eq 0 ] || die "a form did not do what its script says"
   say "pictures: build/demo/company/*.png"
 }
+
+# demo_made DIR DISPLAY-FILE: qrnform --new, then the script examples/company/made.txt before it.
+demo_made() (
+  cd "$1"
+  DISPLAY=:$(cat "$2")
+  export DISPLAY
+  mkdir -p made
+  "$WINE64" "$BUILD/windows/bin/qrnform.exe" --new . Orders --detail OrderLines -o made/orders.frm &&
+    "$WINE64" "$BUILD/windows/bin/qrnform.exe" \
+      --script "$(windows_path "$ROOT/examples/company/made.txt")" made/orders.frm
+)
 
 # demo_form DIR DISPLAY-FILE NAME [FORM...]: the script examples/company/NAME.txt before these forms
 # of its folder, NAME.frm where none is given.

@@ -8,6 +8,7 @@
 
 #include "host/container/Text.h"
 #include "host/container/TypeNames.h"
+#include "host/runner/FolderForms.h"
 #include "host/script/VbErrors.h"
 
 namespace qrn::host {
@@ -84,6 +85,17 @@ void Program::Add(std::shared_ptr<const FormSource> source) {
     throw form::FileRefused(source->path, mistakes);
   }
   forms_.push_back(MakeCom<Form>(*this, std::move(source)));
+}
+
+void Program::AddNamed() {
+  const auto isKnown = [this](const std::string& name) { return FormNamed(Wide(name)) != nullptr; };
+  for (size_t i = 0; i < forms_.size(); ++i) {
+    for (const std::string& path : FormsNamedBy(forms_[i]->source(), isKnown)) {
+      const auto source = ReadFormSource(path);
+      // Two files may have forms of one name: the first of them is it.
+      if (!isKnown(source->Name())) Add(source);
+    }
+  }
 }
 
 void Program::AddConstants() {

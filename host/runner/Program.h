@@ -30,6 +30,9 @@ class Program final : private ProgramServices {
   // Makes a form known; the first one is the one that is shown. Throws form::FileRefused for
   // references that lead nowhere and for a name that another form has.
   void Add(std::shared_ptr<const FormSource> source);
+  // Makes those known that lie beside the forms and that code names, and what they name in turn.
+  // Throws as Add, and form::FileRefused for one that cannot be read.
+  void AddNamed();
 
   // Loads and shows the first form. Throws form::FileRefused when what it holds cannot be made.
   void Start();

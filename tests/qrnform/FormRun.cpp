@@ -58,9 +58,12 @@ struct FormFiles {
       std::ofstream(paths.back(), std::ios::binary) << kByteOrderMark << text;
     }
   }
-  void GiveTo(host::ModuleClasses& classes, host::Program& program) const {
+  void GiveTo(host::ModuleClasses& classes, host::Program& program, size_t given = 100) const {
     classes.AddModule(ModuleBeside());
-    for (const std::string& path : paths) program.Add(host::ReadFormSource(path));
+    for (size_t i = 0; i < paths.size() && i < given; ++i) {
+      program.Add(host::ReadFormSource(paths[i]));
+    }
+    program.AddNamed();
   }
 
   test::TempFolder folder;
@@ -75,7 +78,7 @@ void Play(const RunRequest& request, const FormFiles& files, RunResult* result) 
   program.SetPrinter([result](const std::string& text) { result->printed += text; });
   program.SetTeller([result](const std::string& text) { result->told += text + "\n"; });
   host::UserPlayer player(program, StepsOf(request.script), "script", false);
-  player.Run([&] { files.GiveTo(classes, program); });
+  player.Run([&] { files.GiveTo(classes, program, request.given); });
   result->failure = player.failure();
   result->faults = program.faults();
 }

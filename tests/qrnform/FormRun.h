@@ -23,6 +23,7 @@ struct RunRequest {
   std::vector<std::string> forms;  // texts of form files, UTF-8; the first is shown
   std::string script = {};
   bool design = false;
+  size_t given = 100;  // so many of them are given; the others lie beside them
 };
 
 // The forms stand in files form1.frm, form2.frm ... of a folder of their own; their names in

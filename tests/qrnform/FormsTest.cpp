@@ -87,6 +87,25 @@ const FormCase kFormCases[] = {
 
 class Forms : public testing::TestWithParam<FormCase> {};
 
+// The last one cannot be read, but nobody names it.
+TEST(FormsBeside, AreFoundWhereCodeNamesThem) {
+  const std::string first = FormText("", "Private Sub Form_Load()\n  FRMOTHER.Tell\nEnd Sub\n");
+  const std::string other =
+      FormText("", "Public Sub Tell()\n  Print \"frmLast\"; frmThird.Name\nEnd Sub\n", "frmOther");
+  const std::string third = FormText("", "", "frmThird");
+  const std::string last = FormText("", "Public Sub A()\n  GoTo 5\nEnd Sub\n", "frmLast");
+  const RunResult result = RunForms({{first, other, third, last}, "", false, 1});
+  EXPECT_EQ(result.failure + result.told, "");
+  EXPECT_EQ(result.printed, "frmLastfrmThird\n");
+}
+
+TEST(FormsBeside, ThatCannotBeReadAreToldOf) {
+  const std::string first = FormText("", "Private Sub Form_Load()\n  frmOther.Show\nEnd Sub\n");
+  const RunResult result = RunForms(
+      {{first, FormText("", "Public Sub A()\n  GoTo 5\nEnd Sub\n", "frmOther")}, "", false, 1});
+  EXPECT_NE(result.failure.find("form2.frm:11: "), std::string::npos) << result.failure;
+}
+
 TEST_P(Forms, DoWhatTheirCodeSays) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Furniture, Forms, testing::ValuesIn(kFormCases));

@@ -92,6 +92,7 @@ int RunForms(const Options& options) {
   const auto load = [&] {
     for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
     for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
+    if (!options.design) program.AddNamed();
   };
   if (options.script.empty() && steps.empty()) {
     load();
