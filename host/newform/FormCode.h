@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "host/newform/FormPlan.h"
+#include "host/newform/FormLayout.h"
 
 namespace qrn::newform {
 
 // UTF-8, lines end with CR LF.
-std::string FormCode(const FormPlan& plan);
+std::string FormCode(const FormPlan& plan, const FormLayout& layout);
 
 }  // namespace qrn::newform

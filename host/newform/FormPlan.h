@@ -32,8 +32,6 @@ struct FormPlan {
   ControlNames names;
   std::string formName;
   std::vector<CardControl> card;
-  int pages = 1;               // known once the card is laid out
-  std::vector<size_t> firsts;  // of each page, in `card`
 
   bool HasKeys() const noexcept { return table.HasKeys(); }
   // Scroll bars read no more than the fixed part of a record. One that is bound while the form is

@@ -3,12 +3,11 @@
 
 #include <string>
 
+#include "host/newform/FormLayout.h"
 #include "host/newform/FormPart.h"
-#include "host/newform/FormPlan.h"
 
 namespace qrn::newform {
 
-// Lays out and draws the form. Sets the plan's pages.
-FormPart DrawForm(FormPlan& plan);
+FormPart DrawForm(const FormPlan& plan, const FormLayout& layout);
 
 }  // namespace qrn::newform

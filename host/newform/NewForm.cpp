@@ -37,10 +37,11 @@ void ListSpecial(const FormPlan& plan, NewForm& made) {
 }  // namespace
 
 NewForm MakeForm(const Dictionary& dictionary, const FormChoice& choice) {
-  FormPlan plan(dictionary, choice);
+  const FormPlan plan(dictionary, choice);
+  const FormLayout layout(plan);
   std::string text = kHead;
-  DrawForm(plan).Write(text, 0);
-  text += Attributes(plan.formName) + FormCode(plan);
+  DrawForm(plan, layout).Write(text, 0);
+  text += Attributes(plan.formName) + FormCode(plan, layout);
   NewForm made{Utf8ToCodePage(text), plan.formName, {}, {}};
   ListSpecial(plan, made);
   return made;

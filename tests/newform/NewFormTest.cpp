@@ -23,14 +23,11 @@ std::string Bytes(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A dictionary alone: the data files are gone.
+// A dictionary alone, without data files.
 class DictionaryFolder {
  public:
   explicit DictionaryFolder(const qrndata::Schema& schema) {
-    qrndata::BuildDatabase(schema, folder_.Root(), qrndata::Existing::Refuse);
-    for (const auto& file : fs::directory_iterator(folder_.Root())) {
-      if (file.path().extension() != ".ddf") fs::remove(file.path());
-    }
+    qrndata::WriteDictionary(folder_.Root(), schema.tables, false);
     described_ = qrndata::ReadDictionary(folder_.Root());
   }
 
