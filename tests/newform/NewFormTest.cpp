@@ -44,10 +44,11 @@ qrndata::Schema CompanySchema() {
   return qrndata::ReadSchemaFile(fs::path(QRN_COMPANY) / "company.toml");
 }
 
-// A form of each table, with a list and with details by turns.
+// Forms of the tables, of every fifth where there are many, with a list and with details by turns.
 void ExpectSoundForms(const DictionaryFolder& folder, const std::string& which) {
   const newform::Dictionary dictionary = folder.Read();
-  for (size_t i = 0; i < dictionary.tables.size(); ++i) {
+  const size_t step = dictionary.tables.size() > 50 ? 5 : 1;
+  for (size_t i = 0; i < dictionary.tables.size(); i += step) {
     newform::FormChoice choice = newform::UsualChoice(dictionary, i, ".");
     choice.grid = i % 3 == 1;
     const auto details = newform::DetailsOf(dictionary, i);
