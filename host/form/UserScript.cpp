@@ -27,6 +27,7 @@ constexpr VerbForm kForms[] = {
     {UserVerb::DoubleClick,  "dblclick <control> [at <x:number> <y:number>]"},
     {UserVerb::Drag,         "drag <control> from <x:number> <y:number> to <x2:number> <y2:number>"},
     {UserVerb::Move,         "move <control> to <x:number> <y:number>"},
+    {UserVerb::Wheel,        "wheel <control> <way:up|down|left|right> [times <times:number>]"},
     {UserVerb::Key,          "key <key> [times <times:number>]"},
     {UserVerb::Type,         "type <text>"},
     {UserVerb::WaitUntil,    "wait until <path> <sign> <value> [within <number>]"},

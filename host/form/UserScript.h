@@ -18,6 +18,7 @@ enum class UserVerb {
   DoubleClick,
   Drag,
   Move,
+  Wheel,
   Key,
   Type,
   Wait,

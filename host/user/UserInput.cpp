@@ -32,10 +32,11 @@ void Send(std::vector<INPUT> inputs) {
   SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-void SendButton(DWORD flags) {
+void SendMouse(DWORD flags, int turn = 0) {
   INPUT input{};
   input.type = INPUT_MOUSE;
   input.mi.dwFlags = flags;
+  input.mi.mouseData = static_cast<DWORD>(turn);
   Send({input});
 }
 
@@ -95,20 +96,27 @@ void ClickMouse(POINT at, const ClickKind& kind) {
   MoveMouse(at);
   const HeldKeys held(kind.shift, kind.control, false);
   for (int i = 0; i < (kind.twice ? 2 : 1); ++i) {
-    SendButton(kind.right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
+    SendMouse(kind.right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN);
     Sleep(kBetweenMs);
-    SendButton(kind.right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
+    SendMouse(kind.right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP);
   }
+}
+
+// The wheel across counts the other way round.
+void TurnWheel(bool across, bool away) {
+  SendMouse(across ? MOUSEEVENTF_HWHEEL : MOUSEEVENTF_WHEEL,
+            away == across ? -WHEEL_DELTA : WHEEL_DELTA);
+  Sleep(kBetweenMs);
 }
 
 void DragMouse(POINT from, POINT to) {
   MoveMouse(from);
-  SendButton(MOUSEEVENTF_LEFTDOWN);
+  SendMouse(MOUSEEVENTF_LEFTDOWN);
   for (int i = 1; i <= kDragSteps; ++i) {
     MoveMouse(
         {from.x + (to.x - from.x) * i / kDragSteps, from.y + (to.y - from.y) * i / kDragSteps});
   }
-  SendButton(MOUSEEVENTF_LEFTUP);
+  SendMouse(MOUSEEVENTF_LEFTUP);
 }
 
 }  // namespace qrn::host

@@ -25,6 +25,8 @@ struct ClickKind {
 // Screen positions in pixels.
 void MoveMouse(POINT to);
 void ClickMouse(POINT at, const ClickKind& kind);
+// One notch of a wheel, to the user (down, right) or away.
+void TurnWheel(bool across, bool away);
 // Presses the left button at `from`, moves in steps, lets go at `to`.
 void DragMouse(POINT from, POINT to);
 

@@ -77,6 +77,7 @@ const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
     {UserVerb::DoubleClick, &UserPlayer::OnClick},
     {UserVerb::Drag, &UserPlayer::OnDrag},
     {UserVerb::Move, &UserPlayer::OnMove},
+    {UserVerb::Wheel, &UserPlayer::OnWheel},
     {UserVerb::Key, &UserPlayer::OnKey},
     {UserVerb::Type, &UserPlayer::OnType},
     {UserVerb::Wait, &UserPlayer::OnWait},
@@ -368,6 +369,21 @@ void UserPlayer::OnDrag(const UserStep& step) {
 
 void UserPlayer::OnMove(const UserStep& step) {
   MoveMouse(PointIn(step.Get("control"), step, "x", "y"));
+}
+
+void UserPlayer::OnWheel(const UserStep& step) {
+  const std::string& path = step.Get("control");
+  const POINT point = PointIn(path, step, "x", "y");
+  RequireReach(path, point);
+  MoveMouse(point);
+  const std::string& way = step.Get("way");
+  const bool across = form::SameWord(way, "left") || form::SameWord(way, "right");
+  const bool away = form::SameWord(way, "up") || form::SameWord(way, "left");
+  const int times = step.Has("times") ? step.Number("times") : 1;
+  for (int i = 0; i < times; ++i) {
+    TurnWheel(across, away);
+    ui_.WaitIdle();
+  }
 }
 
 void UserPlayer::OnKey(const UserStep& step) {

@@ -67,6 +67,7 @@ class UserPlayer {
   void OnClick(const form::UserStep& step);
   void OnDrag(const form::UserStep& step);
   void OnMove(const form::UserStep& step);
+  void OnWheel(const form::UserStep& step);
   void OnKey(const form::UserStep& step);
   void OnType(const form::UserStep& step);
   void OnWait(const form::UserStep& step);

@@ -30,6 +30,7 @@ const StepCase kSteps[] = {
     {"Click cmd(2) at 3 4 right ctrl", UserVerb::Click, "at=at click=click control=cmd(2) ctrl=ctrl right=right x=3 y=4"},
     {"dblclick Form2.edtName", UserVerb::DoubleClick, "control=Form2.edtName dblclick=dblclick"},
     {"drag grid1 from 1 2 to 30 2", UserVerb::Drag, "control=grid1 drag=drag from=from to=to x=1 x2=30 y=2 y2=2"},
+    {"wheel lst Down times 3", UserVerb::Wheel, "control=lst times=3 way=Down wheel=wheel"},
     {"key Ctrl+Shift+F2 times 3", UserVerb::Key, "key=Ctrl+Shift+F2 times=3"},
     {"type \"表示 \"\"ソ\"\"\"", UserVerb::Type, "text=表示 \"ソ\" type=type"},
     {"wait 200", UserVerb::Wait, "number=200 wait=wait"},
@@ -51,7 +52,7 @@ const StepCase kSteps[] = {
 
 const char* const kBadSteps[] = {
     "jump", "click", "click 5", "click a b", "click a at 1", "key Ctrl+", "key Hyper+A", "type abc",
-    "type \"abc", "type \"a\"b\"", "expect a =", "expect a.b ? 5", "set a.b = x", "wait soon",
+    "wheel a", "wheel a along", "type \"abc", "type \"a\"b\"", "expect a =", "expect a.b ? 5", "set a.b = x", "wait soon",
     "message \"x\"", "message \"x\" Maybe", "message \"x\" OK|Cancel", "message \"x\" |", "shot", "expect a(1 = 5", "expect a.(1) = 5",
 };
 // clang-format on

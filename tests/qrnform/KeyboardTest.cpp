@@ -172,12 +172,27 @@ const FormCase kListWalks[] = {
      "いけ\na\n"},
 };
 
+// The wheel moves what the mouse is over, not what has the keyboard.
+const FormCase kWheels[] = {
+    {"a list scrolls and keeps its choice", kLists, kTenItems,
+     "key Tab\nkey Down\nwheel lst down times 2\nprint lst.Text\n"
+     "click lst at 10 5\nexpect lst.ListIndex <> 0\nwheel lst up times 9\nclick lst at 10 5\n"
+     "print lst.Text\n",
+     "abc\nabc\n"},
+    {"a closed combo chooses",
+     Piece("QRNBTRLib.QRNComboBox cbo", 0, " Style = 2\n") + Piece("QRNBTRLib.QRNListBox lst", 2),
+     kTenItems,
+     "focus cbo\nkey Home\nwheel cbo down\nprint cbo.Text\nwheel cbo up\nprint cbo.Text\n",
+     "あさ\nabc\n"},
+};
+
 class Keyboard : public testing::TestWithParam<FormCase> {};
 
 TEST_P(Keyboard, IsNeverLost) { ExpectForm(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(Walks, Keyboard, testing::ValuesIn(kWalks));
 INSTANTIATE_TEST_SUITE_P(Lists, Keyboard, testing::ValuesIn(kListWalks));
+INSTANTIATE_TEST_SUITE_P(Wheels, Keyboard, testing::ValuesIn(kWheels));
 
 struct FailureCase {
   const char* name;
@@ -283,6 +298,31 @@ TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
     EXPECT_EQ(result.printed, "x\nedtTwo\nab\ny\nabc\n") << opens;
     EXPECT_EQ(result.faults, 0) << result.told;
     EXPECT_EQ(result.left, 0);
+  }
+}
+
+TEST(KeyboardBetweenForms, ReturnsToAListOrACombo) {
+  const auto opens = [](const std::string& name) {
+    return "Private Sub " + name + "_KeyDown(KeyCode As Integer, Shift As Integer)\n" +
+           "  If KeyCode = vbKeyF6 Then frmOther.Show vbModal\n" +
+           "  If KeyCode = vbKeyF7 Then frmOther.Show\nEnd Sub\n";
+  };
+  const std::string first = FormText(kLists, kTenItems + opens("lst") + opens("cbo"));
+  const std::string second =
+      FormText(Edit("edtOne", 0) + Piece("VB.CommandButton cmdClose", 1, " Cancel = -1\n"),
+               "Private Sub cmdClose_Click()\n  Unload Me\nEnd Sub\n", "frmOther");
+  for (const std::string name : {"lst", "cbo"}) {
+    for (const char* key : {"F6", "F7"}) {
+      const RunResult result = RunForms({{first, second},
+                                         "focus " + name + "\nkey Home\nkey " + key +
+                                             "\ntype \"x\"\nprint frmOther.edtOne.Text\n"
+                                             "key Escape\nprint ActiveControl.Name\nkey Down\n"
+                                             "print " +
+                                             name + ".Text\n"});
+      EXPECT_EQ(result.failure, "") << name << key;
+      EXPECT_EQ(result.printed, "x\n" + name + "\nあさ\n") << name << key;
+      EXPECT_EQ(result.left, 0);
+    }
   }
 }
 
