@@ -396,6 +396,8 @@ TEST_F(Pages, LeaveOtherKeysToTheFrame) {
       {"Tab at the end", 198, WM_KEYDOWN, VK_TAB, S_FALSE},
       {"Enter", 193, WM_KEYDOWN, VK_RETURN, S_FALSE},
       {"Escape", 193, WM_KEYDOWN, VK_ESCAPE, S_FALSE},
+      {"help", 193, WM_KEYDOWN, VK_F1, S_FALSE},
+      {"another function key", 193, WM_KEYDOWN, VK_F4, S_OK},
       {"a letter", 193, WM_CHAR, L'q', S_OK},
       {"a key with Alt", 193, WM_SYSCHAR, L'a', S_FALSE},
   };

@@ -35,6 +35,8 @@ const KeysCase kKeys[] = {
      "Down Tab Down Tab Down End Tab Tab Down End Tab Space Shift+Tab Down Home Tab Space "
      "Shift+Tab Enter",
      "DbListSource DbListTable DbListFields DbListIndex", "db People Town,Born ByName "},
+    {"QRNExComboBox", "Ctrl+Tab Down Tab Down Tab Down End Enter", "DbSource DbTable DbField",
+     "db People Pay "},
     {"QRNExListBox",
      "Down Tab Down Tab Tab Tab Tab Tab Space Ctrl+Tab Down Tab Down Tab Down Shift+Tab Down Enter",
      "DbListSource DbListTable DbListFields DbSource DbTable DbField",
@@ -116,6 +118,13 @@ TEST_F(PagesInFrame, ADirectoryFeedsTheOtherPages) {
               of("ctl", "choose 194 \"Notes\"") + of("ctl", "choose 198 \"Text\"") +
               of("ctl", "press \"OK\"") + "wait 200\nprint ctl.DbField\n"),
       "\nText\n");
+}
+
+TEST_F(PagesInFrame, ADirectoryIsTyped) {
+  EXPECT_EQ(Run(Database(""),
+                "pages db\nwait 300\nkey A\nkey Enter\nmessage \"VE028 DDFOpen APIエラー(12)\" "
+                "OK\nprint db.DDFDir\n"),
+            "a\n");
 }
 
 TEST_F(PagesInFrame, FieldsArePickedByTheFourButtons) {

@@ -31,6 +31,8 @@ bool IsPages(HWND page, HWND focus, const MSG& message) noexcept {
       return ListIsOpen(focus) || IsPushButton(focus);
     case VK_ESCAPE:
       return ListIsOpen(focus);
+    case VK_F1:
+      return false;
     default:
       return !IsDown(VK_CONTROL) || (message.wParam != VK_PRIOR && message.wParam != VK_NEXT);
   }
