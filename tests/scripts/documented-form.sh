@@ -90,26 +90,95 @@ click btnNext
 expect edtNo.Text = "37"
 STEPS
 
-# The second form: everything bound to the products follows the bar.
+# A short form for each control, in a file of the form's name.
 for table in Products Categories; do
-  "$DATA_TOOL" import "$folder" $table "$ROOT/examples/company/data/$table.csv" >/dev/null
+  "$DATA_TOOL" import "$folder" $table "$EXAMPLE/data/$table.csv" >/dev/null
 done
-cp -r "$ROOT/examples/company/data/pictures" "$folder"
-sed -nE '/^## A form with the others/,$s/^    //p' "$ROOT/docs/controls.md" >shelf.frm
-works shelf.frm <<'STEPS'
+cp -r "$EXAMPLE/data/pictures" .
+awk '/^## A short form/ { short = 1 }
+  !short { next }
+  /^    VERSION/ { form = "" }
+  /^    / { form = form substr($0, 5) "\n" }
+  /^    Begin VB.Form/ { name = $3 }
+  /^### / || /^    / { next }
+  form != "" { printf "%s", form > (name ".frm"); form = "" }
+  END { printf "%s", form > (name ".frm") }' "$ROOT/docs/controls.md"
+for class in $(sed -nE 's/^    \.className = "(\w+)",/\1/p' "$ROOT"/src/binding/tables/*.h); do
+  grep -qs "QRNBTRLib.$class " "frm${class#QRN}.frm" || { echo "no form for $class"; exit 1; }
+done
+
+works frmBtr.frm <<'STEPS'
+expect lblName.Caption = "新光商事㈱"
+STEPS
+works frmEdit.frm <<'STEPS'
+expect edtPrice.Text contains "."
+click edtPrice
+key Home
+key Shift+End
+type "1x2"
+expect edtPrice.Text = "12"
+STEPS
+works frmBtn.frm <<'STEPS'
 expect edtCode.Text = "A01001"
-expect lstCodes.Text = "A01001"
-expect cmbCategory.Text = "1"
+click btnNext
+expect edtCode.Text = "A01002"
+key Alt+N
+expect edtCode.Text = "A01003"
+STEPS
+works frmCheck.frm <<'STEPS'
+expect chkGone.Value = False
+click chkGone at 8 12
+expect chkGone.Value = True
+STEPS
+works frmOptBtn.frm <<'STEPS'
 expect opt10.Value = True
 expect opt8.Value = False
-expect chkGone.Value = False
-expect lstDear.ListCount <> 0
-expect lstDear.List(0) contains " "
-expect cmbNames.List(0) contains "1: "
-focus barProducts
+STEPS
+works frmPic.frm <<'STEPS'
+expect picProduct.Picture.Type = 1
+STEPS
+works frmHScroll.frm <<'STEPS'
+expect edtCode.Text <> ""
+focus barNames
+key End
+key Home
+expect edtCode.Text <> "A01001"
+STEPS
+works frmVScroll.frm <<'STEPS'
+expect edtCode.Text = "A01001"
+focus barCodes
 key Down
 expect edtCode.Text = "A01002"
-expect lstCodes.Text = "A01002"
 key End
 expect edtCode.Text <> "A01002"
+STEPS
+works frmListBox.frm <<'STEPS'
+expect lstCategories.Text = "1"
+expect lstCategories.ListCount = 12
+STEPS
+works frmComboBox.frm <<'STEPS'
+expect cmbCategory.Text = "1"
+focus cmbCategory
+key Down
+expect cmbCategory.Text = "2"
+STEPS
+works frmExListBox.frm <<'STEPS'
+expect lstDear.ListCount <> 0
+click lstDear at 20 5
+expect lblChosen.Caption contains " "
+STEPS
+works frmExComboBox.frm <<'STEPS'
+expect cmbNames.List(0) = "1: 文房具"
+STEPS
+works frmGrid.frm <<'STEPS'
+click grdCategories at 150 30
+key Home
+key Shift+End
+type "紙"
+key Down
+expect grdCategories.Row = 2
+call grdCategories.Reload
+set grdCategories.Row = 1
+set grdCategories.Col = 2
+expect grdCategories.Text = "紙"
 STEPS
