@@ -1,5 +1,6 @@
 // What is a combo box's own: its text, the selection in it, its styles, its size, its focus.
 #include "ListFixture.h"
+#include "PlayedInputMethod.h"
 #include "com/Extent.h"
 #include "controls/list/ComboControl.h"
 
@@ -151,6 +152,21 @@ TEST_F(Combos, TheFocusComesOnceAndGoesOnce) {
     EXPECT_EQ(count("focus "), 1U) << told;
     EXPECT_EQ(count("blur "), 0U) << told;
     SetFocus(TheForm());
+  }
+}
+
+TEST_F(Combos, TheInputMethodIsSetWhereTextIsTyped) {
+  for (const ListClass* each : {&kComboBox, &kExComboBox}) {
+    for (const int32_t style : {kDropDownCombo, kNormalCombo, kDropDownList}) {
+      PlayedInputMethod method;
+      Make(*each);
+      Set(L"Style", Long(style));
+      Set(L"IMEMode", Long(4));
+      ASSERT_EQ(host_->Show(), S_OK);
+      SetFocus(list_->hwnd());
+      EXPECT_EQ(method.Take(), style == kDropDownList ? "" : "enable1 4:1 16:20 8:2 ") << style;
+      SetFocus(TheForm());
+    }
   }
 }
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "OfficeFixture.h"
+#include "PlayedInputMethod.h"
 #include "SystemCalls.h"
-#include "binding/InputMethod.h"
 #include "binding/tables/QRNEditTable.h"
 #include "controls/QRNEdit.h"
 #include "platform/CodePage.h"
@@ -565,40 +565,20 @@ TEST_F(Edit, TheBindingReadsAndWritesItWhileItRuns) {
   EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
 }
 
-// The input method, played: "enable1 " and "4:1 " for a function and its value.
-std::string imeLog;
-LRESULT imeMode = 0;
-
-BOOL WINAPI EnableIme(HWND, BOOL enable) {
-  imeLog += "enable" + std::to_string(enable) + " ";
-  return TRUE;
-}
-LRESULT WINAPI SendIme(HWND, LPARAM block) {
-  const auto handle = reinterpret_cast<HGLOBAL>(block);
-  const auto* request = static_cast<const ole::ImeStruct*>(GlobalLock(handle));
-  imeLog += std::to_string(request->fnc) + ":" + std::to_string(request->wParam) + " ";
-  const LRESULT answer = request->fnc == 17 ? imeMode : 0;
-  GlobalUnlock(handle);
-  return answer;
-}
-
 TEST_F(Edit, TheInputMethodIsSetWhileTheFocusIsInside) {
-  TheInputMethod() = ole::ImeApi({&EnableIme, nullptr, nullptr, &SendIme});
+  PlayedInputMethod method;
   edit_.Set(L"IMEMode", Long(4));
   Show();
-  imeMode = 1;  // English, half width
-  imeLog.clear();
+  method.mode = 1;  // English, half width
+  method.Take();
   SetFocus(window());
-  EXPECT_EQ(imeLog, "17:0 enable1 4:1 16:20 8:2 ");
-  imeLog.clear();
+  EXPECT_EQ(method.Take(), "17:0 enable1 4:1 16:20 8:2 ");
   SetFocus(TheForm());
-  EXPECT_EQ(imeLog, "4:0 16:9 8:2 ");
-  imeLog.clear();
+  EXPECT_EQ(method.Take(), "4:0 16:9 8:2 ");
   edit_.Set(L"IMEMode", Long(0));
   SetFocus(window());
   SetFocus(TheForm());
-  EXPECT_EQ(imeLog, "");
-  TheInputMethod() = ole::ImeApi(ole::FindImeEntries());
+  EXPECT_EQ(method.Take(), "");
 }
 
 TEST_F(Edit, ARightAlignedTextIsEnteredAtItsEnd) {

@@ -5,6 +5,7 @@
 #include "GridFixture.h"
 #include "btrieve.h"
 #include "tests/controls/Boxes.h"
+#include "tests/controls/PlayedInputMethod.h"
 
 namespace qrn::test {
 namespace {
@@ -221,6 +222,31 @@ TEST_F(Editing, ARecordDeletedElsewhereIsTold) {
   EXPECT_TRUE(events.starts_with("10(I2&:0,BSTR:f) 9() 7(I2&:0) 1(BSTR:People,I2&:")) << events;
   EXPECT_EQ(messages_.Take().substr(0, 5), "VE820");
   EXPECT_EQ(Current(), "2,2");
+}
+
+// A column without a mode keeps that of the column before; the one from outside comes back. A press
+// places the box twice.
+TEST_F(Editing, EachColumnHasItsInputMethod) {
+  PlayedInputMethod method;
+  MakeShown("u");
+  SetAt(L"IMEMode", 2, Long(4));
+  SetAt(L"IMEMode", 3, Long(2));
+  const struct {
+    POINT cell;
+    const char* told;
+  } steps[] = {{Middle(1, 1), ""},
+               {Middle(1, 2), "17:0 enable1 4:1 16:20 8:2 enable1 4:1 16:20 8:2 "},
+               {Middle(2, 2), "enable1 4:1 16:20 8:2 enable1 4:1 16:20 8:2 "},
+               {Middle(2, 3), "4:0 4:0 "},
+               {Middle(2, 1), ""}};
+  method.mode = 1;
+  method.Take();
+  for (const auto& [cell, told] : steps) {
+    Click(cell);
+    EXPECT_EQ(method.Take(), told) << cell.x << "," << cell.y;
+  }
+  SetFocus(TheForm());
+  EXPECT_EQ(method.Take(), "4:0 16:9 8:2 ");
 }
 
 TEST_F(Editing, KeysMayBeTakenByAHandler) {
