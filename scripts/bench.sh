@@ -1,7 +1,7 @@
 # Running the benchmarks. Sourced by ./run.
 #
 # Every program build/native/bin/bench_* prints its ratios, each with a verdict beside the figure it
-# has to keep; bench_lists.exe, which needs windows, does so under Wine with a display of its own. A
+# has to keep; those of lists and the grid, which need windows, do so under Wine with a display of their own. A
 # figure that is missed is told, not failed: on a busy machine it may be the machine.
 
 # windows_bench PROGRAM: as the tests run it, in a prefix and before a display of its own.

@@ -2,9 +2,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <vector>
 
@@ -36,10 +33,8 @@ class Collector : public benchmark::BenchmarkReporter {
   // False for one that was filtered out.
   bool HasRun(const FigureRow& row) const { return times_.contains(row.name + "/ours"); }
   double Median(const std::string& name) {
-    std::vector<double>& times = times_[name];
-    Check(!times.empty(), name.c_str());
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    Check(!times_[name].empty(), name.c_str());
+    return bench::Median(times_[name]);
   }
 
  private:
@@ -58,12 +53,6 @@ void RegisterRun(const std::string& name, void (*work)(), int repetitions) {
 }
 
 }  // namespace
-
-void Check(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "benchmark: %s\n", what);
-  std::exit(2);
-}
 
 const std::string& Workplace() {
   static const qrn::test::TempFolder workspace;
@@ -91,10 +80,7 @@ int RunRatios(int argc, char** argv) {
     if (!collector.HasRun(row)) continue;
     const double ratio =
         collector.Median(row.name + "/ours") / collector.Median(row.name + "/yardstick");
-    const bool good = ratio <= row.limit;
-    met = met && good;
-    std::printf("%-4s %-78s %6.2f x  (at most %.2f x)\n", good ? "ok" : "MISS", row.name.c_str(),
-                ratio, row.limit);
+    met = Tell(row.name.c_str(), ratio, row.limit) && met;
   }
   return met ? 0 : 1;
 }

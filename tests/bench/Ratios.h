@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "tests/bench/Measure.h"
+
 namespace bench {
 
 // Registers a figure: ours may cost at most `limit` times the yardstick. Call before RunRatios.
@@ -17,8 +19,5 @@ int RunRatios(int argc, char** argv);
 
 // A fresh folder of this process, removed at its end.
 const std::string& Workplace();
-
-// Ends the program with a message: a benchmark whose work went wrong has no figure.
-void Check(bool condition, const char* what);
 
 }  // namespace bench

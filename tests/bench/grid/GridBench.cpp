@@ -6,15 +6,14 @@
 // Counts on the names of the one above.
 #include <commctrl.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 
 #include "binding/QRNBtr.h"
 #include "grid/QRNGrid.h"
+#include "tests/bench/Measure.h"
 #include "tests/controls/Hosted.h"
+#include "tests/support/TempFolder.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/RowImporter.h"
@@ -22,6 +21,10 @@
 
 namespace qrn::test {
 namespace {
+
+using bench::Check;
+using bench::Median;
+using bench::Seconds;
 
 constexpr int32_t kMany = 60'000;
 constexpr int32_t kFew = 60;
@@ -37,21 +40,14 @@ field = [
 ]
 key = [ { name = "ByCode", fields = ["Code"] } ])";
 
-void Check(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "benchmark: %s\n", what);
-  std::exit(2);
-}
-
 class Workplace {
  public:
-  Workplace() : path_(std::filesystem::temp_directory_path() / "qrngrid") {
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", path_.string()), path_,
+  Workplace() {
+    const std::filesystem::path& path = folder_.Root();
+    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", path.string()), path,
                            qrndata::Existing::Replace);
-    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(path_);
-    qrndata::RowImporter importer(path_, dictionary.tables[0], 10000);
+    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(path);
+    qrndata::RowImporter importer(path, dictionary.tables[0], 10000);
     for (int32_t code = 0; code < kMany; ++code) {
       const std::string number = std::to_string(code);
       qrndata::FieldValues row = {number, "somebody of the number " + number, "Kyoto",
@@ -60,14 +56,10 @@ class Workplace {
     }
     importer.Finish();
   }
-  ~Workplace() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  std::wstring Path() const { return path_.wstring(); }
+  std::wstring Path() const { return folder_.Root().wstring(); }
 
  private:
-  std::filesystem::path path_;
+  TempFolder folder_;
 };
 
 // Room for all rows while it lives.
@@ -182,17 +174,6 @@ class ListView {
   std::vector<std::wstring> texts_;
 };
 
-double Seconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-  std::ranges::sort(times);
-  return times[times.size() / 2];
-}
-
 // The ratio of two works, run in turn.
 bool Report(const char* what, double limit, int runs, const std::function<void()>& ours,
             const std::function<void()>& yardstick) {
@@ -202,10 +183,7 @@ bool Report(const char* what, double limit, int runs, const std::function<void()
     mine.push_back(Seconds(ours));
     other.push_back(Seconds(yardstick));
   }
-  const double ratio = Median(mine) / Median(other);
-  const bool good = ratio <= limit;
-  std::printf("%s %-76s %6.2f x  (at most %.2f x)\n", good ? "ok  " : "MISS", what, ratio, limit);
-  return good;
+  return bench::Tell(what, Median(mine) / Median(other), limit);
 }
 
 int Run() {

@@ -2,10 +2,7 @@
 // beside the same window that is handed the ready texts and the bare extended reads of the same
 // records. Prints the ratio of the medians of interleaved runs for each kind of window; ends with 1
 // when one is above the limit.
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -24,10 +21,16 @@
 #include "extended/FieldList.h"
 #include "extended/FirstRecord.h"
 #include "extended/SearchCond.h"
+#include "tests/bench/Measure.h"
 #include "tests/controls/Hosted.h"
+#include "tests/support/TempFolder.h"
 
 namespace qrn::test {
 namespace {
+
+using bench::Check;
+using bench::Median;
+using bench::Seconds;
 
 constexpr int32_t kRecords = 100'000;
 constexpr uint16_t kBatch = 1000;
@@ -36,30 +39,20 @@ constexpr double kLimit = 1.3;
 constexpr char kCondition[] = "@CustomerNo > 0";
 constexpr char kFields[] = "CustomerNo,Name,Prefecture";
 
-void Check(bool condition, const char* what) {
-  if (condition) return;
-  std::fprintf(stderr, "benchmark: %s\n", what);
-  std::exit(2);
-}
-
 class Workplace {
  public:
-  Workplace() : path_(std::filesystem::temp_directory_path() / "qrnlists") {
-    std::filesystem::remove_all(path_);
+  Workplace() {
+    const std::filesystem::path& path = folder_.Root();
     std::ostringstream told;
-    const int code = company::Run({QRN_COMPANY_SCHEMA, path_.string(), "--orders", "1",
+    const int code = company::Run({QRN_COMPANY_SCHEMA, path.string(), "--orders", "1",
                                    "--customers", std::to_string(kRecords)},
                                   {told, std::cerr, nullptr});
     Check(code == 0, "no company");
   }
-  ~Workplace() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  std::wstring Path() const { return path_.wstring(); }
+  std::wstring Path() const { return folder_.Root().wstring(); }
 
  private:
-  std::filesystem::path path_;
+  TempFolder folder_;
 };
 
 template <class C>
@@ -122,17 +115,6 @@ class Bench {
   std::vector<std::wstring> texts_;
 };
 
-double Seconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-  std::ranges::sort(times);
-  return times[times.size() / 2];
-}
-
 // True when the figure is kept.
 template <class C>
 bool Run(const Workplace& place, const char* window) {
@@ -146,12 +128,9 @@ bool Run(const Workplace& place, const char* window) {
     reads.push_back(Seconds([&] { bench.ReadBare(); }));
   }
   const double yardstick = Median(texts) + Median(reads);
-  const double ratio = Median(ours) / yardstick;
-  const bool good = ratio <= kLimit;
-  std::printf(
-      "%s %d customers of three fields into a %s, over ready texts and bare reads   %6.2f x  (at "
-      "most %.2f x)\n",
-      good ? "ok  " : "MISS", kRecords, window, ratio, kLimit);
+  const std::string what = std::to_string(kRecords) + " customers of three fields into a " +
+                           window + ", over ready texts and bare reads";
+  const bool good = bench::Tell(what.c_str(), Median(ours) / yardstick, kLimit);
   std::printf("     of the yardstick the window takes %.0f %%\n", 100 * Median(texts) / yardstick);
   return good;
 }
