@@ -9,13 +9,14 @@
 #include "core/Table.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
+#include "tests/support/SmallTables.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
 namespace {
 
-constexpr char kSchema[] = R"(
+constexpr char kPeopleTable[] = R"(
 [[table]]
 name = "People"
 file = "people.btr"
@@ -30,39 +31,20 @@ key = [
   { name = "ByPlace", fields = ["Town", "Code"], modifiable = true },
   { name = "ByName", fields = ["Name"], duplicates = true, modifiable = true },
 ]
-
-[[table]]
-name = "Notes"
-file = "notes.btr"
-field = [
-  { name = "Id", type = "AutoInc", size = 4 },
-  { name = "Text", type = "Note", size = 4000 },
-]
-key = [ { name = "ById", fields = ["Id"] } ]
-
+)";
+constexpr char kPapersTable[] = R"(
 [[table]]
 name = "Papers"
-file = "papers.btr"
 field = [
   { name = "No", type = "Integer", size = 4 },
   { name = "Head", type = "Blob" },
   { name = "Body", type = "Blob" },
 ]
 key = [ { name = "ByNo", fields = ["No"] } ]
-
-[[table]]
-name = "Days"
-file = "days.btr"
-field = [
-  { name = "Day", type = "Date" },
-  { name = "Left", type = "Time", nullable = true },
-  { name = "Word", type = "String", size = 6 },
-]
-key = [ { name = "ByDay", fields = ["Day"] } ]
-
+)";
+constexpr char kHeapTable[] = R"(
 [[table]]
 name = "Heap"
-file = "heap.btr"
 field = [ { name = "Word", type = "String", size = 6 } ]
 )";
 
@@ -81,8 +63,10 @@ int16_t BTR_CALL LogCall(uint16_t operation, void* posBlock, void* data, uint32_
 }  // namespace
 
 Office::Office() {
-  qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "test", directory_.Root()),
-                         directory_.Root(), qrndata::Existing::Replace);
+  const std::string schema =
+      std::string(kPeopleTable) + kNotesTable + kPapersTable + kDaysTable + kHeapTable;
+  qrndata::BuildDatabase(qrndata::ParseSchema(schema, "test", directory_.Root()), directory_.Root(),
+                         qrndata::Existing::Replace);
   if (DbDictLoad(settings, Directory(), &dictionary_) != 0) std::abort();
   if (DbOpenAllTables(engine, *dictionary_, Directory(), "", 0) != 0) std::abort();
 }

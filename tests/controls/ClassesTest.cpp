@@ -21,6 +21,7 @@
 #include "host/container/PropertyBag.h"
 #include "platform/Utf.h"
 #include "tests/controls/picture/SampleFiles.h"
+#include "tests/ole/SavedBytes.h"
 #include "tests/ole/SystemStorage.h"
 
 namespace qrn::test {
@@ -67,11 +68,7 @@ Com<IDispatch> BoldFont() {
   return font;
 }
 Com<IDispatch> IconPicture() {
-  const FileBytes bytes = IconSample();
-  Com<IStream> stream;
-  CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-  stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  const Com<IStream> stream = StreamOf(IconSample());
   Com<IDispatch> picture;
   OleLoadPicture(stream.get(), 0, TRUE, __uuidof(IPictureDisp), picture.putVoid());
   return picture;
@@ -127,23 +124,9 @@ class Classes : public OfficeFixture {
     use(com::Query<IOleObject>(&made->Outer()));
   }
 
-  static FileBytes Saved(const MadeControl& made) {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    EXPECT_EQ(com::Query<IPersistStreamInit>(&made->Outer())->Save(stream.get(), FALSE), S_OK);
-    STATSTG state{};
-    stream->Stat(&state, STATFLAG_NONAME);
-    FileBytes bytes(state.cbSize.QuadPart);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    return bytes;
-  }
+  static FileBytes Saved(const MadeControl& made) { return test::Saved(&made->Outer()); }
   static HRESULT Load(const MadeControl& made, const FileBytes& bytes) {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    return com::Query<IPersistStreamInit>(&made->Outer())->Load(stream.get());
+    return LoadFrom(&made->Outer(), bytes);
   }
   // Saves a control as lines of a form file and gives what the form's reader makes of them to
   // another.

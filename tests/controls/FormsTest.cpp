@@ -8,6 +8,7 @@
 
 #include "PeopleForm.h"
 #include "tests/extended/ShownMessages.h"
+#include "tests/support/DrawingObjects.h"
 
 namespace qrn::test {
 namespace {
@@ -118,10 +119,10 @@ TEST(Forms, FormsComeAndGoWithoutATrace) {
     form.Click();
   };
   once();
-  const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  const long long drawn = DrawingObjects();
   for (int i = 0; i < 8; ++i) once();
   EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
-  EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdi);
+  EXPECT_EQ(DrawingObjects(), drawn);
 }
 
 }  // namespace

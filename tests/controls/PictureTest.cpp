@@ -12,6 +12,7 @@
 #include "binding/registry/ControlRegistry.h"
 #include "controls/picture/QRNPic.h"
 #include "tests/controls/picture/SampleFiles.h"
+#include "tests/support/DrawingObjects.h"
 #include "tests/support/Setting.h"
 
 namespace qrn::test {
@@ -248,20 +249,8 @@ TEST_F(Pictures, AHandlerMayEndTheControl) {
   }
 }
 
-// Objects of this process that drawings are made of: bitmaps (those of icons too), palettes,
-// metafiles, brushes. Wine does not count them, and answers for the index of one as for its handle.
-DWORD DrawingObjects() {
-  const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-  if (counted != 0) return counted;
-  DWORD found = 0;
-  for (UINT_PTR index = 0; index < 0x10000; ++index) {
-    if (GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0) ++found;
-  }
-  return found;
-}
-
 TEST(DrawingObjects, AreCounted) {
-  const DWORD before = DrawingObjects();
+  const long long before = DrawingObjects();
   const Brush brush(CreateSolidBrush(kBlue));
   EXPECT_EQ(DrawingObjects(), before + 1);
 }
@@ -290,7 +279,7 @@ TEST_F(Pictures, ThousandsOfLoadsHoldNoMoreThanOne) {
   };
   constexpr int kWarm = 50;  // rounds until the heaps have grown to what they keep
   for (int i = 0; i < kWarm; ++i) round();
-  const DWORD before = DrawingObjects();
+  const long long before = DrawingObjects();
   const size_t bytes = OwnBytes();
   ASSERT_GT(bytes, 0U);
   const int rounds = LoadCount() / static_cast<int>(std::size(kFiles));

@@ -12,6 +12,7 @@
 #include "ole/StreamBytes.h"
 #include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
+#include "tests/ole/SavedBytes.h"
 #include "tests/ole/Sinks.h"
 #include "tests/ole/SystemStorage.h"
 
@@ -48,24 +49,6 @@ class MadeClass : public ::testing::TestWithParam<const ControlTable*> {
   void SetUp() override {
     control = Make(GetParam()->classId);
     if (!control) GTEST_SKIP() << "the module has no such class";
-  }
-  std::vector<uint8_t> Save(IUnknown* from) {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    EXPECT_EQ(Query<IPersistStreamInit>(from)->Save(stream.get(), TRUE), S_OK);
-    ULARGE_INTEGER end{};
-    stream->Seek({}, STREAM_SEEK_CUR, &end);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    std::vector<uint8_t> bytes(end.QuadPart);
-    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    return bytes;
-  }
-  static HRESULT Load(IUnknown* to, std::span<const uint8_t> bytes) {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    return Query<IPersistStreamInit>(to)->Load(stream.get());
   }
   Com<IUnknown> control;
 };
@@ -117,17 +100,17 @@ TEST_P(MadeClass, TellsItsTypeEventsAndPages) {
 }
 
 TEST_P(MadeClass, ReadsBackWhatItSavesAndNothingLess) {
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   const auto other = Make(GetParam()->classId);
-  EXPECT_EQ(Load(other.get(), bytes), S_OK);
-  EXPECT_EQ(Save(other.get()), bytes);
+  EXPECT_EQ(LoadFrom(other.get(), bytes), S_OK);
+  EXPECT_EQ(Saved(other.get()), bytes);
   for (size_t length = 0; length < bytes.size(); ++length) {
-    ASSERT_EQ(Load(other.get(), std::span(bytes).first(length)), E_FAIL) << length;
+    ASSERT_EQ(LoadFrom(other.get(), std::span(bytes).first(length)), E_FAIL) << length;
   }
-  EXPECT_EQ(Save(other.get()), bytes);
+  EXPECT_EQ(Saved(other.get()), bytes);
   auto newer = bytes;
   newer[0] = 1;
-  EXPECT_EQ(Load(other.get(), newer), E_FAIL);
+  EXPECT_EQ(LoadFrom(other.get(), newer), E_FAIL);
 }
 
 // The worked example of docs/persisted-state.md.
@@ -143,24 +126,24 @@ TEST_P(NewControl, OfADatabaseStoresTheDocumentedBytes) {
       0x08, 0x00, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00,  // DistName
       0x0B, 0x00, 0xFF, 0xFF,                          // CacheDDF
   };
-  EXPECT_EQ(Save(control.get()), expected);
+  EXPECT_EQ(Saved(control.get()), expected);
 }
 INSTANTIATE_TEST_SUITE_P(Database, NewControl, ::testing::Values(&kQRNBtrTable));
 
 TEST_P(MadeClass, DamagedStreamsLoadOrFail) {
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   const auto other = Make(GetParam()->classId);
   int failed = 0;
   for (size_t at = 0; at < bytes.size(); ++at) {
     auto damaged = bytes;
     damaged[at] ^= 0x81;
-    const HRESULT result = Load(other.get(), damaged);
+    const HRESULT result = LoadFrom(other.get(), damaged);
     ASSERT_TRUE(result == S_OK || result == E_FAIL) << at;
     failed += result == E_FAIL;
   }
   EXPECT_GT(failed, 5);
-  EXPECT_EQ(Load(other.get(), bytes), S_OK);
-  EXPECT_EQ(Save(other.get()), bytes);
+  EXPECT_EQ(LoadFrom(other.get(), bytes), S_OK);
+  EXPECT_EQ(Saved(other.get()), bytes);
 }
 
 // Gives mostly values of the type asked for, now and then one of any other.
@@ -214,7 +197,7 @@ class WildBag final : public Counted<IPropertyBag> {
 };
 
 TEST_P(MadeClass, BagsOfAnyValuesLoadOrFail) {
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   const auto other = Make(GetParam()->classId);
   const auto persist = Query<IPersistPropertyBag>(other);
   int failed = 0;
@@ -223,15 +206,15 @@ TEST_P(MadeClass, BagsOfAnyValuesLoadOrFail) {
     const HRESULT result = persist->Load(&bag, nullptr);
     ASSERT_TRUE(result == S_OK || result == E_FAIL) << seed;
     failed += result == E_FAIL;
-    ASSERT_GE(Save(other.get()).size(), 12u) << seed;
+    ASSERT_GE(Saved(other.get()).size(), 12u) << seed;
     ASSERT_EQ(bag.references, 0u) << seed;
   }
   EXPECT_GT(failed, 100);
   // A grid takes no size beyond its capacity: hardly one of the bags is of use to it.
   const int most = GetParam()->classId == kQRNGridTable.classId ? 1000 : 989;
   EXPECT_LE(failed, most);
-  EXPECT_EQ(Load(other.get(), bytes), S_OK);
-  EXPECT_EQ(Save(other.get()), bytes);
+  EXPECT_EQ(LoadFrom(other.get(), bytes), S_OK);
+  EXPECT_EQ(Saved(other.get()), bytes);
 }
 
 TEST_P(MadeClass, AnswersEveryPropertyWithoutAContainer) {
@@ -271,14 +254,14 @@ void Strip(IUnknown* control, const ControlTable& table) {
 
 TEST_P(MadeClass, GoesToTheSystemsStoragesWithoutTextsAndObjects) {
   Strip(control.get(), *GetParam());
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   for (const bool onDisk : {false, true}) {
     const SystemStorage storage(onDisk);
     ASSERT_TRUE(storage.get());
     EXPECT_EQ(Query<IPersistStorage>(control)->Save(storage.get(), TRUE), S_OK);
     const auto other = Make(GetParam()->classId);
     EXPECT_EQ(Query<IPersistStorage>(other)->Load(storage.get()), S_OK);
-    EXPECT_EQ(Save(other.get()), bytes) << "what is null stays null";
+    EXPECT_EQ(Saved(other.get()), bytes) << "what is null stays null";
   }
 }
 

@@ -9,6 +9,7 @@
 #include "com/Module.h"
 #include "ole/SystemGuid.h"
 #include "tests/ole/Counters.h"
+#include "tests/ole/SavedBytes.h"
 #include "tests/ole/TestSite.h"
 
 namespace qrn::test {
@@ -30,12 +31,7 @@ class Lives : public ::testing::TestWithParam<const ControlTable*> {
     EXPECT_EQ(Query<IViewObject>(control)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
                                                 dc.get(), &place, nullptr, nullptr, 0),
               S_OK);
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    const auto persist = Query<IPersistStreamInit>(control);
-    EXPECT_EQ(persist->Save(stream.get(), TRUE), S_OK);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    EXPECT_EQ(persist->Load(stream.get()), S_OK);
+    EXPECT_EQ(LoadFrom(control.get(), Saved(control.get())), S_OK);
     site.Unhost();
   }
 };
@@ -46,10 +42,10 @@ TEST_P(Lives, LeaveNothing) {
   for (int i = 0; i < 3; ++i) LiveAndDie();  // what is kept once is kept now
   static TaskBlocks task;                    // as long as the program: one spy serves all classes
   const long long blocks = task.live;
-  const long long gdi = GdiObjects();
+  const long long gdi = DrawingObjects();
   for (int i = 0; i < kLives; ++i) LiveAndDie();
   EXPECT_LE(task.live - blocks, kSystemsOwn);
-  EXPECT_LE(GdiObjects() - gdi, kSystemsOwn);
+  EXPECT_LE(DrawingObjects() - gdi, kSystemsOwn);
   EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
   EXPECT_TRUE(ModuleMayUnload());
 }

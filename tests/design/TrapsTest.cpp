@@ -11,6 +11,7 @@
 #include "BuiltModule.h"
 #include "binding/tables/AllTables.h"
 #include "ole/SystemGuid.h"
+#include "tests/ole/SavedBytes.h"
 #include "tests/ole/Sinks.h"
 #include "tests/ole/TestSite.h"
 
@@ -36,24 +37,6 @@ class Traps : public ::testing::TestWithParam<const ControlTable*> {
     const RECTL place{5, 5, 60, 40};
     return Query<IViewObject>(control)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
                                              dc.get(), &place, nullptr, nullptr, 0);
-  }
-  static std::vector<uint8_t> Save(IUnknown* from) {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    EXPECT_EQ(Query<IPersistStreamInit>(from)->Save(stream.get(), TRUE), S_OK);
-    ULARGE_INTEGER end{};
-    stream->Seek({}, STREAM_SEEK_CUR, &end);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    std::vector<uint8_t> bytes(end.QuadPart);
-    stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    return bytes;
-  }
-  HRESULT Load(const std::vector<uint8_t>& bytes) const {
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    return Query<IPersistStreamInit>(control)->Load(stream.get());
   }
   bool HasWindow() const {
     HWND window = nullptr;
@@ -91,9 +74,9 @@ TEST_P(Traps, AmbientPropertiesThatAreErrorsNothingOrNonsense) {
 TEST_P(Traps, NoSiteAtAll) {
   const auto object = Query<IOleObject>(control);
   EXPECT_EQ(Draw(), S_OK);
-  const auto bytes = Save(control.get());
-  EXPECT_EQ(Load(bytes), S_OK);
-  EXPECT_EQ(Save(control.get()), bytes);
+  const auto bytes = Saved(control.get());
+  EXPECT_EQ(LoadFrom(control.get(), bytes), S_OK);
+  EXPECT_EQ(Saved(control.get()), bytes);
   for (const LONG verb : {OLEIVERB_INPLACEACTIVATE, OLEIVERB_UIACTIVATE, OLEIVERB_HIDE,
                           OLEIVERB_SHOW, OLEIVERB_PRIMARY, LONG{7}}) {
     object->DoVerb(verb, nullptr, nullptr, 0, TheForm(), &site.place);
@@ -104,8 +87,8 @@ TEST_P(Traps, NoSiteAtAll) {
 }
 
 TEST_P(Traps, ASiteThatComesLateAndGoesEarly) {
-  const auto bytes = Save(control.get());
-  EXPECT_EQ(Load(bytes), S_OK);
+  const auto bytes = Saved(control.get());
+  EXPECT_EQ(LoadFrom(control.get(), bytes), S_OK);
   const auto object = Query<IOleObject>(control);
   object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, TheForm(), &site.place);
   site.RunTime();
@@ -113,7 +96,7 @@ TEST_P(Traps, ASiteThatComesLateAndGoesEarly) {
   EXPECT_TRUE(HasWindow());
   EXPECT_EQ(object->SetClientSite(nullptr), S_OK) << "while it is active";
   EXPECT_FALSE(HasWindow());
-  EXPECT_EQ(Save(control.get()), bytes);
+  EXPECT_EQ(Saved(control.get()), bytes);
 }
 
 TEST_P(Traps, ActivationIsRefused) {
@@ -151,24 +134,24 @@ TEST_P(Traps, PlacesOfNoSize) {
 }
 
 TEST_P(Traps, ASecondLoadIntoTheSameObject) {
-  auto bytes = Save(control.get());
+  auto bytes = Saved(control.get());
   const auto other = Make(GetParam()->classId);
   SIZEL size{3000, 2000};
   Query<IOleObject>(other)->SetExtent(DVASPECT_CONTENT, &size);
-  const auto second = Save(other.get());
+  const auto second = Saved(other.get());
   for (const bool active : {false, true}) {
     if (active) {
       EXPECT_EQ(site.Host(control.get()), S_OK);
     }
-    EXPECT_EQ(Load(second), S_OK);
-    EXPECT_EQ(Save(control.get()), second);
-    EXPECT_EQ(Load(bytes), S_OK);
-    EXPECT_EQ(Save(control.get()), bytes);
+    EXPECT_EQ(LoadFrom(control.get(), second), S_OK);
+    EXPECT_EQ(Saved(control.get()), second);
+    EXPECT_EQ(LoadFrom(control.get(), bytes), S_OK);
+    EXPECT_EQ(Saved(control.get()), bytes);
   }
 }
 
 TEST_P(Traps, AStreamOfAnotherVersion) {
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   const struct {
     uint8_t version[4];
     HRESULT result;
@@ -178,8 +161,9 @@ TEST_P(Traps, AStreamOfAnotherVersion) {
   for (const auto& row : cases) {
     auto changed = bytes;
     std::copy(row.version, row.version + 4, changed.begin());
-    EXPECT_EQ(Load(changed), row.result) << int{row.version[0]} << " " << int{row.version[3]};
-    EXPECT_EQ(Save(control.get()), bytes) << "and is written as ever";
+    EXPECT_EQ(LoadFrom(control.get(), changed), row.result)
+        << int{row.version[0]} << " " << int{row.version[3]};
+    EXPECT_EQ(Saved(control.get()), bytes) << "and is written as ever";
   }
 }
 
@@ -195,7 +179,7 @@ class HugeBag final : public Counted<IPropertyBag> {
 };
 
 TEST_P(Traps, ABagOfHugeTextsAndOneThatTakesNothing) {
-  const auto bytes = Save(control.get());
+  const auto bytes = Saved(control.get());
   HugeBag bag;
   const auto persist = Query<IPersistPropertyBag>(control);
   EXPECT_EQ(persist->Load(&bag, nullptr), S_OK);
@@ -207,8 +191,8 @@ TEST_P(Traps, ABagOfHugeTextsAndOneThatTakesNothing) {
     site.Unhost();
   }
   EXPECT_EQ(persist->Save(&bag, TRUE, TRUE), E_OUTOFMEMORY);
-  EXPECT_EQ(Load(bytes), S_OK);
-  EXPECT_EQ(Save(control.get()), bytes);
+  EXPECT_EQ(LoadFrom(control.get(), bytes), S_OK);
+  EXPECT_EQ(Saved(control.get()), bytes);
   EXPECT_EQ(bag.references, 0u);
 }
 

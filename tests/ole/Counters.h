@@ -1,10 +1,11 @@
-// What a process has of the system's memory and drawing objects.
+// What a process has of the system's memory.
 #pragma once
 
 #include <objidl.h>
 #include <windows.h>
 
 #include "Sinks.h"
+#include "tests/support/DrawingObjects.h"
 
 // Of the system's oleaut32: texts are freed at once from then on.
 extern "C" void WINAPI SetOaNoCache(void);
@@ -46,18 +47,5 @@ class TaskBlocks final : public Counted<IMallocSpy> {
   STDMETHODIMP_(void) PreHeapMinimize() override {}
   STDMETHODIMP_(void) PostHeapMinimize() override {}
 };
-
-// Objects of the drawing system. Where the system does not count them they are counted in the
-// process's own table: 65,536 entries of 24 bytes, the type in the 16 bits at 14.
-inline long long GdiObjects() {
-  if (const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) return counted;
-  const auto* environment = reinterpret_cast<const uint8_t*>(__readgsqword(0x60));
-  const auto* table = *reinterpret_cast<const uint8_t* const*>(environment + 0xF8);
-  long long used = 0;
-  for (int i = 0; table && i < 65536; ++i) {
-    used += *reinterpret_cast<const uint16_t*>(table + i * 24 + 14) != 0;
-  }
-  return used;
-}
 
 }  // namespace qrn::test

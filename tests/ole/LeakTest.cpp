@@ -4,6 +4,7 @@
 #include "Counters.h"
 #include "LiveBlocks.h"
 #include "SampleFixture.h"
+#include "SavedBytes.h"
 #include "ole/SystemGuid.h"
 
 namespace qrn::test {
@@ -35,11 +36,7 @@ void LiveAndDie() {
     const CallResult font = Get(object.get(), L"Font");
     Put(object.get(), L"Font", {*font.value.get()});
     CallMethod(object.get(), L"Ring");
-    Com<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-    Query<IPersistStreamInit>(control)->Save(stream.get(), TRUE);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    ASSERT_EQ(Query<IPersistStreamInit>(control)->Load(stream.get()), S_OK);
+    ASSERT_EQ(LoadFrom(control.get(), Saved(control.get())), S_OK);
   }
   site.Unhost();
 }
@@ -49,7 +46,7 @@ TEST(LeakTest, AThousandControlsLeaveNothing) {
   for (int i = 0; i < 3; ++i) LiveAndDie();  // what is kept once is kept now
   static TaskBlocks task;                    // as long as a block is left that it has seen
   const long long blocks = LiveBlocks();
-  const long long gdi = GdiObjects();
+  const long long gdi = DrawingObjects();
   const long long windows = Windows();
   const int destroyed = Sample::destroyed;
   for (int i = 0; i < 1000; ++i) LiveAndDie();
@@ -57,7 +54,7 @@ TEST(LeakTest, AThousandControlsLeaveNothing) {
   EXPECT_EQ(LiveBlocks() - blocks, 0);
   EXPECT_LE(task.live, kSystemsOwn);
   CoRevokeMallocSpy();
-  EXPECT_LE(GdiObjects() - gdi, kSystemsOwn);
+  EXPECT_LE(DrawingObjects() - gdi, kSystemsOwn);
   EXPECT_EQ(Windows() - windows, 0);
   EXPECT_TRUE(ModuleIsIdle());
 }

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "SampleFixture.h"
+#include "SavedBytes.h"
 #include "SystemStorage.h"
 #include "ole/SystemGuid.h"
 
@@ -12,35 +13,6 @@ namespace qrn::test {
 namespace {
 
 using Bytes = std::vector<uint8_t>;
-
-Com<IStream> StreamOf(const Bytes& bytes) {
-  Com<IStream> stream;
-  CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-  stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-  stream->Seek({}, STREAM_SEEK_SET, nullptr);
-  return stream;
-}
-
-Bytes BytesOf(IStream& stream) {
-  STATSTG state{};
-  stream.Stat(&state, STATFLAG_NONAME);
-  stream.Seek({}, STREAM_SEEK_SET, nullptr);
-  Bytes bytes(state.cbSize.QuadPart);
-  ULONG read = 0;
-  stream.Read(bytes.data(), static_cast<ULONG>(bytes.size()), &read);
-  bytes.resize(read);
-  return bytes;
-}
-
-Bytes Saved(IUnknown* control) {
-  const auto stream = StreamOf({});
-  EXPECT_EQ(Query<IPersistStreamInit>(control)->Save(stream.get(), TRUE), S_OK);
-  return BytesOf(*stream);
-}
-
-HRESULT LoadFrom(IUnknown* control, const Bytes& bytes) {
-  return Query<IPersistStreamInit>(control)->Load(StreamOf(bytes).get());
-}
 
 // Values under names; counts what was asked for.
 class Bag final : public Counted<IPropertyBag> {

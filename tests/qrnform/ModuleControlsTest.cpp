@@ -5,9 +5,9 @@
 #include <psapi.h>
 
 #include <cstddef>
-#include <cstring>
 
 #include "tests/qrnform/FormRun.h"
+#include "tests/support/DrawingObjects.h"
 
 namespace qrn::tests {
 namespace {
@@ -76,24 +76,6 @@ TEST(ModuleControls, ComeAgainWhenAFormIsLoadedAgain) {
   EXPECT_EQ(result.left, 0);
 }
 
-// Used slots of the process's table of drawing objects, and its windows.
-int DrawingObjects() {
-  constexpr size_t kTableOfBlock = 0xF8;  // where the process block points to the table
-  constexpr size_t kSlots = 65536;
-  constexpr size_t kSlotBytes = 24;
-  constexpr size_t kTypeOfSlot = 14;
-  const auto* block = reinterpret_cast<const std::byte*>(__readgsqword(0x60));
-  const std::byte* table = nullptr;
-  memcpy(&table, block + kTableOfBlock, sizeof table);
-  int used = 0;
-  for (size_t i = 0; table && i < kSlots; ++i) {
-    uint16_t type = 0;
-    memcpy(&type, table + i * kSlotBytes + kTypeOfSlot, sizeof type);
-    used += type != 0;
-  }
-  return used;
-}
-
 int Windows() {
   int count = 0;
   EnumThreadWindows(
@@ -122,7 +104,7 @@ RunResult LoadOften(int times) {
 TEST(ModuleControls, LeaveNothingBehindHoweverOftenAFormIsLoaded) {
   // What the script engine holds until its procedure ends is given back then: as much each time.
   EXPECT_EQ(LoadOften(kLives).printed, "done\n");
-  const int objects = DrawingObjects();
+  const long long objects = test::DrawingObjects();
   const int windows = Windows();
   const size_t bytes = OwnBytes();
   ASSERT_GT(objects, 0);
@@ -130,7 +112,7 @@ TEST(ModuleControls, LeaveNothingBehindHoweverOftenAFormIsLoaded) {
   const RunResult result = LoadOften(kLives);
   EXPECT_EQ(result.printed, "done\n");
   EXPECT_EQ(result.left, 0);
-  EXPECT_EQ(DrawingObjects(), objects);
+  EXPECT_EQ(test::DrawingObjects(), objects);
   EXPECT_EQ(Windows(), windows);
   // Room for what heaps keep; a control that leaks takes more at each load.
   EXPECT_LT(OwnBytes(), bytes + kLives * 500);

@@ -1,12 +1,13 @@
 #include "tests/support/Company.h"
 
+#include "tests/support/SmallTables.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
 namespace {
 
-constexpr char kSchema[] = R"(
+constexpr char kPeopleTable[] = R"(
 [[table]]
 name = "People"
 field = [
@@ -21,30 +22,15 @@ key = [
   { name = "ByPlace", fields = ["Town", "Code"], modifiable = true },
   { name = "ByName", fields = ["Name"], duplicates = true, modifiable = true },
 ]
-
-[[table]]
-name = "Notes"
-field = [
-  { name = "Id", type = "AutoInc", size = 4 },
-  { name = "Text", type = "Note", size = 4000 },
-]
-key = [ { name = "ById", fields = ["Id"] } ]
-
-[[table]]
-name = "Days"
-field = [
-  { name = "Day", type = "Date" },
-  { name = "Left", type = "Time", nullable = true },
-  { name = "Word", type = "String", size = 6 },
-]
-key = [ { name = "ByDay", fields = ["Day"] } ]
 )";
 
 // Making files takes longer than copying them.
 struct Built {
   Built() {
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "test", folder.Root()), folder.Root(),
-                           qrndata::Existing::Replace);
+    qrndata::BuildDatabase(
+        qrndata::ParseSchema(std::string(kPeopleTable) + kNotesTable + kDaysTable, "test",
+                             folder.Root()),
+        folder.Root(), qrndata::Existing::Replace);
   }
   TempFolder folder;
 };

@@ -6,6 +6,8 @@
 #include "MadeBtr.h"
 #include "core/FlatState.h"
 #include "qrnbt350.h"
+#include "tests/ole/SavedBytes.h"
+#include "tests/support/DrawingObjects.h"
 
 namespace qrn::test {
 namespace {
@@ -84,12 +86,9 @@ TEST_F(BtrOnForm, StartsFromItsPersistedState) {
   MadeBtr designed;
   const std::string directory = company.Directory();
   designed.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
-  Com<IStream> stream;
-  CreateStreamOnHGlobal(nullptr, TRUE, stream.put());
-  Query<IPersistStreamInit>(designed.unknown())->Save(stream.get(), TRUE);
-  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  const auto state = Saved(designed.unknown().get());
   site.Host(btr.unknown().get());
-  EXPECT_EQ(Query<IPersistStreamInit>(btr.unknown())->Load(stream.get()), S_OK);
+  EXPECT_EQ(LoadFrom(btr.unknown().get(), state), S_OK);
   EXPECT_EQ(IsOpen(), "ok I2:1");
 }
 
@@ -234,7 +233,7 @@ TEST_F(BtrOnForm, TheAboutBoxTellsTheVersion) {
 TEST_F(BtrOnForm, AHundredComeAndGoWithoutATrace) {
   site.Host(btr.unknown().get());
   site.Unhost();
-  const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  const long long drawn = DrawingObjects();
   for (int i = 0; i < 100; ++i) {
     MadeBtr each;
     TestSite own;
@@ -245,7 +244,7 @@ TEST_F(BtrOnForm, AHundredComeAndGoWithoutATrace) {
     EXPECT_EQ(own.references, 0u);
   }
   EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
-  EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), gdi);
+  EXPECT_EQ(DrawingObjects(), drawn);
 }
 
 }  // namespace

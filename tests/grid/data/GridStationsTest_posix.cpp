@@ -2,17 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "GridOffice.h"
-#include "clients/Remote.h"
+#include "tests/bound/OtherStation.h"
 
 namespace qrn::test {
 namespace {
-
-using btrieve::test::Bytes;
-using btrieve::test::CallIn;
-using btrieve::test::OtherProcess;
-using btrieve::test::PathKey;
-
-constexpr int kNoWait = 200;
 
 class GridStations : public GridOffice {
  protected:
@@ -20,31 +13,18 @@ class GridStations : public GridOffice {
     InsertThree();
     grid_.model.AllowUpdate = grid_.model.AllowDelete = -1;
     Fill();
-    const CallIn open{.key = PathKey(office_.PathOf("people.btr"))};
-    ASSERT_EQ(other_.Call(BtrOpOpen, 0, open).status, 0);
   }
 
-  // The other station at the record of that code.
-  Status OtherReads(uint8_t code, int lock = 0) {
-    CallIn in;
-    in.room = 41;
-    in.key = {code, 0, 0, 0};
-    const auto out = other_.Call(BtrOpGetEqual + lock, 0, in);
-    record_ = out.data;
-    return out.status;
-  }
   void OtherDeletes(uint8_t code) {
-    ASSERT_EQ(OtherReads(code), 0);
-    ASSERT_EQ(other_.Call(BtrOpDelete, 0, {}).status, 0);
+    ASSERT_EQ(other_.Reads(code), 0);
+    ASSERT_EQ(other_.Deletes(), 0);
   }
-  void OtherRenames(uint8_t code, char first) {
-    ASSERT_EQ(OtherReads(code), 0);
-    record_[24] = static_cast<uint8_t>(first);  // the town
-    ASSERT_EQ(other_.Call(BtrOpUpdate, 0, {.data = record_, .key = {0}}).status, 0);
+  void OtherChangesTown(uint8_t code, char first) {
+    ASSERT_EQ(other_.Reads(code), 0);
+    ASSERT_EQ(other_.Updates(OtherStation::kTown, first), 0);
   }
 
-  OtherProcess other_;
-  Bytes record_;
+  OtherStation other_{office_};
 };
 
 TEST_F(GridStations, ARecordDeletedElsewhereCannotBeWrittenOrDeleted) {
@@ -62,7 +42,7 @@ TEST_F(GridStations, ARecordDeletedElsewhereCannotBeWrittenOrDeleted) {
 }
 
 TEST_F(GridStations, OfARecordChangedElsewhereWhatTheGridDoesNotShowStays) {
-  OtherRenames(2, 'K');
+  OtherChangesTown(2, 'K');
   TypeAndLeave(2, 2, "x");
   EXPECT_EQ(messages_.Take(), "");
   EXPECT_EQ(Stored("2"), "x,Kara");
@@ -70,8 +50,8 @@ TEST_F(GridStations, OfARecordChangedElsewhereWhatTheGridDoesNotShowStays) {
 
 TEST_F(GridStations, ALockElsewhereRefusesBoth) {
   ASSERT_EQ(GoTo("3"), 0);
-  ASSERT_EQ(OtherReads(2, kNoWait), 0);
-  office_.engine.LockBias = kNoWait;
+  ASSERT_EQ(other_.Reads(2, OtherStation::kNoWait), 0);
+  office_.engine.LockBias = OtherStation::kNoWait;
   EXPECT_EQ(TypeAndLeave(2, 2, "x"),
             "BeforeColUpdate(x) cell AfterColUpdate BeforeUpdate BtrieveError(People,84)");
   EXPECT_EQ(messages_.Take(), "VE821 Updateに失敗しました(84); ");
@@ -80,20 +60,20 @@ TEST_F(GridStations, ALockElsewhereRefusesBoth) {
   EXPECT_EQ(grid_.Cell(2, 1), "2");
   EXPECT_EQ(Positions(), 3u);
   EXPECT_EQ(Current(), "3");
-  other_.Kill();
+  other_.Dies();
   grid_.model.rowDirty = 1;
   EXPECT_EQ(Leave(2), "BeforeUpdate AfterUpdate");
 }
 
 TEST_F(GridStations, ALockThatAFillCannotTakeEndsItWithItsMessage) {
-  ASSERT_EQ(OtherReads(2, kNoWait), 0);
+  ASSERT_EQ(other_.Reads(2, OtherStation::kNoWait), 0);
   grid_.model.DbLocks = kLockMultiNoWait;
   EXPECT_EQ(Fill(), "filled");
   EXPECT_EQ(messages_.Take(), "VE039 Extended Operationエラー(84); ");
 }
 
 TEST_F(GridStations, AChangeWhileTheUserIsAskedIsAConflict) {
-  grid_.on["BeforeDelete"] = [this] { OtherRenames(2, 'K'); };
+  grid_.on["BeforeDelete"] = [this] { OtherChangesTown(2, 'K'); };
   EXPECT_EQ(Delete(2), "BeforeDelete BtrieveError(People,80)");
   EXPECT_EQ(messages_.Take(), "VE821 Updateに失敗しました(80); ");
   EXPECT_EQ(Stored("2"), "もも,Kara");
