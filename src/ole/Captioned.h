@@ -46,9 +46,10 @@ class Captioned : public Base {
   }
 
  protected:
-  // Its own text is its name.
+  // Its own text is its name; the label before it is, where it shows a picture alone.
   Com<IAccessible> MakeAccessible(HWND window) override {
-    return Com<IAccessible>(new Accessible(window, nullptr, this->AccessibleRole()));
+    const HWND labelled = Caption.empty() ? this->hwnd() : nullptr;
+    return Com<IAccessible>(new Accessible(window, labelled, this->AccessibleRole()));
   }
   // Does what a click does. Handlers may let the control go: the caller keeps it.
   virtual void OnMnemonicKey() = 0;

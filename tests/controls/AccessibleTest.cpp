@@ -195,8 +195,10 @@ TEST_F(Readers, NameByTheNearestLabelAlone) {
   button.Set(L"Caption", Text(L"Go"));
   button.site.form = form_.get();
   ASSERT_EQ(button.Show(), S_OK);
-  const Label behind(L"no name of a button", button->hwnd(), form_.get());
+  const Label before(L"near", button->hwnd(), form_.get());
   EXPECT_EQ(Reader(button.window()).Name(), "Go");
+  button.Set(L"Caption", Text(L""));
+  EXPECT_EQ(Reader(button.window()).Name(), "near") << "a picture alone tells nothing";
 }
 
 TEST_F(Readers, AreToldTheTextOfAnEditButNoPassword) {
