@@ -45,6 +45,7 @@ CardItem ItemOf(const FormPlan& plan, const CardControl& control) {
 
 std::vector<CardItem> Items(const FormPlan& plan, const std::vector<size_t>& places) {
   std::vector<CardItem> items;
+  items.reserve(places.size());
   for (const size_t place : places) items.push_back(ItemOf(plan, plan.card[place]));
   return items;
 }

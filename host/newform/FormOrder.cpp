@@ -59,7 +59,7 @@ constexpr OrderWords kJapanese = {
     .notWritten = ": 書き込めません。",
     .displayed = ": 更新すると値が変わるおそれがあるため、表示だけにしました。",
     .left = ": 表示できるコントロールがないため、フォームにありません。",
-    .noKeys = ": キーがないため、検索のボタンとスクロール・バーはありません。",
+    .noKeys = ": キーがないため、検索のボタン、スクロール・バー、一覧はありません。",
     .made = ": フォームを作成しました。",
 };
 
@@ -81,7 +81,7 @@ constexpr OrderWords kEnglish = {
     .notWritten = ": cannot be written",
     .displayed = ": only shown, since an update could change its value",
     .left = ": not on the form, no control shows it",
-    .noKeys = ": no key, so there are no buttons that find and no scroll bar",
+    .noKeys = ": no key, so there are no buttons that find, no scroll bar and no grid",
     .made = ": made",
 };
 

@@ -9,9 +9,10 @@ namespace {
 
 constexpr size_t kMostColumns = 12;
 
-constexpr const char* kOwnNames[] = {kDatabase,   kStatus,    kMove,       kFind,    kBar,
-                                     kInsert,     kUpdate,    kDelete,     kClear,   kClose,
-                                     kPageButton, kPageFrame, kDetailGrid, kListGrid};
+constexpr const char* kOwnNames[] = {kDatabase,    kStatus,    kMove,       kFind,     kBar,
+                                     kInsert,      kUpdate,    kDelete,     kClear,    kClose,
+                                     kPageButton,  kPageFrame, kDetailGrid, kListGrid, kFindFrame,
+                                     kDetailLabel, kListLabel};
 
 const char* PrefixOf(const CardControl& control) {
   if (control.lookup) return "cbo";

@@ -67,5 +67,8 @@ inline constexpr char kPageButton[] = "cmdPage";
 inline constexpr char kPageFrame[] = "fraPage";
 inline constexpr char kDetailGrid[] = "grdDetail";
 inline constexpr char kListGrid[] = "grdList";
+inline constexpr char kFindFrame[] = "fraFind";
+inline constexpr char kDetailLabel[] = "lblDetail";
+inline constexpr char kListLabel[] = "lblList";
 
 }  // namespace qrn::newform

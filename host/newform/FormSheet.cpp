@@ -65,7 +65,7 @@ class Sheet {
   }
 
   std::string PageCaption(int page) const {
-    const std::string name = Shown(plan_.table.name);
+    std::string name = Shown(plan_.table.name);
     if (layout_.pageCount() == 1) return name;
     return name + "  " + std::to_string(page + 1) + " / " + std::to_string(layout_.pageCount());
   }
@@ -133,7 +133,7 @@ class Sheet {
   void Finds() {
     if (plan_.choice.keys.empty()) return;
     constexpr int kGetEqual = 3, kGetGreaterOrEqual = 10;
-    Part& frame = d_.Add(form_.parts, Part("VB.Frame", "fraFind",
+    Part& frame = d_.Add(form_.parts, Part("VB.Frame", kFindFrame,
                                            {kMargin, top_, layout_.width, layout_.findHeight}));
     frame.Font().Text("Caption", words_.find);
     const std::vector<Box>& places = layout_.finds;
@@ -188,7 +188,7 @@ class Sheet {
   void Grids() {
     if (plan_.choice.detail) {
       const Table& table = plan_.DetailTable();
-      Part grid = Grid(kDetailGrid, Below("lblDetail", table.name), table, plan_.DetailColumns());
+      Part grid = Grid(kDetailGrid, Below(kDetailLabel, table.name), table, plan_.DetailColumns());
       grid.Text("DbListIndex", table.keys[plan_.choice.detail->key].name);
       d_.Add(form_.parts, std::move(grid));
     }
@@ -196,7 +196,7 @@ class Sheet {
     const Box beside{kMargin + layout_.cardWidth + kGap, cardTop_ + 7,
                      layout_.width - layout_.cardWidth - kGap, cardHeight_ - 7};
     const Box place =
-        layout_.beside ? beside : Below("lblList", plan_.table.name + " " + words_.list);
+        layout_.beside ? beside : Below(kListLabel, plan_.table.name + " " + words_.list);
     Part grid = Grid(kListGrid, place, plan_.table, plan_.ListColumns());
     // Rows have their records' positions only where they may be deleted; code forbids that.
     if (plan_.ListLeads()) grid.Truth("AllowDelete", true);
