@@ -39,6 +39,7 @@ lexbase            1   src/platform
 host/form          1   src/platform
 host/designer/document 2 src/platform
 host/designer/model 3  src/platform
+host/designer/classes 4 src/com src/ole
 host/newform       2   src/platform src/fields src/core
 host/container     2   src/com src/ole
 host/script        3   src/com

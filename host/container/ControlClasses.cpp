@@ -49,6 +49,17 @@ bool IsLibrary(ITypeLib* library, const GUID& id) {
   return same;
 }
 
+// Where the system has the library registered.
+std::wstring RegisteredPath(ITypeLib* library) {
+  TLIBATTR* attributes = nullptr;
+  Bstr path;
+  if (FAILED(library->GetLibAttr(&attributes))) return {};
+  QueryPathOfRegTypeLib(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum, 0,
+                        path.put());
+  library->ReleaseTLibAttr(attributes);
+  return std::wstring(path.view());
+}
+
 std::string KeyOf(const form::LibraryReference& library) {
   return form::LowerWord(library.typeLibrary) + "#" + std::to_string(library.major) + "." +
          std::to_string(library.minor);
@@ -173,6 +184,17 @@ std::vector<Com<ITypeLib>> ModuleClasses::Libraries() const {
   for (const Entry& entry : given_) libraries.push_back(entry.typeLibrary);
   for (const auto& [key, entry] : entries_) libraries.push_back(entry.typeLibrary);
   return libraries;
+}
+
+std::string ModuleClasses::FileOf(ITypeLib* library) const {
+  std::wstring path;
+  const auto take = [&](const Entry& entry) {
+    if (!path.empty() || entry.typeLibrary.get() != library) return;
+    path = entry.module ? com::PathOf(entry.module.get()) : RegisteredPath(library);
+  };
+  for (const Entry& entry : given_) take(entry);
+  for (const auto& [key, entry] : entries_) take(entry);
+  return Utf8(path.substr(path.find_last_of(L"\\/") + 1));
 }
 
 }  // namespace qrn::host

@@ -41,6 +41,10 @@ class ControlClasses {
 
   // All libraries known, for their constants.
   virtual std::vector<Com<ITypeLib>> Libraries() const = 0;
+
+  // The module that carries a library, the last part of its path as forms name it; empty if that
+  // is not known.
+  virtual std::string FileOf(ITypeLib*) const { return {}; }
 };
 
 // Classes of modules. A module found beside the program or beside the form is taken as it is,
@@ -52,6 +56,7 @@ class ModuleClasses final : public ControlClasses {
   ControlClass Find(const std::string& library, const std::string& name) override;
   Com<IUnknown> Make(const GUID& id) override;
   std::vector<Com<ITypeLib>> Libraries() const override;
+  std::string FileOf(ITypeLib* library) const override;
 
   // Takes this very file for every reference to its library, registered or not, and wherever the
   // form says it is. Throws ClassNotFound if it cannot be loaded or carries no library.

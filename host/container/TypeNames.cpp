@@ -1,70 +1,10 @@
 #include "host/container/TypeNames.h"
 
 #include "host/container/Text.h"
+#include "host/container/TypeDescriptions.h"
 
 namespace qrn::host {
 namespace {
-
-// The description of a type until scope end.
-class TypeAttributes {
- public:
-  explicit TypeAttributes(ITypeInfo* type) noexcept : type_(type) {
-    if (!type || FAILED(type->GetTypeAttr(&attributes_))) attributes_ = nullptr;
-  }
-  TypeAttributes(const TypeAttributes&) = delete;
-  TypeAttributes& operator=(const TypeAttributes&) = delete;
-  ~TypeAttributes() {
-    if (attributes_) type_->ReleaseTypeAttr(attributes_);
-  }
-  const TYPEATTR* operator->() const noexcept { return attributes_; }
-  explicit operator bool() const noexcept { return attributes_ != nullptr; }
-
- private:
-  ITypeInfo* type_;
-  TYPEATTR* attributes_ = nullptr;
-};
-
-class FunctionDescription {
- public:
-  FunctionDescription(ITypeInfo* type, UINT index) noexcept : type_(type) {
-    if (FAILED(type->GetFuncDesc(index, &function_))) function_ = nullptr;
-  }
-  FunctionDescription(const FunctionDescription&) = delete;
-  FunctionDescription& operator=(const FunctionDescription&) = delete;
-  ~FunctionDescription() {
-    if (function_) type_->ReleaseFuncDesc(function_);
-  }
-  const FUNCDESC* operator->() const noexcept { return function_; }
-  explicit operator bool() const noexcept { return function_ != nullptr; }
-
- private:
-  ITypeInfo* type_;
-  FUNCDESC* function_ = nullptr;
-};
-
-class VariableDescription {
- public:
-  VariableDescription(ITypeInfo* type, UINT index) noexcept : type_(type) {
-    if (FAILED(type->GetVarDesc(index, &variable_))) variable_ = nullptr;
-  }
-  VariableDescription(const VariableDescription&) = delete;
-  VariableDescription& operator=(const VariableDescription&) = delete;
-  ~VariableDescription() {
-    if (variable_) type_->ReleaseVarDesc(variable_);
-  }
-  const VARDESC* operator->() const noexcept { return variable_; }
-  explicit operator bool() const noexcept { return variable_ != nullptr; }
-
- private:
-  ITypeInfo* type_;
-  VARDESC* variable_ = nullptr;
-};
-
-std::wstring NameOf(ITypeInfo* type, MEMBERID member) {
-  Bstr name;
-  type->GetDocumentation(member, name.put(), nullptr, nullptr, nullptr);
-  return std::wstring(name.view());
-}
 
 Com<ITypeInfo> Implemented(ITypeInfo* type, UINT index) noexcept {
   HREFTYPE reference = 0;
@@ -85,11 +25,6 @@ Com<ITypeInfo> InterfaceOf(ITypeInfo* controlClass, INT mask, INT wanted) noexce
     if ((flags & mask) == wanted) return Implemented(controlClass, i);
   }
   return {};
-}
-
-Com<ITypeInfo> DefaultInterface(ITypeInfo* controlClass) noexcept {
-  return InterfaceOf(controlClass, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE,
-                     IMPLTYPEFLAG_FDEFAULT);
 }
 
 // Calls `body`(type) for each type of that kind until it gives true.
@@ -116,6 +51,11 @@ void AddConstants(ITypeInfo* enumeration, std::map<std::wstring, Variant>& const
 }
 
 }  // namespace
+
+Com<ITypeInfo> DefaultInterface(ITypeInfo* controlClass) noexcept {
+  return InterfaceOf(controlClass, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE,
+                     IMPLTYPEFLAG_FDEFAULT);
+}
 
 Com<ITypeInfo> FindClass(ITypeLib* library, const std::wstring& name) {
   Com<ITypeInfo> found;

@@ -19,6 +19,9 @@ Com<ITypeInfo> FindClass(ITypeLib* library, const std::wstring& name);
 
 GUID IdOf(ITypeInfo* type) noexcept;
 
+// The interface that a class is used by; empty if it has none.
+Com<ITypeInfo> DefaultInterface(ITypeInfo* controlClass) noexcept;
+
 // The event interface of a class (its default source); empty if it has none.
 Com<ITypeInfo> EventsOf(ITypeInfo* controlClass) noexcept;
 

@@ -257,6 +257,15 @@ TEST_F(List, BringsWhatGoesWithAProperty) {
   EXPECT_EQ(design_->NumberValue(IdOf(*design_, "t"), "Width", 0), 60);
 }
 
+TEST_F(List, WritesUnderTheNameThatTheControlSaves) {
+  Select({"box"});
+  EXPECT_FALSE(list_.Enter("DbListFields", "Code"));
+  EXPECT_EQ(Shown("DbListFields"), "Code");
+  EXPECT_NE(Lines(*design_, "box").find("|DbListField     =   \"Code\"|"), std::string::npos);
+  EXPECT_FALSE(list_.Reset("DbListFields"));
+  EXPECT_EQ(Actions::Saved(*design_), FormWith(kListed));
+}
+
 TEST_F(List, TakesFontsAndResets) {
   form::Property font{"Font", 0, {}, true, {}, {}};
   font.group = {{"Name", 0, std::string("ＭＳ 明朝"), false, {}, {}},

@@ -52,10 +52,13 @@ class Apartment {
 
 // Form files in a folder of their own, by their paths.
 struct FormFiles {
-  explicit FormFiles(const std::vector<std::string>& texts) {
+  explicit FormFiles(const std::vector<std::string>& texts, const std::string& companion = {}) {
     for (const std::string& text : texts) {
       paths.push_back(folder.Path("form" + std::to_string(paths.size() + 1) + ".frm"));
       std::ofstream(paths.back(), std::ios::binary) << kByteOrderMark << text;
+    }
+    if (!companion.empty()) {
+      std::ofstream(folder.Path("form1.frx"), std::ios::binary) << companion;
     }
   }
   void GiveTo(host::ModuleClasses& classes, host::Program& program, size_t given = 100) const {
@@ -86,7 +89,7 @@ void Play(const RunRequest& request, const FormFiles& files, RunResult* result) 
 }  // namespace
 
 RunResult RunForms(const RunRequest& request) {
-  const FormFiles files(request.forms);
+  const FormFiles files(request.forms, request.companion);
   RunResult result;
   const Apartment apartment;
   try {

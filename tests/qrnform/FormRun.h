@@ -24,6 +24,7 @@ struct RunRequest {
   std::string script = {};
   bool design = false;
   size_t given = 100;  // so many of them are given; the others lie beside them
+  std::string companion = {};  // bytes of the first form's, form1.frx
 };
 
 // The forms stand in files form1.frm, form2.frm ... of a folder of their own; their names in

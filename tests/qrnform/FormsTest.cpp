@@ -144,6 +144,17 @@ TEST(Mouse, IsHeardByTheInnermostPiece) {
   }
 }
 
+TEST(Companions, HoldTextsUnderBothNotations) {
+  const std::string controls =
+      Piece("VB.TextBox txtOne", 0, " MultiLine = -1\n Text = \"form1.frx\":0000\n") +
+      Piece("VB.Label lblTwo", 1, " Caption = $\"form1.frx\":0007\n");
+  RunRequest request{{FormText(controls, "")}, "print txtOne.Text\nprint lblTwo.Caption\n"};
+  request.companion = "\x06one\r\n1\x03two";
+  const RunResult result = RunForms(request);
+  EXPECT_EQ(result.failure, "");
+  EXPECT_EQ(result.printed, "one\r\n1\ntwo\n");
+}
+
 TEST(SeveralForms, ShowEachOtherAndShareWhatIsPublic) {
   const std::string first =
       FormText(kButtons,

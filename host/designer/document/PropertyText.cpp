@@ -51,7 +51,7 @@ struct Writer {
   std::string operator()(const form::BareWord& word) const { return word.text; }
 };
 
-std::optional<Item> LineItem(std::string line, std::string name, const FileText& text) {
+std::optional<Item> LineItem(const std::string& line, std::string name, const FileText& text) {
   auto bytes = text.Encode(line);
   if (!bytes) return std::nullopt;
   return Item{std::move(*bytes) + text.lineEnd, std::move(name), nullptr};

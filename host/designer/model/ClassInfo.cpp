@@ -44,7 +44,11 @@ auto FindNamed(const Rows& rows, std::string_view name) noexcept -> decltype(row
 }  // namespace
 
 const PropertyInfo* ClassInfo::Property(std::string_view propertyName) const noexcept {
-  return FindNamed(properties, propertyName);
+  if (const PropertyInfo* named = FindNamed(properties, propertyName)) return named;
+  for (const PropertyInfo& row : properties) {
+    if (SameWord(row.LineName(), propertyName)) return &row;
+  }
+  return nullptr;
 }
 
 const EventInfo* ClassInfo::Event(std::string_view eventName) const noexcept {

@@ -49,6 +49,10 @@ struct PropertyInfo {
   bool hidden = false;  // not shown in the property list
   Offer offer = Offer::None;
   std::string description = {};
+  // Its name in form files where a control saves it under another one; else empty.
+  std::string savedName = {};
+
+  const std::string& LineName() const noexcept { return savedName.empty() ? name : savedName; }
 };
 
 struct EventParameter {
@@ -77,6 +81,7 @@ struct ClassInfo {
   // The lines of a new control beside its place, TabIndex and what the user sets: _ExtentX ...
   std::vector<form::Property> firstProperties;
 
+  // By its name or by that of its line.
   const PropertyInfo* Property(std::string_view propertyName) const noexcept;
   const EventInfo* Event(std::string_view eventName) const noexcept;
 };

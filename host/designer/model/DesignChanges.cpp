@@ -89,9 +89,10 @@ Refusal Design::PutLine(ControlId id, std::string_view property, std::optional<I
   return {};
 }
 
-Refusal Design::Put(ControlId id, std::string_view property, const form::PropertyValue& value) {
+Refusal Design::Put(ControlId id, std::string_view name, const form::PropertyValue& value) {
   const ClassInfo* known = Class(id);
-  const PropertyInfo* info = known ? known->Property(property) : nullptr;
+  const PropertyInfo* info = known ? known->Property(name) : nullptr;
+  const std::string property = info ? info->LineName() : std::string(name);
   const auto now = Value(id, property);
   if (now && IsSame(*now, value)) return {};
   const bool isInitial = info && info->initial && IsSame(*info->initial, value);
@@ -105,10 +106,10 @@ Refusal Design::Put(ControlId id, std::string_view property, const form::Propert
     return PutLine(id, property,
                    PropertyItem(property, place, At(id).Depth() + 1, document_->text()), shown);
   }
-  const std::string name = info ? info->name : std::string(property);
   return PutLine(
       id, property,
-      PropertyItem(name, value, At(id).Depth() + 1, document_->text(), LookOf(info, value)), shown);
+      PropertyItem(property, value, At(id).Depth() + 1, document_->text(), LookOf(info, value)),
+      shown);
 }
 
 Refusal Design::TextRecord(const std::string& text, bool hasSign, form::FileReference* reference) {

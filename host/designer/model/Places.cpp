@@ -74,25 +74,36 @@ form::PropertyValue Written(int32_t twips, double scale, bool isWhole) {
   return rounded;
 }
 
+// What a control has told of its extent, and what it saves of it itself.
+struct Extent {
+  const char* told;
+  const char* saved;
+};
+constexpr Extent kExtentX{"_ExtentX", "_cx"};
+constexpr Extent kExtentY{"_ExtentY", "_cy"};
+
 struct Side {
   const char* property;
   std::optional<int32_t> now;  // nothing: written whatever it is
   int32_t wanted;
   double scale;
-  const char* extent;
+  const Extent* extent;  // null: none goes with it
 };
 
-Refusal PutExtent(Design& design, ControlId id, const char* extent, int32_t twips) {
-  if (!extent || !design.Value(id, extent)) return {};
-  const double himetric = twips * kHimetricPerInch / kTwipsPerInch;
-  return design.Put(id, extent, static_cast<int32_t>(std::lround(himetric)));
+Refusal PutExtent(Design& design, ControlId id, const Extent& extent, int32_t twips) {
+  const auto himetric = static_cast<int32_t>(std::lround(twips * kHimetricPerInch / kTwipsPerInch));
+  for (const char* line : {extent.told, extent.saved}) {
+    if (!design.Value(id, line)) continue;
+    if (Refusal refusal = design.Put(id, line, himetric)) return refusal;
+  }
+  return {};
 }
 
 Refusal PutSides(Design& design, ControlId id, std::initializer_list<Side> sides, bool isWhole) {
   for (const Side& side : sides) {
     if (side.now && *side.now == side.wanted) continue;
     Refusal refusal = design.Put(id, side.property, Written(side.wanted, side.scale, isWhole));
-    if (!refusal) refusal = PutExtent(design, id, side.extent, side.wanted);
+    if (!refusal && side.extent) refusal = PutExtent(design, id, *side.extent, side.wanted);
     if (refusal) return refusal;
   }
   return {};
@@ -123,8 +134,8 @@ Refusal PutControlPlace(Design& design, ControlId id, const Place& place,
   Refusal refusal;
   if (HasSize(design, id)) {
     refusal = PutSides(design, id,
-                       {{"Height", was(&Place::height), place.height, scale.y, "_ExtentY"},
-                        {"Width", was(&Place::width), place.width, scale.x, "_ExtentX"}},
+                       {{"Height", was(&Place::height), place.height, scale.y, &kExtentY},
+                        {"Width", was(&Place::width), place.width, scale.x, &kExtentX}},
                        scale.isWhole);
   }
   if (refusal) return refusal;
@@ -222,8 +233,8 @@ Refusal PutFirstPlace(Design& design, ControlId id, Place place) {
 
 Refusal PutExtents(Design& design, ControlId id) {
   const Place place = PlaceOf(design, id);
-  Refusal refusal = PutExtent(design, id, "_ExtentX", place.width);
-  return refusal ? refusal : PutExtent(design, id, "_ExtentY", place.height);
+  Refusal refusal = PutExtent(design, id, kExtentX, place.width);
+  return refusal ? refusal : PutExtent(design, id, kExtentY, place.height);
 }
 
 // A scale of the user's own stays: it stretches with the form.

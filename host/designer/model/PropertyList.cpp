@@ -204,9 +204,9 @@ const PropertyInfo* PropertyList::Common(std::string_view property) const {
 
 std::string PropertyList::TextOf(ControlId id, const PropertyInfo& info) const {
   if (SameWord(info.name, "Name")) return design_.Name(id);
-  if (const auto group = design_.Group(id, info.name)) return ShownFont(*group);
-  if (info.kind == PropertyKind::Text) return design_.TextValue(id, info.name);
-  const auto value = design_.ValueOrInitial(id, info.name);
+  if (const auto group = design_.Group(id, info.LineName())) return ShownFont(*group);
+  if (info.kind == PropertyKind::Text) return design_.TextValue(id, info.LineName());
+  const auto value = design_.ValueOrInitial(id, info.LineName());
   if (!value) return {};
   if (info.kind == PropertyKind::Picture) return "(Picture)";
   return ShownValue(*value, info);
@@ -219,8 +219,8 @@ std::vector<PropertyRow> PropertyList::Rows() const {
   for (const PropertyInfo* info : PropertiesOf(ids.back())) {
     if (info->hidden || !Common(info->name)) continue;
     PropertyRow row{info, TextOf(ids.back(), *info), false, false};
-    row.isInitial = design_.At(ids.back()).Find(info->name) == kNowhere && info != &NameInfo() &&
-                    !SameWord(info->name, "Name");
+    row.isInitial = design_.At(ids.back()).Find(info->LineName()) == kNowhere &&
+                    info != &NameInfo() && !SameWord(info->name, "Name");
     row.differs = std::any_of(ids.begin(), ids.end(),
                               [&](ControlId id) { return TextOf(id, *info) != row.text; });
     if (row.differs) row.text.clear();
@@ -292,14 +292,14 @@ Refusal PropertyList::EnterFont(const form::Property& font) {
 
 Refusal PropertyList::EnterPicture(std::string_view property, std::string_view image) {
   return ForSelected(property, [&](ControlId id, const PropertyInfo& info) {
-    return design_.PutPicture(id, info.name, image);
+    return design_.PutPicture(id, info.LineName(), image);
   });
 }
 
 Refusal PropertyList::Reset(std::string_view property) {
   if (StandsAlone(property)) return Message{TextId::ReadOnly, {std::string(property)}};
   return ForSelected(property, [&](ControlId id, const PropertyInfo& info) {
-    return design_.Remove(id, info.name), Refusal{};
+    return design_.Remove(id, info.LineName()), Refusal{};
   });
 }
 

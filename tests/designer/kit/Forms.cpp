@@ -282,6 +282,9 @@ ClassInfo BoxClass() {
   PropertyInfo secret = Bound("Secret");
   secret.hidden = true;
   box.properties.push_back(secret);
+  PropertyInfo renamed = Bound("DbListFields");
+  renamed.savedName = "DbListField";
+  box.properties.push_back(renamed);
   PropertyInfo fixed = Bound("Version");
   fixed.readOnly = true;
   box.properties.push_back(fixed);
