@@ -23,7 +23,7 @@ struct RunRequest {
   std::vector<std::string> forms;  // texts of form files, UTF-8; the first is shown
   std::string script = {};
   bool design = false;
-  size_t given = 100;  // so many of them are given; the others lie beside them
+  size_t given = 100;          // so many of them are given; the others lie beside them
   std::string companion = {};  // bytes of the first form's, form1.frx
 };
 
