@@ -6,20 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "btrieve/system/LittleEndian.h"
+
 namespace btrieve {
-
-// Little-endian values of 2, 4 or 8 bytes at any address.
-template <class Value>
-Value LoadValue(const uint8_t* at) noexcept {
-  Value value;
-  std::memcpy(&value, at, sizeof value);
-  return value;
-}
-
-template <class Value>
-void StoreValue(uint8_t* at, Value value) noexcept {
-  std::memcpy(at, &value, sizeof value);
-}
 
 template <class Value>
 int Sign(Value a, Value b) noexcept {

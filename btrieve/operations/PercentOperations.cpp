@@ -4,6 +4,7 @@
 
 #include "btrieve/files/Ranking.h"
 #include "btrieve/operations/Reading.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -23,8 +24,7 @@ uint64_t PercentageOf(uint64_t ordinal, uint64_t total) noexcept {
 }
 
 uint64_t PercentageOfCaller(const Call& call) noexcept {
-  int16_t value;
-  std::memcpy(&value, call.data, sizeof value);
+  const auto value = LoadValue<int16_t>(call.data);
   return static_cast<uint64_t>(std::clamp<int16_t>(value, 0, kWhole));
 }
 
@@ -56,9 +56,8 @@ Status BoundOfValue(Call& call, Entry& bound) {
 }
 
 Status BoundOfPosition(Call& call, Entry& bound) {
-  uint32_t position;
-  if (call.room < sizeof position) return kDataBufferLength;
-  std::memcpy(&position, call.data, sizeof position);
+  if (call.room < sizeof(uint32_t)) return kDataBufferLength;
+  const auto position = LoadValue<uint32_t>(call.data);
   if (TotalEntries(call.File(), kPhysicalSlot) == 0) return kEndOfFile;
   Hit hit;
   if (position == 0 || !call.File().Fetch(position, hit)) return kInvalidAddress;

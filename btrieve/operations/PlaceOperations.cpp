@@ -1,7 +1,6 @@
 // Reads by place: positions, and steps in physical order.
-#include <cstring>
-
 #include "btrieve/operations/Reading.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -39,11 +38,7 @@ Status Step(Call& call, bool forward) {
   });
 }
 
-uint32_t PositionOfCaller(const Call& call) noexcept {
-  uint32_t position;
-  std::memcpy(&position, call.data, sizeof position);
-  return position;
-}
+uint32_t PositionOfCaller(const Call& call) noexcept { return LoadValue<uint32_t>(call.data); }
 
 Status FindAtPosition(Call& call, uint32_t position, Hit& hit) {
   if (position == 0 || position > kHighestPosition) return kInvalidAddress;
@@ -70,7 +65,7 @@ Status GetPosition(Call& call) {
   const Cursor& cursor = *call.cursor;
   if (cursor.place != Cursor::Place::On) return kInvalidPositioning;
   if (call.room < sizeof cursor.position) return kDataBufferLength;
-  std::memcpy(call.data, &cursor.position, sizeof cursor.position);
+  StoreValue(call.data, cursor.position);
   call.ReturnLength(sizeof cursor.position);
   return kOk;
 }

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "btrieve/keys/FieldOrder.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {

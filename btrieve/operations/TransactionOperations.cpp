@@ -1,7 +1,6 @@
 // Begin, End, Abort, Unlock.
-#include <cstring>
-
 #include "btrieve/operations/Call.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -13,9 +12,8 @@ void Drop(Cursor& cursor, uint32_t position) {
 }
 
 Status UnlockOne(Call& call) {
-  uint32_t position;
-  if (call.room < sizeof position) return kDataBufferLength;
-  std::memcpy(&position, call.data, sizeof position);
+  if (call.room < sizeof(uint32_t)) return kDataBufferLength;
+  const auto position = LoadValue<uint32_t>(call.data);
   Cursor& cursor = *call.cursor;
   if (cursor.lockKind != LockKind::Multiple || !cursor.locks.contains(position)) return kLockError;
   Drop(cursor, position);

@@ -13,6 +13,7 @@
 #include "btrieve/sqlite/SqlitePages.h"
 #include "btrieve/system/DiskSpace.h"
 #include "btrieve/system/HostFile.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -286,14 +287,11 @@ uint64_t PageSum(const uint8_t* page, uint64_t number) noexcept {
 }
 
 bool PageIsSound(const uint8_t* page, uint64_t number) noexcept {
-  uint64_t stored;
-  std::memcpy(&stored, page + kStoragePageSize - kPageSumSize, sizeof stored);
-  return stored == PageSum(page, number);
+  return LoadValue<uint64_t>(page + kStoragePageSize - kPageSumSize) == PageSum(page, number);
 }
 
 void SealPage(uint8_t* page, uint64_t number) noexcept {
-  const uint64_t sum = PageSum(page, number);
-  std::memcpy(page + kStoragePageSize - kPageSumSize, &sum, sizeof sum);
+  StoreValue(page + kStoragePageSize - kPageSumSize, PageSum(page, number));
 }
 
 namespace {

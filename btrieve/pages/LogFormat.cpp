@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "btrieve/pages/BigEndian.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -31,9 +32,7 @@ constexpr auto kMask = [] {
 
 template <class Value>
 Value ValueAt(std::span<const uint8_t> bytes, size_t offset) noexcept {
-  Value value;
-  std::memcpy(&value, &bytes[offset], sizeof value);
-  return value;
+  return LoadValue<Value>(&bytes[offset]);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // Writing the reply of an extended read; splitting the data of an Insert Extended.
 #include <algorithm>
 
-#include "btrieve/keys/FieldOrder.h"
 #include "btrieve/scans/ExtendedRequest.h"
 #include "btrieve/system/ByteReader.h"
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {

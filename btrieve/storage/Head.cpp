@@ -1,7 +1,8 @@
 #include "btrieve/storage/Head.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 
@@ -10,12 +11,12 @@ constexpr size_t kFixedSize = 24;
 
 template <class Value>
 void Put(uint8_t*& at, Value value) {
-  std::memcpy(at, &value, sizeof value);
+  StoreValue(at, value);
   at += sizeof value;
 }
 template <class Value>
 void Take(const uint8_t*& at, Value& value) {
-  std::memcpy(&value, at, sizeof value);
+  value = LoadValue<Value>(at);
   at += sizeof value;
 }
 }  // namespace

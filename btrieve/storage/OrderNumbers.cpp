@@ -1,7 +1,8 @@
 #include "btrieve/storage/OrderNumbers.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "btrieve/system/LittleEndian.h"
 
 namespace btrieve {
 namespace {
@@ -9,9 +10,7 @@ namespace {
 // Bytes from the start of the row of `keyId`; the size when there is none.
 size_t FindRow(std::span<const uint8_t> stored, uint16_t keyId) noexcept {
   for (size_t at = 0; at + kOrderNumberRow <= stored.size(); at += kOrderNumberRow) {
-    uint16_t id;
-    std::memcpy(&id, &stored[at], sizeof id);
-    if (id == keyId) return at;
+    if (LoadValue<uint16_t>(&stored[at]) == keyId) return at;
   }
   return stored.size();
 }
@@ -22,9 +21,7 @@ uint64_t OrderNumberIn(std::span<const uint8_t> stored, uint16_t keyId,
                        uint32_t position) noexcept {
   const size_t row = FindRow(stored, keyId);
   if (row == stored.size()) return FirstOrderNumber(position);
-  uint64_t number;
-  std::memcpy(&number, &stored[row + 2], sizeof number);
-  return number;
+  return LoadValue<uint64_t>(&stored[row + 2]);
 }
 
 uint64_t OrderNumbers::For(uint16_t keyId, uint32_t position) const noexcept {
@@ -34,16 +31,14 @@ uint64_t OrderNumbers::For(uint16_t keyId, uint32_t position) const noexcept {
 void OrderNumbers::Set(uint16_t keyId, uint64_t number) {
   const size_t row = FindRow(stored_, keyId);
   if (row == stored_.size()) stored_.resize(row + kOrderNumberRow);
-  std::memcpy(&stored_[row], &keyId, sizeof keyId);
-  std::memcpy(&stored_[row + 2], &number, sizeof number);
+  StoreValue(&stored_[row], keyId);
+  StoreValue(&stored_[row + 2], number);
 }
 
 uint32_t OrderNumbers::HighestUpdate() const noexcept {
   uint32_t highest = 0;
   for (size_t at = 0; at + kOrderNumberRow <= stored_.size(); at += kOrderNumberRow) {
-    uint32_t update;
-    std::memcpy(&update, &stored_[at + 2], sizeof update);
-    highest = std::max(highest, update);
+    highest = std::max(highest, LoadValue<uint32_t>(&stored_[at + 2]));
   }
   return highest;
 }

@@ -4,7 +4,7 @@
 #include "core/Record.h"
 #include "core/ReturnCodes.h"
 #include "extended/ExResults.h"
-#include "platform/LoadedModule.h"
+#include "platform/SystemLibrary.h"
 
 namespace qrn {
 

@@ -6,7 +6,7 @@
 #include "core/ReturnCodes.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
-#include "platform/LoadedModule.h"
+#include "platform/SystemLibrary.h"
 
 namespace qrn {
 namespace {

@@ -9,7 +9,7 @@
 #include "core/Table.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
-#include "platform/ShortPath.h"
+#include "platform/Files.h"
 
 namespace qrn {
 namespace {

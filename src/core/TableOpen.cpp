@@ -11,8 +11,7 @@
 #include "fields/Messages.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
-#include "platform/MissingFile.h"
-#include "platform/ShortPath.h"
+#include "platform/Files.h"
 
 namespace qrn {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "fields/NumberText.h"
 #include "fields/Sinks.h"
-#include "platform/Beep.h"
 #include "platform/LocalDate.h"
+#include "platform/MessageBox.h"
 
 namespace qrn {
 namespace {

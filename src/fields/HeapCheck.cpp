@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "platform/CodePage.h"
-#include "platform/Heap.h"
+#include "platform/Memory.h"
 #include "platform/MessageBox.h"
 
 namespace qrn {

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "platform/CodePage.h"
-#include "platform/FatalExit.h"
 #include "platform/MessageBox.h"
 #include "platform/StringTable.h"
 

@@ -1,5 +1,5 @@
 // Zeroed memory for what outlives a call: dictionaries and record buffers. One pair of functions
-// for whoever allocates, grows and frees them.
+// for whoever allocates, grows and frees them; and whether the process's heap is whole.
 #pragma once
 
 #include <cstddef>
@@ -23,5 +23,19 @@ AllocateFunction ReplaceAllocate(AllocateFunction function) noexcept;
 struct MemoryDeleter {
   void operator()(void* memory) const noexcept { FreeMemory(memory); }
 };
+
+enum HeapState : int { kHeapGood = -2, kHeapBadBegin = -3, kHeapBadNode = -4 };
+
+using HeapStateFunction = HeapState (*)();
+
+// Walks the process heap and says whether it is whole. Natively always good: the sanitizers watch
+// there.
+HeapState ValidateHeap() noexcept;
+
+// Puts another function in its place; null brings the real one back. Returns what stood there.
+HeapStateFunction ReplaceValidateHeap(HeapStateFunction function) noexcept;
+
+// The system's own, behind ValidateHeap.
+HeapState SystemHeapState();
 
 }  // namespace qrn

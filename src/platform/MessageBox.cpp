@@ -6,6 +6,8 @@ namespace qrn {
 namespace {
 
 constinit Seam<ShowBoxFunction> box{&ShowSystemBox};
+constinit Seam<BeepFunction> beep{&SoundSystemBeep};
+constinit Seam<FatalExitFunction> fatalExit{&SystemFatalExit};
 constinit int boxesUp = 0;
 
 }  // namespace
@@ -18,6 +20,13 @@ int ShowBox(const char* text, unsigned flags) noexcept {
 }
 
 bool IsBoxUp() noexcept { return boxesUp != 0; }
+void SoundBeep(unsigned kind) noexcept { beep(kind); }
+void FatalExit(const char* text) noexcept { fatalExit(text); }
+
 ShowBoxFunction ReplaceShowBox(ShowBoxFunction function) noexcept { return box.Replace(function); }
+BeepFunction ReplaceBeep(BeepFunction function) noexcept { return beep.Replace(function); }
+FatalExitFunction ReplaceFatalExit(FatalExitFunction function) noexcept {
+  return fatalExit.Replace(function);
+}
 
 }  // namespace qrn

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 
 #include "platform/CodePage.h"
@@ -14,6 +15,13 @@ int ShowSystemBox(const char* text, unsigned) noexcept {
     std::fprintf(stderr, "%s\n", text);
   }
   return kBoxOk;
+}
+
+void SoundSystemBeep(unsigned) noexcept { std::fputc('\a', stderr); }
+
+void SystemFatalExit(const char* text) noexcept {
+  ShowSystemBox(text, kTaskModal);
+  std::abort();
 }
 
 }  // namespace qrn

@@ -2,6 +2,8 @@
 // code. Nothing is ever loaded from the current directory, nor by a relative path.
 #pragma once
 
+#include <span>
+
 namespace qrn {
 
 class SystemLibrary {
@@ -28,5 +30,9 @@ class SystemLibrary {
 
   void* handle_ = nullptr;
 };
+
+// Stores the path of the library of that name if this process has it loaded (cut where it does not
+// fit). False, and `out` untouched, if not; natively always.
+bool LoadedModulePath(const char* name, std::span<char> out) noexcept;
 
 }  // namespace qrn

@@ -45,4 +45,6 @@ SystemLibrary::AnyFunction SystemLibrary::FindAddress(const char* functionName,
   return reinterpret_cast<AnyFunction>(dlsym(handle_, functionName));
 }
 
+bool LoadedModulePath(const char*, std::span<char>) noexcept { return false; }
+
 }  // namespace qrn

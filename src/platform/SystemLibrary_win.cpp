@@ -95,4 +95,10 @@ SystemLibrary::AnyFunction SystemLibrary::FindAddress(const char* functionName,
   return reinterpret_cast<AnyFunction>(GetProcAddress(static_cast<HMODULE>(handle_), which));
 }
 
+bool LoadedModulePath(const char* name, std::span<char> out) noexcept {
+  const HMODULE module = GetModuleHandleA(name);
+  if (module == nullptr || out.empty()) return false;
+  return GetModuleFileNameA(module, out.data(), static_cast<DWORD>(out.size())) != 0;
+}
+
 }  // namespace qrn

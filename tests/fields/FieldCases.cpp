@@ -6,7 +6,6 @@
 #include <cstdio>
 
 #include "fields/FieldText.h"
-#include "platform/Beep.h"
 #include "platform/CodePage.h"
 #include "platform/MessageBox.h"
 

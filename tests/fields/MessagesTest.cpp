@@ -6,8 +6,8 @@
 #include "fields/HeapCheck.h"
 #include "fields/Messages.h"
 #include "platform/CodePage.h"
-#include "platform/FatalExit.h"
-#include "platform/Heap.h"
+#include "platform/Memory.h"
+#include "platform/MessageBox.h"
 
 namespace qrn {
 namespace {

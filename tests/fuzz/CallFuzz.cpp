@@ -1,23 +1,17 @@
 // Malformed calls: garbage position blocks, missing pointers, any operation with any data. Whatever
 // comes, the answer is a status, and a file that was good stays good.
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
 
 #include "tests/btrieve/kit/Calls.h"
 #include "tests/btrieve/kit/Choices.h"
 #include "tests/btrieve/kit/Descriptor.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace btrieve::test;
+using namespace qrn::fuzz;
 
 namespace {
-
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "\n%s\n", what);
-  std::abort();
-}
 
 Bytes RandomBytes(Choices& choices, uint32_t most) {
   Bytes bytes(choices.Pick(most + 1));

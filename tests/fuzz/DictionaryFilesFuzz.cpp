@@ -1,8 +1,6 @@
 // Dictionaries on disk with damaged files, or with rows that were never written by a sound tool, in
 // real files: read by the dictionary library and loaded by the engine through it. Every reading
 // ends in a code and lets go of the files; what was loaded can be opened, read and created.
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,12 +13,14 @@
 #include "lexbase.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/MessageBox.h"
+#include "tests/fuzz/FuzzInput.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Schema.h"
 
 using namespace qrn;
+using namespace qrn::fuzz;
 
 namespace {
 
@@ -41,28 +41,6 @@ name = "Notes"
 field = [ { name = "Id", type = "AutoInc" }, { name = "Text", type = "Note", size = 400 } ]
 key = [ { fields = ["Id"] } ])";
 
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "\n%s\n", what);
-  std::abort();
-}
-
-class Input {
- public:
-  Input(const uint8_t* data, size_t size) : next_(data), end_(data + size) {}
-
-  bool IsOver() const { return next_ == end_; }
-  uint8_t Byte() { return IsOver() ? 0 : *next_++; }
-  size_t Below(size_t limit) {
-    const size_t number = Byte() | Byte() << 8 | Byte() << 16;
-    return number % limit;
-  }
-
- private:
-  const uint8_t* next_;
-  const uint8_t* end_;
-};
-
 // One database, built anew for each input from the bytes of a good one.
 class Database {
  public:
@@ -82,9 +60,9 @@ class Database {
     const size_t which = input.Byte() % std::size(kFiles);
     std::string bytes = good_[which];
     for (int changes = 1 + input.Byte() % 8; changes > 0; --changes) {
-      bytes[input.Below(bytes.size())] = static_cast<char>(input.Byte());
+      bytes[input.Index(bytes.size())] = static_cast<char>(input.Byte());
     }
-    if (input.Byte() % 4 == 0) bytes.resize(input.Below(bytes.size()));
+    if (input.Byte() % 4 == 0) bytes.resize(input.Index(bytes.size()));
     Write(kFiles[which], bytes);
   }
 

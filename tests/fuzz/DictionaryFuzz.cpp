@@ -1,8 +1,6 @@
 // Dictionaries of any rows, loaded whole and deferred, failing anywhere; then their tables opened,
 // created, read and written over a record manager that fills whatever room it is told of.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <string>
@@ -15,48 +13,20 @@
 #include "core/RecordPosition.h"
 #include "core/Table.h"
 #include "fields/LittleEndian.h"
-#include "platform/Beep.h"
 #include "platform/BtrCall.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/MessageBox.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace qrn;
+using namespace qrn::fuzz;
 
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
+// The record manager and the dictionary library answer from it too.
+Input input;
 
-// What is left of the input; at its end everything is zero. The record manager and the dictionary
-// library answer from it too.
-std::span<const uint8_t> rest;
-
-uint8_t Byte() {
-  if (rest.empty()) return 0;
-  const uint8_t byte = rest[0];
-  rest = rest.subspan(1);
-  return byte;
-}
-
-int16_t Number() {
-  const uint8_t low = Byte();
-  return static_cast<int16_t>(low | Byte() << 8);
-}
-
-// One of the numbers that matter, or any.
-int16_t Pick(std::initializer_list<int16_t> usual) {
-  const uint8_t byte = Byte();
-  return byte < usual.size() * 16 ? usual.begin()[byte / 16] : Number();
-}
-
-std::string Text() {
-  std::string text(Byte() % 80, '\0');
-  for (char& character : text) character = static_cast<char>(Byte());
-  return text.substr(0, text.find('\0'));
-}
+std::string Text() { return input.Text(input.Byte() % 80); }
 
 // Rows left in the file being read, and the code it ends with.
 int rowsLeft[3];
@@ -64,11 +34,11 @@ int32_t endCodes[3];
 int readings = 0;
 
 int32_t OpenReading(const char*, int32_t) {
-  if (Byte() == 0xFE) return 12;
+  if (input.Byte() == 0xFE) return 12;
   for (int file = 0; file < 3; ++file) {
-    const uint8_t rows = Byte();
+    const uint8_t rows = input.Byte();
     rowsLeft[file] = rows == 0xFF ? 300 : rows % 40;
-    endCodes[file] = Byte() == 0xFD ? 43 : LexbaseEndOfFile;
+    endCodes[file] = input.Byte() == 0xFD ? 43 : LexbaseEndOfFile;
   }
   ++readings;
   return 0;
@@ -76,15 +46,15 @@ int32_t OpenReading(const char*, int32_t) {
 
 int32_t CloseReading() {
   --readings;
-  return Byte() == 0xFC ? 41 : 0;
+  return input.Byte() == 0xFC ? 41 : 0;
 }
 
 void PutName(uint8_t* at, size_t width) {
   std::memset(at, ' ', width);
-  for (size_t i = Byte() % (width + 1); i > 0; --i) at[i - 1] = Byte();
+  for (size_t i = input.Byte() % (width + 1); i > 0; --i) at[i - 1] = input.Byte();
 }
 
-int16_t FileId() { return static_cast<int16_t>(Byte() % 8 + 2); }
+int16_t FileId() { return static_cast<int16_t>(input.Byte() % 8 + 2); }
 
 int32_t ReadFile(void* row) {
   if (rowsLeft[0]-- <= 0) return endCodes[0];
@@ -93,7 +63,7 @@ int32_t ReadFile(void* row) {
   StoreLittle(all, FileId());
   PutName(bytes + 2, 20);
   PutName(bytes + 22, 64);
-  bytes[86] = Byte() % 17;
+  bytes[86] = input.Byte() % 17;
   return 0;
 }
 
@@ -101,14 +71,14 @@ int32_t ReadField(void* row) {
   if (rowsLeft[1]-- <= 0) return endCodes[1];
   auto* bytes = static_cast<uint8_t*>(row);
   const std::span all(bytes, LexbaseFieldRowSize);
-  StoreLittle(all, Pick({1, 2, 3, 4}));
+  StoreLittle(all, input.Pick({1, 2, 3, 4}));
   StoreLittle(all.subspan(2), FileId());
   PutName(bytes + 4, 20);
-  bytes[24] = static_cast<uint8_t>(Pick({0, 1, 2, 5, 8, 10, 12, 13, 21, 25, 26, 255}));
-  StoreLittle(all.subspan(25), Pick({0, 1, 4, 8, 10, 20, 300, -1}));
-  StoreLittle(all.subspan(27), Pick({8, 4, 2, 1, 0, 10, 255, 300, -1}));
-  bytes[29] = Byte();
-  StoreLittle(all.subspan(30), Pick({0, 4}));
+  bytes[24] = static_cast<uint8_t>(input.Pick({0, 1, 2, 5, 8, 10, 12, 13, 21, 25, 26, 255}));
+  StoreLittle(all.subspan(25), input.Pick({0, 1, 4, 8, 10, 20, 300, -1}));
+  StoreLittle(all.subspan(27), input.Pick({8, 4, 2, 1, 0, 10, 255, 300, -1}));
+  bytes[29] = input.Byte();
+  StoreLittle(all.subspan(30), input.Pick({0, 4}));
   return 0;
 }
 
@@ -116,9 +86,9 @@ int32_t ReadIndex(void* row) {
   if (rowsLeft[2]-- <= 0) return endCodes[2];
   const std::span all(static_cast<uint8_t*>(row), LexbaseIndexRowSize);
   StoreLittle(all, FileId());
-  StoreLittle(all.subspan(2), Pick({1, 2, 3, 4}));
-  StoreLittle(all.subspan(6), Pick({0, 1}));
-  StoreLittle(all.subspan(8), Pick({0, 16, 8, 24, 32}));
+  StoreLittle(all.subspan(2), input.Pick({1, 2, 3, 4}));
+  StoreLittle(all.subspan(6), input.Pick({0, 1}));
+  StoreLittle(all.subspan(8), input.Pick({0, 16, 8, 24, 32}));
   return 0;
 }
 
@@ -128,15 +98,15 @@ constexpr LexbaseFunctions kRows = {OpenReading, CloseReading, ReadFile, ReadFie
 int16_t AnyAnswer(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength, void* key,
                   uint8_t keyLength, int8_t) {
   if (posBlock != nullptr) std::memset(posBlock, operation, kPosBlockSize);
-  if (operation == BtrOpOpen || operation == BtrOpCreate) return Byte() == 0xFB ? 12 : 0;
+  if (operation == BtrOpOpen || operation == BtrOpCreate) return input.Byte() == 0xFB ? 12 : 0;
   if (data != nullptr && dataLength != nullptr) {
     const std::span bytes(static_cast<uint8_t*>(data), *dataLength);
-    std::fill(bytes.begin(), bytes.end(), Byte());
-    for (uint8_t& byte : bytes.first(std::min<size_t>(bytes.size(), 40))) byte = Byte();
-    if (operation == BtrOpStat && bytes.size() > 10) bytes[10] = Byte() & 1;
+    std::fill(bytes.begin(), bytes.end(), input.Byte());
+    for (uint8_t& byte : bytes.first(std::min<size_t>(bytes.size(), 40))) byte = input.Byte();
+    if (operation == BtrOpStat && bytes.size() > 10) bytes[10] = input.Byte() & 1;
   }
   if (key != nullptr) std::memset(key, 0x55, keyLength);
-  return Byte() > 0xF0 ? 22 : 0;
+  return input.Byte() > 0xF0 ? 22 : 0;
 }
 
 bool Terminated(std::span<const char> text) {
@@ -166,32 +136,32 @@ using Step = void (*)(DbEngine& engine, DbTableInfo& table);
 constexpr Step kSteps[] = {
     [](DbEngine& engine, DbTableInfo& table) { (void)DbClearRecord(engine, table); },
     [](DbEngine& engine, DbTableInfo& table) {
-      const int32_t position = Byte() % 40 - 1;
+      const int32_t position = input.Byte() % 40 - 1;
       Require(Terminated({DbReadField(engine, table, position), sizeof engine.FieldText}),
               "a field's text without its end");
     },
     [](DbEngine& engine, DbTableInfo& table) {
-      const int32_t position = Byte() % 40 - 1;
+      const int32_t position = input.Byte() % 40 - 1;
       (void)DbWriteField(engine, table, position, Text().c_str());
     },
     [](DbEngine& engine, DbTableInfo& table) {
       const std::string text = Text();
       const char* const texts[] = {text.c_str(), "1", text.c_str()};
-      (void)DbWriteFields(engine, table, Byte() % 8 - 2, texts);
+      (void)DbWriteFields(engine, table, input.Byte() % 8 - 2, texts);
     },
     [](DbEngine& engine, DbTableInfo& table) {
-      const int32_t operation = Pick({2, 3, 5, 6, 12, 44});
-      (void)DbRecordCall(engine, table, operation, Byte() % 24 - 2);
+      const int32_t operation = input.Pick({2, 3, 5, 6, 12, 44});
+      (void)DbRecordCall(engine, table, operation, input.Byte() % 24 - 2);
     },
     [](DbEngine& engine, DbTableInfo& table) {
-      (void)DbGetDirectAt(engine, table, Number(), Byte() % 24 - 1);
+      (void)DbGetDirectAt(engine, table, input.Number(), input.Byte() % 24 - 1);
     },
     [](DbEngine& engine, DbTableInfo& table) {
-      (void)DbGetByPercentageAt(engine, table, Byte() % 24 - 1, 5000);
+      (void)DbGetByPercentageAt(engine, table, input.Byte() % 24 - 1, 5000);
     },
     [](DbEngine& engine, DbTableInfo& table) {
       uint16_t percentage = 0;
-      (void)DbFindPercentageAt(engine, table, Byte() % 24 - 1, Number(), &percentage);
+      (void)DbFindPercentageAt(engine, table, input.Byte() % 24 - 1, input.Number(), &percentage);
     },
     [](DbEngine& engine, DbTableInfo& table) {
       int32_t count = 0;
@@ -203,8 +173,8 @@ void UseTable(DbEngine& engine, DbTableInfo& table) {
   CheckTable(table);
   (void)DbTableCreate(engine, table, "any.btr");
   (void)DbTableOpen(engine, table, ".", "owner", 0);
-  for (int steps = Byte() % 32; steps > 0; --steps) {
-    kSteps[Byte() % std::size(kSteps)](engine, table);
+  for (int steps = input.Byte() % 32; steps > 0; --steps) {
+    kSteps[input.Byte() % std::size(kSteps)](engine, table);
   }
 }
 
@@ -229,11 +199,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   ReplaceShowBox([](const char*, unsigned) { return kBoxOk; });
   ReplaceLexbase(&kRows);
   ReplaceBtrCall(AnyAnswer);
-  rest = {data, size};
+  input = {data, size};
   readings = 0;
   QuorinSettings settings;
   DbEngine engine(settings);
-  settings.delayed_resolve = Byte() & 1;
+  settings.delayed_resolve = input.Byte() & 1;
   DbDictionary* dictionary = nullptr;
   const Status status = DbDictLoad(settings, ".", &dictionary);
   Require(readings == 0, "a reading left open");

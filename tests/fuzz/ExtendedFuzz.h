@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <span>
 #include <string>
@@ -14,14 +12,9 @@
 #include "core/DbEngine.h"
 #include "platform/CodePage.h"
 #include "platform/MessageBox.h"
+#include "tests/fuzz/FuzzInput.h"
 
 namespace qrn::fuzz {
-
-inline void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 inline int shown = 0;  // messages since it was set to 0
 

@@ -10,32 +10,12 @@ using namespace qrn::fuzz;
 
 namespace {
 
-constexpr const char* kWords[] = {"0",
-                                  "1",
-                                  "3",
-                                  "28",
-                                  "29",
-                                  "f1",
-                                  "f2",
-                                  "f11",
-                                  "f9",
-                                  "x",
-                                  " ",
-                                  ",",
-                                  ",",
-                                  ",",
-                                  ", ",
-                                  "\t",
-                                  "12",
-                                  "99",
-                                  "f13",
-                                  "f21",
-                                  "\x83\x7C",
-                                  "\x83\x5C",
-                                  "\x81",
-                                  "@",
-                                  ("\x83\x7C\x83\x5C\x83\x40"
-                                   "0,")};
+// clang-format off
+constexpr const char* kWords[] = {
+    "0", "1", "3", "28", "29", "f1", "f2", "f11", "f9", "x", " ", ",", ",", ",", ", ", "\t", "12",
+    "99", "f13", "f21", "\x83\x7C", "\x83\x5C", "\x81", "@", ("\x83\x7C\x83\x5C\x83\x40" "0,"),
+};
+// clang-format on
 
 void CheckList(const FieldList& list) {
   uint32_t sum = 0;

@@ -3,7 +3,6 @@
 // what must come back from a round trip comes back.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -13,11 +12,12 @@
 #include "fields/Messages.h"
 #include "fields/NumberText.h"
 #include "fields/RightAlign.h"
-#include "platform/Beep.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace qrn;
+using namespace qrn::fuzz;
 
 namespace {
 
@@ -27,41 +27,9 @@ void Require(bool holds, const char* what, const DbFieldInfo& field = {}) {
   if (holds) return;
   const FieldCodec* codec = FindFieldCodec(field.Type);
   const char* name = codec != nullptr && codec->name != nullptr ? codec->name : "nameless";
-  std::fprintf(stderr, "%s: %s (%d), size %d, decimals %d\n", what, name, field.Type, field.Size,
-               field.Decimals);
-  std::abort();
+  Fail(std::string(what) + ": " + name + " (" + std::to_string(field.Type) + "), size " +
+       std::to_string(field.Size) + ", decimals " + std::to_string(field.Decimals));
 }
-
-// Takes the input apart from its front; at its end everything is zero.
-class Input {
- public:
-  Input(const uint8_t* data, size_t size) : rest_(data, size) {}
-
-  uint8_t Byte() {
-    if (rest_.empty()) return 0;
-    const uint8_t byte = rest_[0];
-    rest_ = rest_.subspan(1);
-    return byte;
-  }
-  int Number() { return static_cast<int16_t>(Byte() | Byte() << 8); }
-  // One of the numbers that matter, or any.
-  int Pick(std::initializer_list<int> usual) {
-    const uint8_t byte = Byte();
-    return byte < usual.size() * 16 ? usual.begin()[byte / 16] : Number();
-  }
-  Bytes Take(size_t count) {
-    const auto part = rest_.first(std::min(count, rest_.size()));
-    rest_ = rest_.subspan(part.size());
-    return {part.begin(), part.end()};
-  }
-  std::string Text(size_t count) {
-    const Bytes bytes = Take(count);
-    return {bytes.begin(), std::find(bytes.begin(), bytes.end(), uint8_t{0})};
-  }
-
- private:
-  std::span<const uint8_t> rest_;
-};
 
 QuorinSettings TakeSettings(Input& input) {
   QuorinSettings settings;

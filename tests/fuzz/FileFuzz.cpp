@@ -3,24 +3,18 @@
 // status and walks end. Where the checksums were left as they are, what is read as a record is one
 // that was written; where not, it is at least as long as one.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 #include "btrieve/pages/CheckedVfs.h"
 #include "tests/btrieve/kit/Choices.h"
 #include "tests/btrieve/kit/DamagedFile.h"
 #include "tests/btrieve/kit/EveryRead.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace btrieve::test;
+using namespace qrn::fuzz;
 using btrieve::kStoragePageSize;
 
 namespace {
-
-void Require(bool holds, const std::string& what) {
-  if (holds) return;
-  std::fprintf(stderr, "\n%s\n", what.c_str());
-  std::abort();
-}
 
 class Damage {
  public:

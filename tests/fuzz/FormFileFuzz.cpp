@@ -3,8 +3,6 @@
 // random bytes do.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -13,128 +11,38 @@
 #include "host/form/SourceText.h"
 #include "host/form/UserScript.h"
 #include "host/form/VbCode.h"
+#include "tests/fuzz/FuzzInput.h"
 
 namespace {
 
 using namespace qrn::form;
+using namespace qrn::fuzz;
 
+// clang-format off
 constexpr std::string_view kFormParts[] = {
-    "VERSION 5.00\n",
-    "Object = \"{0D4A7E11-1111-2222-3333-444455556666}#1.0#0\"; \"a.ocx\"\n",
-    "Begin VB.Form F\n",
-    "Begin A.B n\n",
-    "Begin VB.Label m\n",
-    "End\n",
-    "Index = 1\n",
-    "Index = -1\n",
-    "BeginProperty Font {0BE35203-8F91-11CE-9DE3-00AA004BB851}\n",
-    "BeginProperty x\n",
-    "EndProperty\n",
-    "Caption = \"a\"\"b\"\n",
-    "Icon = \"a.frx\":0A3C\n",
-    "Text = $\"a.frx\":0\n",
-    "Back = &H8000000F&\n",
-    "x = -1 'True\n",
-    "y = 1.5e300\n",
-    "z = ^S\n",
-    "Attribute VB_Name = \"F\"\n",
-    "\n",
-    " ",
-    "\"",
-    "=",
-    "&H",
-    "\x81\x5C",
-    "\r",
-    "\x1A",
-    "Sub F()\n",
-    "End Sub\n",
+    "VERSION 5.00\n", "Object = \"{0D4A7E11-1111-2222-3333-444455556666}#1.0#0\"; \"a.ocx\"\n",
+    "Begin VB.Form F\n", "Begin A.B n\n", "Begin VB.Label m\n", "End\n", "Index = 1\n",
+    "Index = -1\n", "BeginProperty Font {0BE35203-8F91-11CE-9DE3-00AA004BB851}\n",
+    "BeginProperty x\n", "EndProperty\n", "Caption = \"a\"\"b\"\n", "Icon = \"a.frx\":0A3C\n",
+    "Text = $\"a.frx\":0\n", "Back = &H8000000F&\n", "x = -1 'True\n", "y = 1.5e300\n",
+    "z = ^S\n", "Attribute VB_Name = \"F\"\n", "\n", " ", "\"", "=", "&H", "\x81\x5C", "\r",
+    "\x1A", "Sub F()\n", "End Sub\n",
 };
+// clang-format on
 
+// clang-format off
 constexpr std::string_view kCodeParts[] = {
-    "Sub ",
-    "Function ",
-    "F",
-    "(",
-    ")",
-    "n",
-    " As ",
-    "Integer",
-    "String",
-    " * 5",
-    "Dim ",
-    "Static ",
-    "Private ",
-    "Const ",
-    "Enum E\n",
-    "End Enum\n",
-    "End Sub\n",
-    "End Function\n",
-    "If ",
-    " Then ",
-    "Else",
-    "ElseIf ",
-    "End If\n",
-    "For i = 1 To 3\n",
-    "Next ",
-    "i",
-    ", ",
-    "Do\n",
-    "Loop\n",
-    "Select Case ",
-    "Case ",
-    "Is ",
-    ">",
-    " To ",
-    "End Select\n",
-    "\n",
-    "\n",
-    ":",
-    " = ",
-    "\"a\"\"b\"",
-    "\"",
-    "#1/2/2003#",
-    "#",
-    "&HFF&",
-    "1.5",
-    "%",
-    "$",
-    "!",
-    ".",
-    " _\n",
-    "ReDim ",
-    "Preserve ",
-    "Erase ",
-    "LBound(",
-    "LenB(",
-    "Me",
-    "Print ",
-    ";",
-    "Debug.Print ",
-    "On Error ",
-    "GoTo 0\n",
-    "Resume Next\n",
-    "Let ",
-    "Type T\n",
-    "End Type\n",
-    "Property Get ",
-    "End",
-    "Option ",
-    "Explicit\n",
-    "Base 1\n",
-    "ByVal ",
-    "Optional ",
-    "Mid(",
-    "-",
-    "\xE8\xA1\xA8",
-    "'",
-    "Rem ",
-    "Attribute ",
-    "=",
-    "With ",
-    "End With\n",
-    "New ",
-    ":=",
+    "Sub ", "Function ", "F", "(", ")", "n", " As ", "Integer", "String", " * 5", "Dim ",
+    "Static ", "Private ", "Const ", "Enum E\n", "End Enum\n", "End Sub\n", "End Function\n",
+    "If ", " Then ", "Else", "ElseIf ", "End If\n", "For i = 1 To 3\n", "Next ", "i", ", ",
+    "Do\n", "Loop\n", "Select Case ", "Case ", "Is ", ">", " To ", "End Select\n", "\n", "\n",
+    ":", " = ", "\"a\"\"b\"", "\"", "#1/2/2003#", "#", "&HFF&", "1.5", "%", "$", "!", ".", " _\n",
+    "ReDim ", "Preserve ", "Erase ", "LBound(", "LenB(", "Me", "Print ", ";", "Debug.Print ",
+    "On Error ", "GoTo 0\n", "Resume Next\n", "Let ", "Type T\n", "End Type\n", "Property Get ",
+    "End", "Option ", "Explicit\n", "Base 1\n", "ByVal ", "Optional ", "Mid(", "-",
+    "\xE8\xA1\xA8", "'", "Rem ", "Attribute ", "=", "With ", "End With\n", "New ", ":=",
 };
+// clang-format on
 
 constexpr std::string_view kStepParts[] = {
     "click ", "a",        ".",       "(",      ")",       "1",       ",",     "\"x\"",     "\"",
@@ -142,11 +50,6 @@ constexpr std::string_view kStepParts[] = {
     "until ", "within ",  "dialog ", "press ", "choose ", "\n",      "True",  "-0.5",      "shot ",
     "of ",    "message ", "ok",      "times ", "type ",   "set ",    "call ",
 };
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 template <size_t N>
 std::string Assembled(const std::string_view (&parts)[N], std::string_view choice) {

@@ -21,36 +21,19 @@ constexpr GridCapacity kCapacity{.maxRows = 7, .maxCols = 5};
 constexpr int64_t kEntries = int64_t{kCapacity.maxRows} * kCapacity.maxCols;
 constexpr int32_t kNumbers[] = {
     INT32_MIN, -100, -1, 0, 1, 1, 2, 2, 3, 3, 4, 5, 6, 7, 8, 9, 70000, INT32_MAX - 1, INT32_MAX};
-constexpr const char* kTexts[] = {"",
-                                  "a",
-                                  "b\tc",
-                                  "\t",
-                                  "d\t\te",
-                                  "\tf\t",
-                                  "g\th\ti",
-                                  "\x83\x5C",
-                                  "j\tk\tl\tm\tn\to",
-                                  "\t\t\tp",
-                                  "long text "
-                                  "that no string keeps in itself"};
+// clang-format off
+constexpr const char* kTexts[] = {
+    "", "a", "b\tc", "\t", "d\t\te", "\tf\t", "g\th\ti", "\x83\x5C", "j\tk\tl\tm\tn\to",
+    "\t\t\tp", "long text ", "that no string keeps in itself",
+};
+// clang-format on
 
-// The bytes of the input, one after another; zeros behind them.
-class Choices {
+class Choices : public Input {
  public:
-  explicit Choices(std::span<const uint8_t> input) : input_(input) {}
-  bool any() const { return !input_.empty(); }
-  uint8_t Byte() {
-    if (input_.empty()) return 0;
-    const uint8_t byte = input_.front();
-    input_ = input_.subspan(1);
-    return byte;
-  }
-  int32_t Number() { return kNumbers[Byte() % std::size(kNumbers)]; }
-  std::string Text() { return kTexts[Byte() % std::size(kTexts)]; }
+  using Input::Input;
+  int32_t Size() { return kNumbers[Byte() % std::size(kNumbers)]; }
+  std::string Word() { return kTexts[Byte() % std::size(kTexts)]; }
   bool Bit() { return Byte() % 2 != 0; }
-
- private:
-  std::span<const uint8_t> input_;
 };
 
 // What a record manager answers: positions as they were asked for, statuses as the input says.
@@ -83,7 +66,7 @@ class Course {
         &Course::Clear,     &Course::Fill,     &Course::Edit,   &Course::Delete,
         &Course::PutText,   &Course::PutLine,  &Course::Go,
     };
-    while (choices_.any()) {
+    while (!choices_.IsOver()) {
       (this->*kSteps[choices_.Byte() % std::size(kSteps)])();
       CheckCells();
     }
@@ -93,7 +76,7 @@ class Course {
   GridModel& grid() { return grid_.model; }
 
   void PutCounts() {
-    const int32_t value = choices_.Number();
+    const int32_t value = choices_.Size();
     switch (choices_.Byte() % 4) {
       case 0:
         grid().PutCols(value);
@@ -114,8 +97,8 @@ class Course {
   }
 
   void PutSizes() {
-    const int32_t index = choices_.Number();
-    const int32_t twips = choices_.Number();
+    const int32_t index = choices_.Size();
+    const int32_t twips = choices_.Size();
     int32_t got = 0;
     const bool col = choices_.Bit();
     const GridResult put =
@@ -127,8 +110,8 @@ class Course {
   }
 
   void Go() {
-    grid().Row = choices_.Number();
-    grid().Col = choices_.Number();
+    grid().Row = choices_.Size();
+    grid().Col = choices_.Size();
     std::string text;
     grid().GetText(text);
     grid().KeepEditText();
@@ -136,13 +119,13 @@ class Course {
 
   void Select() {
     grid().FillStyle = choices_.Bit() ? kFillSelection : kFillCell;
-    grid().SelStartRow = choices_.Number();
-    grid().SelEndRow = choices_.Number();
-    grid().SelStartCol = choices_.Number();
-    grid().SelEndCol = choices_.Number();
+    grid().SelStartRow = choices_.Size();
+    grid().SelEndRow = choices_.Size();
+    grid().SelStartCol = choices_.Size();
+    grid().SelEndCol = choices_.Size();
   }
 
-  void PutText() { WriteText(choices_.Text()); }
+  void PutText() { WriteText(choices_.Word()); }
 
   void WriteText(const std::string& text) {
     Expect(text);
@@ -179,9 +162,9 @@ class Course {
   }
 
   void PutLine() {
-    const int32_t row = choices_.Number();
-    const int32_t col = choices_.Number();
-    const std::string text = choices_.Text();
+    const int32_t row = choices_.Size();
+    const int32_t col = choices_.Size();
+    const std::string text = choices_.Word();
     ExpectLine(row, col, text);
     bool memory = true;
     grid().SetRowText(row, col, text, memory);
@@ -199,14 +182,14 @@ class Course {
   }
 
   void Format() {
-    const int32_t col = choices_.Number();
+    const int32_t col = choices_.Size();
     const bool formats = choices_.Bit();
     grid().PutFormatString(col, formats ? "<>" : "");
     if (col >= 0 && col < kCapacity.maxCols) formatted_[static_cast<size_t>(col)] = formats;
   }
 
   void PutArrays() {
-    const int32_t index = choices_.Number();
+    const int32_t index = choices_.Size();
     grid().PutTextAlign(index, 2);
     grid().PutIMEMode(index, 3);
     grid().PutCellMaxLength(index, 4);
@@ -232,7 +215,7 @@ class Course {
     int64_t row = grid().FixedRows;
     const int rows = choices_.Byte() % 12;
     for (int32_t record = 0; record < rows; ++record) {
-      const std::string text = choices_.Text();
+      const std::string text = choices_.Word();
       fill.GivePosition(static_cast<uint32_t>(record + 1));
       const bool room = row != grid().Rows || grid().Rows < kCapacity.maxRows;
       const bool more = fill.AddRow(text.c_str());
@@ -247,13 +230,13 @@ class Course {
 
   void Edit() {
     grid().editActive = 1;
-    grid_.edit = CodePageToUtf8(choices_.Text());
+    grid_.edit = CodePageToUtf8(choices_.Word());
     grid_.cancel = choices_.Bit() ? "BeforeUpdate" : "";
     TakeStatuses();
     const std::string text = grid_.EditText();
     if (text != grid().savedEditText) Expect(text);
     grid_.data.CommitCell();
-    grid_.data.CommitRow(choices_.Number());
+    grid_.data.CommitRow(choices_.Size());
   }
 
   void Delete() {
@@ -339,6 +322,6 @@ class Course {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   ReplaceShowBox(CountMessage);
   ReplaceBtrCall(&Answer);
-  Course(Choices({data, size})).Run();
+  Course(Choices(data, size)).Run();
   return 0;
 }

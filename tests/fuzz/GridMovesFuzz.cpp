@@ -2,22 +2,20 @@
 // happens, the view and the current cell stay among the cells that there are, positions within
 // their range, and no walk fails.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <iterator>
 
 #include "grid/layout/GridKeys.h"
 #include "grid/layout/GridMouse.h"
 #include "grid/layout/GridScroll.h"
+#include "tests/fuzz/FuzzInput.h"
 #include "tests/grid/layout/PlayedScreen.h"
 
 namespace qrn::test {
 namespace {
 
-class Choices {
+class Choices : public fuzz::Input {
  public:
-  Choices(const uint8_t* data, size_t size) : at_(data), left_(size) {}
-  bool empty() const { return left_ == 0; }
+  using Input::Input;
   int32_t Below(int32_t limit) { return Byte() % limit; }
   // From well before the cells to well behind them.
   int32_t Place() { return Byte() * 3 - 60; }
@@ -26,22 +24,7 @@ class Choices {
     const int32_t byte = Byte();
     return byte < 6 ? kOdd[byte] : byte;
   }
-
- private:
-  int32_t Byte() {
-    if (left_ == 0) return 0;
-    --left_;
-    return *at_++;
-  }
-  const uint8_t* at_;
-  size_t left_;
 };
-
-void Expect(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "\n%s\n", what);
-  std::abort();
-}
 
 class QuietScreen final : public PlayedScreen {
  public:
@@ -60,7 +43,7 @@ class Session {
   }
 
   void Run() {
-    while (!choices_.empty()) {
+    while (!choices_.IsOver()) {
       Step();
       Check();
     }
@@ -127,8 +110,10 @@ class Session {
       const int32_t limit = axis == &view.rows ? screen_.usable.height : screen_.usable.width;
       int32_t before = -1;
       for (const PlacedTrack& each : axis->ShownScrolling(limit)) {
-        Expect(each.index > before && each.index < axis->count, "a row that is not there is shown");
-        Expect(each.span.start < limit && each.span.start < each.span.end, "a row out of place");
+        fuzz::Require(each.index > before && each.index < axis->count,
+                      "a row that is not there is shown");
+        fuzz::Require(each.span.start < limit && each.span.start < each.span.end,
+                      "a row out of place");
         before = each.index;
       }
     }
@@ -139,8 +124,8 @@ class Session {
   // Not further out than where a program has put it.
   static void ExpectAmong(int32_t index, int32_t given, int32_t fixed, int32_t count,
                           const char* what) {
-    Expect(index >= std::min({given, fixed, 0}) && index <= std::max({given, fixed, count - 1}),
-           what);
+    fuzz::Require(
+        index >= std::min({given, fixed, 0}) && index <= std::max({given, fixed, count - 1}), what);
   }
 
   Choices& choices_;

@@ -1,20 +1,17 @@
 // The blocks of Create and Create Index, the stored specification, extended descriptors: arbitrary
 // bytes give a status, and whatever is accepted can be used.
-#include <cstdlib>
 
 #include "btrieve/keys/KeyOrder.h"
 #include "btrieve/operations/StatReply.h"
 #include "btrieve/scans/ExtendedRequest.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace btrieve;
+using namespace qrn::fuzz;
 
 namespace {
 
-using Input = std::span<const uint8_t>;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using Bytes = std::span<const uint8_t>;
 
 // Every accepted key can be built and fed a record and a value.
 void UseKeys(const FileSpec& file) {
@@ -42,21 +39,21 @@ void UseSpec(const FileSpec& file) {
   Require(length <= room.size());
 }
 
-void TryCreate(Input input) {
+void TryCreate(Bytes input) {
   FileSpec file;
   if (ParseCreateBlock(input, file) != kOk) return;
   UseSpec(file);
   uint8_t added = 0;
-  const Input rest = input.subspan(input.size() / 2);
+  const Bytes rest = input.subspan(input.size() / 2);
   if (AddIndexFromBlock(rest, 0, file, added) == kOk) UseSpec(file);
 }
 
-void TryStored(Input input) {
+void TryStored(Bytes input) {
   FileSpec file;
   if (LoadSpec(input, file)) UseSpec(file);
 }
 
-void TryDescriptor(Input input) {
+void TryDescriptor(Bytes input) {
   FileSpec file;
   file.sequences.resize(input.size() % 2);
   ExtendedRequest request;
@@ -71,20 +68,20 @@ void TryDescriptor(Input input) {
   Require(writer.Finish() <= reply.size());
 }
 
-void TryInsert(Input input) {
-  std::vector<Input> images;
+void TryInsert(Bytes input) {
+  std::vector<Bytes> images;
   if (ParseInsertExtended(input, images) != kOk) return;
   size_t bytes = 2;
-  for (const Input& image : images) bytes += 2 + image.size();
+  for (const Bytes& image : images) bytes += 2 + image.size();
   Require(bytes == input.size());
 }
 
-constexpr void (*kTargets[])(Input) = {TryCreate, TryStored, TryDescriptor, TryInsert};
+constexpr void (*kTargets[])(Bytes) = {TryCreate, TryStored, TryDescriptor, TryInsert};
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
-  kTargets[data[0] % 4](Input(data + 1, size - 1));
+  kTargets[data[0] % 4](Bytes(data + 1, size - 1));
   return 0;
 }

@@ -1,15 +1,15 @@
 // Streams of any bytes as the persisted state of every control, and pictures of any bytes. What
 // reads must write back as it was read.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "binding/tables/AllTables.h"
 #include "ole/tables/PersistStream.h"
 #include "ole/tables/PictureBytes.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace qrn::ole;
+using namespace qrn::fuzz;
 
 namespace {
 
@@ -37,12 +37,6 @@ class Sink final : public ByteSink {
   }
   std::vector<uint8_t> bytes;
 };
-
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 // A stream that begins as the control's map does, with bytes of the input for its values: plain
 // random bytes seldom get past the first type.

@@ -1,24 +1,18 @@
 // Files of any bytes as pictures: plain, and behind the heads of each kind. What is taken out of
 // them lies inside them.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <iterator>
 
 #include "controls/picture/files/PictureFile.h"
 #include "tests/controls/picture/SampleFiles.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace qrn;
+using namespace qrn::fuzz;
 
 namespace {
 
 using Bytes = std::span<const uint8_t>;
-
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 bool LiesIn(Bytes part, Bytes whole) {
   return part.data() >= whole.data() && part.data() + part.size() <= whole.data() + whole.size();

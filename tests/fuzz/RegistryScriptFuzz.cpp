@@ -1,59 +1,23 @@
 // Registration scripts of any text: read or refused with the line of the mistake.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "ole/tables/RegistryScript.h"
+#include "tests/fuzz/FuzzInput.h"
 
 using namespace qrn::ole;
+using namespace qrn::fuzz;
 
 namespace {
 
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
-
+// clang-format off
 constexpr const char16_t* kWords[] = {
-    u"HKCR ",
-    u"HKLM",
-    u"{",
-    u"{ ",
-    u"}",
-    u" } ",
-    u"NoRemove ",
-    u"val ",
-    u"Delete ",
-    u" = ",
-    u"=",
-    u"s ",
-    u"d ",
-    u"m ",
-    u"b ",
-    u"'",
-    u"''",
-    u"%MODULE%",
-    u"%",
-    u"%%",
-    u"&h",
-    u"12",
-    u"fF",
-    u"A",
-    u"\\0",
-    u"CLSID",
-    u"\n",
-    u" ",
-    u"'a b'",
-    u"= s x ",
-    u"A { ",
-    u"\u3042",
-    u"\uFF8C\uFF9F",
-    u"ForceRemove ",
-    u"{0BE35203-8F91-11CE-9DE3-00AA004BB851}",
-    u"4294967296",
+    u"HKCR ", u"HKLM", u"{", u"{ ", u"}", u" } ", u"NoRemove ", u"val ", u"Delete ", u" = ", u"=",
+    u"s ", u"d ", u"m ", u"b ", u"'", u"''", u"%MODULE%", u"%", u"%%", u"&h", u"12", u"fF", u"A",
+    u"\\0", u"CLSID", u"\n", u" ", u"'a b'", u"= s x ", u"A { ", u"\u3042", u"\uFF8C\uFF9F",
+    u"ForceRemove ", u"{0BE35203-8F91-11CE-9DE3-00AA004BB851}", u"4294967296",
 };
+// clang-format on
 
 int Depth(const RegistryKey& key) {
   int deepest = 0;

@@ -13,43 +13,14 @@ using namespace qrn::fuzz;
 
 namespace {
 
-constexpr const char* kWords[] = {"@0",
-                                  "@1 ",
-                                  "@3",
-                                  "@10 ",
-                                  "@f1 ",
-                                  "@f2",
-                                  "@17",
-                                  "@99999999999 ",
-                                  "@12",
-                                  "@",
-                                  " ",
-                                  " ",
-                                  " ",
-                                  "= ",
-                                  "<>",
-                                  ">=",
-                                  "<",
-                                  "> ",
-                                  "<= ",
-                                  " = 5",
-                                  " & ",
-                                  "|",
-                                  " | ",
-                                  "&",
-                                  "'a'",
-                                  "\"",
-                                  "2024",
-                                  "-1.5",
-                                  "/",
-                                  "\t",
-                                  "x",
-                                  "\x83\x7C",
-                                  "\x95\x5C",
-                                  "\x83@ ",
-                                  "\x81",
-                                  ("@\x83\x7C\x83\x5C\x83\x40"
-                                   "0 ")};
+// clang-format off
+constexpr const char* kWords[] = {
+    "@0", "@1 ", "@3", "@10 ", "@f1 ", "@f2", "@17", "@99999999999 ", "@12", "@", " ", " ", " ",
+    "= ", "<>", ">=", "<", "> ", "<= ", " = 5", " & ", "|", " | ", "&", "'a'", "\"", "2024",
+    "-1.5", "/", "\t", "x", "\x83\x7C", "\x95\x5C", "\x83@ ", "\x81",
+    ("@\x83\x7C\x83\x5C\x83\x40" "0 "),
+};
+// clang-format on
 
 bool IsTermHead(std::span<const uint8_t> head, bool last) {
   const int comparison = head[5] & ~(BtrWithField | BtrIgnoringCase);

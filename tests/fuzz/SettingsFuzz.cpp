@@ -1,5 +1,4 @@
 // Settings files of any bytes: every setting is read to something that the codecs can work with.
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -10,17 +9,13 @@
 #include "fields/FieldText.h"
 #include "platform/MessageBox.h"
 #include "platform/Profile.h"
+#include "tests/fuzz/FuzzInput.h"
 #include "tests/support/TempFolder.h"
 
 using namespace qrn;
+using namespace qrn::fuzz;
 
 namespace {
-
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
-}
 
 // A directory of this process for its quorin.ini and win.ini, removed at the end.
 class IniDirectory {

@@ -14,7 +14,7 @@
 #include "fields/HeapCheck.h"
 #include "platform/Bstr.h"
 #include "platform/CodePage.h"
-#include "platform/Heap.h"
+#include "platform/Memory.h"
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/binding/PlayedControls.h"

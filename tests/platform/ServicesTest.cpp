@@ -9,12 +9,11 @@
 #include "platform/Bstr.h"
 #include "platform/BtrCall.h"
 #include "platform/CodePage.h"
+#include "platform/Files.h"
 #include "platform/LexbaseCalls.h"
 #include "platform/LocalDate.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"
-#include "platform/MissingFile.h"
-#include "platform/ShortPath.h"
 #include "platform/StringTable.h"
 #include "platform/SystemLibrary.h"
 

@@ -1,8 +1,9 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 
-#include "platform/ShortPath.h"
+#include "platform/Files.h"
 
 namespace qrn {
 
@@ -16,6 +17,11 @@ bool GetShortPath(const char* directory, std::span<char> out) noexcept {
   }
   *std::copy(text.begin(), text.end(), out.data()) = '\0';
   return true;
+}
+
+bool IsMissingFile(const char* path) noexcept {
+  struct stat state {};
+  return stat(path, &state) != 0 && (errno == ENOENT || errno == ENOTDIR);
 }
 
 }  // namespace qrn

@@ -1,4 +1,5 @@
-// Directories and the paths of files in them. Paths are code page 932 bytes.
+// Directories, the paths of files in them, and whether a file is there. Paths are code page 932
+// bytes.
 #pragma once
 
 #include <cstddef>
@@ -23,5 +24,10 @@ inline constexpr size_t kPathSize = 260;  // bytes of a path with its NUL
 // True when the location needs no directory: a drive letter, a UNC name, natively also a leading
 // slash.
 bool IsWholePath(const char* location) noexcept;
+
+// True when the system says that nothing of that name is there, neither a file nor its directory.
+// False for what is there and for what the system does not tell (no access, a drive that does not
+// answer): a file must not be replaced because it could not be looked at.
+bool IsMissingFile(const char* path) noexcept;
 
 }  // namespace qrn

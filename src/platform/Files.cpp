@@ -1,4 +1,4 @@
-#include "platform/ShortPath.h"
+#include "platform/Files.h"
 
 #include <algorithm>
 

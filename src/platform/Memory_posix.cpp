@@ -1,0 +1,7 @@
+#include "platform/Memory.h"
+
+namespace qrn {
+
+HeapState SystemHeapState() { return kHeapGood; }
+
+}  // namespace qrn
