@@ -5,35 +5,12 @@
 namespace bench {
 namespace {
 
-constexpr uint32_t kRecords = 100000;
 constexpr uint32_t kKept = kRecords / 10;
 constexpr uint16_t kChunk = 500;
 
 // quantity >= 40 and quantity < 50 keeps one record in ten.
 constexpr int32_t kLow = 40;
 constexpr int32_t kHigh = 50;
-
-BtrieveFile& Ours() {
-  static BtrieveFile file(Workplace() + "/ours.btr");
-  static const bool ready = [] {
-    file.Create();
-    file.Open();
-    file.InsertAll(0, kRecords);
-    return true;
-  }();
-  (void)ready;
-  return file;
-}
-
-HandStore& ByHand() {
-  static HandStore store(Workplace() + "/hand.db");
-  static const bool ready = [] {
-    store.InsertAll(0, kRecords);
-    return true;
-  }();
-  (void)ready;
-  return store;
-}
 
 void Append(std::vector<uint8_t>& bytes, uint64_t value, int width) {
   for (int byte = 0; byte < width; ++byte)
@@ -123,14 +100,7 @@ void OneCallARecord(uint16_t first, uint16_t next, int8_t key) {
 // Fifty searches that each give up after 900 rejected records, in the middle of a file of `count`.
 template <uint32_t kCount>
 void FixedSearches() {
-  static BtrieveFile file(Workplace() + "/sized" + std::to_string(kCount) + ".btr");
-  static const bool ready = [] {
-    file.Create();
-    file.Open();
-    file.InsertAll(0, kCount);
-    return true;
-  }();
-  (void)ready;
+  static BtrieveFile file(Workplace() + "/sized" + std::to_string(kCount) + ".btr", kCount);
   std::vector<uint8_t> buffer(2 + kChunk * 30);
   const std::vector<uint8_t> request = Request("EG", 900);
   for (uint16_t search = 0; search < 50; ++search) {

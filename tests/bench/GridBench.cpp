@@ -1,10 +1,14 @@
 // A grid filled with 60,000 records of five fields beside the same records read by one loop of
 // SQLite's calls written by hand into texts, and beside a grid of half as many.
 
+#include <sqlite3.h>
+
 #include <charconv>
+#include <cstring>
 #include <memory>
 
-#include "Records.h"
+#include "Ratios.h"
+#include "btrieve/pages/CheckedVfs.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/Table.h"

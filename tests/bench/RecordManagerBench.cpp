@@ -5,30 +5,6 @@
 namespace bench {
 namespace {
 
-constexpr uint32_t kRecords = 100000;
-
-BtrieveFile& Ours() {
-  static BtrieveFile file(Workplace() + "/ours.btr");
-  static const bool ready = [] {
-    file.Create();
-    file.Open();
-    file.InsertAll(0, kRecords);
-    return true;
-  }();
-  (void)ready;
-  return file;
-}
-
-HandStore& ByHand() {
-  static HandStore store(Workplace() + "/hand.db");
-  static const bool ready = [] {
-    store.InsertAll(0, kRecords);
-    return true;
-  }();
-  (void)ready;
-  return store;
-}
-
 template <int8_t kKey>
 void WalkOurs() {
   BtrieveFile& file = Ours();
@@ -66,30 +42,19 @@ void WalkByHand() {
 
 void BulkOurs() {
   static int run = 0;
-  BtrieveFile file(Workplace() + "/bulk" + std::to_string(++run) + ".btr");
-  file.Create();
-  file.Open();
-  file.InsertAll(0, kRecords);
+  BtrieveFile file(Workplace() + "/bulk" + std::to_string(++run) + ".btr", kRecords);
   file.Close();
 }
 
 void BulkByHand() {
   static int run = 0;
-  HandStore store(Workplace() + "/bulk" + std::to_string(++run) + ".db");
-  store.InsertAll(0, kRecords);
+  const HandStore store(Workplace() + "/bulk" + std::to_string(++run) + ".db", kRecords);
 }
 
 // Percentages of records spread over a file of `count`.
 template <uint32_t kCount>
 void Percentages() {
-  static BtrieveFile file(Workplace() + "/percent" + std::to_string(kCount) + ".btr");
-  static const bool ready = [] {
-    file.Create();
-    file.Open();
-    file.InsertAll(0, kCount);
-    return true;
-  }();
-  (void)ready;
+  static BtrieveFile file(Workplace() + "/percent" + std::to_string(kCount) + ".btr", kCount);
   Record record;
   for (uint32_t step = 0; step < 2000; ++step) {
     const uint16_t wanted = static_cast<uint16_t>(step * 5 % 10001);

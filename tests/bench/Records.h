@@ -50,7 +50,13 @@ inline Record MakeRecord(uint32_t number) {
 // One open Btrieve file.
 class BtrieveFile {
  public:
-  explicit BtrieveFile(std::string path) : path_(std::move(path)) {}
+  // A new one, with the first `count` records.
+  BtrieveFile(std::string path, uint32_t count) : path_(std::move(path)) {
+    Create();
+    SetPath();
+    Check(Call(0, nullptr, 0) == 0, "open failed");
+    InsertAll(count);
+  }
 
   int Call(uint16_t operation, void* data, uint32_t length, int8_t key = 0) {
     length_ = length;
@@ -58,6 +64,9 @@ class BtrieveFile {
   }
   uint32_t Length() const { return length_; }
 
+  void Close() { Check(Call(1, nullptr, 0) == 0, "close failed"); }
+
+ private:
   void Create() {
     std::vector<uint8_t> block(16 + 16 * std::size(kKeys));
     Put(&block[0], kRecordLength);
@@ -72,22 +81,14 @@ class BtrieveFile {
     SetPath();
     Check(Call(14, block.data(), static_cast<uint32_t>(block.size())) == 0, "create failed");
   }
-  void Open() {
-    SetPath();
-    Check(Call(0, nullptr, 0) == 0, "open failed");
-  }
-  void Close() { Check(Call(1, nullptr, 0) == 0, "close failed"); }
-
-  void InsertAll(uint32_t from, uint32_t count) {
+  void InsertAll(uint32_t count) {
     Check(Call(19, nullptr, 0) == 0, "begin failed");
-    for (uint32_t number = from; number < from + count; ++number) {
+    for (uint32_t number = 0; number < count; ++number) {
       Record record = MakeRecord(number);
       Check(Call(2, record.data(), kRecordLength, -1) == 0, "insert failed");
     }
     Check(Call(20, nullptr, 0) == 0, "end failed");
   }
-
- private:
   static void Put(uint8_t* place, size_t value) {
     place[0] = static_cast<uint8_t>(value);
     place[1] = static_cast<uint8_t>(value >> 8);
@@ -103,7 +104,8 @@ class BtrieveFile {
 // The same trees by hand: a table of records by position, one tree a key.
 class HandStore {
  public:
-  explicit HandStore(const std::string& path) {
+  // A new one, with the first `count` records.
+  HandStore(const std::string& path, uint32_t count) {
     Check(btrieve::RegisterCheckedVfs(), "SQLite could not start");
     Check(sqlite3_open(path.c_str(), &db_) == SQLITE_OK, "SQLite could not open its file");
     Run("PRAGMA journal_mode=WAL");
@@ -113,6 +115,7 @@ class HandStore {
       Run("CREATE TABLE IF NOT EXISTS k" + std::to_string(key) +
           "(e BLOB PRIMARY KEY, pos INTEGER) WITHOUT ROWID");
     }
+    InsertAll(count);
   }
   ~HandStore() { sqlite3_close(db_); }
   HandStore(const HandStore&) = delete;
@@ -127,14 +130,15 @@ class HandStore {
     return statement;
   }
 
-  void InsertAll(uint32_t from, uint32_t count) {
+ private:
+  void InsertAll(uint32_t count) {
     Run("BEGIN IMMEDIATE");
     sqlite3_stmt* records = Prepare("INSERT INTO rec VALUES(?,1,?)");
     sqlite3_stmt* keys[std::size(kKeys)];
     for (size_t key = 0; key < std::size(kKeys); ++key) {
       keys[key] = Prepare("INSERT INTO k" + std::to_string(key) + " VALUES(?,?)");
     }
-    for (uint32_t number = from; number < from + count; ++number) {
+    for (uint32_t number = 0; number < count; ++number) {
       const Record record = MakeRecord(number);
       sqlite3_bind_int64(records, 1, number + 1);
       sqlite3_bind_blob(records, 2, record.data(), kRecordLength, SQLITE_STATIC);
@@ -146,8 +150,6 @@ class HandStore {
     for (sqlite3_stmt* statement : keys) sqlite3_finalize(statement);
     Run("COMMIT");
   }
-
- private:
   static void Step(sqlite3_stmt* statement) {
     Check(sqlite3_step(statement) == SQLITE_DONE, "an insert by hand failed");
     sqlite3_reset(statement);
@@ -169,5 +171,17 @@ class HandStore {
 
   sqlite3* db_ = nullptr;
 };
+
+inline constexpr uint32_t kRecords = 100000;
+
+inline BtrieveFile& Ours() {
+  static BtrieveFile file(Workplace() + "/ours.btr", kRecords);
+  return file;
+}
+
+inline HandStore& ByHand() {
+  static HandStore store(Workplace() + "/hand.db", kRecords);
+  return store;
+}
 
 }  // namespace bench

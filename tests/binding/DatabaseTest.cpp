@@ -204,56 +204,41 @@ TEST_F(DatabaseControl, ADesignersDirectoryTakesEffectAtOnce) {
 
 // Every method that needs a table, on each way to lack it.
 TEST_F(DatabaseControl, MethodsCheckDictionaryTableAndOpenState) {
+  using B = PlayedBtr&;
+  using T = const char*;
   int32_t number = 77;
   uint16_t percentage = 77;
   std::string text = "kept";
   ExAccessResult result{77, 77};
   const struct {
     const char* name;
-    std::function<int32_t(PlayedBtr&, const char*)> call;
+    std::function<int32_t(B, T)> call;
     bool needsOpen;
   } cases[] = {
-      {"DbOpen", [](PlayedBtr& b, const char* t) { return b.DbOpen(t); }, false},
-      {"DbCreate", [](PlayedBtr& b, const char* t) { return b.DbCreate(t); }, false},
-      {"DbSetFileName", [](PlayedBtr& b, const char* t) { return b.DbSetFileName(t, "a"); }, false},
-      {"DbSetFieldData",
-       [](PlayedBtr& b, const char* t) { return b.DbSetFieldData(t, "Name", ""); }, true},
-      {"DbGetRecordLength",
-       [&](PlayedBtr& b, const char* t) { return b.DbGetRecordLength(t, number); }, false},
-      {"DbGetNumOfField", [&](PlayedBtr& b, const char* t) { return b.DbGetNumOfField(t, number); },
-       false},
-      {"DbGetNumOfIndex", [&](PlayedBtr& b, const char* t) { return b.DbGetNumOfIndex(t, number); },
-       false},
-      {"DbGetFieldName", [&](PlayedBtr& b, const char* t) { return b.DbGetFieldName(t, 0, text); },
-       false},
-      {"DbGetIndexName", [&](PlayedBtr& b, const char* t) { return b.DbGetIndexName(t, 0, text); },
-       false},
-      {"DbClose", [](PlayedBtr& b, const char* t) { return b.DbClose(t); }, true},
-      {"DbAccess", [](PlayedBtr& b, const char* t) { return b.DbAccess(12, t, "ByCode"); }, true},
-      {"DbTransferToControl", [](PlayedBtr& b, const char* t) { return b.DbTransferToControl(t); },
+      {"DbOpen", [](B b, T t) { return b.DbOpen(t); }, false},
+      {"DbCreate", [](B b, T t) { return b.DbCreate(t); }, false},
+      {"DbSetFileName", [](B b, T t) { return b.DbSetFileName(t, "a"); }, false},
+      {"DbSetFieldData", [](B b, T t) { return b.DbSetFieldData(t, "Name", ""); }, true},
+      {"DbGetRecordLength", [&](B b, T t) { return b.DbGetRecordLength(t, number); }, false},
+      {"DbGetNumOfField", [&](B b, T t) { return b.DbGetNumOfField(t, number); }, false},
+      {"DbGetNumOfIndex", [&](B b, T t) { return b.DbGetNumOfIndex(t, number); }, false},
+      {"DbGetFieldName", [&](B b, T t) { return b.DbGetFieldName(t, 0, text); }, false},
+      {"DbGetIndexName", [&](B b, T t) { return b.DbGetIndexName(t, 0, text); }, false},
+      {"DbClose", [](B b, T t) { return b.DbClose(t); }, true},
+      {"DbAccess", [](B b, T t) { return b.DbAccess(12, t, "ByCode"); }, true},
+      {"DbTransferToControl", [](B b, T t) { return b.DbTransferToControl(t); }, true},
+      {"DbTransferFromControl", [](B b, T t) { return b.DbTransferFromControl(t); }, true},
+      {"DbClearControlData", [](B b, T t) { return b.DbClearControlData(t); }, true},
+      {"DbUnlock", [](B b, T t) { return b.DbUnlock(t, 0); }, true},
+      {"DbGetDirect", [](B b, T t) { return b.DbGetDirect(t, 1, "ByCode"); }, true},
+      {"DbGetDataSize", [](B b, T t) { return b.DbGetDataSize(t, "Name"); }, true},
+      {"DbGetDataType", [](B b, T t) { return b.DbGetDataType(t, "Name"); }, true},
+      {"DbGetByPercentage", [](B b, T t) { return b.DbGetByPercentage(t, "ByCode", 0); }, true},
+      {"DbFindPercentage", [&](B b, T t) { return b.DbFindPercentage(t, "ByCode", 0, percentage); },
        true},
-      {"DbTransferFromControl",
-       [](PlayedBtr& b, const char* t) { return b.DbTransferFromControl(t); }, true},
-      {"DbClearControlData", [](PlayedBtr& b, const char* t) { return b.DbClearControlData(t); },
-       true},
-      {"DbUnlock", [](PlayedBtr& b, const char* t) { return b.DbUnlock(t, 0); }, true},
-      {"DbGetDirect", [](PlayedBtr& b, const char* t) { return b.DbGetDirect(t, 1, "ByCode"); },
-       true},
-      {"DbGetDataSize", [](PlayedBtr& b, const char* t) { return b.DbGetDataSize(t, "Name"); },
-       true},
-      {"DbGetDataType", [](PlayedBtr& b, const char* t) { return b.DbGetDataType(t, "Name"); },
-       true},
-      {"DbGetByPercentage",
-       [](PlayedBtr& b, const char* t) { return b.DbGetByPercentage(t, "ByCode", 0); }, true},
-      {"DbFindPercentage",
-       [&](PlayedBtr& b, const char* t) { return b.DbFindPercentage(t, "ByCode", 0, percentage); },
-       true},
-      {"DbExAccess",
-       [&](PlayedBtr& b, const char* t) { return b.DbExAccess(t, {}, "ByCode", result); }, true},
-      {"DbGetNumOfRecords",
-       [&](PlayedBtr& b, const char* t) { return b.DbGetNumOfRecords(t, number); }, true},
-      {"DbClearFieldBuffer", [](PlayedBtr& b, const char* t) { return b.DbClearFieldBuffer(t); },
-       true},
+      {"DbExAccess", [&](B b, T t) { return b.DbExAccess(t, {}, "ByCode", result); }, true},
+      {"DbGetNumOfRecords", [&](B b, T t) { return b.DbGetNumOfRecords(t, number); }, true},
+      {"DbClearFieldBuffer", [](B b, T t) { return b.DbClearFieldBuffer(t); }, true},
   };
   PlayedBtr empty("Empty", &form);
   auto btr = Make();

@@ -310,44 +310,38 @@ const CallsCase kCalls[] = {
     {"PN", ".."},
 };
 
-char Call(IPropertyPage& page, char letter, HWND frame, IUnknown* object, IPropertyPageSite* site) {
-  const RECT place{1, 2, 301, 202};
-  HRESULT result = E_NOTIMPL;
-  switch (letter) {
-    case 'A':
-      result = page.Activate(frame, &place, FALSE);
-      break;
-    case 'D':
-      result = page.Deactivate();
-      break;
-    case 'S':
-      result = page.Show(SW_SHOW);
-      break;
-    case 'H':
-      result = page.Show(SW_HIDE);
-      break;
-    case 'M':
-      result = page.Move(&place);
-      break;
-    case 'O':
-      result = page.SetObjects(1, &object);
-      break;
-    case 'N':
-      result = page.SetObjects(0, nullptr);
-      break;
-    case 'P':
-      result = page.Apply();
-      break;
-    case 'T':
-      result = page.SetPageSite(site);
-      break;
-    case 'U':
-      result = page.SetPageSite(nullptr);
-      break;
-    case 'W':
-      result = DestroyWindow(frame) ? S_OK : E_FAIL;
-      break;
-  }
+struct CallParts {
+  IPropertyPage& page;
+  HWND frame;
+  IUnknown* object;
+  IPropertyPageSite* site;
+};
+
+constexpr RECT kPlace{1, 2, 301, 202};
+
+struct LetterRow {
+  char letter;
+  HRESULT (*call)(CallParts& on);
+};
+// clang-format off
+constexpr LetterRow kLetters[] = {
+    {'A', [](CallParts& on) { return on.page.Activate(on.frame, &kPlace, FALSE); }},
+    {'D', [](CallParts& on) { return on.page.Deactivate(); }},
+    {'S', [](CallParts& on) { return on.page.Show(SW_SHOW); }},
+    {'H', [](CallParts& on) { return on.page.Show(SW_HIDE); }},
+    {'M', [](CallParts& on) { return on.page.Move(&kPlace); }},
+    {'O', [](CallParts& on) { return on.page.SetObjects(1, &on.object); }},
+    {'N', [](CallParts& on) { return on.page.SetObjects(0, nullptr); }},
+    {'P', [](CallParts& on) { return on.page.Apply(); }},
+    {'T', [](CallParts& on) { return on.page.SetPageSite(on.site); }},
+    {'U', [](CallParts& on) { return on.page.SetPageSite(nullptr); }},
+    {'W', [](CallParts& on) { return DestroyWindow(on.frame) ? S_OK : E_FAIL; }},
+};
+// clang-format on
+
+char Call(CallParts& on, char letter) {
+  const auto* row = std::ranges::find(kLetters, letter, &LetterRow::letter);
+  const HRESULT result = row->call(on);
   return result == S_OK ? '.' : result == E_UNEXPECTED ? '!' : '?';
 }
 
@@ -358,11 +352,9 @@ TEST_F(Pages, TakeCallsInAnyOrderAndLeaveNothing) {
                                          nullptr, nullptr, nullptr);
       const auto site = com::Make<StatusSite>();
       auto page = MakePage(kPages[i]);
-      IUnknown* object = Control(kClasses[i]);
+      CallParts on{*page.get(), frame, Control(kClasses[i]), site.get()};
       std::string results;
-      for (const char* call = row.calls; *call; ++call) {
-        results += Call(*page.get(), *call, frame, object, site.get());
-      }
+      for (const char* call = row.calls; *call; ++call) results += Call(on, *call);
       EXPECT_EQ(results, row.results) << kPages[i].className << " " << row.calls;
       EXPECT_EQ(page.detach()->Release(), 0u) << row.calls;
       EXPECT_FALSE(GetWindow(frame, GW_CHILD)) << row.calls;
