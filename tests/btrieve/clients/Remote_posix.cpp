@@ -33,6 +33,7 @@ struct Pipe {
 
 std::vector<char*> PointersTo(std::vector<std::string>& arguments) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   return pointers;
