@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "host/form/SourceText.h"
-#include "host/form/VbBlocks.h"
-#include "host/form/VbStatements.h"
 #include "host/form/VbTokens.h"
 
 namespace qrn::designer {
@@ -12,7 +10,6 @@ namespace {
 
 using form::LogicalLine;
 using form::SameWord;
-using form::Statement;
 using form::Token;
 
 constexpr char kFormObject[] = "Form";

@@ -9,8 +9,6 @@
 namespace qrn::designer {
 namespace {
 
-using form::SameWord;
-
 bool IsMenu(const Block& block) { return block.Is("VB", "Menu"); }
 
 bool IsControl(const Item& item) {
@@ -163,7 +161,7 @@ Ids Design::OnForm(const Ids& ids) const {
   return kept;
 }
 
-void Design::Select(Ids ids) {
+void Design::Select(const Ids& ids) {
   Ids kept = OnForm(ids);
   if (kept == selection_) return;
   selection_ = std::move(kept);

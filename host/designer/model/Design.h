@@ -78,7 +78,7 @@ class Design {
   const Ids& selection() const noexcept { return selection_; }
   ControlId Primary() const noexcept { return selection_.empty() ? 0 : selection_.back(); }
   bool IsSelected(ControlId id) const noexcept;
-  void Select(Ids ids);
+  void Select(const Ids& ids);
 
   // --- Changes, within a step.
   // Writes a value as Visual Basic does: a boolean, a colour, an enumeration by what is known of

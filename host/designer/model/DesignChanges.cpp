@@ -162,7 +162,7 @@ void Design::PutInFront(ControlId container, BlockRef control) {
 }
 
 BlockRef Design::TakeOut(ControlId id) {
-  const BlockRef control = Hold(id);
+  BlockRef control = Hold(id);
   const BlockRef container = Hold(Container(id));
   Make({container, container->Find(*control), 1, {}});
   return control;
