@@ -21,9 +21,13 @@ struct Keeper {
   bool busy = false;
 };
 
-Keeper& TheKeeper() {
-  static auto* keeper = new Keeper;
-  return *keeper;
+Keeper& TheKeeper() noexcept {
+  static union Lasting {
+    Lasting() : keeper() {}
+    ~Lasting() {}
+    Keeper keeper;
+  } lasting;
+  return lasting.keeper;
 }
 
 // Whether anything in the file is left to look after soon.

@@ -1,4 +1,3 @@
-#include <system_error>
 #include <thread>
 
 #include "btrieve/system/Background.h"
@@ -10,7 +9,7 @@ bool StartThread(void (*body)()) noexcept {
   try {
     std::thread(body).detach();
     return true;
-  } catch (const std::system_error&) {
+  } catch (...) {  // no thread, or no memory for one
     return false;
   }
 }

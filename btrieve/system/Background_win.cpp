@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <new>
+
 #include "btrieve/system/Background.h"
 
 namespace btrieve {
@@ -25,8 +27,8 @@ bool StartThread(void (*body)()) noexcept {
                           reinterpret_cast<LPCWSTR>(&StartThread), &module)) {
     return false;
   }
-  auto* start = new Start{body, module};
-  const HANDLE thread = CreateThread(nullptr, 0, Run, start, 0, nullptr);
+  auto* start = new (std::nothrow) Start{body, module};
+  const HANDLE thread = start ? CreateThread(nullptr, 0, Run, start, 0, nullptr) : nullptr;
   if (thread) {
     CloseHandle(thread);
     return true;

@@ -118,19 +118,21 @@ TEST(CodePart, RefusesEventsThatAreNotThere) {
 }
 
 TEST(CodePart, ChangesTheLinesThatDifferAlone) {
-  const std::string mixed = FormWith(kControls) + "one\rtwo\nthree\r\n\x81\x20";
-  struct Case {
-    const char* text;
+  const std::string odd = "\x81\x20";  // no character; systems show it differently
+  const std::string mixed = FormWith(kControls) + "one\rtwo\nthree\r\n" + odd;
+  const std::string shown = FileText().Decode(odd);
+  const struct {
+    std::string text;
     const char* bytes;
-  } const cases[] = {
-      {"one\ntwo\nthree\n・ ", "one\rtwo\nthree\r\n\x81\x20"},
-      {"one\r\ntwo\rthree\n・ ", "one\rtwo\nthree\r\n\x81\x20"},
-      {"one\n2\nthree\n・ ", "one\r2\r\nthree\r\n\x81\x20"},
-      {"zero\none\ntwo\nthree\n・ ", "zero\r\none\rtwo\nthree\r\n\x81\x20"},
+  } cases[] = {
+      {"one\ntwo\nthree\n" + shown, "one\rtwo\nthree\r\n\x81\x20"},
+      {"one\r\ntwo\rthree\n" + shown, "one\rtwo\nthree\r\n\x81\x20"},
+      {"one\n2\nthree\n" + shown, "one\r2\r\nthree\r\n\x81\x20"},
+      {"zero\none\ntwo\nthree\n" + shown, "zero\r\none\rtwo\nthree\r\n\x81\x20"},
       {"one\ntwo\nthree\n表\n", "one\rtwo\nthree\r\n\x95\x5C\r\n"},
       {"", ""},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     const auto design = Designed(mixed);
     CodePart code(*design);
     EXPECT_FALSE(code.PutText(row.text)) << row.text;

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <set>
 #include <sstream>
+#include <thread>
 
 #include "FailingMemory.h"
 #include "platform/BtrCall.h"
@@ -217,6 +218,30 @@ TEST_P(RecordManagerWithoutMemory, ReadsGoOnWhereTheyFailed) {
   if (Within()) {
     EXPECT_EQ(file_.Run(BtrOpAbortTransaction), 0);
   }
+}
+
+size_t ThreadCount() {
+  const std::filesystem::directory_iterator threads("/proc/self/task");
+  return static_cast<size_t>(std::distance(begin(threads), end(threads)));
+}
+
+// Its own thread ends when no file is open any more, and is begun by the next call, if it can be.
+TEST(RecordManagerFiles, AreLeftAloneWhereNoThreadCanBeBegun) {
+  File none;
+  std::array<char, 15> versions{};
+  ASSERT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0);
+  for (int look = 0; ThreadCount() > 1 && look < 500; ++look) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  ASSERT_EQ(ThreadCount(), 1U);
+  {
+    const FailingMemory memory(0);
+    ReplaceBtrCall(nullptr);
+    EXPECT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0);
+    EXPECT_TRUE(memory.Happened());
+  }
+  EXPECT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0);
+  EXPECT_EQ(ThreadCount(), 2U);
 }
 
 TEST(RecordManagerFiles, OpenOrStayClosedWithoutMemory) {
