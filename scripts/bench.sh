@@ -1,15 +1,16 @@
 # Running the benchmarks. Sourced by ./run.
 #
 # Every program build/native/bin/bench_* prints its ratios, each with a verdict beside the figure it
-# has to keep; those of lists and the grid, which need windows, do so under Wine with a display of their own. A
-# figure that is missed is told, not failed: on a busy machine it may be the machine.
+# has to keep; those of lists and the grid, which need windows, do so under Wine with a display of
+# their own. A figure that is missed is told, not failed: on a busy machine it may be the machine.
 
 # windows_bench PROGRAM: as the tests run it, in a prefix and before a display of its own.
 windows_bench() (
   mkdir -p "$LOGS"
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
-  ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
-  trap stop_windows EXIT
+  ensure_prefix "$BUILD/wine-template" || exit 3
+  make_scratch
+  trap 'stop_windows; remove_scratch' EXIT
   start_windows bench
   "$WINE64" "$1"
 )

@@ -12,6 +12,11 @@ namespace btrieve {
 // 7 bits a byte, the high ones first, all 8 of a ninth. Throws at `end`.
 inline uint64_t TakeVarint(const uint8_t*& at, const uint8_t* end) {
   if (at < end && *at < 0x80) return *at++;
+  if (end - at >= 3) {  // most numbers of a row
+    const uint32_t two = (at[0] & 0x7Fu) << 7 | (at[1] & 0x7Fu);
+    if (at[1] < 0x80) return at += 2, two;
+    if (at[2] < 0x80) return at += 3, two << 7 | at[-1];
+  }
   uint64_t value = 0;
   for (int byte = 0; byte < 8; ++byte) {
     if (at >= end) ThrowDamaged();
