@@ -27,7 +27,8 @@ End Function
 '
 { cat "$EXAMPLE/orders.frm"; printf '%s' "$signals" | sed 's/$/\r/'; } >orders.frm
 {
-  sed -n '1,/^End$/p' "$ROOT/tests/qrnform/share.frm"
+  # Beside the orders: a form in front of them would take their clicks.
+  sed -n '1,/^End$/p' "$ROOT/tests/qrnform/share.frm" | sed 's/ClientLeft  .*/ClientLeft = 12000/'
   printf 'Attribute VB_Name = "frmShare"\n%s' "$signals"
   cat <<'CODE'
 ' A line of the order that the grid shows, as the current record; with 200 it is locked.
