@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/form/Twips.h"
+
 namespace qrn::host {
 
-inline constexpr double kTwipsPerPixel = 15;
+using form::kTwipsPerPixel;
 inline constexpr int kPixelsPerInch = 96;
 inline constexpr int kHimetricPerInch = 2540;
 
@@ -19,7 +21,7 @@ inline int ToPixels(double twips) noexcept {
   const double pixels = std::clamp(twips / kTwipsPerPixel, -kMostPixels, kMostPixels);
   return static_cast<int>(std::lround(pixels));
 }
-inline double ToTwips(int pixels) noexcept { return pixels * kTwipsPerPixel; }
+inline double ToTwips(int pixels) noexcept { return double{kTwipsPerPixel} * pixels; }
 inline LONG ToHimetric(int pixels) noexcept {
   return MulDiv(pixels, kHimetricPerInch, kPixelsPerInch);
 }

@@ -5,11 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "host/form/Language.h"
 #include "host/newform/Relations.h"
 
 namespace qrn::newform {
 
-enum class Language { Japanese, English };
+using form::Language;
 
 struct FormChoice {
   std::string directory;         // for DDFDir, UTF-8

@@ -84,12 +84,12 @@ std::vector<FormPart::Value> FormPart::AllValues(int depth) const {
   };
   const bool isForm = depth == 0;
   if (!isForm) {
-    number("Left", long{box_.left} * kTwips);
-    number("Top", long{box_.top} * kTwips);
+    number("Left", long{box_.left} * kTwipsPerPixel);
+    number("Top", long{box_.top} * kTwipsPerPixel);
   }
   const char* const prefix = isForm ? "Client" : "";
-  number((prefix + std::string("Height")).c_str(), long{box_.height} * kTwips);
-  number((prefix + std::string("Width")).c_str(), long{box_.width} * kTwips);
+  number((prefix + std::string("Height")).c_str(), long{box_.height} * kTwipsPerPixel);
+  number((prefix + std::string("Width")).c_str(), long{box_.width} * kTwipsPerPixel);
   if (index_ >= 0) number("Index", index_);
   std::stable_sort(values.begin(), values.end(),
                    [](const Value& one, const Value& other) { return one.name < other.name; });

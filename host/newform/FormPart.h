@@ -5,9 +5,11 @@
 #include <string_view>
 #include <vector>
 
+#include "host/form/Twips.h"
+
 namespace qrn::newform {
 
-inline constexpr int kTwips = 15;  // of a pixel
+using form::kTwipsPerPixel;
 
 // Pixels of 96 to the inch, from the corner of what holds it.
 struct Box {

@@ -269,8 +269,8 @@ class Sheet {
         .Number("ClientTop", 345)
         .Text("LinkTopic", plan_.formName)
         .Truth("MaxButton", false)
-        .Number("ScaleHeight", long{top_} * kTwips)
-        .Number("ScaleWidth", long{layout_.width + 2 * kMargin} * kTwips)
+        .Number("ScaleHeight", long{top_} * kTwipsPerPixel)
+        .Number("ScaleWidth", long{layout_.width + 2 * kMargin} * kTwipsPerPixel)
         .Number("StartUpPosition", 2);
     form_ = std::move(whole);
   }

@@ -31,7 +31,7 @@ void Dress(CodeSheet& s, const char* grid, const Table& table, const std::vector
     const int characters = std::clamp(std::max(fit.characters, static_cast<int>(field.name.size())),
                                       kNarrowest, kWidest);
     const std::string place = "(" + Number(i + 1) + ")";
-    const int width = (characters * kCharacter + kMargin) * kTwips;
+    const int width = (characters * kCharacter + kMargin) * kTwipsPerPixel;
     s.code.Line(std::string(grid) + ".ColWidth" + place + " = " + std::to_string(width));
     if (!fit.isNumber) continue;
     s.code.Line(std::string(grid) + ".TextAlign" + place + " = 1");

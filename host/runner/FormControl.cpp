@@ -55,7 +55,7 @@ OLE_COLOR FormControl::BackColour() const {
 
 // Places on the form itself are in its scale; those in a frame are always twips.
 double FormControl::UnitsPerTwip() const {
-  return !container_ && form().look().pixelScale ? 1 / kTwipsPerPixel : 1;
+  return !container_ && form().look().pixelScale ? 1.0 / kTwipsPerPixel : 1;
 }
 
 void FormControl::Read(CompanionFiles&, form::Mistakes& mistakes) {

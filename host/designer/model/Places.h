@@ -6,10 +6,11 @@
 #include <vector>
 
 #include "host/designer/model/Design.h"
+#include "host/form/Twips.h"
 
 namespace qrn::designer {
 
-inline constexpr int32_t kTwipsPerPixel = 15;
+using form::kTwipsPerPixel;
 inline constexpr int32_t kLargestSize = 245745;  // 16,383 pixels, the most that a form can have
 
 struct Point {

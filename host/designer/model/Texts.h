@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "host/form/Language.h"
+
 namespace qrn::designer {
 
-enum class Language { Japanese, English };
+using form::Language;
 
 // A row of the table of texts; %1 and %2 stand for words that differ.
 enum class TextId {
