@@ -44,7 +44,10 @@ host/newform       2   src/platform src/fields src/core
 host/container     2   src/com src/ole
 host/script        3   src/com
 host/runner/       4   src/com src/ole
-host/user          5   src/com src/ole
+host/designer/panes/ 5 src/com src/ole
+host/designer/wizard 5 src/com src/ole src/platform src/core src/fields
+host/designer/window/ 6 src/com src/ole src/platform src/core src/fields
+host/user          7   src/com src/ole
 tools/typelib      1   src/com src/ole src/binding
 tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase
 tools/qrnform      1   src/platform src/com src/ole host
