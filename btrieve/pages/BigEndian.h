@@ -16,4 +16,10 @@ inline uint32_t Big32(const uint8_t* at) noexcept {
   return __builtin_bswap32(value);
 }
 
+inline uint64_t Big64(const uint8_t* at) noexcept {
+  uint64_t value;
+  std::memcpy(&value, at, sizeof value);
+  return __builtin_bswap64(value);
+}
+
 }  // namespace btrieve

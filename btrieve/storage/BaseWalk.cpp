@@ -10,6 +10,7 @@ void BaseWalk::Enter(Storage& storage, int slot) {
   const bool along = slot != kPhysicalSlot;
   storage.AddWalk(*this);
   storage_ = &storage;
+  rows_.Forget();
   slot_ = slot;
   try {
     tree_.Open(storage.Link().Get(), along ? TreeCursor::Kind::Entries : TreeCursor::Kind::Rows,
@@ -91,7 +92,7 @@ bool BaseWalk::StepAlong(Hit& hit) {
   const Coming& coming = coming_[next_++];
   hit.entry = coming.entry;
   hit.position = coming.position;
-  TakeRecord(storage_->Spec(), RecordOf(coming), hit);
+  rows_.Take(storage_->Spec(), RecordOf(coming), hit);
   return true;
 }
 
@@ -99,7 +100,7 @@ bool BaseWalk::StepByPlace(Hit& hit) {
   if (!Move()) return false;
   int64_t position = 0;
   hit.entry = {};
-  TakeRecord(storage_->Spec(), tree_.Payload(&position), hit);
+  rows_.Take(storage_->Spec(), tree_.Payload(&position), hit);
   hit.position = CheckedPosition(position);
   onward_.Meet(hit.position);
   return true;
@@ -113,7 +114,7 @@ bool BaseWalk::Step(Hit& hit) {
 void BaseWalk::ReadAgain(Hit& hit) {
   ByteView row;
   if (!storage_->FindRow(hit.position, row)) ThrowDamaged();
-  TakeRecord(storage_->Spec(), row, hit);
+  rows_.Take(storage_->Spec(), row, hit);
 }
 
 void BaseWalk::End() noexcept {

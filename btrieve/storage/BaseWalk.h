@@ -52,6 +52,7 @@ class BaseWalk {
   Storage* storage_ = nullptr;
   TreeCursor tree_;
   Onward onward_;
+  RecordRows rows_;
   int slot_ = 0;
   bool forward_ = true;
   Ahead ahead_ = Ahead::None;

@@ -22,7 +22,7 @@
 #include "btrieve/storage/Head.h"
 #include "btrieve/storage/OrderNumbers.h"
 #include "btrieve/storage/RankIndex.h"
-#include "btrieve/storage/RowRules.h"
+#include "btrieve/storage/RecordRows.h"
 #include "btrieve/storage/Tree.h"
 
 namespace btrieve {
@@ -31,15 +31,6 @@ class BaseWalk;
 
 // The slot of the physical order, where a slot names a key by its place in FileSpec::keys.
 inline constexpr int kPhysicalSlot = -1;
-
-// A record found. The views are valid until the file's next read, or a write.
-struct Hit {
-  uint32_t position = 0;
-  uint64_t version = 0;
-  ByteView data;
-  ByteView numbers;  // OrderNumbers::Stored
-  ByteView entry;    // empty in physical order
-};
 
 // The owner name of a file, as it is stored.
 struct OwnerRecord {
@@ -237,15 +228,5 @@ class Storage {
   Statement insertRow_, updateRow_, deleteRow_;
   std::vector<BaseWalk*> walks_;  // those that hold pages, the oldest first
 };
-
-// The columns of a record's row.
-inline void TakeRecord(const FileSpec& spec, ByteView row, Hit& hit) {
-  RowReader record(row);
-  record.Skip();  // the position, which the tree itself keeps
-  hit.version = static_cast<uint64_t>(record.TakeNumber());
-  hit.numbers = record.TakeBytes();
-  hit.data = record.TakeBytes();
-  CheckRecord(spec, hit.data, hit.numbers);
-}
 
 }  // namespace btrieve

@@ -128,9 +128,9 @@ void StepOneCall() { OneCallARecord(33, 24, 0); }
 int main(int argc, char** argv) {
   using namespace bench;
   Figure("100,000 records by extended steps, over the scan by hand", 0.7, StepExtended, StepByHand,
-         9);
+         31);
   Figure("100,000 records by extended reads along a key, over the scan by hand", 0.3, KeyExtended,
-         KeyByHand, 9);
+         KeyByHand, 31);
   Figure("the answer by extended steps, over one step call a record", 1.0, StepExtended,
          StepOneCall);
   Figure("the answer by extended reads along a key, over one get-next call a record", 1.0,
