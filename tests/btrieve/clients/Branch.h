@@ -30,6 +30,7 @@ struct Heard {
   std::string view;
   std::string fault;
   bool died = false;
+  std::string ending;  // how it died
 };
 
 class Branch {

@@ -64,6 +64,7 @@ Heard Branch::Hear() {
     if (!heard.fault.empty()) Kill();
   }
   heard.died = true;
+  heard.ending = process_.Ending();
   return heard;
 }
 

@@ -17,6 +17,7 @@ class LineProcess {
   // Nothing once it is gone and all it has said has been heard. A minute of silence is "x hangs".
   std::optional<std::string> Hear();
   void Kill() { process_.Kill(); }
+  std::string Ending() { return process_.Ending(); }
   // Ends its input, upon which it ends in order.
   void Dismiss() { process_.CloseInput(); }
 

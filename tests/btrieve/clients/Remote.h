@@ -28,6 +28,8 @@ class OtherProcess : public Client {
   bool IsAnswered() const;
 
   void Kill();
+  // Waits until it has gone, and tells how: "signal 9", "code 1", with the program's name.
+  std::string Ending();
   // Keeps it from running, and lets it again.
   void Halt();
   void Resume();
@@ -39,6 +41,7 @@ class OtherProcess : public Client {
   void CloseInput();
 
  private:
+  std::string program_;
   pid_t process_ = -1;
   int toWorker_ = -1;
   int fromWorker_ = -1;

@@ -59,6 +59,7 @@ OtherProcess::OtherProcess(const std::vector<std::string>& arguments,
   signal(SIGPIPE, SIG_IGN);
   std::vector<std::string> words = program.empty() ? std::vector{WorkerPath()} : program;
   words.insert(words.end(), arguments.begin(), arguments.end());
+  program_ = words[0];
   const std::vector<char*> pointers = PointersTo(words);
   const Pipe input;
   const Pipe output;
@@ -85,6 +86,14 @@ void OtherProcess::Kill() {
   kill(process_, SIGKILL);
   waitpid(process_, nullptr, 0);
   process_ = -1;
+}
+
+std::string OtherProcess::Ending() {
+  int how = 0;
+  if (process_ <= 0 || waitpid(process_, &how, 0) != process_) return program_ + " was ended";
+  process_ = -1;
+  return program_ + (WIFSIGNALED(how) ? " by signal " + std::to_string(WTERMSIG(how))
+                                      : " with code " + std::to_string(WEXITSTATUS(how)));
 }
 
 void OtherProcess::Halt() { kill(process_, SIGSTOP); }

@@ -92,6 +92,9 @@ class BankKillTest : public testing::Test {
   void LookHere();
   void LookAt(Branch& branch);
   void Expect(const std::string& faults, const std::string& who);
+  void ExpectAlive(const Heard& heard, const std::string& who) {
+    Expect(heard.died ? "it has ended of itself: " + heard.ending + "\n" : "", who);
+  }
   uint32_t Pick(uint32_t count) { return static_cast<uint32_t>(random_()) % count; }
 
   uint32_t seed_ = qrn::test::Seed();
@@ -130,7 +133,7 @@ void BankKillTest::Staff() {
     branches_.push_back(std::make_unique<Branch>(
         nextId_, paths_, other ? otherProgram_ : std::vector<std::string>()));
     nextId_ += kIdsEach;
-    Expect(HearOne(*branches_.back()).died ? "it has ended of itself\n" : "", "a new branch");
+    ExpectAlive(HearOne(*branches_.back()), "a new branch");
   }
 }
 
@@ -161,7 +164,7 @@ void BankKillTest::LetOthersWork(size_t victim) {
 void BankKillTest::HearOthers(size_t victim) {
   for (size_t i = 0; i < branches_.size(); ++i) {
     if (i == victim) continue;
-    Expect(HearOne(*branches_[i]).died ? "it has ended of itself\n" : "", "a survivor");
+    ExpectAlive(HearOne(*branches_[i]), "a survivor");
   }
 }
 
@@ -233,7 +236,7 @@ void BankKillTest::LookHere() {
 void BankKillTest::LookAt(Branch& branch) {
   branch.View();
   const Heard heard = HearOne(branch);
-  Expect(heard.died ? "it has ended of itself\n" : "", "a survivor");
+  ExpectAlive(heard, "a survivor");
   Expect(books_->Judge(StateOf(heard.view)), "a survivor");
 }
 
