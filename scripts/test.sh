@@ -133,7 +133,9 @@ start_windows() {
   done
   export QRN_PREFIX=$WINEPREFIX QRN_WINE=$WINE64
   start_display "$1"
-  "$WINE64" cmd /c pause </dev/zero >/dev/null 2>&1 &
+  # It waits for a key that never comes.
+  mkfifo "$LOGS/idle.$1"
+  "$WINE64" cmd /c pause <>"$LOGS/idle.$1" >/dev/null 2>&1 &
   IDLE=$!
 }
 
