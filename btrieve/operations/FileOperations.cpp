@@ -36,7 +36,7 @@ Status CheckOwner(DataFile& file, ByteView given, bool& readOnly) {
   const OwnerRecord owner = file.Base().ReadOwner();
   if (!owner.set) return kOk;
   const std::string name = TextUpToNul(given);
-  if (SameOwnerName(owner.name, name)) return kOk;
+  if (owner.isKnown && SameOwnerName(owner.name, name)) return kOk;
   if (!name.empty() || owner.mode != kReadOnlyWithoutName) return kOwnerInvalid;
   readOnly = true;
   return kOk;

@@ -21,7 +21,15 @@ void BaseWalk::Enter(Storage& storage, int slot) {
   }
 }
 
+void BaseWalk::StartForeign(ForeignFile& file, int slot, bool forward, ByteView bound) {
+  End();
+  foreign_.Start(file, slot, forward, bound);
+  slot_ = slot;
+  forward_ = forward;
+}
+
 void BaseWalk::Start(Storage& storage, int slot, bool forward, ByteView bound) {
+  if (storage.Foreign()) return StartForeign(*storage.Foreign(), slot, forward, bound);
   Enter(storage, slot);
   forward_ = forward;
   ahead_ = Ahead::None;
@@ -107,7 +115,7 @@ bool BaseWalk::StepByPlace(Hit& hit) {
 }
 
 bool BaseWalk::Step(Hit& hit) {
-  if (!storage_) return false;
+  if (!storage_) return foreign_.Step(hit);
   return slot_ == kPhysicalSlot ? StepByPlace(hit) : StepAlong(hit);
 }
 
@@ -118,6 +126,7 @@ void BaseWalk::ReadAgain(Hit& hit) {
 }
 
 void BaseWalk::End() noexcept {
+  foreign_.End();
   if (!storage_) return;
   tree_.Close();
   storage_->RemoveWalk(*this);

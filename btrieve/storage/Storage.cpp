@@ -80,6 +80,20 @@ void Storage::Open(const std::string& path, Access access) {
   LoadHead();
 }
 
+void Storage::OpenForeign(std::unique_ptr<ForeignFile> file) {
+  spec_ = file->Spec();
+  head_ = {};
+  head_.records = file->Total(kPhysicalSlot);
+  indexes_.clear();
+  for (size_t slot = 0; slot < spec_.keys.size(); ++slot) {
+    indexes_.emplace_back(spec_, spec_.keys[slot], static_cast<uint16_t>(slot + 1));
+    head_.distinct.push_back(file->DistinctValues(static_cast<int>(slot)));
+  }
+  NumberSlots();
+  access_ = Access::Unchanging;
+  foreign_ = std::move(file);
+}
+
 void Storage::Close() noexcept {
   LeaveRead();
   if (writing_) RollbackWrite();
@@ -91,6 +105,7 @@ void Storage::Close() noexcept {
   }
   logHead_ = nullptr;
   connection_.Close();
+  foreign_.reset();
 }
 
 void Storage::Prepare() {
@@ -202,7 +217,7 @@ bool Storage::CarryLogOver() noexcept {
 void Storage::EnterRead() {
   if (writing_) return;
   if (IsMarked()) TryRuleOutLostCommit();
-  if (snapshot_ && NothingCommittedSince()) return;
+  if ((snapshot_ && NothingCommittedSince()) || foreign_) return;
   LeaveRead();
   RememberLogHead();
   RunOnce(begin_);
@@ -360,6 +375,7 @@ bool Storage::FindRow(uint32_t position, ByteView& row) {
 }
 
 bool Storage::Fetch(uint32_t position, Hit& hit) {
+  if (foreign_) return foreign_->Fetch(position, hit);
   ByteView row;
   if (!FindRow(position, row)) return false;
   hit.position = position;

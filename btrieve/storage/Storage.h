@@ -19,6 +19,7 @@
 #include "btrieve/pages/LogLength.h"
 #include "btrieve/pages/Sqlite.h"
 #include "btrieve/storage/EntryTree.h"
+#include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Head.h"
 #include "btrieve/storage/OrderNumbers.h"
 #include "btrieve/storage/RankIndex.h"
@@ -35,8 +36,9 @@ inline constexpr int kPhysicalSlot = -1;
 // The owner name of a file, as it is stored.
 struct OwnerRecord {
   bool set = false;
-  uint8_t mode = 0;  // 0 needed for any access, 1 read-only without it
-  std::string name;  // padded with blanks
+  uint8_t mode = 0;     // 0 needed for any access, 1 read-only without it
+  std::string name;     // padded with blanks
+  bool isKnown = true;  // else the name stands in the file in a form that no name is compared with
 };
 
 // One key of an open file.
@@ -80,8 +82,12 @@ class Storage {
   // it stands, without a log, when nobody can change it.
   enum class Access : uint8_t { Write, Read, Unchanging };
   void Open(const std::string& path, Access access = Access::Write);
+  // What another record manager has made, instead; it is only read.
+  void OpenForeign(std::unique_ptr<ForeignFile> file);
   void Close() noexcept;
   bool IsReadOnly() const noexcept { return access_ != Access::Write; }
+  // Null for a file of our own.
+  ForeignFile* Foreign() const noexcept { return foreign_.get(); }
 
   const FileSpec& Spec() const noexcept { return spec_; }
   // The slot of a key by the number callers pass; -1 without one.
@@ -117,7 +123,7 @@ class Storage {
   // Moves what the log holds into the file and empties it, for the room that makes. False when it
   // cannot be done, as within a write transaction.
   bool CarryLogOver() noexcept;
-  bool IsReading() const noexcept { return snapshot_; }
+  bool IsReading() const noexcept { return snapshot_ || foreign_; }
   // The state read keeps a long log from beginning anew: between calls it is not worth that.
   bool HoldsUpLog() const noexcept {
     return snapshot_ && btrieve::HoldsUpLog(connection_.Get(), logHead_);
@@ -132,7 +138,7 @@ class Storage {
   // Nothing has been committed since the state being read, nor is a commit under way: one whose
   // process has died in the midst of publishing it may yet come to be seen.
   bool IsCurrent() const noexcept {
-    return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince());
+    return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince()) || foreign_;
   }
 
   // One write transaction at a time; reads are part of it. It begins from the newest state, behind
@@ -204,6 +210,7 @@ class Storage {
   void BuildIndex(Index& index, size_t slot);
 
   Connection connection_;
+  std::unique_ptr<ForeignFile> foreign_;  // with it there is no connection
   Access access_ = Access::Write;
   FileSpec spec_;
   std::vector<Index> indexes_;
