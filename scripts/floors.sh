@@ -32,6 +32,7 @@ btrieve/locks      3
 btrieve/scans      4
 btrieve/pages      5
 btrieve/storage    6
+btrieve/legacy     7
 btrieve/files      7
 btrieve/session    8
 btrieve/operations 9

@@ -1,6 +1,8 @@
 // Opening data files: who else has them open, whether they are ours, whether they are sound.
 #include <algorithm>
+#include <array>
 
+#include "btrieve/legacy/OldFile.h"
 #include "btrieve/pages/LogExam.h"
 #include "btrieve/session/Session.h"
 
@@ -85,6 +87,31 @@ Status OpenStorage(DataFile& file, HeldByte& gate) {
   return SizeOfFile(file.LogPath()) != 0 ? kPermissionError : OpenUnchanging(file, gate);
 }
 
+bool IsOldFile(const LockSpace& space) {
+  std::array<uint8_t, legacy::kOldStart> start{};
+  return space.ReadAt(0, start) == start.size() && legacy::IsOldFile(start);
+}
+
+// What an older record manager wrote is only read, whatever the file's own rights.
+Status OpenOld(DataFile& file, bool exclusive) {
+  LockSpace& space = file.Locks().Space();
+  if (exclusive) return kPermissionError;
+  if (!space.TryShared(lockbyte::kOpen)) return kIncompatibleMode;
+  std::vector<uint8_t> bytes(space.Size());
+  if (space.ReadAt(0, bytes) != bytes.size()) return kIoError;
+  file.Base().OpenForeign(std::make_unique<legacy::OldFile>(std::move(bytes)));
+  return kOk;
+}
+
+Status OpenOwn(DataFile& file, bool exclusive, HeldByte& gate, bool& alone) {
+  if (const Status status = DeclareOpen(file.Locks().Space(), exclusive, alone)) return status;
+  if (const Status status = Examine(file, alone)) return status;
+  if (const Status status = OpenStorage(file, gate)) return status;
+  alone = alone && !file.Base().IsReadOnly();
+  if (!file.Base().IsReadOnly()) file.TakeOverLog(alone);
+  return kOk;
+}
+
 }  // namespace
 
 // The path must still lead to the opened file once nobody can replace it any more.
@@ -109,11 +136,9 @@ Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_pt
   std::shared_ptr<DataFile> found;
   HeldByte gate;
   if (const Status status = PassGate(path, found, gate)) return status;
-  if (const Status status = DeclareOpen(found->Locks().Space(), exclusive, alone)) return status;
-  if (const Status status = Examine(*found, alone)) return status;
-  if (const Status status = OpenStorage(*found, gate)) return status;
-  alone = alone && !found->Base().IsReadOnly();
-  if (!found->Base().IsReadOnly()) found->TakeOverLog(alone);
+  const Status status = IsOldFile(found->Locks().Space()) ? OpenOld(*found, exclusive)
+                                                          : OpenOwn(*found, exclusive, gate, alone);
+  if (status != kOk) return status;
   found->openExclusively = exclusive;
   gate.Release();
   file = std::move(found);

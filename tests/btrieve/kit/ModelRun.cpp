@@ -19,9 +19,14 @@ class ModelRun {
       : choices_(choices),
         makeUp_(RandomMakeUp(choices)),
         file_(makeUp_.spec),
-        saved_(makeUp_.spec) {}
+        saved_(makeUp_.spec),
+        path_(folder_.Path("model.dat")) {}
+  ModelRun(Choices& choices, const MakeUp& makeUp, const ModelFile& file, const std::string& path)
+      : choices_(choices), makeUp_(makeUp), file_(file), saved_(file), path_(path) {}
 
+  // Makes the file first.
   std::string Run(int steps);
+  std::string RunOn(int steps, bool writes);
 
  private:
   struct Action {
@@ -29,8 +34,9 @@ class ModelRun {
     void (ModelRun::*run)(int cursor);
   };
   static const Action kActions[];
+  static constexpr size_t kWriting = 4;  // the first of them
 
-  void Step();
+  void Step(bool writes);
   void Open();
   void Reopen();
   void Check(const char* what, int cursor, int operation, const CallIn& in,
@@ -75,6 +81,7 @@ class ModelRun {
   bool inTransaction_ = false;
   std::vector<ModelCursor> cursors_;
   Folder folder_;
+  std::string path_;
   ThisProcess process_;
   std::deque<std::string> log_;
   std::string failure_;
@@ -89,12 +96,16 @@ const ModelRun::Action ModelRun::kActions[] = {
 };
 
 std::string ModelRun::Run(int steps) {
-  const CallIn create{.data = makeUp_.createBlock, .key = PathKey(folder_.Path("model.dat"))};
+  const CallIn create{.data = makeUp_.createBlock, .key = PathKey(path_)};
   const Status created = Call(kCreate, 0, create).status;
   if (created != 0) return "Create: " + std::to_string(created) + " " + makeUp_.text;
+  return RunOn(steps, true);
+}
+
+std::string ModelRun::RunOn(int steps, bool writes) {
   Open();
   for (int i = 1; i <= steps && failure_.empty(); ++i) {
-    Step();
+    Step(writes);
     if (i % 100 == 0) Reopen();
   }
   if (failure_.empty()) Reopen();
@@ -107,7 +118,7 @@ std::string ModelRun::Run(int steps) {
 void ModelRun::Open() {
   cursors_.assign(kCursors, ModelCursor(file_));
   for (int block : {0, 1, 2, kReader}) {
-    const CallOut out = Call(kOpen, block, {.key = PathKey(folder_.Path("model.dat"))});
+    const CallOut out = Call(kOpen, block, {.key = PathKey(path_)});
     if (out.status != 0) Fail("Open: " + std::to_string(out.status));
   }
 }
@@ -124,11 +135,11 @@ void ModelRun::Reopen() {
   Compare(0);
 }
 
-void ModelRun::Step() {
+void ModelRun::Step(bool writes) {
+  const Action* action = kActions + (writes ? 0 : kWriting);
   uint32_t all = 0;
-  for (const Action& action : kActions) all += action.weight;
+  for (const Action* each = action; each != std::end(kActions); ++each) all += each->weight;
   uint32_t pick = choices_.Pick(all);
-  const Action* action = kActions;
   while (pick >= action->weight) pick -= (action++)->weight;
   (this->*action->run)(static_cast<int>(choices_.Pick(kCursors)));
 }
@@ -300,7 +311,10 @@ TermOf ModelRun::SomeTerm(bool last) {
   term.connector = last ? kLastTerm : choices_.Chance(2) ? kAndNext : kOrNext;
   const bool text = FindKeyType(term.type)->isString;
   if (text && (segment.FoldsCase() || choices_.Chance(6))) term.comparison |= kWithFold;
-  if (text && (segment.Has(kSequence) || choices_.Chance(6))) term.comparison |= kWithSequence;
+  const bool known = !makeUp_.spec.sequences.empty();
+  if (text && known && (segment.Has(kSequence) || choices_.Chance(6))) {
+    term.comparison |= kWithSequence;
+  }
   if (choices_.Chance(6)) {
     term.comparison |= kWithField;
     term.operand = Number(static_cast<uint16_t>(choices_.Pick(40)));
@@ -378,7 +392,7 @@ void ModelRun::Transaction(int) {
   for (int cursor = 0; cursor < kCursors; ++cursor) {
     if (Cursor(cursor).IsAtHome()) continue;
     Call(kClose, cursor, {});
-    Call(kOpen, cursor, {.key = PathKey(folder_.Path("model.dat"))});
+    Call(kOpen, cursor, {.key = PathKey(path_)});
     Cursor(cursor) = ModelCursor(file_);
     log_.push_back("reopened cursor " + std::to_string(cursor));
   }
@@ -419,5 +433,10 @@ void ModelRun::Compare(int) {
 }  // namespace
 
 std::string RunModel(Choices& choices, int steps) { return ModelRun(choices).Run(steps); }
+
+std::string RunReadModel(Choices& choices, int steps, const MakeUp& makeUp, const ModelFile& file,
+                         const std::string& path) {
+  return ModelRun(choices, makeUp, file, path).RunOn(steps, false);
+}
 
 }  // namespace btrieve::test
