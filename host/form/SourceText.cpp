@@ -5,6 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "host/form/FilePath.h"
 #include "platform/CodePage.h"
 
 namespace qrn::form {
@@ -16,10 +17,6 @@ constexpr uintmax_t kLargestFile = 64u << 20;
 
 char Lower(char byte) noexcept {
   return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-}
-
-std::filesystem::path Utf8Path(const std::string& path) {
-  return std::filesystem::path(std::u8string(path.begin(), path.end()));
 }
 
 // Length of the line end at `at`, 0 where there is none.
@@ -93,7 +90,7 @@ bool IsName(std::string_view text) noexcept {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  const std::filesystem::path file = Utf8Path(path);
+  const std::filesystem::path file = PathOf(path);
   std::error_code failed;
   const uintmax_t size = std::filesystem::file_size(file, failed);
   if (failed) throw std::runtime_error(path + ": cannot be read: there is no such file");

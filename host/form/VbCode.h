@@ -49,4 +49,7 @@ extern const char* const kOwnFunctions[];
 // the result is not to be run.
 ScriptCode RewriteCode(const std::vector<std::string>& lines, int firstLine, Mistakes& mistakes);
 
+// A handler of an event with another count of parameters is a mistake: it would fail at each event.
+void CheckParameters(const Procedure& handler, int expected, Mistakes& mistakes);
+
 }  // namespace qrn::form

@@ -210,4 +210,11 @@ ScriptCode RewriteCode(const std::vector<std::string>& lines, int firstLine, Mis
   return code;
 }
 
+void CheckParameters(const Procedure& handler, int expected, Mistakes& mistakes) {
+  if (handler.parameterCount == expected) return;
+  mistakes.Add(handler.line, handler.name + " is a handler of an event with " +
+                                 std::to_string(expected) + " parameters, not " +
+                                 std::to_string(handler.parameterCount));
+}
+
 }  // namespace qrn::form

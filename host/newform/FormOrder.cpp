@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/form/FilePath.h"
 #include "host/form/SourceText.h"
 #include "host/newform/FieldFit.h"
 #include "host/newform/NewForm.h"
@@ -15,6 +16,8 @@ namespace qrn::newform {
 namespace {
 
 namespace fs = std::filesystem;
+using form::PathOf;
+using form::Utf8Of;
 
 // The database control takes so many bytes of a path.
 constexpr size_t kLongestDirectory = 250;
@@ -99,22 +102,6 @@ const OrderWords& OrderWordsOf(Language language) {
   throw refused;
 }
 
-fs::path PathOf(const std::string& utf8) { return {std::u8string(utf8.begin(), utf8.end())}; }
-
-std::string Utf8Of(const fs::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return {utf8.begin(), utf8.end()};
-}
-
-// As the record manager takes it in a path.
-std::string PathBytes(const std::string& utf8) {
-#ifdef _WIN32
-  return Utf8ToCodePage(utf8);
-#else
-  return utf8;
-#endif
-}
-
 template <class Things>
 std::string NamesOf(const Things& things, const char* none) {
   std::string names;
@@ -157,7 +144,7 @@ class Carrying {
 
   Dictionary Read() const {
     try {
-      return ReadDictionary(PathBytes(order_.directory));
+      return ReadDictionary(form::EngineBytes(order_.directory));
     } catch (const DictionaryUnreadable& failure) {
       Refuse(order_.directory + words_.noDictionary + std::to_string(failure.code));
     }

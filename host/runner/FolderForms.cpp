@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "host/form/FilePath.h"
 #include "host/form/SourceText.h"
 #include "host/form/VbTokens.h"
 
@@ -25,17 +26,13 @@ std::set<std::string> WordsOf(const form::FormFile& file) {
   return words;
 }
 
-std::string Utf8Of(const fs::path& path) {
-  const std::u8string utf8 = path.u8string();
-  return {utf8.begin(), utf8.end()};
-}
-
 std::vector<std::string> FormFilesIn(const std::string& folder) {
   std::vector<std::string> paths;
   std::error_code error;
-  const fs::path place(std::u8string(folder.begin(), folder.end()));
+  const fs::path place = form::PathOf(folder);
   for (fs::directory_iterator at(place, error), end; !error && at != end; at.increment(error)) {
-    if (form::SameWord(Utf8Of(at->path().extension()), ".frm")) paths.push_back(Utf8Of(at->path()));
+    if (form::SameWord(form::Utf8Of(at->path().extension()), ".frm"))
+      paths.push_back(form::Utf8Of(at->path()));
   }
   std::sort(paths.begin(), paths.end());
   return paths;

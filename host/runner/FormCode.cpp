@@ -44,10 +44,7 @@ int ParametersOf(const FormControl& control, const std::wstring& event) {
 }
 
 void CheckCount(const form::Procedure& procedure, int expected, form::Mistakes& mistakes) {
-  if (expected < 0 || procedure.parameterCount == expected) return;
-  mistakes.Add(procedure.line, procedure.name + " is a handler of an event with " +
-                                   std::to_string(expected) + " parameters, not " +
-                                   std::to_string(procedure.parameterCount));
+  if (expected >= 0) form::CheckParameters(procedure, expected, mistakes);
 }
 
 }  // namespace

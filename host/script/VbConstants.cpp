@@ -2,6 +2,7 @@
 
 #include "host/container/Text.h"
 #include "host/form/KeyNames.h"
+#include "host/form/SystemColours.h"
 
 namespace qrn::host {
 namespace {
@@ -31,19 +32,7 @@ constexpr ConstantRow kConstants[] = {
     {L"vbKeyNumpad0", 96}, {L"vbKeyNumpad1", 97}, {L"vbKeyNumpad2", 98}, {L"vbKeyNumpad3", 99},
     {L"vbKeyNumpad4", 100}, {L"vbKeyNumpad5", 101}, {L"vbKeyNumpad6", 102}, {L"vbKeyNumpad7", 103},
     {L"vbKeyNumpad8", 104}, {L"vbKeyNumpad9", 105},
-    {L"vbScrollBars", int32_t(0x80000000)}, {L"vbDesktop", int32_t(0x80000001)},
-    {L"vbActiveTitleBar", int32_t(0x80000002)}, {L"vbInactiveTitleBar", int32_t(0x80000003)},
-    {L"vbMenuBar", int32_t(0x80000004)}, {L"vbWindowBackground", int32_t(0x80000005)},
-    {L"vbWindowFrame", int32_t(0x80000006)}, {L"vbMenuText", int32_t(0x80000007)},
-    {L"vbWindowText", int32_t(0x80000008)}, {L"vbTitleBarText", int32_t(0x80000009)},
-    {L"vbActiveBorder", int32_t(0x8000000A)}, {L"vbInactiveBorder", int32_t(0x8000000B)},
-    {L"vbApplicationWorkspace", int32_t(0x8000000C)}, {L"vbHighlight", int32_t(0x8000000D)},
-    {L"vbHighlightText", int32_t(0x8000000E)}, {L"vbButtonFace", int32_t(0x8000000F)},
-    {L"vb3DFace", int32_t(0x8000000F)}, {L"vbButtonShadow", int32_t(0x80000010)},
-    {L"vbGrayText", int32_t(0x80000011)}, {L"vbButtonText", int32_t(0x80000012)},
-    {L"vbInactiveTitleBarText", int32_t(0x80000013)}, {L"vb3DHighlight", int32_t(0x80000014)},
-    {L"vb3DDKShadow", int32_t(0x80000015)}, {L"vb3DLight", int32_t(0x80000016)},
-    {L"vbInfoText", int32_t(0x80000017)}, {L"vbInfoBackground", int32_t(0x80000018)},
+    {L"vb3DFace", int32_t(0x8000000F)},
 };
 // clang-format on
 
@@ -58,12 +47,22 @@ std::optional<int32_t> KeyConstant(std::wstring_view name) {
   return chord->virtualKey;
 }
 
+std::optional<int32_t> ColourConstant(std::wstring_view name) {
+  uint32_t colour = form::kSystemColour;
+  for (const char* row : form::kSystemColours) {
+    if (SameName(Wide(row), name)) return static_cast<int32_t>(colour);
+    ++colour;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<int32_t> VbConstant(std::wstring_view name) {
   for (const ConstantRow& row : kConstants) {
     if (SameName(row.name, name)) return row.value;
   }
+  if (const auto colour = ColourConstant(name)) return colour;
   return KeyConstant(name);
 }
 

@@ -142,6 +142,10 @@ TEST_F(List, TakesWhatIsTyped) {
       {"t", "BackColor", "255", kDone, "BackColor       =   &H000000FF&"},
       {"t", "BackColor", "&H80000005&", kDone, ""},
       {"t", "BackColor", "red", TextId::ColourExpected, ""},
+      {"t", "BackColor", "vbbuttonface", kDone, "BackColor       =   &H8000000F&"},
+      {"t", "BackColor", "&H80000018& - vbInfoBackground", kDone,
+       "BackColor       =   &H80000018&"},
+      {"t", "BackColor", "&H80000018& - vbButtonFace", TextId::ColourExpected, ""},
       {"t", "BackColor", "&H123456789&", TextId::ColourExpected, ""},
       {"t", "Left", "12.5", kDone, "Left            =   12.5"},
       {"t", "Left", "x", TextId::NumberExpected, ""},
@@ -214,6 +218,36 @@ TEST_F(List, OffersNames) {
   };
   Select({"box"});
   for (const Case& row : cases) EXPECT_EQ(list_.Choices(row.property), row.choices) << row.property;
+}
+
+TEST_F(List, GoesToTheNextChoiceRoundAndRound) {
+  struct Case {
+    const char* property;
+    const char* next;
+  } const cases[] = {
+      {"Mode", "-2 - Half"},  // 1 - On
+      {"Visible", "False"},  {"DbSource", "src"}, {"DbTable", "tables of src"},
+      {"BackColor", ""},     {"Text", ""},        {"Nothing", ""},
+  };
+  Select({"box"});
+  for (const Case& row : cases) EXPECT_EQ(list_.NextChoice(row.property), row.next) << row.property;
+  EXPECT_FALSE(list_.Enter("Mode", list_.NextChoice("Mode")));
+  EXPECT_EQ(list_.NextChoice("Mode"), "0 - Off");
+  Select({"t", "u"});  // False and True
+  EXPECT_EQ(list_.NextChoice("Enabled"), "False");
+}
+
+TEST_F(List, FindsTheNextRowByItsLetter) {
+  Select({"t"});
+  const std::vector<PropertyRow> rows = list_.Rows();
+  const auto next = [&](size_t from, char letter) {
+    return rows[NextWithLetter(rows, from, letter)].info->name;
+  };
+  EXPECT_EQ(next(0, 't'), "TabIndex");
+  EXPECT_EQ(next(NextWithLetter(rows, 0, 't'), 'T'), "TabStop");
+  EXPECT_EQ(next(rows.size() - 1, 'n'), "Name");
+  EXPECT_EQ(next(2, 'q'), rows[2].info->name);
+  EXPECT_EQ(NextWithLetter({}, 0, 'a'), 0u);
 }
 
 TEST_F(List, KnowsWhatAPropertyIsBoundTo) {

@@ -9,6 +9,7 @@
 #include "host/designer/model/Places.h"
 #include "host/designer/model/PropertyRules.h"
 #include "host/form/SourceText.h"
+#include "host/form/SystemColours.h"
 
 namespace qrn::designer {
 namespace {
@@ -74,9 +75,38 @@ Refusal ReadTruth(std::string_view text, const PropertyInfo& info, PropertyValue
   return {};
 }
 
+std::string ColourText(uint32_t colour) {
+  return ValueText(static_cast<int32_t>(colour), {NumberLook::Colour, {}});
+}
+
+// `&H8000000F& - vbButtonFace`, as the list of them offers it.
+std::vector<std::string> ColourChoices() {
+  std::vector<std::string> choices;
+  for (const char* name : form::kSystemColours) {
+    const auto colour = form::kSystemColour + static_cast<uint32_t>(choices.size());
+    choices.push_back(ColourText(colour) + " - " + name);
+  }
+  return choices;
+}
+
+// `vbButtonFace`, or the line of the list.
+std::optional<uint32_t> ReadNamedColour(std::string_view text) {
+  const size_t name = text.rfind(' ') + 1;
+  uint32_t colour = form::kSystemColour;
+  for (const char* known : form::kSystemColours) {
+    const bool isMeant = SameWord(text.substr(name), known) &&
+                         (name == 0 || SameWord(text.substr(0, name), ColourText(colour) + " - "));
+    if (isMeant) return colour;
+    ++colour;
+  }
+  return std::nullopt;
+}
+
 Refusal ReadColour(std::string_view text, const PropertyInfo& info, PropertyValue* value) {
   int64_t number = 0;
-  if (const auto hexadecimal = ReadHexadecimal(text)) {
+  if (const auto named = ReadNamedColour(text)) {
+    number = *named;
+  } else if (const auto hexadecimal = ReadHexadecimal(text)) {
     number = *hexadecimal;
   } else if (!ReadWhole(text, &number) || number < INT32_MIN || number > UINT32_MAX) {
     return Message{TextId::ColourExpected, {info.name}};
@@ -156,6 +186,15 @@ bool StandsAlone(std::string_view property) {
 
 }  // namespace
 
+size_t NextWithLetter(const std::vector<PropertyRow>& rows, size_t from, char letter) noexcept {
+  const std::string_view wanted(&letter, 1);
+  for (size_t step = 1; step <= rows.size(); ++step) {
+    const size_t at = (from + step) % rows.size();
+    if (SameWord(std::string_view(rows[at].info->name).substr(0, 1), wanted)) return at;
+  }
+  return from;
+}
+
 std::string ShownValue(const PropertyValue& value, const PropertyInfo& info) {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
   if (const auto* number = std::get_if<int32_t>(&value)) return ShownNumber(*number, info);
@@ -234,6 +273,7 @@ std::vector<std::string> PropertyList::Choices(std::string_view property) const 
   std::vector<std::string> choices;
   if (!info) return choices;
   if (info->kind == PropertyKind::Boolean) return {"True", "False"};
+  if (info->kind == PropertyKind::Colour) return ColourChoices();
   for (const EnumerationMember& member : info->members) {
     choices.push_back(std::to_string(member.value) + " - " + member.text);
   }
@@ -245,6 +285,15 @@ std::vector<std::string> PropertyList::Choices(std::string_view property) const 
   if (info->offer == Offer::Table) return offers_->Tables(source);
   if (info->offer == Offer::Key) return offers_->Keys(source, table);
   return offers_->Fields(source, table);
+}
+
+std::string PropertyList::NextChoice(std::string_view property) const {
+  const PropertyInfo* info = Common(property);
+  const std::vector<std::string> choices = Choices(property);
+  if (!info || choices.empty() || info->kind == PropertyKind::Colour) return {};
+  const std::string shown = TextOf(design_.Primary(), *info);
+  const auto now = std::find(choices.begin(), choices.end(), shown);
+  return now == choices.end() || now + 1 == choices.end() ? choices.front() : *(now + 1);
 }
 
 template <class Change>

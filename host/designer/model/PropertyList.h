@@ -27,9 +27,12 @@ class PropertyList {
   // control whose class is not known: Name, and the lines that stand in the file.
   std::vector<PropertyRow> Rows() const;
 
-  // What the drop-down of a row holds: texts of an enumeration, True and False, names from the
-  // dictionary. Empty for anything else.
+  // What the drop-down of a row holds: texts of an enumeration, True and False, the colours that
+  // the system names, names from the dictionary. Empty for anything else.
   std::vector<std::string> Choices(std::string_view property) const;
+  // The one behind that which the row shows, round and round: what a double click gives. Empty
+  // without choices, and for a colour, which has more than those.
+  std::string NextChoice(std::string_view property) const;
 
   // What was typed or chosen, for all selected controls; refused with the reason, nothing is
   // changed then. Typing in one property of the same controls is one step until Design::Seal.
@@ -53,6 +56,10 @@ class PropertyList {
   Design& design_;
   const NameOffers* offers_;
 };
+
+// The next row behind `from`, round and round, whose name begins with the letter, whatever its
+// case; `from` itself if there is none.
+size_t NextWithLetter(const std::vector<PropertyRow>& rows, size_t from, char letter) noexcept;
 
 // A value as the list shows it: `True`, `1 - Fixed Single`, `&H00C0C0C0&`.
 std::string ShownValue(const form::PropertyValue& value, const PropertyInfo& info);

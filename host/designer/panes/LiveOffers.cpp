@@ -1,0 +1,95 @@
+#include "host/designer/panes/LiveOffers.h"
+
+#include <system_error>
+
+#include "host/form/FilePath.h"
+#include "host/form/SourceText.h"
+
+namespace qrn::designer {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kDictionaryFiles[] = {"file.ddf", "field.ddf", "index.ddf"};
+
+bool IsDatabaseControl(const Design& design, ControlId id) {
+  return form::SameWord(design.At(id).className(), "QRNBtr");
+}
+
+template <class Things>
+std::vector<std::string> NamesOf(const Things& things) {
+  std::vector<std::string> names;
+  for (const auto& thing : things) {
+    if (!thing.name.empty()) names.push_back(thing.name);
+  }
+  return names;
+}
+
+newform::Dictionary ReadOrNothing(const std::string& directory) {
+  try {
+    return newform::ReadDictionary(form::EngineBytes(directory));
+  } catch (const newform::DictionaryUnreadable&) {
+    return {};
+  }
+}
+
+}  // namespace
+
+LiveOffers::Stamp LiveOffers::StampOf(const fs::path& directory) {
+  Stamp stamp{};
+  for (size_t at = 0; at < stamp.size(); ++at) {
+    const fs::path file = directory / kDictionaryFiles[at];
+    std::error_code error;
+    stamp[at] = {fs::file_size(file, error), fs::last_write_time(file, error)};
+  }
+  return stamp;
+}
+
+const newform::Dictionary* LiveOffers::DictionaryOf(const std::string& source) const {
+  for (const ControlId id : design_.All()) {
+    if (!IsDatabaseControl(design_, id) || design_.Name(id) != source) continue;
+    const std::string directory = design_.TextValue(id, "DDFDir");
+    if (directory.empty()) return nullptr;
+    const fs::path place = form::PathOf(folder_) / form::PathOf(directory);
+    const std::string path = form::Utf8Of(place);
+    const Stamp stamp = StampOf(place);
+    const auto [known, isNew] = known_.try_emplace(path);
+    if (isNew || known->second.stamp != stamp) known->second = {stamp, ReadOrNothing(path)};
+    return &known->second.dictionary;
+  }
+  return nullptr;
+}
+
+const newform::Table* LiveOffers::TableOf(const std::string& source,
+                                          const std::string& table) const {
+  const newform::Dictionary* dictionary = DictionaryOf(source);
+  const auto place = dictionary ? dictionary->Find(table) : std::nullopt;
+  return place ? &dictionary->tables[*place] : nullptr;
+}
+
+std::vector<std::string> LiveOffers::Sources() const {
+  std::vector<std::string> names;
+  for (const ControlId id : design_.All()) {
+    if (IsDatabaseControl(design_, id)) names.push_back(design_.Name(id));
+  }
+  return names;
+}
+
+std::vector<std::string> LiveOffers::Tables(const std::string& source) const {
+  const newform::Dictionary* dictionary = DictionaryOf(source);
+  return dictionary ? NamesOf(dictionary->tables) : std::vector<std::string>();
+}
+
+std::vector<std::string> LiveOffers::Fields(const std::string& source,
+                                            const std::string& table) const {
+  const newform::Table* known = TableOf(source, table);
+  return known ? NamesOf(known->fields) : std::vector<std::string>();
+}
+
+std::vector<std::string> LiveOffers::Keys(const std::string& source,
+                                          const std::string& table) const {
+  const newform::Table* known = TableOf(source, table);
+  return known ? NamesOf(known->keys) : std::vector<std::string>();
+}
+
+}  // namespace qrn::designer
