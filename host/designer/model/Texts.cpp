@@ -84,9 +84,7 @@ static_assert(RowsStandAtTheirId());
 
 }  // namespace
 
-std::string Said(TextId text, Language language, const std::vector<std::string>& words) {
-  const TextRow& row = kTexts[static_cast<size_t>(text)];
-  const std::string_view pattern = language == Language::Japanese ? row.japanese : row.english;
+std::string WithWords(std::string_view pattern, const std::vector<std::string>& words) {
   std::string said;
   for (size_t at = 0; at < pattern.size(); ++at) {
     const size_t word = at + 1 < pattern.size() ? static_cast<size_t>(pattern[at + 1] - '1') : 9;
@@ -98,6 +96,11 @@ std::string Said(TextId text, Language language, const std::vector<std::string>&
     ++at;
   }
   return said;
+}
+
+std::string Said(TextId text, Language language, const std::vector<std::string>& words) {
+  const TextRow& row = kTexts[static_cast<size_t>(text)];
+  return WithWords(language == Language::Japanese ? row.japanese : row.english, words);
 }
 
 }  // namespace qrn::designer

@@ -62,6 +62,9 @@ enum class TextId {
   kCount
 };
 
+// `pattern` with the words in the places of %1, %2 ...; one without a word is left out.
+std::string WithWords(std::string_view pattern, const std::vector<std::string>& words);
+
 // UTF-8.
 std::string Said(TextId text, Language language, const std::vector<std::string>& words = {});
 

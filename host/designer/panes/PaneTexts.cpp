@@ -1,0 +1,53 @@
+#include "host/designer/panes/PaneTexts.h"
+
+#include <iterator>
+
+#include "host/designer/model/Texts.h"
+
+namespace qrn::designer {
+namespace {
+
+struct PaneTextRow {
+  PaneText text;
+  const char* japanese;
+  const char* english;
+};
+
+// clang-format off
+constexpr PaneTextRow kPaneTexts[] = {
+    {PaneText::CustomRow,     "(カスタム)",                "(Custom)"},
+    {PaneText::CustomHint,    "コントロールのプロパティ ページを開きます。", "Opens the control's property pages."},
+    {PaneText::NotOne,        "%1 個のコントロール",       "%1 controls"},
+    {PaneText::ResetValue,    "既定値に戻す(&R)\tCtrl+Del", "&Reset\tCtrl+Del"},
+    {PaneText::NextValue,     "次の値(&N)",                "&Next Value"},
+    {PaneText::OpenDialog,    "設定(&S)...\tF2",           "&Set...\tF2"},
+    {PaneText::AskPicture,    "ピクチャの読み込み",        "Load Picture"},
+    {PaneText::PictureFiles,  "ピクチャ",                  "Pictures"},
+    {PaneText::AllFiles,      "すべてのファイル",          "All Files"},
+    {PaneText::NoPicture,     "%1 は読み込める画像ではありません。", "%1 is no picture that can be read."},
+    {PaneText::LineAndColumn, "%1 行、%2 桁",              "Line %1, Column %2"},
+    {PaneText::OneMistake,    "%1 行: %2",                 "Line %1: %2"},
+    {PaneText::Mistakes,      "%1 行: %2 (ほか %3 件、F8 で次へ)", "Line %1: %2 (%3 more, F8 goes on)"},
+    {PaneText::NotInDesign,   "フォームに書けない文字があるため、入力はまだ反映されていません。",
+                              "Not yet in the form: it cannot hold a character that was typed."},
+    {PaneText::NotFound,      "'%1' は見つかりません。",   "'%1' was not found."},
+    {PaneText::GeneralObject, "(全般)",                    "(General)"},
+};
+// clang-format on
+
+constexpr bool PaneRowsStandAtTheirId() {
+  for (size_t at = 0; at < std::size(kPaneTexts); ++at) {
+    if (static_cast<size_t>(kPaneTexts[at].text) != at) return false;
+  }
+  return std::size(kPaneTexts) == static_cast<size_t>(PaneText::kCount);
+}
+static_assert(PaneRowsStandAtTheirId());
+
+}  // namespace
+
+std::string Said(PaneText text, Language language, const std::vector<std::string>& words) {
+  const PaneTextRow& row = kPaneTexts[static_cast<size_t>(text)];
+  return WithWords(language == Language::Japanese ? row.japanese : row.english, words);
+}
+
+}  // namespace qrn::designer

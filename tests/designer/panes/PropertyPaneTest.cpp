@@ -1,0 +1,260 @@
+// The property list on the screen, worked by key and mouse.
+#include <gtest/gtest.h>
+
+#include "host/designer/panes/PropertyPane.h"
+// clang-format off
+#include <windows.h>
+#include <commctrl.h>
+// clang-format on
+
+#include <fstream>
+#include <thread>
+
+#include "com/Text.h"
+#include "host/user/Dialogs.h"
+#include "platform/CodePage.h"
+#include "tests/designer/kit/Forms.h"
+#include "tests/designer/panes/PaneHost.h"
+#include "tests/support/TempFolder.h"
+#include "tools/qrndata/Builder.h"
+#include "tools/qrndata/Dictionary.h"
+
+namespace qrn::test {
+namespace {
+
+using namespace designer;
+
+constexpr char kShown[] =
+    "   Begin VB.TextBox t \n      Text            =   \"表\"\n      Width           =   900\n   "
+    "End\n"
+    "   Begin VB.TextBox u \n      Text            =   \"ソ\"\n      Width           =   900\n   "
+    "End\n"
+    "   Begin QRNBTRLib.QRNBtr db \n      DDFDir          =   \".\"\n   End\n"
+    "   Begin LIB.Box box \n      DbTable         =   \"Customers\"\n"
+    "      Mode            =   1\n   End\n";
+
+// Ids of the pane's windows.
+enum Id { kObjects = 10, kRows = 11, kField = 20, kChoice = 21 };
+
+class PropertyPaneTest : public testing::Test {
+ protected:
+  PropertyPaneTest() {
+    host_.Hold(MakePropertyPane(host_, host_.Frame()));
+    host_.Select({"t"});
+  }
+
+  HWND Rows() const { return host_.Child(kRows); }
+  std::string Cell(size_t row, int column) const {
+    wchar_t text[260] = L"";
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 260;
+    SendMessageW(Rows(), LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+    return com::Utf8(text);
+  }
+  // Of the row of that name; the number of rows if there is none.
+  size_t RowOf(const std::string& name) const {
+    const auto count = static_cast<size_t>(ListView_GetItemCount(Rows()));
+    size_t row = 0;
+    while (row < count && Cell(row, 0) != name) ++row;
+    return row;
+  }
+  std::string Shown(const std::string& name) const { return Cell(RowOf(name), 1); }
+  void GoTo(const std::string& name) {
+    const auto row = static_cast<int>(RowOf(name));
+    ASSERT_LT(row, ListView_GetItemCount(Rows())) << name;
+    ListView_SetItemState(Rows(), row, LVIS_SELECTED, LVIS_SELECTED);
+    host_.pane().TakeFocus();
+    host_.Pump();
+  }
+  std::string Chosen() const {
+    return Cell(static_cast<size_t>(ListView_GetNextItem(Rows(), -1, LVNI_SELECTED)), 0);
+  }
+  // In the middle of a row's name.
+  POINT NameOf(const std::string& name) const {
+    RECT place{LVIR_LABEL, 0, 0, 0};
+    SendMessageW(Rows(), LVM_GETITEMRECT, RowOf(name), reinterpret_cast<LPARAM>(&place));
+    POINT at{place.left + 20, (place.top + place.bottom) / 2};
+    ClientToScreen(Rows(), &at);
+    return at;
+  }
+  std::string LinesOf(const std::string& control) { return Lines(host_.design(), control); }
+
+  PaneHost host_{kShown};
+};
+
+TEST_F(PropertyPaneTest, TakesWhatIsTyped) {
+  struct Case {
+    const char* property;
+    const char* typed;
+    const char* key;  // that ends the typing
+    const char* line;
+  } const cases[] = {
+      {"Text", "あ\"い", "Enter", "|Text            =   \"あ\"\"い\"|"},
+      {"MaxLength", "12", "Down", "|MaxLength       =   12|"},
+      {"Locked", "t", "Up", "|Locked          =   -1  'True|"},
+      {"Alignment", "2", "Tab", "|Alignment       =   2  'Center|"},
+      {"BackColor", "vbInfoBackground", "Enter", "|BackColor       =   &H80000018&|"},
+      {"Left", "12.5", "PageDown", "|Left            =   12.5|"},
+      {"Name", "edtCode", "Enter", "Begin VB.TextBox edtCode|"},
+  };
+  for (const Case& row : cases) {
+    GoTo(row.property);
+    host_.Type(row.typed);
+    host_.Key(row.key);
+    const std::string lines = LinesOf(host_.design().Name(host_.design().Primary()));
+    EXPECT_NE(lines.find(row.line), std::string::npos) << row.property << ": " << lines;
+  }
+  EXPECT_EQ(host_.TakeTold(), "");
+  EXPECT_EQ(host_.design().history().StepCount(), std::size(cases));
+}
+
+TEST_F(PropertyPaneTest, RefusesAndLeavesWhatWasTyped) {
+  GoTo("MaxLength");
+  host_.Type("x");
+  host_.Key("Down");
+  EXPECT_EQ(host_.TakeTold(), "MaxLength には整数を入力してください。\n");
+  EXPECT_EQ(Chosen(), "MaxLength");
+  EXPECT_EQ(host_.Text(kField), "x");
+  EXPECT_FALSE(host_.pane().Settle());
+  EXPECT_NE(host_.TakeTold(), "");
+  // Another row by the mouse: the same.
+  host_.Click(NameOf("Locked"));
+  EXPECT_NE(host_.TakeTold(), "");
+  EXPECT_EQ(Chosen() + "=" + host_.Text(kField), "MaxLength=x");
+  host_.Key("Escape");
+  EXPECT_EQ(host_.Text(kField), "0");
+  EXPECT_TRUE(host_.pane().Settle());
+  EXPECT_EQ(host_.Saved(), FormWith(kShown));
+}
+
+TEST_F(PropertyPaneTest, GivesTypedTextToThoseItWasTypedFor) {
+  GoTo("Text");
+  host_.Type("new");
+  host_.Select({"u"});
+  EXPECT_NE(LinesOf("t").find("\"new\""), std::string::npos);
+  EXPECT_NE(LinesOf("u").find("\"ソ\""), std::string::npos);
+  EXPECT_EQ(host_.design().Primary(), IdOf(host_.design(), "u"));
+  EXPECT_EQ(Chosen() + "=" + host_.Text(kField), "Text=ソ");
+}
+
+TEST_F(PropertyPaneTest, ChangesSeveralAtOnce) {
+  host_.Select({"t", "u"});
+  EXPECT_EQ(Shown("Text"), "");
+  EXPECT_EQ(Shown("Width"), "900");
+  EXPECT_EQ(RowOf("Name"), static_cast<size_t>(ListView_GetItemCount(Rows())));
+  GoTo("Text");
+  host_.Key("Enter");  // nothing typed: they stay different
+  EXPECT_EQ(host_.Saved(), FormWith(kShown));
+  host_.Type("both");
+  host_.Key("Enter");
+  EXPECT_EQ(Shown("Text"), "both");
+  host_.design().Undo();
+  EXPECT_EQ(host_.Saved(), FormWith(kShown));
+  EXPECT_EQ(host_.Text(kField), "");
+}
+
+TEST_F(PropertyPaneTest, OffersTheDictionarysNames) {
+  const TempFolder folder;
+  qrndata::WriteDictionary(
+      folder.Root(),
+      qrndata::ReadSchemaFile(std::filesystem::path(QRN_COMPANY) / "company.toml").tables, true);
+  host_.PutFolder(folder.Text());
+  host_.Select({"box"});
+  GoTo("DbSource");
+  host_.Key("Alt+Down");
+  host_.Key("Down");
+  host_.Key("Enter");
+  EXPECT_NE(LinesOf("box").find("|DbSource        =   \"db\"|"), std::string::npos);
+  GoTo("DbField");
+  host_.Key("Alt+Down");
+  EXPECT_GT(SendMessageW(host_.Child(kChoice), CB_GETCOUNT, 0, 0), 5);
+  EXPECT_GE(SendMessageW(host_.Child(kChoice), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                         reinterpret_cast<LPARAM>(L"CustomerNo")),
+            0);
+  host_.Key("Escape");
+  EXPECT_EQ(LinesOf("box").find("DbField"), std::string::npos);
+}
+
+TEST_F(PropertyPaneTest, GoesToTheNextValueByDoubleClick) {
+  host_.Select({"box"});
+  host_.Click(NameOf("Visible"), true);
+  EXPECT_NE(LinesOf("box").find("|Visible         =   0   'False|"), std::string::npos);
+  host_.Click(NameOf("Visible"), true);
+  EXPECT_EQ(LinesOf("box").find("Visible"), std::string::npos);
+}
+
+TEST_F(PropertyPaneTest, ResetsAndWalksByKeys) {
+  GoTo("Text");
+  host_.Key("Ctrl+Delete");
+  EXPECT_EQ(LinesOf("t").find("Text  "), std::string::npos);
+  host_.Key("Ctrl+Shift+T");
+  EXPECT_EQ(Chosen(), "ToolTipText");
+  host_.Key("Ctrl+Home");
+  EXPECT_EQ(Chosen(), "Name");
+  host_.Key("Up");
+  EXPECT_EQ(Chosen(), "Name");
+  host_.Select({"box"});
+  host_.Key("Up");
+  host_.Key("F2");
+  EXPECT_EQ(host_.TakeTold(), "pages of box\n");
+}
+
+TEST_F(PropertyPaneTest, WritesTextsOfSeveralLines) {
+  GoTo("Text");
+  host_.Type("one");
+  host_.Key("Ctrl+Enter");
+  host_.Type("two");
+  host_.Key("Enter");
+  EXPECT_EQ(host_.design().TextValue(host_.design().Primary(), "Text"), "one\r\ntwo");
+  EXPECT_EQ(Shown("Text"), "one\xC2\xB6two");
+  host_.Key("Ctrl+Home");
+  EXPECT_EQ(host_.design().history().StepCount(), 1u);
+}
+
+TEST_F(PropertyPaneTest, KeepsItsPlace) {
+  GoTo("Visible");
+  const int top = ListView_GetTopIndex(Rows());
+  EXPECT_GT(top, 0);
+  host_.Select({"t", "u"});  // two rows less
+  host_.Select({"t"});
+  EXPECT_EQ(Chosen(), "Visible");
+  EXPECT_EQ(ListView_GetTopIndex(Rows()), top);
+}
+
+// Presses OK in the next dialog, once `act` has done something to it.
+std::thread Answer(std::function<void(HWND)> act) {
+  return std::thread([act = std::move(act)] {
+    HWND box = nullptr;
+    for (int tries = 0; !box && tries < 200; ++tries) {
+      Sleep(20);
+      box = host::FrontBox();
+    }
+    if (!box) return;
+    Sleep(200);
+    act(box);
+    host::PressButton(box, GetDlgItem(box, IDOK));
+  });
+}
+
+TEST_F(PropertyPaneTest, TakesWhatDialogsGive) {
+  GoTo("Font");
+  std::thread user = Answer([](HWND) {});
+  host_.Key("F2");
+  user.join();
+  // Which one the dialog begins with is the system's choice: it may not have the form's.
+  EXPECT_NE(Shown("Font").find(", "), std::string::npos) << Shown("Font");
+  EXPECT_NE(LinesOf("t").find("BeginProperty Font {0BE35203-8F91-11CE-9DE3-00AA004BB851}"),
+            std::string::npos);
+  host_.Key("Delete");
+  EXPECT_EQ(Shown("Font"), "");
+  GoTo("BackColor");
+  user = Answer([](HWND) {});
+  host_.Key("Ctrl+Enter");
+  user.join();
+  EXPECT_EQ(Shown("BackColor"), "&H00FFFFFF&");
+}
+
+}  // namespace
+}  // namespace qrn::test
