@@ -54,6 +54,28 @@ TEST(CodePart, ListsObjectsAndEvents) {
   EXPECT_EQ(code.ObjectOf(design->form()), "Form");
 }
 
+TEST(CodePart, KnowsWhoseHandlerAProcedureIs) {
+  const auto design = Designed(
+      FormWith(std::string(kControls) + "   Begin VB.CommandButton ok_now \n   End\n", kCode));
+  const CodePart code(*design);
+  struct Case {
+    const char* procedure;
+    const char* place;
+  } const cases[] = {
+      {"form_load", "Form.Load"},
+      {"CMD_click", "cmd.Click"},
+      {"ok_now_Click", "ok_now.Click"},
+      {"文字_Change", "文字.Change"},
+      {"cmd_Later", ""},
+      {"Open_", ""},
+      {"x", ""},
+  };
+  for (const Case& row : cases) {
+    const auto place = code.HandledBy(row.procedure);
+    EXPECT_EQ(place ? place->object + "." + place->event : "", row.place) << row.procedure;
+  }
+}
+
 TEST(CodePart, WritesFirstLinesWithTheRightArguments) {
   const auto design = Designed(FormWith(kControls));
   CodePart code(*design);

@@ -214,6 +214,16 @@ std::vector<std::string> CodePart::Events(std::string_view object) const {
   return names;
 }
 
+std::optional<EventPlace> CodePart::HandledBy(std::string_view name) const {
+  for (size_t bar = name.find('_'); bar != std::string_view::npos; bar = name.find('_', bar + 1)) {
+    const ControlId id = IdOf(name.substr(0, bar));
+    const ClassInfo* info = id == 0 ? nullptr : design_.Class(id);
+    const EventInfo* event = info ? info->Event(name.substr(bar + 1)) : nullptr;
+    if (event) return EventPlace{ObjectOf(id), event->name};
+  }
+  return std::nullopt;
+}
+
 std::string CodePart::ProcedureName(std::string_view object, std::string_view event) {
   return std::string(object) + "_" + std::string(event);
 }

@@ -2,6 +2,7 @@
 // first line. Every change is a step of the design.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,14 @@ struct CodeProcedure {
   std::string name;   // cmdSave_Click
   int firstLine = 0;  // of its Sub line, counted from 0 in the code
   int lastLine = 0;   // of its End line; the code's last line if that is missing
+};
+
+// Whose handler a procedure is.
+struct EventPlace {
+  std::string object;  // as the list of objects has it
+  std::string event;   // as the class writes it
+
+  bool operator==(const EventPlace&) const = default;
 };
 
 class CodePart {
@@ -44,6 +53,9 @@ class CodePart {
   std::vector<std::string> Events(std::string_view object) const;
   // `Form_Load`, `cmdSave_Click`.
   static std::string ProcedureName(std::string_view object, std::string_view event);
+  // The object and event that a procedure of this name is called for; nothing for one of the form's
+  // own, and for the handler of an object that is not there.
+  std::optional<EventPlace> HandledBy(std::string_view procedureName) const;
   // The event that a double click on a control goes to, and its name in the list of objects.
   std::string UsualEvent(ControlId id) const;
   std::string ObjectOf(ControlId id) const;

@@ -2,7 +2,6 @@
 
 #include "com/Com.h"
 #include "com/Guard.h"
-#include "com/Handles.h"
 #include "com/Text.h"
 #include "com/WindowText.h"
 
@@ -85,6 +84,13 @@ std::string TextOf(HWND window) { return com::Utf8(com::TextOfWindow(window)); }
 
 void AddLine(HWND comboBox, const std::string& utf8) {
   SendMessageW(comboBox, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(com::Wide(utf8).c_str()));
+}
+
+com::GdiFont BoldOf(HFONT font) noexcept {
+  LOGFONTW look{};
+  GetObjectW(font, sizeof look, &look);
+  look.lfWeight = FW_BOLD;
+  return com::GdiFont(CreateFontIndirectW(&look));
 }
 
 int LineHeight(HFONT font) noexcept {

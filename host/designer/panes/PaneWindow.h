@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "com/Handles.h"
 #include "com/Message.h"
 
 namespace qrn::designer {
@@ -44,6 +45,7 @@ std::string TextOf(HWND window);  // UTF-8
 // At the end of a combo box.
 void AddLine(HWND comboBox, const std::string& utf8);
 
+com::GdiFont BoldOf(HFONT font) noexcept;
 // Height of a line of text in the font, in pixels.
 int LineHeight(HFONT font) noexcept;
 // Pixels of a screen with 96 an inch on the screen that there is.

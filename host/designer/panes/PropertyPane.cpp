@@ -135,15 +135,8 @@ class PropertyPane final : public Pane, private PaneWindow {
   Refusal refusal_;            // of what was typed, not told yet
 };
 
-com::GdiFont Bold(HFONT font) {
-  LOGFONTW look{};
-  GetObjectW(font, sizeof look, &look);
-  look.lfWeight = FW_BOLD;
-  return com::GdiFont(CreateFontIndirectW(&look));
-}
-
 PropertyPane::PropertyPane(Workplace& place, HWND parent)
-    : place_(place), bold_(Bold(place.Font())) {
+    : place_(place), bold_(BoldOf(place.Font())) {
   const INITCOMMONCONTROLSEX common{sizeof common, ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&common);
   Make(parent, WS_VISIBLE);
