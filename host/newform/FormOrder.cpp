@@ -31,6 +31,8 @@ struct OrderWords {
   const char* fields;
   const char* unshown;
   const char* twice;
+  const char* noKey;
+  const char* keys;
   const char* nothingToShow;
   const char* noDetail;
   const char* details;
@@ -53,6 +55,8 @@ constexpr OrderWords kJapanese = {
     .fields = "テーブルにあるフィールド: ",
     .unshown = ": コントロールで表示できない型のフィールドです。",
     .twice = ": フィールドが 2 回指定されています。",
+    .noKey = ": 検索のボタンを付けられるキーではありません。",
+    .keys = "ボタンを付けられるキー: ",
     .nothingToShow = ": 表示できるフィールドがありません。",
     .noDetail = ": 明細にできません。マスタのキーと同じフィールドで始まるキーがありません。",
     .details = "明細にできるテーブル: ",
@@ -75,6 +79,8 @@ constexpr OrderWords kEnglish = {
     .fields = "it has: ",
     .unshown = ": no control shows a field of this type",
     .twice = ": the field is given twice",
+    .noKey = ": no key that a button can find by",
+    .keys = "those that it can: ",
     .nothingToShow = ": the table has no field that a control shows",
     .noDetail = ": no detail: none of its keys begins with the field of a key of the master",
     .details = "tables that can be its detail: ",
@@ -123,6 +129,7 @@ class Carrying {
     choice.language = order_.language;
     choice.grid = order_.grid;
     if (!order_.fields.empty()) Pick(dictionary.tables[table], choice);
+    if (order_.keys) choice.keys = KeysNamed(dictionary.tables[table], choice.keys);
     if (choice.fields.empty()) Refuse(order_.table + words_.nothingToShow);
     if (!order_.detail.empty()) choice.detail = DetailNamed(dictionary, table);
     choice.pictures = Pictures(choice.directory);
@@ -187,6 +194,20 @@ class Carrying {
       Refuse(name + words_.twice);
     }
     return place;
+  }
+
+  std::vector<size_t> KeysNamed(const Table& table, const std::vector<size_t>& seekable) const {
+    std::vector<Key> able;
+    for (const size_t place : seekable) able.push_back(table.keys[place]);
+    std::vector<size_t> keys;
+    for (const std::string& name : *order_.keys) {
+      const auto found =
+          std::find_if(able.begin(), able.end(), [&](const Key& key) { return key.name == name; });
+      if (found == able.end())
+        Refuse(name + words_.noKey, words_.keys + NamesOf(able, words_.none));
+      keys.push_back(seekable[static_cast<size_t>(found - able.begin())]);
+    }
+    return keys;
   }
 
   Detail DetailNamed(const Dictionary& dictionary, size_t master) const {

@@ -15,6 +15,8 @@ struct FormOrder {
   std::string table;
   std::string detail;               // empty for none
   std::vector<std::string> fields;  // empty for all
+  // With a button that finds by them; nothing: all of which each field has a box.
+  std::optional<std::vector<std::string>> keys;
   bool grid = false;
   std::optional<std::string> pictures;  // folder of the pictures; nothing: one of that name there
   Language language = Language::Japanese;

@@ -181,6 +181,12 @@ const OrderCase kOrders[] = {
        o.fields = {"Tax", "Tax"};
      },
      "Tax: フィールドが 2 回"},
+    {"some keys", [](newform::FormOrder& o) { o.keys = {"ByOrder"}; }, nullptr},
+    {"no keys", [](newform::FormOrder& o) { o.keys = std::vector<std::string>(); }, nullptr},
+    {"no such key", [](newform::FormOrder& o) { o.keys = {"ByPrice"}; }, "ByPrice: 検索のボタン"},
+    {"a key without its field",
+     [](newform::FormOrder& o) { o.fields = {"Total"}, o.keys = {"ByOrder"}; },
+     "ByOrder: 検索のボタン"},
     {"no such detail", [](newform::FormOrder& o) { o.detail = "Lines"; }, "Lines: 辞書にない"},
     {"itself its detail", [](newform::FormOrder& o) { o.detail = "Orders"; },
      "Orders: 明細にできません"},

@@ -15,6 +15,7 @@ std::optional<newform::FormOrder> ReadNewFormOptions(std::vector<std::string> ar
   using newform::Language;
   newform::FormOrder order;
   std::vector<std::string> place;
+  std::vector<std::string> found;
   const std::map<std::string, Language> languages{{"ja", Language::Japanese},
                                                   {"en", Language::English}};
   CLI::App app("Makes a form that runs at once from a dictionary alone.", "qrnform");
@@ -23,6 +24,9 @@ std::optional<newform::FormOrder> ReadNewFormOptions(std::vector<std::string> ar
                  "another table, whose records follow in a grid by a key of the table's field");
   app.add_option("--fields", order.fields, "the fields in their order, commas between; else all")
       ->delimiter(',');
+  auto* keys = app.add_option("--keys", found,
+                              "the keys with a button that finds by them, commas between; else all")
+                   ->delimiter(',');
   app.add_flag("--grid", order.grid, "a grid of the table's own records as well");
   app.add_option("--pictures", order.pictures, "folder of the pictures that a field names");
   app.add_option("--lang", order.language, "what the form and messages speak: ja (usual) or en")
@@ -36,6 +40,7 @@ std::optional<newform::FormOrder> ReadNewFormOptions(std::vector<std::string> ar
     *exitCode = app.exit(error) == 0 ? 0 : 2;
     return std::nullopt;
   }
+  if (keys->count() > 0) order.keys = found;
   order.directory = place[0];
   order.table = place[1];
   return order;
