@@ -52,6 +52,18 @@ void FillField(DbFieldInfo& field, const FieldRow& row) {
   field.FieldId = row.fieldId;
 }
 
+// Dictionaries of the nineties count parts from 1 and have no flag for a key that goes on: there a
+// higher part does.
+void JoinCountedParts(DbTableInfo& table) {
+  const DbSegmentInfo* const begin = table.Segments;
+  const DbSegmentInfo* const end = begin + table.SegmentCount;
+  const auto isFromZero = [](const DbSegmentInfo& segment) { return segment.Part < 1; };
+  if (table.SegmentCount < 2 || std::any_of(begin, end, isFromZero)) return;
+  if (end[-1].Part == end[-2].Part + 1) {
+    table.Segments[table.SegmentCount - 2].Flags |= LexbaseIndexContinues;
+  }
+}
+
 }  // namespace
 
 DbDictionary* NewDictionary(const char* directory) noexcept {
@@ -107,6 +119,7 @@ bool AppendSegment(DbTableInfo& table, const IndexRow& row) noexcept {
     segment->Size = field->Size;
     segment->Type = field->Type;
   }
+  JoinCountedParts(table);
   return true;
 }
 

@@ -95,6 +95,35 @@ TEST_F(DictionaryLoad, FieldsAndIndexNamesGoTheirWays) {
   EXPECT_EQ(Show(table.NamedIndexes[0]), "ByCode:255@3+0 id4 dec260 flags0");
 }
 
+struct PartsCase {
+  const char* what;
+  std::vector<std::pair<int16_t, int16_t>> rows;  // part, flags
+  const char* flags;
+};
+
+TEST_F(DictionaryLoad, PartsCountedFromOneGoOnWithoutAFlag) {
+  const PartsCase kCases[] = {
+      {"two keys, the second of three parts", {{1, 3}, {1, 2}, {2, 2}, {3, 2}}, "3 18 18 2 "},
+      {"flags that are there stay", {{1, 18}, {2, 2}, {1, 1}}, "18 2 1 "},
+      {"counted from 0 the flag decides", {{0, 2}, {1, 2}, {2, 2}}, "2 2 2 "},
+      {"one key a row", {{1, 2}, {1, 2}}, "2 2 "},
+  };
+  int16_t id = 4;
+  for (const PartsCase& row : kCases) {
+    lexbase_.File(id, row.what, "t");
+    for (const auto& [part, flags] : row.rows) lexbase_.Index(id, 1, part, flags);
+    ++id;
+  }
+  ASSERT_EQ(Load(), 0);
+  for (int32_t table = 0; table < dictionary_->TableCount; ++table) {
+    std::string flags;
+    for (int32_t at = 0; at < Table(table).SegmentCount; ++at) {
+      flags += std::to_string(Table(table).Segments[at].Flags) + " ";
+    }
+    EXPECT_EQ(flags, kCases[table].flags) << kCases[table].what;
+  }
+}
+
 TEST_F(DictionaryLoad, SegmentsTakeTheirFieldsPlace) {
   lexbase_.File(4, "A", "a")
       .Field({1, 4, "Code", kString, 2, 5})

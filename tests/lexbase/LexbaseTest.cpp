@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "lexbase.h"
+#include "tests/btrieve/kit/OldSite.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Builder.h"
@@ -43,7 +44,7 @@ using ReadFunction = int(LEXBASE_CALL*)(void*);
 int Number(const Row& row, size_t at) { return row[at] | row[at + 1] << 8; }
 
 class Lexbase : public ::testing::Test {
- protected:
+ public:
   Lexbase() { Build(); }
   ~Lexbase() override { DDFClose(); }
 
@@ -257,6 +258,25 @@ TEST_F(Lexbase, TheDictionarysFilesStayClosedToNobody) {
   EXPECT_EQ(DDFClose(), 0);
   std::error_code error;
   EXPECT_TRUE(fs::remove(File("file.ddf"), error)) << "and nothing holds them afterwards";
+}
+
+// Numbers and flags are delivered as they stand; what a row lacks comes as blanks.
+TEST(LexbaseOfTheNineties, ShorterRowsAndFewerKeysAreRead) {
+  const qrn::test::TempFolder folder;
+  const btrieve::test::OldSite site(folder.Root());
+  site.Write();
+  ASSERT_EQ(DDFOpen(qrndata::BtrievePath(folder.Root()).c_str(), 0), 0);
+  Row row{};
+  ASSERT_EQ(DDFReadFile(row.data()), 0);
+  ASSERT_EQ(DDFReadFile(row.data()), 0);
+  EXPECT_EQ(std::string(row.begin() + 22, row.begin() + 34), "PEOPLE.DAT  ");
+  EXPECT_EQ(std::string(row.begin() + 86, row.begin() + 98), std::string("\0          \0", 12));
+  EXPECT_EQ(Lexbase::Tables(), "11 code=9");
+  EXPECT_EQ(Lexbase::Fields(), "10.1 10.2 11.3 11.4 11.5 code=9");
+  EXPECT_EQ(Lexbase::Segments(), "10.1.1.1 10.2.2.1 10.1.2.2 11.3.1.1 11.4.2.1 code=9");
+  EXPECT_EQ(DDFClose(), 0);
+  site.Write(true);
+  EXPECT_EQ(DDFOpen(qrndata::BtrievePath(folder.Root()).c_str(), 0), BtrStatusOwnerInvalid);
 }
 
 #ifndef _WIN32

@@ -86,6 +86,7 @@ class DictionaryBuilder {
     if (id < kFirstUserTable) return;
     Table* table = Find(id, "a key segment");
     if (table == nullptr) return;
+    NoteParts(*table, row.part);
     const bool beginsKey =
         table->keys.empty() || (table->keys.back().segments.back().flags & kIndexContinues) == 0;
     if (beginsKey) table->keys.emplace_back();
@@ -125,10 +126,21 @@ class DictionaryBuilder {
     dictionary_.oddities.push_back("table " + Quoted(table.name) + ": " + text);
   }
 
+  // Dictionaries of the nineties count from 1 and have no flag for a key that goes on: there a
+  // higher part does.
+  void NoteParts(Table& table, int part) {
+    if (table.keys.empty()) countsFromOne_ = true;
+    countsFromOne_ = countsFromOne_ && part > 0;
+    const bool goesOn = countsFromOne_ && !table.keys.empty() && part == lastPart_ + 1;
+    if (goesOn) table.keys.back().segments.back().flags |= kIndexContinues;
+    lastPart_ = part;
+  }
+
   void NoteNumbers(const Table& table, const qrn::IndexRow& row, const Segment& segment) {
     const auto number = static_cast<int>(table.keys.size()) - 1;
     const auto part = static_cast<int>(table.keys.back().segments.size()) - 1;
-    if (row.keyNumber != number || row.part != part) {
+    const int first = countsFromOne_ ? 1 : 0;
+    if (row.keyNumber != number + first || row.part != part + first) {
       Note(table, "key " + std::to_string(number) + ", segment " + std::to_string(part) +
                       " is numbered " + std::to_string(Unsigned(row.keyNumber)) + ", segment " +
                       std::to_string(Unsigned(row.part)));
@@ -142,6 +154,8 @@ class DictionaryBuilder {
   Dictionary& dictionary_;
   std::unordered_map<int, size_t> slots_;
   std::vector<qrn::DbFieldInfo> indexNames_;
+  bool countsFromOne_ = false;  // keys and parts of the table at hand
+  int lastPart_ = 0;
 };
 
 }  // namespace
