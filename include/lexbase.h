@@ -142,8 +142,8 @@ typedef struct LexbaseIndexRow {
   int16_t fileId;
   int16_t fieldId;
   int16_t keyNumber; /* from 0 */
-  int16_t part;   /* segment number within the key, from 0 */
-  uint16_t flags; /* LexbaseIndexFlag */
+  int16_t part;      /* segment number within the key, from 0 */
+  uint16_t flags;    /* LexbaseIndexFlag */
 } LexbaseIndexRow;
 
 #pragma pack(pop)
@@ -159,10 +159,10 @@ typedef struct LexbaseIndexRow {
  * left as it was. Tables come by table id; fields by table id and within a table by field id; index
  * rows by table id, key number and segment. The dictionary's own rows are delivered like any.
  *
- * Dictionaries of the nineties are read too: their file.ddf has rows of 87 bytes (`reserved` comes as
- * blanks), their index.ddf one key. There key numbers and parts count from 1, and flags tell no more
- * than duplicates and modifiable, not that a key goes on; numbers and flags are delivered as they
- * stand. */
+ * Dictionaries of the nineties are read too: their file.ddf has rows of 87 bytes (`reserved` comes
+ * as blanks), their index.ddf one key. There key numbers and parts count from 1, and flags tell no
+ * more than duplicates and modifiable, not that a key goes on; numbers and flags are delivered as
+ * they stand. */
 /* clang-format off */
 #define LEXBASE_FUNCTIONS(X) \
   X(int32_t, DDFOpen, (const char* directory, int32_t mode)) \
