@@ -32,6 +32,10 @@ class OldFile final : public ForeignFile {
 
   // Records as page 0 counts them, which only faults make another number than the total.
   uint32_t AnnouncedRecords() const noexcept { return head_.records; }
+  // Only faults make it anything else.
+  bool IsKeyWhole(int slot) const noexcept {
+    return slots_.Count() == 0 || !rows_[slot].ranks.empty();
+  }
 
  private:
   void ReadKeys(std::vector<std::string>* faults);

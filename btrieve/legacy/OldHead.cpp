@@ -27,9 +27,13 @@ uint16_t VersionIn(ByteView file) noexcept {
 void CheckKind(ByteView file) {
   const bool isLike = file.size() >= kOldStart && LoadHighLow(&file[inhead::kPageNumber]) == 0 &&
                       IsPageSize(Word(&file[inhead::kPageSize]));
-  if (!isLike) ThrowNotRead("not a data file");
-  if (VersionIn(file) != kVersion) ThrowNotRead("a data file of a version that is not read");
-  if (file.size() > kLargestFile) ThrowNotRead("a data file of more than 2 GiB is not read");
+  if (!isLike) throw Damage(kNotABtrieveFile, kNoDataFile);
+  const uint16_t version = VersionIn(file);
+  if (version != kVersion) {
+    ThrowNotRead("not a data file, or one of format " + std::to_string(version >> 8) + "." +
+                 std::to_string(version & 0xFF));
+  }
+  if (file.size() > kLargestFile) ThrowNotRead("a version 5 file of more than 2 GiB");
 }
 
 void CheckSize(ByteView file, uint16_t pageSize, std::vector<std::string>* faults) {
@@ -47,14 +51,16 @@ void CheckSegment(const KeySegment& segment, uint16_t recordLength, const std::s
   if (segment.length == 0 || segment.offset + segment.length > recordLength) {
     ThrowDamage("page 0: " + key + " does not lie in the record");
   }
-  if (segment.Has(kSequence)) ThrowNotRead(key + ": collating sequences are not read");
+  if (segment.Has(kSequence))
+    ThrowNotRead("a version 5 file whose " + key + " has a collating sequence");
   if (segment.Has(kRepeating) && segment.Has(kDuplicates)) {
-    ThrowNotRead(key + ": duplicates without pointers in the records are not read");
+    ThrowNotRead("a version 5 file whose " + key + " has duplicates without pointers");
   }
   const KeyTypeRow* type = FindKeyType(static_cast<uint8_t>(segment.Type()));
   if (!type || !type->Takes(segment.length)) {
-    ThrowNotRead(key + ": type " + std::to_string(static_cast<int>(segment.Type())) + " with " +
-                 std::to_string(segment.length) + " bytes is not read");
+    ThrowNotRead("a version 5 file whose " + key + " is of type " +
+                 std::to_string(static_cast<int>(segment.Type())) + " with " +
+                 std::to_string(segment.length) + " bytes");
   }
 }
 
@@ -133,7 +139,7 @@ void CheckSlot(const OldHead& head) {
                                         [](const OldKey& key) { return key.duplicates; });
   const size_t least = head.spec.recordLength + kPointersSize * static_cast<size_t>(duplicates);
   if (head.slotLength == least + kVariablePointer) {
-    ThrowNotRead("records of variable length are not read");
+    ThrowNotRead("a version 5 file with records of variable length");
   }
   const bool fits = head.spec.recordLength > 0 && head.slotLength >= least &&
                     head.slotLength >= kDeletedLink &&

@@ -8,6 +8,7 @@
 #include "fields/LittleEndian.h"
 #include "platform/BtrCall.h"
 #include "tools/qrndata/Paths.h"
+#include "tools/qrndata/convert/OldFiles.h"
 
 namespace qrndata {
 
@@ -66,7 +67,10 @@ FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
 }
 
 // Such a file is not opened; where it is opened and fails, others may be writing to its log.
-std::string FaultOfOpen(Status status, const std::string& path) try {
+std::string FaultOfOpen(Status status, const std::filesystem::path& place,
+                        const std::string& path) try {
+  const std::string words = WhyNotOpened(place, status);
+  if (!words.empty()) return StatusText(status) + ": " + words;
   const bool isLog = status == btrieve::kIoError && !btrieve::LogIsSound(path + "-wal");
   return StatusText(status) + (isLog ? ": its log, with \"-wal\" behind the name, is damaged" : "");
 } catch (const btrieve::Failure&) {
@@ -93,7 +97,7 @@ BtrFile::BtrFile(const std::filesystem::path& path, Access access) : name_(PathT
   const auto keyLength = static_cast<uint8_t>(std::min<size_t>(key.size() + 1, BtrKeyBufferSize));
   const Status status = qrn::BtrCall(BtrOpOpen, posBlock_.data(), nullptr, &length, key.data(),
                                      keyLength, static_cast<int8_t>(access));
-  if (status != btrieve::kOk) throw Failure(kSystem, name_ + ": " + FaultOfOpen(status, key));
+  if (status != btrieve::kOk) throw Failure(kSystem, name_ + ": " + FaultOfOpen(status, path, key));
 }
 
 BtrFile::~BtrFile() {

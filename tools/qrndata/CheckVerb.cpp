@@ -4,6 +4,7 @@
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/TableChecks.h"
 #include "tools/qrndata/Verbs.h"
+#include "tools/qrndata/convert/OldFiles.h"
 
 namespace qrndata {
 
@@ -55,6 +56,9 @@ Faults DatabaseCheck::CheckDataFile(const Table& table) {
   try {
     BtrFile file(DataFilePath(options_.directory, table.location), Access::ReadOnly);
     const FileStat stat = file.Stat();
+    if (IsOldFile(DataFilePath(options_.directory, table.location))) {
+      streams_.out << Show(table.name) << ": " << kOldFileNote << '\n';
+    }
     Faults faults = Compare(table, stat.spec);
     const uint64_t passes = stat.spec.keys.size() + 1;
     Progress progress(streams_.terminal, Show(table.name), stat.records * passes);

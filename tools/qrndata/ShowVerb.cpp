@@ -10,6 +10,7 @@
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
 #include "tools/qrndata/Verbs.h"
+#include "tools/qrndata/convert/OldFiles.h"
 
 namespace qrndata {
 
@@ -97,6 +98,7 @@ FileStat ShowFile(const fs::path& path, std::ostream& out) {
       << stat.spec.recordLength << (stat.spec.IsVariable() ? " bytes and more" : " bytes")
       << ", pages of " << stat.spec.pageSize << ", flags " << stat.spec.flags << ", "
       << stat.spec.keys.size() << " keys\n";
+  if (IsOldFile(path)) out << kOldFileNote << '\n';
   ShowFileKeys(stat, out);
   return stat;
 }

@@ -71,6 +71,7 @@ class CommandLine {
     AddExport();
     AddShow();
     AddCheck();
+    AddConvert();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -115,15 +116,18 @@ class CommandLine {
   void AddExport();
   void AddShow();
   void AddCheck();
+  void AddConvert();
 
   const Streams& streams_;
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
   std::function<int()> run_;
-  std::string schema_, directory_, table_, file_, key_, output_, refusals_, format_ = "csv";
+  std::string schema_, directory_, target_, table_, file_, key_, output_, refusals_,
+      format_ = "csv";
   std::string onBadInput_ = "error", onBadStored_ = "replace", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
   CheckOptions check_;
+  ConvertOptions convert_;
 };
 
 void CommandLine::RequireVerb(const std::vector<std::string>& arguments) const {
@@ -231,6 +235,23 @@ void CommandLine::AddCheck() {
   AddDirectory(verb);
   AddPlace(verb, "TABLE", table_, "one table only");
   AddCount(verb, "--show-faults", check_.shown, "how many faults are listed for each table");
+}
+
+void CommandLine::AddConvert() {
+  CLI::App* verb =
+      AddVerb("convert", "brings files of an older record manager into today's format", [this] {
+        convert_.directory = PathFromUtf8(directory_);
+        convert_.target = PathFromUtf8(target_);
+        return RunConvert(convert_, streams_);
+      });
+  AddPlace(verb, "OLD_DIR", directory_, "directory of the old files; nothing is written there")
+      ->required();
+  AddPlace(verb, "NEW_DIR", target_, "directory for the new ones")->required();
+  verb->add_flag("--unlock", convert_.unlock,
+                 "take files with an owner name too; the new ones have none");
+  verb->add_flag("--salvage", convert_.salvage,
+                 "take of damaged files what can be read, and list what cannot");
+  AddCount(verb, "--show-faults", convert_.shown, "how many faults are listed for each file");
 }
 
 }  // namespace

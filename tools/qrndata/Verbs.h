@@ -57,6 +57,14 @@ struct CheckOptions {
 };
 ExitCode RunCheck(const CheckOptions& options, const Streams& streams);
 
+struct ConvertOptions {
+  std::filesystem::path directory, target;
+  bool unlock = false;   // files with an owner name too
+  bool salvage = false;  // of damaged files what can be read
+  uint32_t shown = 20;   // faults that are listed for each file
+};
+ExitCode RunConvert(const ConvertOptions& options, const Streams& streams);
+
 // The whole program: `arguments` are UTF-8, without the program's name.
 int RunTool(std::vector<std::string> arguments, const Streams& streams);
 

@@ -1,0 +1,181 @@
+#include "tools/qrndata/convert/FileConversion.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "btrieve/files/RecordWriter.h"
+#include "btrieve/pages/CheckedVfs.h"
+#include "btrieve/system/HostFile.h"
+#include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/RecordScan.h"
+#include "tools/qrndata/convert/DuplicateNumbers.h"
+#include "tools/qrndata/convert/TodaysSpec.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace fs = std::filesystem;
+using btrieve::Hit;
+using btrieve::kPhysicalSlot;
+using btrieve::legacy::OldFile;
+
+constexpr uint32_t kTogether = 20000;  // records in a write transaction
+
+// A file in the making under a name of its own; gone unless it has been put in place.
+class Draft {
+ public:
+  explicit Draft(const fs::path& path) : path_(path), draft_(path) { draft_ += ".new"; }
+  Draft(const Draft&) = delete;
+  Draft& operator=(const Draft&) = delete;
+  ~Draft() {
+    std::error_code ignored;
+    for (const char* tail : {"", "-wal", "-shm"}) {
+      fs::path file = draft_;
+      fs::remove(file += tail, ignored);
+    }
+  }
+
+  std::string Name() const { return BtrievePath(draft_); }
+  void PutInPlace() const {
+    Require(btrieve::PutAsNew(Name(), BtrievePath(path_)), PathToUtf8(path_));
+    if (!btrieve::SyncFile(BtrievePath(path_), true)) Require(btrieve::kIoError, PathToUtf8(path_));
+  }
+
+ private:
+  fs::path path_;
+  fs::path draft_;
+};
+
+// The records of an old file, written by place.
+class TodaysFile {
+ public:
+  TodaysFile(OldFile& old, const std::string& path, Progress& progress, Conversion& conversion)
+      : old_(old),
+        numbers_(old),
+        progress_(progress),
+        conversion_(conversion),
+        file_(path, {}),
+        writer_(file_, true) {
+    file_.Base().Open(path);
+  }
+
+  void Write() {
+    const uint32_t total = old_.Total(kPhysicalSlot);
+    for (uint32_t from = 0; from < total; from += kTogether) {
+      WriteFrom(from, std::min(total, from + kTogether));
+    }
+    if (!file_.MakeAllStable()) throw btrieve::Failure{file_.SyncFault()};
+    file_.Base().Close();
+  }
+
+ private:
+  void WriteFrom(uint32_t rank, uint32_t end) {
+    file_.Base().BeginWrite();
+    for (; rank < end; ++rank) WriteRecord(rank);
+    file_.Base().SetNextPosition(end + 1);
+    file_.Base().CommitWrite();
+    file_.Base().CarryLogOver();
+  }
+
+  void WriteRecord(uint32_t rank) {
+    Hit hit;
+    old_.Read(kPhysicalSlot, rank, hit);
+    progress_.Update(rank, rank);
+    if (conversion_.isSalvage && IsTaken(hit)) {
+      conversion_.left.push_back(hit.position);
+      return;
+    }
+    writer_.Fill({rank + 1, false, numbers_.Of(rank).Stored(), hit.data});
+    ++conversion_.records;
+  }
+
+  bool IsTaken(const Hit& hit) {
+    btrieve::WritePlan plan;
+    writer_.PlanInsert(hit.data, 1, plan);
+    return writer_.FindTaken(plan) != btrieve::kOk;
+  }
+
+  OldFile& old_;
+  DuplicateNumbers numbers_;
+  Progress& progress_;
+  Conversion& conversion_;
+  btrieve::DataFile file_;
+  btrieve::RecordWriter writer_;
+};
+
+std::string OrderName(int slot) {
+  return slot == kPhysicalSlot ? "by place" : "along key " + std::to_string(slot);
+}
+
+// Compares one order; the first difference ends it.
+class OrderComparison {
+ public:
+  OrderComparison(OldFile& old, BtrFile& file, Progress& progress, Conversion& conversion)
+      : old_(old), file_(file), progress_(progress), conversion_(conversion) {}
+
+  void Compare(int slot) {
+    const auto key = slot == kPhysicalSlot
+                         ? kNoKey
+                         : static_cast<int8_t>(old_.Spec().keys[static_cast<size_t>(slot)].number);
+    RecordScan scan(file_, key);
+    for (uint32_t rank = 0; rank < old_.Total(slot); ++rank) {
+      ++done_;
+      progress_.Update(done_, done_);
+      Hit hit;
+      old_.Read(slot, rank, hit);
+      if (IsLeft(hit.position)) continue;
+      if (!scan.Next()) return Differs(slot, rank, "is not there");
+      if (!btrieve::BytesEqual(scan.Record(), hit.data)) return Differs(slot, rank, "is another");
+    }
+    if (scan.Next()) conversion_.differences.push_back(OrderName(slot) + " there are more records");
+  }
+
+ private:
+  bool IsLeft(uint32_t position) const {
+    return std::binary_search(conversion_.left.begin(), conversion_.left.end(), position);
+  }
+  void Differs(int slot, uint32_t rank, const char* what) {
+    conversion_.differences.push_back(OrderName(slot) + " record " + Grouped(rank + 1) + " " +
+                                      what);
+  }
+
+  OldFile& old_;
+  BtrFile& file_;
+  Progress& progress_;
+  Conversion& conversion_;
+  uint64_t done_ = conversion_.records;
+};
+
+}  // namespace
+
+uint64_t WorkOf(const OldFile& old) {
+  uint64_t work = 2 * uint64_t{old.Total(kPhysicalSlot)};
+  for (size_t slot = 0; slot < old.Spec().keys.size(); ++slot) {
+    work += old.Total(static_cast<int>(slot));
+  }
+  return work;
+}
+
+void WriteTodays(OldFile& old, const fs::path& path, Progress& progress,
+                 Conversion& conversion) try {
+  const Draft draft(path);
+  if (!btrieve::RegisterCheckedVfs()) throw btrieve::Failure{btrieve::kNoCacheBuffer};
+  btrieve::Storage::Create(draft.Name(), TodaysSpec(old.Spec(), conversion.notes));
+  TodaysFile(old, draft.Name(), progress, conversion).Write();
+  draft.PutInPlace();
+} catch (const btrieve::Failure& failure) {
+  Require(failure.status, PathToUtf8(path));
+}
+
+void Compare(OldFile& old, const fs::path& path, Progress& progress, Conversion& conversion) {
+  BtrFile file(path, Access::ReadOnly);
+  OrderComparison comparison(old, file, progress, conversion);
+  comparison.Compare(kPhysicalSlot);
+  for (size_t slot = 0; slot < old.Spec().keys.size(); ++slot) {
+    if (old.IsKeyWhole(static_cast<int>(slot))) comparison.Compare(static_cast<int>(slot));
+  }
+}
+
+}  // namespace qrndata

@@ -1,0 +1,66 @@
+#include "tools/qrndata/convert/OldFiles.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
+#include "btrieve/legacy/Damage.h"
+#include "btrieve/legacy/OldFile.h"
+#include "tools/qrndata/Paths.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace legacy = btrieve::legacy;
+namespace fs = std::filesystem;
+
+// Empty for a file that is whole.
+std::string WhatIsWrong(const fs::path& path) {
+  try {
+    (void)legacy::OldFile(ReadFileBytes(path));
+    return {};
+  } catch (const legacy::Damage& damage) {
+    return damage.text;
+  }
+}
+
+}  // namespace
+
+Bytes ReadFileBytes(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  Bytes bytes;
+  if (file) bytes.resize(static_cast<size_t>(std::max<std::streamoff>(file.tellg(), 0)));
+  file.seekg(0);
+  if (!bytes.empty()) {
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  }
+  if (!file) {
+    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (" + std::strerror(errno) + ")");
+  }
+  return bytes;
+}
+
+bool IsOldFile(const fs::path& path) {
+  std::array<uint8_t, legacy::kOldStart> start{};
+  std::ifstream file(path, std::ios::binary);
+  file.read(reinterpret_cast<char*>(start.data()), start.size());
+  return file && legacy::IsOldFile(start);
+}
+
+std::string WhyNotOpened(const fs::path& path, Status status) try {
+  if (status == btrieve::kNotABtrieveFile) {
+    const std::string words = WhatIsWrong(path);
+    return words == legacy::kNoDataFile ? "" : words;
+  }
+  if (!IsOldFile(path)) return {};
+  if (status == btrieve::kIoError) return "a version 5 file; " + WhatIsWrong(path);
+  if (status != btrieve::kOwnerInvalid) return {};
+  return "the owner name of a version 5 file cannot be compared with one given; convert --unlock "
+         "brings the file into today's format, without an owner";
+} catch (const Failure&) {
+  return {};
+}
+
+}  // namespace qrndata

@@ -1,0 +1,26 @@
+// Data files that an older record manager wrote, as the tool meets them.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "tools/qrndata/BtrFile.h"
+
+namespace qrndata {
+
+// Throws Failure (kSystem) when the file cannot be read.
+Bytes ReadFileBytes(const std::filesystem::path& path);
+
+// Whether a file is of version 5; false also when it cannot be read.
+bool IsOldFile(const std::filesystem::path& path);
+
+// What is to be known of such a file, without a full stop. Of a file that opens.
+inline constexpr const char* kOldFileNote =
+    "written by a record manager of the nineties (version 5): read as it stands, never written; "
+    "convert brings it into today's format";
+
+// Why an old file was not opened, and what helps: words to be put behind the status. Empty for a
+// file that is none.
+std::string WhyNotOpened(const std::filesystem::path& path, Status status);
+
+}  // namespace qrndata

@@ -1,0 +1,71 @@
+#include "tools/qrndata/convert/TodaysSpec.h"
+
+#include <iterator>
+
+#include "btrieve/keys/KeySpecRules.h"
+#include "tools/qrndata/BtrFile.h"
+
+namespace qrndata {
+
+namespace {
+
+using btrieve::FileSpec;
+using btrieve::KeySegment;
+using btrieve::KeySpec;
+
+constexpr uint16_t kPageSizes[] = {512, 1024, 1536, 2048, 2560, 3072, 3584, 4096, 8192, 16384};
+
+// Flags that concern the whole key count in its first segment.
+void ShareFlags(KeySpec& key) {
+  constexpr uint16_t kShared = btrieve::kDuplicates | btrieve::kModifiable |
+                               btrieve::kNullAllSegments | btrieve::kNullAnySegment |
+                               btrieve::kRepeating;
+  const uint16_t shared = key.segments[0].flags & kShared;
+  for (KeySegment& segment : key.segments) {
+    segment.flags = static_cast<uint16_t>((segment.flags & ~kShared) | shared);
+  }
+}
+
+// False when no size will do.
+bool ChoosePage(FileSpec& spec) {
+  const uint16_t least = spec.pageSize;
+  for (const uint16_t size : kPageSizes) {
+    if (size < least) continue;
+    spec.pageSize = size;
+    if (btrieve::CheckSpec(spec) == btrieve::kOk) return true;
+  }
+  spec.pageSize = least;
+  return false;
+}
+
+// Numbers that are given by hand keep their order as unsigned ones.
+void TakeForNumbers(FileSpec& spec, std::vector<std::string>& notes) {
+  for (KeySpec& key : spec.keys) {
+    for (KeySegment& segment : key.segments) {
+      if (segment.Type() != btrieve::KeyType::AutoIncrement) continue;
+      segment.givenType = static_cast<uint8_t>(btrieve::KeyType::UnsignedBinary);
+      notes.push_back("key " + std::to_string(key.number) +
+                      ": AutoInc is not possible there today; it is an unsigned number now");
+    }
+  }
+}
+
+}  // namespace
+
+FileSpec TodaysSpec(const FileSpec& old, std::vector<std::string>& notes) {
+  FileSpec spec = old;
+  spec.version = btrieve::kDefaultFileVersion;
+  for (KeySpec& key : spec.keys) ShareFlags(key);
+  if (!ChoosePage(spec)) {
+    const FileSpec before = spec;
+    TakeForNumbers(spec, notes);
+    if (spec == before || !ChoosePage(spec)) Require(btrieve::CheckSpec(spec), "its make-up");
+  }
+  if (spec.pageSize != old.pageSize) {
+    notes.push_back("pages of " + std::to_string(spec.pageSize) + " bytes in place of " +
+                    std::to_string(old.pageSize));
+  }
+  return spec;
+}
+
+}  // namespace qrndata
