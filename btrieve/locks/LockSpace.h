@@ -56,6 +56,8 @@ class LockSpace {
   // In one process a file must be opened here once at a time, and closed after SQLite's connection:
   // closing any descriptor of a file would take SQLite's own locks along.
   [[nodiscard]] Status Open(const std::string& path);
+  // The same for a file that is only read: also where a foreign program denies writing.
+  [[nodiscard]] Status OpenToRead(const std::string& path);
   bool IsOpen() const noexcept;
   // An exclusive lock then keeps others' exclusive ones off, but not their shared ones, where the
   // system wants it so.

@@ -34,13 +34,22 @@ LockSpace::LockSpace(LockSpace&&) noexcept = default;
 LockSpace& LockSpace::operator=(LockSpace&&) noexcept = default;
 
 Status LockSpace::Open(const std::string& path) {
-  int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
-  const bool readOnly = descriptor < 0 && StatusOfOpen(errno) == kPermissionError;
-  if (readOnly) descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int descriptor = open(path.c_str(), O_RDWR | O_CLOEXEC);
+  if (descriptor < 0) {
+    const Status status = StatusOfOpen(errno);
+    return status == kPermissionError ? OpenToRead(path) : status;
+  }
+  handle_ = std::make_unique<Handle>();
+  handle_->descriptor = descriptor;
+  return kOk;
+}
+
+Status LockSpace::OpenToRead(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return StatusOfOpen(errno);
   handle_ = std::make_unique<Handle>();
   handle_->descriptor = descriptor;
-  handle_->readOnly = readOnly;
+  handle_->readOnly = true;
   return kOk;
 }
 

@@ -40,13 +40,22 @@ LockSpace& LockSpace::operator=(LockSpace&&) noexcept = default;
 
 Status LockSpace::Open(const std::string& path) {
   HANDLE file = OpenShared(path, GENERIC_READ | GENERIC_WRITE);
-  const bool readOnly =
-      file == INVALID_HANDLE_VALUE && StatusOfWindowsError(GetLastError()) == kPermissionError;
-  if (readOnly) file = OpenShared(path, GENERIC_READ);
+  if (file == INVALID_HANDLE_VALUE) {
+    const Status status = StatusOfWindowsError(GetLastError());
+    return status == kPermissionError ? OpenToRead(path) : status;
+  }
+  handle_ = std::make_unique<Handle>();
+  handle_->file = file;
+  GuardLocks(file);
+  return kOk;
+}
+
+Status LockSpace::OpenToRead(const std::string& path) {
+  HANDLE file = OpenShared(path, GENERIC_READ);
   if (file == INVALID_HANDLE_VALUE) return StatusOfWindowsError(GetLastError());
   handle_ = std::make_unique<Handle>();
   handle_->file = file;
-  handle_->readOnly = readOnly;
+  handle_->readOnly = true;
   GuardLocks(file);
   return kOk;
 }

@@ -92,6 +92,13 @@ bool IsOldFile(const LockSpace& space) {
   return space.ReadAt(0, start) == start.size() && legacy::IsOldFile(start);
 }
 
+// An older record manager that has a file open may keep others from writing it.
+Status OpenLocks(LockSpace& space, const std::string& path) {
+  const Status status = space.Open(path);
+  if (status != kFileInUse || space.OpenToRead(path) != kOk) return status;
+  return IsOldFile(space) ? kOk : status;
+}
+
 // What an older record manager wrote is only read, whatever the file's own rights.
 Status OpenOld(DataFile& file, bool exclusive) {
   LockSpace& space = file.Locks().Space();
@@ -120,7 +127,7 @@ Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& fil
   if (const Status status = Identify(path, identity)) return status;
   file = std::make_shared<DataFile>(path, identity);
   LockSpace& space = file->Locks().Space();
-  if (const Status status = space.Open(path)) return status;
+  if (const Status status = OpenLocks(space, path)) return status;
   const Status status = Retry(true, [&]() -> Status {
     gate = HeldByte::Exclusive(space, lockbyte::kGate);
     return gate ? kOk : kFileInUse;

@@ -14,10 +14,12 @@ struct MistakeCase {
 TEST_F(CommandLine, MistakesAreNamedWithWhatWasExpected) {
   const MistakeCase cases[] = {
       {{},
-       "qrndata: no verb: expected build, import, export, show or check; --help tells what they "
+       "qrndata: no verb: expected build, import, export, show, check or convert; --help tells "
+       "what they "
        "do\n"},
       {{"foo"},
-       "qrndata: there is no verb \"foo\": expected build, import, export, show or check\n"},
+       "qrndata: there is no verb \"foo\": expected build, import, export, show, check or "
+       "convert\n"},
       {{"export", "db", "T", "--encoding", "utf8"},
        "--encoding: expected utf-8 or cp932, not \"utf8\"\n"},
       {{"export", "db", "T", "--format", "xml"}, "--format: expected csv or json, not \"xml\"\n"},

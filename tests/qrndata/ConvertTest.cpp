@@ -81,6 +81,19 @@ TEST_F(Converting, KeepsPlacesAndTheOrderOfDuplicates) {
   EXPECT_EQ(Visits(1), "2e3e3l");
 }
 
+TEST_F(Converting, SaysWhatItsDocumentShows) {
+  constexpr std::string_view kCommand = "    $ qrndata convert old new\n";
+  const btrieve::test::Bytes bytes = btrieve::test::ReadBytes(QRN_DOCS "/moving-old-data.md");
+  std::string text(bytes.begin(), bytes.end());
+  ASSERT_NE(text.find(kCommand), std::string::npos);
+  text.erase(0, text.find(kCommand) + kCommand.size());
+  std::string shown;
+  for (const std::string& line : btrieve::test::Split(text.substr(0, text.find("\n\n")), '\n')) {
+    shown += line.substr(4) + "\n";
+  }
+  EXPECT_EQ(Convert().out, shown);
+}
+
 // What comes later stands behind those that kept an order of their own.
 TEST_F(Converting, LeavesAFileThatGoesOn) {
   ASSERT_EQ(Convert().code, 0);
