@@ -15,8 +15,6 @@ struct Damage : Failure {
 
 // 2: parts of the file disagree.
 [[noreturn]] inline void ThrowDamage(std::string text) { throw Damage(kIoError, std::move(text)); }
-inline constexpr const char* kNoDataFile = "not a data file";
-
 // 30: `kind` of file is known, or thought of, and not read.
 [[noreturn]] inline void ThrowNotRead(const std::string& kind) {
   throw Damage(kNotABtrieveFile, kind + ", which is not read");

@@ -8,9 +8,6 @@
 namespace btrieve::legacy {
 namespace {
 
-// Positions are told from everything else by staying below this.
-constexpr uint64_t kLargestFile = uint64_t{1} << 31;
-
 uint16_t Word(const uint8_t* at) noexcept { return LoadValue<uint16_t>(at); }
 
 std::string KeyName(size_t key) { return "key " + std::to_string(key); }
@@ -25,15 +22,13 @@ uint16_t VersionIn(ByteView file) noexcept {
 }
 
 void CheckKind(ByteView file) {
-  const bool isLike = file.size() >= kOldStart && LoadHighLow(&file[inhead::kPageNumber]) == 0 &&
-                      IsPageSize(Word(&file[inhead::kPageSize]));
-  if (!isLike) throw Damage(kNotABtrieveFile, kNoDataFile);
+  if (!IsLikeOldFile(file)) throw Damage(kNotABtrieveFile, "not a data file");
   const uint16_t version = VersionIn(file);
   if (version != kVersion) {
     ThrowNotRead("not a data file, or one of format " + std::to_string(version >> 8) + "." +
                  std::to_string(version & 0xFF));
   }
-  if (file.size() > kLargestFile) ThrowNotRead("a version 5 file of more than 2 GiB");
+  if (file.size() > kLargestOldFile) ThrowNotRead(kTooLargeOldFile);
 }
 
 void CheckSize(ByteView file, uint16_t pageSize, std::vector<std::string>* faults) {
@@ -152,9 +147,13 @@ void CheckSlot(const OldHead& head) {
 
 }  // namespace
 
-bool IsOldFile(ByteView start) noexcept {
+bool IsLikeOldFile(ByteView start) noexcept {
   return start.size() >= kOldStart && LoadHighLow(&start[inhead::kPageNumber]) == 0 &&
-         IsPageSize(Word(&start[inhead::kPageSize])) && VersionIn(start) == kVersion;
+         IsPageSize(Word(&start[inhead::kPageSize]));
+}
+
+bool IsOldFile(ByteView start) noexcept {
+  return IsLikeOldFile(start) && VersionIn(start) == kVersion;
 }
 
 OldHead ReadHead(ByteView file, std::vector<std::string>* faults) {

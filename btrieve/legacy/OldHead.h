@@ -33,10 +33,16 @@ struct OldHead {
   uint32_t pages = 0;
 };
 
-// Bytes that IsOldFile looks at.
+// Bytes that these two look at.
 inline constexpr size_t kOldStart = 10;
 // Whether a file that begins so is to be read by ReadHead, and no other way.
 bool IsOldFile(ByteView start) noexcept;
+// Whether it may be one of another version.
+bool IsLikeOldFile(ByteView start) noexcept;
+
+// Positions are told from everything else by staying below this.
+inline constexpr uint64_t kLargestOldFile = uint64_t{1} << 31;
+inline constexpr const char* kTooLargeOldFile = "a version 5 file of more than 2 GiB";
 
 // Takes the whole file's bytes. Throws Damage: 30 for what is no version 5 file or has what is not
 // read, 2 for a page that contradicts itself or the file's size. With `faults` a wrong size is

@@ -104,6 +104,7 @@ Status OpenOld(DataFile& file, bool exclusive) {
   LockSpace& space = file.Locks().Space();
   if (exclusive) return kPermissionError;
   if (!space.TryShared(lockbyte::kOpen)) return kIncompatibleMode;
+  if (space.Size() > legacy::kLargestOldFile) return kNotABtrieveFile;
   std::vector<uint8_t> bytes(space.Size());
   if (space.ReadAt(0, bytes) != bytes.size()) return kIoError;
   file.Base().OpenForeign(std::make_unique<legacy::OldFile>(std::move(bytes)));

@@ -180,6 +180,25 @@ TEST_F(Converting, TellsWhatAnOldFileIs) {
   }
 }
 
+// A counter with duplicates, in records that fill the page.
+TEST_F(Converting, TakesWhatOnlyOldRulesAllow) {
+  btrieve::FileSpec spec;
+  spec.recordLength = 498;
+  spec.pageSize = 512;
+  spec.keys = {{0, {{.length = 4, .flags = 0x103, .givenType = 15}}}};
+  btrieve::test::OldFileMaker maker(spec, {.pageSize = 512});
+  for (const uint8_t id : {3, 1, 3}) maker.Insert(Bytes(498, id));
+  btrieve::test::WriteBytes(Path("old/COUNTS.DAT"), maker.Build());
+  const Said shown = Run({"show", Path("old/COUNTS.DAT")});
+  EXPECT_NE(shown.out.find("3 records of 498 bytes, pages of 512"), std::string::npos)
+      << Line(shown);
+  EXPECT_NE(Convert().out.find("COUNTS.DAT: 3 records, 1 key: alike by place and along every key\n"
+                               "COUNTS.DAT: key 0: AutoInc is not possible there today; it is an "
+                               "unsigned number now\n"
+                               "COUNTS.DAT: pages of 1024 bytes in place of 512\n"),
+            std::string::npos);
+}
+
 struct SpecCase {
   const char* what;
   std::vector<btrieve::test::Seg> segments;

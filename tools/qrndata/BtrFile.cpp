@@ -56,7 +56,10 @@ constexpr StatusName kStatusNames[] = {
 FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   FileStat stat;
   stat.records = qrn::LoadLittle<BtrFileSpec>(reply).recordCount;
-  Require(btrieve::ParseCreateBlock(reply, stat.spec), name + ": its own description is not valid");
+  const Status parsed = btrieve::ParseCreateBlock(reply, stat.spec);
+  if (parsed != btrieve::kOk && !ReadOldSpec(PathFromUtf8(name), stat.spec)) {
+    Require(parsed, name + ": its own description is not valid");
+  }
   size_t segment = 0;
   for (const btrieve::KeySpec& key : stat.spec.keys) {
     const auto first = reply.subspan((segment + 1) * BtrSpecSize);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "btrieve/legacy/Layout.h"
+#include "btrieve/legacy/OldFile.h"
 #include "kit/DamagedFile.h"
 #include "kit/ModelRun.h"
 #include "kit/OldFileMaker.h"
@@ -274,6 +275,38 @@ TEST_F(OldPeople, AreNotOpenedWhenCutOff) {
   bytes_ = good + Bytes(512);
   Write();
   EXPECT_EQ(Open(), kIoError);
+}
+
+struct SalvageCase {
+  const char* what;
+  size_t at;
+  uint32_t value;
+  uint32_t records;
+  const char* fault;  // the first one told
+};
+
+constexpr SalvageCase kSalvages[] = {
+    {"a count", inhead::kRecords, 3, 10, "the data pages have 10 records, page 0 says 3"},
+    {"a circle of deleted records", kDeleted, kDeleted, 10,
+     "the list of deleted records leads to 1246 twice"},
+    {"no list of deleted records", inhead::kFirstDeleted, kNone, 12,
+     "the data pages have 12 records, page 0 says 10"},
+    {"a data page of another number", kData, 9, 0, "page 2 bears another number"},
+    {"a key", kRoot0, 9, 10, "page 1 bears another number"},
+    {"fewer pages than there are", inhead::kPages, 3, 10,
+     "page 0 says that there are 3 pages of 512 bytes, the file has 6656 bytes"},
+};
+
+TEST_F(OldPeople, AreReadInPartWhereDamageIsListed) {
+  for (const SalvageCase& row : kSalvages) {
+    Bytes damaged = bytes_;
+    StoreHighLow(&damaged[row.at], row.value);
+    std::vector<std::string> faults;
+    const OldFile file(damaged, &faults);
+    EXPECT_EQ(file.Total(kPhysicalSlot), row.records) << row.what;
+    ASSERT_FALSE(faults.empty()) << row.what;
+    EXPECT_EQ(faults[0], row.fault);
+  }
 }
 
 // Counters at their edges, and files that have hardly anything.

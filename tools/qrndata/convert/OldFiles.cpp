@@ -16,8 +16,21 @@ namespace {
 namespace legacy = btrieve::legacy;
 namespace fs = std::filesystem;
 
+using Start = std::array<uint8_t, legacy::kOldStart>;
+
+// False when there are not so many bytes to read.
+bool ReadStart(const fs::path& path, Start& start) {
+  std::ifstream file(path, std::ios::binary);
+  file.read(reinterpret_cast<char*>(start.data()), start.size());
+  return static_cast<bool>(file);
+}
+
 // Empty for a file that is whole.
 std::string WhatIsWrong(const fs::path& path) {
+  std::error_code error;
+  if (fs::file_size(path, error) > legacy::kLargestOldFile) {
+    return std::string(legacy::kTooLargeOldFile) + ", which is not read";
+  }
   try {
     (void)legacy::OldFile(ReadFileBytes(path));
     return {};
@@ -43,18 +56,25 @@ Bytes ReadFileBytes(const fs::path& path) {
 }
 
 bool IsOldFile(const fs::path& path) {
-  std::array<uint8_t, legacy::kOldStart> start{};
-  std::ifstream file(path, std::ios::binary);
-  file.read(reinterpret_cast<char*>(start.data()), start.size());
-  return file && legacy::IsOldFile(start);
+  Start start{};
+  return ReadStart(path, start) && legacy::IsOldFile(start);
+}
+
+bool ReadOldSpec(const fs::path& path, btrieve::FileSpec& spec) try {
+  if (!IsOldFile(path)) return false;
+  spec = legacy::ReadHead(ReadFileBytes(path)).spec;
+  return true;
+} catch (const btrieve::Failure&) {
+  return false;
 }
 
 std::string WhyNotOpened(const fs::path& path, Status status) try {
+  Start start{};
+  if (!ReadStart(path, start)) return {};
   if (status == btrieve::kNotABtrieveFile) {
-    const std::string words = WhatIsWrong(path);
-    return words == legacy::kNoDataFile ? "" : words;
+    return legacy::IsLikeOldFile(start) ? WhatIsWrong(path) : "";
   }
-  if (!IsOldFile(path)) return {};
+  if (!legacy::IsOldFile(start)) return {};
   if (status == btrieve::kIoError) return "a version 5 file; " + WhatIsWrong(path);
   if (status != btrieve::kOwnerInvalid) return {};
   return "the owner name of a version 5 file cannot be compared with one given; convert --unlock "
