@@ -217,6 +217,14 @@ TEST(TodaysSpec, TakesTheNearestThatTodaysRulesTake) {
        512,
        "key 0: AutoInc is not possible there today; it is an unsigned number now;"},
       {"a record that fills the page", {}, 506, 512, 1024, "pages of 1024 bytes in place of 512;"},
+      {"a counter, and its number in another key",
+       {{.flags = 0x102, .type = 15},
+        {.flags = 0x112, .type = 15},
+        {.position = 9, .flags = 0x102}},
+       100,
+       512,
+       512,
+       "key 1: AutoInc is not possible there today; it is an unsigned number now;"},
       {"flags that differ in a key",
        {{.flags = 0x112}, {.position = 5, .flags = 0x103}},
        100,
@@ -228,12 +236,14 @@ TEST(TodaysSpec, TakesTheNearestThatTodaysRulesTake) {
     btrieve::FileSpec old;
     old.recordLength = row.recordLength;
     old.pageSize = row.pageSize;
-    if (!row.segments.empty()) old.keys.emplace_back();
+    bool begins = true;
     for (const auto& segment : row.segments) {
-      old.keys[0].segments.push_back({.offset = static_cast<uint16_t>(segment.position - 1),
-                                      .length = segment.length,
-                                      .flags = segment.flags,
-                                      .givenType = segment.type});
+      if (begins) old.keys.push_back({static_cast<uint8_t>(old.keys.size()), {}});
+      begins = (segment.flags & btrieve::kAnotherSegment) == 0;
+      old.keys.back().segments.push_back({.offset = static_cast<uint16_t>(segment.position - 1),
+                                          .length = segment.length,
+                                          .flags = segment.flags,
+                                          .givenType = segment.type});
     }
     std::vector<std::string> notes;
     const btrieve::FileSpec spec = TodaysSpec(old, notes);

@@ -38,9 +38,16 @@ bool ChoosePage(FileSpec& spec) {
   return false;
 }
 
-// Numbers that are given by hand keep their order as unsigned ones.
-void TakeForNumbers(FileSpec& spec, std::vector<std::string>& notes) {
+bool CanCount(const KeySpec& key) {
+  return key.segments.size() == 1 && !key.AllowsDuplicates() &&
+         !key.segments[0].Has(btrieve::kDescending);
+}
+
+// Numbers that are given by hand keep their order as unsigned ones. `all`: also where a counter may
+// be, but for what other keys are.
+void TakeForNumbers(FileSpec& spec, bool all, std::vector<std::string>& notes) {
   for (KeySpec& key : spec.keys) {
+    if (CanCount(key) && !all) continue;
     for (KeySegment& segment : key.segments) {
       if (segment.Type() != btrieve::KeyType::AutoIncrement) continue;
       segment.givenType = static_cast<uint8_t>(btrieve::KeyType::UnsignedBinary);
@@ -50,16 +57,28 @@ void TakeForNumbers(FileSpec& spec, std::vector<std::string>& notes) {
   }
 }
 
+// What the rules refuse for its counters, with as many of them as they take.
+bool GiveUpCounters(FileSpec& spec, std::vector<std::string>& notes) {
+  for (const bool all : {false, true}) {
+    FileSpec changed = spec;
+    std::vector<std::string> changes;
+    TakeForNumbers(changed, all, changes);
+    if (changes.empty() || !ChoosePage(changed)) continue;
+    spec = changed;
+    notes = changes;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 FileSpec TodaysSpec(const FileSpec& old, std::vector<std::string>& notes) {
   FileSpec spec = old;
   spec.version = btrieve::kDefaultFileVersion;
   for (KeySpec& key : spec.keys) ShareFlags(key);
-  if (!ChoosePage(spec)) {
-    const FileSpec before = spec;
-    TakeForNumbers(spec, notes);
-    if (spec == before || !ChoosePage(spec)) Require(btrieve::CheckSpec(spec), "its make-up");
+  if (!ChoosePage(spec) && !GiveUpCounters(spec, notes)) {
+    Require(btrieve::CheckSpec(spec), "its make-up");
   }
   if (spec.pageSize != old.pageSize) {
     notes.push_back("pages of " + std::to_string(spec.pageSize) + " bytes in place of " +
