@@ -29,7 +29,7 @@ std::string RunRandom(uint32_t seed, size_t mostRecords, int steps) {
   const std::string path = folder.Path("old.dat");
   const Bytes before = maker.Build();
   WriteBytes(path, before);
-  const std::string text = RunReadModel(choices, steps, makeUp, maker.Model(), path);
+  std::string text = RunReadModel(choices, steps, makeUp, maker.Model(), path);
   if (ReadBytes(path) != before) return "the file was changed";
   if (std::distance(fs::directory_iterator(folder.Root()), {}) != 1) return "a file came beside it";
   return text;
