@@ -44,6 +44,7 @@ std::u16string WithCrLf(const std::string& utf8) {
 class EditingPane final : public CodePane, private PaneWindow {
  public:
   EditingPane(Workplace& place, HWND parent);
+  ~EditingPane() override { Close(); }
 
   HWND Window() const noexcept override { return window(); }
   void TakeFocus() override { SetFocus(editor_.window()); }
@@ -163,6 +164,7 @@ void EditingPane::Check() {
 }
 
 bool EditingPane::Settle() {
+  find_.Close();
   design().Seal();
   typedLine_ = -1;
   if (!refusal_) return true;
@@ -292,11 +294,11 @@ void EditingPane::Arrange() {
   const int top = boxes_.Height() + spare;
   const int bottom = std::max<int>(size.cy - line, top);
   const int left = margin_.Width();
-  Place(margin_.Window(), {0, top, left, bottom});
-  Place(editor_.window(), {left, top, size.cx, bottom});
+  PlaceWindow(margin_.Window(), {0, top, left, bottom});
+  PlaceWindow(editor_.window(), {left, top, size.cx, bottom});
   const int right = std::max<int>(size.cx - Scaled(kPlaceWidth), 0);
-  Place(reason_, {spare, bottom + spare, right, size.cy});
-  Place(caretPlace_, {right, bottom + spare, size.cx - spare, size.cy});
+  PlaceWindow(reason_, {spare, bottom + spare, right, size.cy});
+  PlaceWindow(caretPlace_, {right, bottom + spare, size.cx - spare, size.cy});
 }
 
 void EditingPane::OnCommand(int id, int code) {

@@ -37,8 +37,8 @@ void EventBoxes::Make(HWND parent, HFONT font, std::function<void(const EventPla
 
 void EventBoxes::Arrange(int left, int width) noexcept {
   const int half = (left + width) / 2;
-  Place(objects_, {left, 0, half, Scaled(kDropHeight)});
-  Place(events_, {half, 0, left + width, Scaled(kDropHeight)});
+  PlaceWindow(objects_, {left, 0, half, Scaled(kDropHeight)});
+  PlaceWindow(events_, {half, 0, left + width, Scaled(kDropHeight)});
 }
 
 int EventBoxes::Height() const noexcept {

@@ -20,7 +20,7 @@ std::string NameOf(const Design& design, ControlId id) {
 
 void ObjectBox::Make(HWND parent, int id, HFONT font) {
   window_ = MakeControl(parent, L"ComboBox", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, id, font);
-  Place(window_, {0, 0, 100, Scaled(kDropHeight)});
+  PlaceWindow(window_, {0, 0, 100, Scaled(kDropHeight)});
 }
 
 std::vector<ObjectBox::Line> ObjectBox::LinesOf(const Design& design) {

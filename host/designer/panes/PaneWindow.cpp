@@ -24,7 +24,7 @@ void RegisterPaneClass(WNDPROC procedure) noexcept {
 
 }  // namespace
 
-PaneWindow::~PaneWindow() {
+void PaneWindow::Close() noexcept {
   if (!window_) return;
   SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
   DestroyWindow(window_);
@@ -71,7 +71,7 @@ HWND MakeControl(HWND parent, const wchar_t* className, DWORD style, int id, HFO
   return control;
 }
 
-void Place(HWND window, const RECT& place) noexcept {
+void PlaceWindow(HWND window, const RECT& place) noexcept {
   SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -19,10 +19,12 @@ class PaneWindow {
   PaneWindow& operator=(const PaneWindow&) = delete;
 
  protected:
-  virtual ~PaneWindow();
+  virtual ~PaneWindow() { Close(); }
 
   // Throws com::Failure where the system gives none.
   void Make(HWND parent, DWORD style);
+  // For who has controls on it: before its own parts go.
+  void Close() noexcept;
   HWND window() const noexcept { return window_; }
   SIZE ClientSize() const noexcept;
 
@@ -38,7 +40,7 @@ class PaneWindow {
 // A visible control of the system's in a window; `font` may be null.
 HWND MakeControl(HWND parent, const wchar_t* className, DWORD style, int id, HFONT font);
 
-void Place(HWND window, const RECT& place) noexcept;
+void PlaceWindow(HWND window, const RECT& place) noexcept;
 void SetText(HWND window, const std::string& utf8);
 std::string TextOf(HWND window);  // UTF-8
 

@@ -62,10 +62,11 @@ std::string OnOneLine(std::string text) {
 class PropertyPane final : public Pane, private PaneWindow {
  public:
   PropertyPane(Workplace& place, HWND parent);
+  ~PropertyPane() override { Close(); }
 
   HWND Window() const noexcept override { return window(); }
   void TakeFocus() override { cell_.TakeFocus(); }
-  void OnChange(const ChangeReport&) override { Refresh(); }
+  void OnChange(const ChangeReport& report) override;
   void OnOpened() override;
   bool Settle() override;
   bool PreTranslate(MSG& message) override;
@@ -88,6 +89,7 @@ class PropertyPane final : public Pane, private PaneWindow {
 
   Design& design() const { return place_.design(); }
   PropertyList List() const { return PropertyList(place_.design(), &place_.offers()); }
+  void LookForPages();
   void Refresh();
   std::vector<ShownRow> ShownRows() const;
   // The property of a row of the list; null for that of the pages.
@@ -111,6 +113,7 @@ class PropertyPane final : public Pane, private PaneWindow {
   Refusal LoadPicture(const PropertyInfo& info);
   void ShowMenu();
   bool OnKey(UINT key);
+  void Undo();
   bool OnEnter();
   bool OnEscape();
   bool OnDelete();
@@ -126,8 +129,9 @@ class PropertyPane final : public Pane, private PaneWindow {
   com::GdiFont bold_;
   bool hasPages_ = false;
   std::vector<PropertyRow> rows_;
-  size_t chosen_ = 0;   // of the list's rows
-  std::string wanted_;  // where the user is, though what is selected may have no such property
+  size_t chosen_ = 0;  // of the list's rows
+  // Where the user is, though what is selected may have no such property; empty: on the pages.
+  std::string wanted_ = "Name";
   bool isChoosing_ = false;
   DWORD chosenAt_ = 0;  // when a row was clicked, in the system's milliseconds
   std::optional<Typed> typed_;
@@ -149,7 +153,19 @@ PropertyPane::PropertyPane(Workplace& place, HWND parent)
   Refresh();
 }
 
+// Whether there are pages is asked when it can be otherwise: the answer makes them all.
+void PropertyPane::OnChange(const ChangeReport& report) {
+  if (!report.Any() || report.structure) LookForPages();
+  Refresh();
+}
+
+void PropertyPane::LookForPages() {
+  const Ids& ids = design().selection();
+  hasPages_ = ids.size() == 1 && place_.HasPages(ids.front());
+}
+
 void PropertyPane::OnOpened() {
+  LookForPages();
   typed_.reset();
   late_.reset();
   refusal_.reset();
@@ -180,7 +196,6 @@ std::vector<ShownRow> PropertyPane::ShownRows() const {
 
 void PropertyPane::Refresh() {
   const Ids& ids = design().selection();
-  hasPages_ = ids.size() == 1 && place_.HasPages(ids.front());
   rows_ = List().Rows();
   if (typed_ && typed_->ids != ids) {
     late_ = std::exchange(typed_, {});
@@ -228,15 +243,15 @@ void PropertyPane::Arrange() {
   const SIZE size = ClientSize();
   const int line = LineHeight(place_.Font());
   const int spare = Scaled(kSpare);
-  Place(objects_.window(), {0, 0, size.cx, Scaled(320)});
+  PlaceWindow(objects_.window(), {0, 0, size.cx, Scaled(320)});
   RECT box{};
   GetWindowRect(objects_.window(), &box);
   const int top = box.bottom - box.top + spare;
   const int bottom = std::max<int>(size.cy - (kDescriptionLines + 1) * line - 2 * spare, top);
-  Place(list_.window(), {0, top, size.cx, bottom});
+  PlaceWindow(list_.window(), {0, top, size.cx, bottom});
   list_.FitColumns();
-  Place(title_, {spare, bottom + spare, size.cx - spare, bottom + spare + line});
-  Place(description_, {spare, bottom + spare + line, size.cx - spare, size.cy});
+  PlaceWindow(title_, {spare, bottom + spare, size.cx - spare, bottom + spare + line});
+  PlaceWindow(description_, {spare, bottom + spare + line, size.cx - spare, size.cy});
   PlaceCell();
 }
 
@@ -541,6 +556,15 @@ bool PropertyPane::OnMove(UINT key) {
   return false;
 }
 
+// First what is typed, then the form's steps.
+void PropertyPane::Undo() {
+  if (typed_) {
+    cell_.UndoTyping();
+  } else {
+    design().Undo();
+  }
+}
+
 bool PropertyPane::OnKey(UINT key) {
   if (cell_.IsDropped()) return false;
   const bool isControl = IsPressed(VK_CONTROL);
@@ -549,7 +573,8 @@ bool PropertyPane::OnKey(UINT key) {
   if (key == VK_DELETE) return OnDelete();
   if (key == VK_F2) return OpenDialog(), true;
   if (key == VK_TAB && !isControl) return SetFocus(objects_.window()), true;
-  if (key == 'Z' && isControl && typed_) return cell_.UndoTyping(), true;
+  if (key == 'Z' && isControl) return Undo(), true;
+  if (key == 'Y' && isControl && !typed_) return design().Redo(), true;
   if (key == 'A' && isControl && !IsPressed(VK_SHIFT)) return cell_.SelectAll(), true;
   if (key >= 'A' && key <= 'Z' && isControl && IsPressed(VK_SHIFT)) {
     return JumpTo(static_cast<char>(key)), true;

@@ -89,18 +89,18 @@ void ValueCell::Arrange() noexcept {
   const int height = field.bottom - field.top;
   if (face_.hasButton) {
     field.right -= height;
-    Place(button_, {field.right, field.top, place_.right, field.bottom});
+    PlaceWindow(button_, {field.right, field.top, place_.right, field.bottom});
   }
   if (face_.kind == CellKind::Choice) {
     SendMessageW(choice_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                  std::max(height - kChoiceFrame, 1));
     field.bottom = field.top + Scaled(kDropHeight);
-    Place(choice_, field);
+    PlaceWindow(choice_, field);
     SendMessageW(choice_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(kLeastDropWidth)), 0);
     return;
   }
   field.bottom += (LineCount() - 1) * LineHeight(font_);
-  Place(text_, field);
+  PlaceWindow(text_, field);
 }
 
 std::string ValueCell::Text() const { return TextOf(Field()); }

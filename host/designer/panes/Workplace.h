@@ -55,7 +55,8 @@ class Pane {
   // What stands typed and not yet in the design goes there: before saving, running, undo and
   // leaving. False if it is refused; the user has been told and the keyboard is where it stands.
   virtual bool Settle() = 0;
-  // A message for the pane or something in it, before it is dispatched. True if it goes no further.
+  // Any message of the thread before it is dispatched: most are for others. True if it was for the
+  // pane, something in it or a dialog of its own, and goes no further.
   virtual bool PreTranslate(MSG& message) = 0;
 };
 
