@@ -1,7 +1,6 @@
 // A scroll bar's thumb that is let go over 1,000,000 records beside the same over 10,000: the read
 // by percentage and the record in ten bound edits. Where each release lands is checked on the way.
 
-#include <cstdlib>
 #include <deque>
 #include <optional>
 

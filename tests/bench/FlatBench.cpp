@@ -8,6 +8,7 @@
 #include "core/FlatState.h"
 #include "platform/Bstr.h"
 #include "qrnbt350.h"
+#include "tests/support/Pinned.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/RowImporter.h"
@@ -88,7 +89,7 @@ constexpr char kHandRow[] =
     "INSERT INTO Orders VALUES(?1, '\u682A\u5F0F\u4F1A\u793E\u9752\u8449\u5546\u4E8B',"
     " printf('2024/03/%02d', 1 + ?1 % 28), ?1 * 7 + 0.5, ?1, '')";
 
-class HandOrders {
+class HandOrders : qrn::test::Pinned {
  public:
   HandOrders() {
     sqlite3_initialize();
@@ -107,8 +108,6 @@ class HandOrders {
     Run("COMMIT");
   }
   ~HandOrders() { sqlite3_close(db_); }
-  HandOrders(const HandOrders&) = delete;
-  HandOrders& operator=(const HandOrders&) = delete;
 
   sqlite3_stmt* Prepare(const char* sql) {
     sqlite3_stmt* statement = nullptr;

@@ -3,7 +3,6 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
-#include <vector>
 
 #include "tests/support/TempFolder.h"
 

@@ -7,13 +7,12 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "Ratios.h"
 #include "btrieve.h"
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/system/Status.h"
+#include "tests/support/Pinned.h"
 
 namespace bench {
 
@@ -24,8 +23,7 @@ inline constexpr uint32_t kRecordLength = 100;
 using Record = std::array<uint8_t, kRecordLength>;
 
 struct KeyPart {
-  uint16_t offset;
-  uint16_t length;
+  uint16_t offset, length;
   bool unique;
 };
 inline constexpr KeyPart kKeys[] = {{0, 4, true}, {8, 20, false}, {28, 4, false}};
@@ -102,7 +100,7 @@ class BtrieveFile {
 };
 
 // The same trees by hand: a table of records by position, one tree a key.
-class HandStore {
+class HandStore : qrn::test::Pinned {
  public:
   // A new one, with the first `count` records.
   HandStore(const std::string& path, uint32_t count) {
@@ -118,8 +116,6 @@ class HandStore {
     InsertAll(count);
   }
   ~HandStore() { sqlite3_close(db_); }
-  HandStore(const HandStore&) = delete;
-  HandStore& operator=(const HandStore&) = delete;
 
   void Run(const std::string& sql) {
     Check(sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, sql.c_str());

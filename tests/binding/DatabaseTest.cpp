@@ -1,16 +1,9 @@
 // The database control from its start to its end, and its methods against real files.
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <fstream>
-#include <memory>
 
 #include "PlayedControls.h"
 #include "platform/MessageBox.h"
-#include "qrnbt350.h"
-#include "tests/extended/ShownMessages.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -50,9 +43,7 @@ TEST_F(DatabaseControl, StartsWhenItHasAllItNeeds) {
   const struct {
     const char* what;
     std::function<void(PlayedBtr&)> change;
-    const char* open;
-    const char* shown;
-    const char* notices;
+    const char *open, *shown, *notices;
   } cases[] = {
       {"all there", [](PlayedBtr&) {}, "People Notes Days ", "", "1 ready "},
       {"no window yet", [](PlayedBtr& btr) { btr.form = nullptr; }, "", "", "0 "},
@@ -159,10 +150,8 @@ TEST_F(DatabaseControl, AnInstallationMayMoveTheData) {
       << "[Branch]\nDb=" << company.Directory() << "\nEmpty=\n";
   setenv("QUORIN_INI_DIR", folder.Text().c_str(), 1);
   const struct {
-    const char* name;
-    const char* section;
-    bool userMode;
-    bool found;
+    const char *name, *section;
+    bool userMode, found;
   } cases[] = {{"Db", "Branch", true, true},     {"Db", "branch", true, true},
                {"Db", "Branch", false, false},   {"Db", "Absent", true, false},
                {"Other", "Branch", true, false}, {"Empty", "Branch", true, false},

@@ -1,9 +1,6 @@
 // What the flat functions open and create with, and what they keep: their own settings, or those of
 // the database control that they are attached to.
-#include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 
 #include "PlayedControls.h"
@@ -11,11 +8,7 @@
 #include "core/Table.h"
 #include "platform/Bstr.h"
 #include "platform/BtrCall.h"
-#include "qrnbt350.h"
-#include "tests/core/FakeLexbase.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/fields/IniFile.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

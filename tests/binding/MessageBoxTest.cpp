@@ -1,8 +1,5 @@
 // While one of the engine's message boxes waits, a timer or another form of the application runs:
 // whatever it ends, the call that showed the box comes to its own end.
-#include <gtest/gtest.h>
-
-#include <functional>
 
 #include "PlayedControls.h"
 #include "core/RecordPosition.h"
@@ -10,9 +7,6 @@
 #include "fields/FieldText.h"
 #include "platform/BtrCall.h"
 #include "platform/MessageBox.h"
-#include "qrnbt350.h"
-#include "tests/core/FakeLexbase.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

@@ -1,13 +1,9 @@
 // What property pages offer, from dictionaries of every shape.
-#include <gtest/gtest.h>
 
 #include "PlayedControls.h"
 #include "binding/pages/Choices.h"
 #include "binding/pages/DictionaryFolder.h"
 #include "binding/pages/FieldPicker.h"
-#include "platform/CodePage.h"
-#include "tests/core/FakeLexbase.h"
-#include "tests/extended/ShownMessages.h"
 
 namespace qrn::test {
 namespace {
@@ -78,9 +74,7 @@ TEST_F(PageChoices, ADictionaryMayHaveNoTableOrAsManyAsThereAre) {
 }
 
 struct KeyRow {
-  int16_t fieldId;
-  int16_t part;
-  int16_t flags;
+  int16_t fieldId, part, flags;
 };
 struct KeysCase {
   const char* what;
@@ -129,8 +123,7 @@ TEST_F(PageChoices, NamesInKanjiGoThroughTheCascade) {
 
 // Each step is a button: ">A" chooses A, "<0" gives the first chosen one back.
 struct PickCase {
-  const char* what;
-  const char* list;
+  const char *what, *list;
   std::vector<const char*> steps;
   const char* state;  // the text; what is offered; what is chosen
 };
@@ -184,8 +177,7 @@ TEST(FieldPicker, ListsAreCutWhereTheyAreWrittenAndNoCharacterIsHalved) {
 
 TEST(DictionaryFolder, IsThatOfTheThreeFilesAlone) {
   const struct {
-    const char* path;
-    const char* folder;
+    const char *path, *folder;
   } cases[] = {
       {"C:\\data\\file.ddf", "C:\\data"},
       {"C:\\data\\INDEX.DDF", "C:\\data"},

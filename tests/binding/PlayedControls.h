@@ -2,12 +2,13 @@
 // A window handle is the address of a TextWindow.
 #pragma once
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "binding/BoundFaces.h"
 #include "binding/database/Database.h"
+#include "qrnbt350.h"
+#include "tests/core/FakeLexbase.h"
+#include "tests/extended/ShownMessages.h"
+#include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

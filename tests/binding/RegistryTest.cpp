@@ -1,12 +1,6 @@
 // Who is found by which name on which form, and what the registry tells whom.
-#include <gtest/gtest.h>
-
-#include <memory>
 
 #include "PlayedControls.h"
-#include "platform/CodePage.h"
-#include "tests/extended/ShownMessages.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -38,8 +32,7 @@ TEST_F(Registry, TablesAreFoundByFormSourceAndName) {
   const struct {
     const char* what;
     TextWindow* window;
-    const char* source;
-    const char* table;
+    const char *source, *table;
     const PlayedBtr* owner;
   } cases[] = {
       {"its own form", &formA, "Db", "People", onA.get()},
@@ -82,9 +75,7 @@ TEST_F(Registry, ControlsOfOneNameAreAskedInTurn) {
 TEST_F(Registry, FieldTypesComeFromTheDictionary) {
   const auto btr = Start("Db", formA);
   const struct {
-    const char* source;
-    const char* table;
-    const char* field;
+    const char *source, *table, *field;
     int32_t type;
   } cases[] = {{"Db", "People", "Code", kInteger}, {"Db", "People", "Born", kDate},
                {"Db", "Notes", "Text", kNote},     {"Db", "People", "code", -1},

@@ -1,12 +1,6 @@
 // Fields between the record buffer and the controls of a form, by every kind of control.
-#include <gtest/gtest.h>
-
-#include <memory>
 
 #include "PlayedControls.h"
-#include "qrnbt350.h"
-#include "tests/extended/ShownMessages.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -44,10 +38,7 @@ TEST_F(Transfer, MarksFollowTheTextsOfTheirStates) {
   second.ifTrue = "?";
   second.ifFalse = "1";
   const struct {
-    const char* text;
-    const char* check;
-    const char* first;
-    const char* second;
+    const char *text, *check, *first, *second;
   } cases[] = {
       {"1", "1/1", "1/1", "0/0"},
       {"0", "0/0", "1/1", "0/0"},
@@ -77,8 +68,7 @@ TEST_F(Transfer, TheLastControlOfAFieldGivesItsText) {
   const struct {
     const char* what;
     std::function<void()> prepare;
-    int32_t field;
-    int32_t count;
+    int32_t field, count;
     const char* text;
   } cases[] = {
       {"edit after option", [&] { WriteWindowText(&edit.window, "typed"); }, 1, 2, "typed"},
@@ -194,8 +184,7 @@ TEST_F(Transfer, TheFlatInterfaceAttachesByNameAndForm) {
   PlayedBtr empty("Empty", &form);
   TheRegistry().RegisterDataControl(empty);
   const struct {
-    const char* name;
-    const char* formName;
+    const char *name, *formName;
     int32_t result;
   } cases[] = {{"Db", "Form1", 0},       {"DB", "Form1", 0},      {"Db", "form1", -11},
                {"Nobody", "Form1", -11}, {"empty", "Form1", -20}, {nullptr, nullptr, -11}};

@@ -1,10 +1,7 @@
 // What a button does to a table and to the screen.
-#include <gtest/gtest.h>
 
 #include "Office.h"
 #include "core/DictionaryLookup.h"
-#include "core/Gateway.h"
-#include "core/Record.h"
 #include "core/RecordPosition.h"
 
 namespace qrn::test {
@@ -52,8 +49,7 @@ TEST(ButtonOperation, BecomesTheRecordManagersNumber) {
 TEST_F(Button, FindsByWhatTheScreenHolds) {
   InsertFour();
   struct Case {
-    int32_t index;
-    int32_t operation;
+    int32_t index, operation;
     std::map<std::string, std::string> screen;
     const char* answer;
   };
@@ -121,9 +117,7 @@ TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
   CallLog log;
   struct Case {
     int32_t locks;
-    const char* read;
-    const char* step;
-    const char* update;
+    const char *read, *step, *update;
   };
   const Case cases[] = {
       {0, "5/1:42 ", "24/0:41 ", "3/1:41 "},      {1, "105/1:42 ", "124/0:41 ", "103/1:41 "},

@@ -1,10 +1,7 @@
 // Every fill ends at the record it began at, whole and without a lock.
-#include <gtest/gtest.h>
 
 #include "Office.h"
-#include "core/Gateway.h"
 #include "core/ListFill.h"
-#include "core/Record.h"
 #include "core/Table.h"
 #include "extended/FillFromExtended.h"
 

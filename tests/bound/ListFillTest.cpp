@@ -1,12 +1,7 @@
 // The plain fill of a list or combo box from one field of a table.
-#include <gtest/gtest.h>
 
 #include "Office.h"
-#include "core/Gateway.h"
 #include "core/ListFill.h"
-#include "core/Record.h"
-#include "core/RecordBuffer.h"
-#include "platform/CodePage.h"
 #include "platform/Utf.h"
 #include "qrnbt350.h"
 

@@ -1,8 +1,6 @@
 // What a second process does to a form's records: locks, changes, deletions.
-#include <gtest/gtest.h>
 
 #include "OtherStation.h"
-#include "core/Gateway.h"
 
 namespace qrn::test {
 namespace {

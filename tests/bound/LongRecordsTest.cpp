@@ -1,12 +1,8 @@
 // Bound operations on tables of variable-length records: notes, blobs, records beyond the buffer.
-#include <gtest/gtest.h>
 
 #include "Office.h"
-#include "core/Gateway.h"
 #include "core/KeyBuffer.h"
 #include "core/LongRecord.h"
-#include "core/Record.h"
-#include "core/RecordBuffer.h"
 
 namespace qrn::test {
 namespace {

@@ -1,14 +1,9 @@
 #include "Office.h"
 
-#include <cstdlib>
-#include <utility>
-
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
-#include "core/Record.h"
 #include "core/Table.h"
 #include "platform/BtrCall.h"
-#include "platform/CodePage.h"
 #include "tests/support/SmallTables.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Schema.h"

@@ -1,30 +1,26 @@
 // A small database on disk with a form played over it: what the bound operations are tried on.
 #pragma once
 
-#include <functional>
-#include <map>
-#include <string>
-
 #include "core/ButtonOperations.h"
 #include "core/DbEngine.h"
 #include "core/FieldControls.h"
+#include "core/Gateway.h"
+#include "core/Record.h"
 #include "core/RowSink.h"
 #include "fields/QuorinSettings.h"
-#include "platform/CodePage.h"
 #include "tests/core/Support.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 
 // Tables by name: "People" (fixed records; keys ByCode, ByPlace of two segments, ByName with
 // duplicates), "Notes" (ends in a note), "Papers" (two blobs), "Days" (a nullable field), "Heap"
 // (no key). All open, all empty.
-class Office {
+class Office : Pinned {
  public:
   Office();
   ~Office();
-  Office(const Office&) = delete;
-  Office& operator=(const Office&) = delete;
 
   DbDictionary* Dictionary() { return dictionary_; }
   DbTableInfo* Table(const char* name);        // open or closed
@@ -101,12 +97,10 @@ class PlayedList final : public RowSink {
 
 // Writes down every call of the record manager while it lives: "2/0:47 " is operation, key number
 // and the data length sent, "-" for none.
-class CallLog {
+class CallLog : Pinned {
  public:
   CallLog();
   ~CallLog();
-  CallLog(const CallLog&) = delete;
-  CallLog& operator=(const CallLog&) = delete;
 
   std::string Take();
 };

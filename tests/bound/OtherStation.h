@@ -1,8 +1,6 @@
 // A second process at the office's people: it reads, locks, changes and deletes them.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "clients/Remote.h"
 #include "tests/bound/Office.h"
 

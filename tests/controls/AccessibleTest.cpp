@@ -6,7 +6,6 @@
 #include "PeopleForm.h"
 #include "ScreenReader.h"
 #include "controls/QRNBtn.h"
-#include "controls/QRNEdit.h"
 #include "controls/list/ComboControl.h"
 #include "platform/Utf.h"
 

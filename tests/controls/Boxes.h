@@ -6,17 +6,17 @@
 #include <string>
 #include <thread>
 
+#include "tests/support/Pinned.h"
+
 namespace qrn::test {
 
-class Boxes {
+class Boxes : Pinned {
  public:
   static constexpr int kCloses = 0;  // the box's close button
 
   // `answer` is IDOK, IDCANCEL or kCloses.
   explicit Boxes(int answer = 1);
   ~Boxes();
-  Boxes(const Boxes&) = delete;
-  Boxes& operator=(const Boxes&) = delete;
 
   // "title|text; " of each box since the last look, as UTF-8; the title of a box without one is the
   // system's word for an error.

@@ -1,7 +1,4 @@
 // What an operation button asks and tells, operation by operation.
-#include <gtest/gtest.h>
-
-#include <vector>
 
 #include "Boxes.h"
 #include "ButtonFixture.h"

@@ -4,7 +4,6 @@
 
 #include "OfficeFixture.h"
 #include "controls/QRNBtn.h"
-#include "controls/QRNEdit.h"
 
 namespace qrn::test {
 

@@ -1,5 +1,4 @@
 // The operation button: its window, and a click from the question to the notice.
-#include <gtest/gtest.h>
 #include <olectl.h>
 
 #include <fstream>
@@ -7,8 +6,6 @@
 #include "Boxes.h"
 #include "ButtonFixture.h"
 #include "core/DictionaryLookup.h"
-#include "core/Gateway.h"
-#include "platform/CodePage.h"
 
 namespace qrn::test {
 namespace {
@@ -88,8 +85,7 @@ TEST_F(Button, EveryOperationIsAClick) {
   struct Case {
     int32_t operation;
     const wchar_t* code;
-    const char* calls;
-    const char* screen;
+    const char *calls, *screen;
   };
   const Case cases[] = {
       {DbGetFirst, L"", "12/0:42 ", "1|氏名"},
@@ -255,8 +251,7 @@ TEST_F(Button, AClosedTableIsOpenedByTheClick) {
 TEST_F(Button, TheKeyIsFoundByItsNameAtEveryClick) {
   struct Case {
     const wchar_t* index;
-    const char* id;
-    const char* calls;
+    const char *id, *calls;
   };
   const Case cases[] = {{L"ByName", "ok I2:3", "12/2:42 "},
                         {L"ByPlace", "ok I2:1", "12/1:42 "},

@@ -1,6 +1,5 @@
 // What holds of every visible control: its stock properties show at once, and all that it saves
 // comes back, by a stream, a storage or a form file.
-#include <algorithm>
 #include <fstream>
 
 #include "FormLines.h"
@@ -8,7 +7,6 @@
 #include "PeopleForm.h"
 #include "ScreenReader.h"
 #include "controls/QRNBtn.h"
-#include "controls/QRNEdit.h"
 #include "controls/list/QRNComboBox.h"
 #include "controls/list/QRNExComboBox.h"
 #include "controls/list/QRNExListBox.h"

@@ -1,12 +1,9 @@
 // The edit control through its window, its dispatch interface and the binding.
-#include <gtest/gtest.h>
 
 #include "OfficeFixture.h"
 #include "PlayedInputMethod.h"
 #include "SystemCalls.h"
 #include "binding/tables/QRNEditTable.h"
-#include "controls/QRNEdit.h"
-#include "platform/CodePage.h"
 
 namespace qrn::test {
 namespace {
@@ -290,8 +287,7 @@ TEST_F(Edit, ThePasswordCharacterIsTheFirstOne) {
 
 TEST_F(Edit, LeavingRepairsDatesAndTimes) {
   struct Case {
-    const wchar_t* field;
-    const wchar_t* typed;
+    const wchar_t *field, *typed;
     const char* left;
   };
   const Case cases[] = {
@@ -516,8 +512,7 @@ TEST_F(Edit, TheDesignerHasNoSelection) {
 
 TEST_F(Edit, TheDesignerSeesTheFieldsNameAndLength) {
   struct Case {
-    const wchar_t* table;
-    const wchar_t* field;
+    const wchar_t *table, *field;
     const char* length;
   };
   const Case cases[] = {{L"People", L"Name", "ok I2:20"},

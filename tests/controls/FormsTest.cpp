@@ -1,10 +1,5 @@
 // Forms with a database control, edits and buttons, all real: whichever control comes first,
 // several forms at once, frames, controls made anew, forms that go while they are at work.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
-#include <vector>
 
 #include "PeopleForm.h"
 #include "tests/extended/ShownMessages.h"

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "ole/Control.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
@@ -20,12 +20,10 @@ struct PlayedFormat {
 };
 
 // The control and its site. Until `Show` it has no window.
-class HostedControl {
+class HostedControl : Pinned {
  public:
   HostedControl(ole::Control& control, const wchar_t* name, bool runs);
   ~HostedControl();
-  HostedControl(const HostedControl&) = delete;
-  HostedControl& operator=(const HostedControl&) = delete;
 
   HRESULT Show(LONG verb = OLEIVERB_INPLACEACTIVATE);
   // As the form goes: window and site are taken away.

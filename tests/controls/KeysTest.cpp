@@ -1,10 +1,8 @@
 // Keys as a user presses them: through the system's queue, the container's loop and the control.
-#include <gtest/gtest.h>
 
 #include "OfficeFixture.h"
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
-#include "controls/QRNEdit.h"
 
 namespace qrn::test {
 namespace {

@@ -1,14 +1,10 @@
 // A control whose container lets go of it, and takes its window away, inside an event of its own.
-#include <gtest/gtest.h>
-
-#include <functional>
 
 #include "OfficeFixture.h"
 #include "SystemCalls.h"
 #include "binding/QRNBtr.h"
 #include "com/Module.h"
 #include "controls/QRNBtn.h"
-#include "controls/QRNEdit.h"
 #include "tests/extended/ShownMessages.h"
 
 namespace qrn::test {

@@ -1,7 +1,6 @@
 // Fills of the list controls through their windows: what a handler of `Format` may do, and what
 // ends a fill by extended operations.
 #include "ListFixture.h"
-#include "binding/registry/ControlRegistry.h"
 #include "extended/ExOperation.h"
 #include "tests/extended/Replies.h"
 #include "tests/extended/ScriptedManager.h"
@@ -98,8 +97,7 @@ TEST_F(ListFills, SeparatorsByKind) {
   InsertPeople();
   struct Case {
     const ListClass& which;
-    const wchar_t* property;
-    const wchar_t* text;
+    const wchar_t *property, *text;
     const char* first;
   };
   const Case cases[] = {{kExComboBox, L"DbDelimitChar", L"", "1 うめ Kyoto;"},
@@ -143,8 +141,7 @@ TEST_F(ListFills, ConditionsDirectionAndPositions) {
 TEST_F(ListFills, FaultsOfTheRequestKeepTheOldItems) {
   InsertPeople();
   struct Case {
-    const wchar_t* property;
-    const wchar_t* text;
+    const wchar_t *property, *text;
     const char* message;
   };
   const Case cases[] = {{L"DbListFields", L"", "VE040"},

@@ -10,8 +10,7 @@ using MadeList = Made<ListControl>;
 
 struct ListClass {
   const char* name;
-  bool combo;
-  bool extended;
+  bool combo, extended;
   MadeList (*make)(const wchar_t* name, bool runs);
 };
 extern const ListClass kListBox;

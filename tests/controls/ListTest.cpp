@@ -1,9 +1,7 @@
 // What the four list controls have in common, tried on each of them: when they fill, what the
 // application does with their items, how a choice goes into the record and back.
 #include "ListFixture.h"
-#include "binding/registry/ControlRegistry.h"
 #include "core/DictionaryLookup.h"
-#include "tests/core/Support.h"
 
 namespace qrn::test {
 namespace {
@@ -249,8 +247,7 @@ TEST_F(Lists, ReadWriteAndClearTheBoundField) {
   struct Case {
     const ListClass& which;
     int32_t style;
-    const char* write;
-    const char* read;
+    const char *write, *read;
   };
   const Case cases[] = {
       {kListBox, 0, "Ky", "Kyoto"},     {kListBox, 0, "Nowhere", "Osaka"},

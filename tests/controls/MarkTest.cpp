@@ -1,10 +1,8 @@
 // Check boxes and option buttons through their windows: what they share, and what a click does to
 // each.
-#include <gtest/gtest.h>
 
 #include "OfficeFixture.h"
 #include "PeopleForm.h"
-#include "binding/registry/ControlRegistry.h"
 #include "controls/mark/QRNCheck.h"
 #include "controls/mark/QRNOptBtn.h"
 

@@ -1,14 +1,12 @@
 // Bound controls on the test's form, over the office's people: what their tests begin with.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
 #include "Hosted.h"
 #include "PlayedDatabase.h"
+#include "binding/registry/ControlRegistry.h"
+#include "controls/QRNEdit.h"
 #include "core/DictionaryLookup.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

@@ -1,27 +1,22 @@
 // Forms with a database control, an edit and a button, all real, over data files of their own.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <optional>
-
 #include "Hosted.h"
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
 #include "tests/support/ClosedFiles.h"
 #include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 
 // A window that controls stand on. All of them are children of the one visible window.
-class Window {
+class Window : Pinned {
  public:
   explicit Window(const wchar_t* className = L"STATIC", HWND parent = TheForm())
       : window_(CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE, 0, 0, 200, 200, parent,
                                 nullptr, nullptr, nullptr)) {}
-  Window(const Window&) = delete;
-  Window& operator=(const Window&) = delete;
   ~Window() { DestroyWindow(window_); }
   HWND get() const { return window_; }
 

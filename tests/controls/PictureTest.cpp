@@ -1,15 +1,10 @@
 // The picture control through its window: files of every kind, right and wrong, what it draws and
 // what it holds.
-#include <gtest/gtest.h>
 #include <olectl.h>
 // After windows.h, which it needs.
 #include <psapi.h>
 
-#include <algorithm>
-#include <cstdio>
-
 #include "OfficeFixture.h"
-#include "binding/registry/ControlRegistry.h"
 #include "controls/picture/QRNPic.h"
 #include "tests/controls/picture/SampleFiles.h"
 #include "tests/support/DrawingObjects.h"

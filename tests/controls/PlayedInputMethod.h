@@ -5,18 +5,17 @@
 #include <utility>
 
 #include "binding/InputMethod.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
-class PlayedInputMethod {
+class PlayedInputMethod : Pinned {
  public:
   PlayedInputMethod() {
     log_.clear();
     TheInputMethod() = ole::ImeApi({&Enable, nullptr, nullptr, &Send});
   }
   ~PlayedInputMethod() { TheInputMethod() = ole::ImeApi(ole::FindImeEntries()); }
-  PlayedInputMethod(const PlayedInputMethod&) = delete;
-  PlayedInputMethod& operator=(const PlayedInputMethod&) = delete;
 
   static inline LRESULT mode = 0;  // in force, as the system tells it
 

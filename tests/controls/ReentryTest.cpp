@@ -1,12 +1,8 @@
 // Handlers that call into the control they are called from, or take it away: at every point where
 // code of the application runs.
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <memory>
-#include <utility>
 
 #include "PeopleForm.h"
 #include "SystemCalls.h"
@@ -26,15 +22,13 @@ int ShowNothing(const char*, unsigned) {
   return kBoxOk;
 }
 
-class Messages {
+class Messages : Pinned {
  public:
   Messages() { ReplaceShowBox(&ShowNothing); }
   ~Messages() {
     ReplaceShowBox(nullptr);
     whileShown = nullptr;
   }
-  Messages(const Messages&) = delete;
-  Messages& operator=(const Messages&) = delete;
 };
 
 VARIANT People() { return Text(L"People"); }

@@ -5,11 +5,12 @@
 #include <oleacc.h>
 
 #include "Hosted.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
 // A label on the form, as long as it lives in front of a control's window.
-class Label {
+class Label : Pinned {
  public:
   Label(const wchar_t* text, HWND before, HWND form, DWORD style = 0)
       : window_(CreateWindowExW(0, L"STATIC", text, WS_CHILD | style, 0, 0, 10, 10, form, nullptr,
@@ -19,8 +20,6 @@ class Label {
     if (!GetWindow(before, GW_HWNDPREV)) BringWindowToTop(window_);
   }
   ~Label() { DestroyWindow(window_); }
-  Label(const Label&) = delete;
-  Label& operator=(const Label&) = delete;
   HWND get() const { return window_; }
 
  private:

@@ -1,11 +1,9 @@
 // The record scroll bars through their windows: the place of the thumb, every notice of the bar,
 // its ends, and what other controls tell.
-#include <gtest/gtest.h>
 
 #include "ButtonFixture.h"
 #include "PeopleForm.h"
 #include "SystemCalls.h"
-#include "binding/registry/ControlRegistry.h"
 #include "controls/scroll/QRNScroll.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/RowImporter.h"
@@ -184,8 +182,7 @@ TEST_F(Bars, AboveTenThousandRecordsTheRangeBeginsAtZero) {
 TEST_F(Bars, EveryNoticeFromTheMiddle) {
   InsertPeople(5);
   struct Case {
-    WORD notice;
-    WORD thumb;
+    WORD notice, thumb;
     const char* after;  // from record 3 of 5, at 5000
   };
   const Case cases[] = {

@@ -7,16 +7,16 @@
 #include <functional>
 #include <string>
 
+#include "tests/support/Pinned.h"
+
 namespace qrn::test {
 
 // MessageBoxW: shows nothing and answers.
-class PlayedMessageBox {
+class PlayedMessageBox : Pinned {
  public:
   // `answer` is IDOK, IDCANCEL, or 0 for a box that cannot be shown.
   explicit PlayedMessageBox(int answer);
   ~PlayedMessageBox();
-  PlayedMessageBox(const PlayedMessageBox&) = delete;
-  PlayedMessageBox& operator=(const PlayedMessageBox&) = delete;
 
   // Of the last call.
   HWND owner = nullptr;
@@ -32,12 +32,10 @@ class PlayedMessageBox {
 };
 
 // MessageBeep: keeps count.
-class PlayedBeep {
+class PlayedBeep : Pinned {
  public:
   PlayedBeep();
   ~PlayedBeep();
-  PlayedBeep(const PlayedBeep&) = delete;
-  PlayedBeep& operator=(const PlayedBeep&) = delete;
 
   // "16 0 " for the kinds of the beeps since the last look.
   std::string Take();

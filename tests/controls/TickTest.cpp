@@ -1,5 +1,4 @@
 // The control that docs/adding-a-control.md adds, built from the page's own blocks.
-#include <gtest/gtest.h>
 
 #include "OfficeFixture.h"
 #include "Tick.h"

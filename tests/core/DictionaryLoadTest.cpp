@@ -1,13 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 #include "FakeLexbase.h"
 #include "Support.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
-#include "core/ReturnCodes.h"
 
 namespace qrn {
 namespace {
@@ -338,8 +336,7 @@ TEST_F(DictionaryDeferred, FailuresAreShown) {
   struct {
     const char* call;
     int32_t code;
-    const char* listText;
-    const char* tableText;
+    const char *listText, *tableText;
   } const cases[] = {
       {"open", 12, "VE028 DDFOpen APIエラー(12); ", "VE028 DDFOpen APIエラー(12); "},
       {"file", 22, "VE029 DDF読み込みエラー(22); ", ""},

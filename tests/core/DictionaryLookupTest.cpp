@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 
 #include "Support.h"
 #include "core/DictionaryLookup.h"

@@ -1,7 +1,5 @@
 #include "FakeBtrieve.h"
 
-#include <utility>
-
 namespace qrn::test {
 namespace {
 

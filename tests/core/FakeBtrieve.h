@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/BtrCall.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
@@ -25,12 +26,10 @@ struct BtrieveCall {
 std::string Hex(const void* bytes, size_t count);
 
 // Stands in BTRCALL's place while it lives; there is one at a time.
-class FakeBtrieve {
+class FakeBtrieve : Pinned {
  public:
   FakeBtrieve();
   ~FakeBtrieve();
-  FakeBtrieve(const FakeBtrieve&) = delete;
-  FakeBtrieve& operator=(const FakeBtrieve&) = delete;
 
   // Operations not told of give 0.
   void Answer(uint16_t operation, int16_t status) {

@@ -7,27 +7,24 @@
 #include <vector>
 
 #include "platform/LexbaseCalls.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
 struct FieldOf {
-  int16_t fieldId;
-  int16_t fileId;
+  int16_t fieldId, fileId;
   const char* name;
   uint8_t type;
-  int16_t offset;
-  int16_t size;
+  int16_t offset, size;
   uint8_t decimals = 0;
   int16_t flags = 0;
 };
 
 // Stands in the library's place while it lives; there is one at a time.
-class FakeLexbase {
+class FakeLexbase : Pinned {
  public:
   FakeLexbase();
   ~FakeLexbase();
-  FakeLexbase(const FakeLexbase&) = delete;
-  FakeLexbase& operator=(const FakeLexbase&) = delete;
 
   FakeLexbase& File(int16_t fileId, const char* name, const char* location, uint8_t flags = 0);
   FakeLexbase& Field(const FieldOf& field);

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 
 #include "FakeBtrieve.h"
 #include "Support.h"
 #include "core/KeyBuffer.h"
 #include "core/Record.h"
-#include "core/RecordBuffer.h"
 #include "core/RecordPosition.h"
-#include "core/ReturnCodes.h"
 
 namespace qrn {
 namespace {

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <utility>
 
-#include "core/RecordBuffer.h"
 #include "platform/CodePage.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"

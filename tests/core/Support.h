@@ -7,40 +7,37 @@
 #include <vector>
 
 #include "core/DbTypes.h"
+#include "core/RecordBuffer.h"
+#include "core/ReturnCodes.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
 // Catches what would be shown while it lives.
-class Messages {
+class Messages : Pinned {
  public:
   Messages();
   ~Messages();
-  Messages(const Messages&) = delete;
-  Messages& operator=(const Messages&) = delete;
 
   // The texts since the last look as UTF-8, each followed by "; ".
   std::string Take();
 };
 
 // From its making on, the allocation number `failing` (from 0) and all after it fail.
-class MemoryRunsOut {
+class MemoryRunsOut : Pinned {
  public:
   explicit MemoryRunsOut(int failing);
   ~MemoryRunsOut();
-  MemoryRunsOut(const MemoryRunsOut&) = delete;
-  MemoryRunsOut& operator=(const MemoryRunsOut&) = delete;
 
   bool Happened() const;
 };
 
 // A table with fields and segments of its own, its record buffer allocated, as if open.
-class OpenTable {
+class OpenTable : Pinned {
  public:
   OpenTable(std::vector<DbFieldInfo> fields, std::vector<DbSegmentInfo> segments,
             int32_t recordLength);
   ~OpenTable();
-  OpenTable(const OpenTable&) = delete;
-  OpenTable& operator=(const OpenTable&) = delete;
 
   DbTableInfo& operator*() { return table_; }
   DbTableInfo* operator->() { return &table_; }

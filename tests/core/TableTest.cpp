@@ -3,14 +3,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <string>
 
 #include "FakeBtrieve.h"
 #include "FakeLexbase.h"
 #include "Support.h"
 #include "core/Dictionary.h"
-#include "core/RecordBuffer.h"
-#include "core/ReturnCodes.h"
 #include "core/Table.h"
 #include "platform/CodePage.h"
 #include "platform/Memory.h"

@@ -1,10 +1,5 @@
 #include "BuiltModule.h"
 
-#include <gtest/gtest.h>
-
-#include "com/Module.h"
-#include "ole/SystemGuid.h"
-
 namespace qrn::test {
 namespace {
 

@@ -3,10 +3,12 @@
 
 #include <windows.h>
 
-#include <string>
-
+#include "binding/tables/AllTables.h"
 #include "com/Com.h"
+#include "com/Module.h"
+#include "ole/SystemGuid.h"
 #include "ole/tables/Members.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 
@@ -29,11 +31,9 @@ Com<IUnknown> Make(const Guid& classId);
 DWORD RunTool(std::wstring command);
 
 // Registers the module as long as it lives.
-class Registered {
+class Registered : Pinned {
  public:
   Registered() : result(RegisterModule()) {}
-  Registered(const Registered&) = delete;
-  Registered& operator=(const Registered&) = delete;
   ~Registered() { UnregisterModule(); }
 
   HRESULT result;

@@ -1,16 +1,12 @@
 // What holds of every class that the module makes.
-#include <gtest/gtest.h>
 #include <ocidl.h>
 #include <olectl.h>
 
 #include <random>
 
 #include "BuiltModule.h"
-#include "binding/tables/AllTables.h"
-#include "com/Module.h"
 #include "com/Variant.h"
 #include "ole/StreamBytes.h"
-#include "ole/SystemGuid.h"
 #include "ole/tables/MemberChecks.h"
 #include "tests/ole/SavedBytes.h"
 #include "tests/ole/Sinks.h"

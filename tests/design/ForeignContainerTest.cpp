@@ -1,9 +1,7 @@
 // Containers and callers that nobody here wrote: the system's ATL host and its script host.
-#include <gtest/gtest.h>
 
 #include "BuiltModule.h"
 #include "ScriptHost.h"
-#include "binding/tables/AllTables.h"
 #include "com/Handles.h"
 #include "com/Variant.h"
 

@@ -1,13 +1,9 @@
 // The module's controls through many lives on a form: nothing is left of them.
-#include <gtest/gtest.h>
 #include <ocidl.h>
 
 #include <filesystem>
 
 #include "BuiltModule.h"
-#include "binding/tables/AllTables.h"
-#include "com/Module.h"
-#include "ole/SystemGuid.h"
 #include "tests/ole/Counters.h"
 #include "tests/ole/SavedBytes.h"
 #include "tests/ole/TestSite.h"

@@ -1,10 +1,8 @@
 // The classes without a registration: a program that has the assembly manifest makes them, and the
 // registry knows nothing of them.
-#include <gtest/gtest.h>
 
 #include <fstream>
 
-#include "BuiltModule.h"
 #include "ModuleCopy.h"
 
 namespace qrn::test {

@@ -5,10 +5,8 @@
 
 #include <filesystem>
 #include <initializer_list>
-#include <string>
 
 #include "BuiltModule.h"
-#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 
@@ -20,7 +18,7 @@ inline std::wstring Repeated(const std::wstring& text, size_t times) {
 
 // A folder below the temporary one with copies of files that lie beside the test program; all goes
 // at the end.
-class CopyFolder {
+class CopyFolder : Pinned {
  public:
   CopyFolder(const std::wstring& folder, std::initializer_list<const wchar_t*> files,
              const wchar_t* root = L"qrn-copy")
@@ -37,8 +35,6 @@ class CopyFolder {
       CopyFileW((beside + file).c_str(), Extended(Place(file)).c_str(), FALSE);
     }
   }
-  CopyFolder(const CopyFolder&) = delete;
-  CopyFolder& operator=(const CopyFolder&) = delete;
   ~CopyFolder() { RemoveAll(root_); }
 
   std::wstring Place(const std::wstring& file) const { return path_ + L"\\" + file; }
@@ -66,15 +62,13 @@ class CopyFolder {
 };
 
 // One of the module, loaded.
-class ModuleCopy {
+class ModuleCopy : Pinned {
  public:
   explicit ModuleCopy(const std::wstring& folder)
       : folder_(folder, {L"qrnbt350.ocx"}), file_(folder_.Place(L"qrnbt350.ocx")) {
     module_ = LoadLibraryW(file_.c_str());
     if (!module_) module_ = LoadLibraryW(CopyFolder::Extended(file_).c_str());
   }
-  ModuleCopy(const ModuleCopy&) = delete;
-  ModuleCopy& operator=(const ModuleCopy&) = delete;
   ~ModuleCopy() {
     if (module_) FreeLibrary(module_);
   }

@@ -1,15 +1,9 @@
 // The module in places that installers do not choose: long paths, Japanese letters, blanks, signs
 // that mean something in registration scripts.
-#include <gtest/gtest.h>
 #include <olectl.h>
 
-#include <utility>
-
-#include "BuiltModule.h"
 #include "ModuleCopy.h"
 #include "RegistryDump.h"
-#include "binding/tables/AllTables.h"
-#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

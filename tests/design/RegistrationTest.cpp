@@ -1,14 +1,9 @@
 #include <aclapi.h>
-#include <gtest/gtest.h>
 
-#include "BuiltModule.h"
 #include "ModuleCopy.h"
 #include "RegistryDump.h"
 #include "SystemRegistrar.h"
-#include "binding/tables/AllTables.h"
-#include "com/Module.h"
 #include "ole/Registrar.h"
-#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {
@@ -68,8 +63,7 @@ TEST(Registration, AControlStandsAsDesignersLookForIt) {
   const std::wstring key = ClassKey(table.classId);
   const std::wstring id = Wide(GuidText(table.classId));
   const struct {
-    std::wstring path;
-    std::wstring value;
+    std::wstring path, value;
   } cases[] = {
       {L"QRNBtr.QRNBtr.1", L"QRNBtr Class"},
       {L"QRNBtr.QRNBtr.1\\CLSID", id},
@@ -118,7 +112,7 @@ TEST(Registration, ClassesThatCannotBeMadeAreNotRegistered) {
 }
 
 // Takes the leave to write to a key of the machine from everybody, until the end of the scope.
-class WriteRefused {
+class WriteRefused : Pinned {
  public:
   explicit WriteRefused(const wchar_t* path) {
     RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, READ_CONTROL | WRITE_DAC, key_.put());
@@ -138,8 +132,6 @@ class WriteRefused {
     refused =
         RegOpenKeyExW(HKEY_LOCAL_MACHINE, path, 0, KEY_WRITE, write.put()) == ERROR_ACCESS_DENIED;
   }
-  WriteRefused(const WriteRefused&) = delete;
-  WriteRefused& operator=(const WriteRefused&) = delete;
   ~WriteRefused() {
     if (set_) {
       SetSecurityInfo(key_.get(), SE_REGISTRY_KEY, DACL_SECURITY_INFORMATION, nullptr, nullptr,

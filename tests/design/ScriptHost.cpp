@@ -8,6 +8,7 @@
 #include "com/Handles.h"
 #include "platform/CodePage.h"
 #include "platform/Utf.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 namespace {
@@ -19,13 +20,11 @@ constexpr DWORD kMostMilliseconds = 60000;
 constexpr DWORD kLookMilliseconds = 20;
 
 // A file that goes at the end of the scope.
-class ScratchFile {
+class ScratchFile : Pinned {
  public:
   explicit ScratchFile(const char* ending)
       : path_(fs::temp_directory_path() /
               ("qrn_script_" + std::to_string(GetCurrentProcessId()) + ending)) {}
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
   ~ScratchFile() {
     std::error_code ignored;
     fs::remove(path_, ignored);

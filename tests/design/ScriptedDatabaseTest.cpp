@@ -1,5 +1,4 @@
 // The database control as scripts use it: made by CreateObject, over files on disk.
-#include <gtest/gtest.h>
 
 #include "BuiltModule.h"
 #include "ScriptHost.h"
@@ -37,9 +36,7 @@ End Sub
 )";
 
 struct ScriptCase {
-  const char* name;
-  const char* script;
-  const char* printed;
+  const char *name, *script, *printed;
 };
 
 class ScriptedDatabase : public ::testing::TestWithParam<ScriptCase> {};

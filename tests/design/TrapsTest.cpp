@@ -1,16 +1,9 @@
 // Containers that do less than they should, or otherwise: every control lives in them, and nothing
 // is left of it.
-#include <gtest/gtest.h>
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <algorithm>
-#include <functional>
-#include <vector>
-
 #include "BuiltModule.h"
-#include "binding/tables/AllTables.h"
-#include "ole/SystemGuid.h"
 #include "tests/ole/SavedBytes.h"
 #include "tests/ole/Sinks.h"
 #include "tests/ole/TestSite.h"

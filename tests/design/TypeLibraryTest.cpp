@@ -1,14 +1,8 @@
 // The type library inside the module, read back as a designer reads it.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "BuiltModule.h"
 #include "TypeText.h"
-#include "binding/tables/AllTables.h"
 #include "com/Bstr.h"
-#include "com/Module.h"
-#include "ole/SystemGuid.h"
 
 namespace qrn::test {
 namespace {

@@ -1,8 +1,4 @@
 // DbExAccess and its companions, as a flat caller meets them.
-#include <gtest/gtest.h>
-
-#include <array>
-#include <string>
 
 #include "core/FlatState.h"
 #include "extended/ExResultStore.h"
@@ -10,10 +6,8 @@
 #include "platform/Bstr.h"
 #include "platform/Memory.h"
 #include "qrnbt350.h"
-#include "tests/extended/Hex.h"
 #include "tests/extended/Replies.h"
 #include "tests/extended/ScriptedManager.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/extended/TestTable.h"
 
 namespace qrn::test {
@@ -106,8 +100,7 @@ TEST_F(ExAccessCall, FailsWithTheCodeOfTheFault) {
   const struct {
     const char* what;
     int32_t result;
-    const char* expected;
-    const char* message;
+    const char *expected, *message;
   } cases[] = {
       {"a table id past the count", Access(36, "", "Code", 0, 2), "-15", ""},
       {"a negative table id", Access(36, "", "Code", 0, -1), "-15", ""},

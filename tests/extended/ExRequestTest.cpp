@@ -1,11 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "extended/ExReply.h"
 #include "extended/ExRequest.h"
-#include "fields/QuorinSettings.h"
-#include "tests/extended/Hex.h"
 #include "tests/extended/TestTable.h"
 
 namespace qrn::test {

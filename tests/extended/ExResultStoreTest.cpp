@@ -1,14 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "core/Dictionary.h"
 #include "core/RecordBuffer.h"
 #include "extended/ExResultStore.h"
 #include "extended/ExResults.h"
-#include "fields/QuorinSettings.h"
 #include "tests/extended/Replies.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/extended/TestTable.h"
 
 namespace qrn::test {

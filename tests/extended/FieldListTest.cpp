@@ -1,12 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "extended/FieldList.h"
-#include "fields/QuorinSettings.h"
-#include "platform/CodePage.h"
-#include "tests/extended/Hex.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/extended/TestTable.h"
 
 namespace qrn::test {
@@ -38,9 +30,7 @@ class FieldListText : public testing::Test {
 
 TEST_F(FieldListText, NamesAndNumbersInTheTextsOrder) {
   const struct {
-    const char* what;
-    const char* text;
-    const char* parsed;
+    const char *what, *text, *parsed;
   } cases[] = {
       {"one name", "a", "0 (2)"},
       {"two names", "b,a", "1 0 (6)"},
@@ -69,8 +59,7 @@ TEST_F(FieldListText, ExtractorHoldsSizesAndOffsets) {
 
 TEST_F(FieldListText, RefusesWithTheMessageOfTheFault) {
   const struct {
-    const char* what;
-    const char* text;
+    const char *what, *text;
     std::string message;
   } cases[] = {
       {"nothing", "", "VE040 抽出するフィールド・リストが指定されていません"},

@@ -1,19 +1,13 @@
 // A fill of a list without a window, from a record manager that says what a test tells it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "extended/ExResultStore.h"
 #include "extended/FillFromExtended.h"
-#include "fields/QuorinSettings.h"
 #include "tests/extended/FakeList.h"
 #include "tests/extended/Replies.h"
 #include "tests/extended/ScriptedManager.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/extended/TestTable.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

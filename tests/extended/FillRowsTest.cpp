@@ -1,9 +1,4 @@
 // What becomes of the rows: their positions, their event, the results left behind.
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "core/RecordBuffer.h"
 #include "extended/ExResults.h"

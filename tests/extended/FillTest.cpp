@@ -1,8 +1,4 @@
 // The fill's course against a record manager that says anything.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "platform/Memory.h"
 #include "tests/extended/FillFixture.h"
@@ -22,8 +18,7 @@ TEST_F(Fill, ReadsBatchesUntilTheEndAndComesBack) {
 
 TEST_F(Fill, EachOperationHasItsStartItsKeyAndItsLock) {
   const struct {
-    int32_t operation;
-    int32_t locks;
+    int32_t operation, locks;
     const char* log;
   } cases[] = {
       {OpGetPrevEx, 0, "22 13:k1 37UC:k1 23@77:k1"},
@@ -65,8 +60,7 @@ TEST_F(Fill, SendsCountsAsTheyStand) {
 TEST_F(Fill, JoinsFieldsAsTheKindOfListDoes) {
   const struct {
     FillKind kind;
-    const char* delimiter;
-    const char* row;
+    const char *delimiter, *row;
   } cases[] = {
       {FillKind::ComboBox, nullptr, "[Abe 1]"}, {FillKind::ComboBox, "", "[Abe 1]"},
       {FillKind::ComboBox, "; ", "[Abe; 1]"},   {FillKind::ListBox, "", "[Abe 1]"},
@@ -85,8 +79,7 @@ TEST_F(Fill, JoinsFieldsAsTheKindOfListDoes) {
 TEST_F(Fill, ListsEndAtALimitAndTheGridReadsOn) {
   const struct {
     Status status;
-    const char* list;
-    const char* grid;
+    const char *list, *grid;
   } cases[] = {
       {0, "[a 1] [b 1] [c 1] kept 2", "[a 1] [b 1] [c 1] kept 2"},
       {9, "[a 1] kept 0", "[a 1] kept 0"},
@@ -179,9 +172,7 @@ TEST_F(Fill, AFirstRecordThatFailsLeavesTheListAlone) {
 
 TEST_F(Fill, AFaultInItsTextsLeavesTheListAlone) {
   const struct {
-    const char* conditions;
-    const char* fields;
-    const char* message;
+    const char *conditions, *fields, *message;
   } cases[] = {
       {"Code = 1", "Name", "VE041"}, {"@9 = 1", "Name", "VE025"},
       {"", "Name, Code", "VE818"},   {"", "", "VE040"},

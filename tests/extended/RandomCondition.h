@@ -18,8 +18,7 @@ class RandomCondition {
 
  private:
   struct Term {
-    size_t field;
-    size_t comparison;
+    size_t field, comparison;
     FieldValue constant;
     size_t secondField;  // 0: compares the constant
     char connector;      // '&', '|', or 0 behind the last term

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "tests/support/TempFolder.h"
@@ -49,12 +48,10 @@ int Compare(const FieldKind& kind, const FieldValue& left, const FieldValue& rig
 
 FieldValue ThrowValue(const FieldKind& kind, Dice& dice);
 
-class RandomTable {
+class RandomTable : Pinned {
  public:
   // Field 0 holds the record's number, unique by key 0; key 1 has another field in front.
   explicit RandomTable(Dice& dice);
-  RandomTable(const RandomTable&) = delete;
-  RandomTable& operator=(const RandomTable&) = delete;
 
   std::string Directory() const { return folder_.Text(); }
   const std::vector<RandomField>& Fields() const { return fields_; }

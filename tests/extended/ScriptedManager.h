@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/DbTypes.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
@@ -16,12 +17,10 @@ struct Batch {
   std::vector<uint8_t> reply;  // empty: the buffer is left as it was
 };
 
-class ScriptedManager {
+class ScriptedManager : Pinned {
  public:
   ScriptedManager();
   ~ScriptedManager();
-  ScriptedManager(const ScriptedManager&) = delete;
-  ScriptedManager& operator=(const ScriptedManager&) = delete;
 
   // Answers of the extended operations, one after another; 9 without records when they are used
   // up.

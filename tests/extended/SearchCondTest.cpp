@@ -1,13 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-
 #include "extended/SearchCond.h"
-#include "fields/QuorinSettings.h"
-#include "platform/CodePage.h"
-#include "tests/extended/Hex.h"
-#include "tests/extended/ShownMessages.h"
 #include "tests/extended/TestTable.h"
 
 namespace qrn::test {
@@ -44,9 +35,7 @@ class SearchCond : public testing::Test {
 };
 
 struct ConditionCase {
-  const char* what;
-  const char* text;
-  const char* compiled;
+  const char *what, *text, *compiled;
 };
 
 const ConditionCase kGoodConditions[] = {
@@ -133,8 +122,7 @@ std::string NoValue(const std::string& text) {
 
 TEST_F(SearchCond, RefusesWithTheMessageOfTheFault) {
   const struct {
-    const char* what;
-    const char* text;
+    const char *what, *text;
     std::string message;
   } cases[] = {
       {"no at sign", "Price > 5", kNeedsAt},

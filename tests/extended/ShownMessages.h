@@ -3,14 +3,14 @@
 
 #include <string>
 
+#include "tests/support/Pinned.h"
+
 namespace qrn::test {
 
-class ShownMessages {
+class ShownMessages : Pinned {
  public:
   ShownMessages();
   ~ShownMessages();
-  ShownMessages(const ShownMessages&) = delete;
-  ShownMessages& operator=(const ShownMessages&) = delete;
 
   // The texts since the last call as UTF-8, one after another with a blank between.
   std::string Take();

@@ -1,11 +1,6 @@
 #include "tests/extended/TestTable.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "core/RecordBuffer.h"
-#include "platform/CodePage.h"
 
 namespace qrn::test {
 

@@ -2,13 +2,14 @@
 // a data file behind it.
 #pragma once
 
-#include <cstdint>
 #include <initializer_list>
-#include <string>
-#include <vector>
 
 #include "core/DbEngine.h"
 #include "core/DbTypes.h"
+#include "fields/QuorinSettings.h"
+#include "tests/extended/Hex.h"
+#include "tests/extended/ShownMessages.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 
@@ -25,12 +26,10 @@ struct KeyColumns {
   int32_t flags = 3;  // duplicates, modifiable
 };
 
-class TestTable {
+class TestTable : Pinned {
  public:
   TestTable(const std::vector<Column>& columns, const std::vector<KeyColumns>& keys = {});
   ~TestTable();
-  TestTable(const TestTable&) = delete;
-  TestTable& operator=(const TestTable&) = delete;
 
   DbTableInfo& Info() { return info_; }
   const DbFieldInfo& Field(int32_t position) const { return fields_.at(position); }

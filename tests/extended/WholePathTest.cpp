@@ -1,13 +1,8 @@
 // The whole path of extended operations held against a plain walk: random tables of fields of all
 // types in real files, random conditions, every operation, any size of batch. What a condition
 // keeps is worked out here, record by record, from what was put in.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "RandomCondition.h"
-#include "RandomTable.h"
 #include "core/DictionaryLookup.h"
 #include "core/FlatState.h"
 #include "core/Record.h"
@@ -15,9 +10,9 @@
 #include "extended/ExResults.h"
 #include "extended/ExecuteExtended.h"
 #include "extended/FillFromExtended.h"
-#include "platform/CodePage.h"
 #include "qrnbt350.h"
 #include "tests/extended/ShownMessages.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {
@@ -37,8 +32,7 @@ constexpr Direction kDirections[] = {
 
 // One record met: its number, where it stands, and the texts of the fields asked for.
 struct Met {
-  int32_t number;
-  int32_t position;
+  int32_t number, position;
   std::string texts;
 };
 

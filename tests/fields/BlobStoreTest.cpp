@@ -1,12 +1,6 @@
 // Storing Blob values behind the fixed part of a record.
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
-#include <vector>
 
 #include "FieldCases.h"
-#include "fields/FieldText.h"
 #include "fields/LittleEndian.h"
 #include "platform/Memory.h"
 
@@ -14,7 +8,7 @@ namespace qrn {
 namespace {
 
 // A record of one 4-byte key and some Blobs, in a buffer with one spare byte as an open leaves it.
-class BlobTable {
+class BlobTable : test::Pinned {
  public:
   explicit BlobTable(int blobs) {
     fields_.push_back(Field(kInteger, 4));
@@ -27,8 +21,6 @@ class BlobTable {
     std::memcpy(table_.RecordBuffer, "KEY!", 4);
   }
   ~BlobTable() { FreeMemory(table_.RecordBuffer); }
-  BlobTable(const BlobTable&) = delete;
-  BlobTable& operator=(const BlobTable&) = delete;
 
   // As a single write does it: the running end begins at the fixed length.
   int32_t Set(int blob, const char* text) {

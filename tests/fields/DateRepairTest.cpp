@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "FieldCases.h"
 #include "fields/DateRepair.h"
 #include "platform/LocalDate.h"
@@ -10,8 +6,7 @@ namespace qrn {
 namespace {
 
 struct RepairCase {
-  const char* typed;
-  const char* repaired;
+  const char *typed, *repaired;
   int beeps;
 };
 

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <cstdio>
-
 #include "FieldCases.h"
 
 namespace qrn {

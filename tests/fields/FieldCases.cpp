@@ -1,12 +1,5 @@
 #include "FieldCases.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdio>
-
-#include "fields/FieldText.h"
-#include "platform/CodePage.h"
 #include "platform/MessageBox.h"
 
 namespace qrn {

@@ -1,14 +1,10 @@
 // Verbs for tables of field cases: bytes stand as hex, text as UTF-8.
 #pragma once
 
-#include <cstdint>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "core/DbTypes.h"
+#include "fields/FieldText.h"
 #include "fields/QuorinSettings.h"
+#include "tests/support/Test.h"
 
 namespace qrn {
 
@@ -32,23 +28,18 @@ std::string WrittenAs(const QuorinSettings& settings, const DbFieldInfo& field,
 // One case of either direction: read tables go from `hex` to `text`, write tables back.
 struct FieldCase {
   const char* name;
-  int32_t type;
-  int32_t size;
-  int32_t decimals;
-  const char* hex;
-  const char* text;
+  int32_t type, size, decimals;
+  const char *hex, *text;
 };
 
 void ExpectReads(std::span<const FieldCase> cases, const QuorinSettings& settings = {});
 void ExpectWrites(std::span<const FieldCase> cases, const QuorinSettings& settings = {});
 
 // Message boxes and beeps since the object was made.
-class Watch {
+class Watch : test::Pinned {
  public:
   Watch();
   ~Watch();
-  Watch(const Watch&) = delete;
-  Watch& operator=(const Watch&) = delete;
 
   // The boxes' texts in UTF-8, each with its flags in hex: "[2000 VE011 ...]".
   std::string Boxes() const;

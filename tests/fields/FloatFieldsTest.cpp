@@ -1,5 +1,4 @@
 // Float, BFloat and Currency.
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>

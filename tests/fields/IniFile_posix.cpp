@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <optional>
-#include <string>
 
 #include "IniFile.h"
 #include "tests/support/TempFolder.h"

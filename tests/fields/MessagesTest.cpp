@@ -1,11 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "FieldCases.h"
 #include "fields/HeapCheck.h"
 #include "fields/Messages.h"
-#include "platform/CodePage.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"
 

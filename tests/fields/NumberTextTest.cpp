@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
-#include <string>
 
 #include "fields/NumberText.h"
-#include "platform/CodePage.h"
+#include "tests/support/Test.h"
 
 namespace qrn {
 namespace {

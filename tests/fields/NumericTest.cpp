@@ -1,20 +1,14 @@
 // The display numbers: Numeric, NumericSTS, NumericSA. Their bytes are characters, so these tables
 // show them as such: `stored` may be longer than the field, and "_" stands for a NUL.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "FieldCases.h"
-#include "fields/FieldText.h"
 
 namespace qrn {
 namespace {
 
 struct NumericCase {
   const char* name;
-  int32_t type;
-  int32_t size;
-  int32_t decimals;
+  int32_t type, size, decimals;
   std::string stored;
   const char* text;
 };

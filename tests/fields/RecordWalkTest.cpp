@@ -1,11 +1,6 @@
 // The walk over a record's fields: stored sizes and null indicators.
-#include <gtest/gtest.h>
-
-#include <cstdio>
-#include <vector>
 
 #include "FieldCases.h"
-#include "fields/FieldText.h"
 
 namespace qrn {
 namespace {
@@ -18,8 +13,7 @@ int32_t StoredSize(int32_t type, int32_t size, std::string_view hex = "") {
 TEST(RecordWalk, StoredSizes) {
   struct {
     const char* name;
-    int32_t type;
-    int32_t stored;
+    int32_t type, stored;
   } const cases[] = {
       {"String", kString, 33},  {"Integer", kInteger, 33}, {"Float", kFloat, 33},
       {"Date", kDate, 4},       {"Time", kTime, 4},        {"Decimal", kDecimal, 33},

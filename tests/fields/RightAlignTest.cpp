@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <string>
-
 #include "fields/RightAlign.h"
+#include "tests/support/Test.h"
 
 namespace qrn {
 namespace {

@@ -1,11 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-
 #include "FieldCases.h"
 #include "IniFile.h"
-#include "fields/QuorinSettings.h"
 
 namespace qrn {
 namespace {

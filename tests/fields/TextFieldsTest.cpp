@@ -1,8 +1,6 @@
 // Character types, Logical and Bit, Blob and the wide strings.
-#include <gtest/gtest.h>
 
 #include "FieldCases.h"
-#include "fields/FieldText.h"
 
 namespace qrn {
 namespace {

@@ -4,8 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 #include "core/Dictionary.h"
 #include "core/Record.h"

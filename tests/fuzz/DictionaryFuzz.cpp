@@ -1,10 +1,6 @@
 // Dictionaries of any rows, loaded whole and deferred, failing anywhere; then their tables opened,
 // created, read and written over a record manager that fills whatever room it is told of.
-#include <algorithm>
 #include <cstring>
-#include <span>
-#include <string>
-#include <vector>
 
 #include "btrieve.h"
 #include "core/Dictionary.h"

@@ -3,9 +3,7 @@
 //   fuzz_NAME [--seconds N] [--seed S] [--size BYTES] [FILE or FOLDER...]
 #include <chrono>
 #include <cinttypes>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

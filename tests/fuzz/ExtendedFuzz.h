@@ -2,12 +2,7 @@
 // words that matter, messages that are only counted.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <memory>
-#include <span>
-#include <string>
-#include <vector>
 
 #include "core/DbEngine.h"
 #include "platform/CodePage.h"

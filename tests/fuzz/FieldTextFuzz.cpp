@@ -1,10 +1,6 @@
 // Fields of every type, size and number of decimals under every setting, read from and written to
 // bytes of any kind. Memory is taken to the byte, so that the sanitizer sees what lies outside;
 // what must come back from a round trip comes back.
-#include <algorithm>
-#include <cstdio>
-#include <string>
-#include <vector>
 
 #include "fields/DateRepair.h"
 #include "fields/FieldCodecs.h"

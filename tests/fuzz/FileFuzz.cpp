@@ -2,7 +2,6 @@
 // round, mostly with page checksums renewed, so that the damage gets past them. Every call gives a
 // status and walks end. Where the checksums were left as they are, what is read as a record is one
 // that was written; where not, it is at least as long as one.
-#include <algorithm>
 
 #include "btrieve/pages/CheckedVfs.h"
 #include "tests/btrieve/kit/Choices.h"

@@ -1,9 +1,6 @@
 // Form files, the code behind forms, companion files and user scripts from bytes of any kind. Each
 // input is read as it stands and as a choice of fragments, one a byte, which reaches deeper than
 // random bytes do.
-#include <algorithm>
-#include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "host/form/FormFile.h"

@@ -2,9 +2,6 @@
 // its store: no cell lies outside, every copy is freed once (the sanitizer's part), sizes stay as
 // far as they are checked, and every cell has the text that the model says.
 #include <cstring>
-#include <span>
-#include <string>
-#include <vector>
 
 #include "grid/data/GridFill.h"
 #include "platform/BtrCall.h"

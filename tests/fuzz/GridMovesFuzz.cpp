@@ -1,7 +1,6 @@
 // Keys, mouse and bars of a grid of any sizes, with handlers that change it on the way. Whatever
 // happens, the view and the current cell stay among the cells that there are, positions within
 // their range, and no walk fails.
-#include <algorithm>
 #include <iterator>
 
 #include "grid/layout/GridKeys.h"

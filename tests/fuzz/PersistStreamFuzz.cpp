@@ -1,6 +1,5 @@
 // Streams of any bytes as the persisted state of every control, and pictures of any bytes. What
 // reads must write back as it was read.
-#include <algorithm>
 #include <cstring>
 
 #include "binding/tables/AllTables.h"

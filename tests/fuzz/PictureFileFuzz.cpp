@@ -1,6 +1,5 @@
 // Files of any bytes as pictures: plain, and behind the heads of each kind. What is taken out of
 // them lies inside them.
-#include <algorithm>
 #include <iterator>
 
 #include "controls/picture/files/PictureFile.h"

@@ -1,6 +1,4 @@
 // Registration scripts of any text: read or refused with the line of the mistake.
-#include <algorithm>
-#include <string>
 
 #include "ole/tables/RegistryScript.h"
 #include "tests/fuzz/FuzzInput.h"

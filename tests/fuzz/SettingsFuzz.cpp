@@ -1,9 +1,7 @@
 // Settings files of any bytes: every setting is read to something that the codecs can work with.
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <string>
 
 #include "core/DbEngine.h"
 #include "fields/FieldText.h"

@@ -1,10 +1,8 @@
 // Visual Basic code as it goes to the script engine.
-#include <gtest/gtest.h>
-
-#include <span>
 
 #include "host/form/SourceText.h"
 #include "host/form/VbCode.h"
+#include "tests/support/Test.h"
 
 namespace qrn::form {
 namespace {
@@ -18,9 +16,7 @@ std::string Rewritten(const std::string& code, Mistakes* mistakes = nullptr) {
 }
 
 struct RewriteCase {
-  const char* what;
-  const char* code;
-  const char* expected;
+  const char *what, *code, *expected;
 };
 
 // clang-format off

@@ -1,28 +1,26 @@
 // The allocator of the test program: on demand one allocation fails.
 #pragma once
 
+#include "tests/support/Company.h"
+
 namespace qrn::test {
 
 // From its making on, the engine's allocation number `failing` (from 0) fails, and that one alone.
 // `operator new` and platform/Memory.h count alike; what the record manager and the dictionary
 // library allocate for themselves does not count.
-class FailingMemory {
+class FailingMemory : Pinned {
  public:
   explicit FailingMemory(int failing);
   ~FailingMemory();
-  FailingMemory(const FailingMemory&) = delete;
-  FailingMemory& operator=(const FailingMemory&) = delete;
 
   bool Happened() const;
 };
 
 // Nothing is counted while it lives: the test's own code.
-class NotCounted {
+class NotCounted : Pinned {
  public:
   NotCounted();
   ~NotCounted();
-  NotCounted(const NotCounted&) = delete;
-  NotCounted& operator=(const NotCounted&) = delete;
 };
 
 }  // namespace qrn::test

@@ -13,7 +13,6 @@
 #include "platform/MessageBox.h"
 #include "qrnbt350.h"
 #include "tests/grid/PlayedGrid.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {

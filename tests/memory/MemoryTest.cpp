@@ -1,8 +1,5 @@
 // Every allocation of every exported function, and of what a button's click, a scroll and a fill
 // run, fails once: VE001 and a code come of it, the call works again afterwards, and nothing leaks.
-#include <gtest/gtest.h>
-
-#include <functional>
 
 #include "FailingMemory.h"
 #include "core/ButtonOperations.h"
@@ -13,12 +10,9 @@
 #include "extended/FillFromExtended.h"
 #include "fields/HeapCheck.h"
 #include "platform/Bstr.h"
-#include "platform/CodePage.h"
 #include "platform/Memory.h"
 #include "platform/MessageBox.h"
-#include "qrnbt350.h"
 #include "tests/binding/PlayedControls.h"
-#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -71,7 +65,7 @@ class List final : public RowSink {
 };
 
 // The codes of the boxes shown, "VE001 VE813".
-class Boxes {
+class Boxes : Pinned {
  public:
   Boxes() {
     ReplaceShowBox([](const char* text, unsigned) {
@@ -81,8 +75,6 @@ class Boxes {
     });
   }
   ~Boxes() { ReplaceShowBox(nullptr); }
-  Boxes(const Boxes&) = delete;
-  Boxes& operator=(const Boxes&) = delete;
 
   std::string Take() { return std::exchange(codes_, {}); }
 

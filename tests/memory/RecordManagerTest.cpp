@@ -1,18 +1,13 @@
 // The record manager's own allocations fail, one after the other, while two files are changed: a
 // step is done wholly or not at all, alone and in both kinds of transactions, the files stay right
 // along every key, and nothing stays locked. Reads that fail leave the cursor where it is.
-#include <gtest/gtest.h>
 
-#include <array>
-#include <cstring>
 #include <filesystem>
-#include <set>
-#include <sstream>
 #include <thread>
 
 #include "FailingMemory.h"
 #include "platform/BtrCall.h"
-#include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

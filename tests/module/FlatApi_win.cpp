@@ -1,6 +1,5 @@
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 
 #include "BuiltModule_win.h"
 #include "FlatApi.h"

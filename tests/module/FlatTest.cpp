@@ -1,12 +1,8 @@
 // The flat interface from its first call to its last, against real files.
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
 
 #include "FlatApi.h"
-#include "platform/CodePage.h"
 #include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

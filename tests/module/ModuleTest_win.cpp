@@ -1,12 +1,8 @@
 // The module file itself: what it exports, needs and says of itself.
-#include <gtest/gtest.h>
-
-#include <set>
-#include <string>
-#include <vector>
 
 #include "BuiltModule_win.h"
 #include "qrnbt350.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "SampleFixture.h"
 #include "com/Extent.h"
 

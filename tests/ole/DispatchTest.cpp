@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "SampleFixture.h"
 
 namespace qrn::test {
@@ -51,8 +49,7 @@ TEST_F(DispatchTest, ARefusedPutChangesNothingAndSaysWhy) {
   struct Case {
     const wchar_t* name;
     VARIANT put;
-    const char* failure;
-    const char* kept;
+    const char *failure, *kept;
   };
   const Case kCases[] = {
       {L"Count", Long(32768), "8002000A", "ok I2:0"},

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-
 #include "SampleFixture.h"
 #include "ole/SystemGuid.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

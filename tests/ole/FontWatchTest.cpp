@@ -1,12 +1,9 @@
 // Hearing of a font's changes, and of none when the listener has gone.
-#include <gtest/gtest.h>
 #include <olectl.h>
-
-#include <memory>
-#include <vector>
 
 #include "com/Fonts.h"
 #include "com/Object.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

@@ -1,5 +1,4 @@
 // Keys, mouse, cursor, colours and focus of a visible control.
-#include <gtest/gtest.h>
 
 #include "SampleFixture.h"
 #include "ole/SystemGuid.h"

@@ -1,5 +1,4 @@
 // What many controls leave behind: nothing.
-#include <gtest/gtest.h>
 
 #include "Counters.h"
 #include "LiveBlocks.h"

@@ -1,8 +1,5 @@
-#include <gtest/gtest.h>
 #include <ocidl.h>
 #include <olectl.h>
-
-#include <map>
 
 #include "SampleFixture.h"
 #include "SavedBytes.h"

@@ -1,14 +1,10 @@
 // What controls keep in a stream, as bytes.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <ocidl.h>
 
-#include <cstdint>
-#include <span>
-#include <vector>
-
 #include "com/Com.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

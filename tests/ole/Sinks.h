@@ -8,6 +8,7 @@
 
 #include "com/Com.h"
 #include "com/Variant.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
@@ -57,11 +58,9 @@ class PropertySink final : public Counted<IPropertyNotifySink> {
 };
 
 // Connects a sink to the point of that interface for as long as it lives.
-class Connection {
+class Connection : Pinned {
  public:
   Connection(IUnknown* control, const GUID& outgoing, IUnknown* sink);
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
   ~Connection() { Leave(); }
 
   HRESULT result = E_FAIL;

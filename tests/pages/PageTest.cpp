@@ -1,10 +1,8 @@
 // The pages as a frame handles them: their dialogs, what they tell, and what becomes of them in any
 // order of calls.
-#include <gtest/gtest.h>
 #include <ocidl.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <thread>
 
 #include "com/Object.h"
@@ -15,6 +13,7 @@
 #include "ole/SystemGuid.h"
 #include "tests/qrnform/FormRun.h"
 #include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::tests {
 namespace {
@@ -292,8 +291,7 @@ TEST_F(Pages, ShowTheObjectsGivenLast) {
 // T a site, U no site, W the frame's window goes. Behind each its result: "." for success, "!" for
 // one that needs a window.
 struct CallsCase {
-  const char* calls;
-  const char* results;
+  const char *calls, *results;
 };
 const CallsCase kCalls[] = {
     {"", ""},
@@ -439,7 +437,7 @@ TEST_F(Pages, LookForADirectory) {
 }
 
 // A frame that nobody here wrote finds the pages by their class ids.
-class ServedPages {
+class ServedPages : Pinned {
  public:
   ServedPages() {
     for (const PageRow& row : kPages) {
@@ -448,8 +446,6 @@ class ServedPages {
                             CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies_.back());
     }
   }
-  ServedPages(const ServedPages&) = delete;
-  ServedPages& operator=(const ServedPages&) = delete;
   ~ServedPages() {
     for (const DWORD cookie : cookies_) CoRevokeClassObject(cookie);
   }

@@ -10,8 +10,7 @@ namespace {
 
 TEST(CodePage, CharactersHaveTheirPlaces) {
   struct {
-    const char* utf8;
-    const char* bytes;
+    const char *utf8, *bytes;
   } const cases[] = {
       {"A~\\", "A~\\"},   {"表", "\x95\x5C"}, {"ソ", "\x83\x5C"}, {"ｱ", "\xB1"},
       {"①", "\x87\x40"},  {"㈱", "\x87\x8A"}, {"～", "\x81\x60"}, {"－", "\x81\x7C"},
@@ -103,8 +102,7 @@ TEST(Utf, EveryRangeComesBack) {
 
 TEST(Utf, MalformedBytesBecomeReplacements) {
   struct {
-    const char* name;
-    const char* bytes;
+    const char *name, *bytes;
     size_t replacements;
   } const cases[] = {
       {"stray continuation", "\x80", 1},

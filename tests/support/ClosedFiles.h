@@ -4,18 +4,17 @@
 #pragma once
 
 #include "platform/BtrCall.h"
+#include "tests/support/Pinned.h"
 
 namespace qrn::test {
 
-class ClosedFiles {
+class ClosedFiles : Pinned {
  public:
   ClosedFiles() = default;
   ~ClosedFiles() {
     uint32_t length = 0;
     BtrCall(BtrOpReset, nullptr, nullptr, &length, nullptr, 0, 0);
   }
-  ClosedFiles(const ClosedFiles&) = delete;
-  ClosedFiles& operator=(const ClosedFiles&) = delete;
 };
 
 }  // namespace qrn::test

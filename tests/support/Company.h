@@ -1,8 +1,6 @@
 // A small database on disk, made by the data tool: what the flat functions are walked over.
 #pragma once
 
-#include <string>
-
 #include "tests/support/TempFolder.h"
 
 namespace qrn::test {

@@ -5,14 +5,14 @@
 #include <filesystem>
 #include <string>
 
+#include "tests/support/Pinned.h"
+
 namespace qrn::test {
 
-class TempFolder {
+class TempFolder : Pinned {
  public:
   explicit TempFolder(const std::filesystem::path& where = std::filesystem::temp_directory_path());
   ~TempFolder();
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
 
   const std::filesystem::path& Root() const { return root_; }
   const std::string& Text() const { return text_; }

@@ -6,7 +6,6 @@
 // Counts on the names of the one above.
 #include <commctrl.h>
 
-#include <cstdio>
 #include <filesystem>
 
 #include "binding/QRNBtr.h"
@@ -63,12 +62,10 @@ class Workplace {
 };
 
 // Room for all rows while it lives.
-class RoomForRows {
+class RoomForRows : Pinned {
  public:
   RoomForRows() { Put("65000"); }
   ~RoomForRows() { Put(nullptr); }
-  RoomForRows(const RoomForRows&) = delete;
-  RoomForRows& operator=(const RoomForRows&) = delete;
 
  private:
   static void Put(const char* rows) {
@@ -125,7 +122,7 @@ class FilledGrid {
   const int32_t records_;
 };
 
-class ListView {
+class ListView : Pinned {
  public:
   explicit ListView(FilledGrid& from) {
     InitCommonControls();
@@ -145,8 +142,6 @@ class ListView {
     ShowWindow(window_, SW_HIDE);
   }
   ~ListView() { DestroyWindow(window_); }
-  ListView(const ListView&) = delete;
-  ListView& operator=(const ListView&) = delete;
 
   void Fill() {
     ShowWindow(window_, SW_SHOWNA);

@@ -2,9 +2,7 @@
 // beside the same window that is handed the ready texts and the bare extended reads of the same
 // records. Prints the ratio of the medians of interleaved runs for each kind of window; ends with 1
 // when one is above the limit.
-#include <cstdio>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <sstream>
 

@@ -1,7 +1,5 @@
 // The database control on a form: its start and end with the container's, its look, its form's name
 // and window as the container tells them.
-#include <cstdlib>
-#include <map>
 
 #include "MadeBtr.h"
 #include "core/FlatState.h"

@@ -1,11 +1,6 @@
 // A database control of the test's own, in a small container or in none.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-
 #include "binding/QRNBtr.h"
 #include "com/Module.h"
 #include "ole/ClassFactory.h"
@@ -13,6 +8,7 @@
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
 #include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

@@ -1,5 +1,4 @@
 // The database control's methods, called late-bound on real files as by a script's CreateObject.
-#include <array>
 
 #include "MadeBtr.h"
 #include "core/DbEngine.h"
@@ -153,14 +152,12 @@ TEST_F(BtrMethods, EachMethodAnswers) {
 }
 
 // An array of the host's, freed at scope end.
-class HostArray {
+class HostArray : Pinned {
  public:
   HostArray(VARTYPE type, LONG lower, ULONG count, UINT dimensions = 1) : type_(type) {
     SAFEARRAYBOUND bounds[2] = {{count, lower}, {count, lower}};
     array_ = SafeArrayCreate(type, dimensions, bounds);
   }
-  HostArray(const HostArray&) = delete;
-  HostArray& operator=(const HostArray&) = delete;
   ~HostArray() { SafeArrayDestroy(array_); }
 
   VARIANT Value() const {
@@ -221,8 +218,7 @@ TEST_F(BtrMethods, ArraysThatAreNotAsTheyShouldBeAreRefused) {
   HostArray table(VT_BSTR, 0, 2, 2), byteTable(VT_UI1, 0, 2, 2), late(VT_BSTR, 6, 1);
   SAFEARRAY* missing = nullptr;
   const struct {
-    const wchar_t* method;
-    const wchar_t* tableName;
+    const wchar_t *method, *tableName;
     VARIANT array;
     const char* answer;
   } cases[] = {

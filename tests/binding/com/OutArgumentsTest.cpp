@@ -1,7 +1,5 @@
 // Out arguments of the database control's methods given as variables that hold anything: what a
 // script has not put a number into.
-#include <functional>
-#include <vector>
 
 #include "MadeBtr.h"
 

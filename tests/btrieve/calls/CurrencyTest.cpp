@@ -13,8 +13,7 @@ const std::vector<std::string> kNoted = {"1,Abe,1,b,ab", "2,Ito,2", "3,Abe,3,a",
 struct PeopleCase {
   const char* name;
   const std::vector<std::string>& people;
-  const char* words;
-  const char* answers;
+  const char *words, *answers;
 };
 
 void RunAll(std::initializer_list<PeopleCase> cases) {

@@ -1,14 +1,12 @@
 // Files that are wrong under right page checksums: each kind of row that nobody could have written
 // is status 2 where it is met, every call comes back, and what is read is as long as a record.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/pages/Sqlite.h"
 #include "btrieve/system/HostFile.h"
 #include "kit/DamagedFile.h"
 #include "kit/EveryRead.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {
@@ -40,8 +38,7 @@ std::set<Status> StatusesOf(const Bytes& file) {
 }
 
 struct RowCase {
-  const char* what;
-  const char* sql;
+  const char *what, *sql;
 };
 
 // clang-format off

@@ -1,11 +1,9 @@
 // Two programs that wait for each other; the other one is this program again, told by the
 // environment which file to work on.
-#include <gtest/gtest.h>
 #include <windows.h>
 
-#include <memory>
-
 #include "clients/People.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

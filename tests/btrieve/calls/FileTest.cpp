@@ -94,8 +94,7 @@ TEST(Open, TellsWhatIsWrong) {
 }
 
 struct ModeCase {
-  int first;
-  int second;
+  int first, second;
   Status status;
 };
 

@@ -15,12 +15,10 @@ constexpr uint32_t kInTable = 300;
 constexpr int kTables = 100;
 
 // Tables of 1.3 MB each, all of them open.
-class ManyTables {
+class ManyTables : qrn::test::Pinned {
  public:
   ManyTables() : blocks_(kTables, Bytes(128)) {}
   ~ManyTables() { BTRCALL(kReset, nullptr, nullptr, nullptr, nullptr, 0, 0); }
-  ManyTables(const ManyTables&) = delete;
-  ManyTables& operator=(const ManyTables&) = delete;
 
   void Fill(int table) {
     Bytes path = PathKey(folder_.Path(std::to_string(table) + ".dat"));

@@ -27,8 +27,7 @@ struct Heard {
   std::vector<Place> places;
   uint32_t steps = 0;    // acknowledged
   uint32_t refused = 0;  // likewise told
-  std::string view;
-  std::string fault;
+  std::string view, fault;
   bool died = false;
   std::string ending;  // how it died
 };

@@ -1,8 +1,6 @@
 #include "clients/People.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

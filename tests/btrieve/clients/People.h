@@ -33,9 +33,7 @@ inline const std::vector<std::string> kFive = {"1,Abe,5", "2,Ito,3", "3,Abe,3", 
 
 // What a script is to answer.
 struct ScriptCase {
-  const char* name;
-  const char* words;
-  const char* answers;
+  const char *name, *words, *answers;
 };
 
 // Runs words on named cursors and tells what each answered, all separated by blanks:

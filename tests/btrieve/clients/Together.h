@@ -9,7 +9,6 @@
 #pragma once
 
 #include <chrono>
-#include <memory>
 
 #include "clients/People.h"
 #include "clients/Remote.h"

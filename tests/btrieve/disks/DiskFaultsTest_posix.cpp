@@ -1,10 +1,8 @@
 // The disk fails: at the first call of a kind, at the second, and so on until none is left to fail.
 // The call that met it gives the documented status; nothing that was acknowledged is lost, nothing
 // is there by half, and once the disk works again so do the files, without being opened anew.
-#include <gtest/gtest.h>
 
 #include <cerrno>
-#include <set>
 
 #include "clients/FaultsOf.h"
 #include "clients/Remote.h"
@@ -12,6 +10,7 @@
 #include "kit/DamagedFile.h"
 #include "kit/FaultyDisk.h"
 #include "kit/Plan.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

@@ -19,8 +19,7 @@ constexpr int32_t kWritten = 60;
 
 // The data file and its log as a process leaves them that is killed.
 struct Left {
-  Bytes file;
-  Bytes log;
+  Bytes file, log;
 };
 
 Left LeftByKill(bool synced) {

@@ -1,12 +1,11 @@
 // The log stays short, whoever reads beside a process that writes without a pause.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <functional>
 
 #include "clients/Remote.h"
 #include "clients/TestFile.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

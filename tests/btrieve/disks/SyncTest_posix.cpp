@@ -16,7 +16,7 @@ namespace {
 using std::chrono::milliseconds;
 
 // Counts the syncs of logs in this process. Those of the background can be held up or made to fail.
-class Syncs {
+class Syncs : qrn::test::Pinned {
  public:
   Syncs() {
     count_ = background_ = 0;
@@ -25,8 +25,6 @@ class Syncs {
     SetSyncHook(Note);
   }
   ~Syncs() { SetSyncHook(nullptr); }
-  Syncs(const Syncs&) = delete;
-  Syncs& operator=(const Syncs&) = delete;
 
   int Count() const { return count_; }
   int InBackground() const { return background_; }

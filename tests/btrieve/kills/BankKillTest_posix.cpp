@@ -6,18 +6,16 @@
 // killed while the others go on: at a random moment, or at the n-th moment of a step, n = 1, 2, ...
 // After each death every living process must see what was acknowledged, and of what was under way
 // each step wholly or not at all; so must the first one to come after all have gone.
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <random>
-#include <sstream>
 
 #include "clients/Branch.h"
 #include "clients/FaultsOf.h"
 #include "kit/BankSteps.h"
 #include "tests/support/Setting.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <mutex>
 
 #include "Choices.h"

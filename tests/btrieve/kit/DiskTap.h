@@ -27,12 +27,10 @@ class DiskListener {
 };
 
 // One at a time; calls come one after the other, from any thread.
-class DiskTap {
+class DiskTap : qrn::test::Pinned {
  public:
   DiskTap(const std::filesystem::path& folder, DiskListener& listener);
   ~DiskTap();
-  DiskTap(const DiskTap&) = delete;
-  DiskTap& operator=(const DiskTap&) = delete;
 };
 
 }  // namespace btrieve::test

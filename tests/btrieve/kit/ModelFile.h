@@ -32,8 +32,7 @@ class KeyComparison {
   struct Part {
     CompareFields compare;
     const uint8_t* map;
-    size_t offset;
-    size_t length;
+    size_t offset, length;
     bool descending;
   };
   std::vector<Part> parts_;

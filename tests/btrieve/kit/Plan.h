@@ -16,8 +16,7 @@ using PlanState = std::array<std::map<int32_t, int32_t>, 2>;
 struct PlanOperation {
   int file;
   Op operation;  // insert, update, delete
-  int32_t id;
-  int32_t value;
+  int32_t id, value;
 };
 
 struct PlanStep {

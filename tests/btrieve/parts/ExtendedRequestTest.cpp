@@ -308,8 +308,7 @@ TEST(ExtendedReply, StaysBelowItsLargestSize) {
 }
 
 struct InsertCase {
-  const char* name;
-  const char* data;
+  const char *name, *data;
   const char* images;  // the images, or the status
 };
 

@@ -11,8 +11,7 @@ namespace {
 struct OrderCase {
   const char* name;
   uint8_t type;
-  uint16_t flags;
-  uint16_t length;
+  uint16_t flags, length;
   std::vector<std::vector<const char*>> ascending;
 };
 

@@ -1,12 +1,11 @@
 // The judge of histories, by histories whose verdict is plain. A step is written "12-40 x==7 x:=9":
 // its time, and what it saw or set in registers x, y, z; "aborted" takes back what it has set,
 // "died" leaves open whether it ever happened. All registers begin with 0.
-#include <gtest/gtest.h>
 
 #include <random>
-#include <sstream>
 
 #include "kit/Linearizability.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

@@ -1,12 +1,9 @@
 // Reading row after row by what the one before was like gives what reading each by itself gives.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "btrieve/storage/RecordRows.h"
 #include "kit/Choices.h"
 #include "tests/support/Setting.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

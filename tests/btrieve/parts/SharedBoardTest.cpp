@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <array>
 #include <filesystem>
 #include <random>
-#include <string>
 
 #include "btrieve/locks/SharedBoard.h"
 #include "btrieve/system/HostFile.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

@@ -1,16 +1,13 @@
 // Cycles of waits: found in notes, and by processes' looks at each other. Every "process" here is
 // a wait of this one.
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <deque>
 #include <random>
-#include <set>
-#include <string>
 
 #include "btrieve/locks/LockWait.h"
 #include "btrieve/locks/WaitCycle.h"
 #include "kit/Bytes.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {

@@ -1,16 +1,13 @@
 // Two processes on one file: record locks, file sharing, transactions, death. Cursors "a" to "d"
 // are of this process, "x" and "y" of the other.
-#include <gtest/gtest.h>
 #include <unistd.h>
-
-#include <array>
-#include <set>
 
 #include "btrieve/locks/LockSpace.h"
 #include "clients/People.h"
 #include "clients/Remote.h"
 #include "kit/Descriptor.h"
 #include "kit/DiskTap.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {
@@ -141,10 +138,7 @@ constexpr char kNoneIsHeld[] = "x:begin+200 x:first0 x:end";
 
 TEST(RecordLock, OfARecordThatGoesBeforeItIsLockedIsNotKept) {
   struct Row {
-    const char* words;
-    const char* answers;
-    const char* after;
-    const char* answersAfter;
+    const char *words, *answers, *after, *answersAfter;
   };
   const Row kRows[] = {
       {"first0+400", "2", "unlock=2", "ok"},

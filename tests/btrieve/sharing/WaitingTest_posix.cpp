@@ -1,11 +1,10 @@
 // What a call does that meets what another process holds: whether it waits, how long, and what it
 // answers then. That it goes on when the other lets go is shown where processes wait in cycles.
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <deque>
 
 #include "clients/Together.h"
+#include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {
@@ -20,8 +19,7 @@ struct Meeting {
 struct Held {
   const char* name;
   const char* words;  // of process a, which holds
-  std::vector<Meeting> waiting;
-  std::vector<Meeting> atOnce;
+  std::vector<Meeting> waiting, atOnce;
 };
 
 const Held kHeld[] = {

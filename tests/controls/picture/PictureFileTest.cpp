@@ -1,10 +1,7 @@
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "SampleFiles.h"
 #include "controls/picture/files/PictureFile.h"
 #include "fields/LittleEndian.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

@@ -35,8 +35,7 @@ TEST(CharacterMask, RefusesFullWidthDigits) {
 TEST(TextBytes, CountsCharactersOfTwoBytes) {
   struct Case {
     std::u16string_view text;
-    size_t bytes;
-    size_t within3;
+    size_t bytes, within3;
   };
   const Case cases[] = {{u"", 0, 0},     {u"a", 1, 1},     {u"abcd", 4, 3}, {u"あ", 2, 1},
                         {u"ああ", 4, 1}, {u"aああ", 5, 2}, {u"ｱｲｳｴ", 4, 3}, {u"表a能", 5, 2}};
@@ -70,8 +69,7 @@ TEST(TextDress, OfFieldAndPropertyByOption) {
     size_t width;
     int32_t option;
     bool formats;
-    const char* text;
-    const char* shown;
+    const char *text, *shown;
   };
   const Case cases[] = {
       {8, FormatNone, false, "12", "12"},

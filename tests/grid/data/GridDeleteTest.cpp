@@ -1,5 +1,4 @@
 // A record deleted from a grid.
-#include <gtest/gtest.h>
 
 #include "GridOffice.h"
 

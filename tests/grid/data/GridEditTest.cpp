@@ -1,5 +1,4 @@
 // What the user changes in a grid, on its way back to the records.
-#include <gtest/gtest.h>
 
 #include "GridOffice.h"
 
@@ -128,8 +127,7 @@ TEST_F(GridEdit, StoresFieldsByTheirNameAndDropsOthers) {
 struct RefusedCase {
   const char* what;
   std::function<void()> before;  // the row is left
-  const char* log;
-  const char* message;
+  const char *log, *message;
 };
 
 TEST_F(GridEdit, ThatIsRefusedIsToldAndEndsTheRowsBeingChanged) {
@@ -189,11 +187,9 @@ TEST_F(GridEdit, WithoutARecordOnTheFormHasNowhereToGoBackTo) {
 
 TEST_F(GridEdit, SurvivesWhatHandlersDo) {
   const struct {
-    const char* what;
-    const char* event;
+    const char *what, *event;
     std::function<void()> handler;
-    const char* log;
-    const char* stored;
+    const char *log, *stored;
   } cases[] = {
       {"the grid is filled anew before the cell is taken", "BeforeColUpdate",
        [this] { grid_.data.ReloadList(); },

@@ -1,7 +1,4 @@
 // The fill of a grid.
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "GridOffice.h"
 #include "core/FillTurn.h"
@@ -29,8 +26,7 @@ TEST_F(GridFillTest, ReadsInTheOrderAndTheBatchesThatAreAskedFor) {
   InsertThree();
   const struct {
     int32_t operation;
-    const char* index;
-    const char* condition;
+    const char *index, *condition;
     int32_t atOnce;
     int16_t skip;
     const char* column;  // the second
@@ -352,8 +348,7 @@ TEST_F(GridFillTest, SurvivesWhatAHandlerDoes) {
   const struct {
     const char* what;
     std::function<void()> handler;
-    const char* log;
-    const char* cells;
+    const char *log, *cells;
   } cases[] = {
       {"the table is closed", [this] { office_.Close("People"); }, "filled", kThree},
       {"the window goes", [this] { grid_.window = nullptr; }, "", "||/|1|うめ/|2|もも/|3|さくら"},

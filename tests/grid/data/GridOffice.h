@@ -1,11 +1,6 @@
 // A played grid over the tables of a small database on disk.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "core/Gateway.h"
 #include "core/Table.h"
 #include "tests/bound/Office.h"
 #include "tests/grid/PlayedGrid.h"

@@ -1,5 +1,4 @@
 // What another station does to the records that a grid shows.
-#include <gtest/gtest.h>
 
 #include "GridOffice.h"
 #include "tests/bound/OtherStation.h"

@@ -51,10 +51,7 @@ TEST_F(Axis, ShowsWhatStartsBeforeTheLimit) {
 
 TEST_F(Axis, FindsWhatLiesAtAPlace) {
   const struct {
-    int32_t place;
-    int32_t fixed;
-    int32_t scrolling;
-    int32_t border;
+    int32_t place, fixed, scrolling, border;
   } cases[] = {{-1, -1, -1, -1}, {0, 0, -1, -1},   {48, 0, -1, -1},  {49, 0, -1, 0},
                {50, -1, 2, 0},   {51, -1, 2, 0},   {52, -1, 2, -1},  {69, -1, 2, 2},
                {70, -1, 3, 2},   {71, -1, 3, 2},   {108, -1, 3, -1}, {109, -1, 3, 3},
@@ -68,10 +65,8 @@ TEST_F(Axis, FindsWhatLiesAtAPlace) {
 
 TEST_F(Axis, TellsWhatIsInView) {
   const struct {
-    int32_t index;
-    int32_t limit;
-    bool whole;
-    bool start;
+    int32_t index, limit;
+    bool whole, start;
   } cases[] = {{3, 111, true, true},  {3, 110, false, true},  {3, 71, false, true},
                {3, 70, false, false}, {1, 200, false, false}, {2, 200, true, true}};
   for (const auto& row : cases) {

@@ -12,9 +12,7 @@ std::string Show(GridBars bars) {
 
 TEST(GridFrame, TakesItsDepthOffEverySide) {
   const struct {
-    int32_t appearance;
-    int32_t border;
-    int32_t depth;
+    int32_t appearance, border, depth;
   } cases[] = {{1, 1, 2}, {1, 0, 2}, {0, 1, 1}, {0, 0, 0}, {7, 0, 2}};
   for (const auto& row : cases) EXPECT_EQ(FrameDepth(row.appearance, row.border), row.depth);
   const GridFrame bare = FrameOf({100, 60}, 2, {});
@@ -28,12 +26,8 @@ TEST(GridFrame, TakesItsDepthOffEverySide) {
 // A window of 200 by 100.
 TEST(GridBarsOf, FollowTheExtentsAndTheOption) {
   const struct {
-    int32_t width;
-    int32_t height;
-    const char* none;
-    const char* horizontal;
-    const char* vertical;
-    const char* both;
+    int32_t width, height;
+    const char *none, *horizontal, *vertical, *both;
   } cases[] = {
       {200, 100, "", "", "", "hv"},  // each is in the other's way
       {182, 82, "", "", "", ""},    {183, 82, "", "", "", ""},     {183, 83, "", "", "", "hv"},

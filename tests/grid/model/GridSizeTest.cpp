@@ -86,8 +86,7 @@ TEST_F(Sizes, AreTwipsOutsideAndPixelsInside) {
   EXPECT_EQ(grid_.model.GetRowHeight(0, twips), GridResult::Done);
   EXPECT_EQ(twips, 300);
   const struct {
-    int32_t put;
-    int32_t px;
+    int32_t put, px;
   } cases[] = {{29, 1}, {14, 0}, {-29, -1}, {0, 0}, {15, 1}, {INT32_MAX, 143165576}};
   for (const auto& each : cases) {
     EXPECT_EQ(grid_.model.PutColWidth(1, each.put), GridResult::Done);
@@ -105,8 +104,7 @@ TEST_F(Sizes, KnowTheirIndexes) {
   grid_.model.Create();
   const struct {
     int32_t index;
-    bool col;
-    bool row;
+    bool col, row;
   } cases[] = {{-1, false, true},       {0, true, true},   {4, true, true},
                {5, false, true},        {6, false, false}, {INT32_MAX, false, false},
                {INT32_MIN, false, true}};

@@ -1,12 +1,8 @@
 // How texts get into cells and out of them, and what columns do to them.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <utility>
-#include <vector>
 
 #include "tests/core/Support.h"
 #include "tests/grid/PlayedGrid.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 namespace {

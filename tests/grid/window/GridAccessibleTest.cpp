@@ -80,8 +80,7 @@ TEST_F(Accessible, IsATableOfRowsOfCells) {
   const struct {
     int32_t row, col;
     LONG role;
-    const char* name;
-    const char* value;
+    const char *name, *value;
   } cases[] = {{1, 2, ROLE_SYSTEM_CELL, "Name", "うめ"},
                {2, 2, ROLE_SYSTEM_CELL, "Name", ""},
                {0, 3, ROLE_SYSTEM_COLUMNHEADER, "Town", "Town"},

@@ -1,6 +1,5 @@
 // Cells edited and rows written, by keys, with the events in their order; what handlers may do on
 // the way.
-#include <gtest/gtest.h>
 
 #include "GridFixture.h"
 #include "btrieve.h"

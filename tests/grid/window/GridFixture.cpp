@@ -1,7 +1,5 @@
 #include "GridFixture.h"
 
-#include "platform/CodePage.h"
-
 namespace qrn::test {
 
 void Grids::SetUp() {

@@ -2,14 +2,10 @@
 // first, by the mouse, and by characters that are typed.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-
 #include "Hosted.h"
 #include "PlayedDatabase.h"
 #include "grid/QRNGrid.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 

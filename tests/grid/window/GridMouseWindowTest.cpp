@@ -33,8 +33,7 @@ TEST_F(Pointing, ClicksMoveTheCellAndTell) {
   MakeShown();
   const struct {
     POINT at;
-    const char* events;
-    const char* current;
+    const char *events, *current;
   } cases[] = {
       {Middle(2, 1), "3() -600() 4() ", "2,1"}, {Middle(3, 0), "3() -600() ", "3,1"},
       {Middle(0, 3), "3() -600() ", "1,3"},     {Middle(0, 0), "3() -600() ", "1,1"},

@@ -9,6 +9,7 @@
 
 #include "com/Handles.h"
 #include "com/Text.h"
+#include "tests/support/Pinned.h"
 
 // The header counts on these names.
 using std::max;
@@ -24,14 +25,12 @@ constexpr CLSID kPngEncoder = {
 constexpr int kTrace = 24;      // of 255, for a colour's part
 constexpr size_t kOneIn = 200;  // pixels that may differ
 
-class GdiPlusSession {
+class GdiPlusSession : Pinned {
  public:
   GdiPlusSession() {
     const Gdiplus::GdiplusStartupInput input;
     Gdiplus::GdiplusStartup(&token_, &input, nullptr);
   }
-  GdiPlusSession(const GdiPlusSession&) = delete;
-  GdiPlusSession& operator=(const GdiPlusSession&) = delete;
   ~GdiPlusSession() { Gdiplus::GdiplusShutdown(token_); }
 
  private:

@@ -1,11 +1,9 @@
 // Forms that are stored hold the controls' properties by position alone: a map that changes makes
 // them unreadable.
-#include <gtest/gtest.h>
-
-#include <set>
 
 #include "binding/tables/AllTables.h"
 #include "ole/tables/MemberChecks.h"
+#include "tests/support/Test.h"
 
 namespace qrn {
 namespace {

@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstring>
-
 #include "binding/tables/AllTables.h"
 #include "ole/tables/PersistStream.h"
+#include "tests/support/Test.h"
 
 namespace qrn::ole {
 namespace {
@@ -136,8 +132,7 @@ TEST(PersistStream, AnItemCutAnywhereIsNone) {
 }
 
 struct RefusedCase {
-  const char* what;
-  const char* bytes;
+  const char *what, *bytes;
 };
 
 TEST(PersistStream, WhatNoControlWritesIsRefused) {

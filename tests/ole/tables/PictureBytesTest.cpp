@@ -1,9 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "ole/tables/PictureBytes.h"
+#include "tests/support/Test.h"
 
 namespace qrn::ole {
 namespace {
