@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class DatabaseControl : public ::testing::Test {
- protected:
+struct DatabaseControl : ::testing::Test {
   void TearDown() override { TheFlatState() = DbFlatState{}; }
 
   std::unique_ptr<PlayedBtr> Make(const char* name = "Db") {

@@ -37,8 +37,7 @@ int16_t BTR_CALL Noting(uint16_t operation, void* posBlock, void* data, uint32_t
   return status;
 }
 
-class FlatSettings : public ::testing::Test {
- protected:
+struct FlatSettings : ::testing::Test {
   FlatSettings() {
     btr.AllOpen = 0;
     btr.OwnerName.SetNarrow("");

@@ -33,8 +33,7 @@ int16_t BTR_CALL Refusing(uint16_t operation, void* posBlock, void* data, uint32
   return status;
 }
 
-class WhileABoxIsUp : public ::testing::Test {
- protected:
+struct WhileABoxIsUp : ::testing::Test {
   WhileABoxIsUp() {
     ReplaceShowBox(&Interrupted);
     ReplaceBtrCall(&Refusing);

@@ -15,8 +15,7 @@ std::string Lines(const NameList& names) {
   return lines;
 }
 
-class PageChoices : public ::testing::Test {
- protected:
+struct PageChoices : ::testing::Test {
   std::unique_ptr<PlayedBtr> Start(const char* name, TextWindow& at, const char* directory = "d") {
     auto btr = std::make_unique<PlayedBtr>(name, &at, directory);
     btr->userMode = false;

@@ -5,8 +5,7 @@
 namespace qrn::test {
 namespace {
 
-class Registry : public ::testing::Test {
- protected:
+struct Registry : ::testing::Test {
   static void SetUpTestSuite() { company = std::make_unique<Company>(); }
   static void TearDownTestSuite() { company.reset(); }
 

@@ -5,8 +5,7 @@
 namespace qrn::test {
 namespace {
 
-class Transfer : public ::testing::Test {
- protected:
+struct Transfer : ::testing::Test {
   void SetUp() override {
     btr = std::make_unique<PlayedBtr>("Db", &form, company.Directory());
     btr->formWindow = &form;

@@ -10,8 +10,7 @@ namespace {
 constexpr int32_t kByPlace = 1;
 constexpr int32_t kByName = 3;  // index position: ByPlace has two segments
 
-class Button : public ::testing::Test {
- protected:
+struct Button : ::testing::Test {
   Status Insert(const char* code, const char* name, const char* town, const char* pay = "1.50") {
     form_.texts = {{"Code", code}, {"Name", name}, {"Town", town}, {"Pay", pay}};
     return DbButtonInsert(office_.engine, button_, false);
@@ -48,12 +47,11 @@ TEST(ButtonOperation, BecomesTheRecordManagersNumber) {
 
 TEST_F(Button, FindsByWhatTheScreenHolds) {
   InsertFour();
-  struct Case {
+  const struct {
     int32_t index, operation;
     std::map<std::string, std::string> screen;
     const char* answer;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {0, BtrOpGetEqual, {{"Code", "1002"}}, "1002"},
       {0, BtrOpGetEqual, {{"Code", "1005"}}, "1005#4"},
       {0, BtrOpGetGreater, {{"Code", "1002"}}, "1003"},
@@ -67,7 +65,7 @@ TEST_F(Button, FindsByWhatTheScreenHolds) {
       {kByPlace, BtrOpGetGreater, {{"Code", ""}, {"Town", "東京"}}, "1001"},
       {kByName, BtrOpGetEqual, {{"Code", ""}, {"Name", "安部"}}, "1003"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     form_.texts = row.screen;
     button_.index = row.index;
     EXPECT_EQ(Read(row.operation), row.answer) << row.operation << " on " << row.index;
@@ -115,16 +113,15 @@ TEST_F(Button, StepsThroughTheFileWithoutAskingSetData) {
 TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
   InsertFour();
   CallLog log;
-  struct Case {
+  const struct {
     int32_t locks;
     const char *read, *step, *update;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {0, "5/1:42 ", "24/0:41 ", "3/1:41 "},      {1, "105/1:42 ", "124/0:41 ", "103/1:41 "},
       {2, "205/1:42 ", "224/0:41 ", "203/1:41 "}, {3, "305/1:42 ", "324/0:41 ", "303/1:41 "},
       {4, "405/1:42 ", "424/0:41 ", "403/1:41 "}, {5, "5/1:42 ", "24/0:41 ", "3/1:41 "}};
   button_.index = kByPlace;
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     button_.locks = row.locks;
     form_.texts = {{"Code", "1001"}, {"Town", "東京"}};
     EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, button_), 0) << row.locks;

@@ -20,8 +20,7 @@ void FillExtended(Office& office, PlayedList& list, const char* field) {
   EXPECT_TRUE(FillFromExtended(office.engine, fill, list));
 }
 
-class FillPlace : public ::testing::TestWithParam<FillFunction> {
- protected:
+struct FillPlace : ::testing::TestWithParam<FillFunction> {
   void InsertPaper(const char* no, const std::string& head, const std::string& body) {
     form_.texts = {{"No", no}, {"Head", head}, {"Body", body}};
     ASSERT_EQ(DbButtonInsert(office_.engine, papers_, false), 0);

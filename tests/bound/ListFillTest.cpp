@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class Fill : public ::testing::Test {
- protected:
+struct Fill : ::testing::Test {
   void InsertThree() {
     for (const auto& [code, name] : {std::pair{"3", "さくら"}, {"1", "うめ"}, {"2", ""}}) {
       form_.texts = {{"Code", code}, {"Name", name}};

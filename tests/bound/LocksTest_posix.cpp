@@ -5,8 +5,7 @@
 namespace qrn::test {
 namespace {
 
-class TwoForms : public ::testing::Test {
- protected:
+struct TwoForms : ::testing::Test {
   void SetUp() override {
     for (const char* code : {"1", "2"}) {
       form_.texts = {{"Code", code}, {"Name", "x"}};

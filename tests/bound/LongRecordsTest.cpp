@@ -7,8 +7,7 @@
 namespace qrn::test {
 namespace {
 
-class LongRecords : public ::testing::Test {
- protected:
+struct LongRecords : ::testing::Test {
   Status InsertPaper(const char* no, const std::string& head, const std::string& body) {
     form_.texts = {{"No", no}, {"Head", head}, {"Body", body}};
     return DbButtonInsert(office_.engine, papers_, false);

@@ -68,8 +68,7 @@ class Reader {
   Com<IAccessible> object_;
 };
 
-class Readers : public Lists {
- protected:
+struct Readers : Lists {
   void MakeOnForm(const ListClass& which) {
     Make(which);
     host_->site.form = form_.get();

@@ -29,8 +29,7 @@ inline constexpr DISPID kBtrieveError = 1;
 inline constexpr DISPID kSetData = 2;
 inline constexpr const char* kFailed = "VE807 ボタンによるBtrieveオペレーションに失敗しました。";
 
-class Button : public OfficeFixture {
- protected:
+struct Button : OfficeFixture {
   void SetUp() override {
     Bind(code_, L"Code");
     Bind(name_, L"Name");

@@ -12,11 +12,10 @@ namespace {
 
 TEST_F(Button, StartsAsItsTableSays) {
   Hosted<CQRNBtn> button(L"btn2");
-  struct Case {
+  const struct {
     const wchar_t* name;
     const char* value;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {L"DbSource", "ok BSTR:"},  {L"DbTable", "ok BSTR:"},
       {L"DbIndex", "ok BSTR:"},   {L"DbOperation", "ok I4:0"},
       {L"Abort", "ok BOOL:0"},    {L"ConfirmMsg", "ok BSTR:"},
@@ -26,7 +25,7 @@ TEST_F(Button, StartsAsItsTableSays) {
       {L"Caption", "ok BSTR:"},   {L"Appearance", "ok I2:1"},
       {L"Enabled", "ok BOOL:-1"}, {L"BackColor", "ok UI4:2147483663"},
   };
-  for (const Case& row : cases) EXPECT_EQ(button.Value(row.name), row.value);
+  for (const auto& row : cases) EXPECT_EQ(button.Value(row.name), row.value);
 }
 
 TEST_F(Button, ShowsItsCaptionOrItsPicture) {
@@ -82,12 +81,11 @@ TEST_F(Button, ADefaultButtonLooksLikeOne) {
 
 TEST_F(Button, EveryOperationIsAClick) {
   InsertThree();
-  struct Case {
+  const struct {
     int32_t operation;
     const wchar_t* code;
     const char *calls, *screen;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {DbGetFirst, L"", "12/0:42 ", "1|氏名"},
       {DbGetNext, L"typed", "6/0:42 ", "2|氏名"},
       {DbGetPrevious, L"", "7/0:42 ", "1|氏名"},
@@ -107,7 +105,7 @@ TEST_F(Button, EveryOperationIsAClick) {
       {DbInsertNCC, L"5", "2/255:41 ", "5|氏名"},
       {DbDelete, L"5", "4/0:- ", "5|氏名"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     Fill(row.code, L"氏名");
     CallLog log;
     const bool steps = row.operation >= DbStepFirst && row.operation <= DbStepPrevious;
@@ -249,16 +247,15 @@ TEST_F(Button, AClosedTableIsOpenedByTheClick) {
 }
 
 TEST_F(Button, TheKeyIsFoundByItsNameAtEveryClick) {
-  struct Case {
+  const struct {
     const wchar_t* index;
     const char *id, *calls;
-  };
-  const Case cases[] = {{L"ByName", "ok I2:3", "12/2:42 "},
-                        {L"ByPlace", "ok I2:1", "12/1:42 "},
-                        {L"", "ok I2:0", "12/0:42 "},
-                        {L"byname", "ok I2:0", "12/0:42 "}};
+  } cases[] = {{L"ByName", "ok I2:3", "12/2:42 "},
+               {L"ByPlace", "ok I2:1", "12/1:42 "},
+               {L"", "ok I2:0", "12/0:42 "},
+               {L"byname", "ok I2:0", "12/0:42 "}};
   InsertThree();
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     button_.Set(L"DbIndex", Text(row.index));
     button_.Set(L"IndexID", Short(2));
     CallLog log;

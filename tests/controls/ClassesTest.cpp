@@ -72,8 +72,7 @@ Com<IDispatch> IconPicture() {
   return picture;
 }
 
-class Classes : public OfficeFixture {
- protected:
+struct Classes : OfficeFixture {
   // Another value than a new control has.
   VARIANT Another(const ole::PropertyRow& row) {
     if (row.type.alias == ole::Alias::Font) return Object(font_.get());

@@ -10,8 +10,7 @@ namespace {
 constexpr const char* kNotNow = "80020009:800A018A";
 constexpr const char* kReadOnly = "80020009:800A017F";
 
-class Combos : public Lists {
- protected:
+struct Combos : Lists {
   void Shown(int32_t style) {
     Make(kComboBox);
     Set(L"DbUpdateOption", Long(0));
@@ -44,18 +43,17 @@ TEST_F(Combos, TheTextIsTheChoiceOrWhatWasTyped) {
 TEST_F(Combos, SelectionsAreOfTheDropDownComboAtRunTime) {
   Shown(kDropDownCombo);
   Set(L"Text", Text(L"abcdef"));
-  struct Step {
+  const struct {
     const wchar_t* name;
     VARIANT value;
     const char* selected;  // start, length, text
-  };
-  const Step steps[] = {{L"SelStart", Long(2), "2 4 cdef"},
-                        {L"SelLength", Long(2), "2 2 cd"},
-                        {L"SelStart", Long(2), "2 2 cd"},
-                        {L"SelStart", Long(1), "1 3 bcd"},
-                        {L"SelText", Text(L"XY"), nullptr}};
+  } steps[] = {{L"SelStart", Long(2), "2 4 cdef"},
+               {L"SelLength", Long(2), "2 2 cd"},
+               {L"SelStart", Long(2), "2 2 cd"},
+               {L"SelStart", Long(1), "1 3 bcd"},
+               {L"SelText", Text(L"XY"), nullptr}};
   SendMessageW(window(), CB_SETEDITSEL, 0, MAKELPARAM(0, 6));
-  for (const Step& step : steps) {
+  for (const auto& step : steps) {
     Set(step.name, step.value);
     if (step.selected == nullptr) continue;
     const std::string told = Value(L"SelStart").substr(6) + " " + Value(L"SelLength").substr(6) +

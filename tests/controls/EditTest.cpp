@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class Edit : public OfficeFixture {
- protected:
+struct Edit : OfficeFixture {
   // Bound to a field and shown.
   void Bind(const wchar_t* table, const wchar_t* field) {
     OfficeFixture::Bind(edit_, field, table);
@@ -40,11 +39,10 @@ class Edit : public OfficeFixture {
 };
 
 TEST_F(Edit, StartsAsItsTableSays) {
-  struct Case {
+  const struct {
     const wchar_t* name;
     const char* value;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {L"DbSource", "ok BSTR:"},
       {L"DbTable", "ok BSTR:"},
       {L"DbField", "ok BSTR:"},
@@ -66,7 +64,7 @@ TEST_F(Edit, StartsAsItsTableSays) {
       {L"ForeColor", "ok UI4:2147483656"},
       {L"Text", "ok BSTR:"},
   };
-  for (const Case& row : cases) EXPECT_EQ(edit_.Value(row.name), row.value);
+  for (const auto& row : cases) EXPECT_EQ(edit_.Value(row.name), row.value);
 }
 
 TEST_F(Edit, WantsTheEnterKeyWhereItHasLines) {
@@ -87,18 +85,17 @@ TEST_F(Edit, WantsTheEnterKeyWhereItHasLines) {
 }
 
 TEST_F(Edit, PropertiesBecomeStylesOfTheWindow) {
-  struct Case {
+  const struct {
     const wchar_t* name;
     VARIANT value;
     DWORD style;
-  };
-  const Case cases[] = {{L"MultiLine", Bool(true), ES_MULTILINE | ES_AUTOVSCROLL},
-                        {L"ReadOnly", Bool(true), ES_READONLY},
-                        {L"UpperCase", Bool(true), ES_UPPERCASE},
-                        {L"Alignment", Long(1), ES_RIGHT},
-                        {L"Alignment", Long(2), ES_CENTER},
-                        {L"Alignment", Long(3), 0}};
-  for (const Case& row : cases) {
+  } cases[] = {{L"MultiLine", Bool(true), ES_MULTILINE | ES_AUTOVSCROLL},
+               {L"ReadOnly", Bool(true), ES_READONLY},
+               {L"UpperCase", Bool(true), ES_UPPERCASE},
+               {L"Alignment", Long(1), ES_RIGHT},
+               {L"Alignment", Long(2), ES_CENTER},
+               {L"Alignment", Long(3), 0}};
+  for (const auto& row : cases) {
     Hosted<CQRNEdit> edit(L"edt2");
     EXPECT_EQ(edit.Set(row.name, row.value), S_OK);
     ASSERT_EQ(edit.Show(), S_OK);
@@ -286,17 +283,16 @@ TEST_F(Edit, ThePasswordCharacterIsTheFirstOne) {
 }
 
 TEST_F(Edit, LeavingRepairsDatesAndTimes) {
-  struct Case {
+  const struct {
     const wchar_t *field, *typed;
     const char* left;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {L"Day", L"2024/2/3", "2024/02/03"},   {L"Day", L"20240229", "2024/02/29"},
       {L"Day", L"2024/13/40", "2024/01/01"}, {L"Day", L"", ""},
       {L"Left", L"1:2:3", "01:02:03"},       {L"Left", L"123456", "12:34:56"},
       {L"Left", L"99:1", "00:00:00"},        {L"Word", L"1/2", "1/2"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     Hosted<CQRNEdit> edit(L"edt2");
     edit.Set(L"DbSource", Text(L"Db1"));
     edit.Set(L"DbTable", Text(L"Days"));
@@ -511,15 +507,14 @@ TEST_F(Edit, TheDesignerHasNoSelection) {
 }
 
 TEST_F(Edit, TheDesignerSeesTheFieldsNameAndLength) {
-  struct Case {
+  const struct {
     const wchar_t *table, *field;
     const char* length;
-  };
-  const Case cases[] = {{L"People", L"Name", "ok I2:20"},
-                        {L"People", L"Pay", "ok I2:0"},
-                        {L"People", L"name", "ok I2:0"},
-                        {L"", L"Name", "ok I2:0"}};
-  for (const Case& row : cases) {
+  } cases[] = {{L"People", L"Name", "ok I2:20"},
+               {L"People", L"Pay", "ok I2:0"},
+               {L"People", L"name", "ok I2:0"},
+               {L"", L"Name", "ok I2:0"}};
+  for (const auto& row : cases) {
     Hosted<CQRNEdit> edit(L"edt2", false);
     ASSERT_EQ(edit.Show(), S_OK);
     edit.Set(L"DbSource", Text(L"Db1"));

@@ -7,8 +7,7 @@
 namespace qrn::test {
 namespace {
 
-class Keys : public OfficeFixture {
- protected:
+struct Keys : OfficeFixture {
   // The container's loop for a while: keys are offered to the control that is active.
   static void Loop(HostedControl& active, DWORD milliseconds) {
     for (const DWORD end = GetTickCount() + milliseconds; GetTickCount() < end; Sleep(2)) {

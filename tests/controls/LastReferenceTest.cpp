@@ -10,8 +10,7 @@
 namespace qrn::test {
 namespace {
 
-class LastReference : public OfficeFixture {
- protected:
+struct LastReference : OfficeFixture {
   // Lets go of the control in its event of that id, which `reach` brings about.
   template <class Control>
   void LetGoIn(DISPID event, const char* what, Control& control,

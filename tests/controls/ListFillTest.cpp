@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class ListFills : public Lists {
- protected:
+struct ListFills : Lists {
   // Runs for each row; the text may be changed.
   void OnFormat(std::function<void(Bstr& line)> handler) {
     host_->events.answer = [this, handler = std::move(handler)](DISPID id, DISPPARAMS& sent) {
@@ -95,16 +94,15 @@ TEST_F(ListFills, TheFillOfAWindowBeingMadeMayEndIt) {
 
 TEST_F(ListFills, SeparatorsByKind) {
   InsertPeople();
-  struct Case {
+  const struct {
     const ListClass& which;
     const wchar_t *property, *text;
     const char* first;
-  };
-  const Case cases[] = {{kExComboBox, L"DbDelimitChar", L"", "1 うめ Kyoto;"},
-                        {kExComboBox, L"DbDelimitChar", L"--", "1--うめ--Kyoto;"},
-                        {kExListBox, L"DbDelimitChar", L"--", "1 うめ Kyoto;"},
-                        {kExListBox, L"DbTabStops", L"any", "1\tうめ\tKyoto;"}};
-  for (const Case& row : cases) {
+  } cases[] = {{kExComboBox, L"DbDelimitChar", L"", "1 うめ Kyoto;"},
+               {kExComboBox, L"DbDelimitChar", L"--", "1--うめ--Kyoto;"},
+               {kExListBox, L"DbDelimitChar", L"--", "1 うめ Kyoto;"},
+               {kExListBox, L"DbTabStops", L"any", "1\tうめ\tKyoto;"}};
+  for (const auto& row : cases) {
     Make(row.which);
     Set(L"DbListFields", Text(L"Code,Name,Town"));
     Set(row.property, Text(row.text));
@@ -140,15 +138,14 @@ TEST_F(ListFills, ConditionsDirectionAndPositions) {
 
 TEST_F(ListFills, FaultsOfTheRequestKeepTheOldItems) {
   InsertPeople();
-  struct Case {
+  const struct {
     const wchar_t *property, *text;
     const char* message;
-  };
-  const Case cases[] = {{L"DbListFields", L"", "VE040"},
-                        {L"DbListFields", L"Name,Nothing", "VE818"},
-                        {L"DbConditions", L"@Nothing = 1", "VE818"}};
+  } cases[] = {{L"DbListFields", L"", "VE040"},
+               {L"DbListFields", L"Name,Nothing", "VE818"},
+               {L"DbConditions", L"@Nothing = 1", "VE818"}};
   for (const ListClass* each : {&kExListBox, &kExComboBox}) {
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       MakeShown(*each);
       Messages messages;
       Set(row.property, Text(row.text));
@@ -174,23 +171,22 @@ TEST_F(ListFills, TheRejectLimitEndsAFillWithItsStatus) {
 
 // Four ways to a fill; three batches stand ready behind each, the second one with the status.
 TEST_F(ListFills, EveryFillEndsAtALimitWithItsStatus) {
-  struct Way {
+  const struct {
     const char* name;
     int32_t option;
     bool alreadyShown;
     std::function<void()> go;
-  };
-  const Way ways[] = {{"made", 1, false, [&] { EXPECT_EQ(host_->Show(), S_OK); }},
-                      {"ready", 1, true, [] { TheRegistry().NotifyListsReady("Db1", TheForm()); }},
-                      {"entered", 2, true, [&] { SetFocus(list_->hwnd()); }},
-                      {"refreshed", 0, true, [&] { Say(L"Refresh"); }}};
+  } ways[] = {{"made", 1, false, [&] { EXPECT_EQ(host_->Show(), S_OK); }},
+              {"ready", 1, true, [] { TheRegistry().NotifyListsReady("Db1", TheForm()); }},
+              {"entered", 2, true, [&] { SetFocus(list_->hwnd()); }},
+              {"refreshed", 0, true, [&] { Say(L"Refresh"); }}};
   const auto person = [](uint32_t position, uint8_t letter) {
     std::vector<uint8_t> name(20, ' ');
     name[0] = letter;
     return Reply({{position, name}});
   };
   for (const ListClass* each : {&kExListBox, &kExComboBox}) {
-    for (const Way& way : ways) {
+    for (const auto& way : ways) {
       for (const Status status : {9, 22, 60, 64, 65}) {
         SCOPED_TRACE(std::string(each->name) + " " + way.name + " " + std::to_string(status));
         Make(*each);

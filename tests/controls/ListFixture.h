@@ -20,8 +20,7 @@ extern const ListClass kExComboBox;
 // All four, for tests of what they share.
 std::vector<const ListClass*> AllLists();
 
-class Lists : public OfficeFixture {
- protected:
+struct Lists : OfficeFixture {
   // People by code: 1 うめ Kyoto, 2 (no name) Osaka, 3 さくら Kyoto, 4 うめだ Nara.
   void InsertPeople();
 

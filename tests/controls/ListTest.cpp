@@ -19,11 +19,10 @@ TEST_F(Lists, StartAsTheirTablesSay) {
     SCOPED_TRACE(each->name);
     Make(*each);
     const MadeList fresh = each->make(L"lst2", true);
-    struct Case {
+    const struct {
       const wchar_t* name;
       const char* value;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"DbSource", "ok BSTR:"},
         {L"DbListTable", "ok BSTR:"},
         {L"DbUpdateOption", "ok I4:1"},
@@ -36,7 +35,7 @@ TEST_F(Lists, StartAsTheirTablesSay) {
         {L"BackColor", "ok UI4:2147483653"},
         {L"IntegralHeight", each->extended ? "ok BOOL:-1" : "ok BOOL:0"},
     };
-    for (const Case& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
+    for (const auto& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
     if (each->extended) {
       EXPECT_EQ(fresh.host->Value(L"DbSkipRecords"), "ok I2:100");
       EXPECT_EQ(fresh.host->Value(L"DbMaxRecords"), "ok I4:300");
@@ -46,13 +45,12 @@ TEST_F(Lists, StartAsTheirTablesSay) {
 }
 
 TEST_F(Lists, PropertiesBecomeStylesOfTheWindow) {
-  struct Case {
+  const struct {
     const ListClass& which;
     const wchar_t* name;
     VARIANT value;
     DWORD style;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {kListBox, L"Sort", Bool(false), 0x54A00181},
       {kListBox, L"Sort", Bool(true), 0x54A00183},
       {kExListBox, L"Sort", Bool(false), 0x54A00081},
@@ -66,7 +64,7 @@ TEST_F(Lists, PropertiesBecomeStylesOfTheWindow) {
   };
   // What a window adds to its style, or takes from it, by itself.
   constexpr DWORD kSystems = CBS_HASSTRINGS | LBS_HASSTRINGS | WS_BORDER | WS_VSCROLL;
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(row.which.name + std::to_string(row.style));
     Make(row.which);
     Set(row.name, row.value);
@@ -79,20 +77,19 @@ TEST_F(Lists, PropertiesBecomeStylesOfTheWindow) {
 }
 
 TEST_F(Lists, InTheDesignerALookMakesTheWindowAnew) {
-  struct Case {
+  const struct {
     const wchar_t* name;
     VARIANT value;
     bool remade;  // of a list box
     bool remadeCombo;
-  };
-  const Case cases[] = {{L"Appearance", Short(0), true, true},
-                        {L"IntegralHeight", Bool(true), true, false},
-                        {L"Sort", Bool(true), false, false}};
+  } cases[] = {{L"Appearance", Short(0), true, true},
+               {L"IntegralHeight", Bool(true), true, false},
+               {L"Sort", Bool(true), false, false}};
   for (const ListClass* each : AllLists()) {
     for (const bool runs : {false, true}) {
       Make(*each, runs);
       ASSERT_EQ(host_->Show(), S_OK);
-      for (const Case& row : cases) {
+      for (const auto& row : cases) {
         // An item tells whether the window is still the one it was put into.
         list_->Items().Add(L"put");
         Set(row.name, row.value);
@@ -244,18 +241,17 @@ TEST_F(Lists, ItemDataStaysWithItsItem) {
 
 // The choice and the record: the text goes into the bound field, the field's text selects.
 TEST_F(Lists, ReadWriteAndClearTheBoundField) {
-  struct Case {
+  const struct {
     const ListClass& which;
     int32_t style;
     const char *write, *read;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {kListBox, 0, "Ky", "Kyoto"},     {kListBox, 0, "Nowhere", "Osaka"},
       {kExListBox, 0, "nara", "Nara"},  {kComboBox, 0, "Nowhere", "Nowhere"},
       {kComboBox, 2, "Kyoto", "Kyoto"}, {kComboBox, 2, "Ky", "Osaka"},
       {kComboBox, 1, "Nara", "Nara"},   {kExComboBox, 2, "Nara", "Nara"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(std::string(row.which.name) + row.read);
     Make(row.which);
     if (row.which.combo) Set(L"Style", Long(row.style));
@@ -284,13 +280,12 @@ TEST_F(Lists, WithoutAWindowThereAreNoItems) {
 }
 
 TEST_F(Lists, KeysGoWhereTheyBelong) {
-  struct Case {
+  const struct {
     bool combo;
     WPARAM key;
     HRESULT result;
     const char* events;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {false, VK_DOWN, S_FALSE, ""},
       {false, VK_LEFT, S_FALSE, ""},
       {true, VK_LEFT, S_OK, ""},
@@ -301,7 +296,7 @@ TEST_F(Lists, KeysGoWhereTheyBelong) {
   };
   for (const ListClass* each : AllLists()) {
     MakeShown(*each);
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       if (row.combo != each->combo) continue;
       Events();
       EXPECT_EQ(host_->Offer(WM_KEYDOWN, row.key), row.result) << each->name << row.key;
@@ -320,17 +315,16 @@ TEST_F(Lists, TheWheelScrolls) {
 }
 
 TEST_F(Lists, NoticesOfTheWindowAreEvents) {
-  struct Case {
+  const struct {
     bool combo;
     WORD notice;
     const char* event;
-  };
-  const Case cases[] = {{false, LBN_SELCHANGE, "-600() "}, {false, LBN_DBLCLK, "-601() "},
-                        {true, CBN_SELCHANGE, "-600() "},  {true, CBN_DBLCLK, "-601() "},
-                        {true, CBN_EDITCHANGE, "2() "},    {true, CBN_CLOSEUP, ""}};
+  } cases[] = {{false, LBN_SELCHANGE, "-600() "}, {false, LBN_DBLCLK, "-601() "},
+               {true, CBN_SELCHANGE, "-600() "},  {true, CBN_DBLCLK, "-601() "},
+               {true, CBN_EDITCHANGE, "2() "},    {true, CBN_CLOSEUP, ""}};
   for (const ListClass* each : AllLists()) {
     MakeShown(*each);
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       if (row.combo != each->combo) continue;
       Events();
       SendMessageW(list_->hwnd(), WM_COMMAND, MAKEWPARAM(0, row.notice),

@@ -19,8 +19,7 @@ constexpr MarkClass kCheck{"QRNCheck", &test::Make<CQRNCheck, MarkControl>, 0x50
 constexpr MarkClass kOption{"QRNOptBtn", &test::Make<CQRNOptBtn, MarkControl>, 0x50000009};
 constexpr const MarkClass* kBoth[] = {&kCheck, &kOption};
 
-class Marks : public OfficeFixture {
- protected:
+struct Marks : OfficeFixture {
   // Bound to the town of the office's people.
   MadeMark Make(const MarkClass& which, const wchar_t* name = L"mark1", bool runs = true) {
     MadeMark made = which.make(name, runs);
@@ -64,17 +63,16 @@ TEST_F(Marks, StartAsTheirTablesSay) {
   for (const MarkClass* each : kBoth) {
     SCOPED_TRACE(each->name);
     const MadeMark fresh = each->make(L"mark1", true);
-    struct Case {
+    const struct {
       const wchar_t* name;
       const char* value;
-    };
-    const Case cases[] = {{L"Caption", "ok BSTR:"},      {L"DbSource", "ok BSTR:"},
-                          {L"DbTable", "ok BSTR:"},      {L"DbField", "ok BSTR:"},
-                          {L"DbValueTrue", "ok BSTR:1"}, {L"DbValueFalse", "ok BSTR:0"},
-                          {L"Value", "ok BOOL:0"},       {L"Alignment", "ok I4:0"},
-                          {L"Appearance", "ok I2:0"},    {L"BackColor", "ok UI4:2147483663"},
-                          {L"TabStop", "ok BOOL:-1"},    {L"ForeColor", "ok UI4:2147483666"}};
-    for (const Case& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
+    } cases[] = {{L"Caption", "ok BSTR:"},      {L"DbSource", "ok BSTR:"},
+                 {L"DbTable", "ok BSTR:"},      {L"DbField", "ok BSTR:"},
+                 {L"DbValueTrue", "ok BSTR:1"}, {L"DbValueFalse", "ok BSTR:0"},
+                 {L"Value", "ok BOOL:0"},       {L"Alignment", "ok I4:0"},
+                 {L"Appearance", "ok I2:0"},    {L"BackColor", "ok UI4:2147483663"},
+                 {L"TabStop", "ok BOOL:-1"},    {L"ForeColor", "ok UI4:2147483666"}};
+    for (const auto& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
   }
   EXPECT_EQ(kCheck.make(L"mark1", true).host->Value(L"DbValueIndeterminate"), "ok BSTR:");
 }
@@ -101,20 +99,19 @@ TEST_F(Marks, PropertiesBecomeStylesOfTheWindow) {
 }
 
 TEST_F(Marks, ATextOfTheRecordSetsValueAndMark) {
-  struct Case {
+  const struct {
     const MarkClass& which;
     const wchar_t *marked, *clear, *third;
     const char* text;
     const char* state;  // from "0/0"
-  };
-  const Case cases[] = {
+  } cases[] = {
       {kCheck, L"1", L"0", L"", "1", "1/1"},     {kCheck, L"1", L"0", L"", "0", "0/0"},
       {kCheck, L"1", L"0", L"", "2", "0/0"},     {kCheck, L"1", L"0", L"", "", "2/1"},
       {kCheck, L"a", L"a", L"", "a", "0/0"},     {kCheck, L"a", L"b", L"a", "a", "2/1"},
       {kCheck, L"Y", L"N", L"?", "y", "0/0"},    {kOption, L"1", L"0", nullptr, "1", "1/1"},
       {kOption, L"1", L"0", nullptr, "", "0/0"}, {kOption, L"a", L"a", nullptr, "a", "0/0"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(std::string(row.which.name) + row.text + row.state);
     const MadeMark made = MakeShown(row.which);
     made.host->Set(L"DbValueTrue", Text(row.marked));
@@ -161,17 +158,16 @@ TEST_F(Marks, ValuePutsTheNumberAlone) {
 
 // What a record says, then what each of three clicks makes of it.
 TEST_F(Marks, ClicksOnACheckBox) {
-  struct Case {
+  const struct {
     const char* text;
     const char* states[4];
     const char* reads[4];
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"1", {"1/1", "-1/1", "0/0", "-1/1"}, {"1:1", "0:kept", "1:0", "0:kept"}},
       {"0", {"0/0", "-1/1", "0/0", "-1/1"}, {"1:0", "0:kept", "1:0", "0:kept"}},
       {"", {"2/1", "-1/1", "0/0", "-1/1"}, {"1:", "0:kept", "1:0", "0:kept"}},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(row.text);
     const MadeMark made = MakeShown(kCheck);
     Write(row.text);
@@ -267,16 +263,15 @@ TEST_F(Marks, ArrowsChooseWithinTheGroup) {
   const MadeMark off = MakeChoice(L"opt2", L"Tokyo");
   const MadeMark last = MakeChoice(L"opt3", L"Nara");
   off.host->Set(L"Enabled", Bool(false));
-  struct Case {
+  const struct {
     WPARAM key;
     const MadeMark& from;
     const MadeMark& to;
-  };
-  const Case cases[] = {{VK_DOWN, first, last},
-                        {VK_RIGHT, last, first},
-                        {VK_UP, first, last},
-                        {VK_LEFT, last, first}};
-  for (const Case& row : cases) {
+  } cases[] = {{VK_DOWN, first, last},
+               {VK_RIGHT, last, first},
+               {VK_UP, first, last},
+               {VK_LEFT, last, first}};
+  for (const auto& row : cases) {
     SetFocus(row.from->hwnd());
     Clicks(*row.to.host);
     EXPECT_EQ(row.from.host->Offer(WM_KEYDOWN, row.key), S_OK) << row.key;

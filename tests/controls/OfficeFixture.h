@@ -25,8 +25,7 @@ Made<Base> Make(const wchar_t* name, bool runs) {
   return {std::move(hosted), control};
 }
 
-class OfficeFixture : public ::testing::Test {
- protected:
+struct OfficeFixture : ::testing::Test {
   static void Bind(HostedControl& control, const wchar_t* field = nullptr,
                    const wchar_t* table = L"People") {
     control.Set(L"DbSource", Text(L"Db1"));

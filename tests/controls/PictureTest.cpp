@@ -17,8 +17,7 @@ constexpr COLORREF kBlue = RGB(0, 0, 255);
 constexpr COLORREF kRed = RGB(255, 0, 0);
 constexpr COLORREF kBlack = RGB(0, 0, 0);
 
-class Pictures : public OfficeFixture {
- protected:
+struct Pictures : OfficeFixture {
   void SetUp() override {
     Save("good.bmp", BitmapSample(8, 8, 24, 0xFF));
     Save("red.bmp", BitmapSample(40, 30, 4));
@@ -73,16 +72,15 @@ class Pictures : public OfficeFixture {
 
 TEST_F(Pictures, StartAsTheirTableSays) {
   Hosted<CQRNPic> fresh(L"pic2");
-  struct Case {
+  const struct {
     const wchar_t* name;
     const char* value;
-  };
-  const Case cases[] = {{L"DbField", "ok BSTR:"},           {L"BlobPath", "ok BSTR:"},
-                        {L"Stretch", "ok BOOL:0"},          {L"PictureType", "ok I2:0"},
-                        {L"BorderStyle", "ok I4:1"},        {L"Appearance", "ok I2:1"},
-                        {L"MousePointer", "ok I4:0"},       {L"BackColor", "ok UI4:2147483663"},
-                        {L"ForeColor", "ok UI4:2147483666"}};
-  for (const Case& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
+  } cases[] = {{L"DbField", "ok BSTR:"},           {L"BlobPath", "ok BSTR:"},
+               {L"Stretch", "ok BOOL:0"},          {L"PictureType", "ok I2:0"},
+               {L"BorderStyle", "ok I4:1"},        {L"Appearance", "ok I2:1"},
+               {L"MousePointer", "ok I4:0"},       {L"BackColor", "ok UI4:2147483663"},
+               {L"ForeColor", "ok UI4:2147483666"}};
+  for (const auto& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
   EXPECT_FALSE(fresh->Picture);
   EXPECT_FALSE(fresh->GetFont());
 }
@@ -209,17 +207,16 @@ TEST_F(Pictures, AnotherPictureIsDrawnAtOnce) {
 }
 
 TEST_F(Pictures, MouseAndKeysAreEvents) {
-  struct Case {
+  const struct {
     UINT message;
     const char* events;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {WM_LBUTTONDOWN, "-605(I2:1,I2:0,R4:3,R4:4) "},
       {WM_LBUTTONUP, "-607(I2:1,I2:0,R4:3,R4:4) -600() "},
       {WM_RBUTTONUP, "-607(I2:2,I2:0,R4:3,R4:4) -600() "},
       {WM_LBUTTONDBLCLK, "-601() "},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     picture_.events.log.clear();
     SendMessageW(picture_->hwnd(), row.message, row.message == WM_LBUTTONDOWN ? MK_LBUTTON : 0,
                  MAKELPARAM(3, 4));

@@ -24,8 +24,7 @@ constexpr BarClass kVertical{"QRNVScroll", &test::Make<CQRNVScroll, RecordBar>, 
                              WM_VSCROLL};
 constexpr const BarClass* kBoth[] = {&kHorizontal, &kVertical};
 
-class Bars : public Button {
- protected:
+struct Bars : Button {
   // So many more people, with the next codes from 1 on; their names run the other way.
   void InsertPeople(int count) {
     for (int i = 0; i < count; ++i) {
@@ -86,16 +85,15 @@ TEST_F(Bars, StartAsTheirTablesSay) {
   for (const BarClass* each : kBoth) {
     SCOPED_TRACE(each->name);
     const MadeBar fresh = each->make(L"scr2", true);
-    struct Case {
+    const struct {
       const wchar_t* name;
       const char* value;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"DbSource", "ok BSTR:"},   {L"DbIndex", "ok BSTR:"},     {L"LargeChange", "ok I4:1"},
         {L"SmallChange", "ok I4:1"}, {L"Max", "ok I4:32767"},      {L"Min", "ok I4:0"},
         {L"Value", "ok I4:0"},       {L"AutoFirst", "ok BOOL:-1"}, {L"Enabled", "ok BOOL:-1"},
         {L"TabStop", "ok BOOL:-1"},  {L"MousePointer", "ok I4:0"}};
-    for (const Case& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
+    for (const auto& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
     ASSERT_EQ(fresh.host->Show(), S_OK);
     EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_STYLE), LONG(each->style));
     EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_EXSTYLE), 0);
@@ -137,16 +135,14 @@ TEST_F(Bars, AnEmptyTableTellsOfItsEnd) {
   EXPECT_EQ(Range(), "0..10000");
   EXPECT_NE(messages.Take(), "") << "there is no place to ask for";
   // Without a record there is no next one: the record manager knows no place to go on from.
-  struct Case {
+  const struct {
     WORD notice;
     int status;
     const char* message;
-  };
-  const Case cases[] = {
-      {SB_LINEDOWN, 8, ""},          {SB_LINEUP, 8, ""}, {SB_PAGEDOWN, 8, "VE816"},
-      {SB_PAGEUP, 8, "VE816"},       {SB_TOP, 9, ""},    {SB_BOTTOM, 9, ""},
-      {SB_THUMBPOSITION, 0, "VE817"}};
-  for (const Case& row : cases) {
+  } cases[] = {{SB_LINEDOWN, 8, ""},          {SB_LINEUP, 8, ""}, {SB_PAGEDOWN, 8, "VE816"},
+               {SB_PAGEUP, 8, "VE816"},       {SB_TOP, 9, ""},    {SB_BOTTOM, 9, ""},
+               {SB_THUMBPOSITION, 0, "VE817"}};
+  for (const auto& row : cases) {
     SCOPED_TRACE(row.notice);
     const int boxes = box.calls;
     const std::string event = "1(BSTR:People,I2&:" + std::to_string(row.status) + ") ";
@@ -181,11 +177,10 @@ TEST_F(Bars, AboveTenThousandRecordsTheRangeBeginsAtZero) {
 
 TEST_F(Bars, EveryNoticeFromTheMiddle) {
   InsertPeople(5);
-  struct Case {
+  const struct {
     WORD notice, thumb;
     const char* after;  // from record 3 of 5, at 5000
-  };
-  const Case cases[] = {
+  } cases[] = {
       {SB_LINEUP, 0, "2 2500 2500 2() "},
       {SB_LINEDOWN, 0, "4 7500 7500 2() "},
       {SB_PAGEUP, 0, "2 2500 2500 2() "},
@@ -200,7 +195,7 @@ TEST_F(Bars, EveryNoticeFromTheMiddle) {
   };
   for (const BarClass* each : kBoth) {
     MakeShown(*each);
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       GoTo(3);
       EXPECT_EQ(After(row.notice, row.thumb), row.after) << each->name << row.notice;
     }
@@ -209,12 +204,11 @@ TEST_F(Bars, EveryNoticeFromTheMiddle) {
 
 TEST_F(Bars, TheEndsAreToldWithTheirStatus) {
   InsertPeople(5);
-  struct Case {
+  const struct {
     int from;
     WORD notice;
     const char* after;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {1, SB_LINEUP, "1 2000 0 1(BSTR:People,I2&:9) "},
       {1, SB_PAGEUP, "1 2000 0 1(BSTR:People,I2&:9) "},
       {5, SB_LINEDOWN, "5 10000 10000 1(BSTR:People,I2&:9) "},
@@ -222,7 +216,7 @@ TEST_F(Bars, TheEndsAreToldWithTheirStatus) {
   };
   for (const BarClass* each : kBoth) {
     MakeShown(*each);
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       GoTo(row.from);
       PlayedMessageBox box(IDOK);
       EXPECT_EQ(After(row.notice), row.after) << each->name << row.notice;
@@ -258,13 +252,12 @@ TEST_F(Bars, ATableOfOneRecord) {
 // One step times LargeChange from where the bar stood; a place outside goes to the end.
 TEST_F(Bars, PagesAreStepsTimesLargeChange) {
   InsertPeople(11);
-  struct Case {
+  const struct {
     int32_t large;
     int from;
     WORD notice;
     const char* after;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {3, 5, SB_PAGEDOWN, "8 7000 7000 2() "},
       {3, 5, SB_PAGEUP, "2 1000 1000 2() "},
       {1, 5, SB_PAGEDOWN, "6 5000 5000 2() "},
@@ -278,7 +271,7 @@ TEST_F(Bars, PagesAreStepsTimesLargeChange) {
       {0x7FFFFFFF, 5, SB_PAGEUP, "1 909 0 2() "},
   };
   MakeShown(kHorizontal);
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     SCOPED_TRACE(std::to_string(row.large) + " " + std::to_string(row.from));
     host().Set(L"LargeChange", Long(row.large));
     host().Set(L"SmallChange", Long(7));
@@ -391,17 +384,16 @@ TEST_F(Bars, AnotherKeyIsAnotherOrder) {
 // The container's loop asks the control first: what is the bar's own goes to its window.
 TEST_F(Bars, KeysWorkTheBar) {
   InsertPeople(5);
-  struct Case {
+  const struct {
     WPARAM key;
     const char* code;  // from 3
-  };
-  const Case cases[] = {{VK_UP, "2"},    {VK_DOWN, "4"}, {VK_LEFT, "2"}, {VK_RIGHT, "4"},
-                        {VK_PRIOR, "2"}, {VK_NEXT, "4"}, {VK_HOME, "1"}, {VK_END, "5"}};
+  } cases[] = {{VK_UP, "2"},    {VK_DOWN, "4"}, {VK_LEFT, "2"}, {VK_RIGHT, "4"},
+               {VK_PRIOR, "2"}, {VK_NEXT, "4"}, {VK_HOME, "1"}, {VK_END, "5"}};
   for (const BarClass* each : kBoth) {
     MakeShown(*each);
     SetFocus(bar().hwnd());
     EXPECT_EQ(GetFocus(), bar().contained());
-    for (const Case& row : cases) {
+    for (const auto& row : cases) {
       GoTo(3);
       MSG key{bar().contained(), WM_KEYDOWN, row.key, 1, 0, {}};
       if (host().Offer(key) != S_OK) DispatchMessageW(&key);
@@ -418,12 +410,11 @@ TEST_F(Bars, KeysWorkTheBar) {
 // A handler that ends the bar in the middle of a move.
 TEST_F(Bars, AHandlerMayEndTheControl) {
   InsertPeople(3);
-  struct Case {
+  const struct {
     WORD notice;
     DISPID event;
-  };
-  const Case cases[] = {{SB_LINEDOWN, 2}, {SB_THUMBPOSITION, 3}, {SB_LINEUP, 1}};
-  for (const Case& row : cases) {
+  } cases[] = {{SB_LINEDOWN, 2}, {SB_THUMBPOSITION, 3}, {SB_LINEUP, 1}};
+  for (const auto& row : cases) {
     for (const bool whole : {false, true}) {
       Messages messages;
       PlayedMessageBox box(IDOK);

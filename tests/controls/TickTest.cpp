@@ -6,8 +6,7 @@
 namespace qrn::test {
 namespace {
 
-class DocumentedControl : public OfficeFixture {
- protected:
+struct DocumentedControl : OfficeFixture {
   void SetUp() override {
     Bind(tick_, L"Code");
     tick_.Set(L"Caption", Text(L"&Paid"));

@@ -15,8 +15,7 @@ using test::FieldOf;
 using test::MemoryRunsOut;
 using test::Messages;
 
-class DictionaryLoad : public ::testing::Test {
- protected:
+struct DictionaryLoad : ::testing::Test {
   ~DictionaryLoad() override { DbDictFree(dictionary_); }
 
   Status Load() {
@@ -269,8 +268,7 @@ TEST_F(DictionaryLoad, CopiesWithoutMemoryLeaveNothing) {
 
 TEST_F(DictionaryLoad, NothingToFreeIsAFailure) { EXPECT_EQ(DbDictFree(nullptr), -1); }
 
-class DictionaryDeferred : public DictionaryLoad {
- protected:
+struct DictionaryDeferred : DictionaryLoad {
   void SetUp() override {
     settings_.delayed_resolve = 1;
     lexbase_.File(4, "A", "a").File(6, "B", "b").File(8, "C", "c");

@@ -22,8 +22,7 @@ using test::OpenTable;
 
 constexpr int32_t kNulls = kSegmentLeavesNullOut;
 
-class Record : public ::testing::Test {
- protected:
+struct Record : ::testing::Test {
   // What a Get passes on as key: "length:bytes".
   std::string KeyAt(OpenTable& table, int32_t position) {
     KeyBuffer key;

@@ -33,8 +33,7 @@ constexpr char kSlash = '/';
 #endif
 
 // A closed table of one field of 10 bytes.
-class Table : public ::testing::Test {
- protected:
+struct Table : ::testing::Test {
   Table() {
     FreeRecordBuffer(*table_);
     table_->IsOpen = 0;

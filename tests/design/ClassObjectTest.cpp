@@ -40,8 +40,7 @@ TEST(ClassObject, TheModuleStaysWhileAnythingHoldsIt) {
   EXPECT_TRUE(ModuleMayUnload());
 }
 
-class MadeClass : public ::testing::TestWithParam<const ControlTable*> {
- protected:
+struct MadeClass : ::testing::TestWithParam<const ControlTable*> {
   void SetUp() override {
     control = Make(GetParam()->classId);
     if (!control) GTEST_SKIP() << "the module has no such class";

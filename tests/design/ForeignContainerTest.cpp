@@ -15,8 +15,7 @@ std::wstring ClassOf(HWND window) {
 }
 
 // The system's host of controls: a window class whose text is the class to host.
-class AtlHost : public ::testing::Test {
- protected:
+struct AtlHost : ::testing::Test {
   void SetUp() override {
     ASSERT_EQ(registered_.result, S_OK);
     atl_.reset(LoadLibraryW(L"atl100.dll"));

@@ -13,8 +13,7 @@ namespace {
 
 constexpr int kLives = 200;
 
-class Lives : public ::testing::TestWithParam<const ControlTable*> {
- protected:
+struct Lives : ::testing::TestWithParam<const ControlTable*> {
   // On the form at design time: placed, drawn, stored, read again, closed.
   static void LiveAndDie() {
     const auto control = Make(GetParam()->classId);

@@ -83,9 +83,7 @@ TEST(Registration, AControlStandsAsDesignersLookForIt) {
       {L"TypeLib\\" + Wide(GuidText(kLibrary.id)) + L"\\1.0\\0\\win64", ModuleFile()},
       {L"AppID\\" + Wide(GuidText(kApplicationId)), L"qrnbt350"},
   };
-  for (const auto& row : cases) {
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, row.path), row.value);
-  }
+  for (const auto& row : cases) EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, row.path), row.value);
   EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
   for (const wchar_t* mark : {L"Control", L"Programmable", L"Insertable"}) {
     const std::wstring path = std::wstring(kClasses) + L"\\" + key + L"\\" + mark;

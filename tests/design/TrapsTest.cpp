@@ -11,8 +11,7 @@
 namespace qrn::test {
 namespace {
 
-class Traps : public ::testing::TestWithParam<const ControlTable*> {
- protected:
+struct Traps : ::testing::TestWithParam<const ControlTable*> {
   void SetUp() override {
     control = Make(GetParam()->classId);
     if (!control) GTEST_SKIP() << "the module has no such class";

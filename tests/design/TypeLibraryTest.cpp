@@ -7,8 +7,7 @@
 namespace qrn::test {
 namespace {
 
-class TypeLibrary : public ::testing::Test {
- protected:
+struct TypeLibrary : ::testing::Test {
   void SetUp() override {
     ASSERT_EQ(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, library.put()), S_OK);
   }

@@ -16,8 +16,7 @@ namespace {
 const std::vector<uint8_t> kTwoRecords =
     Reply({{16, {'A', 'b', 'e', ' ', 1, 0}}, {32, {0x95, 0x5C, ' ', ' ', 2, 0}}});
 
-class ExAccessCall : public testing::Test {
- protected:
+struct ExAccessCall : testing::Test {
   ExAccessCall() {
     tables_[0] = table_.Info();
     tables_[0].IsOpen = 1;

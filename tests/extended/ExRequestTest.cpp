@@ -5,8 +5,7 @@
 namespace qrn::test {
 namespace {
 
-class Request : public testing::Test {
- protected:
+struct Request : testing::Test {
   ExRequest Make(const char* condition, const char* fields, uint16_t rejects, uint16_t records) {
     return ExRequest("UC", rejects, *ParseSearchCond(engine_, table_.Info(), condition, false),
                      records, *ParseFieldList(engine_, table_.Info(), fields));

@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class ResultStore : public testing::Test {
- protected:
+struct ResultStore : testing::Test {
   ~ResultStore() override { TheExResults().Clear(); }
 
   int16_t Keep(const char* fields, const std::vector<uint8_t>& reply) {

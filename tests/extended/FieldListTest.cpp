@@ -4,8 +4,7 @@
 namespace qrn::test {
 namespace {
 
-class FieldListText : public testing::Test {
- protected:
+struct FieldListText : testing::Test {
   // "positions (sum)" or the codes of the messages shown, "VE818(name)".
   std::string Parse(const std::string& utf8) {
     const auto list = ParseFieldList(engine_, table_.Info(), Utf8ToCodePage(utf8).c_str());

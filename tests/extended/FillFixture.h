@@ -24,8 +24,7 @@ inline std::vector<uint8_t> Names(const std::vector<std::string>& names) {
   return Reply(records);
 }
 
-class FillFixture : public testing::Test {
- protected:
+struct FillFixture : testing::Test {
   FillFixture() {
     table_.MakeBuffer("........");
     table_.Info().IsOpen = 1;

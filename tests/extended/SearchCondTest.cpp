@@ -7,8 +7,7 @@ namespace {
 // Second bytes of ァ ポ ゼ ソ are @ | [ and a backslash.
 constexpr char kDoubleByteName[] = "ァポゼソ";
 
-class SearchCond : public testing::Test {
- protected:
+struct SearchCond : testing::Test {
   // "terms: bytes" or the messages shown.
   std::string Compile(const std::string& utf8, bool ignoreCase = false) {
     const std::string text = Utf8ToCodePage(utf8);

@@ -71,8 +71,7 @@ class Rows : public RowSink {
   DbTableInfo& table_;
 };
 
-class WholePath : public testing::Test {
- protected:
+struct WholePath : testing::Test {
   ~WholePath() override {
     static_cast<void>(DbExSetMode(TheEngine(), "UC"));
     TheExResults().Clear();

@@ -27,8 +27,7 @@ DbTableInfo* People() {
 
 std::string shownCodes;
 
-class GridWithoutMemory : public ::testing::Test {
- protected:
+struct GridWithoutMemory : ::testing::Test {
   GridWithoutMemory() {
     ReplaceShowBox([](const char* text, unsigned) {
       const NotCounted own;

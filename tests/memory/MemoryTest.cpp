@@ -98,8 +98,7 @@ int32_t TextCode(void* text) {
   return 0;
 }
 
-class WithoutMemory : public ::testing::Test {
- protected:
+struct WithoutMemory : ::testing::Test {
   WithoutMemory() {
     btr_.AllOpen = 0;
     btr_.DbControlStart();

@@ -98,8 +98,7 @@ struct Kind {
   int begin;  // 0 without a transaction
 };
 
-class RecordManagerWithoutMemory : public ::testing::TestWithParam<Kind> {
- protected:
+struct RecordManagerWithoutMemory : ::testing::TestWithParam<Kind> {
   void SetUp() override {
     const std::string path = company_.Directory() + "/People.btr";
     const std::string other = company_.Directory() + "/Others.btr";

@@ -19,8 +19,7 @@ Function* Export(HMODULE module, const char* name) {
   return reinterpret_cast<Function*>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
 }
 
-class ModuleControl : public ::testing::Test {
- protected:
+struct ModuleControl : ::testing::Test {
   ModuleControl() : module(LoadModule()) {
     OleInitialize(nullptr);
     auto* find = Export<HRESULT(REFCLSID, REFIID, void**)>(module, "DllGetClassObject");

@@ -10,8 +10,7 @@ namespace {
 // UTF-8 in, as the engine takes it: the native code page is 932; on Windows the process's is.
 std::string Bytes(const char* utf8) { return Utf8ToCodePage(utf8); }
 
-class Flat : public ::testing::Test {
- protected:
+struct Flat : ::testing::Test {
   void Start(const TextSettings& settings = {}) {
     api_ = &FreshFlatApi(settings);
     ASSERT_EQ(api_->DbInitialize(company_.Directory().c_str()), 0);

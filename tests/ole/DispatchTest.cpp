@@ -8,8 +8,7 @@ constexpr char kMismatch[] = "80020005";
 constexpr char kUnknownName[] = "80020006";
 constexpr char kBadCount[] = "8002000E";
 
-class DispatchTest : public SampleFixture {
- protected:
+struct DispatchTest : SampleFixture {
   void RunTime() {
     site.RunTime();
     Query<IOleObject>(control)->SetClientSite(&site);
@@ -17,12 +16,11 @@ class DispatchTest : public SampleFixture {
 };
 
 TEST_F(DispatchTest, PropertiesOfEveryTypeComeBackAsTheyWerePut) {
-  struct Case {
+  const struct {
     const wchar_t* name;
     VARIANT put;
     const char* got;
-  };
-  const Case kCases[] = {
+  } kCases[] = {
       {L"Name", Text(L"abc"), "ok BSTR:abc"},
       {L"name", Long(12), "ok BSTR:12"},
       {L"NAME", Text(L""), "ok BSTR:"},
@@ -39,19 +37,18 @@ TEST_F(DispatchTest, PropertiesOfEveryTypeComeBackAsTheyWerePut) {
       {L"BackColor", Long(255), "ok UI4:255"},
       {L"Checked", Short(10), "ok I2:10"},
   };
-  for (const Case& c : kCases) {
+  for (const auto& c : kCases) {
     EXPECT_EQ(Put(object(), c.name, {c.put}).result, S_OK) << c.got;
     EXPECT_EQ(Get(object(), c.name).Text(), c.got);
   }
 }
 
 TEST_F(DispatchTest, ARefusedPutChangesNothingAndSaysWhy) {
-  struct Case {
+  const struct {
     const wchar_t* name;
     VARIANT put;
     const char *failure, *kept;
-  };
-  const Case kCases[] = {
+  } kCases[] = {
       {L"Count", Long(32768), "8002000A", "ok I2:0"},
       {L"Count", Text(L"many"), kMismatch, "ok I2:0"},
       {L"Total", Text(L"3000000000"), "8002000A", "ok I4:0"},
@@ -62,7 +59,7 @@ TEST_F(DispatchTest, ARefusedPutChangesNothingAndSaysWhy) {
       {L"Live", Text(L"x"), "80020009:800A017F", "80020009:800A018A"},
       {L"Nothing", Long(1), kUnknownName, kUnknownName},
   };
-  for (const Case& c : kCases) {
+  for (const auto& c : kCases) {
     EXPECT_EQ(Put(object(), c.name, {c.put}).Text(), c.failure) << c.failure;
     EXPECT_EQ(Get(object(), c.name).Text(), c.kept) << c.failure;
   }

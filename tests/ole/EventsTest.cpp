@@ -7,8 +7,7 @@ namespace {
 
 const GUID& kEvents = AsGuid(kSampleTable.eventsId);
 
-class EventsTest : public SampleFixture {
- protected:
+struct EventsTest : SampleFixture {
   void Ring() { CallMethod(object(), L"Ring"); }
 };
 

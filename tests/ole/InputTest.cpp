@@ -6,8 +6,7 @@
 namespace qrn::test {
 namespace {
 
-class InputTest : public SampleFixture {
- protected:
+struct InputTest : SampleFixture {
   void SetUp() override {
     site.RunTime();
     ASSERT_EQ(site.Host(unknown()), S_OK);

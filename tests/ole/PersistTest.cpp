@@ -65,8 +65,7 @@ class ErrorLog final : public Counted<IErrorLog> {
   }
 };
 
-class PersistTest : public SampleFixture {
- protected:
+struct PersistTest : SampleFixture {
   // A state that differs from a new control's in every entry.
   void Fill() {
     Put(object(), L"Name", {Text(L"名前")});

@@ -10,8 +10,7 @@
 
 namespace qrn::test {
 
-class SampleFixture : public ::testing::Test {
- protected:
+struct SampleFixture : ::testing::Test {
   SampleFixture() : sample_(new Sample) {
     control = Com<IUnknown>::Take(&sample_->Inner());
     dispatch_ = Query<IDispatch>(control);

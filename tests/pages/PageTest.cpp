@@ -70,8 +70,7 @@ class StatusSite final : public com::Object<IPropertyPageSite> {
   std::string log;
 };
 
-class Pages : public ::testing::Test {
- protected:
+struct Pages : ::testing::Test {
   Pages()
       : forms_({FormText(AllControls(company_.Directory()), "")}, true),
         frame_(CreateWindowExW(WS_EX_CONTROLPARENT, L"Static", L"frame", WS_POPUP | WS_VISIBLE, 300,

@@ -46,8 +46,7 @@ const KeysCase kKeys[] = {
      "db People Born,Code,Name,Pay,Town ByName "},
 };
 
-class PagesInFrame : public ::testing::Test {
- protected:
+struct PagesInFrame : ::testing::Test {
   static std::string Database(const std::string& directory) {
     return Piece("QRNBTRLib.QRNBtr db", 0, " DDFDir = \"" + directory + "\"\n");
   }

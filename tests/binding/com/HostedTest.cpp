@@ -31,8 +31,7 @@ class Scripted final : public Counted<IDispatch> {
   }
 };
 
-class BtrOnForm : public ::testing::Test {
- protected:
+struct BtrOnForm : ::testing::Test {
   BtrOnForm() {
     control.members[L"Parent"] = Variant(Com<IDispatch>(&form));
     form.members[L"Name"] = Variant(Bstr(L"frmMain"));
@@ -171,9 +170,7 @@ COLORREF Drawn(IUnknown* control) {
                                     &bounds, nullptr, nullptr, 0);
   uint32_t sum = 0;
   for (int y = 0; y < 32; ++y) {
-    for (int x = 0; x < 32; ++x) {
-      sum = sum * 31 + GetPixel(dc.get(), x, y);
-    }
+    for (int x = 0; x < 32; ++x) sum = sum * 31 + GetPixel(dc.get(), x, y);
   }
   return GetPixel(dc.get(), 16, 16) == GetPixel(dc.get(), 0, 0) &&
                  GetPixel(dc.get(), 31, 5) == GetPixel(dc.get(), 0, 0)

@@ -8,8 +8,7 @@
 namespace qrn::test {
 namespace {
 
-class ListWindow : public ::testing::Test {
- protected:
+struct ListWindow : ::testing::Test {
   ~ListWindow() override { DestroyWindow(window); }
 
   void Make(const char* className, DWORD style, UINT add) {

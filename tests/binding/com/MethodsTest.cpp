@@ -7,8 +7,7 @@
 namespace qrn::test {
 namespace {
 
-class BtrMethods : public ::testing::Test {
- protected:
+struct BtrMethods : ::testing::Test {
   void SetUp() override {
     const std::string directory = company.Directory();
     ASSERT_EQ(btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str())),

@@ -42,8 +42,7 @@ Variant AnArray() {
   return value;
 }
 
-class OutArguments : public ::testing::Test {
- protected:
+struct OutArguments : ::testing::Test {
   struct Case {
     const char* what;
     std::function<Variant()> make;

@@ -27,8 +27,7 @@ constexpr Direction kDirections[] = {
     {"back along the long key", kGetLast, kGetPrevious, kGetPreviousExtended, 1},
 };
 
-class ExtendedScan : public testing::Test {
- protected:
+struct ExtendedScan : testing::Test {
   ExtendedScan()
       : file_(CreateBlock(
             {.recordLength = 4 + kName, .flags = 1},
@@ -145,9 +144,7 @@ TEST_F(ExtendedScan, SeesTheOwnTransaction) {
 TEST_F(ExtendedScan, GoesTogetherWithWrites) {
   for (const int begin : {0, 19, 1019}) {
     SCOPED_TRACE(begin);
-    if (begin != 0) {
-      file_.Call(begin, {});
-    }
+    if (begin != 0) file_.Call(begin, {});
     for (int round = 0; round < 60; ++round) {
       const Direction& to = kDirections[round % std::size(kDirections)];
       for (int i = 0; i < 4; ++i) {

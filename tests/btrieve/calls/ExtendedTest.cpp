@@ -22,8 +22,7 @@ TermOf Is(int32_t value, uint16_t offset, int comparison = kEq, int connector = 
   return {1, 4, offset, comparison, connector, Number(value)};
 }
 
-class ExtendedTest : public testing::Test {
- protected:
+struct ExtendedTest : testing::Test {
   ExtendedTest() : file_(TenBlock()) {
     for (int i = 1; i <= 10; ++i) EXPECT_EQ(file_.Insert(Row(i, 5 + i % 2)), 0);
   }

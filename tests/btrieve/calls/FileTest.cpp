@@ -43,12 +43,11 @@ TEST(Create, RefusedOneLeavesTheFileThatIsThere) {
 }
 
 TEST(Create, EachBrokenRuleThroughTheCall) {
-  struct Row {
+  const struct {
     Head head;
     std::vector<Seg> segments;
     Status status;
-  };
-  const Row kRows[] = {
+  } kRows[] = {
       {{.pageSize = 4000}, {{}}, kPageSize},
       {{}, std::vector<Seg>(120), kNumberOfKeys},
       {{}, {{.position = 14}}, kKeyPosition},
@@ -60,7 +59,7 @@ TEST(Create, EachBrokenRuleThroughTheCall) {
       {{}, {{.flags = 0x101, .type = 15}}, kAutoIncrement},
   };
   TestFile file;
-  for (const Row& row : kRows) {
+  for (const auto& row : kRows) {
     EXPECT_EQ(file.Create(CreateBlock(row.head, row.segments)), row.status) << row.status;
     EXPECT_EQ(file.Open(), kFileNotFound) << row.status;
   }
@@ -217,8 +216,7 @@ std::string Ids(TestFile& file, int key) {
   return out.status == kEndOfFile ? text : "#" + std::to_string(out.status);
 }
 
-class IndexTest : public testing::Test {
- protected:
+struct IndexTest : testing::Test {
   IndexTest() : file_(ThreeKeys()) {
     EXPECT_EQ(file_.Insert(Triple(1, 30, 2)), 0);
     EXPECT_EQ(file_.Insert(Triple(2, 20, 3)), 0);

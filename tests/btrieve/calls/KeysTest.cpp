@@ -126,8 +126,7 @@ TEST(Keys, AnyNullSegmentLeavesARecordOut) {
 }
 
 // A counter of 2 bytes and 2 more.
-class AutoIncrementTest : public testing::Test {
- protected:
+struct AutoIncrementTest : testing::Test {
   AutoIncrementTest()
       : file_(CreateBlock({.recordLength = 4}, {{.length = 2, .flags = 0x102, .type = 15}})) {}
 
@@ -213,8 +212,7 @@ TEST(Keys, LongestKeyAndManyOfThem) {
 
 // Three unique keys and, between them, one with duplicates: whichever refuses a record, the others
 // keep nothing of it.
-class Refusal : public testing::TestWithParam<int> {
- protected:
+struct Refusal : testing::TestWithParam<int> {
   Refusal()
       : file_(CreateBlock({.recordLength = 16}, {{.type = 1},
                                                  {.position = 5, .flags = 0x101, .type = 1},

@@ -104,24 +104,23 @@ TEST(PageCache, TheFileThatIsReadTakesWhatIdleOnesHave) {
 
 TEST(PageCache, SizeIsASettingInMegabytes) {
   constexpr size_t kMegabyte = 1u << 20;
-  struct Row {
+  const struct {
     const char* setting;
     size_t megabytes;
-  };
-  const Row kRows[] = {{nullptr, 64},
-                       {"4", 4},
-                       {"128", 128},
-                       {"65536", 65536},
-                       {"", 64},
-                       {"3", 64},
-                       {"0", 64},
-                       {"-8", 64},
-                       {"65537", 64},
-                       {"8x", 64},
-                       {" 8", 64},
-                       {"8.5", 64},
-                       {"99999999999999999999", 64}};
-  for (const Row& row : kRows) {
+  } kRows[] = {{nullptr, 64},
+               {"4", 4},
+               {"128", 128},
+               {"65536", 65536},
+               {"", 64},
+               {"3", 64},
+               {"0", 64},
+               {"-8", 64},
+               {"65537", 64},
+               {"8x", 64},
+               {" 8", 64},
+               {"8.5", 64},
+               {"99999999999999999999", 64}};
+  for (const auto& row : kRows) {
     EXPECT_EQ(CacheSizeOf(row.setting), row.megabytes * kMegabyte)
         << (row.setting ? row.setting : "(none)");
   }

@@ -9,17 +9,14 @@ namespace btrieve::test {
 namespace {
 
 // Key 0 counts, key 1 is the same for all.
-class PercentTest : public testing::Test {
- protected:
+struct PercentTest : testing::Test {
   PercentTest()
       : file_(CreateBlock({.recordLength = 8}, {{.flags = 0x102, .type = 1},
                                                 {.position = 5, .flags = 0x103, .type = 1}})) {}
 
   void Fill(int count) {
     ASSERT_EQ(file_.Call(kBegin, {}).status, 0);
-    for (int32_t i = 0; i < count; ++i) {
-      ASSERT_EQ(file_.Insert(Number(i) + Number(int32_t{7})), 0);
-    }
+    for (int32_t i = 0; i < count; ++i) ASSERT_EQ(file_.Insert(Number(i) + Number(int32_t{7})), 0);
     ASSERT_EQ(file_.Call(kEnd, {}).status, 0);
   }
 

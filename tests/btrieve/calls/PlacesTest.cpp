@@ -16,8 +16,7 @@ const std::string kHere = "/data/a.dat", kBeside = "/data/b.dat";
 
 bool IsShare(const std::string& path) { return path.find("share") != std::string::npos; }
 
-class Places : public testing::Test {
- protected:
+struct Places : testing::Test {
   ~Places() override { ReplaceIsRemote(nullptr); }
 };
 

@@ -81,8 +81,7 @@ TEST(Transaction, Exclusive) { RunAll(false); }
 
 TEST(Transaction, Concurrent) { RunAll(true); }
 
-class TwoFiles : public testing::TestWithParam<const char*> {
- protected:
+struct TwoFiles : testing::TestWithParam<const char*> {
   void SetUp() override {
     orders_.Assign('a', process_, 10);
     people_.Create(kFive);

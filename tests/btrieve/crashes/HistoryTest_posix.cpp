@@ -18,8 +18,7 @@ namespace {
 
 constexpr Value kValuesEach = 100000;
 
-class HistoryTest : public testing::Test {
- protected:
+struct HistoryTest : testing::Test {
   void SetUp() override { ASSERT_TRUE(MakeRegisters(process_, paths_)); }
 
   void Staff(size_t wanted);

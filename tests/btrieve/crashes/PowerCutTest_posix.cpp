@@ -27,8 +27,7 @@ struct Milestone {
 };
 constexpr size_t kNever = SIZE_MAX;
 
-class PowerCut : public testing::Test {
- protected:
+struct PowerCut : testing::Test {
   void SetUp() override;
   // Empty, or what promise a state breaks.
   std::string Judge(size_t cut, Choices& choices) const;

@@ -19,8 +19,7 @@ constexpr uint32_t kSeed = 4711;
 constexpr int kLeader = 0, kFollower = 1;  // the files of the plan
 
 // The follower is open here when a worker dies that has opened both.
-class Settlement : public testing::Test {
- protected:
+struct Settlement : testing::Test {
   static void SetUpTestSuite();
 
   // Its transaction was decided, or not.

@@ -18,8 +18,7 @@ struct Case {
   First first;
 };
 
-class SurvivorTest : public testing::TestWithParam<Case> {
- protected:
+struct SurvivorTest : testing::TestWithParam<Case> {
   void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, seed_, number_, state_)); }
 
   // The next step of the plan that is a transaction of this kind and inserts into its second file.

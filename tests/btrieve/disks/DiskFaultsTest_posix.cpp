@@ -29,8 +29,7 @@ const FaultCase kFaults[] = {
     {{"full disk at a sync", Syncs, ENOSPC, false}, {2, 18, 25, 38}},
 };
 
-class DiskFaults : public testing::TestWithParam<FaultCase> {
- protected:
+struct DiskFaults : testing::TestWithParam<FaultCase> {
   void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, kSeed, next_, state_)); }
 
   // Opens, does a few steps, closes; the call that fails is told by its status. Then the rest, on a

@@ -19,8 +19,7 @@ constexpr int32_t kRecords = 15000;
 
 Bytes Row(int32_t id) { return Padded("", 12, 'x') + Number(id); }
 
-class LogLength : public testing::Test {
- protected:
+struct LogLength : testing::Test {
   void SetUp() override {
     file_.Make(CreateBlock({.recordLength = 16}, {{.position = 13, .flags = 0x102, .type = 1},
                                                   {.position = 1, .length = 4, .flags = 0x103}}));

@@ -64,12 +64,11 @@ std::string WalkOfCopy(TestFile& file) {
 }
 
 TEST(BackgroundSync, HoldsNoClosedFileOpen) {
-  struct Row {
+  const struct {
     const char* name;
     int operation;
-  };
-  const Row kRows[] = {{"Close", kClose}, {"Reset", kReset}, {"Stop", kStop}};
-  for (const Row& row : kRows) {
+  } kRows[] = {{"Close", kClose}, {"Reset", kReset}, {"Stop", kStop}};
+  for (const auto& row : kRows) {
     SCOPED_TRACE(row.name);
     TestFile file(PairBlock());
     OtherProcess other;

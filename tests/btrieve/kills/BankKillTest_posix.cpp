@@ -54,8 +54,7 @@ struct Sweep {
   }
 };
 
-class BankKillTest : public testing::Test {
- protected:
+struct BankKillTest : testing::Test {
   void SetUp() override {
     ASSERT_TRUE(MakeBank(process_, paths_));
     BankState state;
@@ -197,9 +196,7 @@ void BankKillTest::RoundOfSweep() {
   const Heard heard = HearOne(*branches_[victim]);
   if (!another) HearOthers(victim);
   if (heard.died) Bury(victim);
-  if (heard.died || heard.steps != 0) {
-    sweep_.Advance(!heard.died, rounds_ < 1000 ? 1 + Pick(8) : 1);
-  }
+  if (heard.died || heard.steps != 0) sweep_.Advance(!heard.died, rounds_ < 1000 ? 1 + Pick(8) : 1);
   if (another) DieSettling();
 }
 

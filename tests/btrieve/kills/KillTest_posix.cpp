@@ -17,8 +17,7 @@
 namespace btrieve::test {
 namespace {
 
-class KillTest : public testing::Test {
- protected:
+struct KillTest : testing::Test {
   void SetUp() override { ASSERT_TRUE(BeginPlan(paths_, seed_, next_, state_)); }
 
   std::vector<std::string> Arguments(uint32_t steps, uint32_t killAt) const {

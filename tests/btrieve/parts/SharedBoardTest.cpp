@@ -9,8 +9,7 @@ namespace btrieve::test {
 namespace {
 
 // A board of this test alone: two seats of four bytes.
-class TwoSeats : public testing::Test {
- protected:
+struct TwoSeats : testing::Test {
   using Text = std::array<uint8_t, 8>;
 
   // Where the system keeps the board as a file, it stays behind.

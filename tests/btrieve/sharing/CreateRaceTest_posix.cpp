@@ -23,8 +23,7 @@ struct Start {
   }
 };
 
-class FirstStart : public testing::TestWithParam<int> {
- protected:
+struct FirstStart : testing::TestWithParam<int> {
   // Everything is sent at once, so that nothing but the processes' own speed orders the calls.
   void Begin(OtherProcess& form, const std::string& path, int32_t id) {
     form.Begin(kOpen, 0, {.key = PathKey(path)});

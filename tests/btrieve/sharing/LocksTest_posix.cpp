@@ -137,15 +137,14 @@ class BeforeTheLock : public DiskListener {
 constexpr char kNoneIsHeld[] = "x:begin+200 x:first0 x:end";
 
 TEST(RecordLock, OfARecordThatGoesBeforeItIsLockedIsNotKept) {
-  struct Row {
+  const struct {
     const char *words, *answers, *after, *answersAfter;
-  };
-  const Row kRows[] = {
+  } kRows[] = {
       {"first0+400", "2", "unlock=2", "ok"},
       {"eq0=1+400", "#4", "eq0=1+400", "#4"},
       {"eq0=5+200 eq0=1+200", "5 #4", "x:eq0=5+200 unlock", "#84 ok"},
   };
-  for (const Row& row : kRows) {
+  for (const auto& row : kRows) {
     SCOPED_TRACE(row.words);
     TwoProcesses both;
     {

@@ -14,8 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ReadOnlyFile : public testing::Test {
- protected:
+struct ReadOnlyFile : testing::Test {
   void SetUp() override {
     ASSERT_EQ(process_.Call(kCreate, 1, {.data = PairBlock(), .key = PathKey(path_)}).status, 0);
     ASSERT_EQ(Owner(kOpen), 0);

@@ -50,13 +50,12 @@ TEST(PictureFiles, BitmapsOfEveryDepth) {
 }
 
 TEST(PictureFiles, BitmapsThatLie) {
-  struct Case {
+  const struct {
     const char* what;
     size_t at;
     uint64_t number;
     int size;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"no signature", 0, 'X', 1},
       {"rows past the end", 10, 0x7FFFFFFF, 4},
       {"an older header", 14, 12, 4},
@@ -81,7 +80,7 @@ TEST(PictureFiles, BitmapsThatLie) {
   };
   const FileBytes good = BitmapSample(5, 3, 8);
   ASSERT_EQ(Read(good), "256/24");
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     EXPECT_EQ(Read(With(good, row.at, row.number, row.size)), "none") << row.what;
   }
   for (size_t size = 0; size < good.size(); ++size) EXPECT_EQ(Read(Cut(good, size)), "none");

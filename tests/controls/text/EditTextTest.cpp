@@ -33,13 +33,12 @@ TEST(CharacterMask, RefusesFullWidthDigits) {
 }
 
 TEST(TextBytes, CountsCharactersOfTwoBytes) {
-  struct Case {
+  const struct {
     std::u16string_view text;
     size_t bytes, within3;
-  };
-  const Case cases[] = {{u"", 0, 0},     {u"a", 1, 1},     {u"abcd", 4, 3}, {u"あ", 2, 1},
-                        {u"ああ", 4, 1}, {u"aああ", 5, 2}, {u"ｱｲｳｴ", 4, 3}, {u"表a能", 5, 2}};
-  for (const Case& row : cases) {
+  } cases[] = {{u"", 0, 0},     {u"a", 1, 1},     {u"abcd", 4, 3}, {u"あ", 2, 1},
+               {u"ああ", 4, 1}, {u"aああ", 5, 2}, {u"ｱｲｳｴ", 4, 3}, {u"表a能", 5, 2}};
+  for (const auto& row : cases) {
     EXPECT_EQ(BytesOf(row.text), row.bytes);
     EXPECT_EQ(UnitsWithin(row.text, 3), row.within3);
     EXPECT_EQ(UnitsWithin(row.text, 0), 0u);
@@ -65,13 +64,12 @@ TextDress Dress(int32_t option, size_t width, bool formats) {
 }
 
 TEST(TextDress, OfFieldAndPropertyByOption) {
-  struct Case {
+  const struct {
     size_t width;
     int32_t option;
     bool formats;
     const char *text, *shown;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {8, FormatNone, false, "12", "12"},
       {8, FormatNone, true, "12", "[12]"},
       {8, FormatNone, true, "1x", "1x"},
@@ -87,7 +85,7 @@ TEST(TextDress, OfFieldAndPropertyByOption) {
       {8, 4, true, "12", "[12]"},
       {8, -1, false, "12", "12"},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     const TextDress dress = Dress(row.option, row.width, row.formats);
     EXPECT_EQ(dress.OfField(row.text), row.shown) << row.option << " " << row.text;
     EXPECT_EQ(dress.OfProperty(row.text), row.shown) << row.option << " " << row.text;
@@ -117,15 +115,14 @@ TEST(TextDress, ADressedTextIsCutAtACharacter) {
 }
 
 TEST(TextDress, OfTypingAppendsOrTakesAByte) {
-  struct Case {
+  const struct {
     size_t width;
     int32_t option;
     bool formats;
     char16_t typed;
     const char* before;
     const char* after;  // null: the character goes on
-  };
-  const Case cases[] = {
+  } cases[] = {
       {0, FormatEveryChar, true, u'3', "12", "[123]"},
       {8, FormatEveryRight, true, u'3', "12", "   [123]"},
       {8, FormatEveryChar, true, u'3', "12", "   [123]"},
@@ -141,7 +138,7 @@ TEST(TextDress, OfTypingAppendsOrTakesAByte) {
       {8, FormatNone, true, u'3', "12", nullptr},
       {8, FormatRightAlign, true, u'3', "12", nullptr},
   };
-  for (const Case& row : cases) {
+  for (const auto& row : cases) {
     const auto after =
         Dress(row.option, row.width, row.formats).OfTyping(Utf8ToCodePage(row.before), row.typed);
     const std::string shown = after ? CodePageToUtf8(*after) : "(on)";

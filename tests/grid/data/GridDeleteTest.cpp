@@ -5,8 +5,7 @@
 namespace qrn::test {
 namespace {
 
-class GridDelete : public GridOffice {
- protected:
+struct GridDelete : GridOffice {
   void SetUp() override {
     InsertThree();
     grid_.model.AllowDelete = -1;
@@ -145,8 +144,7 @@ TEST_F(GridDelete, SurvivesWhatHandlersDo) {
   }
 }
 
-class FullGrid : public GridOffice {
- protected:
+struct FullGrid : GridOffice {
   FullGrid() : GridOffice({.maxRows = 4, .maxCols = 3}) {}
 };
 

@@ -7,8 +7,7 @@ namespace {
 
 constexpr char kWritten[] = "AfterColUpdate BeforeUpdate AfterUpdate";
 
-class GridEdit : public GridOffice {
- protected:
+struct GridEdit : GridOffice {
   void SetUp() override {
     InsertThree();
     grid_.model.AllowUpdate = grid_.model.AllowDelete = -1;

@@ -375,9 +375,7 @@ TEST_F(GridFillTest, SurvivesWhatAHandlerDoes) {
     if (each.cells != nullptr) {
       EXPECT_EQ(grid_.AllCells(), each.cells) << each.what;
     }
-    if (office_.OpenTableOf("People") == nullptr) {
-      OpenPeople();
-    }
+    if (office_.OpenTableOf("People") == nullptr) OpenPeople();
   }
 }
 

@@ -8,8 +8,7 @@
 namespace qrn::test {
 
 // The grid is to show Code and Name of "People" by their code; it is not filled yet.
-class GridOffice : public ::testing::Test {
- protected:
+struct GridOffice : ::testing::Test {
   explicit GridOffice(GridCapacity capacity = {.maxRows = 20, .maxCols = 8})
       : grid_(capacity, &office_.engine) {
     grid_.names = {.source = "Db",

@@ -6,8 +6,7 @@
 namespace qrn::test {
 namespace {
 
-class GridStations : public GridOffice {
- protected:
+struct GridStations : GridOffice {
   void SetUp() override {
     InsertThree();
     grid_.model.AllowUpdate = grid_.model.AllowDelete = -1;

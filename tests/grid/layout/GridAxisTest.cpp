@@ -7,8 +7,7 @@ namespace qrn::test {
 namespace {
 
 // Sizes 50 30 20 40 10, one fixed, from track 2 on: fixed 0-50, then 50-70, 70-110, 110-120.
-class Axis : public ::testing::Test {
- protected:
+struct Axis : ::testing::Test {
   void SetUp() override {
     ASSERT_TRUE(sizes_.Make(5));
     const int32_t px[] = {50, 30, 20, 40, 10};

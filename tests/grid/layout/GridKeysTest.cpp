@@ -10,8 +10,7 @@ namespace {
 constexpr uint32_t kKeyHome = 36;
 
 // 20 rows and 8 columns in 200 by 100 pixels: whole in view are rows 1 to 3, columns 1 and 2.
-class Keys : public ::testing::Test {
- protected:
+struct Keys : ::testing::Test {
   void At(int32_t row, int32_t col, int32_t top = 1, int32_t left = 1) {
     model_.Row = row;
     model_.Col = col;

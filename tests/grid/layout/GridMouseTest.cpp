@@ -9,8 +9,7 @@ namespace qrn::test {
 namespace {
 
 // 20 rows and 8 columns, 20 by 50 pixels each, in 200 by 100.
-class Mouse : public ::testing::Test {
- protected:
+struct Mouse : ::testing::Test {
   std::string Selection() const {
     return std::to_string(model_.SelStartRow) + "," + std::to_string(model_.SelStartCol) + "-" +
            std::to_string(model_.SelEndRow) + "," + std::to_string(model_.SelEndCol);
@@ -183,8 +182,7 @@ TEST_F(Mouse, HandlersMayTakeTheCellAway) {
   EXPECT_EQ(Press(75, 70), "cell 1,1 0,0-0,0");
 }
 
-class Bars : public Mouse {
- protected:
+struct Bars : Mouse {
   std::string Notice(GridDirection direction, uint32_t notice, int32_t thumb = 0) {
     scroll_.OnNotice(direction, notice, thumb, {1, 7});
     return screen_.Take() + std::to_string(model_.TopRow) + "," + std::to_string(model_.LeftCol);

@@ -17,8 +17,7 @@ struct SizeCase {
   bool taken;
 };
 
-class Sizes : public ::testing::Test {
- protected:
+struct Sizes : ::testing::Test {
   Sizes() {
     grid_.model.PutCols(4);
     grid_.model.PutRows(5);

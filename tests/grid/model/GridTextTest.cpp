@@ -7,8 +7,7 @@
 namespace qrn::test {
 namespace {
 
-class Texts : public ::testing::Test {
- protected:
+struct Texts : ::testing::Test {
   Texts() {
     grid_.model.PutCols(4);
     grid_.model.PutRows(4);

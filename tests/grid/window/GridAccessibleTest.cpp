@@ -8,8 +8,7 @@ namespace {
 using com::Com;
 using com::Variant;
 
-class Accessible : public Grids {
- protected:
+struct Accessible : Grids {
   void SetUp() override {
     Grids::SetUp();
     MakeShown();

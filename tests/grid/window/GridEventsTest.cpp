@@ -9,8 +9,7 @@
 namespace qrn::test {
 namespace {
 
-class Editing : public Grids {
- protected:
+struct Editing : Grids {
   // A handler that cancels one question.
   void Cancel(DISPID question) {
     host_->events.answer = [question](DISPID id, DISPPARAMS& sent) {

@@ -14,8 +14,7 @@ inline constexpr DISPID kBtrieveError = 1, kFormat = 2, kChange = 3, kAfterUpdat
                         kAfterDelete = 6, kBeforeUpdate = 7, kBeforeDelete = 8, kAfterColUpdate = 9,
                         kBeforeColUpdate = 10;
 
-class Grids : public ::testing::Test {
- protected:
+struct Grids : ::testing::Test {
   // People by code: 1 うめ Kyoto, 2 (no name) Osaka, 3 さくら Kyoto, 4 うめだ Nara.
   void SetUp() override;
   void TearDown() override;

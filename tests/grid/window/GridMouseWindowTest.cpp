@@ -7,8 +7,7 @@ namespace {
 constexpr COLORREF kCyan = 0xFFFF00;
 constexpr COLORREF kWhite = 0xFFFFFF;
 
-class Pointing : public Grids {
- protected:
+struct Pointing : Grids {
   // So many rows without data.
   void MakeEmpty(int32_t rows, int32_t cols) {
     Make();
