@@ -3,33 +3,90 @@
 
 #include "core/ButtonOperations.h"
 #include "core/DbEngine.h"
+#include "core/Dictionary.h"
+#include "core/DictionaryLookup.h"
 #include "core/FieldControls.h"
 #include "core/Gateway.h"
 #include "core/Record.h"
 #include "core/RowSink.h"
+#include "core/Table.h"
 #include "fields/QuorinSettings.h"
+#include "platform/BtrCall.h"
 #include "tests/core/Support.h"
+#include "tests/support/SmallTables.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Test.h"
+#include "tools/qrndata/Builder.h"
+#include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
+
+inline constexpr char kPeopleTable[] = R"(
+[[table]]
+name = "People"
+file = "people.btr"
+field = [
+  { name = "Code", type = "Integer", size = 4 },
+  { name = "Name", type = "String", size = 20 },
+  { name = "Town", type = "String", size = 12 },
+  { name = "Pay", type = "Decimal", size = 5, decimals = 2 },
+]
+key = [
+  { name = "ByCode", fields = ["Code"] },
+  { name = "ByPlace", fields = ["Town", "Code"], modifiable = true },
+  { name = "ByName", fields = ["Name"], duplicates = true, modifiable = true },
+]
+)";
+inline constexpr char kPapersTable[] = R"(
+[[table]]
+name = "Papers"
+field = [
+  { name = "No", type = "Integer", size = 4 },
+  { name = "Head", type = "Blob" },
+  { name = "Body", type = "Blob" },
+]
+key = [ { name = "ByNo", fields = ["No"] } ]
+)";
+inline constexpr char kHeapTable[] = R"(
+[[table]]
+name = "Heap"
+field = [ { name = "Word", type = "String", size = 6 } ]
+)";
 
 // Tables by name: "People" (fixed records; keys ByCode, ByPlace of two segments, ByName with
 // duplicates), "Notes" (ends in a note), "Papers" (two blobs), "Days" (a nullable field), "Heap"
 // (no key). All open, all empty.
 class Office : Pinned {
  public:
-  Office();
-  ~Office();
+  Office() {
+    const std::string schema =
+        std::string(kPeopleTable) + kNotesTable + kPapersTable + kDaysTable + kHeapTable;
+    qrndata::BuildDatabase(qrndata::ParseSchema(schema, "test", directory_.Root()),
+                           directory_.Root(), qrndata::Existing::Replace);
+    if (DbDictLoad(settings, Directory(), &dictionary_) != 0) std::abort();
+    if (DbOpenAllTables(engine, *dictionary_, Directory(), "", 0) != 0) std::abort();
+  }
+  ~Office() {
+    DbDictCloseAll(engine, *dictionary_);
+    DbDictFree(dictionary_);
+  }
 
   DbDictionary* Dictionary() { return dictionary_; }
-  DbTableInfo* Table(const char* name);        // open or closed
-  DbTableInfo* OpenTableOf(const char* name);  // null for a closed one
-  void Close(const char* name);
+  DbTableInfo* Table(const char* name) { return DbFindTable(*dictionary_, name); }
+  // Null for a closed one.
+  DbTableInfo* OpenTableOf(const char* name) {
+    DbTableInfo* table = Table(name);
+    return table->IsOpen != 0 ? table : nullptr;
+  }
+  void Close(const char* name) {
+    if (DbTableClose(engine, *Table(name)) != 0) std::abort();
+  }
   const char* Directory() const { return directory_.Text().c_str(); }
-  std::string PathOf(const char* name) const;
+  std::string PathOf(const char* name) const { return directory_.Path(name); }
   // A field of the record in the buffer, as UTF-8.
-  std::string Field(const char* table, const char* field);
+  std::string Field(const char* table, const char* field) {
+    return CodePageToUtf8(DbReadFieldByName(engine, *Table(table), field));
+  }
 
   QuorinSettings settings;
   DbEngine engine{settings};
@@ -48,9 +105,23 @@ class PlayedForm final : public FieldControls {
   std::function<void(const std::string& field)> onChange;  // a handler of `Change`
 
   int32_t ReadControlField(const DbTableInfo&, const DbFieldInfo& field,
-                           std::string& text) override;
-  void WriteControlField(const DbTableInfo&, const DbFieldInfo& field, const char* text) override;
-  void ClearControlField(const DbTableInfo&, const DbFieldInfo& field) override;
+                           std::string& text) override {
+    const auto control = texts.find(field.Name);
+    if (control == texts.end()) return 0;
+    text = Utf8ToCodePage(control->second);
+    return 1;
+  }
+  void WriteControlField(const DbTableInfo&, const DbFieldInfo& field, const char* text) override {
+    const std::string name = field.Name;
+    const std::string shown = CodePageToUtf8(text);
+    written += name + "=" + shown + " ";
+    if (const auto control = texts.find(name); control != texts.end()) control->second = shown;
+    if (onChange) onChange(name);
+  }
+  void ClearControlField(const DbTableInfo&, const DbFieldInfo& field) override {
+    if (const auto control = texts.find(field.Name); control != texts.end())
+      control->second.clear();
+  }
 };
 
 class PlayedButton final : public BoundButton {
@@ -99,10 +170,27 @@ class PlayedList final : public RowSink {
 // and the data length sent, "-" for none.
 class CallLog : Pinned {
  public:
-  CallLog();
-  ~CallLog();
+  CallLog() {
+    calls_.clear();
+    ReplaceBtrCall(&Call);
+  }
+  ~CallLog() { ReplaceBtrCall(nullptr); }
 
-  std::string Take();
+  std::string Take() { return std::exchange(calls_, {}); }
+
+ private:
+  static int16_t BTR_CALL Call(uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
+                               void* key, uint8_t keyLength, int8_t keyNumber) {
+    calls_ += std::to_string(operation) + "/" + std::to_string(static_cast<uint8_t>(keyNumber)) +
+              ":" + (dataLength != nullptr ? std::to_string(*dataLength) : "-") + " ";
+    ReplaceBtrCall(nullptr);
+    const int16_t status =
+        BtrCall(operation, posBlock, data, dataLength, key, keyLength, keyNumber);
+    ReplaceBtrCall(&Call);
+    return status;
+  }
+
+  static inline std::string calls_;
 };
 
 }  // namespace qrn::test

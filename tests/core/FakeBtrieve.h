@@ -23,13 +23,31 @@ struct BtrieveCall {
   int8_t keyNumber;
 };
 
-std::string Hex(const void* bytes, size_t count);
+inline std::string Hex(const void* bytes, size_t count) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  std::string text;
+  for (size_t i = 0; i < count; ++i) {
+    const uint8_t byte = static_cast<const uint8_t*>(bytes)[i];
+    text += {kDigits[byte >> 4], kDigits[byte & 15]};
+  }
+  return text;
+}
 
 // Stands in BTRCALL's place while it lives; there is one at a time.
 class FakeBtrieve : Pinned {
  public:
-  FakeBtrieve();
-  ~FakeBtrieve();
+  FakeBtrieve() {
+    present_ = this;
+    ReplaceBtrCall([](uint16_t operation, void* posBlock, void* data, uint32_t* dataLength,
+                      void* key, uint8_t keyLength, int8_t keyNumber) {
+      return present_->Call({operation, posBlock, static_cast<uint8_t*>(data), dataLength,
+                             static_cast<uint8_t*>(key), keyLength, keyNumber});
+    });
+  }
+  ~FakeBtrieve() {
+    ReplaceBtrCall(nullptr);
+    present_ = nullptr;
+  }
 
   // Operations not told of give 0.
   void Answer(uint16_t operation, int16_t status) {
@@ -43,8 +61,19 @@ class FakeBtrieve : Pinned {
   std::string TakeLog() { return std::exchange(log_, {}); }
 
  private:
-  int16_t Call(const BtrieveCall& call);
+  int16_t Call(const BtrieveCall& call) {
+    log_ +=
+        std::to_string(call.operation) + (call.posBlock != nullptr ? "" : " noblock") +
+        (call.data != nullptr ? "" : " nodata") +
+        " len=" + (call.dataLength != nullptr ? std::to_string(*call.dataLength) : "-") + " key=" +
+        (call.key != nullptr ? std::to_string(call.keyLength) + ":" + Hex(call.key, call.keyLength)
+                             : "-") +
+        " kn=" + std::to_string(call.keyNumber) + "; ";
+    const auto answer = answers_.find(call.operation);
+    return answer != answers_.end() ? answer->second(call) : int16_t{0};
+  }
 
+  static inline FakeBtrieve* present_ = nullptr;
   std::map<uint16_t, std::function<int16_t(const BtrieveCall&)>> answers_;
   std::string log_;
 };

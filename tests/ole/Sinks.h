@@ -4,6 +4,7 @@
 #include <ocidl.h>
 
 #include <functional>
+#include <map>
 #include <string>
 
 #include "com/Com.h"
@@ -12,10 +13,28 @@
 
 namespace qrn::test {
 
+inline std::string Narrow(BSTR text) {
+  if (!text) return "(null)";
+  return std::string(text, text + SysStringLen(text));
+}
+
 using namespace qrn::com;
 
 // A variant in a few characters: "I2:5", "BSTR&:abc".
-std::string Show(const VARIANT& value);
+inline std::string Show(const VARIANT& value) {
+  Variant text;
+  const VARTYPE plain = value.vt & ~VT_BYREF;
+  static const std::map<VARTYPE, const char*> kNames = {
+      {VT_I2, "I2"},     {VT_I4, "I4"},   {VT_R4, "R4"},           {VT_BSTR, "BSTR"},
+      {VT_BOOL, "BOOL"}, {VT_UI4, "UI4"}, {VT_DISPATCH, "OBJECT"}, {VT_EMPTY, "EMPTY"}};
+  const auto name = kNames.find(plain);
+  std::string shown = name != kNames.end() ? name->second : "?";
+  if (value.vt & VT_BYREF) shown += "&";
+  if (plain == VT_DISPATCH || plain == VT_EMPTY) return shown;
+  VariantCopyInd(text.put(), const_cast<VARIANT*>(&value));
+  VariantChangeType(text.get(), text.get(), 0, VT_BSTR);
+  return shown + ":" + Narrow(text->bstrVal);
+}
 
 // Counts its references and never frees itself: it lives in a test.
 template <class Interface>
@@ -44,7 +63,14 @@ class EventSink final : public Counted<IDispatch> {
   STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* sent, VARIANT*, EXCEPINFO*,
-                      UINT*) override;
+                      UINT*) override {
+    if (!hears) return S_OK;
+    log += std::to_string(id) + "(";
+    for (UINT i = sent->cArgs; i-- > 0;) log += Show(sent->rgvarg[i]) + (i ? "," : "");
+    log += ") ";
+    if (answer) answer(id, *sent);
+    return S_OK;
+  }
 };
 
 // Writes "ask(id)" and "changed(id)"; refuses leave for one id.
@@ -53,18 +79,32 @@ class PropertySink final : public Counted<IPropertyNotifySink> {
   std::string log;
   DISPID refuses = DISPID_UNKNOWN;
 
-  STDMETHODIMP OnChanged(DISPID id) override;
-  STDMETHODIMP OnRequestEdit(DISPID id) override;
+  STDMETHODIMP OnChanged(DISPID id) override {
+    log += "changed(" + std::to_string(id) + ") ";
+    return S_OK;
+  }
+  STDMETHODIMP OnRequestEdit(DISPID id) override {
+    log += "ask(" + std::to_string(id) + ") ";
+    return id == refuses ? S_FALSE : S_OK;
+  }
 };
 
 // Connects a sink to the point of that interface for as long as it lives.
 class Connection : Pinned {
  public:
-  Connection(IUnknown* control, const GUID& outgoing, IUnknown* sink);
+  Connection(IUnknown* control, const GUID& outgoing, IUnknown* sink) {
+    const auto container = Query<IConnectionPointContainer>(control);
+    if (!container || FAILED(container->FindConnectionPoint(outgoing, point_.put()))) return;
+    result = point_->Advise(sink, &cookie_);
+    if (FAILED(result)) point_.reset();
+  }
   ~Connection() { Leave(); }
 
   HRESULT result = E_FAIL;
-  void Leave();
+  void Leave() {
+    if (point_) point_->Unadvise(cookie_);
+    point_.reset();
+  }
 
  private:
   Com<IConnectionPoint> point_;

@@ -19,7 +19,11 @@ namespace qrn::test {
 using namespace qrn::com;
 
 // One visible window for all tests: without a window manager every one that goes costs two seconds.
-HWND TheForm();
+inline HWND TheForm() {
+  static HWND form = CreateWindowExW(0, L"STATIC", L"form", WS_POPUP | WS_VISIBLE, 0, 0, 300, 200,
+                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  return form;
+}
 
 class TestSite final : public IOleClientSite,
                        public IOleInPlaceSite,
@@ -30,9 +34,18 @@ class TestSite final : public IOleClientSite,
   virtual ~TestSite() = default;
 
   // Hosts a control in this window's client area: site, then in-place activation.
-  HRESULT Host(IUnknown* control, LONG verb = OLEIVERB_INPLACEACTIVATE);
+  HRESULT Host(IUnknown* control, LONG verb = OLEIVERB_INPLACEACTIVATE) {
+    object_ = Query<IOleObject>(control);
+    object_->SetClientSite(this);
+    return object_->DoVerb(verb, nullptr, this, 0, window(), &place);
+  }
   // Deactivates, closes and takes the site away.
-  void Unhost();
+  void Unhost() {
+    if (!object_) return;
+    object_->Close(OLECLOSE_NOSAVE);
+    object_->SetClientSite(nullptr);
+    object_.reset();
+  }
 
   HWND window() const { return form ? form : TheForm(); }
   IOleObject* object() const { return object_.get(); }
@@ -48,9 +61,26 @@ class TestSite final : public IOleClientSite,
   std::function<void(bool has)> onFocus;
   Com<IDispatch> extended;  // what stands for the control in the container's code
   ULONG references = 0;
-  void RunTime(const wchar_t* name = L"Sample1");
+  void RunTime(const wchar_t* name = L"Sample1") {
+    ambients[DISPID_AMBIENT_USERMODE] = Variant::Bool(true);
+    ambients[DISPID_AMBIENT_DISPLAYNAME] = Variant(Bstr(name));
+  }
 
-  STDMETHODIMP QueryInterface(REFIID id, void** out) override;
+  STDMETHODIMP QueryInterface(REFIID id, void** out) override {
+    *out = nullptr;
+    if (id == __uuidof(IUnknown) || id == __uuidof(IOleClientSite)) {
+      *out = static_cast<IOleClientSite*>(this);
+    } else if (id == __uuidof(IOleInPlaceSite) || id == __uuidof(IOleWindow)) {
+      *out = static_cast<IOleInPlaceSite*>(this);
+    } else if (id == __uuidof(IOleControlSite)) {
+      *out = static_cast<IOleControlSite*>(this);
+    } else if (id == __uuidof(IDispatch)) {
+      *out = static_cast<IDispatch*>(this);
+    }
+    if (!*out) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
   STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
   STDMETHODIMP_(ULONG) Release() override { return --references; }
 
@@ -61,13 +91,25 @@ class TestSite final : public IOleClientSite,
   STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
   STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
 
-  STDMETHODIMP GetWindow(HWND* window) override;
+  STDMETHODIMP GetWindow(HWND* window) override {
+    *window = this->window();
+    return S_OK;
+  }
   STDMETHODIMP ContextSensitiveHelp(BOOL) override { return S_OK; }
   STDMETHODIMP CanInPlaceActivate() override { return mayActivate; }
   STDMETHODIMP OnInPlaceActivate() override { return Note("in"); }
-  STDMETHODIMP OnUIActivate() override;
-  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
-                                LPRECT place, LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+  STDMETHODIMP OnUIActivate() override {
+    if (onUiActivate) onUiActivate();
+    return Note("ui");
+  }
+  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT at,
+                                LPRECT clip, LPOLEINPLACEFRAMEINFO) override {
+    *frame = this;
+    AddRef();
+    *document = nullptr;
+    *at = *clip = place;
+    return S_OK;
+  }
   STDMETHODIMP Scroll(SIZE) override { return S_OK; }
   STDMETHODIMP OnUIDeactivate(BOOL) override { return Note("ui-out"); }
   STDMETHODIMP OnInPlaceDeactivate() override { return Note("out"); }
@@ -78,7 +120,9 @@ class TestSite final : public IOleClientSite,
   STDMETHODIMP GetBorder(LPRECT) override { return E_NOTIMPL; }
   STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return E_NOTIMPL; }
   STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
-  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) override;
+  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) override {
+    return Note(active ? "active" : "inactive");
+  }
   STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
   STDMETHODIMP SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
   STDMETHODIMP RemoveMenus(HMENU) override { return E_NOTIMPL; }
@@ -92,18 +136,32 @@ class TestSite final : public IOleClientSite,
     return extended ? extended.copyTo(control) : E_NOTIMPL;
   }
   STDMETHODIMP TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
-  STDMETHODIMP TranslateAccelerator(MSG* message, DWORD modifiers) override;
-  STDMETHODIMP OnFocus(BOOL has) override;
+  STDMETHODIMP TranslateAccelerator(MSG*, DWORD modifiers) override {
+    acceleratorModifiers = modifiers;
+    Note("accelerator");
+    return acceleratorResult;
+  }
+  STDMETHODIMP OnFocus(BOOL has) override {
+    if (onFocus) onFocus(has != FALSE);
+    return Note(has ? "focus" : "blur");
+  }
   STDMETHODIMP ShowPropertyFrame() override { return Note("pages"); }
 
   STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* value, EXCEPINFO*,
-                      UINT*) override;
+                      UINT*) override {
+    const auto found = ambients.find(id);
+    if (found == ambients.end()) return DISP_E_MEMBERNOTFOUND;
+    return VariantCopy(value, found->second.get());
+  }
 
  private:
-  HRESULT Note(const char* what);
+  HRESULT Note(const char* what) {
+    log += std::string(what) + " ";
+    return S_OK;
+  }
 
   Com<IOleObject> object_;
 };

@@ -2,6 +2,7 @@
 // sanitizer sees one byte too many, and everything that comes back in one value.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 
 #include "Bytes.h"
@@ -10,6 +11,17 @@
 #include "tests/support/TempFolder.h"
 
 namespace btrieve::test {
+
+// Bytes of a buffer that the caller did not fill.
+constexpr uint8_t kUnused = 0xEE;
+
+// A buffer on the heap of exactly its size: behind it the sanitizer stands.
+inline std::unique_ptr<uint8_t[]> Filled(const Bytes& bytes, size_t size) {
+  auto buffer = std::make_unique<uint8_t[]>(size);
+  std::fill_n(buffer.get(), size, kUnused);
+  std::copy_n(bytes.begin(), std::min(bytes.size(), size), buffer.get());
+  return buffer;
+}
 
 enum Op : uint16_t {
 #define BTRIEVE_OPERATION(name, number) k##name = number,
@@ -46,11 +58,11 @@ struct CallOut {
   bool keyTouched = false;
 
   // The bytes returned.
-  Bytes Returned() const;
+  Bytes Returned() const {
+    return {data.begin(),
+            data.begin() + static_cast<std::ptrdiff_t>(std::min<size_t>(length, data.size()))};
+  }
 };
-
-// Bytes of a buffer that the caller did not fill.
-constexpr uint8_t kUnused = 0xEE;
 
 // One client of the record manager: this process, or another one.
 class Client {
@@ -63,9 +75,28 @@ class Client {
 // Calls BTRCALL here.
 class ThisProcess : public Client {
  public:
-  ThisProcess();
-  ~ThisProcess() override;  // resets: nothing stays open for the next test
-  CallOut Call(int operation, int block, const CallIn& in) override;
+  ThisProcess() : blocks_(kBlocks, Bytes(128)) {}
+  // resets: nothing stays open for the next test
+  ~ThisProcess() override { BTRCALL(kReset, nullptr, nullptr, nullptr, nullptr, 0, 0); }
+  CallOut Call(int operation, int block, const CallIn& in) override {
+    const size_t room = std::max(in.room, in.data.size());
+    const size_t keySize = in.keyLength < 0 ? 255 : static_cast<size_t>(in.keyLength);
+    const auto data = Filled(in.data, room);
+    const auto key = Filled(in.key, keySize);
+    const Bytes dataBefore(data.get(), data.get() + room);
+    const Bytes keyBefore(key.get(), key.get() + keySize);
+    CallOut out;
+    out.length = static_cast<uint32_t>(room);
+    out.status = BTRCALL(static_cast<uint16_t>(operation), in.noBlock ? nullptr : Block(block),
+                         in.noData ? nullptr : data.get(), in.noLength ? nullptr : &out.length,
+                         in.noKey ? nullptr : key.get(), static_cast<uint8_t>(keySize),
+                         static_cast<int8_t>(in.keyNumber));
+    out.data.assign(data.get(), data.get() + room);
+    out.key.assign(key.get(), key.get() + keySize);
+    out.dataTouched = out.data != dataBefore;
+    out.keyTouched = out.key != keyBefore;
+    return out;
+  }
   uint8_t* Block(int block) { return blocks_[block].data(); }
 
  private:
@@ -75,6 +106,6 @@ class ThisProcess : public Client {
 using Folder = qrn::test::TempFolder;
 
 // A path as key buffer, with its NUL.
-Bytes PathKey(const std::string& path);
+inline Bytes PathKey(const std::string& path) { return Padded(path, path.size() + 1, '\0'); }
 
 }  // namespace btrieve::test
