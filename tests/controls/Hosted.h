@@ -1,14 +1,21 @@
 // A control in the small container, with its events written down.
 #pragma once
 
-#include <memory>
+#include <optional>
 
+#include "com/VbFormat.h"
 #include "ole/Control.h"
+#include "ole/SystemGuid.h"
+#include "platform/Utf.h"
 #include "tests/ole/Caller.h"
 #include "tests/ole/TestSite.h"
 #include "tests/support/Pinned.h"
 
 namespace qrn::test {
+
+inline std::string Utf8(std::wstring_view text) {
+  return Utf16ToUtf8({reinterpret_cast<const char16_t*>(text.data()), text.size()});
+}
 
 // A container's format service, played: puts brackets round the text and keeps what it was asked.
 struct PlayedFormat {
@@ -19,37 +26,128 @@ struct PlayedFormat {
   std::string asked;  // "#,##0:1234 1041 512;"
 };
 
+// Wide like the real one: tells of every argument that the service is given.
+class FormatService final : public Counted<IVBFormat> {
+ public:
+  explicit FormatService(PlayedFormat& played) : played_(played) {}
+
+  STDMETHODIMP Format(VARIANT* value, BSTR format, void* buffer, USHORT size, LONG locale,
+                      SHORT firstDay, USHORT firstWeek, USHORT*) override {
+    const std::wstring text = value->bstrVal;
+    played_.asked += Utf8(format) + ":" + Utf8(text) + " " + std::to_string(locale) + " " +
+                     std::to_string(size) + " " + std::to_string(firstDay + firstWeek) + ";";
+    if (played_.fails) return E_FAIL;
+    wcscpy(static_cast<wchar_t*>(buffer), (L"[" + text + L"]").c_str());
+    return S_OK;
+  }
+
+ private:
+  PlayedFormat& played_;
+};
+
+class FormatSource final : public Counted<IGetVBAObject> {
+ public:
+  explicit FormatSource(PlayedFormat& played) : played_(played), service_(played) {}
+  STDMETHODIMP GetObject(REFIID id, void** out, DWORD) override {
+    *out = nullptr;
+    const bool has = played_.offered == PlayedFormat::kService;
+    return has ? service_.QueryInterface(id, out) : E_NOINTERFACE;
+  }
+
+ private:
+  PlayedFormat& played_;
+  FormatService service_;
+};
+
 // The control and its site. Until `Show` it has no window.
 class HostedControl : Pinned {
  public:
-  HostedControl(ole::Control& control, const wchar_t* name, bool runs);
-  ~HostedControl();
+  HostedControl(ole::Control& control, const wchar_t* name, bool runs)
+      : control_(com::Com<IUnknown>::Take(&control.Inner())),
+        dispatch_(com::Query<IDispatch>(control_)),
+        object_(com::Query<IOleObject>(control_)),
+        outer_(*this) {
+    if (runs) site.RunTime(name);
+    object_->SetClientSite(&outer_);
+    connection_.emplace(control_.get(), ole::AsGuid(control.table().eventsId), &events);
+  }
+  ~HostedControl() { Unhost(); }
 
-  HRESULT Show(LONG verb = OLEIVERB_INPLACEACTIVATE);
+  HRESULT Show(LONG verb = OLEIVERB_INPLACEACTIVATE) {
+    return object_->DoVerb(verb, nullptr, &outer_, 0, site.window(), &site.place);
+  }
   // As the form goes: window and site are taken away.
-  void Unhost();
+  void Unhost() {
+    connection_.reset();
+    if (!object_) return;
+    const auto object = std::exchange(object_, {});
+    object->Close(OLECLOSE_NOSAVE);
+    object->SetClientSite(nullptr);
+  }
   // Lets go of the control as well; nothing but `site` and `events` is of use then.
-  void Drop();
+  void Drop() {
+    Unhost();
+    dispatch_.reset();
+    control_.reset();
+  }
 
   IDispatch* object() { return dispatch_.get(); }
   HRESULT Set(const wchar_t* name, VARIANT value) { return Put(object(), name, {value}).result; }
   std::string Value(const wchar_t* name) { return Get(object(), name).Text(); }
   // Offers a key to the control as the container's message loop does.
-  HRESULT Offer(MSG& message);
-  HRESULT Offer(UINT message, WPARAM key);
+  HRESULT Offer(MSG& message) {
+    // No reference of the call's own: a handler may drop the last one.
+    auto* const active = com::Query<IOleInPlaceActiveObject>(control_).get();
+    return active->TranslateAccelerator(&message);
+  }
+  HRESULT Offer(UINT message, WPARAM key) {
+    MSG offered{};
+    offered.message = message;
+    offered.wParam = key;
+    return Offer(offered);
+  }
 
   TestSite site;
   EventSink events;
   PlayedFormat format;
 
  private:
-  class Site;
+  // The small container's site with the format service beside its interfaces.
+  class Site final : public IOleClientSite {
+   public:
+    explicit Site(HostedControl& hosted) : hosted_(hosted), source_(hosted.format) {}
+    virtual ~Site() = default;
+
+    STDMETHODIMP QueryInterface(REFIID id, void** out) override {
+      if (id == __uuidof(IGetVBAObject) && hosted_.format.offered != PlayedFormat::kNothing) {
+        return source_.QueryInterface(id, out);
+      }
+      if (id != __uuidof(IOleClientSite) && id != __uuidof(IUnknown)) {
+        return hosted_.site.QueryInterface(id, out);
+      }
+      *out = static_cast<IOleClientSite*>(this);
+      AddRef();
+      return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return hosted_.site.AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return hosted_.site.Release(); }
+    STDMETHODIMP SaveObject() override { return S_OK; }
+    STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
+    STDMETHODIMP ShowObject() override { return S_OK; }
+    STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
+    STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
+
+   private:
+    HostedControl& hosted_;
+    FormatSource source_;
+  };
 
   com::Com<IUnknown> control_;
   com::Com<IDispatch> dispatch_;
   com::Com<IOleObject> object_;
-  std::unique_ptr<Site> outer_;
-  std::unique_ptr<Connection> connection_;
+  Site outer_;
+  std::optional<Connection> connection_;
 };
 
 // One control class, made and hosted.
@@ -69,10 +167,21 @@ class Hosted : public HostedControl {
 };
 
 // The text of a window as UTF-8.
-std::string TextOf(HWND window);
+inline std::string TextOf(HWND window) {
+  wchar_t text[2048] = {};
+  return Utf8({text, static_cast<size_t>(GetWindowTextW(window, text, 2048))});
+}
 // Sends the characters one by one, as typed.
-void Type(HWND window, std::u16string_view characters);
+inline void Type(HWND window, std::u16string_view characters) {
+  for (const char16_t character : characters) SendMessageW(window, WM_CHAR, character, 1);
+}
 // Runs what waits in the message queue.
-void RunMessages();
+inline void RunMessages() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
 
 }  // namespace qrn::test
