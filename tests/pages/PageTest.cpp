@@ -436,7 +436,7 @@ TEST_F(Pages, LookForADirectory) {
 }
 
 // A frame that nobody here wrote finds the pages by their class ids.
-class ServedPages : Pinned {
+class ServedPages : test::Pinned {
  public:
   ServedPages() {
     for (const PageRow& row : kPages) {
