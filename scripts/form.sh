@@ -43,7 +43,7 @@ read_form_line() {
         name=${1%%=*} value=${1#*=}
         FORM_LINE+=("$name" "$(form_path "$name" "$value")") || exit 1
         ;;
-      --help | -h) forms=1 FORM_LINE+=("$1") ;;
+      --help | -h | --design) forms=1 FORM_LINE+=("$1") ;;
       -*) FORM_LINE+=("$1") ;;
       *)
         FORM_LINE+=("$(form_path form "$1")") || exit 1

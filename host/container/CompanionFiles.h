@@ -13,8 +13,10 @@ namespace qrn::host {
 
 class CompanionFiles {
  public:
-  // `folder` is the form file's, UTF-8, without a separator at the end.
-  explicit CompanionFiles(std::string folder) : folder_(std::move(folder)) {}
+  // `folder` is the form file's, UTF-8, without a separator at the end. Files whose bytes are
+  // given, by name, are not read.
+  explicit CompanionFiles(std::string folder, std::map<std::string, std::string> given = {})
+      : folder_(std::move(folder)), files_(std::move(given)) {}
 
   // The picture a reference leads to. Throws std::runtime_error with a plain reason when the file
   // is not there, holds no picture at that place, or one that the system does not load.

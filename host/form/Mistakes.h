@@ -1,6 +1,7 @@
 // What is wrong with a file, told to the one who wrote it: which file, which line, and why.
 #pragma once
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -37,7 +38,13 @@ class Mistakes {
 class FileRefused : public std::runtime_error {
  public:
   FileRefused(const std::string& fileName, const Mistakes& mistakes)
-      : std::runtime_error(mistakes.Text(fileName)) {}
+      : std::runtime_error(mistakes.Text(fileName)),
+        mistakes_(std::make_shared<const Mistakes>(mistakes)) {}
+
+  const Mistakes& mistakes() const noexcept { return *mistakes_; }
+
+ private:
+  std::shared_ptr<const Mistakes> mistakes_;
 };
 
 }  // namespace qrn::form

@@ -44,6 +44,10 @@ constexpr VerbForm kForms[] = {
     {UserVerb::DialogExpect, "dialog <title:text> expect <id:number> <sign> <text>"},
     {UserVerb::DialogTab,    "dialog <title:text> tab <text>"},
     {UserVerb::Pages,        "pages <control>"},
+    {UserVerb::Tool,         "tool <class:path> [twice]"},
+    {UserVerb::Point,        "point <x:number> <y:number> [twice] [right] [shift] [ctrl]"},
+    {UserVerb::Draw,         "draw from <x:number> <y:number> to <x2:number> <y2:number> [shift] [ctrl]"},
+    {UserVerb::Pull,         "pull <control> <handle:topleft|top|topright|right|bottomright|bottom|bottomleft|left> by <x:number> <y:number>"},
 };
 // clang-format on
 

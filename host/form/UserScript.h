@@ -35,6 +35,10 @@ enum class UserVerb {
   DialogExpect,
   DialogTab,
   Pages,
+  Tool,
+  Point,
+  Draw,
+  Pull,
 };
 
 // One step. `arguments` holds what stands at the places of the verb's form, by the place's name:

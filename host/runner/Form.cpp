@@ -30,12 +30,14 @@ void NameByLabels(const ControlSet& controls) {
 Form::Form(Program& program, std::shared_ptr<const FormSource> source)
     : program_(&program),
       source_(std::move(source)),
+      isDesign_(program.options().design),
+      stage_(program.options().stage),
       name_(Wide(source_->Name())),
       window_(*this),
       code_(*this),
       keyboard_(controls_, window_, code_),
       pieces_(controls_) {
-  if (program.options().design) {
+  if (isDesign_ && !stage_) {
     designer_ = std::make_unique<Designer>(
         controls_, window_, [this](const FormControl& control) { PostShowPages(control); });
   }
@@ -46,7 +48,7 @@ Form::Form(Program& program, std::shared_ptr<const FormSource> source)
 }
 
 void Form::ReadLook(form::Mistakes& mistakes) {
-  CompanionFiles files(source_->Folder());
+  CompanionFiles files = source_->Companions();
   look_ = ReadFormLook(source_->file.form, files, mistakes);
 }
 
@@ -68,7 +70,7 @@ void Form::Load() {
   try {
     form::Mistakes toldBefore;
     ReadLook(toldBefore);
-    window_.Make(look_);
+    window_.Make(look_, stage_ ? stage_->Window() : nullptr);
     MakeControls();
     if (!IsDesign()) code_.Start();
     CreateControls();
@@ -82,7 +84,7 @@ void Form::Load() {
 }
 
 void Form::MakeControls() {
-  CompanionFiles files(source_->Folder());
+  CompanionFiles files = source_->Companions();
   form::Mistakes mistakes;
   for (const Com<FormControl>& control : controls_) {
     try {
@@ -196,6 +198,7 @@ bool Form::HasPages(const FormControl& control) const {
 }
 
 void Form::ShowPages(FormControl& control) {
+  if (stage_) return stage_->ShowPages(control);
   IUnknown* object = control.HostedObject();
   if (object && ShowPropertyPages(Window(), control.DisplayName(), object, classes())) return;
   program_->Tell(source_->path + ": " + Utf8(control.DisplayName()) + " has no property pages",

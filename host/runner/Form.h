@@ -9,6 +9,7 @@
 #include "host/container/Ambients.h"
 #include "host/container/ControlClasses.h"
 #include "host/runner/ControlSet.h"
+#include "host/runner/DesignStage.h"
 #include "host/runner/FormCode.h"
 #include "host/runner/FormKeyboard.h"
 #include "host/runner/FormMembers.h"
@@ -47,7 +48,7 @@ class Form final : public FormMembers, private FormWindowOwner {
   const std::wstring& name() const noexcept { return name_; }
   bool IsLoaded() const noexcept { return state_ == State::Loaded; }
   bool IsUnloaded() const noexcept { return state_ == State::Unloaded; }
-  bool IsDesign() const noexcept { return designer_ != nullptr; }
+  bool IsDesign() const noexcept { return isDesign_; }
   Program* program() const noexcept { return program_; }  // null once it is going
   HWND Window() const noexcept { return window_.get(); }
   RECT Place() const noexcept { return window_.Place(); }
@@ -100,6 +101,7 @@ class Form final : public FormMembers, private FormWindowOwner {
   std::optional<LRESULT> OnShowPages(WPARAM place, LPARAM);
   std::optional<LRESULT> OnEraseBackground(WPARAM, LPARAM);
   std::optional<LRESULT> OnPaint(WPARAM, LPARAM);
+  std::optional<LRESULT> OnSetCursor(WPARAM, LPARAM);
   std::optional<LRESULT> OnSize(WPARAM, LPARAM);
   std::optional<LRESULT> OnActivate(WPARAM how, LPARAM);
   std::optional<LRESULT> OnSetFocus(WPARAM, LPARAM);
@@ -108,6 +110,8 @@ class Form final : public FormMembers, private FormWindowOwner {
 
   Program* program_;
   std::shared_ptr<const FormSource> source_;
+  bool isDesign_;
+  DesignStage* stage_;  // null while the form runs
   std::wstring name_;
   State state_ = State::Unloaded;
   ControlSet controls_;
@@ -115,7 +119,7 @@ class Form final : public FormMembers, private FormWindowOwner {
   FormCode code_;
   FormKeyboard keyboard_;
   Pieces pieces_;
-  std::unique_ptr<Designer> designer_;  // null while the form runs
+  std::unique_ptr<Designer> designer_;  // null while the form runs or stands on a stage
 };
 
 }  // namespace qrn::host

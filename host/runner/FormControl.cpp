@@ -99,7 +99,7 @@ bool FormControl::HasFocus() const noexcept {
   return window && focus && (focus == window || IsChild(window, focus));
 }
 
-void FormControl::SetBounds(const Bounds& bounds) {
+void FormControl::PutAt(const Bounds& bounds) {
   bounds_ = bounds;
   OnMoved();
 }
@@ -132,7 +132,7 @@ void FormControl::Edge(Call& call, double Bounds::*edge) {
   if (moved.width < 0 || moved.height < 0) {
     throw ScriptError{com::kInvalidPropertyValue, L"a size below 0"};
   }
-  SetBounds(moved);
+  PutAt(moved);
 }
 
 void FormControl::Left(Call& call) { Edge(call, &Bounds::left); }
@@ -179,7 +179,7 @@ void FormControl::Move(Call& call) {
   moved.width = call.Real(2, moved.width * units) / units;
   moved.height = call.Real(3, moved.height * units) / units;
   if (moved.width < 0 || moved.height < 0) throw ScriptError{kInvalidCall, L"a size below 0"};
-  SetBounds(moved);
+  PutAt(moved);
 }
 
 void FormControl::SetFocus(Call&) {

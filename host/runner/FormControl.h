@@ -45,6 +45,8 @@ class FormControl : public Scriptable {
   std::wstring DisplayName() const;
   HWND ParentWindow() const;
   RECT Place() const { return bounds_.Pixels(); }
+  // Moves and sizes it.
+  void PutAt(const Bounds& bounds);
 
   // Takes place, order and the like from the form file; a derived class takes its own besides.
   virtual void Read(CompanionFiles& files, form::Mistakes& mistakes);
@@ -124,7 +126,6 @@ class FormControl : public Scriptable {
     return take() && (HasFocus() || arrivals_ != arrivals || GetFocus() != before);
   }
 
-  void SetBounds(const Bounds& bounds);
   bool TakeContainerProperty(const form::Property& property);
   Bounds bounds_;  // in twips, on what holds it
 

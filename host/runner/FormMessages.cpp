@@ -24,7 +24,7 @@ const Form::WindowRow Form::kWindowRows[] = {
     {kShowPages, &Form::OnShowPages}, {WM_ERASEBKGND, &Form::OnEraseBackground},
     {WM_PAINT, &Form::OnPaint},       {WM_SIZE, &Form::OnSize},
     {WM_ACTIVATE, &Form::OnActivate}, {WM_SETFOCUS, &Form::OnSetFocus},
-    {WM_ENABLE, &Form::OnEnable},
+    {WM_ENABLE, &Form::OnEnable},     {WM_SETCURSOR, &Form::OnSetCursor},
 };
 
 std::optional<LRESULT> Form::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -63,10 +63,17 @@ std::optional<LRESULT> Form::OnEraseBackground(WPARAM, LPARAM) { return 1; }
 std::optional<LRESULT> Form::OnPaint(WPARAM, LPARAM) {
   const BufferedPaint paint(Window());
   FillWith(paint.dc(), paint.area(), look_.backColor);
+  if (stage_) stage_->DrawGround(paint.dc(), paint.area());
   pieces_.Draw(nullptr, paint.dc());
   if (designer_) designer_->Outline(paint.dc());
   if (IsLoaded()) code_.Raise(L"Paint");
   return 0;
+}
+
+std::optional<LRESULT> Form::OnSetCursor(WPARAM, LPARAM) {
+  if (!stage_) return std::nullopt;
+  stage_->SetPointer();
+  return TRUE;
 }
 
 std::optional<LRESULT> Form::OnSize(WPARAM, LPARAM) {

@@ -61,13 +61,14 @@ FormWindow::~FormWindow() {
   Close();
 }
 
-void FormWindow::Make(const FormLook& look) {
+void FormWindow::Make(const FormLook& look, HWND parent) {
   RegisterWindowClass(kFormClass, &FormWindow::Procedure);
-  const BorderRow styles = StylesOf(look);
+  BorderRow styles = StylesOf(look);
+  if (parent) styles.style = (styles.style & ~WS_POPUP) | WS_CHILD | WS_CLIPSIBLINGS;
   const RECT place = OuterPlace(look, styles);
   window_ =
       CreateWindowExW(styles.extended, kFormClass, look.caption.c_str(), styles.style, place.left,
-                      place.top, place.right - place.left, place.bottom - place.top, nullptr,
+                      place.top, place.right - place.left, place.bottom - place.top, parent,
                       nullptr, GetModuleHandleW(nullptr), this);
   if (!window_) throw std::runtime_error("the form's window cannot be made");
   if (!look.enabled) EnableWindow(window_, FALSE);

@@ -31,8 +31,9 @@ class FormWindow {
   FormWindow& operator=(const FormWindow&) = delete;
   ~FormWindow();  // whose owner hears nothing of the window's end
 
-  // Makes the window, still hidden; throws std::runtime_error when the system refuses.
-  void Make(const FormLook& look);
+  // Makes the window, still hidden, as a child of `parent` if there is one; throws
+  // std::runtime_error when the system refuses.
+  void Make(const FormLook& look, HWND parent = nullptr);
   void Close() noexcept;
 
   HWND get() const noexcept { return window_; }  // null while there is none

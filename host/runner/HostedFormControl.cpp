@@ -137,8 +137,8 @@ void HostedFormControl::OnFocus(bool focus) {
 }
 
 void HostedFormControl::OnMoved(const RECT& place) {
-  SetBounds({ToTwips(place.left), ToTwips(place.top), ToTwips(place.right - place.left),
-             ToTwips(place.bottom - place.top)});
+  PutAt({ToTwips(place.left), ToTwips(place.top), ToTwips(place.right - place.left),
+         ToTwips(place.bottom - place.top)});
 }
 
 bool HostedFormControl::OnKey(MSG& message) { return form().keyboard().Translate(message); }

@@ -205,6 +205,7 @@ void Program::Tell(const std::string& text, UINT style) {
 
 void Program::OnFault(const Form& form, const ScriptFault& fault) {
   ++faults_;
+  if (!firstFault_) firstFault_ = FaultPlace{form.source().path, fault.line};
   std::string text = form.source().path;
   if (fault.line > 0) text += ":" + std::to_string(fault.line);
   text += ": error " + std::to_string(fault.number) + ": " + Utf8(fault.description);

@@ -4,10 +4,12 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/container/ControlClasses.h"
+#include "host/runner/DesignStage.h"
 #include "host/runner/Form.h"
 #include "host/script/ScriptGlobals.h"
 
@@ -17,6 +19,7 @@ struct ProgramOptions {
   bool design = false;  // user mode off, no code
   // Shows a failure of code in a box besides writing it; off where nobody sits before the screen.
   bool boxes = true;
+  DesignStage* stage = nullptr;  // of forms that are designed; null: each has a window by itself
 };
 
 class Program final : private ProgramServices {
@@ -73,6 +76,12 @@ class Program final : private ProgramServices {
   bool IsFront(const Form& form) const noexcept { return front_ == &form; }
   // How often code failed that nothing caught.
   int faults() const noexcept { return faults_; }
+  // Where that was first: the form's file as it was given, and its line (0: not known).
+  struct FaultPlace {
+    std::string path;
+    int line = 0;
+  };
+  const std::optional<FaultPlace>& firstFault() const noexcept { return firstFault_; }
 
  private:
   void Print(const std::wstring& text, bool openEnd) override;
@@ -103,6 +112,7 @@ class Program final : private ProgramServices {
   size_t column_ = 0;
   int mousePointer_ = 0;
   int faults_ = 0;
+  std::optional<FaultPlace> firstFault_;
   bool ended_ = false;
 };
 

@@ -109,7 +109,8 @@ void TurnWheel(bool across, bool away) {
   Sleep(kBetweenMs);
 }
 
-void DragMouse(POINT from, POINT to) {
+void DragMouse(POINT from, POINT to, const ClickKind& kind) {
+  const HeldKeys held(kind.shift, kind.control, false);
   MoveMouse(from);
   SendMouse(MOUSEEVENTF_LEFTDOWN);
   for (int i = 1; i <= kDragSteps; ++i) {

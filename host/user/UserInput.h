@@ -27,7 +27,8 @@ void MoveMouse(POINT to);
 void ClickMouse(POINT at, const ClickKind& kind);
 // One notch of a wheel, to the user (down, right) or away.
 void TurnWheel(bool across, bool away);
-// Presses the left button at `from`, moves in steps, lets go at `to`.
-void DragMouse(POINT from, POINT to);
+// Presses the left button at `from`, moves in steps, lets go at `to`; of `kind` the keys that are
+// held meanwhile count.
+void DragMouse(POINT from, POINT to, const ClickKind& kind = {});
 
 }  // namespace qrn::host

@@ -94,10 +94,14 @@ const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
     {UserVerb::DialogExpect, &UserPlayer::OnDialog},
     {UserVerb::DialogTab, &UserPlayer::OnDialog},
     {UserVerb::Pages, &UserPlayer::OnPages},
+    {UserVerb::Tool, &UserPlayer::OnTool},
+    {UserVerb::Point, &UserPlayer::OnPoint},
+    {UserVerb::Draw, &UserPlayer::OnDraw},
+    {UserVerb::Pull, &UserPlayer::OnPull},
 };
 
-UserPlayer::UserPlayer(Program& program, std::vector<UserStep> steps, std::string name, bool trace)
-    : program_(program),
+UserPlayer::UserPlayer(Scene& scene, std::vector<UserStep> steps, std::string name, bool trace)
+    : scene_(scene),
       steps_(std::move(steps)),
       name_(std::move(name)),
       trace_(trace),
@@ -123,8 +127,8 @@ void UserPlayer::Run(const std::function<void()>& load, const std::function<void
   WaitForSingleObject(up_.get(), INFINITE);
   try {
     if (load) load();
-    program_.Start();
-    program_.Run();
+    scene_.Start();
+    scene_.Run();
   } catch (...) {
     refused_ = true;
     WaitForEnd();
@@ -137,7 +141,7 @@ void UserPlayer::Play(const std::function<void()>& ifStuck) {
   SetEvent(up_.get());
   PlaySteps();
   const ULONGLONG end = GetTickCount64() + kEndPatienceMs;
-  ui_.Run([this] { program_.End(); }, {}, kEndPatienceMs);
+  ui_.Run([this] { scene_.End(); }, {}, kEndPatienceMs);
   while (!programEnded_ && GetTickCount64() < end) Sleep(kLookMs);
   if (!programEnded_ && ifStuck) ifStuck();
   ended_ = true;
@@ -167,7 +171,7 @@ void UserPlayer::PlaySteps() {
 
 bool UserPlayer::WaitForStart(UserVerb verb) {
   const ULONGLONG end = GetTickCount64() + kStartPatienceMs;
-  while (!program_.IsWaiting() && !programEnded_) {
+  while (!scene_.IsWaiting() && !programEnded_) {
     if (HWND box = FrontBox()) {
       if (IsForBoxes(verb)) return true;
       Fail("nobody answers the box " + Described(box) + " that comes before the form");
@@ -183,7 +187,7 @@ bool UserPlayer::WaitForStart(UserVerb verb) {
 // The window that must be enabled for the mouse to do something there. What holds others is reached
 // beside them.
 HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
-  if (const Form* form = program_.FormNamed(Wide(path))) return form->Window();
+  if (const Form* form = program().FormNamed(Wide(path))) return form->Window();
   FormControl& control = ControlAt(path);
   if (!control.visible()) return nullptr;
   if (control.IsPiece()) {
@@ -195,11 +199,11 @@ HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
 
 // Beside a form that is designed a box or its property pages may hear the keys.
 void UserPlayer::RequireListener(const std::string& complaint) {
-  if (!program_.options().design) return;
   const HWND front = GetAncestor(ui_.Focus(), GA_ROOT);
   const bool isForm = Ask<bool>([this, front] {
-    const auto& forms = program_.forms();
-    return std::any_of(forms.begin(), forms.end(),
+    const auto& forms = program().forms();
+    return program().options().design &&
+           std::any_of(forms.begin(), forms.end(),
                        [front](const Com<Form>& form) { return form->Window() == front; });
   });
   if (isForm) Fail(complaint + kDesigned);
@@ -209,6 +213,11 @@ void UserPlayer::RequireReach(const std::string& path, POINT point) {
   RequireNoMessage();
   if (!MonitorFromPoint(point, MONITOR_DEFAULTTONULL)) Fail(path + " lies outside the screen");
   OnForms([this, path, point] {
+    if (scene_.designer()) {
+      const HWND top = GetAncestor(WindowFromPoint(point), GA_ROOT);
+      if (top != scene_.designer()->Frame()) Fail(path + " lies behind another window");
+      return;
+    }
     const HWND window = ReachedWindow(path, point);
     if (!window || !IsWindowVisible(window)) Fail(path + " is hidden");
     if (!AllEnabled(window)) Fail(path + " is disabled");
@@ -224,7 +233,7 @@ void UserPlayer::RequireReach(const std::string& path, POINT point) {
 
 void UserPlayer::RunStep(const UserStep& step) {
   const int line = step.line;
-  if (trace_) OnForms([this, line] { program_.PrintLine(Wide("step " + std::to_string(line))); });
+  if (trace_) OnForms([this, line] { program().PrintLine(Wide("step " + std::to_string(line))); });
   for (const VerbRow& row : kVerbs) {
     if (row.verb == step.verb) return (this->*row.run)(step);
   }
@@ -262,11 +271,11 @@ void UserPlayer::OnForms(std::function<void()> work) {
 Com<IDispatch> UserPlayer::ObjectAt(const form::MemberPath& path, size_t steps) {
   const std::wstring first = Wide(path[0].name);
   size_t at = 0;
-  Form* form = program_.FormNamed(first);
+  Form* form = program().FormNamed(first);
   if (form && steps > 0) {
     at = 1;
   } else {
-    form = program_.ActiveForm();
+    form = program().ActiveForm();
   }
   if (!form) Fail("there is no form");
   Com<IDispatch> object(form);
@@ -292,7 +301,7 @@ std::wstring UserPlayer::ShownValue(const std::string& path) {
 FormControl& UserPlayer::ControlAt(const std::string& text) {
   const form::MemberPath path = *form::MemberPathOf(text);
   const Com<IDispatch> object = ObjectAt(path, path.size());
-  for (const Com<Form>& form : program_.forms()) {
+  for (const Com<Form>& form : program().forms()) {
     for (const Com<FormControl>& control : form->controls()) {
       if (static_cast<IDispatch*>(control.get()) == object.get()) return *control;
     }
@@ -301,14 +310,14 @@ FormControl& UserPlayer::ControlAt(const std::string& text) {
 }
 
 Form& UserPlayer::FormAt(const std::string& name) {
-  Form* form = name.empty() ? program_.ActiveForm() : program_.FormNamed(Wide(name));
+  Form* form = name.empty() ? program().ActiveForm() : program().FormNamed(Wide(name));
   if (!form) Fail("there is no form " + name);
   return *form;
 }
 
 RECT UserPlayer::ScreenPart(const std::string& path) {
   return Ask<RECT>([this, path] {
-    if (Form* form = program_.FormNamed(Wide(path))) return ScreenPartOf(form->Window());
+    if (Form* form = program().FormNamed(Wide(path))) return ScreenPartOf(form->Window());
     const FormControl& control = ControlAt(path);
     RECT part = control.Place();
     MapWindowPoints(control.ParentWindow(), nullptr, reinterpret_cast<POINT*>(&part), 2);
@@ -323,6 +332,17 @@ POINT UserPlayer::PointIn(const std::string& path, const UserStep& step, const c
   return {part.left + step.Number(x), part.top + step.Number(y)};
 }
 
+Program& UserPlayer::program() {
+  Program* program = scene_.program();
+  if (!program) Fail("there is no form");
+  return *program;
+}
+
+HWND UserPlayer::WindowOf(const std::string& form) {
+  if (designer::DesignWindow* window = scene_.designer()) return window->Frame();
+  return FormAt(form).Window();
+}
+
 void UserPlayer::OnShow(const UserStep& step) {
   ActOnForms([this, form = step.Get("form")] { FormAt(form).Display(false); });
 }
@@ -330,7 +350,7 @@ void UserPlayer::OnShow(const UserStep& step) {
 void UserPlayer::OnClose(const UserStep& step) {
   RequireNoMessage();
   OnForms([this, form = step.Get("form")] {
-    PostMessageW(FormAt(form).Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    PostMessageW(WindowOf(form), WM_SYSCOMMAND, SC_CLOSE, 0);
   });
 }
 
@@ -341,7 +361,7 @@ void UserPlayer::OnFocus(const UserStep& step) {
 
 // Its handlers may have sent the keyboard on: who asked for it here does not have it then.
 void UserPlayer::TakeFocus(const std::string& path) {
-  if (program_.options().design) Fail(path + " does not take the keyboard" + kDesigned);
+  if (program().options().design) Fail(path + " does not take the keyboard" + kDesigned);
   FormControl& control = ControlAt(path);
   SetForegroundWindow(control.form().Window());
   if (!control.CanTakeFocus() || !control.TakeFocus() || !control.HasFocus()) {
@@ -437,6 +457,7 @@ void UserPlayer::OnExpect(const UserStep& step) {
 
 void UserPlayer::OnSet(const UserStep& step) {
   ActOnForms([this, step] {
+    if (scene_.designer()) Fail(std::string("nothing is set") + kDesigned);
     const form::MemberPath path = *form::MemberPathOf(step.Get("path"));
     const Variant value = ValueOf(*form::ScriptValueOf(step.Get("value")));
     const Com<IDispatch> object = ObjectAt(path, path.size() - 1);
@@ -448,8 +469,10 @@ void UserPlayer::OnSet(const UserStep& step) {
 }
 
 void UserPlayer::OnCall(const UserStep& step) {
-  if (program_.options().design) Fail(std::string("nothing is called") + kDesigned);
-  ActOnForms([this, path = step.Get("path")] { Value(path); });
+  ActOnForms([this, path = step.Get("path")] {
+    if (program().options().design) Fail(std::string("nothing is called") + kDesigned);
+    Value(path);
+  });
 }
 
 void UserPlayer::OnPrint(const UserStep& step) {
@@ -460,7 +483,7 @@ void UserPlayer::OnPrint(const UserStep& step) {
   } else {
     text = ShownValue(printed);
   }
-  OnForms([this, text] { program_.PrintLine(text); });
+  OnForms([this, text] { program().PrintLine(text); });
 }
 
 }  // namespace qrn::host

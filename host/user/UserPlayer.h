@@ -12,7 +12,7 @@
 #include "host/container/Scriptable.h"
 #include "host/form/MemberPath.h"
 #include "host/form/UserScript.h"
-#include "host/runner/Program.h"
+#include "host/user/Scene.h"
 #include "host/user/UiThread.h"
 
 namespace qrn::host {
@@ -22,14 +22,14 @@ namespace qrn::host {
 class UserPlayer {
  public:
   // `name` stands before the line in what is told of failures. `trace` tells every step.
-  UserPlayer(Program& program, std::vector<form::UserStep> steps, std::string name, bool trace);
+  UserPlayer(Scene& scene, std::vector<form::UserStep> steps, std::string name, bool trace);
   UserPlayer(const UserPlayer&) = delete;
   UserPlayer& operator=(const UserPlayer&) = delete;
   ~UserPlayer();
 
-  // Runs `load`, which gives the program its forms, starts the program, plays, and returns when
+  // Runs `load`, which gives the scene its forms, starts the scene, plays, and returns when
   // both have ended; the script's end ends the program. Boxes that come while modules and forms
-  // load can be answered already. What `load` and Program::Start throw comes through. `ifStuck` is
+  // load can be answered already. What `load` and Scene::Start throw comes through. `ifStuck` is
   // called on the player's thread when the script has ended and the program does not end within 30
   // seconds: it waits for something that nobody does, and this will not return.
   void Run(const std::function<void()>& load = {}, const std::function<void()>& ifStuck = {});
@@ -54,6 +54,8 @@ class UserPlayer {
   // Throws where no window of the program gets the keys, or where a typed text goes to none that
   // takes one.
   void RequireKeyboard(bool forText);
+  // The window of a form, the one in front without a name; the designer's own while it is there.
+  HWND WindowOf(const std::string& form);
   // Throws, with `complaint`, where a form that is being designed has the keyboard.
   void RequireListener(const std::string& complaint);
   // Throws where a user's mouse would not reach the form or control at that point of the screen.
@@ -80,7 +82,18 @@ class UserPlayer {
   void OnMessage(const form::UserStep& step);
   void OnDialog(const form::UserStep& step);
   void OnPages(const form::UserStep& step);
+  void OnTool(const form::UserStep& step);
+  void OnPoint(const form::UserStep& step);
+  void OnDraw(const form::UserStep& step);
+  void OnPull(const form::UserStep& step);
 
+  Program& program();  // throws where no form is before the user
+  // The designer's window; throws where none is.
+  designer::DesignWindow& Designer();
+  // The form or a control on it, by its name.
+  designer::ControlId Designed(const std::string& path);
+  // A point of the form that is designed, told in twips, on the screen.
+  POINT DesignPoint(const form::UserStep& step, const char* x, const char* y);
   // What a path leads to. The first name may be a form's; else the form in front has it.
   Variant Value(const std::string& path);
   std::wstring ShownValue(const std::string& path);
@@ -105,7 +118,7 @@ class UserPlayer {
     return *answer;
   }
 
-  Program& program_;
+  Scene& scene_;
   std::vector<form::UserStep> steps_;
   std::string name_;
   bool trace_;

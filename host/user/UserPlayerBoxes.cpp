@@ -34,7 +34,7 @@ void UserPlayer::OnShot(const UserStep& step) {
     part = ScreenPart(step.Get("control"));
   } else {
     part = Ask<RECT>([this] {
-      HWND window = FormAt("").Window();
+      HWND window = WindowOf("");
       return IsWindowVisible(window) ? ScreenPartOf(window) : RECT{};
     });
     // A box that hangs over the form's edge belongs to what the user sees.

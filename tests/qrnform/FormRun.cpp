@@ -80,7 +80,8 @@ void Play(const RunRequest& request, const FormFiles& files, RunResult* result) 
   host::Program program(classes, {request.design, false});
   program.SetPrinter([result](const std::string& text) { result->printed += text; });
   program.SetTeller([result](const std::string& text) { result->told += text + "\n"; });
-  host::UserPlayer player(program, StepsOf(request.script), "script", false);
+  host::ProgramScene scene(program);
+  host::UserPlayer player(scene, StepsOf(request.script), "script", false);
   player.Run([&] { files.GiveTo(classes, program, request.given); });
   result->failure = player.failure();
   result->faults = program.faults();

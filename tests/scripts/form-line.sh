@@ -25,7 +25,7 @@ refused 1 'there is no file nosuch.frm' --design 表.frm nosuch.frm
 refused 1 'there is no file no.txt' 表.frm --script no.txt
 refused 1 'there is no folder for the picture no/card.png' 表.frm --shot=no/card.png
 refused 2 '--shot needs a file' 表.frm --shot
-refused 2 'form needs the file of a form' --design
+refused 2 'form needs the file of a form' --trace
 
 # told WANTED ARG...: what qrnform is given, between angle brackets, for the arguments.
 told() {
@@ -45,6 +45,7 @@ told() {
 
 here="Z:${folder//\//\\}\\得意 先"
 told "<--design><$here\\表.frm>" --design 表.frm
+told '<--design>' --design
 told "<$here\\表.frm><--shot><$here\\my card.png>" 表.frm --shot 'my card.png'
 told "<--script><$here\\steps.txt><$here\\表.frm><$here\\other.frm>" \
   --script=steps.txt ./表.frm ../得意\ 先/other.frm

@@ -88,11 +88,11 @@ void Play(host::UserPlayer& player, const std::function<void()>& load) {
 int RunForms(const Options& options) {
   std::vector<form::UserStep> steps = StepsOf(options);
   host::ModuleClasses classes;
-  host::Program program(classes, {options.design, options.boxes});
+  host::Program program(classes, {false, options.boxes});
   const auto load = [&] {
     for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
     for (const std::string& path : options.forms) program.Add(host::ReadFormSource(path));
-    if (!options.design) program.AddNamed();
+    program.AddNamed();
   };
   if (options.script.empty() && steps.empty()) {
     load();
@@ -100,9 +100,29 @@ int RunForms(const Options& options) {
     program.Run();
     return program.faults() == 0 ? kDone : kFailed;
   }
-  host::UserPlayer player(program, std::move(steps), options.script, options.trace);
+  host::ProgramScene scene(program);
+  host::UserPlayer player(scene, std::move(steps), options.script, options.trace);
   Play(player, load);
   return player.failure().empty() && program.faults() == 0 ? kDone : kFailed;
+}
+
+int DesignForm(const Options& options) {
+  std::vector<form::UserStep> steps = StepsOf(options);
+  host::ModuleClasses classes;
+  designer::DesignWindow window(classes, {options.language, options.boxes});
+  const auto load = [&] {
+    for (const std::string& module : options.modules) classes.AddModule(host::Wide(module));
+    window.Open(options.forms.empty() ? std::string() : options.forms.front());
+  };
+  if (options.script.empty() && steps.empty()) {
+    load();
+    window.Run();
+    return kDone;
+  }
+  host::DesignerScene scene(window);
+  host::UserPlayer player(scene, std::move(steps), options.script, options.trace);
+  Play(player, load);
+  return player.failure().empty() ? kDone : kFailed;
 }
 
 int MakeNewForm(const std::vector<std::string>& arguments) {
@@ -128,7 +148,7 @@ int main() {
     const std::optional<Options> options = qrnform::ReadOptions(arguments, &exitCode);
     if (!options) return exitCode;
     const Apartment apartment;
-    return RunForms(*options);
+    return options->design ? DesignForm(*options) : RunForms(*options);
   } catch (const host::ClassNotFound& error) {
     fprintf(stderr, "qrnform: %s\n", error.reason.c_str());
   } catch (const std::exception& error) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/form/Language.h"
+
 namespace qrn::qrnform {
 
 struct Options {
@@ -12,9 +14,10 @@ struct Options {
   std::vector<std::string> modules;  // taken as they are, registered or not
   std::string script;
   std::string shot;
-  bool design = false;
+  bool design = false;  // forms has one at most then: none is a new form
   bool trace = false;
   bool boxes = true;
+  form::Language language = form::Language::Japanese;  // the designer's
 };
 
 // Reads the arguments, UTF-8, without the program's name. When there is nothing to run (a mistake,

@@ -182,6 +182,11 @@ void AskSize(const Com<IUnknown>& control, ClassInfo* info) {
 
 }  // namespace
 
+std::vector<form::Property> SavedLines(IUnknown* control) {
+  const Com<IPersistPropertyBag> persist = Query<IPersistPropertyBag>(control);
+  return persist ? SavedBy(persist.get()) : Lines();
+}
+
 void AskFreshControl(const Com<IUnknown>& control, ClassInfo* info) {
   AskLines(control, info);
   AskValues(control, info);
