@@ -66,9 +66,9 @@ const DesignWindow::CommandRow DesignWindow::kCommands[] = {
     {kTabOrder,       &W::Always,           nullptr, &W::OnTabOrderCommand},
     {kGridShown,      &W::Always,           nullptr, &W::OnGridShown},
     {kGridSnaps,      &W::Always,           nullptr, &W::OnGridSnaps},
-    {kViewCode,       &W::HasCode,          nullptr, &W::OnViewCode},
+    {kViewCode,       &W::Always,           nullptr, &W::OnViewCode},
     {kViewForm,       &W::Always,           nullptr, &W::OnViewForm},
-    {kViewProperties, &W::HasProperties,    nullptr, &W::OnViewProperties},
+    {kViewProperties, &W::Always,           nullptr, &W::OnViewProperties},
     {kViewToolbox,    &W::Always,           nullptr, &W::OnViewToolbox},
     {kViewPages,      &W::HasPagesSelected, nullptr, &W::OnViewPages},
     {kViewNextPane,   &W::Always,           nullptr, &W::TakeNextPane},
@@ -200,15 +200,13 @@ void DesignWindow::OnViewCode() {
 }
 
 void DesignWindow::OnViewForm() {
-  if (code_ && codeIsShown_ && !code_->Settle()) return;
+  if (codeIsShown_ && !code_->Settle()) return;
   codeIsShown_ = false;
   Layout();
   SetFocus(surface_->Window());
 }
 
-void DesignWindow::OnViewProperties() {
-  if (properties_) properties_->TakeFocus();
-}
+void DesignWindow::OnViewProperties() { properties_->TakeFocus(); }
 
 void DesignWindow::OnViewToolbox() { toolbox_->TakeFocus(); }
 
@@ -218,12 +216,12 @@ void DesignWindow::OnViewPages() { ShowPages(design_->Primary()); }
 void DesignWindow::TakeNextPane() {
   HWND focus = GetFocus();
   const auto isIn = [focus](const Pane* pane) {
-    return pane && (pane->Window() == focus || IsChild(pane->Window(), focus));
+    return pane->Window() == focus || IsChild(pane->Window(), focus);
   };
   if (focus == toolbox_->Window()) {
-    if (codeIsShown_ && code_) return code_->TakeFocus();
+    if (codeIsShown_) return code_->TakeFocus();
     SetFocus(surface_->Window());
-  } else if (properties_ && !isIn(properties_.get())) {
+  } else if (!isIn(properties_.get())) {
     properties_->TakeFocus();
   } else {
     toolbox_->TakeFocus();
@@ -239,17 +237,26 @@ void DesignWindow::OnHelpKeys() {
 }
 
 void DesignWindow::OpenCode(ControlId control) {
-  if (code_) ShowCode(control, CodePart(*design_).UsualEvent(control));
+  ShowCode(control, CodePart(*design_).UsualEvent(control));
 }
 
-void DesignWindow::ShowCode(ControlId, const std::string&) {
-  if (!code_) return;
+void DesignWindow::BringCode() {
   codeIsShown_ = true;
   Layout();
   code_->TakeFocus();
 }
 
-void DesignWindow::GoToLine(int) {}
+void DesignWindow::ShowCode(ControlId control, const std::string& event) {
+  BringCode();
+  if (!event.empty()) code_->Go(CodePart(*design_).ObjectOf(control), event);
+}
+
+void DesignWindow::GoToLine(int fileLine) {
+  const int line = CodePart(*design_).CodeLine(fileLine);
+  if (line < 0) return;
+  BringCode();
+  code_->GoToLine(line);
+}
 
 void DesignWindow::OnContextMenu(POINT screen) {
   PrepareMenu(contextMenu_.get());

@@ -62,18 +62,6 @@ std::vector<form::LibraryReference> LibrariesOf(const FormDocument& document) {
   return form::ReadFormFile(head, passedOver).libraries;
 }
 
-class NoNames final : public NameOffers {
- public:
-  std::vector<std::string> Sources() const override { return {}; }
-  std::vector<std::string> Tables(const std::string&) const override { return {}; }
-  std::vector<std::string> Fields(const std::string&, const std::string&) const override {
-    return {};
-  }
-  std::vector<std::string> Keys(const std::string&, const std::string&) const override {
-    return {};
-  }
-};
-
 // Counts a loop as long as it runs.
 class Counted {
  public:
@@ -130,8 +118,6 @@ void DesignWindow::MakeWindow() {
   surface_ = std::make_unique<Surface>(window_, forms, classes_, font_.get());
 }
 
-int DesignWindow::RightWidth() const noexcept { return properties_ ? kPropertiesWidth : 0; }
-
 void DesignWindow::Layout() {
   RECT room{};
   RECT bottom{};
@@ -140,15 +126,22 @@ void DesignWindow::Layout() {
   GetWindowRect(status_, &bottom);
   room.bottom -= bottom.bottom - bottom.top;
   const int left = toolbox_->Width();
-  const int right = std::max<int>(left, room.right - RightWidth());
+  const int right = std::max<int>(left, room.right - kPropertiesWidth);
   const auto put = [&](HWND window, int from, int to, bool shown) {
     SetWindowPos(window, nullptr, from, 0, to - from, room.bottom, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window, shown ? SW_SHOWNA : SW_HIDE);
   };
   toolbox_->PutAt({0, 0, left, room.bottom});
   put(surface_->Window(), left, right, !codeIsShown_);
-  if (code_) put(code_->Window(), left, right, codeIsShown_);
-  if (properties_) put(properties_->Window(), right, room.right, true);
+  put(code_->Window(), left, right, codeIsShown_);
+  put(properties_->Window(), right, room.right, true);
+}
+
+void DesignWindow::MakePanes() {
+  if (code_) return;
+  Workplace& place = *this;
+  properties_ = MakePropertyPane(place, window_);
+  code_ = MakeCodePane(place, window_);
 }
 
 std::wstring DesignWindow::FileName() const {
@@ -213,9 +206,12 @@ void DesignWindow::TakeForm(StoredForm stored, const std::string& path) {
   surface_->Open(*design, path_);
   if (design_) design_->Observe({});
   design_ = std::move(design);
+  // What a relative dictionary counts from: where the form's controls and F5 look for it.
+  offers_ = std::make_unique<LiveOffers>(*design_, std::string());
+  MakePanes();
   design_->Observe([this](const ChangeReport& report) { OnDesignChanged(report); });
-  for (Pane* pane : {properties_.get(), code_.get()}) {
-    if (pane) pane->OnOpened();
+  for (Pane* pane : Panes()) {
+    pane->OnOpened();
   }
   OnViewForm();
   ShowTitle();
@@ -224,16 +220,11 @@ void DesignWindow::TakeForm(StoredForm stored, const std::string& path) {
 
 void DesignWindow::OnDesignChanged(const ChangeReport& report) {
   surface_->OnChange(report);
-  for (Pane* pane : {properties_.get(), code_.get()}) {
-    if (pane) pane->OnChange(report);
+  for (Pane* pane : Panes()) {
+    pane->OnChange(report);
   }
   ShowTitle();
   ShowStatus();
-}
-
-const NameOffers& DesignWindow::offers() {
-  static const NoNames none;
-  return none;
 }
 
 int DesignWindow::Box(const std::wstring& text, UINT style) const {
@@ -254,8 +245,8 @@ void DesignWindow::OnCannotShow(const std::string& reason) {
 }
 
 bool DesignWindow::Settle() {
-  for (Pane* pane : {properties_.get(), code_.get()}) {
-    if (pane && !pane->Settle()) return false;
+  for (Pane* pane : Panes()) {
+    if (!pane->Settle()) return false;
   }
   return true;
 }
@@ -308,9 +299,9 @@ bool DesignWindow::IsOnForm(HWND focus) const noexcept {
 
 bool DesignWindow::PreTranslate(MSG& message) {
   if (GetAncestor(message.hwnd, GA_ROOT) != window_) return false;
-  for (Pane* pane : {properties_.get(), code_.get()}) {
-    const bool isPanes =
-        pane && (message.hwnd == pane->Window() || IsChild(pane->Window(), message.hwnd));
+  for (Pane* pane : Panes()) {
+    const HWND own = pane->Window();
+    const bool isPanes = message.hwnd == own || IsChild(own, message.hwnd);
     if (isPanes && pane->PreTranslate(message)) return true;
   }
   if (surface_->PreTranslate(message) || toolbox_->PreTranslate(message)) return true;

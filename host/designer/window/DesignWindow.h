@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -11,7 +12,9 @@
 #include <string>
 
 #include "host/designer/classes/ModuleClassSource.h"
-#include "host/designer/panes/Workplace.h"
+#include "host/designer/panes/CodePane.h"
+#include "host/designer/panes/LiveOffers.h"
+#include "host/designer/panes/PropertyPane.h"
 #include "host/designer/window/Commands.h"
 #include "host/designer/window/Surface.h"
 #include "host/designer/window/Toolbox.h"
@@ -62,7 +65,7 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   static const MessageRow kMessages[];
 
   // Workplace.
-  const NameOffers& offers() override;
+  const NameOffers& offers() override { return *offers_; }
   Language language() const override { return options_.language; }
   HFONT Font() const override { return font_.get(); }
   void Tell(const Refusal& refusal) override;
@@ -81,8 +84,9 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   void OnToolToMiddle(const Tool& tool) override;
 
   void MakeWindow();
+  void MakePanes();
   void Layout();
-  int RightWidth() const noexcept;
+  std::array<Pane*, 2> Panes() const { return {properties_.get(), code_.get()}; }
   void ShowTitle();
   void ShowStatus();
   std::wstring Status() const;
@@ -103,6 +107,7 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   void PrepareMenu(HMENU menu) const;
   void PutPages(ControlId control, const std::vector<form::Property>& before,
                 const std::vector<form::Property>& after);
+  void BringCode();
   void GoToLine(int fileLine);
   void TakeNextPane();
 
@@ -115,8 +120,6 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   bool CanRedo() const;
   bool CanPaste() const;
   bool HasPagesSelected() const;
-  bool HasCode() const { return code_ != nullptr; }
-  bool HasProperties() const { return properties_ != nullptr; }
   void OnNew();
   void OnOpen();
   void OnSave();
@@ -158,8 +161,9 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   bool isNew_ = true;  // it was never saved
   std::unique_ptr<Toolbox> toolbox_;
   std::unique_ptr<Surface> surface_;
-  std::unique_ptr<Pane> properties_;  // null where there is none
-  std::unique_ptr<Pane> code_;
+  std::unique_ptr<LiveOffers> offers_;
+  std::unique_ptr<Pane> properties_;
+  std::unique_ptr<CodePane> code_;
   bool codeIsShown_ = false;
   bool clickingTabOrder_ = false;
   std::function<void(const std::string&)> printer_;
