@@ -13,6 +13,7 @@ class ControlArray final : public Scriptable {
   explicit ControlArray(std::wstring name) : name_(std::move(name)) {}
 
   void Add(FormControl& element) { elements_[element.index()] = Com<FormControl>(&element); }
+  void Remove(int index) noexcept { elements_.erase(index); }
   // Null if there is no such element.
   FormControl* Find(int index) const noexcept;
   void Clear() noexcept { elements_.clear(); }

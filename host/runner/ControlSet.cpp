@@ -1,5 +1,8 @@
 #include "host/runner/ControlSet.h"
 
+#include <algorithm>
+#include <map>
+
 #include "host/container/ControlClasses.h"
 #include "host/container/Text.h"
 #include "host/runner/furniture/Furniture.h"
@@ -35,6 +38,33 @@ void ControlSet::AddToArray(FormControl& element) {
   }
   arrays_.emplace_back(element.name(), MakeCom<ControlArray>(element.name()));
   arrays_.back().second->Add(element);
+}
+
+void ControlSet::RemoveFromArray(const FormControl& element) noexcept {
+  for (const auto& [name, array] : arrays_) {
+    if (array->Find(element.index()) == &element) array->Remove(element.index());
+  }
+}
+
+void ControlSet::Remove(FormControl& control) noexcept {
+  const Com<FormControl> alive(&control);
+  for (size_t at = list_.size(); at-- > 0;) {
+    const Com<FormControl> gone = list_[at];
+    if (gone.get() != &control && !gone->LiesIn(control)) continue;
+    list_.erase(list_.begin() + static_cast<std::ptrdiff_t>(at));
+    RemoveFromArray(*gone);
+    gone->Detach();
+  }
+}
+
+void ControlSet::Arrange(const std::vector<FormControl*>& order) {
+  std::map<const FormControl*, size_t> places;
+  for (FormControl* control : order) places.emplace(control, places.size());
+  const auto placeOf = [&](const Com<FormControl>& control) {
+    const auto place = places.find(control.get());
+    return place == places.end() ? places.size() : place->second;
+  };
+  std::ranges::stable_sort(list_, {}, placeOf);
 }
 
 void ControlSet::Clear() noexcept {

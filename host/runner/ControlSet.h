@@ -18,6 +18,10 @@ class ControlSet {
   // holds nothing are mistakes; the rest is added.
   void Add(Form& form, const std::vector<form::ControlNode>& nodes, FormControl* container,
            form::Mistakes& mistakes);
+  // Takes a control out with all that lies in it: they fail every use from here on.
+  void Remove(FormControl& control) noexcept;
+  // These come in this order where they stand in the list, all others behind them.
+  void Arrange(const std::vector<FormControl*>& order);
   // The form is going: every control is let go, and fails every use from here on.
   void Clear() noexcept;
 
@@ -39,6 +43,7 @@ class ControlSet {
 
  private:
   void AddToArray(FormControl& element);
+  void RemoveFromArray(const FormControl& element) noexcept;
 
   std::vector<Com<FormControl>> list_;
   std::vector<std::pair<std::wstring, Com<ControlArray>>> arrays_;

@@ -183,11 +183,13 @@ bool Form::PreTranslate(MSG& message) {
 }
 
 void Form::OnUIActive(FormControl& control) {
+  if (stage_) return;
   if (designer_) designer_->Select(&control);
   keyboard_.OnActive(control);
 }
 
 void Form::OnFocus(FormControl& control) {
+  if (stage_) return;
   if (designer_ && IsLoaded()) designer_->Select(&control);
   keyboard_.OnFocus(control);
 }

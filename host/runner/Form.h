@@ -63,6 +63,15 @@ class Form final : public FormMembers, private FormWindowOwner {
   // A message for the form or something on it, before it is dispatched. True if it is done.
   bool PreTranslate(MSG& message);
 
+  // While the form stands on a stage. Adds one control without what lies in it, which comes up at
+  // once; `nodes` holds it alone and outlives it. Throws form::FileRefused, and nothing is added,
+  // with what is refused.
+  FormControl& AddControl(const std::vector<form::ControlNode>& nodes, FormControl* container);
+  // Takes a control away with all that lies in it.
+  void RemoveControl(FormControl& control) noexcept;
+  // Every control, those in front before those behind them in the same container.
+  void ArrangeControls(const std::vector<FormControl*>& order);
+
   // For controls.
   ControlClasses& classes() const;
   Com<InPlaceFrame> frame() const { return window_.frame(); }

@@ -118,6 +118,18 @@ form::FormFile ShownForm(const Design& design) {
   return file;
 }
 
+form::ControlNode ShownControl(const Design& design, ControlId id) {
+  form::ControlNode node = Builder(design).Node(id);
+  node.children.clear();
+  return node;
+}
+
+bool TakeOut(form::ControlNode* control, const form::Mistakes& mistakes) {
+  std::set<int> lines;
+  for (const form::Mistake& mistake : mistakes.List()) lines.insert(mistake.line);
+  return TakeOutOf(control, lines, false);
+}
+
 bool TakeOut(form::FormFile* file, const form::Mistakes& mistakes) {
   std::set<int> lines;
   for (const form::Mistake& mistake : mistakes.List()) lines.insert(mistake.line);

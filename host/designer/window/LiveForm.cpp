@@ -49,13 +49,6 @@ host::Bounds BoundsOf(const Place& place) {
   return {double(place.left), double(place.top), double(place.width), double(place.height)};
 }
 
-// Controls may draw over their neighbours unless they are told not to.
-void KeepApart(HWND form) {
-  for (HWND child = GetWindow(form, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    SetWindowLongPtrW(child, GWL_STYLE, GetWindowLongPtrW(child, GWL_STYLE) | WS_CLIPSIBLINGS);
-  }
-}
-
 }  // namespace
 
 LiveForm::LiveForm(host::ControlClasses& classes, host::DesignStage& stage)
@@ -67,10 +60,9 @@ HWND LiveForm::Window() const noexcept {
   return program_ ? program_->forms().front()->Window() : nullptr;
 }
 
-host::FormControl* LiveForm::Find(const Design& design, ControlId id) const {
-  if (!program_ || !design.Has(id) || id == design.form()) return nullptr;
-  return program_->forms().front()->Find(host::Wide(design.Name(id)),
-                                         design.Index(id).value_or(-1));
+host::FormControl* LiveForm::Find(ControlId id) const {
+  const auto found = shown_.find(id);
+  return found == shown_.end() ? nullptr : found->second.control;
 }
 
 std::unique_ptr<host::Program> LiveForm::Made(form::FormFile file, const Design& design,
@@ -93,22 +85,99 @@ std::unique_ptr<host::Program> LiveForm::Made(form::FormFile file, const Design&
   }
 }
 
+// The new form comes up behind the old one, which goes when all stands.
 std::string LiveForm::Show(const Design& design, const std::string& path, POINT corner) {
+  std::map<ControlId, Shown> shownBefore;
+  std::unique_ptr<host::Program> before;
   try {
-    std::unique_ptr<host::Program> program = Made(ShownForm(design), design, path);
-    HWND window = program->forms().front()->Window();
-    KeepApart(window);
-    std::swap(program, program_);
+    form::FormFile file = ShownForm(design);
+    file.form.children.clear();
+    before = std::exchange(program_, Made(std::move(file), design, path));
+    std::swap(shown_, shownBefore);
     SizeWindow(design);
-    PlaceControls(design, design.All());
-    SendMessageW(window, WM_NCACTIVATE, TRUE, 0);
-    SetWindowPos(window, HWND_TOP, corner.x, corner.y, 0, 0,
+    AddMissing(design);
+    SendMessageW(Window(), WM_NCACTIVATE, TRUE, 0);
+    SetWindowPos(Window(), HWND_TOP, corner.x, corner.y, 0, 0,
                  SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
-    UpdateWindow(window);
+    UpdateWindow(Window());
+    before.reset();
   } catch (const std::exception& error) {
+    before.reset();
     return error.what();
   }
   return {};
+}
+
+bool LiveForm::StillFits(const Design& design, ControlId id, const Shown& shown) const {
+  return design.Has(id) && design.Name(id) == shown.name && design.Index(id) == shown.index &&
+         design.Container(id) == shown.container;
+}
+
+// What is gone, is called otherwise, lies elsewhere or has changed, with all that lies in it.
+void LiveForm::Remove(const Design& design, const Ids& changed) {
+  std::vector<host::FormControl*> gone;
+  for (const auto& [id, shown] : shown_) {
+    const bool isChanged = std::find(changed.begin(), changed.end(), id) != changed.end();
+    if (isChanged || !StillFits(design, id, shown)) gone.push_back(shown.control);
+  }
+  const auto goes = [&](const host::FormControl& control) {
+    return std::any_of(gone.begin(), gone.end(), [&](const host::FormControl* other) {
+      return other == &control || control.LiesIn(*other);
+    });
+  };
+  std::vector<std::map<ControlId, Shown>::node_type> nodes;
+  std::vector<host::Com<host::FormControl>> alive;
+  for (auto at = shown_.begin(); at != shown_.end();) {
+    const auto next = std::next(at);
+    if (goes(*at->second.control)) {
+      alive.emplace_back(at->second.control);
+      nodes.push_back(shown_.extract(at));
+    }
+    at = next;
+  }
+  for (const auto& control : alive) {
+    if (control->HasForm()) form().RemoveControl(*control);
+  }
+}
+
+void LiveForm::Add(const Design& design, ControlId id) {
+  const ControlId container = design.Container(id);
+  Shown& shown = shown_[id];
+  shown.name = design.Name(id);
+  shown.index = design.Index(id);
+  shown.container = container;
+  shown.nodes = {ShownControl(design, id)};
+  host::FormControl* holder = container == design.form() ? nullptr : Find(container);
+  // Not even a box can be had: it stays unseen, and what lies in it.
+  const auto giveUp = [&] { shown_.erase(id); };
+  if (container != design.form() && !holder) return giveUp();
+  while (!shown.control) {
+    try {
+      shown.control = &form().AddControl(shown.nodes, holder);
+    } catch (const form::FileRefused& refused) {
+      if (!TakeOut(&shown.nodes.front(), refused.mistakes())) return giveUp();
+    }
+  }
+  if (HWND window = shown.control->Window()) {
+    // Controls may draw over their neighbours unless they are told not to.
+    SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_CLIPSIBLINGS);
+  }
+  PlaceControls(design, {id});
+}
+
+void LiveForm::AddMissing(const Design& design) {
+  for (const ControlId id : design.All()) {
+    if (!shown_.contains(id)) Add(design, id);
+  }
+  Arrange(design);
+}
+
+void LiveForm::Arrange(const Design& design) {
+  std::vector<host::FormControl*> order;
+  for (const ControlId id : design.All()) {
+    if (host::FormControl* control = Find(id)) order.push_back(control);
+  }
+  form().ArrangeControls(order);
 }
 
 void LiveForm::SizeWindow(const Design& design) {
@@ -125,30 +194,34 @@ void LiveForm::SizeWindow(const Design& design) {
 
 void LiveForm::PlaceControls(const Design& design, const Ids& ids) {
   for (const ControlId id : ids) {
-    host::FormControl* control = Find(design, id);
+    host::FormControl* control = Find(id);
     if (control && HasPlace(design, id)) control->PutAt(BoundsOf(PlaceOf(design, id)));
   }
 }
 
 bool LiveForm::Carry(const Design& design, const ChangeReport& report) {
-  if (!program_ || report.structure) return false;
+  if (!program_) return false;
   Ids moved;
+  Ids changed;
   bool sized = false;
-  bool renamed = false;
   for (const auto& [id, line] : report.properties) {
     const bool isForm = id == design.form();
     const Carrying carrying =
         isForm ? CarryingOf(kFormLines, line) : CarryingOf(kControlLines, line);
-    if (carrying == Carrying::Anew) return false;
-    if (carrying == Carrying::Place && (moved.empty() || moved.back() != id)) moved.push_back(id);
+    if (isForm && carrying == Carrying::Anew) return false;
+    if (carrying == Carrying::Anew) changed.push_back(id);
+    if (carrying == Carrying::Place && design.Has(id)) moved.push_back(id);
     sized = sized || carrying == Carrying::Size;
-    renamed = renamed || carrying == Carrying::Caption;
+    if (carrying == Carrying::Caption) {
+      SetWindowTextW(Window(), host::Wide(design.TextValue(id, "Caption")).c_str());
+    }
+  }
+  if (report.structure || !changed.empty()) {
+    Remove(design, changed);
+    AddMissing(design);
   }
   PlaceControls(design, moved);
   if (sized) SizeWindow(design);
-  if (renamed) {
-    SetWindowTextW(Window(), host::Wide(design.TextValue(design.form(), "Caption")).c_str());
-  }
   return true;
 }
 

@@ -116,7 +116,7 @@ void Surface::OnChange(const ChangeReport& report) {
 }
 
 host::FormControl* Surface::Live(ControlId control) const {
-  return design_ ? live_.Find(*design_, control) : nullptr;
+  return live_.Find(control);
 }
 
 void Surface::ShowGrid(bool shown) {
