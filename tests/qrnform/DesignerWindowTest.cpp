@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "host/container/Text.h"
 #include "host/form/SourceText.h"
@@ -163,6 +164,34 @@ TEST(DesignerWindow, GivesBackTheBytesWhenAllIsUndone) {
                      "click txtB\nkey Ctrl+S\nclose\n"),
             "");
   EXPECT_EQ(run.Bytes(), kCard);
+}
+
+// Their dictionary is not here: the control that looks for it says so, once.
+TEST(DesignerWindow, WritesTheExampleFormsBackByteForByte) {
+  size_t forms = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(QRN_COMPANY)) {
+    if (entry.path().extension() != ".frm") continue;
+    ++forms;
+    const std::string bytes = form::ReadWholeFile(entry.path().string());
+    DesignerRun run(bytes);
+    EXPECT_EQ(run.Play("message \"VE028 DDFOpen APIエラー(12)\" OK\n"
+                       "key Ctrl+A\nkey Ctrl+Down\nkey Ctrl+Z\nkey Ctrl+S\nclose\n"),
+              "")
+        << entry.path();
+    EXPECT_EQ(run.Bytes(), bytes) << entry.path();
+    EXPECT_TRUE(run.Has("form.frm.bak")) << entry.path();
+  }
+  EXPECT_GE(forms, 6u);
+}
+
+// A double click on a button leads into its handler; what is typed there runs and is saved.
+TEST(DesignerWindow, RunsTheCodeThatWasTyped) {
+  DesignerRun run(kCard);
+  EXPECT_EQ(run.Play("dblclick cmd\ntype \"Print txtA.Left\"\nkey Shift+F7\n"
+                     "key F5\nclick cmd\nclose\nwait 300\nkey Ctrl+S\nclose\n"),
+            "");
+  EXPECT_EQ(run.printed(), "600\n");
+  EXPECT_NE(run.Bytes().find("Private Sub cmd_Click()\r\n"), std::string::npos) << run.Bytes();
 }
 
 // A class that nobody has: its control is shown as a box, moved and kept.

@@ -27,6 +27,7 @@ constexpr auto kForm = KeyScope::Form;
 // clang-format off
 constexpr CommandRow kRows[] = {
     {kFileNew,        "新しいフォーム(&N)",         "&New Form",            "Ctrl+N",   kGlobal},
+    {kFileWizard,     "辞書から新しいフォーム(&D)...", "New Form from &Dictionary...", "", kGlobal},
     {kFileOpen,       "開く(&O)...",                "&Open...",             "Ctrl+O",   kGlobal},
     {kFileSave,       "上書き保存(&S)",             "&Save",                "Ctrl+S",   kGlobal},
     {kFileSaveAs,     "名前を付けて保存(&A)...",    "Save &As...",          "",         kGlobal},
@@ -97,7 +98,7 @@ constexpr MenuRow kLine{Piece::Line};
 // clang-format off
 constexpr MenuRow kBar[] = {
     Menu("ファイル(&F)", "&File"),
-      Item(kFileNew), Item(kFileOpen), kLine, Item(kFileSave), Item(kFileSaveAs), kLine,
+      Item(kFileNew), Item(kFileWizard), Item(kFileOpen), kLine, Item(kFileSave), Item(kFileSaveAs), kLine,
       Item(kFileExit), kEnd,
     Menu("編集(&E)", "&Edit"),
       Item(kEditUndo), Item(kEditRedo), kLine, Item(kEditCut), Item(kEditCopy), Item(kEditPaste),

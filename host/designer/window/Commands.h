@@ -16,6 +16,7 @@ using form::Language;
 
 enum Command : WORD {
   kFileNew = 0x1000,
+  kFileWizard,
   kFileOpen,
   kFileSave,
   kFileSaveAs,

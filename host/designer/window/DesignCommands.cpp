@@ -9,6 +9,7 @@
 #include "host/designer/window/DesignWindow.h"
 #include "host/designer/window/FileDialogs.h"
 #include "host/designer/window/WindowTexts.h"
+#include "host/designer/wizard/FormWizard.h"
 
 namespace qrn::designer {
 namespace {
@@ -36,6 +37,7 @@ using W = DesignWindow;
 // clang-format off
 const DesignWindow::CommandRow DesignWindow::kCommands[] = {
     {kFileNew,        &W::Always,           nullptr, &W::OnNew},
+    {kFileWizard,     &W::Always,           nullptr, &W::OnWizard},
     {kFileOpen,       &W::Always,           nullptr, &W::OnOpen},
     {kFileSave,       &W::Always,           nullptr, &W::OnSave},
     {kFileSaveAs,     &W::Always,           nullptr, &W::OnSaveAs},
@@ -133,12 +135,21 @@ void DesignWindow::OnNew() {
   if (AskToLeave()) Open({});
 }
 
+void DesignWindow::OnWizard() {
+  if (!AskToLeave()) return;
+  const auto made = RunFormWizard(window_, options_.language);
+  if (made) OpenOrTell(made->file);
+}
+
 void DesignWindow::OnOpen() {
   if (!AskToLeave()) return;
   const auto path = AskFormToOpen(window_, options_.language);
-  if (!path) return;
+  if (path) OpenOrTell(*path);
+}
+
+void DesignWindow::OpenOrTell(const std::string& path) {
   try {
-    Open(*path);
+    Open(path);
   } catch (const std::exception& error) {
     Box(Said(WindowText::CannotOpen, options_.language, {Wide(error.what())}),
         MB_OK | MB_ICONERROR);

@@ -121,7 +121,9 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   bool CanPaste() const;
   bool HasPagesSelected() const;
   void OnNew();
+  void OnWizard();
   void OnOpen();
+  void OpenOrTell(const std::string& path);
   void OnSave();
   void OnSaveAs();
   void OnExit();

@@ -115,9 +115,7 @@ void Surface::OnChange(const ChangeReport& report) {
   Arrange();
 }
 
-host::FormControl* Surface::Live(ControlId control) const {
-  return live_.Find(control);
-}
+host::FormControl* Surface::Live(ControlId control) const { return live_.Find(control); }
 
 void Surface::ShowGrid(bool shown) {
   gridIsShown_ = shown;
