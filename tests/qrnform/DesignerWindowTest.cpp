@@ -190,7 +190,7 @@ TEST(DesignerWindow, RunsTheCodeThatWasTyped) {
   EXPECT_EQ(run.Play("dblclick cmd\ntype \"Print txtA.Left\"\nkey Shift+F7\n"
                      "key F5\nclick cmd\nclose\nwait 300\nkey Ctrl+S\nclose\n"),
             "");
-  EXPECT_EQ(run.printed(), "600\n");
+  EXPECT_EQ(run.printed(), " 600 \n");
   EXPECT_NE(run.Bytes().find("Private Sub cmd_Click()\r\n"), std::string::npos) << run.Bytes();
 }
 

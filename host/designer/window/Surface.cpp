@@ -112,6 +112,7 @@ void Surface::OnChange(const ChangeReport& report) {
   }
   if (!report.structure && report.properties.empty()) return;
   if (!live_.Carry(*design_, report)) return ShowForm();
+  inner_->Raise();  // controls that came stand in front of it
   Arrange();
 }
 
