@@ -51,7 +51,7 @@ const Place kText{3000, 600, 1200, 300};
 const PressCase kPresses[] = {
     {"a click selects", "", {3100, 700}, {3100, 700}, {}, "t", "", kText},
     {"the innermost", "", {900, 900}, {900, 900}, {}, "b", "", kText},
-    {"a click beside all selects the form", "t", {100, 100}, {100, 100}, {}, "Form1", "", kText},
+    {"a click beside all selects the form", "t", {100, 100}, {100, 100}, {}, "F", "", kText},
     {"Ctrl adds", "b", {3100, 700}, {3100, 700}, {false, true}, "bt", "", kText},
     {"Shift takes away", "bt", {3100, 700}, {3100, 700}, {true, false}, "b", "", kText},
     {"a click among several makes it the primary one",
@@ -73,7 +73,7 @@ const PressCase kPresses[] = {
     {"with Ctrl beside it", "", {3100, 700}, {3290, 700}, {false, true}, "t", "", kText},
     {"a shaking hand moves nothing", "", {3100, 700}, {3140, 740}, {}, "t", "", kText},
     {"a handle sizes", "t", {4200, 750}, {4570, 750}, {}, "t", "Size", {3000, 600, 1560, 300}},
-    {"not of what is not selected", "", {4200, 750}, {4570, 750}, {}, "Form1", "", kText},
+    {"not of what is not selected", "", {4200, 750}, {4570, 750}, {}, "F", "", kText},
     {"a band selects what it touches", "", {2700, 300}, {3100, 700}, {}, "t", "", kText},
     {"with Ctrl within a frame, beside what is selected",
      "t",
@@ -114,14 +114,14 @@ struct DrawCase {
 };
 
 const DrawCase kDrawn[] = {
-    {"on the form", {3010, 1210}, {4190, 1790}, false, "Form1", {3000, 1200, 1200, 600}},
+    {"on the form", {3010, 1210}, {4190, 1790}, false, "F", {3000, 1200, 1200, 600}},
     {"from the lower right corner",
      {4190, 1790},
      {3010, 1210},
      false,
-     "Form1",
+     "F",
      {3000, 1200, 1200, 600}},
-    {"beside the grid", {3010, 1210}, {4190, 1790}, true, "Form1", {3010, 1210, 1180, 580}},
+    {"beside the grid", {3010, 1210}, {4190, 1790}, true, "F", {3010, 1210, 1180, 580}},
     {"in a frame, whose corner the grid counts from",
      {1330, 1330},
      {1810, 1690},
@@ -133,14 +133,9 @@ const DrawCase kDrawn[] = {
      {1380, 1380},
      false,
      "f",
-     {360, 360, 360, 360}},
-    {"a click has the usual size",
-     {3010, 1210},
-     {3010, 1210},
-     false,
-     "Form1",
-     {3000, 1200, 1215, 495}},
-    {"so has a stroke", {3010, 1210}, {4190, 1210}, false, "Form1", {3000, 1200, 1215, 495}},
+     {360, 360, 480, 480}},
+    {"a click has the usual size", {3010, 1210}, {3010, 1210}, false, "F", {3000, 1200, 1215, 495}},
+    {"so has a stroke", {3010, 1210}, {4190, 1210}, false, "F", {3000, 1200, 1215, 495}},
 };
 
 TEST(Gestures, DrawWithATool) {
