@@ -298,12 +298,10 @@ bool DesignWindow::IsOnForm(HWND focus) const noexcept {
 }
 
 bool DesignWindow::PreTranslate(MSG& message) {
-  if (GetAncestor(message.hwnd, GA_ROOT) != window_) return false;
   for (Pane* pane : Panes()) {
-    const HWND own = pane->Window();
-    const bool isPanes = message.hwnd == own || IsChild(own, message.hwnd);
-    if (isPanes && pane->PreTranslate(message)) return true;
+    if (pane->PreTranslate(message)) return true;
   }
+  if (GetAncestor(message.hwnd, GA_ROOT) != window_) return false;
   if (surface_->PreTranslate(message) || toolbox_->PreTranslate(message)) return true;
   if (TranslateAcceleratorW(window_, globalKeys_.get(), &message)) return true;
   return IsOnForm(message.hwnd) && !clickingTabOrder_ &&
