@@ -206,9 +206,8 @@ void DesignWindow::OnSelectAll() {
   SelectAll(*design_);
 }
 
-void DesignWindow::OnViewCode() {
-  OpenCode(design_->Primary() == 0 ? design_->form() : design_->Primary());
-}
+// Makes no procedure: who only looks changes nothing.
+void DesignWindow::OnViewCode() { BringCode(); }
 
 void DesignWindow::OnViewForm() {
   if (codeIsShown_ && !code_->Settle()) return;
