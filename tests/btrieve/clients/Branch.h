@@ -28,6 +28,7 @@ struct Heard {
   uint32_t steps = 0;    // acknowledged
   uint32_t refused = 0;  // likewise told
   std::string view, fault;
+  bool begun = false;  // it has run at all
   bool died = false;
   std::string ending;  // how it died
 };

@@ -16,6 +16,9 @@ void Take(const std::string& line, Heard& heard) {
   std::istringstream words(rest);
   Heard::Place place{};
   switch (line[0]) {
+    case 'b':
+      heard.begun = true;
+      break;
     case 'p':
       words >> place.file >> place.position >> place.id;
       heard.places.push_back(place);

@@ -89,6 +89,7 @@ class Teller {
 }  // namespace
 
 int BankWork(const std::vector<std::string>& arguments) try {
+  Tell("b");
   Teller teller(std::stoi(arguments.at(0)), {arguments.begin() + 1, arguments.end()});
   teller.Open();
   Tell("d");
