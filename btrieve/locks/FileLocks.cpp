@@ -78,6 +78,12 @@ bool FileLocks::ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept {
   return byte || Refuse(lockbyte::Claim(hash));
 }
 
+bool FileLocks::ClaimAllBriefly(HeldByte& bytes) noexcept {
+  if (!claims_.empty()) return false;
+  bytes = HeldByte::Exclusive(space_, lockbyte::kClaims, lockbyte::kClaimCount);
+  return static_cast<bool>(bytes);
+}
+
 void FileLocks::DropClaim(uint64_t hash) noexcept {
   if (claims_.erase(lockbyte::Claim(hash)) != 0) space_.Release(lockbyte::Claim(hash));
 }

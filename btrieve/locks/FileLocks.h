@@ -61,6 +61,8 @@ class FileLocks {
   bool HasClaim(uint64_t hash) const noexcept { return claims_.contains(lockbyte::Claim(hash)); }
   void DropClaim(uint64_t hash) noexcept;
   [[nodiscard]] bool ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept;
+  // Every value, where this process claims none. False while another one adds any.
+  [[nodiscard]] bool ClaimAllBriefly(HeldByte& bytes) noexcept;
   void DropClaims() noexcept;
 
   // The whole file for an exclusive transaction: 0, 85 another one has it or a write is under way,

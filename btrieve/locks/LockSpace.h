@@ -35,13 +35,15 @@ inline constexpr uint64_t kOwners = kBase + (uint64_t{1} << 33);
 // when that has died, by another one. Who gets the byte while the owner's is held finds the
 // transaction undecided.
 inline constexpr uint64_t kSettlers = kBase + (uint64_t{1} << 34);
-// Exclusive: a value of a unique key that is being added, by a hash of 60 bits.
+// Exclusive: a value of a unique key that is being added, by a hash of 60 bits; or all of them, for
+// a write of many records.
 inline constexpr uint64_t kClaims = kBase + (uint64_t{1} << 61);
+inline constexpr uint64_t kClaimCount = uint64_t{1} << 60;
 
 constexpr uint64_t Record(uint32_t position) { return kRecords + position; }
 constexpr uint64_t Owner(uint32_t number) { return kOwners + number; }
 constexpr uint64_t Settler(uint32_t number) { return kSettlers + number; }
-constexpr uint64_t Claim(uint64_t hash) { return kClaims + (hash & ((uint64_t{1} << 60) - 1)); }
+constexpr uint64_t Claim(uint64_t hash) { return kClaims + (hash & (kClaimCount - 1)); }
 }  // namespace lockbyte
 
 class LockSpace {
@@ -65,10 +67,11 @@ class LockSpace {
   // Of the file behind the handle, which a path may have left meanwhile.
   FileIdentity Identity() const noexcept;
 
-  // Never wait. False also when the system fails.
+  // Never wait. False also when the system fails. Several bytes are let go of as they were taken:
+  // together.
   [[nodiscard]] bool TryShared(uint64_t byte) noexcept;
-  [[nodiscard]] bool TryExclusive(uint64_t byte) noexcept;
-  void Release(uint64_t byte) noexcept;
+  [[nodiscard]] bool TryExclusive(uint64_t byte, uint64_t count = 1) noexcept;
+  void Release(uint64_t byte, uint64_t count = 1) noexcept;
   // Whether another process holds the byte, which this one must not.
   bool IsTaken(uint64_t byte) noexcept;
 
@@ -81,23 +84,26 @@ class LockSpace {
   std::unique_ptr<Handle> handle_;
 };
 
-// Holds one byte until the end of a scope.
+// Holds a byte, or several in a row, until the end of a scope.
 class HeldByte {
  public:
   HeldByte() = default;
-  HeldByte(LockSpace& space, uint64_t byte) noexcept : space_(&space), byte_(byte) {}
-  HeldByte(HeldByte&& other) noexcept : space_(other.space_), byte_(other.byte_) {
+  HeldByte(LockSpace& space, uint64_t byte, uint64_t count = 1) noexcept
+      : space_(&space), byte_(byte), count_(count) {}
+  HeldByte(HeldByte&& other) noexcept
+      : space_(other.space_), byte_(other.byte_), count_(other.count_) {
     other.space_ = nullptr;
   }
   HeldByte& operator=(HeldByte&& other) noexcept {
     std::swap(space_, other.space_);
     std::swap(byte_, other.byte_);
+    std::swap(count_, other.count_);
     return *this;
   }
   ~HeldByte() { Release(); }
 
   void Release() noexcept {
-    if (space_) space_->Release(byte_);
+    if (space_) space_->Release(byte_, count_);
     space_ = nullptr;
   }
   explicit operator bool() const noexcept { return space_ != nullptr; }
@@ -105,13 +111,14 @@ class HeldByte {
   static HeldByte Shared(LockSpace& space, uint64_t byte) noexcept {
     return space.TryShared(byte) ? HeldByte(space, byte) : HeldByte();
   }
-  static HeldByte Exclusive(LockSpace& space, uint64_t byte) noexcept {
-    return space.TryExclusive(byte) ? HeldByte(space, byte) : HeldByte();
+  static HeldByte Exclusive(LockSpace& space, uint64_t byte, uint64_t count = 1) noexcept {
+    return space.TryExclusive(byte, count) ? HeldByte(space, byte, count) : HeldByte();
   }
 
  private:
   LockSpace* space_ = nullptr;
   uint64_t byte_ = 0;
+  uint64_t count_ = 1;
 };
 
 }  // namespace btrieve

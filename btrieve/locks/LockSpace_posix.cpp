@@ -65,10 +65,12 @@ FileIdentity LockSpace::Identity() const noexcept {
 bool LockSpace::TryShared(uint64_t byte) noexcept {
   return SetByteLock(handle_->descriptor, F_RDLCK, byte);
 }
-bool LockSpace::TryExclusive(uint64_t byte) noexcept {
-  return SetByteLock(handle_->descriptor, handle_->readOnly ? F_RDLCK : F_WRLCK, byte);
+bool LockSpace::TryExclusive(uint64_t byte, uint64_t count) noexcept {
+  return SetByteLock(handle_->descriptor, handle_->readOnly ? F_RDLCK : F_WRLCK, byte, count);
 }
-void LockSpace::Release(uint64_t byte) noexcept { SetByteLock(handle_->descriptor, F_UNLCK, byte); }
+void LockSpace::Release(uint64_t byte, uint64_t count) noexcept {
+  SetByteLock(handle_->descriptor, F_UNLCK, byte, count);
+}
 bool LockSpace::IsTaken(uint64_t byte) noexcept { return IsByteLocked(handle_->descriptor, byte); }
 
 size_t LockSpace::ReadAt(uint64_t offset, std::span<uint8_t> out) const noexcept {

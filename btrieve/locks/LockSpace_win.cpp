@@ -26,9 +26,10 @@ HANDLE OpenShared(const std::string& path, DWORD access) {
                      FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-bool TakeByte(HANDLE file, uint64_t byte, DWORD flags) noexcept {
+bool TakeBytes(HANDLE file, uint64_t byte, uint64_t count, DWORD flags) noexcept {
   OVERLAPPED place = At(byte);
-  return LockFileEx(file, flags | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0;
+  return LockFileEx(file, flags | LOCKFILE_FAIL_IMMEDIATELY, 0, static_cast<DWORD>(count),
+                    static_cast<DWORD>(count >> 32), &place) != 0;
 }
 
 }  // namespace
@@ -67,13 +68,14 @@ FileIdentity LockSpace::Identity() const noexcept {
   return handle_ ? IdentityOfHandle(handle_->file) : FileIdentity();
 }
 
-bool LockSpace::TryShared(uint64_t byte) noexcept { return TakeByte(handle_->file, byte, 0); }
-bool LockSpace::TryExclusive(uint64_t byte) noexcept {
-  return TakeByte(handle_->file, byte, LOCKFILE_EXCLUSIVE_LOCK);
+bool LockSpace::TryShared(uint64_t byte) noexcept { return TakeBytes(handle_->file, byte, 1, 0); }
+bool LockSpace::TryExclusive(uint64_t byte, uint64_t count) noexcept {
+  return TakeBytes(handle_->file, byte, count, LOCKFILE_EXCLUSIVE_LOCK);
 }
-void LockSpace::Release(uint64_t byte) noexcept {
+void LockSpace::Release(uint64_t byte, uint64_t count) noexcept {
   OVERLAPPED place = At(byte);
-  UnlockFileEx(handle_->file, 0, 1, 0, &place);
+  UnlockFileEx(handle_->file, 0, static_cast<DWORD>(count), static_cast<DWORD>(count >> 32),
+               &place);
 }
 
 bool LockSpace::IsTaken(uint64_t byte) noexcept {

@@ -69,6 +69,9 @@ Status TryWriting(Call& call, Attempt attempt) {
   return call.session.Retry(call.File(), Waits(call), attempt);
 }
 
+// A block of more is inserted under one claim of every value.
+constexpr size_t kFewImages = 16;
+
 // What an Insert or Update came to.
 struct Written {
   Image image;
@@ -198,12 +201,12 @@ Status CheckWritable(const Cursor& cursor) noexcept {
   return cursor.place == Cursor::Place::On && cursor.writable ? kOk : kInvalidPositioning;
 }
 
-// Stops at the first record that cannot be inserted, or not in this scope; those before it stay,
-// the last in `written`.
+// Stops at the first record that cannot be inserted, or not in this scope, or for which it has no
+// room; those before it stay, the last in `written`.
 Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>& images,
                  Written& written, std::vector<uint32_t>& positions) {
   Written next;
-  while (positions.size() < images.size()) {
+  while (positions.size() < images.size() && !scope.IsFull()) {
     const Status status = InsertOne(scope, file, images[positions.size()], next);
     if (status != kOk) return status;
     std::swap(written, next);
@@ -221,6 +224,7 @@ Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& writ
   const Status status = TryWriting(call, [&]() -> Status {
     positions.resize(before);
     WriteScope scope(call.session, call.File());
+    if (images.size() - before > kFewImages) scope.ClaimAllKeys();
     stopped = InsertAll(scope, call.File(), images, written, positions);
     if (positions.size() == before) return stopped;
     scope.Commit();
@@ -306,11 +310,20 @@ Status InsertExtended(Call& call) {
   std::vector<uint32_t> positions;
   Written written;
   Status status = kOk;
+  bool isWritten = true;
   while (status == kOk && positions.size() < images.size()) {
-    status = InsertSome(call, images, written, positions);
+    const size_t before = positions.size();
+    try {
+      status = InsertSome(call, images, written, positions);
+    } catch (...) {  // what earlier scopes have committed is there, and told
+      if (before == 0) throw;
+      positions.resize(before);
+      isWritten = false;
+      status = CaughtStatus();
+    }
   }
   if (status == kOk) status = shape;
-  if (!positions.empty()) StandAlongInserted(call, written);
+  if (!positions.empty() && isWritten) StandAlongInserted(call, written);
   if (status == kOk) ReturnKey(call, written);
   ReturnPositions(call, positions);
   return status;

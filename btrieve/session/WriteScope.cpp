@@ -146,7 +146,7 @@ Status WriteScope::HoldRecord(uint32_t position) {
 }
 
 bool WriteScope::Claim(uint64_t hash) {
-  if (file_.Locks().HasClaim(hash)) return true;
+  if (everyValue_ || file_.Locks().HasClaim(hash)) return true;
   if (kind_ == TransactionKind::Concurrent) {
     if (!file_.Locks().Claim(hash)) return false;
     newClaims_.push_back(hash);
@@ -156,6 +156,13 @@ bool WriteScope::Claim(uint64_t hash) {
   if (!file_.Locks().ClaimBriefly(hash, byte)) return false;
   brief_.push_back(std::move(byte));
   return true;
+}
+
+void WriteScope::ClaimAllKeys() noexcept {
+  const auto isUnique = [](const Index& index) { return !index.duplicates; };
+  const auto& indexes = file_.Base().Indexes();
+  if (kind_ != TransactionKind::None || std::ranges::none_of(indexes, isUnique)) return;
+  (void)file_.Locks().ClaimAllBriefly(everyValue_);
 }
 
 Status WriteScope::ClaimKeys(const WritePlan& plan) {

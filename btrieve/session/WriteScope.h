@@ -35,6 +35,11 @@ class WriteScope {
   // After planning: 84 while others hold the record or add the same unique value.
   [[nodiscard]] Status HoldRecord(uint32_t position);
   [[nodiscard]] Status ClaimKeys(const WritePlan& plan);
+  // For many new records, before the first: one lock in place of one a value, where nobody else
+  // adds any; and whether the scope has as many locks as it had better have: each is looked for
+  // among all.
+  void ClaimAllKeys() noexcept;
+  bool IsFull() const noexcept { return brief_.size() >= kManyLocks; }
   // kLookAgain when what was planned upon may no longer hold.
   [[nodiscard]] Status Confirm();
   // As RecordWriter::Carry.
@@ -58,6 +63,9 @@ class WriteScope {
   FileLocks::Activity activity_;
   Status unsettled_ = kOk;
   Status blocked_ = kOk;
+  static constexpr size_t kManyLocks = 256;
+
+  HeldByte everyValue_;
   std::vector<HeldByte> brief_;
   // Got for a concurrent transaction by a write that is not carried yet: claims, and the last ones
   // of the records that the transaction holds.

@@ -283,6 +283,26 @@ TEST(ConcurrentTransaction, ManyAtOnceGetPlacesOfTheirOwn) {
             5u + 4u * kMany);
 }
 
+// The value in the middle is another's uncommitted one; with blocks that one scope takes, and such
+// as take several. Blocks of 1,000 and more would be slow if each value had a lock.
+TEST(ManyAtOnce, StopAtAnothersUncommittedValue) {
+  for (const int before : {3, 20, 700, 2000}) {
+    SCOPED_TRACE(before);
+    TwoProcesses both;
+    ASSERT_EQ(both.Run("x:cbegin"), "ok");
+    Client& other = *both.Clients()[1];
+    const Bytes held = Person(std::to_string(100 + before));
+    ASSERT_EQ(other.Call(kInsert, 0, {.data = held, .keyNumber = -1}).status, 0);
+    const CallIn block{.data = ManyPeople(100, before + 5), .keyNumber = -1};
+    const CallOut out = both.This().Call(kInsertExtended + 200, 0, block);
+    EXPECT_EQ(out.status, kRecordInUse);
+    EXPECT_EQ(NumberAt<uint16_t>(out.data, 0), before);
+    EXPECT_EQ(both.Run("end x:end x:ins0=9+200 ins0=8+200"), "#39 ok ok ok");
+    EXPECT_EQ(NumberAt<uint32_t>(other.Call(kStat, 0, {.room = 500}).data, 6),
+              5u + static_cast<uint32_t>(before) + 3u);
+  }
+}
+
 TEST(DeadProcess, LeavesNothingBehind) {
   for (const char* words :
        {"x:eq0=2+200", "x:eq0=2+400 x:eq0=3+400", "x:begin x:eq0=2 x:upd0=2,New x:ins0=9",
