@@ -43,8 +43,7 @@ TEST_F(CommandLine, HelpNamesChoicesAndStandards) {
   const HelpCase cases[] = {
       {"import", "--encoding utf-8|cp932"},
       {"import", "error refuses the row"},
-      {"import",
-       "--batch NUMBER              rows stored in one transaction, 1 to 10000 (standard: 200)"},
+      {"import", "--batch NUMBER              rows stored at once, 1 to 10000 (standard: 10000)"},
       {"export", "--format csv|json           what is written (standard: csv)"},
       {"export", "error leaves the record out"},
       {"check", "(standard: 20)"},

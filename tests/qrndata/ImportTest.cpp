@@ -110,8 +110,10 @@ TEST_F(Importing, AFirstLineThatCannotServeStopsIt) {
   const std::string all = "Id, Name, Rate, Born, At, Flag, Small, Real, Cash, Mark";
   const HeaderCase cases[] = {
       {"", "in.csv:1:1: expected a first line with the fields' names"},
-      {"Id,Nam\n1,a\n", "in.csv:1:4: the table has no field \"Nam\"; expected one of "},
-      {"Id,id\n", "in.csv:1:4: the table has no field \"id\"; expected one of "},
+      {"Id,Nam\n1,a\n",
+       "in.csv:1:4: the table has no field \"Nam\"; did you mean \"Name\"?; expected one of "},
+      {"Id,Price\n", "in.csv:1:4: the table has no field \"Price\"; expected one of "},
+      {"Id,id\n", "in.csv:1:4: field \"Id\" has a column already"},
       {"Id,Name,Id\n", "in.csv:1:9: field \"Id\" has a column already"},
       {"Id,\"Name\n", "in.csv:1:4: this quote is never closed"},
       {"Id,\x96\xBC\n", "in.csv:1:4: not UTF-8: byte 0x96 (character 1 of the text); --encoding "},

@@ -98,7 +98,7 @@ TEST_F(BesideAForm, AFileThatIsHeldWholeIsWaitedForAndThenStopsTheImport) {
   ASSERT_EQ(FormInserts(11), 0);
   EXPECT_EQ(Line(Import("T", Rows(12, 3), kNoPatience)),
             "code=4 err=qrndata: table \"T\": status 85 (file in use by another program); stopped "
-            "at row 1 of in.csv; stored before it: 0 rows, later ones are not\n");
+            "before line 2 of in.csv; stored until there: 0 rows; --first 2 goes on\n");
   std::future<Said> import = ImportAside(Rows(10, 3));
   EXPECT_EQ(import.wait_for(std::chrono::seconds(4)), std::future_status::timeout);
   ASSERT_EQ(Call(btrieve::test::kEnd, {}).status, 0);

@@ -48,7 +48,7 @@ Said ToolTest::Run(std::vector<std::string> arguments) const {
 
 Said ToolTest::RunProgram(ProgramBody program, std::vector<std::string> arguments) const {
   std::ostringstream out, err;
-  const int code = program(std::move(arguments), {out, err, nullptr});
+  const int code = program(std::move(arguments), {out, err, nullptr, in_});
   const std::string prefix =
       PathToUtf8(Folder()) + static_cast<char>(fs::path::preferred_separator);
   return {code, Without(out.str(), prefix), Without(err.str(), prefix)};

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <istream>
 #include <string>
 #include <vector>
 
@@ -38,10 +39,14 @@ class ToolTest : public ::testing::Test {
   std::string Export(const std::string& table, const std::vector<std::string>& options = {}) const;
   Said Check() const { return Run({"check", Path("db")}); }
 
+  // What the program reads from its standard input.
+  void SetInput(std::istream& in) { in_ = &in; }
+
   const std::filesystem::path& Folder() const { return folder_.Root(); }
 
  private:
   qrn::test::TempFolder folder_;
+  std::istream* in_ = nullptr;
 };
 
 }  // namespace qrndata::test

@@ -137,6 +137,20 @@ Status BtrFile::Insert(Bytes& record) {
   return Call(BtrOpInsert, record.data(), &length, kNoKey);
 }
 
+// Who refuses the block itself writes no reply, which is always shorter than the block.
+Status BtrFile::InsertMany(Bytes& block, size_t& inserted) {
+  const auto whole = static_cast<uint32_t>(block.size());
+  uint32_t length = whole;
+  const Status status = Call(BtrOpInsertExtended, block.data(), &length, kNoKey);
+  inserted = length < whole ? qrn::LoadLittle<uint16_t>(block) : 0;
+  return status;
+}
+
+Status BtrFile::Update(Bytes& record) {
+  auto length = static_cast<uint32_t>(record.size());
+  return Call(BtrOpUpdate, record.data(), &length, kNoKey);
+}
+
 Status BtrFile::Read(uint16_t operation, int8_t key, Bytes& record) {
   record.resize(kMaxRecordSize);
   auto length = static_cast<uint32_t>(record.size());
@@ -151,8 +165,17 @@ Status BtrFile::GetNext(int8_t key, Bytes& record) { return Read(BtrOpGetNext, k
 Status BtrFile::StepFirst(Bytes& record) { return Read(BtrOpStepFirst, 0, record); }
 Status BtrFile::StepNext(Bytes& record) { return Read(BtrOpStepNext, 0, record); }
 
-Status BtrFile::FindKey(int8_t key, std::span<const uint8_t> value) {
+void BtrFile::PutKey(std::span<const uint8_t> value) {
   std::copy_n(value.begin(), std::min(value.size(), keyBuffer_.size()), keyBuffer_.begin());
+}
+
+Status BtrFile::GetEqual(int8_t key, std::span<const uint8_t> value, Bytes& record) {
+  PutKey(value);
+  return Read(BtrOpGetEqual, key, record);
+}
+
+Status BtrFile::FindKey(int8_t key, std::span<const uint8_t> value) {
+  PutKey(value);
   uint32_t length = 0;
   return Call(BtrBiasGetKey + BtrOpGetEqual, nullptr, &length, key);
 }

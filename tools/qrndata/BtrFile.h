@@ -63,6 +63,13 @@ class BtrFile {
   // The record comes back changed where a number was given to it.
   [[nodiscard]] Status Insert(Bytes& record);
 
+  // Inserts as many records as it can of `block` (a count and, for each record, its length and
+  // bytes, all words of 16 bits): the status is that of the first one that could not be. `block` is
+  // lost.
+  [[nodiscard]] Status InsertMany(Bytes& block, size_t& inserted);
+  // The record that was read last.
+  [[nodiscard]] Status Update(Bytes& record);
+
   // Gets: first, last, next (along a key), step first, step next. `record` is cut to the record's
   // length.
   [[nodiscard]] Status GetFirst(int8_t key, Bytes& record);
@@ -71,6 +78,8 @@ class BtrFile {
   [[nodiscard]] Status StepFirst(Bytes& record);
   [[nodiscard]] Status StepNext(Bytes& record);
 
+  // The first record with the value.
+  [[nodiscard]] Status GetEqual(int8_t key, std::span<const uint8_t> value, Bytes& record);
   // Whether key `key` holds the value; the record is not read.
   [[nodiscard]] Status FindKey(int8_t key, std::span<const uint8_t> value);
 
@@ -81,6 +90,7 @@ class BtrFile {
 
  private:
   Status Call(uint16_t operation, void* data, uint32_t* length, int8_t key);
+  void PutKey(std::span<const uint8_t> value);
   Status Read(uint16_t operation, int8_t key, Bytes& record);
 
   std::string name_;

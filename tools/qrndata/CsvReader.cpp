@@ -10,8 +10,8 @@ bool EndsLine(int c) { return c == '\n' || c == '\r'; }
 
 }  // namespace
 
-CsvReader::CsvReader(std::istream& stream, Encoding encoding)
-    : bytes_(*stream.rdbuf()), encoding_(encoding) {
+CsvReader::CsvReader(std::istream& stream, Encoding encoding, char delimiter)
+    : bytes_(*stream.rdbuf()), encoding_(encoding), delimiter_(delimiter) {
   CsvRow mark;
   for (const int byte : {0xEF, 0xBB, 0xBF}) {
     if (Peek() != byte) break;
@@ -25,6 +25,12 @@ int CsvReader::Peek() {
   return c == std::streambuf::traits_type::eof() ? kEnd : c;
 }
 
+bool CsvReader::IsDelimiter(int c) const {
+  return c == delimiter_ && !(isBehindLead_ && IsTrailByte(static_cast<uint8_t>(c)));
+}
+
+bool CsvReader::EndsCell(int c) const { return c == kEnd || IsDelimiter(c) || EndsLine(c); }
+
 bool CsvReader::ContinuesCharacter(int c) {
   if (encoding_ == Encoding::Utf8) return (c & 0xC0) == 0x80;
   const auto byte = static_cast<uint8_t>(c);
@@ -36,7 +42,7 @@ bool CsvReader::ContinuesCharacter(int c) {
 // Columns count the bytes that begin a character.
 void CsvReader::Advance(CsvRow& row) {
   const int c = bytes_.sbumpc();
-  row.raw.push_back(static_cast<char>(c));
+  if (row.raw.size() < kMostRowBytes) row.raw.push_back(static_cast<char>(c));
   ++bytesRead_;
   const bool continues = ContinuesCharacter(c);
   if (c == '\n') {
@@ -55,7 +61,7 @@ bool CsvReader::Next(CsvRow& row) {
   if (Peek() == kEnd) return false;
   for (;;) {
     ReadCell(row);
-    if (Peek() != ',') break;
+    if (!IsDelimiter(Peek())) break;
     Advance(row);
   }
   row.cells.resize(cellCount_);
@@ -87,6 +93,7 @@ void CsvReader::ReadQuoted(CsvRow& row, CsvCell& cell) {
   for (;;) {
     const int c = Peek();
     if (c == kEnd) return Report(row, cell.at, "this quote is never closed");
+    if (IsTooLong(row, cell.at)) return;
     if (c == '"') {
       Advance(row);
       if (Peek() != '"') break;
@@ -94,13 +101,16 @@ void CsvReader::ReadQuoted(CsvRow& row, CsvCell& cell) {
     cell.text.push_back(static_cast<char>(Peek()));
     Advance(row);
   }
-  if (Peek() == kEnd || Peek() == ',' || EndsLine(Peek())) return;
-  Report(row, place_, "expected a comma or the line's end behind the closing quote");
+  if (EndsCell(Peek())) return;
+  Report(row, place_,
+         delimiter_ == ',' ? "expected a comma or the line's end behind the closing quote"
+                           : "expected the delimiter or the line's end behind the closing quote");
   SkipLine(row);
 }
 
 void CsvReader::ReadPlain(CsvRow& row, CsvCell& cell) {
-  for (int c = Peek(); c != kEnd && c != ',' && !EndsLine(c); c = Peek()) {
+  for (int c = Peek(); !EndsCell(c); c = Peek()) {
+    if (IsTooLong(row, cell.at)) return;
     if (c == '"') {
       Report(row, place_,
              "a quote inside a cell: put the whole cell in quotes and double this one");
@@ -109,6 +119,13 @@ void CsvReader::ReadPlain(CsvRow& row, CsvCell& cell) {
     cell.text.push_back(static_cast<char>(c));
     Advance(row);
   }
+}
+
+bool CsvReader::IsTooLong(CsvRow& row, Position at) {
+  if (row.raw.size() < kMostRowBytes) return false;
+  Report(row, at, "the row is longer than 1,048,576 bytes; is a quote never closed?");
+  SkipLine(row);
+  return true;
 }
 
 void CsvReader::SkipLine(CsvRow& row) {

@@ -7,6 +7,7 @@
 #include "platform/LexbaseCalls.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Names.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
 
@@ -161,14 +162,15 @@ class DictionaryBuilder {
 }  // namespace
 
 const Table& Dictionary::Find(std::string_view name) const {
-  const Converted bytes = ToCodePage(name, OnUnmappable::Error);
+  Names names;
+  for (const Table& table : tables) names.push_back(table.name);
+  if (const auto found = FindName(names, name)) return tables[*found];
   std::string all;
   for (const Table& table : tables) {
-    if (bytes.IsExact() && table.name == bytes.text) return table;
     all.append(all.empty() ? "" : ", ").append(Show(table.name));
   }
   throw Failure(kBadInput, PathToUtf8(directory) + ": there is no table \"" + std::string(name) +
-                               "\"; there are: " + all);
+                               "\"" + DidYouMean(names, name) + "; there are: " + all);
 }
 
 Dictionary ReadDictionary(const std::filesystem::path& directory) {

@@ -1,10 +1,9 @@
 // `export`: a table's records as CSV or JSON.
-#include <algorithm>
-#include <charconv>
 
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FieldInput.h"
 #include "tools/qrndata/FileMatch.h"
+#include "tools/qrndata/KeyChoice.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
@@ -17,30 +16,6 @@
 namespace qrndata {
 
 namespace {
-
-// A key by its name, its number, or the name of its first field: its slot in the table's keys.
-size_t FindKey(const Table& table, const std::string& wanted) {
-  const std::string name = ToCodePage(wanted, OnUnmappable::Replace).text;
-  size_t asNumber = table.keys.size();
-  std::from_chars(wanted.data(), wanted.data() + wanted.size(), asNumber);
-  for (size_t number = 0; number < table.keys.size(); ++number) {
-    const Key& key = table.keys[number];
-    const qrn::DbFieldInfo* first = FindField(table, key.segments.front().fieldId);
-    const bool isNamed = key.name == name || (first != nullptr && first->Name == name);
-    if (isNamed || number == asNumber) return number;
-  }
-  throw Failure(kBadInput, "table " + Quoted(table.name) + " has no key \"" + wanted + "\"");
-}
-
-// The number of that key in the file, whose dictionary may tell of fewer keys.
-int8_t KeyNumberIn(const Table& table, const std::string& wanted, const btrieve::FileSpec& file,
-                   const FileMatch& match) {
-  if (wanted.empty()) return kNoKey;
-  const size_t key = FindKey(table, wanted);
-  if (match.slots[key]) return static_cast<int8_t>(file.keys[*match.slots[key]].number);
-  throw Failure(kSystem, "table " + Quoted(table.name) + ": the data file has no key \"" + wanted +
-                             "\", though the dictionary does");
-}
 
 // A failure to read says what was not written for it.
 template <class Body>
@@ -67,7 +42,9 @@ class TableExport {
         image_(settings_, table_) {
     RequireMatch(table_, match_, Weight::Record);
     WarnOf(table_, match_, streams.err);
-    key_ = KeyNumberIn(table_, options.key, stat_.spec, match_);
+    if (options.key.empty()) return;
+    key_ = static_cast<int8_t>(
+        KeyInFile(table_, ChooseKey(table_, options.key), stat_.spec, match_).number);
   }
 
   ExitCode Run();

@@ -14,6 +14,7 @@ enum ExitCode : int {
   kUsage = 2,        // the command line
   kBadInput = 3,     // a schema, CSV file, table or field name
   kSystem = 4,       // a file that cannot be read or written, a status of the record manager
+  kInterrupted = 130,
 };
 
 // A place in a text file, both counted from 1; columns count characters. 0 means unknown.

@@ -1,13 +1,17 @@
 // `import`: rows of a CSV file into a table.
 #include <algorithm>
 #include <fstream>
+#include <memory>
 
+#include "tools/qrndata/ColumnMap.h"
 #include "tools/qrndata/CsvReader.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Interrupt.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
+#include "tools/qrndata/RowChanger.h"
 #include "tools/qrndata/RowImporter.h"
 #include "tools/qrndata/Verbs.h"
 
@@ -17,11 +21,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::ifstream OpenInput(const fs::path& path) {
+bool IsStandardInput(const ImportOptions& options) { return options.file == "-"; }
+
+std::string InputName(const ImportOptions& options) {
+  return IsStandardInput(options) ? "standard input" : PathToUtf8(options.file);
+}
+
+std::ifstream OpenInput(const ImportOptions& options) {
+  if (IsStandardInput(options)) return {};
   std::error_code ignored;
-  std::ifstream file(path, std::ios::binary);
-  if (!file || fs::is_directory(path, ignored)) {
-    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read");
+  std::ifstream file(options.file, std::ios::binary);
+  if (!file || fs::is_directory(options.file, ignored)) {
+    throw Failure(kSystem, PathToUtf8(options.file) + ": cannot be read");
   }
   return file;
 }
@@ -44,50 +55,76 @@ bool IsWide(std::string_view firstLine) {
          firstLine.find('\0') != firstLine.npos;
 }
 
+void RequireNarrow(std::string_view firstLine, const std::string& file) {
+  if (!IsWide(firstLine)) return;
+  throw BadInput(file, {1, 1},
+                 "the file is in UTF-16; expected UTF-8, or code page 932 with "
+                 "--encoding cp932");
+}
+
+// A row that is read, but neither stored nor told to be refused yet.
+struct PendingRow {
+  CsvRow row;
+  Refusal refusal;
+  uint32_t replaced = 0;  // texts with characters that were replaced or left out
+};
+
 class CsvImport {
  public:
   CsvImport(const ImportOptions& options, const Streams& streams, Dictionary dictionary)
       : options_(options),
         streams_(streams),
-        fileName_(PathToUtf8(options.file)),
+        fileName_(InputName(options)),
         dictionary_(std::move(dictionary)),
         table_(dictionary_.Find(options.table)),
-        importer_(options.directory, table_, options.isDryRun ? 0 : options.batch,
-                  Sharing::WithOthers, std::chrono::seconds(options.patience)),
-        input_(OpenInput(options.file)),
-        reader_(input_, options.encoding),
-        values_(table_.fields.size()) {
-    WarnOf(table_, importer_.Match(), streams.err);
-  }
+        file_(OpenInput(options)),
+        reader_(IsStandardInput(options) ? *streams.in : file_, options.encoding,
+                options.delimiter),
+        values_(table_.fields.size()) {}
 
   ExitCode Run();
 
  private:
-  void ReadHeader();
-  void MapColumn(const CsvCell& cell);
+  void MapColumns();
+  void ReadHeader(const std::vector<ColumnRule>& rules);
+  void OpenStore();
   void ReadRows();
-  Refusal TakeRow(const CsvRow& row, Position& at);
-  Refusal TakeCell(const CsvCell& cell, size_t slot);
-  void Refuse(const CsvRow& row, Position at, const std::string& problem);
+  bool IsWanted(const CsvRow& row) const { return row.line >= options_.first; }
+  void Take(PendingRow& pending);
+  Refusal TakeCells(PendingRow& pending);
+  Refusal TakeCell(const CsvCell& cell, size_t slot, uint32_t& replaced);
+  void MakeRoom();
+  void Settle(bool isLast);
+  void Pass();
+  void PassRefused();
+  bool IsOverLimit() const;
+  void Refuse(const PendingRow& pending);
+  Position PlaceOf(const CsvRow& row, const Refusal& refusal) const;
   void KeepRefused(const CsvRow& row);
   [[noreturn]] void Stop(const Failure& failure);
+  uint32_t NextLine() const;
   Converted Decode(const std::string& text) const;
   std::string FieldName(size_t slot) const;
   ExitCode Report() const;
+
+  // Rows are kept until they are decided: so many, and so many bytes.
+  static constexpr size_t kMostPending = 10000, kMostPendingBytes = 16u << 20;
 
   const ImportOptions& options_;
   const Streams& streams_;
   std::string fileName_;
   Dictionary dictionary_;
   const Table& table_;
-  RowImporter importer_;
-  std::ifstream input_;
+  std::ifstream file_;
   CsvReader reader_;
-  std::vector<size_t> slots_;  // the field of each column
+  std::unique_ptr<RowStore> store_;
+  ColumnSlots slots_;  // the field of each column
   std::string header_;
   FieldValues values_;
   std::optional<OutputFile> refusals_;
-  uint64_t rows_ = 0, refused_ = 0, replaced_ = 0, replacedInRow_ = 0;
+  std::vector<PendingRow> pending_;  // the first pendingCount_ are in use
+  size_t pendingCount_ = 0, decided_ = 0, pendingBytes_ = 0, pendingRefused_ = 0;
+  uint64_t rows_ = 0, refused_ = 0, replaced_ = 0;
 };
 
 Converted CsvImport::Decode(const std::string& text) const {
@@ -99,41 +136,48 @@ std::string CsvImport::FieldName(size_t slot) const {
   return "field " + Quoted(table_.fields[slot].Name) + ": ";
 }
 
-void CsvImport::MapColumn(const CsvCell& cell) {
-  const Converted name = Decode(cell.text);
-  if (name.isBroken) throw BadInput(fileName_, cell.at, UnmappableText(name, options_.encoding));
-  const qrn::DbFieldInfo* field = name.IsExact() ? FindField(table_, name.text) : nullptr;
-  if (field == nullptr) {
-    std::string all;
-    for (const qrn::DbFieldInfo& each : table_.fields) {
-      all.append(all.empty() ? "" : ", ").append(Show(each.Name));
-    }
-    throw BadInput(fileName_, cell.at,
-                   "the table has no field \"" + Show(name.text) + "\"; expected one of " + all);
-  }
-  const auto slot = static_cast<size_t>(field - table_.fields.data());
-  if (std::find(slots_.begin(), slots_.end(), slot) != slots_.end()) {
-    throw BadInput(fileName_, cell.at, "field " + Quoted(field->Name) + " has a column already");
-  }
-  slots_.push_back(slot);
-}
-
-void CsvImport::ReadHeader() {
+void CsvImport::ReadHeader(const std::vector<ColumnRule>& rules) {
   CsvRow row;
   if (!reader_.Next(row)) {
     throw BadInput(fileName_, {1, 1}, "expected a first line with the fields' names");
   }
-  if (IsWide(row.raw)) {
-    throw BadInput(fileName_, {1, 1},
-                   "the file is in UTF-16; expected UTF-8, or code page 932 with "
-                   "--encoding cp932");
-  }
+  RequireNarrow(row.raw, fileName_);
   if (!row.problem.empty()) throw BadInput(fileName_, row.problemAt, row.problem);
-  for (const CsvCell& cell : row.cells) MapColumn(cell);
+  std::vector<std::string> names;
+  std::vector<Position> places;
+  for (const CsvCell& cell : row.cells) {
+    const Converted name = Decode(cell.text);
+    if (name.isBroken) throw BadInput(fileName_, cell.at, UnmappableText(name, options_.encoding));
+    names.push_back(options_.encoding == Encoding::Utf8 ? cell.text : Show(name.text));
+    places.push_back(cell.at);
+  }
+  slots_ = MapHeader(table_, names, places, fileName_, rules);
   header_ = row.raw;
 }
 
-Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot) {
+void CsvImport::MapColumns() {
+  const std::vector<ColumnRule> rules = ParseColumnRules(options_.columns, options_.hasHeader);
+  if (options_.hasHeader) return ReadHeader(rules);
+  slots_ = MapInOrder(table_, rules);
+}
+
+void CsvImport::OpenStore() {
+  const std::chrono::seconds patience(options_.patience);
+  if (options_.changeKey.empty()) {
+    store_ = std::make_unique<RowImporter>(options_.directory, table_,
+                                           options_.isDryRun ? 0 : options_.batch, patience);
+  } else {
+    std::vector<size_t> given;
+    for (const auto& slot : slots_) {
+      if (slot) given.push_back(*slot);
+    }
+    store_ = std::make_unique<RowChanger>(options_.directory, table_, options_.changeMode,
+                                          options_.changeKey, given, patience);
+  }
+  WarnOf(table_, store_->Match(), streams_.err);
+}
+
+Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot, uint32_t& replaced) {
   values_[slot].reset();
   if (cell.IsMissing()) return {};
   Converted text = Decode(cell.text);
@@ -141,71 +185,140 @@ Refusal CsvImport::TakeCell(const CsvCell& cell, size_t slot) {
     if (options_.onUnmappable == OnUnmappable::Error) {
       return {UnmappableText(text, options_.encoding), slot};
     }
-    ++replacedInRow_;
+    ++replaced;
   }
   values_[slot] = std::move(text.text);
   return {};
 }
 
-Refusal CsvImport::TakeRow(const CsvRow& row, Position& at) {
-  at = row.problemAt;
+Refusal CsvImport::TakeCells(PendingRow& pending) {
+  const CsvRow& row = pending.row;
   if (!row.problem.empty()) return {row.problem, {}};
-  at = row.cells.front().at;
   if (row.cells.size() != slots_.size()) {
-    return {"expected " + Counted(slots_.size(), "cell") + " as in the first line, found " +
+    return {"expected " + Counted(slots_.size(), "cell") +
+                (options_.hasHeader ? " as in the first line, found " : ", found ") +
                 std::to_string(row.cells.size()),
             {}};
   }
-  Refusal refusal;
-  replacedInRow_ = 0;
-  for (size_t column = 0; column < slots_.size() && !refusal; ++column) {
-    refusal = TakeCell(row.cells[column], slots_[column]);
+  for (size_t column = 0; column < slots_.size(); ++column) {
+    if (!slots_[column]) continue;
+    Refusal refusal = TakeCell(row.cells[column], *slots_[column], pending.replaced);
+    if (refusal) return refusal;
   }
-  if (!refusal) refusal = importer_.Put(values_);
-  if (!refusal) replaced_ += replacedInRow_;
-  if (refusal.fieldSlot) {
-    const auto column = std::find(slots_.begin(), slots_.end(), *refusal.fieldSlot);
-    if (column != slots_.end()) {
-      at = row.cells[static_cast<size_t>(column - slots_.begin())].at;
-    }
-    refusal.problem.insert(0, FieldName(*refusal.fieldSlot));
-  }
-  return refusal;
+  return store_->Add(values_);
 }
 
-void CsvImport::Refuse(const CsvRow& row, Position at, const std::string& problem) {
+void CsvImport::Take(PendingRow& pending) {
+  std::fill(values_.begin(), values_.end(), std::nullopt);
+  pending.replaced = 0;
+  pending.refusal = TakeCells(pending);
+  ++rows_;
+  ++pendingCount_;
+  pendingBytes_ += pending.row.raw.size();
+  if (pending.refusal) ++pendingRefused_;
+}
+
+Position CsvImport::PlaceOf(const CsvRow& row, const Refusal& refusal) const {
+  if (!row.problem.empty()) return row.problemAt;
+  const auto column = std::find(slots_.begin(), slots_.end(), refusal.fieldSlot);
+  const bool isCell = refusal.fieldSlot && column != slots_.end();
+  return row.cells[isCell ? static_cast<size_t>(column - slots_.begin()) : 0].at;
+}
+
+void CsvImport::Refuse(const PendingRow& pending) {
+  const Refusal& refusal = pending.refusal;
   if (++refused_ <= options_.shown) {
-    streams_.err << AtPlace(fileName_, at, problem) << '\n';
+    const std::string field = refusal.fieldSlot ? FieldName(*refusal.fieldSlot) : "";
+    streams_.err << AtPlace(fileName_, PlaceOf(pending.row, refusal), field + refusal.problem)
+                 << '\n';
   } else if (refused_ == options_.shown + 1) {
     streams_.err << "further refusals are not listed (--show-refused takes their number)\n";
   }
-  if (!options_.refusals.empty()) KeepRefused(row);
+  if (!options_.refusals.empty()) KeepRefused(pending.row);
 }
 
 void CsvImport::KeepRefused(const CsvRow& row) {
   if (!refusals_) {
     refusals_.emplace(options_.refusals);
-    refusals_->Stream() << header_ << '\n';
+    if (options_.hasHeader) refusals_->Stream() << header_ << '\n';
   }
-  refusals_->Stream() << row.raw << '\n';
+  if (row.raw.size() < kMostRowBytes) refusals_->Stream() << row.raw << '\n';
   if (!refusals_->Stream().flush()) {
     throw Failure(kSystem, PathToUtf8(options_.refusals) + ": cannot be written");
   }
+}
+
+bool CsvImport::IsOverLimit() const {
+  return options_.maxErrors != 0 && refused_ + pendingRefused_ >= options_.maxErrors;
+}
+
+// The row is decided: stored, or refused.
+void CsvImport::Pass() {
+  const PendingRow& pending = pending_[decided_++];
+  if (!pending.refusal) {
+    replaced_ += pending.replaced;
+    return;
+  }
+  if (pendingRefused_ != 0) --pendingRefused_;
+  Refuse(pending);
+  if (options_.maxErrors == 0 || refused_ < options_.maxErrors) return;
+  throw Failure(kBadInput, Counted(refused_, "row") +
+                               " refused, which --max-errors does not let "
+                               "pass");
+}
+
+void CsvImport::PassRefused() {
+  while (decided_ < pendingCount_ && pending_[decided_].refusal) Pass();
+}
+
+void CsvImport::Settle(bool isLast) {
+  decided_ = 0;
+  PassRefused();
+  while (decided_ < pendingCount_) {
+    Outcome outcome = isLast ? store_->StoreLast() : store_->Store();
+    for (; outcome.stored != 0; Pass()) {
+      if (!pending_[decided_].refusal) --outcome.stored;
+    }
+    PassRefused();
+    if (outcome.failure) throw *outcome.failure;
+    if (!outcome.refusal) continue;
+    pending_[decided_].refusal = std::move(outcome.refusal);
+    ++pendingRefused_;
+    PassRefused();
+  }
+  pendingCount_ = decided_ = pendingBytes_ = 0;
+}
+
+// The row that has just been read stays as the first.
+void CsvImport::MakeRoom() {
+  const bool isFull = store_->IsFull() || pendingCount_ >= kMostPending ||
+                      pendingBytes_ >= kMostPendingBytes || IsOverLimit();
+  if (!isFull) return;
+  const size_t read = pendingCount_;
+  Settle(false);
+  std::swap(pending_[0], pending_[read]);
 }
 
 void CsvImport::ReadRows() {
   std::error_code error;
   const uintmax_t size = fs::file_size(options_.file, error);
   Progress progress(streams_.terminal, Show(table_.name), error ? 0 : size);
-  CsvRow row;
-  while (reader_.Next(row)) {
-    ++rows_;
-    std::fill(values_.begin(), values_.end(), std::nullopt);
-    Position at;
-    if (const Refusal refusal = TakeRow(row, at)) Refuse(row, at, refusal.problem);
+  const InterruptWatch watch;
+  while (true) {
+    if (pendingCount_ == pending_.size()) pending_.emplace_back();
+    CsvRow& row = pending_[pendingCount_].row;
+    if (!reader_.Next(row) || row.line > options_.last) break;
+    if (!IsWanted(row)) continue;
+    if (rows_ == 0 && !options_.hasHeader) RequireNarrow(row.raw, fileName_);
+    MakeRoom();
+    Take(pending_[pendingCount_]);
     progress.Update(reader_.BytesRead(), rows_);
+    if (!InterruptWatch::WasInterrupted()) continue;
+    Settle(true);
+    throw Failure(kInterrupted, "interrupted");
   }
-  importer_.Finish();
+  Settle(true);
+  if (file_.bad()) throw Failure(kSystem, fileName_ + ": cannot be read on");
   if (refusals_) refusals_->Finish();
 }
 
@@ -213,6 +326,10 @@ ExitCode CsvImport::Report() const {
   const uint64_t taken = rows_ - refused_;
   streams_.out << Show(table_.name) << ": " << Counted(taken, "row") << ' '
                << (options_.isDryRun ? "could be taken" : "taken");
+  if (!options_.changeKey.empty()) {
+    streams_.out << " (" << Grouped(store_->Changed()) << " changed, "
+                 << Grouped(taken - store_->Changed()) << " new)";
+  }
   if (refused_ != 0) streams_.out << ", " << Grouped(refused_) << " refused";
   if (replaced_ != 0) {
     streams_.out << ", " << Counted(replaced_, "text") << " with characters "
@@ -222,11 +339,20 @@ ExitCode CsvImport::Report() const {
   return refused_ == 0 ? kDone : kFaultsFound;
 }
 
+// Of the first row that is neither stored nor refused.
+uint32_t CsvImport::NextLine() const {
+  return decided_ < pendingCount_ ? pending_[decided_].row.line : reader_.Line();
+}
+
 // The rows refused so far are kept: the ones around them are stored.
 void CsvImport::Stop(const Failure& failure) {
-  std::string text = std::string(failure.what()) + "; stopped at row " + Grouped(rows_) + " of " +
-                     fileName_ + "; stored before it: " + Counted(importer_.Stored(), "row") +
-                     ", later ones are not";
+  const std::string line = std::to_string(NextLine());
+  std::string text =
+      std::string(failure.what()) + "; stopped before line " + line + " of " + fileName_;
+  if (!options_.isDryRun) {
+    text += "; stored until there: " + Counted(store_->Stored(), "row") + "; --first " + line +
+            " goes on";
+  }
   try {
     if (refusals_ && refusals_->Stream().good()) refusals_->Finish();
   } catch (const Failure& another) {
@@ -236,7 +362,8 @@ void CsvImport::Stop(const Failure& failure) {
 }
 
 ExitCode CsvImport::Run() {
-  ReadHeader();
+  MapColumns();
+  OpenStore();
   try {
     ReadRows();
   } catch (const Failure& failure) {

@@ -35,10 +35,11 @@ int RunGuarded(const char* name, const Streams& streams, const std::function<int
 #ifdef _WIN32
 namespace {
 
-// Output as it stands, line ends included, and shown as UTF-8 while the program runs.
+// Input and output as they stand, line ends included, and shown as UTF-8 while the program runs.
 class Utf8Console {
  public:
   Utf8Console() : before_(GetConsoleOutputCP()) {
+    _setmode(_fileno(stdin), _O_BINARY);
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);
@@ -70,7 +71,7 @@ int RunProgram(int argc, ProgramChar** argv, ProgramBody body) {
     arguments.push_back(PathToUtf8(std::filesystem::path(argv[at])));
   }
   std::ostream* terminal = Utf8Console::IsTerminal() ? &std::cerr : nullptr;
-  return body(std::move(arguments), {std::cout, std::cerr, terminal});
+  return body(std::move(arguments), {std::cout, std::cerr, terminal, &std::cin});
 }
 
 #else
@@ -78,7 +79,7 @@ int RunProgram(int argc, ProgramChar** argv, ProgramBody body) {
 int RunProgram(int argc, ProgramChar** argv, ProgramBody body) {
   std::ios::sync_with_stdio(false);
   std::ostream* terminal = isatty(STDERR_FILENO) != 0 ? &std::cerr : nullptr;
-  return body({argv + 1, argv + argc}, {std::cout, std::cerr, terminal});
+  return body({argv + 1, argv + argc}, {std::cout, std::cerr, terminal, &std::cin});
 }
 
 #endif

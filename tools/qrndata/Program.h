@@ -2,17 +2,19 @@
 #pragma once
 
 #include <functional>
+#include <istream>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace qrndata {
 
-// Where a program speaks: UTF-8.
+// Where a program speaks and listens. What is said is UTF-8.
 struct Streams {
   std::ostream& out;
   std::ostream& err;
-  std::ostream* terminal;  // for progress; null where nobody watches
+  std::ostream* terminal;      // for progress; null where nobody watches
+  std::istream* in = nullptr;  // as it comes, line ends included
 };
 
 // What main is called on the system.

@@ -43,6 +43,46 @@ Bytes& RecordImage::Build(const FieldValues& values) {
   return record_;
 }
 
+// Display numbers put a byte behind themselves, which here is another field's.
+void RecordImage::ChangeFixed(const qrn::DbFieldInfo& field,
+                              const std::optional<std::string>& value) {
+  const size_t behind = OffsetOf(field) + static_cast<size_t>(std::max(field.Size, 0));
+  const uint8_t kept = record_.at(behind);
+  Put(field, value);
+  record_[behind] = kept;
+}
+
+Bytes& RecordImage::Change(std::span<const uint8_t> record, const FieldValues& values,
+                           const std::vector<size_t>& slots) {
+  FieldValues blobs(values.size());
+  const auto isChanged = [&](size_t slot) { return std::ranges::find(slots, slot) != slots.end(); };
+  const auto isBlob = [&](size_t slot) { return table_.fields[slot].Type == qrn::kBlob; };
+  for (const size_t slot : byOffset_) {
+    if (!isBlob(slot)) continue;
+    blobs[slot] = isChanged(slot) ? values[slot] : Take(table_.fields[slot], record);
+  }
+  record_.assign(record.begin(), record.end());
+  record_.resize(std::max(record.size(), fixedLength_) + kSlack);
+  for (const size_t slot : slots) {
+    const qrn::DbFieldInfo& field = table_.fields[slot];
+    if (!isBlob(slot) && !IsVariableText(field)) ChangeFixed(field, values[slot]);
+  }
+  record_.resize(record.size());
+  const bool hasBlobs = std::ranges::any_of(byOffset_, isBlob);
+  if (hasBlobs) record_.resize(fixedLength_);
+  for (const size_t slot : byOffset_) {
+    const qrn::DbFieldInfo& field = table_.fields[slot];
+    if (isBlob(slot)) {
+      std::fill_n(record_.begin() + static_cast<ptrdiff_t>(OffsetOf(field)), field.Size,
+                  uint8_t{0});
+      Put(field, blobs[slot]);
+    } else if (IsVariableText(field) && isChanged(slot)) {
+      Put(field, values[slot]);
+    }
+  }
+  return record_;
+}
+
 void RecordImage::Put(const qrn::DbFieldInfo& field, const std::optional<std::string>& value) {
   const size_t offset = OffsetOf(field);
   if (IsNullable(field) && offset > 0) record_[offset - 1] = value ? 0 : 1;

@@ -28,11 +28,16 @@ class RecordImage {
   // text with its NUL, blobs behind the fixed part. Valid until the next call.
   Bytes& Build(const FieldValues& values);
 
+  // `record` with the values of the fields `slots` in place of its own; every other byte stays.
+  Bytes& Change(std::span<const uint8_t> record, const FieldValues& values,
+                const std::vector<size_t>& slots);
+
   // A null stands only in nullable fields.
   FieldValues Split(std::span<const uint8_t> record) const;
 
  private:
   void Put(const qrn::DbFieldInfo& field, const std::optional<std::string>& value);
+  void ChangeFixed(const qrn::DbFieldInfo& field, const std::optional<std::string>& value);
   void PutBlob(const qrn::DbFieldInfo& field, const std::string& value);
   std::optional<std::string> Take(const qrn::DbFieldInfo& field,
                                   std::span<const uint8_t> record) const;

@@ -1,169 +1,192 @@
 #include "tools/qrndata/RowImporter.h"
 
 #include <algorithm>
-#include <array>
-#include <thread>
+#include <utility>
 
-#include "btrieve/keys/KeyOrder.h"
-#include "tools/qrndata/FieldInput.h"
-#include "tools/qrndata/Paths.h"
-#include "tools/qrndata/Progress.h"
-#include "tools/qrndata/Text.h"
+#include "fields/LittleEndian.h"
 
 namespace qrndata {
 
 namespace {
 
-// The forms' way of finding values behind a variable one ends at the first.
-void RequireWritable(const Table& table) {
-  const qrn::DbFieldInfo* variable = VariableField(table);
-  if (variable == nullptr) return;
-  for (const qrn::DbFieldInfo& field : table.fields) {
-    const bool isBehind = &field != variable && field.Offset >= variable->Offset;
-    if (isBehind || field.Type == qrn::kBlob) {
-      throw Failure(kBadInput, "table " + Quoted(table.name) + ": field " + Quoted(variable->Name) +
-                                   " (a variable text) is not the last: " +
-                                   "records of such a table cannot be written");
-    }
-  }
-}
+// A client of another machine's record manager takes no larger block; the local one does, and is
+// faster for it: each page is written once a block.
+constexpr size_t kLargeBlock = 4u << 20, kCustomaryBlock = 60000;
 
-// Between batches others come in: their longest pause between two attempts is shorter than the
-// rest.
-constexpr std::chrono::milliseconds kRest{25}, kBetweenRests{500};
-// A record manager need not wait by itself.
-constexpr std::chrono::milliseconds kBetweenAttempts{50};
-
-bool IsHeldElsewhere(Status status) {
-  return status == btrieve::kRecordInUse || status == btrieve::kFileInUse ||
-         status == btrieve::kDeadlock;
-}
+constexpr size_t kLengthSize = sizeof(uint16_t), kCountSize = sizeof(uint16_t);
 
 }  // namespace
 
 RowImporter::RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch,
-                         Sharing sharing, std::chrono::seconds patience)
-    : table_(table),
-      settings_(FileSettings()),
+                         std::chrono::seconds patience)
+    : target_(directory, table, batch == 0 ? Access::ReadOnly : Access::ReadWrite),
       batch_(batch),
-      sharing_(sharing),
       patience_(patience),
-      file_(DataFilePath(directory, table.location),
-            batch == 0 ? Access::ReadOnly : Access::ReadWrite),
-      stat_(file_.Stat()),
-      match_(MatchFile(table, stat_.spec)),
-      image_(settings_, table) {
-  RequireWritable(table);
-  RequireMatch(table, match_, Weight::Record);
-  if (batch == 0) unique_.emplace(file_, stat_.spec);
+      mostBytes_(kLargeBlock),
+      mostRows_(batch) {
+  if (batch == 0) unique_.emplace(target_.File(), target_.Stat().spec);
 }
+
+Refusal RowImporter::Add(FieldValues& values) {
+  if (Refusal refusal = target_.Check(values)) return refusal;
+  Bytes& record = target_.Image().Build(values);
+  if (Refusal refusal = RowTarget::CheckLength(record)) return refusal;
+  if (unique_) {
+    const std::optional<TakenValue> value = unique_->Take(record);
+    if (!value) {
+      ++tried_;
+      return {};
+    }
+    return target_.RefuseDuplicate(value->key, value->isStored
+                                                   ? "there is a record with this value already"
+                                                   : "a row before has this value");
+  }
+  const size_t end = queue_.size();
+  queue_.resize(end + kLengthSize + record.size());
+  qrn::StoreLittle(std::span(queue_).subspan(end), static_cast<uint16_t>(record.size()));
+  std::copy(record.begin(), record.end(),
+            queue_.begin() + static_cast<ptrdiff_t>(end + kLengthSize));
+  ends_.push_back(queue_.size());
+  return {};
+}
+
+bool RowImporter::IsFull() const noexcept {
+  return !unique_ && (Queued() >= batch_ || queue_.size() >= kLargeBlock);
+}
+
+Bytes RowImporter::RecordAt(size_t row) const {
+  return {queue_.begin() + static_cast<ptrdiff_t>(BeginOf(row) + kLengthSize),
+          queue_.begin() + static_cast<ptrdiff_t>(ends_[row])};
+}
+
+size_t RowImporter::BlockSize(size_t most) const {
+  size_t count = 1;
+  const size_t begin = BeginOf(first_);
+  while (count < most && count < mostRows_ &&
+         ends_[first_ + count] - begin + kCountSize <= mostBytes_) {
+    ++count;
+  }
+  return count;
+}
+
+Bytes RowImporter::BlockOf(size_t count) const {
+  const size_t begin = BeginOf(first_), end = ends_[first_ + count - 1];
+  Bytes block(kCountSize + end - begin);
+  qrn::StoreLittle(std::span(block), static_cast<uint16_t>(count));
+  std::copy(queue_.begin() + static_cast<ptrdiff_t>(begin),
+            queue_.begin() + static_cast<ptrdiff_t>(end), block.begin() + kCountSize);
+  return block;
+}
+
+// After a refusal blocks are small, and grow again: what stands behind the row is sent once more.
+Status RowImporter::InsertBlock(size_t most, size_t& inserted) {
+  constexpr size_t kSmallBlock = 16;
+  Bytes block = BlockOf(BlockSize(most));
+  const Status status = target_.File().InsertMany(block, inserted);
+  mostRows_ = status == btrieve::kOk ? std::min<size_t>(mostRows_ * 2, batch_)
+                                     : std::min<size_t>(kSmallBlock, batch_);
+  if (inserted != 0) patience_.Renew();
+  return status;
+}
+
+// The end of a transaction brings all that was written to stable storage, and says whether it did.
+Status RowImporter::InsertSynced() {
+  Transaction transaction(Sharing::WithOthers);
+  Bytes record = RecordAt(first_);
+  const Status status = target_.File().Insert(record);
+  return status == btrieve::kOk ? transaction.Commit() : status;
+}
+
+bool RowImporter::MakeBlocksSmaller(Status status) {
+  const bool isTooLarge =
+      status == btrieve::kDataBufferLength || status == btrieve::kInsertDescriptor;
+  if (!isTooLarge || mostBytes_ == kCustomaryBlock) return false;
+  mostBytes_ = kCustomaryBlock;
+  return true;
+}
+
+void RowImporter::Drop(size_t count) {
+  first_ += count;
+  if (first_ == ends_.size()) Clear();
+}
+
+void RowImporter::Clear() {
+  queue_.clear();
+  ends_.clear();
+  first_ = 0;
+}
+
+Refusal RowImporter::DropFirst(Refusal refusal) {
+  Drop(1);
+  patience_.Renew();
+  return refusal;
+}
+
+Outcome RowImporter::Judge(Status status, Outcome outcome) {
+  if (status == btrieve::kDuplicateKey) {
+    outcome.refusal = DropFirst(target_.ExplainDuplicate(RecordAt(first_)));
+  } else if (IsHeldElsewhere(status) && status != btrieve::kFileInUse) {
+    outcome.refusal = DropFirst({StatusText(status), {}});
+  } else {
+    outcome.failure = target_.FailureOf(status);
+    Clear();
+  }
+  return outcome;
+}
+
+Outcome RowImporter::StoreDownTo(size_t left) {
+  Outcome outcome;
+  while (Queued() > left) {
+    size_t inserted = 0;
+    const Status status = InsertBlock(Queued() - left, inserted);
+    outcome.stored += inserted;
+    stored_ += inserted;
+    Drop(inserted);
+    if (status == btrieve::kOk || MakeBlocksSmaller(status)) continue;
+    if (IsHeldElsewhere(status) && patience_.WaitOn()) continue;
+    return Judge(status, std::move(outcome));
+  }
+  return outcome;
+}
+
+Outcome RowImporter::Store() {
+  if (unique_) return {std::exchange(tried_, 0), {}, {}};
+  Outcome outcome = StoreDownTo(0);
+  patience_.Rest();
+  return outcome;
+}
+
+Outcome RowImporter::StoreLast() {
+  if (unique_) return Store();
+  Outcome outcome = StoreDownTo(1);
+  if (outcome.failure || outcome.refusal) return outcome;
+  while (Queued() == 1) {
+    const Status status = InsertSynced();
+    if (status == btrieve::kOk) {
+      ++outcome.stored;
+      ++stored_;
+      Drop(1);
+    } else if (!IsHeldElsewhere(status) || !patience_.WaitOn()) {
+      return Judge(status, std::move(outcome));
+    }
+  }
+  return outcome;
+}
+
+namespace {
+
+void RequireTaken(const Outcome& outcome) {
+  if (outcome.failure) throw *outcome.failure;
+  if (outcome.refusal) throw Failure(kBadInput, outcome.refusal.problem);
+}
+
+}  // namespace
 
 Refusal RowImporter::Put(FieldValues& values) {
-  if (Refusal refusal = Check(values)) return refusal;
-  Bytes& record = image_.Build(values);
-  if (record.size() > kMaxFormRecord) {
-    return {"the record has " + std::to_string(record.size()) + " bytes; forms read " +
-                std::to_string(kMaxFormRecord),
-            {}};
-  }
-  return unique_ ? Try(record) : Store(record);
+  if (IsFull()) RequireTaken(Store());
+  return Add(values);
 }
 
-Refusal RowImporter::Check(FieldValues& values) const {
-  for (size_t slot = 0; slot < values.size(); ++slot) {
-    const qrn::DbFieldInfo& field = table_.fields[slot];
-    if (!values[slot] && IsNullable(field)) continue;
-    CheckedText checked = CheckFieldText(field, values[slot].value_or(""));
-    if (!checked.problem.empty()) return {std::move(checked.problem), slot};
-    values[slot] = std::move(checked.text);
-  }
-  return {};
-}
-
-Refusal RowImporter::Store(Bytes& record) {
-  const Status status = Insert(record);
-  if (status == btrieve::kDuplicateKey) return ExplainDuplicate(record);
-  if (IsHeldElsewhere(status) && status != btrieve::kFileInUse) return {StatusText(status), {}};
-  if (status != btrieve::kOk) {
-    transaction_.reset();
-    Require(status, "table " + Quoted(table_.name));
-  }
-  if (++pending_ == batch_) Commit();
-  return {};
-}
-
-// What the batch holds may be what the other program waits for, so it goes first.
-Status RowImporter::Insert(Bytes& record) {
-  while (true) {
-    if (!transaction_) transaction_.emplace(sharing_);
-    const Status status = file_.Insert(record);
-    if (!IsHeldElsewhere(status)) {
-      waitingSince_.reset();
-      return status;
-    }
-    Commit();
-    if (!MayWaitOn()) return status;
-    std::this_thread::sleep_for(kBetweenAttempts);
-  }
-}
-
-bool RowImporter::MayWaitOn() {
-  if (!waitingSince_) waitingSince_ = Clock::now();
-  return Clock::now() < *waitingSince_ + patience_;
-}
-
-Refusal RowImporter::ExplainDuplicate(const Bytes& record) {
-  for (size_t number = 0; number < stat_.spec.keys.size(); ++number) {
-    const btrieve::KeySpec& key = stat_.spec.keys[number];
-    const btrieve::KeyOrder order(stat_.spec, key);
-    if (key.AllowsDuplicates() || order.LeavesOut(record.data())) continue;
-    std::array<uint8_t, btrieve::kMaxKeyLength> value{};
-    order.CopyKey(record.data(), value.data());
-    if (file_.FindKey(static_cast<int8_t>(key.number), value) != btrieve::kOk) continue;
-    return RefuseDuplicate(number, "there is a record with this value already");
-  }
-  return {"a key that takes no duplicates has this value already", {}};
-}
-
-Refusal RowImporter::RefuseDuplicate(size_t key, const char* why) const {
-  std::string problem = "key " + std::to_string(stat_.spec.keys[key].number);
-  const auto told = std::find(match_.slots.begin(), match_.slots.end(), key);
-  const Key* inTable =
-      told == match_.slots.end() ? nullptr : &table_.keys[told - match_.slots.begin()];
-  if (inTable != nullptr && !inTable->name.empty()) problem += " " + Quoted(inTable->name);
-  problem.append(" takes no duplicates, and ").append(why);
-  if (inTable == nullptr) return {problem, {}};
-  const qrn::DbFieldInfo* field = FindField(table_, inTable->segments.front().fieldId);
-  if (field == nullptr) return {problem, {}};
-  return {problem, static_cast<size_t>(field - table_.fields.data())};
-}
-
-Refusal RowImporter::Try(Bytes& record) {
-  const std::optional<TakenValue> value = unique_->Take(record);
-  if (!value) return {};
-  return RefuseDuplicate(value->key, value->isStored ? "there is a record with this value already"
-                                                     : "a row before has this value");
-}
-
-void RowImporter::Commit() {
-  if (!transaction_) return;
-  const Status status = transaction_->Commit();
-  transaction_.reset();
-  Require(status, "table " + Quoted(table_.name) + ": a batch of " + Counted(pending_, "row") +
-                      " could not be written");
-  stored_ += pending_;
-  pending_ = 0;
-  Rest();
-}
-
-// Who waits for the whole file, or for a value of this batch, gets its turn although the next batch
-// begins at once.
-void RowImporter::Rest() {
-  if (sharing_ == Sharing::Alone || Clock::now() < restedAt_ + kBetweenRests) return;
-  std::this_thread::sleep_for(kRest);
-  restedAt_ = Clock::now();
-}
-
-void RowImporter::Finish() { Commit(); }
+void RowImporter::Finish() { RequireTaken(StoreLast()); }
 
 }  // namespace qrndata

@@ -1,84 +1,67 @@
-// Rows of texts into a table, a transaction for each batch.
+// Rows of texts into a table as new records, a block of them to each call of the record manager.
 #pragma once
 
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <vector>
 
-#include "fields/QuorinSettings.h"
-#include "tools/qrndata/BtrFile.h"
-#include "tools/qrndata/FileMatch.h"
-#include "tools/qrndata/RecordImage.h"
-#include "tools/qrndata/TableModel.h"
+#include "tools/qrndata/Patience.h"
+#include "tools/qrndata/RowTarget.h"
 #include "tools/qrndata/UniqueValues.h"
 
 namespace qrndata {
 
-// Why a row was not taken.
-struct Refusal {
-  std::string problem;              // UTF-8; empty: the row was taken
-  std::optional<size_t> fieldSlot;  // the field at fault, where it is one
-
-  explicit operator bool() const noexcept { return !problem.empty(); }
-};
-
-class RowImporter {
+class RowImporter : public RowStore {
  public:
-  // Opens the table's data file. `table` must outlive the importer. `batch` rows go into one
-  // transaction; 0 checks rows, their unique keys included, without storing any. `patience` is how
-  // long a row waits for other programs. Throws Failure when the file cannot be opened, has other
-  // records than the table, or the table's records cannot be written (a variable field that is not
-  // the last).
+  // Opens the table's data file, as RowTarget does. `batch` rows go to the record manager at once;
+  // 0 checks rows, their unique keys included, without storing any. `patience` is how long a row
+  // waits for other programs.
   RowImporter(const std::filesystem::path& directory, const Table& table, uint32_t batch,
-              Sharing sharing = Sharing::Alone, std::chrono::seconds patience = {});
+              std::chrono::seconds patience = {});
 
-  // How the data file differs from the table, where it can be written all the same.
-  const FileMatch& Match() const noexcept { return match_; }
+  const FileMatch& Match() const noexcept override { return target_.Match(); }
+  Refusal Add(FieldValues& values) override;
+  bool IsFull() const noexcept override;
 
-  // Stores one row: code page 932, one value a field, nothing for null (an empty value where the
-  // field cannot be null). While another program holds what the row needs the batch is ended and
-  // the row tried again, for its patience from the last row that was stored: then the row is
-  // refused. Throws Failure when the record manager refuses more than this row, the whole file
-  // being held by another program included; what the batch has not ended by then is undone.
+  // Each call of the record manager is whole or not there, and others read and lock records
+  // meanwhile; their writes wait for it. While another program holds what a row needs the row is
+  // tried again, for its patience from the last row that was stored: then it is refused, or, where
+  // the whole file is held, a failure.
+  Outcome Store() override;
+  Outcome StoreLast() override;
+
+  // For programs that fill tables of their own: Add, and Store when the queue is full; Finish
+  // stores the rest. Throw Failure for a row that the record manager refuses.
   Refusal Put(FieldValues& values);
-
-  // Ends the last batch. Throws Failure when it could not be written.
   void Finish();
 
-  // Rows of finished batches: these are there whatever comes.
-  uint64_t Stored() const noexcept { return stored_; }
-
  private:
-  using Clock = std::chrono::steady_clock;
+  size_t Queued() const noexcept { return ends_.size() - first_; }
+  size_t BeginOf(size_t row) const noexcept { return row == 0 ? 0 : ends_[row - 1]; }
+  Bytes RecordAt(size_t row) const;
+  Bytes BlockOf(size_t count) const;
+  size_t BlockSize(size_t most) const;
+  Status InsertBlock(size_t most, size_t& inserted);
+  Status InsertSynced();
+  Outcome StoreDownTo(size_t left);
+  bool MakeBlocksSmaller(Status status);
+  Outcome Judge(Status status, Outcome outcome);
+  Refusal DropFirst(Refusal refusal);
+  void Drop(size_t count);
+  void Clear();
 
-  Refusal Check(FieldValues& values) const;
-  Refusal Store(Bytes& record);
-  Status Insert(Bytes& record);
-  bool MayWaitOn();
-  Refusal ExplainDuplicate(const Bytes& record);
-  Refusal RefuseDuplicate(size_t key, const char* why) const;
-  Refusal Try(Bytes& record);
-  void Commit();
-  void Rest();
-
-  const Table& table_;
-  qrn::QuorinSettings settings_;
+  RowTarget target_;
   uint32_t batch_;
-  Sharing sharing_;
-  std::chrono::seconds patience_;
-  BtrFile file_;
-  FileStat stat_;
-  FileMatch match_;
-  RecordImage image_;
   std::optional<UniqueValues> unique_;  // where nothing is stored
-  std::optional<Transaction> transaction_;
-  uint32_t pending_ = 0;
-  uint64_t stored_ = 0;
-  std::optional<Clock::time_point> waitingSince_;
-  Clock::time_point restedAt_ = Clock::now();
+  Patience patience_;
+  Bytes queue_;               // records as an extended insert has them, each behind its length
+  std::vector<size_t> ends_;  // where each record of the queue ends
+  size_t tried_ = 0;          // rows checked where nothing is stored
+  size_t first_ = 0;          // the first one that is neither stored nor refused
+  size_t mostBytes_;          // of a block
+  size_t mostRows_;
 };
 
 }  // namespace qrndata

@@ -53,6 +53,14 @@ CLI::Option* AddCount(CLI::App* verb, const char* name, Number& value, const cha
       ->type_name("NUMBER");
 }
 
+bool IsDelimiter(const std::string& text) {
+  if (text == "tab" || text == "\\t") return true;
+  const bool isOne = text.size() == 1 && (text[0] & 0x80) == 0;
+  return isOne && text[0] != '"' && (text[0] >= ' ' || text[0] == '\t');
+}
+
+char DelimiterOf(const std::string& text) { return text.size() == 1 ? text[0] : '\t'; }
+
 CLI::Validator Between(int least, int most) { return CLI::Range(least, most).description(""); }
 
 // The texts that the options are parsed into, and the verbs that run on them.
@@ -65,7 +73,8 @@ class CommandLine {
     app_.get_formatter()->label("SUBCOMMAND", "VERB");
     app_.footer(
         "Exit codes: 0 done, 1 done but rows were refused or faults found, 2 wrong command "
-        "line,\n3 wrong schema, CSV file or name, 4 a file that cannot be read or written.");
+        "line,\n3 wrong schema, CSV file or name, 4 a file that cannot be read or written, 130 "
+        "interrupted.");
     AddBuild();
     AddImport();
     AddExport();
@@ -111,6 +120,10 @@ class CommandLine {
   // Throws Failure that names the verbs.
   void RequireVerb(const std::vector<std::string>& arguments) const;
 
+  void AddColumnOptions(CLI::App* verb);
+  void AddLines(CLI::App* verb);
+  void AddKeys(CLI::App* verb);
+  void AddDelimiter(CLI::App* verb);
   void AddBuild();
   void AddImport();
   void AddExport();
@@ -123,6 +136,8 @@ class CommandLine {
   std::function<int()> run_;
   std::string schema_, directory_, target_, table_, file_, key_, output_, refusals_,
       format_ = "csv";
+  std::string delimiter_ = ",", update_, replace_;
+  bool isBare_ = false;  // no first line with names
   std::string onBadInput_ = "error", onBadStored_ = "replace", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
@@ -168,16 +183,23 @@ void CommandLine::AddImport() {
     import_.table = table_;
     import_.onUnmappable = kUnmappableChoices.at(onBadInput_);
     import_.encoding = kEncodings.at(encoding_);
+    import_.delimiter = DelimiterOf(delimiter_);
+    import_.hasHeader = !isBare_;
+    import_.changeMode = update_.empty() ? ChangeMode::Replace : ChangeMode::Update;
+    import_.changeKey = update_.empty() ? replace_ : update_;
     return RunImport(import_, streams_);
   });
   AddDirectory(verb);
   AddPlace(verb, "TABLE", table_, "table")->required();
-  AddPlace(verb, "FILE", file_, "CSV file; its first line names the fields")->required();
+  AddPlace(verb, "FILE", file_,
+           "CSV file; its first line names the fields; - for the standard input")
+      ->required();
+  AddColumnOptions(verb);
   AddTextOptions(verb, "what the file is in", onBadInput_,
                  "a character that code page 932 does not have, or bytes that are none: error "
                  "refuses the row, replace "
                  "stores ? in its place, skip leaves the character out");
-  AddCount(verb, "--batch", import_.batch, "rows stored in one transaction, 1 to 10000")
+  AddCount(verb, "--batch", import_.batch, "rows stored at once, 1 to 10000")
       ->check(Between(1, 10000));
   AddCount(verb, "--patience", import_.patience,
            "seconds that a row waits for what another program holds, 0 to 3600")
@@ -185,9 +207,58 @@ void CommandLine::AddImport() {
   verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood")
       ->type_name("FILE");
   AddCount(verb, "--show-refused", import_.shown, "how many refusals are listed");
+  verb->add_option("--max-errors", import_.maxErrors, "stop when so many rows are refused")
+      ->type_name("NUMBER")
+      ->check(CLI::PositiveNumber);
+  AddLines(verb);
+  AddKeys(verb);
   verb->add_flag("--dry-run", import_.isDryRun,
                  "store nothing, check the rows: their form, their values, and unique keys against "
-                 "the table and each other");
+                 "the table and each other")
+      ->excludes(verb->get_option("--update"))
+      ->excludes(verb->get_option("--replace"));
+}
+
+void CommandLine::AddColumnOptions(CLI::App* verb) {
+  AddDelimiter(verb);
+  verb->add_option("--columns", import_.columns,
+                   "\"CSV name=Field,...\" for columns that are not named like their fields, "
+                   "\"CSV name=\" for one that is left out; with --no-header \"Field,,Field\" in "
+                   "the columns' order")
+      ->type_name("LIST");
+  verb->add_flag("--no-header", isBare_, "the first line is a row, too");
+}
+
+void CommandLine::AddLines(CLI::App* verb) {
+  verb->add_option("--first", import_.first, "leave out the rows before this line of the file")
+      ->type_name("LINE");
+  verb->add_option("--last", import_.last, "leave out the rows behind this line of the file")
+      ->type_name("LINE");
+}
+
+void CommandLine::AddKeys(CLI::App* verb) {
+  CLI::Option* update =
+      verb->add_option(
+              "--update", update_,
+              "change the records that have the rows' values in this key, which takes no "
+              "duplicates: the fields that have a column; a row without a record is refused")
+          ->type_name("KEY");
+  verb->add_option("--replace", replace_,
+                   "put each row in the place of the record with its value in this key; a row "
+                   "without a record is a new one")
+      ->type_name("KEY")
+      ->excludes(update);
+}
+
+void CommandLine::AddDelimiter(CLI::App* verb) {
+  const auto check = [](const std::string& given) {
+    return IsDelimiter(given)
+               ? std::string()
+               : "expected one character of ASCII, no quote, or tab, not \"" + given + "\"";
+  };
+  verb->add_option("--delimiter", delimiter_, WithStandard("what parts the cells", delimiter_))
+      ->check(CLI::Validator(check, "", ""))
+      ->type_name("CHARACTER|tab");
 }
 
 void CommandLine::AddExport() {

@@ -10,6 +10,7 @@
 
 #include "tools/qrndata/Failure.h"
 #include "tools/qrndata/Program.h"
+#include "tools/qrndata/RowChanger.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
@@ -22,11 +23,19 @@ struct BuildOptions {
 ExitCode RunBuild(const BuildOptions& options, const Streams& streams);
 
 struct ImportOptions {
-  std::filesystem::path directory, file;
-  std::string table;  // UTF-8
+  std::filesystem::path directory, file;  // "-": the standard input
+  std::string table;                      // UTF-8
   OnUnmappable onUnmappable = OnUnmappable::Error;
   Encoding encoding = Encoding::Utf8;
-  uint32_t batch = 200;            // rows a transaction
+  char delimiter = ',';
+  bool hasHeader = true;
+  std::string columns;         // as ColumnMap.h reads it; UTF-8
+  uint32_t first = 0;          // rows that begin before this line are left out,
+  uint32_t last = UINT32_MAX;  // and those that begin behind this one
+  uint64_t maxErrors = 0;      // refused rows that stop the import; 0: none do
+  std::string changeKey;       // records with a row's value in this key are changed; empty: none
+  ChangeMode changeMode = ChangeMode::Update;
+  uint32_t batch = 10000;           // rows stored at once
   uint32_t patience = 10;          // seconds that a row waits for other programs
   uint32_t shown = 50;             // refusals that are listed
   std::filesystem::path refusals;  // where refused rows go as they stood; empty: nowhere
