@@ -14,12 +14,11 @@ struct MistakeCase {
 TEST_F(CommandLine, MistakesAreNamedWithWhatWasExpected) {
   const MistakeCase cases[] = {
       {{},
-       "qrndata: no verb: expected build, import, export, show, check or convert; --help tells "
-       "what they "
-       "do\n"},
+       "qrndata: no verb: expected build, import, export, show, check, convert, schema or copy; "
+       "--help tells what they do\n"},
       {{"foo"},
-       "qrndata: there is no verb \"foo\": expected build, import, export, show, check or "
-       "convert\n"},
+       "qrndata: there is no verb \"foo\": expected build, import, export, show, check, convert, "
+       "schema or copy\n"},
       {{"export", "db", "T", "--encoding", "utf8"},
        "--encoding: expected utf-8 or cp932, not \"utf8\"\n"},
       {{"export", "db", "T", "--format", "xml"}, "--format: expected csv or json, not \"xml\"\n"},

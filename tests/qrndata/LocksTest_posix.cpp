@@ -57,7 +57,7 @@ TEST_F(BesideAForm, ALockedRecordDoesNotStopAnImport) {
 }
 
 TEST_F(BesideAForm, TheFormGoesOnWhileRowsAreTaken) {
-  std::future<Said> import = ImportAside(Rows(1000, 6000), {"--batch", "1000"});
+  std::future<Said> import = ImportAside(Rows(1000, 40000), {"--batch", "1000"});
   int inserted = 0;
   auto longest = Clock::duration::zero();
   while (import.wait_for(std::chrono::milliseconds(5)) != std::future_status::ready) {
@@ -67,7 +67,7 @@ TEST_F(BesideAForm, TheFormGoesOnWhileRowsAreTaken) {
     longest = std::max(longest, Clock::now() - begun);
     ++inserted;
   }
-  EXPECT_EQ(import.get().out, "T: 6,000 rows taken\n");
+  EXPECT_EQ(import.get().out, "T: 40,000 rows taken\n");
   EXPECT_GT(inserted, 10);
   EXPECT_LT(longest, std::chrono::seconds(3));
   const Said checked = Check();

@@ -124,6 +124,7 @@ class CsvImport {
   std::optional<OutputFile> refusals_;
   std::vector<PendingRow> pending_;  // the first pendingCount_ are in use
   size_t pendingCount_ = 0, decided_ = 0, pendingBytes_ = 0, pendingRefused_ = 0;
+  uint32_t nextLine_ = 0;  // where what is not taken yet begins
   uint64_t rows_ = 0, refused_ = 0, replaced_ = 0;
 };
 
@@ -309,9 +310,11 @@ void CsvImport::ReadRows() {
     CsvRow& row = pending_[pendingCount_].row;
     if (!reader_.Next(row) || row.line > options_.last) break;
     if (!IsWanted(row)) continue;
+    nextLine_ = row.line;
     if (rows_ == 0 && !options_.hasHeader) RequireNarrow(row.raw, fileName_);
     MakeRoom();
     Take(pending_[pendingCount_]);
+    nextLine_ = reader_.Line();
     progress.Update(reader_.BytesRead(), rows_);
     if (!InterruptWatch::WasInterrupted()) continue;
     Settle(true);
@@ -341,7 +344,7 @@ ExitCode CsvImport::Report() const {
 
 // Of the first row that is neither stored nor refused.
 uint32_t CsvImport::NextLine() const {
-  return decided_ < pendingCount_ ? pending_[decided_].row.line : reader_.Line();
+  return decided_ < pendingCount_ ? pending_[decided_].row.line : nextLine_;
 }
 
 // The rows refused so far are kept: the ones around them are stored.

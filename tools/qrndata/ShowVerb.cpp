@@ -33,6 +33,7 @@ std::string RecordCount(const fs::path& directory, const Table& table, const Str
     return Grouped(stat.records);
   } catch (const Failure& failure) {
     const std::string text = failure.what();
+    code = kFaultsFound;
     return "(" + text.substr(text.rfind(": ") + 2) + ")";
   }
 }

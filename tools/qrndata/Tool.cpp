@@ -81,6 +81,8 @@ class CommandLine {
     AddShow();
     AddCheck();
     AddConvert();
+    AddSchema();
+    AddCopy();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -130,6 +132,8 @@ class CommandLine {
   void AddShow();
   void AddCheck();
   void AddConvert();
+  void AddSchema();
+  void AddCopy();
 
   const Streams& streams_;
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
@@ -143,6 +147,7 @@ class CommandLine {
   ImportOptions import_;
   CheckOptions check_;
   ConvertOptions convert_;
+  CopyOptions copy_;
 };
 
 void CommandLine::RequireVerb(const std::vector<std::string>& arguments) const {
@@ -323,6 +328,29 @@ void CommandLine::AddConvert() {
   verb->add_flag("--salvage", convert_.salvage,
                  "take of damaged files what can be read, and list what cannot");
   AddCount(verb, "--show-faults", convert_.shown, "how many faults are listed for each file");
+}
+
+void CommandLine::AddSchema() {
+  CLI::App* verb = AddVerb("schema", "writes a dictionary back as a schema", [this] {
+    return RunSchema({PathFromUtf8(directory_), PathFromUtf8(output_)}, streams_);
+  });
+  AddDirectory(verb);
+  verb->add_option("--output,-o", output_, "file instead of the standard output")
+      ->type_name("FILE");
+}
+
+void CommandLine::AddCopy() {
+  CLI::App* verb = AddVerb(
+      "copy", "copies a dictionary and its data files in one state while others work", [this] {
+        copy_.directory = PathFromUtf8(directory_);
+        copy_.target = PathFromUtf8(output_);
+        return RunCopy(copy_, streams_);
+      });
+  AddDirectory(verb);
+  AddPlace(verb, "DIR2", output_, "new directory for the copy")->required();
+  AddCount(verb, "--patience", copy_.patience,
+           "seconds that it looks for a moment at which no file is being written, 0 to 3600")
+      ->check(Between(0, 3600));
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ struct ImportOptions {
   uint64_t maxErrors = 0;      // refused rows that stop the import; 0: none do
   std::string changeKey;       // records with a row's value in this key are changed; empty: none
   ChangeMode changeMode = ChangeMode::Update;
-  uint32_t batch = 10000;           // rows stored at once
+  uint32_t batch = 10000;          // rows stored at once
   uint32_t patience = 10;          // seconds that a row waits for other programs
   uint32_t shown = 50;             // refusals that are listed
   std::filesystem::path refusals;  // where refused rows go as they stood; empty: nowhere
@@ -73,6 +73,19 @@ struct ConvertOptions {
   uint32_t shown = 20;   // faults that are listed for each file
 };
 ExitCode RunConvert(const ConvertOptions& options, const Streams& streams);
+
+struct SchemaOptions {
+  std::filesystem::path directory;
+  std::filesystem::path output;  // empty: the standard output
+};
+// kFaultsFound where a build of the schema would make something else.
+ExitCode RunSchema(const SchemaOptions& options, const Streams& streams);
+
+struct CopyOptions {
+  std::filesystem::path directory, target;  // nothing, or an empty folder, stands at the target
+  uint32_t patience = 30;                   // seconds that a moment is looked for
+};
+ExitCode RunCopy(const CopyOptions& options, const Streams& streams);
 
 // The whole program: `arguments` are UTF-8, without the program's name.
 int RunTool(std::vector<std::string> arguments, const Streams& streams);

@@ -1,0 +1,117 @@
+// `copy`: a dictionary and all its data files in one consistent state, as a backup.
+#include <algorithm>
+
+#include "btrieve/session/CopyFiles.h"
+#include "btrieve/system/HostFile.h"
+#include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Paths.h"
+#include "tools/qrndata/Progress.h"
+#include "tools/qrndata/Verbs.h"
+
+namespace qrndata {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder that takes its place only when it is whole.
+class NewFolder {
+ public:
+  explicit NewFolder(const fs::path& path) : path_(path) {
+    std::error_code error;
+    if (fs::exists(path, error) && !(fs::is_directory(path, error) && fs::is_empty(path, error))) {
+      throw Failure(kSystem, PathToUtf8(path) + ": exists already; a copy goes into a new folder");
+    }
+    if (!path.has_filename()) path_ = path.parent_path();
+    for (int number = 1; side_.empty() || fs::exists(side_, error); ++number) {
+      side_ = path_;
+      side_ += "." + std::to_string(number) + ".part";
+    }
+    if (!fs::create_directories(side_, error) || error) Fail();
+  }
+  NewFolder(const NewFolder&) = delete;
+  NewFolder& operator=(const NewFolder&) = delete;
+  ~NewFolder() {
+    std::error_code ignored;
+    if (!side_.empty()) fs::remove_all(side_, ignored);
+  }
+
+  const fs::path& Side() const noexcept { return side_; }
+
+  void Finish() {
+    std::error_code error;
+    fs::remove(path_, error);
+    fs::rename(side_, path_, error);
+    if (error) Fail();
+    side_.clear();
+  }
+
+ private:
+  [[noreturn]] void Fail() const {
+    throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written");
+  }
+
+  fs::path path_, side_;
+};
+
+// As the record manager's own opening of it gives it.
+std::string WholePath(const fs::path& path) {
+  std::string whole;
+  Require(btrieve::PathFromCaller(BtrievePath(path).c_str(), whole), PathToUtf8(path));
+  return whole;
+}
+
+bool IsWithin(const fs::path& name) {
+  const fs::path normal = name.lexically_normal();
+  return normal.is_relative() && *normal.begin() != "..";
+}
+
+// The names of the files, as seen from the directory. Two tables may have one file.
+std::vector<fs::path> FilesOf(const Dictionary& dictionary) {
+  std::vector<fs::path> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(dictionary.directory)) {
+    const std::string name = PathToUtf8(entry.path().filename());
+    for (const char* each : {"file.ddf", "field.ddf", "index.ddf"}) {
+      if (SameName(name, each)) names.push_back(entry.path().filename());
+    }
+  }
+  for (const Table& table : dictionary.tables) {
+    const fs::path name = DataFilePath({}, table.location);
+    if (!IsWithin(name)) {
+      throw Failure(kBadInput, "table " + Quoted(table.name) + ": its data file " +
+                                   PathToUtf8(name) +
+                                   " stands outside the directory, where the "
+                                   "copy would go on using it");
+    }
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+  }
+  return names;
+}
+
+}  // namespace
+
+ExitCode RunCopy(const CopyOptions& options, const Streams& streams) {
+  const Dictionary dictionary = ReadDictionary(options.directory);
+  const std::vector<fs::path> names = FilesOf(dictionary);
+  NewFolder folder(options.target);
+  std::vector<btrieve::FileCopy> copies;
+  for (const fs::path& name : names) {
+    const fs::path target = folder.Side() / name;
+    std::error_code ignored;
+    fs::create_directories(target.parent_path(), ignored);
+    copies.push_back({WholePath(options.directory / name), WholePath(target)});
+  }
+  size_t at = 0;
+  const Status status = btrieve::CopyFiles(copies, std::chrono::seconds(options.patience), at);
+  if (status != btrieve::kOk) {
+    throw Failure(kSystem, PathToUtf8(options.directory / names[std::min(at, names.size() - 1)]) +
+                               ": " + StatusText(status) + "; nothing was copied");
+  }
+  folder.Finish();
+  streams.out << PathToUtf8(options.target) << ": " << Counted(dictionary.tables.size(), "table")
+              << ", " << Counted(names.size(), "file") << '\n';
+  return kDone;
+}
+
+}  // namespace qrndata
