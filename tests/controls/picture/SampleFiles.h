@@ -1,6 +1,7 @@
 // Picture files made by hand, small and right, for tests to spoil.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
