@@ -1,5 +1,7 @@
 #include "host/designer/panes/LiveOffers.h"
 
+#include <algorithm>
+#include <chrono>
 #include <system_error>
 
 #include "host/form/FilePath.h"
@@ -23,6 +25,15 @@ std::vector<std::string> NamesOf(const Things& things) {
     if (!thing.name.empty()) names.push_back(thing.name);
   }
   return names;
+}
+
+// Times of files may count in whole seconds: what was written just now can be written once more
+// without a trace.
+template <class Stamp>
+bool IsSettled(const Stamp& stamp) {
+  const auto justNow = fs::file_time_type::clock::now() - std::chrono::seconds(2);
+  return std::all_of(stamp.begin(), stamp.end(),
+                     [&](const auto& file) { return file.second < justNow; });
 }
 
 newform::Dictionary ReadOrNothing(const std::string& directory) {
@@ -53,9 +64,11 @@ const newform::Dictionary* LiveOffers::DictionaryOf(const std::string& source) c
     const fs::path place = form::PathOf(folder_) / form::PathOf(directory);
     const std::string path = form::Utf8Of(place);
     const Stamp stamp = StampOf(place);
-    const auto [known, isNew] = known_.try_emplace(path);
-    if (isNew || known->second.stamp != stamp) known->second = {stamp, ReadOrNothing(path)};
-    return &known->second.dictionary;
+    Known& known = known_[path];
+    if (!known.isSettled || known.stamp != stamp) {
+      known = {stamp, ReadOrNothing(path), IsSettled(stamp)};
+    }
+    return &known.dictionary;
   }
   return nullptr;
 }

@@ -34,6 +34,7 @@ class LiveOffers final : public NameOffers {
   struct Known {
     Stamp stamp{};
     newform::Dictionary dictionary;
+    bool isSettled = false;  // a later change would show in the stamp
   };
 
   static Stamp StampOf(const std::filesystem::path& directory);
