@@ -106,9 +106,9 @@ HWND UiThread::Focus() const noexcept {
   return inFront && GetGUIThreadInfo(thread, &info) ? info.hwndFocus : nullptr;
 }
 
-void UiThread::WaitIdle() {
+void UiThread::WaitIdle(const std::function<bool()>& over) {
   int quiet = 0;
-  for (int look = 0; look < kMostLooks && quiet < kQuietLooks; ++look) {
+  for (int look = 0; look < kMostLooks && quiet < kQuietLooks && !(over && over()); ++look) {
     Sleep(kIdleLookMs);
     auto waiting = std::make_shared<DWORD>(0);
     const auto ask = [waiting] { *waiting = HIWORD(GetQueueStatus(kReadable)); };

@@ -33,8 +33,9 @@ class UiThread {
   // Throws what work that was left behind has failed with since.
   void ThrowLateFailure();
 
-  // Waits until the thread has nothing to read any more: input, posted messages, paintings.
-  void WaitIdle();
+  // Waits until the thread has nothing to read any more: input, posted messages, paintings; no
+  // longer once `over` gives true, for then nobody reads.
+  void WaitIdle(const std::function<bool()>& over = {});
 
   // The window that has the keyboard there; null while the user is somewhere else.
   HWND Focus() const noexcept;

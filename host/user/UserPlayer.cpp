@@ -109,6 +109,10 @@ UserPlayer::UserPlayer(Scene& scene, std::vector<UserStep> steps, std::string na
 
 UserPlayer::~UserPlayer() { WaitForEnd(); }
 
+void UserPlayer::WaitIdle() {
+  ui_.WaitIdle([this] { return programEnded_.load(); });
+}
+
 void UserPlayer::WaitForEnd() {
   programEnded_ = true;
   if (!thread_.joinable()) return;
@@ -156,7 +160,7 @@ void UserPlayer::PlaySteps() {
       last = std::max(last, line);
       if (!WaitForStart(step.verb)) return;
       RunStep(step);
-      ui_.WaitIdle();
+      WaitIdle();
       ui_.ThrowLateFailure();
     }
     line = last;
@@ -180,7 +184,7 @@ bool UserPlayer::WaitForStart(UserVerb verb) {
     Sleep(kLookMs);
   }
   if (refused_) return false;
-  if (!std::exchange(started_, true)) ui_.WaitIdle();
+  if (!std::exchange(started_, true)) WaitIdle();
   return true;
 }
 
@@ -402,7 +406,7 @@ void UserPlayer::OnWheel(const UserStep& step) {
   const int times = step.Has("times") ? step.Number("times") : 1;
   for (int i = 0; i < times; ++i) {
     TurnWheel(across, away);
-    ui_.WaitIdle();
+    WaitIdle();
   }
 }
 
@@ -413,7 +417,7 @@ void UserPlayer::OnKey(const UserStep& step) {
     RequireKeyboard(false);
     if (!IsDesignerKey(chord)) RequireListener("the key " + step.Get("key") + " does nothing");
     PressKey(chord);
-    if (i + 1 < times) ui_.WaitIdle();
+    if (i + 1 < times) WaitIdle();
   }
 }
 

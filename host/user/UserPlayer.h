@@ -46,6 +46,8 @@ class UserPlayer {
   void Play(const std::function<void()>& ifStuck);
   void PlaySteps();
   void WaitForEnd();
+  // Waits until the program has nothing left to do, or is no more.
+  void WaitIdle();
   // Waits until the program has started, or a box of the start stands that the step is for. False
   // if the program cannot start.
   bool WaitForStart(form::UserVerb verb);

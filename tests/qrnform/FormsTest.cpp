@@ -1,5 +1,6 @@
 // Forms with furniture alone: handlers, keys, several forms.
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include "host/container/Text.h"
 #include "host/runner/Form.h"
@@ -275,6 +276,14 @@ TEST(Scripts, FailWhereAUserCouldDoNothing) {
     EXPECT_EQ(result.failure, given.failure) << given.name;
     EXPECT_EQ(result.left, 0) << given.name;
   }
+}
+
+// What is left to read then is nobody's, so nobody is waited for.
+TEST(Scripts, EndAsSoonAsTheirProgramDoes) {
+  const ULONGLONG start = GetTickCount64();
+  const RunResult result = RunForms({{FormText(kTwoTexts, "")}, "close\nwait 1\nwait 1\n"});
+  EXPECT_EQ(result.failure, "");
+  EXPECT_LT(GetTickCount64() - start, 3000u);
 }
 
 const StepCase kStartCases[] = {
