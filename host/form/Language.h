@@ -1,8 +1,10 @@
 // What forms that are made and messages about forms speak.
 #pragma once
 
+#include "platform/TextTable.h"
+
 namespace qrn::form {
 
-enum class Language { Japanese, English };
+using qrn::Language;
 
 }  // namespace qrn::form

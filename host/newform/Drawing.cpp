@@ -33,7 +33,7 @@ void DrawDisplay(Drawing& d, std::vector<FormPart>& to, const CardControl& contr
   part.Font()
       .Colour("BackColor", kButtonFace)
       .Truth("Locked", true)
-      .Text("ToolTipText", d.words.display);
+      .Text("ToolTipText", d.words[Word::Display]);
   if (control.fit.isNumber) {
     part.Number("Alignment", 1);
   } else {

@@ -22,85 +22,72 @@ using form::Utf8Of;
 // The database control takes so many bytes of a path.
 constexpr size_t kLongestDirectory = 250;
 
-struct OrderWords {
-  const char* noDictionary;
-  const char* badDirectory;
-  const char* noTable;
-  const char* tables;
-  const char* noField;
-  const char* fields;
-  const char* unshown;
-  const char* twice;
-  const char* noKey;
-  const char* keys;
-  const char* nothingToShow;
-  const char* noDetail;
-  const char* details;
-  const char* none;
-  const char* notAForm;
-  const char* isThere;
-  const char* notWritten;
-  const char* displayed;
-  const char* left;
-  const char* noKeys;
-  const char* made;
+enum class OrderText {
+  NoDictionary,
+  BadDirectory,
+  NoTable,
+  Tables,
+  NoField,
+  Fields,
+  Unshown,
+  Twice,
+  NoKey,
+  Keys,
+  NothingToShow,
+  NoDetail,
+  Details,
+  None,
+  NotAForm,
+  IsThere,
+  NotWritten,
+  Displayed,
+  Left,
+  NoKeys,
+  Made,
+  kCount
 };
 
-constexpr OrderWords kJapanese = {
-    .noDictionary = ": 辞書を読めません。コード ",
-    .badDirectory = ": フォームに書けないディレクトリ名です。",
-    .noTable = ": 辞書にないテーブルです。",
-    .tables = "辞書にあるテーブル: ",
-    .noField = ": テーブルにないフィールドです。",
-    .fields = "テーブルにあるフィールド: ",
-    .unshown = ": コントロールで表示できない型のフィールドです。",
-    .twice = ": フィールドが 2 回指定されています。",
-    .noKey = ": 検索のボタンを付けられるキーではありません。",
-    .keys = "ボタンを付けられるキー: ",
-    .nothingToShow = ": 表示できるフィールドがありません。",
-    .noDetail = ": 明細にできません。マスタのキーと同じフィールドで始まるキーがありません。",
-    .details = "明細にできるテーブル: ",
-    .none = "なし",
-    .notAForm = ": フォームのファイル名は .frm で終わらせてください。",
-    .isThere = ": ファイルがあります。置き換えるには --force を付けてください。",
-    .notWritten = ": 書き込めません。",
-    .displayed = ": 更新すると値が変わるおそれがあるため、表示だけにしました。",
-    .left = ": 表示できるコントロールがないため、フォームにありません。",
-    .noKeys = ": キーがないため、検索のボタン、スクロール・バー、一覧はありません。",
-    .made = ": フォームを作成しました。",
+// clang-format off
+constexpr TextRow<OrderText> kTexts[] = {
+    {OrderText::NoDictionary,  "%1: 辞書を読めません。コード %2", "%1: no readable dictionary, code %2"},
+    {OrderText::BadDirectory,  "%1: フォームに書けないディレクトリ名です。",
+                               "%1: a form cannot hold the name of this directory"},
+    {OrderText::NoTable,       "%1: 辞書にないテーブルです。", "%1: the dictionary has no such table"},
+    {OrderText::Tables,        "辞書にあるテーブル: %1", "it has: %1"},
+    {OrderText::NoField,       "%1: テーブルにないフィールドです。", "%1: the table has no such field"},
+    {OrderText::Fields,        "テーブルにあるフィールド: %1", "it has: %1"},
+    {OrderText::Unshown,       "%1: コントロールで表示できない型のフィールドです。",
+                               "%1: no control shows a field of this type"},
+    {OrderText::Twice,         "%1: フィールドが 2 回指定されています。", "%1: the field is given twice"},
+    {OrderText::NoKey,         "%1: 検索のボタンを付けられるキーではありません。",
+                               "%1: no key that a button can find by"},
+    {OrderText::Keys,          "ボタンを付けられるキー: %1", "those that it can: %1"},
+    {OrderText::NothingToShow, "%1: 表示できるフィールドがありません。",
+                               "%1: the table has no field that a control shows"},
+    {OrderText::NoDetail,      "%1: 明細にできません。マスタのキーと同じフィールドで始まるキーがありません。",
+                               "%1: no detail: none of its keys begins with the field of a key of the master"},
+    {OrderText::Details,       "明細にできるテーブル: %1", "tables that can be its detail: %1"},
+    {OrderText::None,          "なし", "none"},
+    {OrderText::NotAForm,      "%1: フォームのファイル名は .frm で終わらせてください。",
+                               "%1: the form's file must end in .frm"},
+    {OrderText::IsThere,       "%1: ファイルがあります。置き換えるには --force を付けてください。",
+                               "%1: the file is there; --force replaces it"},
+    {OrderText::NotWritten,    "%1: 書き込めません。", "%1: cannot be written"},
+    {OrderText::Displayed,     "%1: 更新すると値が変わるおそれがあるため、表示だけにしました。",
+                               "%1: only shown, since an update could change its value"},
+    {OrderText::Left,          "%1: 表示できるコントロールがないため、フォームにありません。",
+                               "%1: not on the form, no control shows it"},
+    {OrderText::NoKeys,        "%1: キーがないため、検索のボタン、スクロール・バー、一覧はありません。",
+                               "%1: no key, so there are no buttons that find, no scroll bar and no grid"},
+    {OrderText::Made,          "%1: フォームを作成しました。", "%1: made"},
 };
+// clang-format on
 
-constexpr OrderWords kEnglish = {
-    .noDictionary = ": no readable dictionary, code ",
-    .badDirectory = ": a form cannot hold the name of this directory",
-    .noTable = ": the dictionary has no such table",
-    .tables = "it has: ",
-    .noField = ": the table has no such field",
-    .fields = "it has: ",
-    .unshown = ": no control shows a field of this type",
-    .twice = ": the field is given twice",
-    .noKey = ": no key that a button can find by",
-    .keys = "those that it can: ",
-    .nothingToShow = ": the table has no field that a control shows",
-    .noDetail = ": no detail: none of its keys begins with the field of a key of the master",
-    .details = "tables that can be its detail: ",
-    .none = "none",
-    .notAForm = ": the form's file must end in .frm",
-    .isThere = ": the file is there; --force replaces it",
-    .notWritten = ": cannot be written",
-    .displayed = ": only shown, since an update could change its value",
-    .left = ": not on the form, no control shows it",
-    .noKeys = ": no key, so there are no buttons that find, no scroll bar and no grid",
-    .made = ": made",
-};
+static_assert(StandAtTheirIds(kTexts));
 
 struct Refused {
   std::vector<std::string> messages;
 };
-
-const OrderWords& OrderWordsOf(Language language) {
-  return language == Language::English ? kEnglish : kJapanese;
-}
 
 [[noreturn]] void Refuse(std::string message, std::string more = {}) {
   Refused refused{{std::move(message)}};
@@ -108,18 +95,9 @@ const OrderWords& OrderWordsOf(Language language) {
   throw refused;
 }
 
-template <class Things>
-std::string NamesOf(const Things& things, const char* none) {
-  std::string names;
-  for (const auto& thing : things) {
-    if (!thing.name.empty()) names += (names.empty() ? "" : ", ") + thing.name;
-  }
-  return names.empty() ? none : names;
-}
-
 class Carrying {
  public:
-  explicit Carrying(const FormOrder& order) : order_(order), words_(OrderWordsOf(order.language)) {}
+  explicit Carrying(const FormOrder& order) : order_(order) {}
 
   std::vector<std::string> Run() {
     CheckOutput();
@@ -130,7 +108,7 @@ class Carrying {
     choice.grid = order_.grid;
     if (!order_.fields.empty()) Pick(dictionary.tables[table], choice);
     if (order_.keys) choice.keys = KeysNamed(dictionary.tables[table], choice.keys);
-    if (choice.fields.empty()) Refuse(order_.table + words_.nothingToShow);
+    if (choice.fields.empty()) Refuse(Say(OrderText::NothingToShow, {order_.table}));
     if (!order_.detail.empty()) choice.detail = DetailNamed(dictionary, table);
     choice.pictures = Pictures(choice.directory);
     const NewForm made = MakeForm(dictionary, choice);
@@ -142,10 +120,10 @@ class Carrying {
   void CheckOutput() const {
     const std::string& file = order_.output;
     const bool isForm = file.size() > 4 && form::SameWord(file.substr(file.size() - 4), ".frm");
-    if (!isForm) Refuse(file + words_.notAForm);
+    if (!isForm) Refuse(Say(OrderText::NotAForm, {file}));
     std::error_code error;
     if (!order_.force && fs::exists(fs::symlink_status(PathOf(file), error))) {
-      Refuse(file + words_.isThere);
+      Refuse(Say(OrderText::IsThere, {file}));
     }
   }
 
@@ -153,7 +131,7 @@ class Carrying {
     try {
       return ReadDictionary(form::EngineBytes(order_.directory));
     } catch (const DictionaryUnreadable& failure) {
-      Refuse(order_.directory + words_.noDictionary + std::to_string(failure.code));
+      Refuse(Say(OrderText::NoDictionary, {order_.directory, std::to_string(failure.code)}));
     }
   }
 
@@ -165,14 +143,14 @@ class Carrying {
     std::string text = Utf8Of(fs::path(whole).make_preferred());
     const std::string bytes = Utf8ToCodePage(text);
     if (error || bytes.size() > kLongestDirectory || CodePageToUtf8(bytes) != text) {
-      Refuse(order_.directory + words_.badDirectory);
+      Refuse(Say(OrderText::BadDirectory, {order_.directory}));
     }
     return text;
   }
 
   size_t TableNamed(const Dictionary& dictionary, const std::string& name) const {
     if (const auto found = dictionary.Find(name)) return *found;
-    Refuse(name + words_.noTable, words_.tables + NamesOf(dictionary.tables, words_.none));
+    Refuse(Say(OrderText::NoTable, {name}), Say(OrderText::Tables, {NamesOf(dictionary.tables)}));
   }
 
   void Pick(const Table& table, FormChoice& choice) const {
@@ -186,12 +164,12 @@ class Carrying {
     const auto found = std::find_if(table.fields.begin(), table.fields.end(),
                                     [&](const Field& field) { return field.name == name; });
     if (name.empty() || found == table.fields.end()) {
-      Refuse(name + words_.noField, words_.fields + NamesOf(table.fields, words_.none));
+      Refuse(Say(OrderText::NoField, {name}), Say(OrderText::Fields, {NamesOf(table.fields)}));
     }
     const auto place = static_cast<size_t>(found - table.fields.begin());
-    if (FitOf(table, place).control == Control::None) Refuse(name + words_.unshown);
+    if (FitOf(table, place).control == Control::None) Refuse(Say(OrderText::Unshown, {name}));
     if (std::find(choice.fields.begin(), choice.fields.end(), place) != choice.fields.end()) {
-      Refuse(name + words_.twice);
+      Refuse(Say(OrderText::Twice, {name}));
     }
     return place;
   }
@@ -204,7 +182,7 @@ class Carrying {
       const auto found =
           std::find_if(able.begin(), able.end(), [&](const Key& key) { return key.name == name; });
       if (found == able.end())
-        Refuse(name + words_.noKey, words_.keys + NamesOf(able, words_.none));
+        Refuse(Say(OrderText::NoKey, {name}), Say(OrderText::Keys, {NamesOf(able)}));
       keys.push_back(seekable[static_cast<size_t>(found - able.begin())]);
     }
     return keys;
@@ -219,7 +197,7 @@ class Carrying {
     for (const Detail& able : DetailsOf(dictionary, master)) {
       tables.push_back(dictionary.tables[able.table]);
     }
-    Refuse(order_.detail + words_.noDetail, words_.details + NamesOf(tables, words_.none));
+    Refuse(Say(OrderText::NoDetail, {order_.detail}), Say(OrderText::Details, {NamesOf(tables)}));
   }
 
   // Without a word of the user, the folder of that name beside the dictionary.
@@ -243,20 +221,33 @@ class Carrying {
     if (file) fs::rename(side, target, error);
     if (file && !error) return;
     fs::remove(side, error);
-    Refuse(order_.output + words_.notWritten);
+    Refuse(Say(OrderText::NotWritten, {order_.output}));
   }
 
   std::vector<std::string> Remarks(const Table& table, const NewForm& made) const {
     std::vector<std::string> remarks;
-    for (const std::string& field : made.displayed) remarks.push_back(field + words_.displayed);
-    for (const std::string& field : made.left) remarks.push_back(field + words_.left);
-    if (!table.HasKeys()) remarks.push_back(table.name + words_.noKeys);
-    remarks.push_back(order_.output + words_.made);
+    for (const std::string& field : made.displayed)
+      remarks.push_back(Say(OrderText::Displayed, {field}));
+    for (const std::string& field : made.left) remarks.push_back(Say(OrderText::Left, {field}));
+    if (!table.HasKeys()) remarks.push_back(Say(OrderText::NoKeys, {table.name}));
+    remarks.push_back(Say(OrderText::Made, {order_.output}));
     return remarks;
   }
 
+  std::string Say(OrderText text, const std::vector<std::string>& words = {}) const {
+    return Said(kTexts, text, order_.language, words);
+  }
+
+  template <class Things>
+  std::string NamesOf(const Things& things) const {
+    std::string names;
+    for (const auto& thing : things) {
+      if (!thing.name.empty()) names += (names.empty() ? "" : ", ") + thing.name;
+    }
+    return names.empty() ? Say(OrderText::None) : names;
+  }
+
   const FormOrder& order_;
-  const OrderWords& words_;
 };
 
 }  // namespace

@@ -51,7 +51,7 @@ FormPlan::FormPlan(const Dictionary& from, const FormChoice& chosen)
     : dictionary(from),
       choice(chosen),
       table(from.tables[chosen.table]),
-      words(WordsOf(chosen.language)),
+      words(chosen.language),
       formName("frm" + Identifier(table.name, "Table", chosen.table)) {
   names.Take(formName);
   for (const char* name : kOwnNames) names.Take(name);

@@ -28,7 +28,7 @@ struct FormPlan {
   const Dictionary& dictionary;
   const FormChoice& choice;
   const Table& table;
-  const Words& words;
+  const Words words;
   ControlNames names;
   std::string formName;
   std::vector<CardControl> card;

@@ -78,8 +78,8 @@ class Sheet {
       const Box box{kMargin + page * (width + kGapBetween), top_, width, kButtonHeight};
       const std::string number = std::to_string(page + 1);
       const bool japanese = plan_.choice.language == Language::Japanese;
-      const std::string caption =
-          japanese ? number + " " + words_.page : std::string(words_.page) + " " + number;
+      const std::string caption = japanese ? number + " " + words_[Word::Page]
+                                           : std::string(words_[Word::Page]) + " " + number;
       d_.Add(form_.parts, Part("VB.CommandButton", kPageButton, box, page))
           .Font()
           .Text("Caption", width < kButtonWidth ? number : d_.keys.Give(caption, 'B'));
@@ -100,7 +100,8 @@ class Sheet {
   // Two buttons, the bar, two buttons.
   void Moves() {
     constexpr int kGetOperations[] = {4, 7, 6, 5}, kStepOperations[] = {12, 15, 14, 13};
-    const char* const captions[] = {words_.first, words_.previous, words_.next, words_.last};
+    const char* const captions[] = {words_[Word::First], words_[Word::Previous], words_[Word::Next],
+                                    words_[Word::Last]};
     constexpr char kKeys[] = {'T', 'P', 'N', 'L'};
     const int right = kMargin + layout_.width;
     const int step = kButtonWidth + 4;
@@ -135,7 +136,7 @@ class Sheet {
     constexpr int kGetEqual = 3, kGetGreaterOrEqual = 10;
     Part& frame = d_.Add(form_.parts, Part("VB.Frame", kFindFrame,
                                            {kMargin, top_, layout_.width, layout_.findHeight}));
-    frame.Font().Text("Caption", words_.find);
+    frame.Font().Text("Caption", words_[Word::Find]);
     const std::vector<Box>& places = layout_.finds;
     for (size_t i = 0; i < places.size(); ++i) {
       const Key& key = plan_.table.keys[plan_.choice.keys[i]];
@@ -167,9 +168,9 @@ class Sheet {
     const auto place = [&](int i) {
       return Box{kMargin + i * step, top_, kButtonWidth, kButtonHeight};
     };
-    Command(kClear, place(0), d_.keys.Give(words_.clear, 'W'));
-    const std::string insert = d_.keys.Give(words_.insert, 'A');
-    const std::string update = d_.keys.Give(words_.update, 'U');
+    Command(kClear, place(0), d_.keys.Give(words_[Word::Clear], 'W'));
+    const std::string insert = d_.keys.Give(words_[Word::Insert], 'A');
+    const std::string update = d_.keys.Give(words_[Word::Update], 'U');
     if (plan_.HasKeys()) {
       d_.Add(form_.parts, Button(kInsert, place(1), insert, 0));
       d_.Add(form_.parts, Button(kUpdate, place(2), update, 1));
@@ -177,11 +178,11 @@ class Sheet {
       Command(kInsert, place(1), insert);
       Command(kUpdate, place(2), update);
     }
-    Part remove = Button(kDelete, place(3), d_.keys.Give(words_.remove, 'D'), 2);
-    remove.Text("ConfirmMsg", words_.removeQuestion);
+    Part remove = Button(kDelete, place(3), d_.keys.Give(words_[Word::Remove], 'D'), 2);
+    remove.Text("ConfirmMsg", words_[Word::RemoveQuestion]);
     d_.Add(form_.parts, std::move(remove));
     Command(kClose, {kMargin + layout_.width - kButtonWidth, top_, kButtonWidth, kButtonHeight},
-            d_.keys.Give(words_.close, 'C'));
+            d_.keys.Give(words_[Word::Close], 'C'));
     top_ += kButtonHeight + kGap;
   }
 
@@ -196,7 +197,7 @@ class Sheet {
     const Box beside{kMargin + layout_.cardWidth + kGap, cardTop_ + 7,
                      layout_.width - layout_.cardWidth - kGap, cardHeight_ - 7};
     const Box place =
-        layout_.beside ? beside : Below(kListLabel, plan_.table.name + " " + words_.list);
+        layout_.beside ? beside : Below(kListLabel, plan_.table.name + " " + words_[Word::List]);
     Part grid = Grid(kListGrid, place, plan_.table, plan_.ListColumns());
     // Rows have their records' positions only where they may be deleted; code forbids that.
     if (plan_.ListLeads()) grid.Truth("AllowDelete", true);

@@ -9,7 +9,7 @@ namespace {
 
 void GridErrors(CodeSheet& s, const char* grid) {
   s.code.Procedure(Handler(grid, "BtrieveError", "TableName As String, sStatus As Integer"),
-                   {"If sStatus = 60 Then " + StatusLine(Quoted(s.words.partly)),
+                   {"If sStatus = 60 Then " + StatusLine(Quoted(s.words[Word::Partly])),
                     "If sStatus = 60 Or sStatus = 9 Then sStatus = 0"});
 }
 

@@ -27,7 +27,7 @@ void TextFault(CodeSheet& s) {
   s.code.Line(
       "If typed = \"\" And Replace(Replace(Replace(stored, \"0\", \"\"), \"/\", \"\"), "
       "\":\", \"\") = \"\" Then Exit Function");
-  s.code.Line("TextFault = field & " + Quoted(s.words.badText));
+  s.code.Line("TextFault = field & " + Quoted(s.words[Word::BadText]));
   s.code.End();
 }
 
@@ -43,14 +43,14 @@ void NumberFault(CodeSheet& s) {
   s.code.Line(
       "If Abs(CDbl(number) - CDbl(stored)) <= Abs(CDbl(number)) * slack Then Exit Function");
   s.code.Close("End If");
-  s.code.Line("NumberFault = field & " + Quoted(s.words.badNumber));
+  s.code.Line("NumberFault = field & " + Quoted(s.words[Word::BadNumber]));
   s.code.End();
 }
 
 }  // namespace
 
 void WriteJudging(CodeSheet& s) {
-  s.code.Remark(s.words.judging);
+  s.code.Remark(s.words[Word::Judging]);
   s.code.Begin("Function Prepared(isNew As Boolean) As String");
   s.code.Line("Dim words As String");
   s.ForEach(

@@ -48,7 +48,7 @@ void Shortening(CodeSheet& s) {
 // Bound only while it shows a file that is there: the control tells each other one by a box.
 void ShowingPictures(CodeSheet& s) {
   const std::string folder = s.plan.choice.pictures.empty() ? "" : s.plan.choice.pictures + "\\";
-  s.code.Remark(s.words.pictures);
+  s.code.Remark(s.words[Word::Pictures]);
   s.code.Procedure(
       "Sub ShowPicture(picture As Object, field As String, file As String)",
       {"Dim files As Object", "Set files = CreateObject(\"Scripting.FileSystemObject\")",
@@ -67,7 +67,7 @@ void Clearing(CodeSheet& s) {
   s.code.Line("LeaveRecord");
   if (s.layout.pageCount() > 1) s.code.Line("ShowPage 0");
   if (!s.plan.card.empty()) s.code.Line(s.plan.card.front().control + ".SetFocus");
-  s.code.Line("Tell " + Quoted(s.words.ready));
+  s.code.Line("Tell " + Quoted(s.words[Word::Ready]));
   s.code.End();
 }
 

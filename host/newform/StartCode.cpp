@@ -9,7 +9,7 @@ namespace {
 void FirstRecord(CodeSheet& s) {
   if (s.plan.table.IsVariable()) {
     s.code.Line("LeaveRecord");
-    s.code.Line(StatusLine(Quoted(s.words.seek)));
+    s.code.Line(StatusLine(Quoted(s.words[Word::Seek])));
     return;
   }
   s.code.Open("If " + s.Access(s.plan.HasKeys() ? kOpGetFirst : kOpStepFirst) + " = 0 Then");
@@ -17,12 +17,12 @@ void FirstRecord(CodeSheet& s) {
   s.code.Line("TakeRecord");
   s.code.Turn("Else");
   s.code.Line("LeaveRecord");
-  s.code.Line(StatusLine(Quoted(s.words.empty)));
+  s.code.Line(StatusLine(Quoted(s.words[Word::Empty])));
   s.code.Close("End If");
 }
 
 void Opening(CodeSheet& s) {
-  s.code.Remark(s.words.opening);
+  s.code.Remark(s.words[Word::Opening]);
   s.code.Procedure("Sub OpenTable(table As String)",
                    {"If " + DbCall("DbIsOpen(table) = 1 Then Exit Sub"),
                     "If " + DbCall("DbOpen(table) <> noFile Then Exit Sub"),
@@ -70,13 +70,13 @@ void WritePages(CodeSheet& s) {
 void WriteHead(CodeSheet& s) {
   s.code.Line("Option Explicit");
   s.code.Blank();
-  s.code.Remark(s.words.about);
+  s.code.Remark(s.words[Word::About]);
   s.code.Blank();
   s.code.Line("Private Const theTable = " + Quoted(s.plan.table.name));
   s.code.Line("Private Const noFile = 12");
   s.code.Line("Private Const longer = 22");
   s.code.Blank();
-  s.code.Remark(s.words.course);
+  s.code.Remark(s.words[Word::Course]);
   s.code.Line("Private shown As Boolean");
   s.code.Line("Private asked As Boolean");
   s.code.Line("Private told As String");

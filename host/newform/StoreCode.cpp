@@ -25,7 +25,7 @@ void AfterDeleting(CodeSheet& s) {
   s.code.Line(DbCall("DbClearControlData theTable"));
   s.code.Line("LeaveRecord");
   if (s.plan.HasList()) s.code.Line("ShowList");
-  s.code.Line("told = " + Quoted(s.words.removed));
+  s.code.Line("told = " + Quoted(s.words[Word::Removed]));
 }
 
 // A question that was declined goes to Click at once.
@@ -34,7 +34,7 @@ void DeleteButton(CodeSheet& s, const char* errorParameters) {
   s.code.Procedure(Handler(kDelete, "BtrieveError", errorParameters), {"Failed Status"});
   s.code.Begin(Handler(kDelete, "Click", ""));
   s.code.Open("If Not asked Then");
-  s.code.Line("told = " + Quoted(s.words.kept));
+  s.code.Line("told = " + Quoted(s.words[Word::Kept]));
   s.code.Turn("ElseIf told = \"\" Then");
   AfterDeleting(s);
   s.code.Close("End If");
@@ -47,8 +47,8 @@ void DeleteButton(CodeSheet& s, const char* errorParameters) {
 
 void WriteStoringButtons(CodeSheet& s) {
   constexpr char kError[] = "TableName As String, Status As Integer";
-  const Storing storings[] = {{kInsert, "True", s.words.inserted},
-                              {kUpdate, "False", s.words.updated}};
+  const Storing storings[] = {{kInsert, "True", s.words[Word::Inserted]},
+                              {kUpdate, "False", s.words[Word::Updated]}};
   for (const auto& [button, isNew, words] : storings) {
     s.code.Procedure(Handler(button, "SetData", ""),
                      {"told = Prepared(" + std::string(isNew) + ")",
@@ -72,8 +72,8 @@ void WriteStoring(CodeSheet& s) {
   s.code.Line("rc = " + DbCall("DbAccessByID(operation, " + Number(s.plan.choice.table) + ", -1)"));
   s.code.Line("If rc <> 0 Then Failed rc");
   s.code.End();
-  const Storing storings[] = {{kInsert, "Store 2, True", s.words.inserted},
-                              {kUpdate, "Store 3, False", s.words.updated}};
+  const Storing storings[] = {{kInsert, "Store 2, True", s.words[Word::Inserted]},
+                              {kUpdate, "Store 3, False", s.words[Word::Updated]}};
   for (const auto& [button, call, words] : storings) {
     s.code.Begin(Handler(button, "Click", ""));
     s.code.Line(call);

@@ -7,15 +7,13 @@ namespace {
 
 struct StatusRow {
   int status;
-  const char* Words::*words;
+  Word word;
 };
 
 constexpr StatusRow kStatuses[] = {
-    {4, &Words::notFound},        {5, &Words::duplicate},
-    {8, &Words::noRecord},        {9, &Words::end},
-    {10, &Words::keyFixed},       {22, &Words::tooLong},
-    {80, &Words::changedByOther}, {84, &Words::inUse},
-    {85, &Words::inUse},
+    {4, Word::NotFound},  {5, Word::Duplicate}, {8, Word::NoRecord},        {9, Word::End},
+    {10, Word::KeyFixed}, {22, Word::TooLong},  {80, Word::ChangedByOther}, {84, Word::InUse},
+    {85, Word::InUse},
 };
 
 // Records are walked along the key by which one was found.
@@ -36,10 +34,10 @@ void UsingAKey(CodeSheet& s) {
 // Status 0 tells a control that the failure has been dealt with.
 void WriteCourse(CodeSheet& s) {
   s.code.Begin("Sub Failed(Status As Integer)");
-  s.code.Line("told = " + Quoted(s.words.failed) + " & Status");
+  s.code.Line("told = " + Quoted(s.words[Word::Failed]) + " & Status");
   s.code.Line("Select Case Status");
   for (const StatusRow& row : kStatuses) {
-    s.code.Line("Case " + std::to_string(row.status) + ": told = " + Quoted(s.words.*row.words));
+    s.code.Line("Case " + std::to_string(row.status) + ": told = " + Quoted(s.words[row.word]));
   }
   s.code.Line("Case Else: Exit Sub");
   s.code.Line("End Select");

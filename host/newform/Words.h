@@ -5,50 +5,58 @@
 
 namespace qrn::newform {
 
-struct Words {
+enum class Word {
   // Captions.
-  const char* first;
-  const char* previous;
-  const char* next;
-  const char* last;
-  const char* clear;
-  const char* insert;
-  const char* update;
-  const char* remove;
-  const char* close;
-  const char* find;
-  const char* page;
-  const char* display;  // of what is only shown
-  const char* list;
+  First,
+  Previous,
+  Next,
+  Last,
+  Clear,
+  Insert,
+  Update,
+  Remove,
+  Close,
+  Find,
+  Page,
+  Display,  // of what is only shown
+  List,
   // What the status line and boxes say.
-  const char* removeQuestion;
-  const char* empty;
-  const char* ready;
-  const char* seek;
-  const char* inserted;
-  const char* updated;
-  const char* removed;
-  const char* kept;
-  const char* notFound;
-  const char* duplicate;
-  const char* noRecord;
-  const char* end;
-  const char* keyFixed;
-  const char* tooLong;
-  const char* changedByOther;
-  const char* inUse;
-  const char* failed;
-  const char* partly;
-  const char* badText;
-  const char* badNumber;
+  RemoveQuestion,
+  Empty,
+  Ready,
+  Seek,
+  Inserted,
+  Updated,
+  Removed,
+  Kept,
+  NotFound,
+  Duplicate,
+  NoRecord,
+  End,
+  KeyFixed,
+  TooLong,
+  ChangedByOther,
+  InUse,
+  Failed,
+  Partly,
+  BadText,
+  BadNumber,
   // Remarks in the code.
-  const char* about;
-  const char* opening;
-  const char* course;
-  const char* judging;
-  const char* pictures;
+  About,
+  Opening,
+  Course,
+  Judging,
+  Pictures,
+  kCount
 };
 
-const Words& WordsOf(Language language) noexcept;
+class Words {
+ public:
+  explicit Words(Language language) noexcept : language_(language) {}
+  const char* operator[](Word word) const noexcept;
+
+ private:
+  Language language_;
+};
 
 }  // namespace qrn::newform

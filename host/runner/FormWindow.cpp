@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "com/WindowObject.h"
 #include "host/runner/WindowClass.h"
 
 namespace qrn::host {
@@ -57,7 +58,7 @@ RECT OuterPlace(const FormLook& look, const BorderRow& styles) noexcept {
 }  // namespace
 
 FormWindow::~FormWindow() {
-  if (window_) SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  if (window_) com::ForgetWindowObject(window_);
   Close();
 }
 
@@ -131,16 +132,12 @@ void FormWindow::EndModal() noexcept {
 }
 
 LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    const auto* created = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-    static_cast<FormWindow*>(created->lpCreateParams)->window_ = window;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created->lpCreateParams));
-  }
-  auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* self = com::WindowObject<FormWindow>(window, message, lParam);
   if (!self) return DefWindowProcW(window, message, wParam, lParam);
+  if (message == WM_NCCREATE) self->window_ = window;
   const Com<IUnknown> alive = self->owner_.Life();
   if (message == WM_NCDESTROY) {
-    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    com::ForgetWindowObject(window);
     self->window_ = nullptr;
     return DefWindowProcW(window, message, wParam, lParam);
   }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "host/container/Counted.h"
 #include "host/container/Text.h"
 #include "host/container/TypeNames.h"
 #include "host/runner/FolderForms.h"
@@ -23,18 +24,6 @@ void TellOnError(const std::string& utf8) {
   fprintf(stderr, "%s\n", utf8.c_str());
   fflush(stderr);
 }
-
-// Counts up as long as it lives.
-class Counted {
- public:
-  explicit Counted(std::atomic<int>& count) noexcept : count_(count) { ++count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-  ~Counted() { --count_; }
-
- private:
-  std::atomic<int>& count_;
-};
 
 // What End posted is not for the next program of the thread.
 void DropQuit() noexcept {

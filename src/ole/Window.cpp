@@ -1,10 +1,12 @@
 #include "ole/Window.h"
 
+#include "com/WindowObject.h"
 #include "ole/Control.h"
 
 namespace qrn::ole {
 namespace {
 
+constexpr int kObjectWord = 0;  // of the words that its class adds
 constexpr wchar_t kClassName[] = L"QRNBT350.Control";
 
 bool EnsureClass(WNDPROC procedure) noexcept {
@@ -56,14 +58,9 @@ void ControlWindow::Move(const RECT& place, const RECT& clip) noexcept {
 }
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-  if (id == WM_NCCREATE) {
-    auto* self =
-        static_cast<ControlWindow*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
-    self->window_ = window;
-    SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(self));
-  }
-  auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, 0));
+  auto* self = com::WindowObject<ControlWindow>(window, id, lParam, kObjectWord);
   if (!self) return DefWindowProcW(window, id, wParam, lParam);
+  if (id == WM_NCCREATE) self->window_ = window;
   Message message{window, id, wParam, lParam};
   return self->Dispatch(message);
 }
@@ -83,7 +80,7 @@ LRESULT ControlWindow::Dispatch(Message& message) noexcept {
     message.result = DefWindowProcW(message.window, message.id, message.wParam, message.lParam);
   }
   if (message.id == WM_NCDESTROY) {
-    SetWindowLongPtrW(message.window, 0, 0);
+    com::ForgetWindowObject(message.window, kObjectWord);
     window_ = nullptr;
   }
   return message.result;

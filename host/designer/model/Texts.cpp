@@ -1,18 +1,10 @@
 #include "host/designer/model/Texts.h"
 
-#include <iterator>
-
 namespace qrn::designer {
 namespace {
 
-struct TextRow {
-  TextId text;
-  const char* japanese;
-  const char* english;
-};
-
 // clang-format off
-constexpr TextRow kTexts[] = {
+constexpr TextRow<TextId> kTexts[] = {
     {TextId::AddControl,       "%1 の追加",                    "Add %1"},
     {TextId::DeleteControls,   "削除",                         "Delete"},
     {TextId::MoveControls,     "移動",                         "Move"},
@@ -74,33 +66,12 @@ constexpr TextRow kTexts[] = {
 };
 // clang-format on
 
-constexpr bool RowsStandAtTheirId() {
-  for (size_t at = 0; at < std::size(kTexts); ++at) {
-    if (static_cast<size_t>(kTexts[at].text) != at) return false;
-  }
-  return std::size(kTexts) == static_cast<size_t>(TextId::kCount);
-}
-static_assert(RowsStandAtTheirId());
+static_assert(StandAtTheirIds(kTexts));
 
 }  // namespace
 
-std::string WithWords(std::string_view pattern, const std::vector<std::string>& words) {
-  std::string said;
-  for (size_t at = 0; at < pattern.size(); ++at) {
-    const size_t word = at + 1 < pattern.size() ? static_cast<size_t>(pattern[at + 1] - '1') : 9;
-    if (pattern[at] != '%' || word > 8) {
-      said += pattern[at];
-      continue;
-    }
-    if (word < words.size()) said += words[word];
-    ++at;
-  }
-  return said;
-}
-
 std::string Said(TextId text, Language language, const std::vector<std::string>& words) {
-  const TextRow& row = kTexts[static_cast<size_t>(text)];
-  return WithWords(language == Language::Japanese ? row.japanese : row.english, words);
+  return qrn::Said(kTexts, text, language, words);
 }
 
 }  // namespace qrn::designer

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/form/Language.h"
@@ -61,9 +60,6 @@ enum class TextId {
   PictureMissing,
   kCount
 };
-
-// `pattern` with the words in the places of %1, %2 ...; one without a word is left out.
-std::string WithWords(std::string_view pattern, const std::vector<std::string>& words);
 
 // UTF-8.
 std::string Said(TextId text, Language language, const std::vector<std::string>& words = {});

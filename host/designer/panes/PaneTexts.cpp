@@ -1,20 +1,10 @@
 #include "host/designer/panes/PaneTexts.h"
 
-#include <iterator>
-
-#include "host/designer/model/Texts.h"
-
 namespace qrn::designer {
 namespace {
 
-struct PaneTextRow {
-  PaneText text;
-  const char* japanese;
-  const char* english;
-};
-
 // clang-format off
-constexpr PaneTextRow kPaneTexts[] = {
+constexpr TextRow<PaneText> kPaneTexts[] = {
     {PaneText::CustomRow,     "(カスタム)",                "(Custom)"},
     {PaneText::CustomHint,    "コントロールのプロパティ ページを開きます。", "Opens the control's property pages."},
     {PaneText::NotOne,        "%1 個のコントロール",       "%1 controls"},
@@ -35,19 +25,12 @@ constexpr PaneTextRow kPaneTexts[] = {
 };
 // clang-format on
 
-constexpr bool PaneRowsStandAtTheirId() {
-  for (size_t at = 0; at < std::size(kPaneTexts); ++at) {
-    if (static_cast<size_t>(kPaneTexts[at].text) != at) return false;
-  }
-  return std::size(kPaneTexts) == static_cast<size_t>(PaneText::kCount);
-}
-static_assert(PaneRowsStandAtTheirId());
+static_assert(StandAtTheirIds(kPaneTexts));
 
 }  // namespace
 
 std::string Said(PaneText text, Language language, const std::vector<std::string>& words) {
-  const PaneTextRow& row = kPaneTexts[static_cast<size_t>(text)];
-  return WithWords(language == Language::Japanese ? row.japanese : row.english, words);
+  return qrn::Said(kPaneTexts, text, language, words);
 }
 
 }  // namespace qrn::designer

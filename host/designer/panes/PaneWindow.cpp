@@ -3,6 +3,7 @@
 #include "com/Com.h"
 #include "com/Guard.h"
 #include "com/Text.h"
+#include "com/WindowObject.h"
 #include "com/WindowText.h"
 
 namespace qrn::designer {
@@ -26,7 +27,7 @@ void RegisterPaneClass(WNDPROC procedure) noexcept {
 
 void PaneWindow::Close() noexcept {
   if (!window_) return;
-  SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+  com::ForgetWindowObject(window_);
   DestroyWindow(window_);
 }
 
@@ -44,12 +45,8 @@ SIZE PaneWindow::ClientSize() const noexcept {
 }
 
 LRESULT CALLBACK PaneWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) {
-  if (id == WM_NCCREATE) {
-    const auto* created = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-    static_cast<PaneWindow*>(created->lpCreateParams)->window_ = window;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created->lpCreateParams));
-  }
-  auto* pane = reinterpret_cast<PaneWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* pane = com::WindowObject<PaneWindow>(window, id, lParam);
+  if (pane && id == WM_NCCREATE) pane->window_ = window;
   if (pane && id == WM_NCDESTROY) pane->window_ = nullptr;
   com::Message message{window, id, wParam, lParam};
   bool taken = false;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "host/container/Counted.h"
 #include "host/container/Text.h"
 #include "host/designer/document/SafeSave.h"
 #include "host/designer/model/Places.h"
@@ -61,18 +62,6 @@ std::vector<form::LibraryReference> LibrariesOf(const FormDocument& document) {
   form::Mistakes passedOver;
   return form::ReadFormFile(head, passedOver).libraries;
 }
-
-// Counts a loop as long as it runs.
-class Counted {
- public:
-  explicit Counted(std::atomic<int>& count) noexcept : count_(count) { ++count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-  ~Counted() { --count_; }
-
- private:
-  std::atomic<int>& count_;
-};
 
 }  // namespace
 
@@ -274,7 +263,7 @@ bool DesignWindow::AskToLeave() {
 }
 
 void DesignWindow::Run() {
-  const Counted loop(loops_);
+  const host::Counted loop(loops_);
   ShowWindow(window_, SW_SHOWDEFAULT);
   SetForegroundWindow(window_);
   UpdateWindow(window_);

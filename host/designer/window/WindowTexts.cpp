@@ -1,20 +1,12 @@
 #include "host/designer/window/WindowTexts.h"
 
-#include <iterator>
-
 #include "host/container/Text.h"
 
 namespace qrn::designer {
 namespace {
 
-struct TextRow {
-  WindowText text;
-  const char* japanese;
-  const char* english;
-};
-
 // clang-format off
-constexpr TextRow kTexts[] = {
+constexpr TextRow<WindowText> kTexts[] = {
     {WindowText::Title,           "%1 - フォームの設計",          "%1 - Form Designer"},
     {WindowText::TitleNew,        "新しいフォーム",               "New Form"},
     {WindowText::AskSave,         "%1 への変更を保存しますか?",   "Save the changes to %1?"},
@@ -55,26 +47,13 @@ constexpr TextRow kTexts[] = {
 };
 // clang-format on
 
-constexpr bool RowsStandAtTheirId() {
-  for (size_t at = 0; at < std::size(kTexts); ++at) {
-    if (static_cast<size_t>(kTexts[at].text) != at) return false;
-  }
-  return std::size(kTexts) == static_cast<size_t>(WindowText::kCount);
-}
-static_assert(RowsStandAtTheirId());
+static_assert(StandAtTheirIds(kTexts));
 
 }  // namespace
 
 std::wstring Said(WindowText text, form::Language language,
                   const std::vector<std::wstring>& words) {
-  const TextRow& row = kTexts[static_cast<size_t>(text)];
-  std::wstring said = host::Wide(language == form::Language::Japanese ? row.japanese : row.english);
-  for (size_t word = words.size(); word > 0; --word) {
-    const std::wstring mark = L"%" + std::to_wstring(word);
-    const size_t at = said.find(mark);
-    if (at != std::wstring::npos) said.replace(at, mark.size(), words[word - 1]);
-  }
-  return said;
+  return WithWords<wchar_t>(host::Wide(TextOf(kTexts, text, language)), words);
 }
 
 }  // namespace qrn::designer

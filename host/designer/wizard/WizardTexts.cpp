@@ -1,21 +1,12 @@
 #include "host/designer/wizard/WizardTexts.h"
 
-#include <iterator>
-
 #include "com/Text.h"
-#include "host/designer/model/Texts.h"
 
 namespace qrn::designer {
 namespace {
 
-struct WizardTextRow {
-  WizardText text;
-  const char* japanese;
-  const char* english;
-};
-
 // clang-format off
-constexpr WizardTextRow kWizardTexts[] = {
+constexpr TextRow<WizardText> kWizardTexts[] = {
     {WizardText::None,            "", ""},
     {WizardText::Title,           "辞書から新しいフォーム", "New Form from a Dictionary"},
     {WizardText::Browse,          "参照(&R)...", "B&rowse..."},
@@ -58,19 +49,12 @@ constexpr WizardTextRow kWizardTexts[] = {
 };
 // clang-format on
 
-constexpr bool WizardRowsStandAtTheirId() {
-  for (size_t at = 0; at < std::size(kWizardTexts); ++at) {
-    if (static_cast<size_t>(kWizardTexts[at].text) != at) return false;
-  }
-  return std::size(kWizardTexts) == static_cast<size_t>(WizardText::kCount);
-}
-static_assert(WizardRowsStandAtTheirId());
+static_assert(StandAtTheirIds(kWizardTexts));
 
 }  // namespace
 
 std::wstring Said(WizardText text, Language language, const std::vector<std::string>& words) {
-  const WizardTextRow& row = kWizardTexts[static_cast<size_t>(text)];
-  return com::Wide(WithWords(language == Language::Japanese ? row.japanese : row.english, words));
+  return com::Wide(qrn::Said(kWizardTexts, text, language, words));
 }
 
 }  // namespace qrn::designer

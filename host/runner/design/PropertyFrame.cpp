@@ -6,6 +6,7 @@
 // clang-format on
 
 #include "com/Handles.h"
+#include "com/WindowObject.h"
 #include "host/runner/InputEvents.h"
 #include "host/runner/WindowClass.h"
 
@@ -177,13 +178,9 @@ LRESULT PropertyFrame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CALLBACK PropertyFrame::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    const auto* created = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-    static_cast<PropertyFrame*>(created->lpCreateParams)->window_ = window;
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created->lpCreateParams));
-  }
-  auto* frame = reinterpret_cast<PropertyFrame*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* frame = com::WindowObject<PropertyFrame>(window, message, lParam);
   if (!frame || message == WM_NCDESTROY) return DefWindowProcW(window, message, wParam, lParam);
+  if (message == WM_NCCREATE) frame->window_ = window;
   LRESULT result = 0;
   Guard([&]() -> HRESULT {
     result = frame->OnMessage(message, wParam, lParam);

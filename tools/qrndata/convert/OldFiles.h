@@ -14,7 +14,8 @@ Bytes ReadFileBytes(const std::filesystem::path& path);
 // Whether a file is of version 5; false also when it cannot be read.
 bool IsOldFile(const std::filesystem::path& path);
 
-// The specification of such a file, which today's rules need not allow. False for another file.
+// What such a file says of its records and keys, which today's rules need not allow. False for
+// another file.
 [[nodiscard]] bool ReadOldSpec(const std::filesystem::path& path, btrieve::FileSpec& spec);
 
 // What is to be known of such a file, without a full stop. Of a file that opens.

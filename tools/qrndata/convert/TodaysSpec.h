@@ -1,4 +1,4 @@
-// The specification that a file of today gets in place of an old one.
+// The records and keys that a file of today gets in place of an old one.
 #pragma once
 
 #include <string>
