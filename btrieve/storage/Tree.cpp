@@ -56,7 +56,8 @@ void TreeCursor::Close() noexcept {
     level = Level();
   }
   depth_ = 0;
-  guessed_ = nullptr;
+  guessed_ = {};
+  leaves_.Forget();
 }
 
 TreeCursor::Page TreeCursor::PageOf(Kind kind, const uint8_t* bytes) {
@@ -180,17 +181,25 @@ uint32_t TreeCursor::FirstRowNotBelow(const Page& page, int64_t row) const {
   return low;
 }
 
-// Unsigned: in a damaged page the rows may be any numbers.
-TreeCursor::Spot TreeCursor::GuessedSpot(int64_t row) const noexcept {
-  const uint64_t cell = static_cast<uint64_t>(row) - static_cast<uint64_t>(guessedAbove_) - 1;
-  return {guessed_, static_cast<uint32_t>(std::min<uint64_t>(cell, UINT32_MAX))};
-}
-
 // Positions are mostly given without gaps, so a row is where it would then be, counted from the
 // last row of the page before, which the page above tells.
+TreeCursor::Spot TreeCursor::GuessedSpot(int64_t row) const noexcept {
+  return {guessed_.page, static_cast<uint32_t>(row) - guessed_.above - 1};
+}
+
 TreeCursor::Spot TreeCursor::Guess(int64_t row) {
   if (!pool_) return {};
-  if (guessed_ && row > guessedAbove_ && row <= guessedUpTo_) return GuessedSpot(row);
+  if (guessed_.MayHold(row)) return GuessedSpot(row);
+  if (const Leaf* leaf = leaves_.Find(row)) {
+    guessed_ = *leaf;
+    __builtin_prefetch(guessed_.page);
+    return GuessedSpot(row);
+  }
+  return SeekLeaf(row) ? GuessedSpot(row) : Spot();
+}
+
+// False where it is in none, or not in a page of the pool.
+bool TreeCursor::SeekLeaf(int64_t row) {
   Page page = levels_[0];
   int64_t before = 0;
   int64_t last = INT64_MAX;
@@ -200,19 +209,16 @@ TreeCursor::Spot TreeCursor::Guess(int64_t row) {
     if (at != page.cells) last = RowAt(page, at);
     PageRef held;
     const uint8_t* bytes = Fetch(ChildAt(page, at), held);
-    if (held.Bytes() || depth == kDeepest) return {};
+    if (held.Bytes() || depth == kDeepest) return false;
     __builtin_prefetch(bytes);
     __builtin_prefetch(bytes + 64);
     if (depth + 1 == depth_) {  // a leaf, which is not looked at before it has arrived
-      if (row <= before) return {};
-      guessed_ = bytes;
-      guessedAbove_ = before;
-      guessedUpTo_ = last;
-      return GuessedSpot(row);
+      guessed_ = leaves_.Note(row, bytes, before, last);
+      return guessed_.MayHold(row);
     }
     page = PageOf(bytes);
   }
-  return {};
+  return false;
 }
 
 void TreeCursor::Prefetch(const Spot& spot) const {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "btrieve/pages/PagePool.h"
+#include "btrieve/storage/LeafMemo.h"
 #include "btrieve/storage/RowReader.h"
 
 namespace btrieve {
@@ -81,6 +82,7 @@ class TreeCursor {
   const Level& Top() const noexcept { return levels_[depth_ - 1]; }
   void Push(uint32_t number);
   Spot GuessedSpot(int64_t row) const noexcept;
+  bool SeekLeaf(int64_t row);
   // The page below the top's current cell becomes the top; kept if it is the one held already.
   void Descend(size_t heldDepth);
   void DescendToFirst();
@@ -101,10 +103,8 @@ class TreeCursor {
   size_t depth_ = 0;
   std::array<Level, kDeepest> levels_;
   std::vector<uint8_t> gathered_;  // a row that goes on in further pages
-  // The leaf guessed at last, and the rows it may hold: above the first number up to the second.
-  const uint8_t* guessed_ = nullptr;
-  int64_t guessedAbove_ = 0;
-  int64_t guessedUpTo_ = 0;
+  Leaf guessed_;                   // at last
+  LeafMemo leaves_;
 };
 
 }  // namespace btrieve
