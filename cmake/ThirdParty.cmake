@@ -5,7 +5,7 @@ if(NOT EXISTS ${QRN_SQLITE_DIR}/sqlite3.c)
   message(FATAL_ERROR "SQLite is not in ${QRN_SQLITE_DIR}: run `./run deps` first")
 endif()
 
-# SQLite, kept by btrieve/ alone. Threads are serialised above it.
+# SQLite: the storage of btrieve/, and databases that the data tool writes. Threads are serialised above it.
 add_library(sqlite3 STATIC ${CMAKE_SOURCE_DIR}/btrieve/sqlite/SqliteWithPages.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${QRN_SQLITE_DIR})
 target_compile_definitions(sqlite3 PUBLIC
@@ -19,6 +19,28 @@ if(WIN32)
 endif()
 # Not ours to sanitize, and three times as slow to build when it is.
 target_compile_options(sqlite3 PRIVATE -w -O2 -g0 -fno-sanitize=all)
+
+# libxlsxwriter, over zlib. Its zip and temporary-file parts come with it.
+set(QRN_XLSXWRITER_DIR ${QRN_DEPS_DIR}/xlsxwriter)
+if(NOT EXISTS ${QRN_XLSXWRITER_DIR}/include/xlsxwriter.h)
+  message(FATAL_ERROR "libxlsxwriter is not in ${QRN_XLSXWRITER_DIR}: run `./run deps` first")
+endif()
+file(GLOB QRN_XLSXWRITER_SOURCES ${QRN_XLSXWRITER_DIR}/src/*.c)
+set(QRN_XLSXWRITER_PARTS ${QRN_XLSXWRITER_DIR}/third_party)
+list(APPEND QRN_XLSXWRITER_SOURCES
+  ${QRN_XLSXWRITER_PARTS}/minizip/ioapi.c ${QRN_XLSXWRITER_PARTS}/minizip/zip.c
+  ${QRN_XLSXWRITER_PARTS}/tmpfileplus/tmpfileplus.c ${QRN_XLSXWRITER_PARTS}/md5/md5.c)
+if(WIN32)
+  list(APPEND QRN_XLSXWRITER_SOURCES ${QRN_XLSXWRITER_PARTS}/minizip/iowin32.c)
+  find_library(QRN_ZLIB libz.a REQUIRED)
+else()
+  find_library(QRN_ZLIB z REQUIRED)
+endif()
+add_library(xlsxwriter STATIC ${QRN_XLSXWRITER_SOURCES})
+set_target_properties(xlsxwriter PROPERTIES UNITY_BUILD OFF)
+target_include_directories(xlsxwriter SYSTEM PUBLIC ${QRN_XLSXWRITER_DIR}/include)
+target_compile_options(xlsxwriter PRIVATE -w -O2 -g0 -fno-sanitize=all)
+target_link_libraries(xlsxwriter PUBLIC ${QRN_ZLIB})
 
 # CLI11 and toml++, headers only.
 add_library(qrn_cli INTERFACE)

@@ -5,6 +5,7 @@ prepare() {
   need "${PACKAGES_BUILD[@]}" "$@"
   need_locale
   fetch_sqlite
+  fetch_xlsxwriter
   copy_headers
 }
 

@@ -21,6 +21,49 @@ fetch_sqlite() {
   rm -rf "$work"
 }
 
+XLSXWRITER=libxlsxwriter XLSXWRITER_VERSION=1.1.4
+XLSXWRITER_SHA512=fad36f7882fcb21b87e13cf603022cfad3f14e6f955a06e2771712facd0fe12f83f4d1655dc1a744724bda1ac83af7e7bf1393457c5507d8983f63002ab294b5
+
+# source_lists FOLDER: the system's package lists as lists of source packages, which it need not have.
+source_lists() {
+  local file
+  for file in /etc/apt/sources.list.d/*.sources; do
+    [ -f "$file" ] && sed -E 's/^Types:.*/Types: deb-src/' "$file" >"$1/${file##*/}"
+  done
+  cat /etc/apt/sources.list /etc/apt/sources.list.d/*.list 2>/dev/null |
+    sed -nE 's/^deb /deb-src /p' >"$1/lines.list"
+}
+
+# fetch_source PACKAGE=VERSION FOLDER: a Debian source package's files, with lists of our own.
+fetch_source() {
+  local apt=$2/apt
+  mkdir -p "$apt"/{sources,lists/partial,cache/archives/partial}
+  source_lists "$apt/sources"
+  local options=(-qq -o "Dir::Etc::sourcelist=/dev/null" -o "Dir::Etc::sourceparts=$apt/sources"
+    -o "Dir::State::lists=$apt/lists" -o "Dir::Cache=$apt/cache" -o "APT::Sandbox::User=")
+  (cd "$2" && apt-get "${options[@]}" update && apt-get "${options[@]}" source --download-only "$1") \
+    >"$2/log" 2>&1
+}
+
+fetch_xlsxwriter() {
+  local dir=$DEPS/xlsxwriter
+  [ -f "$dir/include/xlsxwriter.h" ] && return
+  say "fetching libxlsxwriter"
+  local work
+  work=$(mktemp -d)
+  fetch_source "$XLSXWRITER" "$work" ||
+    { cat "$work/log" >&2; die "could not fetch $XLSXWRITER: check the network, then try again"; }
+  local archive=$work/${XLSXWRITER}_$XLSXWRITER_VERSION.orig.tar.gz
+  printf '%s  %s\n' "$XLSXWRITER_SHA512" "$archive" | sha512sum --check --quiet ||
+    die "the libxlsxwriter source that came is not the pinned one: nothing was kept"
+  mkdir "$work/source"
+  tar xzf "$archive" -C "$work/source" --strip-components=1
+  mkdir -p "$dir"
+  cp -r "$work/source/"{src,third_party,License.txt} "$dir/"
+  cp -r "$work/source/include" "$dir/"  # last: it tells that all is there
+  rm -rf "$work"
+}
+
 # Headers of header-only libraries, copied so that the cross build sees no other system header.
 copy_headers() {
   [ -f "$DEPS/include/toml++/toml.h" ] && return

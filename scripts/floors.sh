@@ -50,7 +50,7 @@ host/designer/wizard 5 src/com src/ole src/platform src/core src/fields
 host/designer/window/ 6 src/com src/ole src/platform src/core src/fields
 host/user          7   src/com src/ole
 tools/typelib      1   src/com src/ole src/binding
-tools/qrndata/     1   src/platform src/fields src/core btrieve lexbase
+tools/qrndata/     1   src/platform src/fields src/core src/extended btrieve lexbase
 tools/qrnform      1   src/platform src/com src/ole host
 examples/          1   tools/qrndata
 '

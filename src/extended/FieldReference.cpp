@@ -9,19 +9,6 @@
 namespace qrn {
 namespace {
 
-int32_t FieldOfNumber(const DbTableInfo& table, int32_t number) {
-  if (number < table.FieldCount) return number;
-  ShowMessage(kVE025);
-  return kNoSuchField;
-}
-
-int32_t FieldOfName(const DbTableInfo& table, const std::string& name) {
-  const int32_t position = DbFindField(table, name.c_str());
-  if (position >= 0) return position;
-  ShowMessage(kVE818, name.c_str());
-  return kNoSuchField;
-}
-
 uint16_t In16Bits(int32_t value, int32_t ifNegative) {
   constexpr int32_t kLargest = 65535;
   return static_cast<uint16_t>(value < 0 ? ifNegative : std::min(value, kLargest));
@@ -29,11 +16,26 @@ uint16_t In16Bits(int32_t value, int32_t ifNegative) {
 
 }  // namespace
 
-int32_t TakeFieldReference(const DbTableInfo& table, TextCursor& text, size_t limit) {
+int32_t ReadFieldReference(const DbTableInfo& table, TextCursor& text, size_t limit,
+                           FieldFault& fault) {
   if (text.Peek() >= '0' && text.Peek() <= '9') {
-    return FieldOfNumber(table, NumberOf(text.TakeDigits(limit)));
+    const int32_t number = NumberOf(text.TakeDigits(limit));
+    if (number < table.FieldCount) return number;
+    fault.message = kVE025;
+    return kNoSuchField;
   }
-  return FieldOfName(table, std::string(text.TakeName(limit)));
+  fault.name = text.TakeName(limit);
+  const int32_t position = DbFindField(table, fault.name.c_str());
+  if (position >= 0) return position;
+  fault.message = kVE818;
+  return kNoSuchField;
+}
+
+int32_t TakeFieldReference(const DbTableInfo& table, TextCursor& text, size_t limit) {
+  FieldFault fault;
+  const int32_t position = ReadFieldReference(table, text, limit, fault);
+  if (position == kNoSuchField) ShowMessage(fault.message, fault.name.c_str());
+  return position;
 }
 
 uint16_t FieldWidth(const DbFieldInfo& field) { return In16Bits(field.Size, 0); }

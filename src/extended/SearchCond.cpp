@@ -50,13 +50,20 @@ BtrConnector ConnectorOf(char byte) {
 class ConditionParser {
  public:
   ConditionParser(const QuorinSettings& settings, const DbTableInfo& table, const char* text,
-                  bool ignoreCase)
-      : settings_(settings), table_(table), text_(text), cursor_(text), ignoreCase_(ignoreCase) {}
+                  bool ignoreCase, SearchFault& fault)
+      : settings_(settings),
+        table_(table),
+        text_(text),
+        cursor_(text),
+        size_(cursor_.Left()),
+        ignoreCase_(ignoreCase),
+        fault_(fault) {}
 
   bool Parse() {
     do {
       if (!ParseTerm()) return false;
     } while (connector_ != BtrLastTerm);
+    MarkPlace();
     return true;
   }
 
@@ -68,6 +75,7 @@ class ConditionParser {
     const DbFieldInfo* field = TakeField();
     if (field == nullptr) return false;
     if (HasVariableLength(*field)) return Fail(kVE043);
+    MarkPlace();
     BtrTerm head{static_cast<uint8_t>(field->Type), FieldWidth(*field), FieldOffset(*field), 0, 0};
     if (!TakeOperator(head)) return Fail(kVE042);
     if (ignoreCase_ && ComparesAsText(*field)) head.comparison |= BtrIgnoringCase;
@@ -78,15 +86,19 @@ class ConditionParser {
     return true;
   }
 
-  // The field behind an "@"; null after a message.
+  // The field behind an "@"; null after a fault.
   const DbFieldInfo* TakeField() {
     cursor_.SkipSpaces();
+    MarkPlace();
     if (!cursor_.Accept("@")) {
-      ShowMessage(kVE041);
+      Fail(kVE041);
       return nullptr;
     }
-    const int32_t position = TakeFieldReference(table_, cursor_, kReferenceLimit);
-    return position == kNoSuchField ? nullptr : &table_.Fields[position];
+    FieldFault fault;
+    const int32_t position = ReadFieldReference(table_, cursor_, kReferenceLimit, fault);
+    if (position != kNoSuchField) return &table_.Fields[position];
+    Fail(fault.message, std::move(fault.name));
+    return nullptr;
   }
 
   bool TakeOperator(BtrTerm& head) {
@@ -110,16 +122,14 @@ class ConditionParser {
   }
 
   bool TakeLiteral(const DbFieldInfo& field) {
+    MarkPlace();
     const std::string literal(IsDelimiter(cursor_.Peek()) ? cursor_.TakeDelimited(kLiteralLimit)
                                                           : cursor_.TakeWord(kLiteralLimit));
     if (literal.empty()) {
       value_ = {0, 0};
       return true;
     }
-    if (ConnectorOf(literal.front()) != BtrLastTerm) {
-      ShowMessage(kVE046, text_);
-      return false;
-    }
+    if (ConnectorOf(literal.front()) != BtrLastTerm) return Fail(kVE046, text_);
     value_.assign(FieldWidth(field) + kRoomBehindLiteral, 0);
     SetFieldText(settings_, value_, literal.c_str(), field);
     value_.resize(FieldWidth(field));
@@ -140,8 +150,11 @@ class ConditionParser {
     if (condition_.TermCount < std::numeric_limits<uint16_t>::max()) ++condition_.TermCount;
   }
 
-  static bool Fail(MessageId id) {
-    ShowMessage(id);
+  void MarkPlace() { fault_.place = size_ - cursor_.Left(); }
+
+  bool Fail(int message, std::string word = {}) {
+    fault_.message = message;
+    fault_.word = std::move(word);
     return false;
   }
 
@@ -149,21 +162,32 @@ class ConditionParser {
   const DbTableInfo& table_;
   const char* text_;
   TextCursor cursor_;
+  size_t size_;
   bool ignoreCase_;
   BtrConnector connector_ = BtrLastTerm;
+  SearchFault& fault_;
   std::vector<uint8_t> value_;  // of the term under way
   SearchCondition condition_;
 };
 
 }  // namespace
 
+std::optional<SearchCondition> ReadSearchCond(const QuorinSettings& settings,
+                                              const DbTableInfo& table, const char* text,
+                                              bool ignoreCase, SearchFault& fault) {
+  if (text == nullptr || *text == '\0') return SearchCondition{};
+  ConditionParser parser(settings, table, text, ignoreCase, fault);
+  if (!parser.Parse()) return std::nullopt;
+  return parser.TakeCondition();
+}
+
 std::optional<SearchCondition> ParseSearchCond(const DbEngine& engine, const DbTableInfo& table,
                                                const char* text, bool ignoreCase) {
-  if (text == nullptr || *text == '\0') return SearchCondition{};
   try {
-    ConditionParser parser(engine.Settings, table, text, ignoreCase);
-    if (!parser.Parse()) return std::nullopt;
-    return parser.TakeCondition();
+    SearchFault fault;
+    auto condition = ReadSearchCond(engine.Settings, table, text, ignoreCase, fault);
+    if (!condition) ShowMessage(fault.message, fault.word.c_str());
+    return condition;
   } catch (const std::bad_alloc&) {
     ReportExMemoryFailure();
     return std::nullopt;

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "core/DbEngine.h"
@@ -36,5 +37,19 @@ struct SearchCondition {
 [[nodiscard]] std::optional<SearchCondition> ParseSearchCond(const DbEngine& engine,
                                                              const DbTableInfo& table,
                                                              const char* text, bool ignoreCase);
+
+// What ParseSearchCond would show, and where.
+struct SearchFault {
+  int message = 0;   // a MessageId; 0 without a fault
+  std::string word;  // what the message names
+  size_t place =
+      0;  // bytes of the text in front of what is wrong; all that was read without a fault
+};
+
+// As ParseSearchCond, but nothing is shown; without memory std::bad_alloc.
+[[nodiscard]] std::optional<SearchCondition> ReadSearchCond(const QuorinSettings& settings,
+                                                            const DbTableInfo& table,
+                                                            const char* text, bool ignoreCase,
+                                                            SearchFault& fault);
 
 }  // namespace qrn

@@ -17,6 +17,9 @@ class TextCursor {
   // The next byte, NUL at the end.
   char Peek() const { return rest_.empty() ? '\0' : rest_.front(); }
 
+  // Bytes that are not read yet.
+  size_t Left() const { return rest_.size(); }
+
   // Blanks are U+0020 only: a tab is a character like any other.
   void SkipSpaces();
 

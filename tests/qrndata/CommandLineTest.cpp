@@ -21,7 +21,8 @@ TEST_F(CommandLine, MistakesAreNamedWithWhatWasExpected) {
        "schema or copy\n"},
       {{"export", "db", "T", "--encoding", "utf8"},
        "--encoding: expected utf-8 or cp932, not \"utf8\"\n"},
-      {{"export", "db", "T", "--format", "xml"}, "--format: expected csv or json, not \"xml\"\n"},
+      {{"export", "db", "T", "--format", "xml"},
+       "--format: expected csv, json, jsonl, sqlite or xlsx, not \"xml\"\n"},
       {{"import", "db", "T", "f", "--on-unmappable", "1"},
        "--on-unmappable: expected error, replace or skip, not \"1\"\n"},
       {{"import", "db", "T"}, "FILE is required\n"},
@@ -43,7 +44,7 @@ TEST_F(CommandLine, HelpNamesChoicesAndStandards) {
       {"import", "--encoding utf-8|cp932"},
       {"import", "error refuses the row"},
       {"import", "--batch NUMBER              rows stored at once, 1 to 10000 (standard: 10000)"},
-      {"export", "--format csv|json           what is written (standard: csv)"},
+      {"export", "--format csv|json|jsonl|sqlite|xlsx"},
       {"export", "error leaves the record out"},
       {"check", "(standard: 20)"},
   };

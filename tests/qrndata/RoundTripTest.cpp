@@ -3,7 +3,7 @@
 
 #include "ToolFixture.h"
 #include "tools/qrndata/CsvReader.h"
-#include "tools/qrndata/RecordWriter.h"
+#include "tools/qrndata/export/RecordWriter.h"
 
 namespace qrndata::test {
 namespace {

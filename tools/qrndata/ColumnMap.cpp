@@ -46,6 +46,17 @@ ColumnRule ParseRule(const std::string& text, bool hasHeader) {
                                          "with names"));
 }
 
+// Parted by commas; an entry with one in it stands in quotes.
+std::vector<CsvCell> ListEntries(const std::string& text, const std::string& option) {
+  std::istringstream stream(text);
+  CsvReader reader(stream);
+  CsvRow row;
+  if (!reader.Next(row) || !row.problem.empty()) {
+    throw Failure(kUsage, option + ": " + (row.problem.empty() ? "no entry" : row.problem));
+  }
+  return std::move(row.cells);
+}
+
 // A rule's column is named like the file's: exactly, or but for case and blanks.
 const ColumnRule* RuleFor(const std::vector<ColumnRule>& rules, const std::string& column) {
   const auto found = std::find_if(rules.begin(), rules.end(), [&](const ColumnRule& rule) {
@@ -60,13 +71,9 @@ const ColumnRule* RuleFor(const std::vector<ColumnRule>& rules, const std::strin
 std::vector<ColumnRule> ParseColumnRules(const std::string& text, bool hasHeader) {
   std::vector<ColumnRule> rules;
   if (text.empty()) return rules;
-  std::istringstream stream(text);
-  CsvReader reader(stream);
-  CsvRow row;
-  if (!reader.Next(row) || !row.problem.empty()) {
-    throw Failure(kUsage, "--columns: " + (row.problem.empty() ? "no entry" : row.problem));
+  for (const CsvCell& cell : ListEntries(text, "--columns")) {
+    rules.push_back(ParseRule(cell.text, hasHeader));
   }
-  for (const CsvCell& cell : row.cells) rules.push_back(ParseRule(cell.text, hasHeader));
   return rules;
 }
 
@@ -114,6 +121,23 @@ ColumnSlots MapInOrder(const Table& table, const std::vector<ColumnRule>& rules)
   for (size_t slot = 0; rules.empty() && slot < table.fields.size(); ++slot)
     slots.emplace_back(slot);
   return slots;
+}
+
+std::vector<size_t> ParseFieldList(const Table& table, const std::string& text,
+                                   const std::string& option) {
+  ColumnSlots slots;
+  for (const CsvCell& cell : ListEntries(text, option)) {
+    try {
+      const size_t slot = FieldSlot(table, cell.text);
+      RequireFree(slots, slot, table);
+      slots.emplace_back(slot);
+    } catch (const Failure& failure) {
+      throw Failure(failure.Code(), option + ": " + failure.what());
+    }
+  }
+  std::vector<size_t> list;
+  for (const auto& slot : slots) list.push_back(*slot);
+  return list;
 }
 
 }  // namespace qrndata

@@ -32,4 +32,9 @@ ColumnSlots MapHeader(const Table& table, const std::vector<std::string>& header
 // Without a header: by the rules, without any by the fields' order.
 ColumnSlots MapInOrder(const Table& table, const std::vector<ColumnRule>& rules);
 
+// Fields as a list, "Field,Field,...": their slots. Throws Failure that names `option`, also for a
+// field that stands there twice.
+std::vector<size_t> ParseFieldList(const Table& table, const std::string& text,
+                                   const std::string& option);
+
 }  // namespace qrndata

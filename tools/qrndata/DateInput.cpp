@@ -1,8 +1,8 @@
 #include "tools/qrndata/DateInput.h"
 
-#include <array>
 #include <charconv>
-#include <cstdio>
+
+#include "tools/qrndata/Text.h"
 
 namespace qrndata {
 
@@ -28,13 +28,6 @@ bool TakeOneOf(std::string_view& text, std::string_view characters) {
   return true;
 }
 
-template <class... Numbers>
-std::string Format(const char* format, Numbers... numbers) {
-  std::array<char, 48> text{};
-  std::snprintf(text.data(), text.size(), format, numbers...);
-  return text.data();
-}
-
 }  // namespace
 
 std::optional<std::string> NormalDate(std::string_view text) {
@@ -47,7 +40,7 @@ std::optional<std::string> NormalDate(std::string_view text) {
   const bool isDate =
       text.empty() && year >= 0 && month >= 0 && month <= kLastMonth && day >= 0 && day <= kLastDay;
   if (!isDate) return std::nullopt;
-  return Format("%04d/%02d/%02d", year, month, day);
+  return Printed("%04d/%02d/%02d", year, month, day);
 }
 
 std::optional<std::string> NormalTime(std::string_view text) {
@@ -63,8 +56,8 @@ std::optional<std::string> NormalTime(std::string_view text) {
                       minutes <= kLastMinute && seconds >= 0 && seconds <= kLastMinute &&
                       hundredths >= 0;
   if (!isTime) return std::nullopt;
-  const std::string normal = Format("%02d:%02d:%02d", hours, minutes, seconds);
-  return hundredths == 0 ? normal : normal + Format(".%02d", hundredths);
+  const std::string normal = Printed("%02d:%02d:%02d", hours, minutes, seconds);
+  return hundredths == 0 ? normal : normal + Printed(".%02d", hundredths);
 }
 
 int HundredthsOf(std::string_view normalTime) {

@@ -40,36 +40,49 @@ bool IsWritable(const fs::path& path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const fs::path& path) : path_(path), target_(path) {
+SideFile::SideFile(const fs::path& path) : path_(path), target_(path) {
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  const bool isThere = fs::is_regular_file(status);
+  const bool isThere = fs::is_regular_file(fs::status(path, error));
   if (isThere) target_ = fs::canonical(path, error);
   if (isThere && (error || !IsWritable(target_))) Fail();
   const bool isNew = !fs::exists(fs::symlink_status(path, error)) && !IsDevice(path);
   if (isThere || isNew) side_ = SideName(target_);
-  file_.open(side_.empty() ? target_ : side_, std::ios::binary);
-  if (!file_) Fail();
-  if (isThere) fs::permissions(side_, status.permissions(), error);
 }
 
-OutputFile::~OutputFile() {
+SideFile::~SideFile() {
   if (side_.empty()) return;
   std::error_code ignored;
-  file_.close();
   fs::remove(side_, ignored);
 }
 
-void OutputFile::Finish() {
-  file_.close();
-  if (!file_) Fail();
+void SideFile::KeepPermissions() const noexcept {
   if (side_.empty()) return;
+  std::error_code ignored;
+  const fs::file_status former = fs::status(target_, ignored);
+  if (fs::exists(former)) fs::permissions(side_, former.permissions(), ignored);
+}
+
+void SideFile::Finish() {
+  if (side_.empty()) return;
+  KeepPermissions();
   std::error_code error;
   fs::rename(side_, target_, error);
   if (error) Fail();
   side_.clear();
 }
 
-void OutputFile::Fail() const { throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written"); }
+void SideFile::Fail() const { throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written"); }
+
+OutputFile::OutputFile(const fs::path& path)
+    : place_(path), file_(place_.Path(), std::ios::binary) {
+  if (!file_) place_.Fail();
+  place_.KeepPermissions();
+}
+
+void OutputFile::Finish() {
+  file_.close();
+  if (!file_) place_.Fail();
+  place_.Finish();
+}
 
 }  // namespace qrndata

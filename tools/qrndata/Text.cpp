@@ -207,4 +207,12 @@ bool SameName(std::string_view left, std::string_view right) noexcept {
   return qrn::EqualIgnoringCase(left, right);
 }
 
+std::string Lowered(std::string_view text) {
+  std::string lowered(text);
+  for (char& c : lowered) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lowered;
+}
+
 }  // namespace qrndata

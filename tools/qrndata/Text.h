@@ -1,8 +1,10 @@
 // UTF-8 outside, code page 932 inside: conversions that notice what does not fit.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,7 +59,18 @@ size_t CountCharacters(std::string_view utf8) noexcept;
 // Without the UTF-8 byte order mark.
 std::string_view WithoutByteOrderMark(std::string_view text) noexcept;
 
+// Numbers as printf puts them, up to 63 bytes.
+template <class... Numbers>
+std::string Printed(const char* format, Numbers... numbers) {
+  std::array<char, 64> text{};
+  std::snprintf(text.data(), text.size(), format, numbers...);
+  return text.data();
+}
+
 // Equal but for the case of the letters A to Z.
 bool SameName(std::string_view left, std::string_view right) noexcept;
+
+// The letters A to Z made small.
+std::string Lowered(std::string_view text);
 
 }  // namespace qrndata

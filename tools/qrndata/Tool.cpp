@@ -19,6 +19,12 @@ const std::map<std::string, OnUnmappable> kUnmappableChoices = {{"error", OnUnma
 const std::map<std::string, Encoding> kEncodings = {{"utf-8", Encoding::Utf8},
                                                     {"cp932", Encoding::CodePage932}};
 
+const std::map<std::string, ExportFormat> kFormats = {{"csv", ExportFormat::Csv},
+                                                      {"json", ExportFormat::Json},
+                                                      {"jsonl", ExportFormat::JsonLines},
+                                                      {"sqlite", ExportFormat::Sqlite},
+                                                      {"xlsx", ExportFormat::Xlsx}};
+
 using Choices = std::vector<std::string>;
 
 std::string Joined(const Choices& choices, std::string_view between, std::string_view beforeLast) {
@@ -138,13 +144,13 @@ class CommandLine {
   const Streams& streams_;
   CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
   std::function<int()> run_;
-  std::string schema_, directory_, target_, table_, file_, key_, output_, refusals_,
-      format_ = "csv";
+  std::string schema_, directory_, target_, table_, file_, output_, refusals_, format_ = "csv";
   std::string delimiter_ = ",", update_, replace_;
   bool isBare_ = false;  // no first line with names
   std::string onBadInput_ = "error", onBadStored_ = "replace", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
+  ExportOptions export_;
   CheckOptions check_;
   ConvertOptions convert_;
   CopyOptions copy_;
@@ -267,25 +273,33 @@ void CommandLine::AddDelimiter(CLI::App* verb) {
 }
 
 void CommandLine::AddExport() {
-  CLI::App* verb = AddVerb("export", "writes a table's records as CSV or JSON", [this] {
-    ExportOptions options;
-    options.directory = PathFromUtf8(directory_);
-    options.output = PathFromUtf8(output_);
-    options.table = table_;
-    options.key = key_;
-    options.isJson = format_ == "json";
-    options.onUnmappable = kUnmappableChoices.at(onBadStored_);
-    options.encoding = kEncodings.at(encoding_);
-    return RunExport(options, streams_);
-  });
+  CLI::App* verb =
+      AddVerb("export", "writes records as CSV or JSON, into a database or a workbook", [this] {
+        export_.directory = PathFromUtf8(directory_);
+        if (output_ != "-") export_.output = PathFromUtf8(output_);
+        export_.format = kFormats.at(format_);
+        export_.onUnmappable = kUnmappableChoices.at(onBadStored_);
+        export_.encoding = kEncodings.at(encoding_);
+        return RunExport(export_, streams_);
+      });
   AddDirectory(verb);
-  AddPlace(verb, "TABLE", table_, "table")->required();
-  AddChoice(verb, "--format", format_, {"csv", "json"}, "what is written");
-  verb->add_option("--key", key_, "key that gives the order: its name, number or first field")
-      ->type_name("KEY");
+  verb->add_option("TABLE", export_.tables, "tables; all where none is named")->type_name("");
+  AddChoice(verb, "--format", format_, {"csv", "json", "jsonl", "sqlite", "xlsx"},
+            "what is written");
   verb->add_option("--output,-o", output_,
-                   "file instead of the standard output; one that is there is replaced at the end")
-      ->type_name("FILE");
+                   "file, or folder for the files of several tables; - for the standard output. A "
+                   "file that is there is replaced at the end")
+      ->type_name("FILE|FOLDER|-");
+  verb->add_option("--fields", export_.fields,
+                   "\"Field,Field,...\" that are written, in this order")
+      ->type_name("LIST");
+  verb->add_option(
+          "--where", export_.where,
+          "search condition for the records, such as \"@Total >= 500000 & @Code <> 'A B'\"")
+      ->type_name("CONDITION");
+  verb->add_option("--key", export_.key,
+                   "key that gives the order: its name, number or first field")
+      ->type_name("KEY");
   AddTextOptions(verb, "what the texts are written in", onBadStored_,
                  "stored bytes that are no character, which are told in any case: error leaves the "
                  "record out, replace writes U+FFFD (cp932: ?) in their place, skip leaves the "

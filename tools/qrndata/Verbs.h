@@ -43,15 +43,19 @@ struct ImportOptions {
 };
 ExitCode RunImport(const ImportOptions& options, const Streams& streams);
 
+enum class ExportFormat { Csv, Json, JsonLines, Sqlite, Xlsx };
+
 struct ExportOptions {
   std::filesystem::path directory;
-  std::string table;
-  std::string key;  // name or number of the key that gives the order; empty: by place
-  bool isJson = false;
+  std::vector<std::string> tables;  // UTF-8; none: all
+  std::string fields;               // of one table, as FieldChoice.h reads it
+  std::string where;                // records of one table, as RecordFilter.h reads it
+  std::string key;  // name or number of the key that gives one table's order; empty: by place
+  ExportFormat format = ExportFormat::Csv;
   OnUnmappable onUnmappable = OnUnmappable::Replace;
   uint32_t shown = 50;  // texts with odd bytes that are listed
   Encoding encoding = Encoding::Utf8;
-  std::filesystem::path output;  // empty: the standard output
+  std::filesystem::path output;  // empty: the standard output; a folder for several files of text
 };
 ExitCode RunExport(const ExportOptions& options, const Streams& streams);
 

@@ -13,10 +13,10 @@
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
-#include "tools/qrndata/RecordWriter.h"
 #include "tools/qrndata/RowImporter.h"
 #include "tools/qrndata/Schema.h"
 #include "tools/qrndata/Text.h"
+#include "tools/qrndata/export/RecordWriter.h"
 
 namespace company {
 

@@ -1,9 +1,10 @@
-#include "tools/qrndata/RecordWriter.h"
+#include "tools/qrndata/export/RecordWriter.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 
+#include "fields/Digits.h"
 #include "tools/qrndata/FieldTypes.h"
 
 namespace qrndata {
@@ -17,7 +18,7 @@ class CsvWriter : public RecordWriter {
 
   void Begin() override { Write(TextValues(names_.begin(), names_.end())); }
 
-  void Write(const TextValues& values) override {
+  std::string Write(const TextValues& values) override {
     line_.clear();
     for (size_t slot = 0; slot < values.size(); ++slot) {
       if (slot != 0) line_ += ',';
@@ -25,6 +26,7 @@ class CsvWriter : public RecordWriter {
     }
     // A line without anything would be no row.
     out_ << (line_.empty() ? "\"\"" : line_) << '\n';
+    return {};
   }
 
  private:
@@ -34,10 +36,8 @@ class CsvWriter : public RecordWriter {
   std::string line_;
 };
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool AllDigits(std::string_view text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+  return !text.empty() && std::all_of(text.begin(), text.end(), &qrn::IsDigit);
 }
 
 // As JSON writes numbers: no zeros in front, digits on both sides of a point.
@@ -77,32 +77,45 @@ std::string JsonValue(const qrn::DbFieldInfo& field, const std::optional<std::st
   return isNumber && IsJsonNumber(*value) ? *value : JsonString(*value);
 }
 
+// What stands before, between and behind the objects.
+struct JsonFrame {
+  const char *begin, *between, *end;
+};
+constexpr JsonFrame kJsonArray = {"[\n", ",\n", "\n]\n"}, kJsonLines = {"", "\n", "\n"};
+
 class JsonWriter : public RecordWriter {
  public:
-  JsonWriter(std::ostream& out, const Table& table, std::vector<std::string> names)
-      : out_(out), table_(table), names_(std::move(names)) {
+  JsonWriter(std::ostream& out, const Table& table, std::vector<std::string> names,
+             const JsonFrame& frame)
+      : out_(out), table_(table), names_(std::move(names)), frame_(frame) {
     for (std::string& name : names_) name = JsonString(name);
   }
 
-  void Begin() override { out_ << '['; }
-
-  void Write(const TextValues& values) override {
-    out_ << (isFirst_ ? "\n{" : ",\n{");
-    isFirst_ = false;
+  std::string Write(const TextValues& values) override {
+    out_ << (isEmpty_ ? frame_.begin : frame_.between) << '{';
+    isEmpty_ = false;
     for (size_t slot = 0; slot < values.size(); ++slot) {
       out_ << (slot == 0 ? "" : ", ") << names_[slot] << ": "
            << JsonValue(table_.fields[slot], values[slot]);
     }
     out_ << '}';
+    return {};
   }
 
-  void End() override { out_ << "\n]\n"; }
+  void End() override {
+    if (!isEmpty_) {
+      out_ << frame_.end;
+    } else if (*frame_.begin != '\0') {
+      out_ << "[\n]\n";
+    }
+  }
 
  private:
   std::ostream& out_;
   const Table& table_;
   std::vector<std::string> names_;
-  bool isFirst_ = true;
+  const JsonFrame& frame_;
+  bool isEmpty_ = true;
 };
 
 }  // namespace
@@ -114,7 +127,12 @@ std::unique_ptr<RecordWriter> MakeCsvWriter(std::ostream& out, const Table& tabl
 
 std::unique_ptr<RecordWriter> MakeJsonWriter(std::ostream& out, const Table& table,
                                              std::vector<std::string> names) {
-  return std::make_unique<JsonWriter>(out, table, std::move(names));
+  return std::make_unique<JsonWriter>(out, table, std::move(names), kJsonArray);
+}
+
+std::unique_ptr<RecordWriter> MakeJsonLinesWriter(std::ostream& out, const Table& table,
+                                                  std::vector<std::string> names) {
+  return std::make_unique<JsonWriter>(out, table, std::move(names), kJsonLines);
 }
 
 std::string CsvText(const std::string& text, bool quoteEmpty) {

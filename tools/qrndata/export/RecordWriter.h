@@ -1,4 +1,4 @@
-// Records as lines of a text file: CSV or JSON.
+// Records as rows of a file: lines of CSV or JSON here.
 #pragma once
 
 #include <memory>
@@ -19,7 +19,8 @@ class RecordWriter {
   virtual ~RecordWriter() = default;
 
   virtual void Begin() {}
-  virtual void Write(const TextValues& values) = 0;
+  // Why the file has no room for the record, which is left out; empty: it was written.
+  virtual std::string Write(const TextValues& values) = 0;
   virtual void End() {}
 };
 
@@ -30,6 +31,9 @@ std::unique_ptr<RecordWriter> MakeCsvWriter(std::ostream& out, const Table& tabl
 // An array of objects, one a line; numbers and logicals without quotes.
 std::unique_ptr<RecordWriter> MakeJsonWriter(std::ostream& out, const Table& table,
                                              std::vector<std::string> names);
+// An object a line and nothing round them.
+std::unique_ptr<RecordWriter> MakeJsonLinesWriter(std::ostream& out, const Table& table,
+                                                  std::vector<std::string> names);
 
 // A cell as CSV has it.
 std::string CsvText(const std::string& text, bool quoteEmpty);
