@@ -33,6 +33,7 @@ btrieve/scans      4
 btrieve/pages      5
 btrieve/storage    6
 btrieve/legacy     7
+btrieve/server     7
 btrieve/files      7
 btrieve/session    8
 btrieve/operations 9

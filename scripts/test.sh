@@ -50,6 +50,7 @@ run_native() {
   case ${1##*/} in
     floors.sh) one includes-point-down plain "$1" ;;
     format.sh) one sources-are-formatted plain "$1" ;;
+    test_btrieve_server) one "${1##*/}" gtest scripts/server.sh "$1" ;;
     test_*) one "${1##*/}" gtest "$1" ;;
     fuzz_*) one "${1##*/}" plain "$1" --seconds "$FUZZ_SECONDS" ;;
   esac

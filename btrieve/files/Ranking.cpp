@@ -54,7 +54,7 @@ Entry WalkTo(DataFile& file, int slot, uint64_t ordinal, const Entry& near) {
 }  // namespace
 
 uint64_t TotalEntries(DataFile& file, int slot) {
-  if (const ForeignFile* foreign = file.Base().Foreign()) return foreign->Total(slot);
+  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->Total(slot);
   const uint64_t total = Ranks(file, slot).Total();
   const Overlay* changes = file.Uncommitted();
   if (!changes) return total;
@@ -71,11 +71,7 @@ uint64_t RankOf(DataFile& file, int slot, ByteView bound) {
 }
 
 Entry BoundOf(DataFile& file, int slot, uint64_t ordinal) {
-  if (ForeignFile* foreign = file.Base().Foreign()) {
-    Hit hit;
-    foreign->Read(slot, static_cast<uint32_t>(ordinal), hit);
-    return EntryOf(hit, slot);
-  }
+  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->EntryAt(slot, ordinal);
   RankIndex& ranks = Ranks(file, slot);
   Entry entry;
   const uint64_t total = ranks.Total();

@@ -9,6 +9,25 @@ namespace {
 
 constexpr uint64_t kOnlyVersion = 1;  // nobody writes the records
 
+// Each order is a row of records numbered from 0.
+class OldWalk final : public ForeignWalk {
+ public:
+  OldWalk(OldFile& file, int slot, bool forward, uint32_t next) noexcept
+      : file_(file), slot_(slot), forward_(forward), next_(next) {}
+
+  bool Step(Hit& hit) override {
+    if (forward_ ? next_ == file_.Total(slot_) : next_ == 0) return false;
+    file_.Read(slot_, forward_ ? next_++ : --next_, hit);
+    return true;
+  }
+
+ private:
+  OldFile& file_;
+  int slot_;
+  bool forward_;
+  uint32_t next_;  // rank; backward of the one met last
+};
+
 }  // namespace
 
 OldFile::OldFile(std::vector<uint8_t> file, std::vector<std::string>* faults)
@@ -36,8 +55,11 @@ const std::vector<uint32_t>& OldFile::RowOf(int slot) const noexcept {
   return slot == kPhysicalSlot ? slots_.Records() : rows_[slot].records;
 }
 
-uint32_t OldFile::Total(int slot) const noexcept {
-  return static_cast<uint32_t>(RowOf(slot).size());
+Head OldFile::Counts() {
+  Head counts;
+  counts.records = static_cast<uint32_t>(Total(kPhysicalSlot));
+  for (const auto& key : head_.keys) counts.distinct.push_back(key.values);
+  return counts;
 }
 
 // Duplicates are numbered by their place in the whole key, which puts them in the chain's order.
@@ -47,11 +69,11 @@ void OldFile::MakeEntry(int slot, uint32_t rank, Entry& entry) const noexcept {
   if (head_.keys[slot].duplicates) entry.AppendNumber(rank);
 }
 
-uint32_t OldFile::RankOf(int slot, ByteView bound) {
+uint64_t OldFile::RankOf(int slot, ByteView bound) {
   const std::vector<uint32_t>& row = RowOf(slot);
   if (slot == kPhysicalSlot) {
     const auto found = std::lower_bound(row.begin(), row.end(), BoundPosition(bound));
-    return static_cast<uint32_t>(found - row.begin());
+    return static_cast<uint64_t>(found - row.begin());
   }
   uint32_t low = 0;
   for (auto high = static_cast<uint32_t>(row.size()); low < high;) {
@@ -71,6 +93,17 @@ void OldFile::Read(int slot, uint32_t rank, Hit& hit) {
   entry_.SetSize(0);
   if (slot != kPhysicalSlot) MakeEntry(slot, rank, entry_);
   hit = {address, kOnlyVersion, RecordAt(address), {}, entry_.View()};
+}
+
+Entry OldFile::EntryAt(int slot, uint64_t rank) {
+  Hit hit;
+  Read(slot, static_cast<uint32_t>(rank), hit);
+  return slot == kPhysicalSlot ? PositionEntry(hit.position) : Entry(hit.entry);
+}
+
+std::unique_ptr<ForeignWalk> OldFile::Walk(int slot, bool forward, ByteView bound) {
+  const auto next = static_cast<uint32_t>(RankOf(slot, bound));
+  return std::make_unique<OldWalk>(*this, slot, forward, next);
 }
 
 bool OldFile::Fetch(uint32_t position, Hit& hit) {

@@ -23,13 +23,18 @@ class OldFile final : public ForeignFile {
   explicit OldFile(std::vector<uint8_t> file, std::vector<std::string>* faults = nullptr);
 
   const FileSpec& Spec() const noexcept override { return head_.spec; }
-  bool IsOwned() const noexcept override { return head_.isOwned; }
-  uint32_t DistinctValues(int slot) const noexcept override { return head_.keys[slot].values; }
-  uint32_t Total(int slot) const noexcept override;
-  uint32_t RankOf(int slot, ByteView bound) override;
-  void Read(int slot, uint32_t rank, Hit& hit) override;
+  // The name stands there in a form that no name can be compared with.
+  OwnerRecord Owner() noexcept override { return {head_.isOwned, 0, {}, false}; }
+  bool IsOwned() const noexcept { return head_.isOwned; }
+  Head Counts() override;
+  uint64_t Total(int slot) const noexcept override { return RowOf(slot).size(); }
+  uint64_t RankOf(int slot, ByteView bound) override;
+  Entry EntryAt(int slot, uint64_t rank) override;
   bool Fetch(uint32_t position, Hit& hit) override;
+  std::unique_ptr<ForeignWalk> Walk(int slot, bool forward, ByteView bound) override;
 
+  // The record at `rank`, which is below the total, with its entry.
+  void Read(int slot, uint32_t rank, Hit& hit);
   // Records as page 0 counts them, which only faults make another number than the total.
   uint32_t AnnouncedRecords() const noexcept { return head_.records; }
   // Only faults make it anything else.

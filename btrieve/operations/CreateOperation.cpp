@@ -1,6 +1,7 @@
 // Create: a new file is made aside and put in place whole, so that a crash leaves the old one or
 // the new one.
 #include "btrieve/operations/Call.h"
+#include "btrieve/server/ServerFile.h"
 
 namespace btrieve {
 namespace {
@@ -33,12 +34,13 @@ class Aside {
   std::string path_;
 };
 
-// Keeps everybody out of the file that is to be replaced. 25 while anybody has it open; -1 when the
+// Keeps everybody out of the file that is to be replaced. 94 where it may not be, as a link, whose
+// records a new file would hide; 25 while anybody has it open; -1 when the
 // path leads to another file by now, or to none.
 Status LockOut(Session& session, const std::string& path, LockSpace& space, HeldByte& gate) {
   const Status opened = space.Open(path);
   if (opened != kOk) return opened == kFileNotFound ? kLookAgain : opened;
-  if (space.IsReadOnly()) return kPermissionError;
+  if (space.IsReadOnly() || server::IsLink(space)) return kPermissionError;
   const Status status = session.Retry(true, [&]() -> Status {
     gate = HeldByte::Exclusive(space, lockbyte::kGate);
     return gate ? kOk : kFileInUse;

@@ -79,6 +79,7 @@ Status CloseFile(Call& call) {
 Status Stat(Call& call) {
   DataFile& file = call.File();
   if (const Status status = call.session.PrepareRead(file, true)) return status;
+  file.Base().RenewCounts();
   StatCounts counts;
   counts.records = file.RecordCount();
   for (int slot = 0; slot < file.KeyCount(); ++slot) {

@@ -158,6 +158,7 @@ Status Check(Call& call, uint16_t needs) noexcept {
   if (needs & kCursor) {
     call.cursor = call.session.Cursors().Find(call.block);
     if (!call.cursor) return kNotOpen;
+    if (call.cursor->isLost && call.operation != BtrOpClose) return kNotActive;
   }
   if ((needs & kNoActive) && call.session.InTransaction()) return kNotAllowed;
   if ((needs & kRecords) && call.File().Spec().IsKeyOnly()) return kNotAllowed;

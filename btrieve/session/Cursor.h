@@ -24,6 +24,7 @@ struct Cursor {
   std::shared_ptr<DataFile> file;
   bool readOnly = false;
   bool exclusive = false;
+  bool isLost = false;  // the server that held the file had gone: nothing of the cursor holds
 
   Place place = Place::BeforeFirst;
   bool writable = false;  // the record was read by what Update and Delete accept

@@ -116,6 +116,7 @@ class Session {
   Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                   bool& alone);
   Status Reopen(DataFile& file, bool exclusive);
+  Status ReachAnew(DataFile& file);
   void Register(const std::shared_ptr<DataFile>& file);
   // Carries on what the file, as a transaction's coordinator, still has to tell other files.
   void FinishRedo(DataFile& file);

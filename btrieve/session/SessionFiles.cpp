@@ -4,6 +4,7 @@
 
 #include "btrieve/legacy/OldFile.h"
 #include "btrieve/pages/LogExam.h"
+#include "btrieve/server/ServerFile.h"
 #include "btrieve/session/Session.h"
 
 namespace btrieve {
@@ -99,15 +100,32 @@ Status OpenLocks(LockSpace& space, const std::string& path) {
   return IsOldFile(space) ? kOk : status;
 }
 
-// What an older record manager wrote is only read, whatever the file's own rights.
-Status OpenOld(DataFile& file, bool exclusive) {
-  LockSpace& space = file.Locks().Space();
+// The whole file, at most so large, that is only read, whatever its own rights.
+Status ReadWhole(LockSpace& space, bool exclusive, uint64_t largest, std::vector<uint8_t>& bytes) {
   if (exclusive) return kPermissionError;
   if (!space.TryShared(lockbyte::kOpen)) return kIncompatibleMode;
-  if (space.Size() > legacy::kLargestOldFile) return kNotABtrieveFile;
-  std::vector<uint8_t> bytes(space.Size());
-  if (space.ReadAt(0, bytes) != bytes.size()) return kIoError;
+  if (space.Size() > largest) return kNotABtrieveFile;
+  bytes.resize(space.Size());
+  return space.ReadAt(0, bytes) == bytes.size() ? kOk : kIoError;
+}
+
+Status OpenOld(DataFile& file, bool exclusive) {
+  std::vector<uint8_t> bytes;
+  LockSpace& space = file.Locks().Space();
+  const Status status = ReadWhole(space, exclusive, legacy::kLargestOldFile, bytes);
+  if (status != kOk) return status;
   file.Base().OpenForeign(std::make_unique<legacy::OldFile>(std::move(bytes)));
+  return kOk;
+}
+
+// Others may open the file while its server is asked, which may take seconds.
+Status OpenLink(DataFile& file, bool exclusive, HeldByte& gate) {
+  std::vector<uint8_t> bytes;
+  LockSpace& space = file.Locks().Space();
+  const Status status = ReadWhole(space, exclusive, server::kLargestLink, bytes);
+  if (status != kOk) return status;
+  gate.Release();
+  file.Base().OpenForeign(server::OpenLinked(bytes));
   return kOk;
 }
 
@@ -144,8 +162,10 @@ Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_pt
   std::shared_ptr<DataFile> found;
   HeldByte gate;
   if (const Status status = PassGate(path, found, gate)) return status;
-  const Status status = IsOldFile(found->Locks().Space()) ? OpenOld(*found, exclusive)
-                                                          : OpenOwn(*found, exclusive, gate, alone);
+  const LockSpace& space = found->Locks().Space();
+  const Status status = IsOldFile(space)        ? OpenOld(*found, exclusive)
+                        : server::IsLink(space) ? OpenLink(*found, exclusive, gate)
+                                                : OpenOwn(*found, exclusive, gate, alone);
   if (status != kOk) return status;
   found->openExclusively = exclusive;
   gate.Release();
@@ -161,7 +181,20 @@ Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_pt
   return status;
 }
 
+// Who had it open stood on what may be another server's state by now, and is told so.
+Status Session::ReachAnew(DataFile& file) {
+  cursors_.ForEachOn(file, [](Cursor& cursor) {
+    cursor.walk.End();
+    cursor.isLost = true;
+  });
+  HeldByte gate;
+  return OpenLink(file, false, gate);
+}
+
 Status Session::Reopen(DataFile& file, bool exclusive) {
+  if (file.Base().IsLost()) {
+    if (const Status status = ReachAnew(file)) return status;
+  }
   if (file.openExclusively && file.openCursors > 0) return kIncompatibleMode;
   if (!exclusive) return kOk;
   if (file.openCursors > 0) return kIncompatibleMode;

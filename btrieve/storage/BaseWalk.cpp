@@ -23,7 +23,7 @@ void BaseWalk::Enter(Storage& storage, int slot) {
 
 void BaseWalk::StartForeign(ForeignFile& file, int slot, bool forward, ByteView bound) {
   End();
-  foreign_.Start(file, slot, forward, bound);
+  foreign_ = file.Walk(slot, forward, bound);
   slot_ = slot;
   forward_ = forward;
 }
@@ -115,7 +115,7 @@ bool BaseWalk::StepByPlace(Hit& hit) {
 }
 
 bool BaseWalk::Step(Hit& hit) {
-  if (!storage_) return foreign_.Step(hit);
+  if (!storage_) return foreign_ && foreign_->Step(hit);
   return slot_ == kPhysicalSlot ? StepByPlace(hit) : StepAlong(hit);
 }
 
@@ -126,7 +126,7 @@ void BaseWalk::ReadAgain(Hit& hit) {
 }
 
 void BaseWalk::End() noexcept {
-  foreign_.End();
+  foreign_.reset();
   if (!storage_) return;
   tree_.Close();
   storage_->RemoveWalk(*this);

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "btrieve/storage/ForeignWalk.h"
+#include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Storage.h"
 
 namespace btrieve {
@@ -18,7 +18,7 @@ class BaseWalk {
   BaseWalk& operator=(const BaseWalk&) = delete;
 
   bool IsLive(int slot, bool forward) const noexcept {
-    return (storage_ || foreign_.IsOpen()) && slot_ == slot && forward_ == forward;
+    return (storage_ || foreign_) && slot_ == slot && forward_ == forward;
   }
   // Forward: entries at or above the bound. Backward: those below it, from the last one down.
   // In physical order bounds are made by PositionEntry. Throws Failure, as Step does.
@@ -52,7 +52,7 @@ class BaseWalk {
   bool StepByPlace(Hit& hit);
 
   Storage* storage_ = nullptr;
-  ForeignWalk foreign_;  // in place of everything below, in a foreign file
+  std::unique_ptr<ForeignWalk> foreign_;  // in place of everything below, in a foreign file
   TreeCursor tree_;
   Onward onward_;
   RecordRows rows_;

@@ -1,17 +1,45 @@
-// A data file that another record manager has made. Its records and keys stand elsewhere than in
-// SQLite's trees, and nobody writes them: each order is a row of records numbered from 0.
+// A data file whose records and keys stand elsewhere than in SQLite's trees: in a file that another
+// record manager has made, or on a server. Storage answers from it in place of its own tables, so
+// that operations, currency, statuses, extended requests and percentages are written once, for all.
 //
-// What is damaged throws Failure (2). Views in a hit stay valid until the next read of the file.
+// What it keeps is what Storage keeps. Records by position, 1..kHighestPosition: bytes, a version
+// that each write raises, and the order numbers of entries that an Update has moved. For each key,
+// by its slot (its place in FileSpec::keys), one entry for every record that the key does not leave
+// out: the ordered value, in a key with duplicates the order number behind it; entries are ordered
+// as bytes, none is there twice. In kPhysicalSlot entries are positions (PositionEntry).
+//
+// Reads see what has been committed. One order read on is read from newer and newer states, each at
+// least as new as the last Refresh found; a step always goes to the neighbour, in the state read,
+// of what the step before gave.
+//
+// Everything throws Failure: 2 for what nobody could have written, 20 once the file cannot be
+// reached. Views in a hit stay valid until the next read of the file, and not beyond the walk that
+// gave them.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "btrieve/keys/Entry.h"
 #include "btrieve/keys/KeySpec.h"
+#include "btrieve/storage/Head.h"
+#include "btrieve/storage/OwnerName.h"
 
 namespace btrieve {
 
 struct Hit;
+
+// Goes through one order.
+class ForeignWalk {
+ public:
+  ForeignWalk() = default;
+  virtual ~ForeignWalk() = default;
+  ForeignWalk(const ForeignWalk&) = delete;
+  ForeignWalk& operator=(const ForeignWalk&) = delete;
+
+  // False at the end, and ever after.
+  virtual bool Step(Hit& hit) = 0;
+};
 
 class ForeignFile {
  public:
@@ -20,19 +48,30 @@ class ForeignFile {
   ForeignFile(const ForeignFile&) = delete;
   ForeignFile& operator=(const ForeignFile&) = delete;
 
+  // As it is when the file is opened; it stays.
   virtual const FileSpec& Spec() const noexcept = 0;
-  // It has an owner name in a form that no name can be compared with.
-  virtual bool IsOwned() const noexcept = 0;
-  virtual uint32_t DistinctValues(int slot) const noexcept = 0;
+  virtual OwnerRecord Owner() = 0;
+  // What order numbers are stored under.
+  virtual uint16_t KeyId(size_t slot) const noexcept { return static_cast<uint16_t>(slot + 1); }
 
-  // `slot` names a key by its place in FileSpec::keys, or the physical order.
-  virtual uint32_t Total(int slot) const noexcept = 0;
-  // How many stand below the bound.
-  virtual uint32_t RankOf(int slot, ByteView bound) = 0;
-  // The record at `rank`, which is below the total, with its entry.
-  virtual void Read(int slot, uint32_t rank, Hit& hit) = 0;
+  // Before each call's reads: takes notice of what others have committed, without asking for it.
+  virtual void Refresh() {}
+  // Nothing is known to have been committed since.
+  virtual bool IsCurrent() noexcept { return true; }
+  // It cannot be reached any more; whoever opens it anew reaches it again, or is told why not.
+  virtual bool IsLost() const noexcept { return false; }
+
+  virtual Head Counts() = 0;
+  virtual uint64_t Total(int slot) const = 0;
+  // How many entries stand below the bound.
+  virtual uint64_t RankOf(int slot, ByteView bound) = 0;
+  // The entry at `rank`, which is below the total.
+  virtual Entry EntryAt(int slot, uint64_t rank) = 0;
   // The record at a position, with the numbers of its entries; false when there is none.
   virtual bool Fetch(uint32_t position, Hit& hit) = 0;
+  // Forward: what stands at or above the bound. Backward: below it, from the last one down. The
+  // file outlives its walks.
+  virtual std::unique_ptr<ForeignWalk> Walk(int slot, bool forward, ByteView bound) = 0;
 };
 
 }  // namespace btrieve

@@ -14,6 +14,14 @@ inline constexpr uint8_t kReadOnlyWithoutName = 1;  // owner mode; 0 asks for th
 
 inline constexpr uint8_t kHighestOwnerMode = 3;
 
+// The owner name of a file, as it is stored.
+struct OwnerRecord {
+  bool set = false;
+  uint8_t mode = 0;     // 0 needed for any access, 1 read-only without it
+  std::string name;     // padded with blanks
+  bool isKnown = true;  // else the name stands in the file in a form that no name is compared with
+};
+
 inline std::string TextUpToNul(ByteView bytes) {
   const auto end = std::find(bytes.begin(), bytes.end(), 0);
   return {bytes.begin(), end};

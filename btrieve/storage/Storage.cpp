@@ -82,12 +82,10 @@ void Storage::Open(const std::string& path, Access access) {
 
 void Storage::OpenForeign(std::unique_ptr<ForeignFile> file) {
   spec_ = file->Spec();
-  head_ = {};
-  head_.records = file->Total(kPhysicalSlot);
+  head_ = file->Counts();
   indexes_.clear();
   for (size_t slot = 0; slot < spec_.keys.size(); ++slot) {
-    indexes_.emplace_back(spec_, spec_.keys[slot], static_cast<uint16_t>(slot + 1));
-    head_.distinct.push_back(file->DistinctValues(static_cast<int>(slot)));
+    indexes_.emplace_back(spec_, spec_.keys[slot], file->KeyId(slot));
   }
   NumberSlots();
   access_ = Access::Unchanging;
@@ -216,8 +214,9 @@ bool Storage::CarryLogOver() noexcept {
 
 void Storage::EnterRead() {
   if (writing_) return;
+  if (foreign_) return foreign_->Refresh();
   if (IsMarked()) TryRuleOutLostCommit();
-  if ((snapshot_ && NothingCommittedSince()) || foreign_) return;
+  if (snapshot_ && NothingCommittedSince()) return;
   LeaveRead();
   RememberLogHead();
   RunOnce(begin_);

@@ -2,6 +2,9 @@
 // and the statements on them. It knows what has been committed (and this process's open write
 // transaction), nothing of locks, cursors or uncommitted changes kept elsewhere.
 //
+// A file that is kept elsewhere stands behind the same functions (ForeignFile): everything that
+// reads works on both and asks Foreign() nowhere but where counting differs.
+//
 // Everything here throws Failure when the storage fails.
 #pragma once
 
@@ -22,6 +25,7 @@
 #include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Head.h"
 #include "btrieve/storage/OrderNumbers.h"
+#include "btrieve/storage/OwnerName.h"
 #include "btrieve/storage/RankIndex.h"
 #include "btrieve/storage/RecordRows.h"
 #include "btrieve/storage/Tree.h"
@@ -32,14 +36,6 @@ class BaseWalk;
 
 // The slot of the physical order, where a slot names a key by its place in FileSpec::keys.
 inline constexpr int kPhysicalSlot = -1;
-
-// The owner name of a file, as it is stored.
-struct OwnerRecord {
-  bool set = false;
-  uint8_t mode = 0;     // 0 needed for any access, 1 read-only without it
-  std::string name;     // padded with blanks
-  bool isKnown = true;  // else the name stands in the file in a form that no name is compared with
-};
 
 // One key of an open file.
 struct Index {
@@ -82,10 +78,12 @@ class Storage {
   // it stands, without a log, when nobody can change it.
   enum class Access : uint8_t { Write, Read, Unchanging };
   void Open(const std::string& path, Access access = Access::Write);
-  // What another record manager has made, instead; it is only read.
+  // What is kept elsewhere, instead; it is only read.
   void OpenForeign(std::unique_ptr<ForeignFile> file);
   void Close() noexcept;
   bool IsReadOnly() const noexcept { return access_ != Access::Write; }
+  // It is kept elsewhere and cannot be reached any more.
+  bool IsLost() const noexcept { return foreign_ && foreign_->IsLost(); }
   // Null for a file of our own.
   ForeignFile* Foreign() const noexcept { return foreign_.get(); }
 
@@ -97,6 +95,10 @@ class Storage {
   std::vector<Index>& Indexes() noexcept { return indexes_; }
   const std::vector<Index>& Indexes() const noexcept { return indexes_; }
   Head& Counts() noexcept { return head_; }
+  // For who is about to tell them: those of a file that is kept elsewhere are only asked for here.
+  void RenewCounts() {
+    if (foreign_) head_ = foreign_->Counts();
+  }
   const Connection& Link() const noexcept { return connection_; }
   uint32_t RecordRoot() const noexcept { return recordRoot_; }
   // The records' tree, standing wherever the last one looked there. Closed when walks end.
@@ -138,7 +140,8 @@ class Storage {
   // Nothing has been committed since the state being read, nor is a commit under way: one whose
   // process has died in the midst of publishing it may yet come to be seen.
   bool IsCurrent() const noexcept {
-    return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince()) || foreign_;
+    if (foreign_) return foreign_->IsCurrent();
+    return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince());
   }
 
   // One write transaction at a time; reads are part of it. It begins from the newest state, behind

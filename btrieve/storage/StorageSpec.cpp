@@ -230,7 +230,7 @@ void Storage::RemoveIndex(const FileSpec& changed, uint8_t number) {
 }
 
 OwnerRecord Storage::ReadOwner() {
-  if (foreign_) return {foreign_->IsOwned(), 0, {}, false};
+  if (foreign_) return foreign_->Owner();
   Statement read = connection_.Prepare("SELECT owner FROM spec WHERE id=1");
   if (!read.Step()) ThrowDamaged();
   const ByteView bytes = read.Bytes(0);

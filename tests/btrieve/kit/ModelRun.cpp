@@ -27,6 +27,8 @@ class ModelRun {
   // Makes the file first.
   std::string Run(int steps);
   std::string RunOn(int steps, bool writes);
+  void Close();
+  const std::string& Path() const { return path_; }
 
  private:
   struct Action {
@@ -126,13 +128,17 @@ void ModelRun::Open() {
 void ModelRun::Reopen() {
   if (inTransaction_) Transaction(0);
   Compare(0);
+  Close();
+  log_.push_back("reopened");
+  Open();
+  Compare(0);
+}
+
+void ModelRun::Close() {
   for (int block : {0, 1, 2, kReader}) {
     const CallOut out = Call(kClose, block, {});
     if (out.status != 0) Fail("Close: " + std::to_string(out.status));
   }
-  log_.push_back("reopened");
-  Open();
-  Compare(0);
 }
 
 void ModelRun::Step(bool writes) {
@@ -433,6 +439,16 @@ void ModelRun::Compare(int) {
 }  // namespace
 
 std::string RunModel(Choices& choices, int steps) { return ModelRun(choices).Run(steps); }
+
+std::string RunModelThenRead(Choices& choices, int writes, int reads,
+                             const std::function<void(const std::string& path)>& between) {
+  ModelRun run(choices);
+  const std::string fault = run.Run(writes);
+  if (!fault.empty()) return fault;
+  run.Close();
+  between(run.Path());
+  return run.RunOn(reads, false);
+}
 
 std::string RunReadModel(Choices& choices, int steps, const MakeUp& makeUp, const ModelFile& file,
                          const std::string& path) {

@@ -1,0 +1,75 @@
+// The functions of PostgreSQL's client library that are used, loaded with the first link file that
+// is opened: who has only local files needs no such library.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace btrieve::server {
+
+// The library's own, seen from outside.
+struct PgConnection;
+struct PgResult;
+// As the library lays it out.
+struct PgNotification {
+  char* channel;
+  int backend;
+  char* payload;
+  PgNotification* next;
+};
+
+using PgOid = unsigned int;
+using PgNoticeProcessor = void (*)(void*, const char*);
+
+// Answers of the library.
+inline constexpr int kConnectionOk = 0;
+inline constexpr int kPollFailed = 0;
+inline constexpr int kPollReading = 1;
+inline constexpr int kPollWriting = 2;
+inline constexpr int kPollOk = 3;
+inline constexpr int kCommandOk = 1;
+inline constexpr int kTuplesOk = 2;
+inline constexpr int kFatalError = 7;
+inline constexpr int kFieldSqlState = 'C';
+inline constexpr int kBinaryFormat = 1;
+
+// clang-format off
+#define QRN_CLIENT_FUNCTIONS(X)                                                                    \
+  X(PQconnectStartParams, PgConnection*, (const char* const*, const char* const*, int))            \
+  X(PQconnectPoll,        int,   (PgConnection*))                                                  \
+  X(PQfinish,             void,  (PgConnection*))                                                  \
+  X(PQstatus,             int,   (const PgConnection*))                                            \
+  X(PQsocket,             int,   (const PgConnection*))                                            \
+  X(PQerrorMessage,       char*, (const PgConnection*))                                            \
+  X(PQsetnonblocking,     int,   (PgConnection*, int))                                             \
+  X(PQsetNoticeProcessor, PgNoticeProcessor, (PgConnection*, PgNoticeProcessor, void*))            \
+  X(PQsendQuery,          int,   (PgConnection*, const char*))                                     \
+  X(PQsendPrepare,        int,   (PgConnection*, const char*, const char*, int, const PgOid*))     \
+  X(PQsendQueryPrepared,  int,   (PgConnection*, const char*, int, const char* const*, const int*, \
+                                  const int*, int))                                                \
+  X(PQflush,              int,   (PgConnection*))                                                  \
+  X(PQconsumeInput,       int,   (PgConnection*))                                                  \
+  X(PQisBusy,             int,   (PgConnection*))                                                  \
+  X(PQgetResult,          PgResult*, (PgConnection*))                                              \
+  X(PQclear,              void,  (PgResult*))                                                      \
+  X(PQresultStatus,       int,   (const PgResult*))                                                \
+  X(PQresultErrorField,   char*, (const PgResult*, int))                                           \
+  X(PQntuples,            int,   (const PgResult*))                                                \
+  X(PQnfields,            int,   (const PgResult*))                                                \
+  X(PQgetvalue,           char*, (const PgResult*, int, int))                                      \
+  X(PQgetlength,          int,   (const PgResult*, int, int))                                      \
+  X(PQgetisnull,          int,   (const PgResult*, int, int))                                      \
+  X(PQnotifies,           PgNotification*, (PgConnection*))                                        \
+  X(PQfreemem,            void,  (void*))
+// clang-format on
+
+struct Client {
+#define QRN_CLIENT_MEMBER(name, result, parameters) result(*name) parameters = nullptr;
+  QRN_CLIENT_FUNCTIONS(QRN_CLIENT_MEMBER)
+#undef QRN_CLIENT_MEMBER
+};
+
+// Null where the library is missing, or lacks a function. Looks once; the caller holds the session.
+const Client* FindClient() noexcept;
+
+}  // namespace btrieve::server

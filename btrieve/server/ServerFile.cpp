@@ -1,0 +1,149 @@
+#include "btrieve/server/ServerFile.h"
+
+#include <algorithm>
+#include <array>
+
+#include "btrieve/server/ServerWalk.h"
+#include "btrieve/storage/RowRules.h"
+
+namespace btrieve::server {
+namespace {
+
+enum Column { kPosition, kVersion, kNumbers, kData, kEntry };
+
+OrderTexts MakeTexts(const std::string& table, const std::string& by, bool isKey) {
+  const std::string from = " FROM " + table + " WHERE " + by;
+  const std::string row = "SELECT pos, ver, num, data" + (isKey ? ", " + by : std::string()) + from;
+  const std::string order = " ORDER BY " + by;
+  return {
+      row + " >= $1" + order + " LIMIT $2",
+      row + " < $1" + order + " DESC LIMIT $2",
+      "SELECT count(*)" + from + " IS NOT NULL",
+      "SELECT count(*)" + from + " < $1",
+      "SELECT " + by + from + " IS NOT NULL" + order + " OFFSET $1 LIMIT 1",
+  };
+}
+
+int64_t OnlyNumber(const Rows& rows) {
+  const int64_t number = rows.Number(0, 0);
+  if (number < 0) ThrowDamaged();
+  return number;
+}
+
+}  // namespace
+
+ServerFile::ServerFile(const LinkFile& link)
+    : place_(link),
+      link_(ServerLink::To(link.server)),
+      spec_(ReadServerSpec(*link_, link.schema, link.table)),
+      channel_(ChannelOf(spec_.id)) {
+  const std::string table = TableName(link.schema, link.table);
+  texts_.push_back(MakeTexts(table, "pos", false));
+  for (size_t slot = 0; slot < spec_.file.keys.size(); ++slot) {
+    texts_.push_back(MakeTexts(table, KeyColumn(spec_.keyIds[slot]), true));
+    const KeySpec& key = spec_.file.keys[slot];
+    entrySizes_.push_back(Index(spec_.file, key, spec_.keyIds[slot]).EntrySize());
+  }
+  totals_.resize(texts_.size());
+  fetch_ = "SELECT pos, ver, num, data FROM " + table + " WHERE pos = $1";
+  link_->Listen(channel_);
+  changes_ = link_->NoticesOf(channel_);
+}
+
+// It may have been set since.
+OwnerRecord ServerFile::Owner() {
+  return ReadServerSpec(*link_, place_.schema, place_.table).owner;
+}
+
+void ServerFile::Refresh() {
+  const uint64_t changes = link_->NoticesOf(channel_);
+  if (changes == changes_) return;
+  changes_ = changes;
+  std::ranges::fill(totals_, std::nullopt);
+}
+
+bool ServerFile::IsCurrent() noexcept {
+  try {
+    return link_->NoticesOf(channel_) == changes_;
+  } catch (...) {  // the next read tells why
+    return false;
+  }
+}
+
+Head ServerFile::Counts() {
+  return ReadServerHead(*link_, place_.schema, spec_.id, spec_.file.keys.size());
+}
+
+uint64_t ServerFile::Total(int slot) const {
+  auto& total = totals_[static_cast<size_t>(slot + 1)];
+  if (!total) total = static_cast<uint64_t>(OnlyNumber(link_->Ask(TextsOf(slot).total)));
+  return *total;
+}
+
+// Positions and entries are bounded by values of their own kind.
+Rows ServerFile::Ask(int slot, const std::string& text, ByteView bound) const {
+  Arguments arguments;
+  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
+  return link_->Ask(text, arguments);
+}
+
+uint64_t ServerFile::RankOf(int slot, ByteView bound) {
+  return static_cast<uint64_t>(OnlyNumber(Ask(slot, TextsOf(slot).rank, bound)));
+}
+
+Entry ServerFile::EntryAt(int slot, uint64_t rank) {
+  const Rows rows = link_->Ask(TextsOf(slot).entry, Arguments().Add(static_cast<int64_t>(rank)));
+  if (slot == kPhysicalSlot) return PositionEntry(CheckedPosition(rows.Number(0, 0)));
+  const ByteView entry = rows.Bytes(0, 0);
+  CheckEntry(entry, EntrySizeOf(slot));
+  return Entry(entry);
+}
+
+bool ServerFile::Fetch(uint32_t position, Hit& hit) {
+  fetched_ = link_->Ask(fetch_, Arguments().Add(int64_t{position}));
+  if (fetched_.Count() == 0) return false;
+  TakeRow(fetched_, 0, kPhysicalSlot, hit);
+  if (hit.position != position) ThrowDamaged();
+  return true;
+}
+
+Rows ServerFile::ReadBatch(int slot, bool forward, ByteView bound, int64_t rows) {
+  const OrderTexts& texts = TextsOf(slot);
+  Arguments arguments;
+  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
+  return link_->Ask(forward ? texts.forward : texts.backward, arguments.Add(rows));
+}
+
+size_t ServerFile::EntrySizeOf(int slot) const noexcept {
+  return entrySizes_[static_cast<size_t>(slot)];
+}
+
+void ServerFile::TakeRow(const Rows& rows, int row, int slot, Hit& hit) const {
+  hit.position = CheckedPosition(rows.Number(row, kPosition));
+  hit.version = static_cast<uint64_t>(rows.Number(row, kVersion));
+  hit.numbers = rows.Bytes(row, kNumbers);
+  hit.data = rows.Bytes(row, kData);
+  CheckRecord(spec_.file, hit.data, hit.numbers);
+  hit.entry = {};
+  if (slot == kPhysicalSlot) return;
+  hit.entry = rows.Bytes(row, kEntry);
+  CheckEntry(hit.entry, EntrySizeOf(slot));
+}
+
+std::unique_ptr<ForeignWalk> ServerFile::Walk(int slot, bool forward, ByteView bound) {
+  return std::make_unique<ServerWalk>(*this, slot, forward, bound);
+}
+
+bool IsLink(const LockSpace& space) {
+  std::array<uint8_t, kLinkStart> start{};
+  return space.ReadAt(0, start) == start.size() && IsLinkFile(start);
+}
+
+std::unique_ptr<ForeignFile> OpenLinked(ByteView link) {
+  LinkFault fault;
+  const std::optional<LinkFile> read = ReadLinkFile(link, fault);
+  if (!read) throw Failure{kNotABtrieveFile};
+  return std::make_unique<ServerFile>(*read);
+}
+
+}  // namespace btrieve::server

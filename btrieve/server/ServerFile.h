@@ -1,0 +1,84 @@
+// A data file that stands on a server, as storage reads it.
+//
+// Walks read ahead: the first step asks for one record, the following ones for a batch of at most
+// kMostInBatch records or about kBatchBytes. A batch is dropped once the server has told that the
+// file was written, and when it is older than kOldestAnswer: then the walk goes on from where it
+// stood. So an answer is never older than that, and seldom older than the way from the server.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "btrieve/locks/LockSpace.h"
+#include "btrieve/server/ServerLayout.h"
+#include "btrieve/storage/ForeignFile.h"
+#include "btrieve/storage/Storage.h"
+
+namespace btrieve::server {
+
+inline constexpr int64_t kMostInBatch = 50;
+inline constexpr size_t kBatchBytes = 65536;
+inline constexpr std::chrono::milliseconds kOldestAnswer{2000};
+
+// The statements that read one order of a file.
+struct OrderTexts {
+  std::string forward;   // from $1 on, at most $2 rows
+  std::string backward;  // below $1
+  std::string total;
+  std::string rank;   // of $1
+  std::string entry;  // number $1
+};
+
+class ServerFile final : public ForeignFile {
+ public:
+  // Throws as ServerLink does; 12 and 30 of ReadServerSpec.
+  explicit ServerFile(const LinkFile& link);
+
+  const FileSpec& Spec() const noexcept override { return spec_.file; }
+  OwnerRecord Owner() override;
+  uint16_t KeyId(size_t slot) const noexcept override { return spec_.keyIds[slot]; }
+  void Refresh() override;
+  bool IsCurrent() noexcept override;
+  bool IsLost() const noexcept override { return !link_->IsAlive(); }
+  Head Counts() override;
+  uint64_t Total(int slot) const override;
+  uint64_t RankOf(int slot, ByteView bound) override;
+  Entry EntryAt(int slot, uint64_t rank) override;
+  bool Fetch(uint32_t position, Hit& hit) override;
+  std::unique_ptr<ForeignWalk> Walk(int slot, bool forward, ByteView bound) override;
+
+  // For walks: a batch of an order from the bound on.
+  Rows ReadBatch(int slot, bool forward, ByteView bound, int64_t rows);
+  // A record of a batch; the views are the batch's. Throws for rows that nobody could have written.
+  void TakeRow(const Rows& rows, int row, int slot, Hit& hit) const;
+  // Raised whenever the server tells of a commit to the file.
+  uint64_t Changes() const noexcept { return changes_; }
+
+ private:
+  const OrderTexts& TextsOf(int slot) const noexcept {
+    return texts_[static_cast<size_t>(slot + 1)];
+  }
+  Rows Ask(int slot, const std::string& text, ByteView bound) const;
+  size_t EntrySizeOf(int slot) const noexcept;
+
+  LinkFile place_;
+  std::shared_ptr<ServerLink> link_;
+  ServerSpec spec_;
+  std::vector<size_t> entrySizes_;  // by slot
+  std::string channel_;
+  std::vector<OrderTexts> texts_;  // the physical order's, then by slot
+  std::string fetch_;
+  Rows fetched_;
+  uint64_t changes_ = 0;
+  mutable std::vector<std::optional<uint64_t>> totals_;  // as texts_; known until the next change
+};
+
+// Whether the file is a link file.
+bool IsLink(const LockSpace& space);
+// What a link file leads to. 30 for a text that is no right link file.
+std::unique_ptr<ForeignFile> OpenLinked(ByteView link);
+
+}  // namespace btrieve::server

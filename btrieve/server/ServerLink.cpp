@@ -1,0 +1,265 @@
+#include "btrieve/server/ServerLink.h"
+
+#include <array>
+#include <map>
+
+#include "btrieve/server/ServerStatus.h"
+#include "btrieve/system/ClientLibrary.h"
+
+namespace btrieve::server {
+namespace {
+
+// Where the system finds out by itself that the other side has gone, with the limits above in mind.
+constexpr std::pair<const char*, const char*> kOwnWords[] = {
+    {"connect_timeout", "5"},       // seconds, for each address that a host's name has
+    {"tcp_user_timeout", "10000"},  // milliseconds
+    {"keepalives_idle", "5"},       // seconds
+    {"keepalives_interval", "2"},   // seconds
+    {"keepalives_count", "3"},      //
+    {"gssencmode", "disable"},      // TLS alone is asked for and told of
+    {"client_encoding", "SQL_ASCII"}, {"application_name", "w64btrv"},
+};
+
+// Orders are read along indexes from the first row on, however small the server takes a table to
+// be; the same plan serves every call. What has been acknowledged is on its disk.
+constexpr char kSettings[] =
+    "SET enable_seqscan = off; SET enable_sort = off; SET enable_bitmapscan = off; SET jit = off; "
+    "SET plan_cache_mode = force_generic_plan; SET client_min_messages = error; "
+    "SET search_path = ''; SET synchronous_commit = on; SET statement_timeout = 9000; "
+    "SET lock_timeout = 3000; SET idle_in_transaction_session_timeout = 0";
+
+// While sending, what the server sends is taken in now and then.
+constexpr std::chrono::milliseconds kReadBetween{20};
+
+void Ignore(void*, const char*) {}
+
+// The words of a connection, in the form the library takes, ended by a null.
+class ConnectionWords {
+ public:
+  explicit ConnectionWords(const ServerAddress& address) {
+    for (const auto& [word, value] : address.words) Add(word.c_str(), value.c_str());
+    for (const auto& [word, value] : kOwnWords) Add(word, value);
+    const bool hasMode = std::ranges::any_of(
+        address.words, [](const auto& each) { return each.first == "sslmode"; });
+    if (address.tlsRequired && !hasMode) Add("sslmode", "require");
+    words_.push_back(nullptr);
+    values_.push_back(nullptr);
+  }
+  const char* const* Words() const noexcept { return words_.data(); }
+  const char* const* Values() const noexcept { return values_.data(); }
+
+ private:
+  void Add(const char* word, const char* value) {
+    words_.push_back(word);
+    values_.push_back(value);
+  }
+  std::vector<const char*> words_;
+  std::vector<const char*> values_;
+};
+
+// The connections there are, by address. Never destroyed: a process may end while others of its
+// threads are inside.
+std::map<std::string, std::weak_ptr<ServerLink>>& Links() {
+  static auto* links = new std::map<std::string, std::weak_ptr<ServerLink>>;
+  return *links;
+}
+
+std::chrono::milliseconds LeftUntil(std::chrono::steady_clock::time_point end) {
+  return std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+}
+
+}  // namespace
+
+Arguments& Arguments::Add(ByteView bytes) {
+  // An empty view may have no address, which the library would take for null.
+  const char* at = bytes.empty() ? "" : reinterpret_cast<const char*>(bytes.data());
+  values_.push_back({at, static_cast<int>(bytes.size()), false, 0});
+  return *this;
+}
+
+Arguments& Arguments::Add(int64_t number) {
+  values_.push_back(
+      {nullptr, sizeof number, false, __builtin_bswap64(static_cast<uint64_t>(number))});
+  return *this;
+}
+
+Arguments& Arguments::AddNull() {
+  values_.push_back({nullptr, 0, true, 0});
+  return *this;
+}
+
+std::shared_ptr<ServerLink> ServerLink::To(const ServerAddress& address) {
+  const std::string text = (address.tlsRequired ? "tls " : "") + address.Text();
+  std::erase_if(Links(), [](const auto& link) { return link.second.expired(); });
+  if (const auto found = Links().find(text); found != Links().end()) {
+    if (auto link = found->second.lock(); link && link->IsAlive()) return link;
+  }
+  const Client* client = FindClient();
+  if (!client) throw Failure{kNotActive};
+  std::shared_ptr<ServerLink> link(new ServerLink(*client, address));
+  Links()[text] = link;
+  return link;
+}
+
+ServerLink::ServerLink(const Client& client, const ServerAddress& address) : client_(client) {
+  try {
+    Connect(address);
+    Run(kSettings);
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+ServerLink::~ServerLink() { Close(); }
+
+void ServerLink::Close() noexcept {
+  if (connection_) client_.PQfinish(std::exchange(connection_, nullptr));
+}
+
+void ServerLink::Break() {
+  Close();
+  throw Failure{kNotActive};
+}
+
+void ServerLink::RefuseConnection() {
+  const Status status = StatusOfRefusal(client_.PQerrorMessage(connection_));
+  Close();
+  throw Failure{status};
+}
+
+void ServerLink::Connect(const ServerAddress& address) {
+  const auto end = Clock::now() + kConnectLimit;
+  const ConnectionWords words(address);
+  connection_ = client_.PQconnectStartParams(words.Words(), words.Values(), 0);
+  if (!connection_) throw Failure{kNoCacheBuffer};
+  client_.PQsetNoticeProcessor(connection_, Ignore, nullptr);
+  int state = kPollWriting;
+  while (state != kPollOk) {
+    if (state == kPollFailed || client_.PQsocket(connection_) < 0) RefuseConnection();
+    const auto event = state == kPollReading ? SocketEvent::Readable : SocketEvent::Writable;
+    if (!WaitForSocket(client_.PQsocket(connection_), event, LeftUntil(end))) Break();
+    state = client_.PQconnectPoll(connection_);
+  }
+  if (client_.PQsetnonblocking(connection_, 1) != 0) Break();
+}
+
+Rows ServerLink::Ask(const std::string& sql, const Arguments& arguments) {
+  const std::string& name = Prepared(sql);
+  const size_t count = arguments.values_.size();
+  std::vector<const char*> values(count);
+  std::vector<int> sizes(count);
+  const std::vector<int> formats(count, kBinaryFormat);
+  for (size_t at = 0; at < count; ++at) {
+    const Arguments::Value& value = arguments.values_[at];
+    const auto* number = reinterpret_cast<const char*>(&value.number);
+    values[at] = value.isNull ? nullptr : value.bytes ? value.bytes : number;
+    sizes[at] = value.size;
+  }
+  if (!connection_) throw Failure{kNotActive};
+  return Answer(client_.PQsendQueryPrepared(connection_, name.c_str(), static_cast<int>(count),
+                                            values.data(), sizes.data(), formats.data(),
+                                            kBinaryFormat));
+}
+
+void ServerLink::Run(const std::string& sql) {
+  if (!connection_) throw Failure{kNotActive};
+  Answer(client_.PQsendQuery(connection_, sql.c_str()));
+}
+
+const std::string& ServerLink::Prepared(const std::string& sql) {
+  if (!connection_) throw Failure{kNotActive};
+  const auto found = prepared_.find(sql);
+  if (found != prepared_.end()) return found->second;
+  std::string name = "s" + std::to_string(prepared_.size());
+  Answer(client_.PQsendPrepare(connection_, name.c_str(), sql.c_str(), 0, nullptr));
+  return prepared_.emplace(sql, std::move(name)).first->second;
+}
+
+// Of several answers the first refusal counts, else the last one.
+Rows ServerLink::Answer(int sent) {
+  if (!sent) Break();
+  const auto end = Clock::now() + kAnswerLimit;
+  ++roundTrips_;
+  Flush(end);
+  Rows rows;
+  Status refused = kOk;
+  while (true) {
+    AwaitAnswer(end);
+    PgResult* result = client_.PQgetResult(connection_);
+    if (!result) break;
+    rows = Rows(client_, result);
+    const int state = client_.PQresultStatus(result);
+    if (state == kCommandOk || state == kTuplesOk || refused != kOk) continue;
+    const char* code = client_.PQresultErrorField(result, kFieldSqlState);
+    // What comes in place of a refusal, a copy for one, was not asked for.
+    if (state != kFatalError || !code) Break();
+    refused = StatusOfState(code);
+  }
+  TakeNotices();
+  if (refused == kNotActive || client_.PQstatus(connection_) != kConnectionOk) Break();
+  if (refused != kOk) throw Failure{refused};
+  return rows;
+}
+
+void ServerLink::Flush(Clock::time_point end) {
+  while (true) {
+    const int left = client_.PQflush(connection_);
+    if (left == 0) return;
+    if (left < 0) Break();
+    const int64_t socket = client_.PQsocket(connection_);
+    if (!WaitForSocket(socket, SocketEvent::Writable, std::min(LeftUntil(end), kReadBetween))) {
+      if (Clock::now() >= end) Break();
+    }
+    // The server may itself be waiting to be read from.
+    if (client_.PQconsumeInput(connection_) == 0) Break();
+  }
+}
+
+void ServerLink::AwaitAnswer(Clock::time_point end) {
+  while (client_.PQisBusy(connection_) != 0) {
+    if (!WaitForSocket(client_.PQsocket(connection_), SocketEvent::Readable, LeftUntil(end))) {
+      Break();
+    }
+    if (Clock::now() >= end || client_.PQconsumeInput(connection_) == 0) Break();
+  }
+}
+
+void ServerLink::Listen(const std::string& channel) {
+  Run("LISTEN " + channel);
+  notices_.try_emplace(channel, 0);
+}
+
+uint64_t ServerLink::NoticesOf(const std::string& channel) {
+  if (!connection_) throw Failure{kNotActive};
+  if (client_.PQconsumeInput(connection_) == 0) Break();
+  TakeNotices();
+  return notices_[channel];
+}
+
+void ServerLink::TakeNotices() {
+  while (PgNotification* notice = client_.PQnotifies(connection_)) {
+    if (const auto found = notices_.find(notice->channel); found != notices_.end()) ++found->second;
+    client_.PQfreemem(notice);
+  }
+}
+
+ServerTransaction::ServerTransaction(std::shared_ptr<ServerLink> link) : link_(std::move(link)) {
+  link_->Run("BEGIN");
+}
+
+// A connection that broke has undone it.
+ServerTransaction::~ServerTransaction() {
+  if (!link_ || !link_->IsAlive()) return;
+  try {
+    link_->Run("ROLLBACK");
+  } catch (const Failure&) {
+  }
+}
+
+void ServerTransaction::Commit() {
+  link_->Run("COMMIT");
+  link_.reset();
+}
+
+}  // namespace btrieve::server

@@ -1,0 +1,56 @@
+#include "btrieve/server/ServerWalk.h"
+
+#include <algorithm>
+
+namespace btrieve::server {
+namespace {
+
+// As many records of this one's size as a batch holds.
+int64_t RowsInBatch(const Hit& hit) {
+  const size_t size = hit.data.size() + hit.numbers.size() + hit.entry.size() + 1;
+  return std::clamp<int64_t>(static_cast<int64_t>(kBatchBytes / size), 1, kMostInBatch);
+}
+
+}  // namespace
+
+ServerWalk::ServerWalk(ServerFile& file, int slot, bool forward, ByteView bound)
+    : file_(file), slot_(slot), forward_(forward), place_(bound) {
+  slot == kPhysicalSlot ? onward_.Begin(forward, BoundPosition(bound))
+                        : onward_.Begin(forward, bound);
+}
+
+bool ServerWalk::BatchHolds() const {
+  return changes_ == file_.Changes() && Clock::now() < read_ + kOldestAnswer;
+}
+
+void ServerWalk::ReadOn() {
+  changes_ = file_.Changes();
+  read_ = Clock::now();
+  asked_ = toAsk_;
+  next_ = 0;
+  rows_ = file_.ReadBatch(slot_, forward_, place_.View(), asked_);
+  if (rows_.Count() > asked_) ThrowDamaged();
+}
+
+void ServerWalk::Pass(const Hit& hit) {
+  slot_ == kPhysicalSlot ? onward_.Meet(hit.position) : onward_.Meet(hit.entry);
+  place_ = slot_ == kPhysicalSlot ? PositionEntry(hit.position) : Entry(hit.entry);
+  if (forward_) place_.MoveBehind();
+}
+
+bool ServerWalk::Step(Hit& hit) {
+  if (ended_) return false;
+  const bool used = next_ == rows_.Count();
+  const bool wasLast = used && asked_ > 0 && rows_.Count() < asked_;
+  if ((used && !wasLast) || !BatchHolds()) ReadOn();
+  if (next_ == rows_.Count()) {
+    ended_ = true;
+    return false;
+  }
+  file_.TakeRow(rows_, next_++, slot_, hit);
+  Pass(hit);
+  toAsk_ = RowsInBatch(hit);
+  return true;
+}
+
+}  // namespace btrieve::server

@@ -1,0 +1,223 @@
+// Files on a server through the calls: every read answers as the model of what was moved there
+// does, writes are refused as for a file that may not be written, and what others change is seen.
+#include <thread>
+
+#include "ServerSite.h"
+#include "clients/TestFile.h"
+#include "kit/ModelRun.h"
+#include "tests/support/Setting.h"
+
+namespace btrieve::test {
+namespace {
+
+using server::Arguments;
+
+class ServerFileTest : public ServerSite {};
+
+TEST_F(ServerFileTest, AnswersEveryReadLikeTheModel) {
+  const uint32_t seed = qrn::test::Seed();
+  for (uint32_t file = 0; file < qrn::test::Setting("QRN_SERVER_FILES", 12); ++file) {
+    Choices choices(seed + file);
+    const std::string table = "file" + std::to_string(file);
+    const auto move = [&](const std::string& path) { Move(path, table); };
+    ASSERT_EQ(RunModelThenRead(choices, 120, 200, move), "") << "QRN_SEED=" << seed + file;
+  }
+}
+
+// A thousand records of a number (key 0, unique), its tens (key 1, duplicates), and a value.
+class LinkedPairs : public ServerSite {
+ protected:
+  static constexpr int32_t kRecords = 1000;
+
+  static Bytes Record(int32_t id, int32_t value = 0) {
+    return Number(id) + Number(id / 10) + Number(value);
+  }
+
+  void SetUp() override {
+    ServerSite::SetUp();
+    const Bytes block =
+        CreateBlock({.recordLength = 12},
+                    {{.flags = 0x102, .type = 1}, {.position = 5, .flags = 0x103, .type = 1}});
+    file_.Make(block);
+    for (int32_t id = 0; id < kRecords; ++id) ASSERT_EQ(file_.Insert(Record(id)), 0);
+    ASSERT_EQ(file_.Close(), 0);
+    Move(file_.Path(), "pairs");
+    ASSERT_EQ(file_.Open(), 0);
+  }
+
+  CallOut Get(int operation, int key = 0, const Bytes& value = {}) {
+    return file_.Call(operation, {.room = 12, .key = value, .keyNumber = key});
+  }
+  static int32_t IdOf(const CallOut& out) { return NumberAt<int32_t>(out.data, 0); }
+  // Another station writes a record, as the layout wants it: row and head in one transaction.
+  void WriteElsewhere(int32_t id, int32_t value) {
+    const auto other = OtherLink();
+    const Bytes record = Record(id, value);
+    const std::string schema = "\"" + Schema() + "\"";
+    server::ServerTransaction transaction(other);
+    other->Ask("UPDATE " + schema + ".pairs SET data = $2, ver = ver + 5000 WHERE pos = $1",
+               Arguments().Add(int64_t{id} + 1).Add(ByteView(record)));
+    other->Run("UPDATE " + schema + ".btrieve_files SET head = head");
+    transaction.Commit();
+  }
+  // The way from the server takes its time.
+  void AwaitNotice(uint64_t noticesBefore) {
+    for (int looks = 0; looks < 1000 && Notices() == noticesBefore; ++looks) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    ASSERT_NE(Notices(), noticesBefore);
+  }
+  uint64_t Notices() {
+    const int64_t id = server::ReadServerSpec(*Link(), Schema(), "pairs").id;
+    return Link()->NoticesOf(server::ChannelOf(id));
+  }
+  // What the link of this process is asked for by something.
+  template <class Action>
+  uint64_t RoundTripsOf(Action action) {
+    const uint64_t before = Link()->RoundTrips();
+    action();
+    return Link()->RoundTrips() - before;
+  }
+
+  TestFile file_;
+};
+
+TEST_F(LinkedPairs, ReadsAheadInBatches) {
+  int read = 0;
+  Get(kGetFirst);  // prepares its statement
+  const uint64_t trips = RoundTripsOf([&] {
+    for (int op = kGetFirst; Get(op).status == 0; op = kGetNext) ++read;
+  });
+  EXPECT_EQ(read, kRecords);
+  EXPECT_LE(trips, 1u + kRecords / server::kMostInBatch + 2u);
+  EXPECT_EQ(RoundTripsOf([&] { Get(kGetEqual, 0, Number(int32_t{500})); }), 1u);
+}
+
+TEST_F(LinkedPairs, SeesWhatOthersWriteInTheMidstOfABatch) {
+  ASSERT_EQ(IdOf(Get(kGetFirst)), 0);
+  ASSERT_EQ(IdOf(Get(kGetNext)), 1);
+  const uint64_t before = Notices();
+  WriteElsewhere(2, 77);
+  AwaitNotice(before);
+  EXPECT_EQ(Get(kGetNext).Returned(), Record(2, 77));
+}
+
+// A station that is told of nothing, for its notices are lost on the way.
+TEST_F(LinkedPairs, GivesNoAnswerThatIsOlderThanItSays) {
+  ASSERT_EQ(IdOf(Get(kGetFirst)), 0);
+  ASSERT_EQ(IdOf(Get(kGetNext)), 1);
+  Link()->Run("UNLISTEN *");
+  WriteElsewhere(2, 77);
+  WriteElsewhere(3, 78);
+  EXPECT_EQ(Get(kGetNext).Returned(), Record(2));
+  std::this_thread::sleep_for(server::kOldestAnswer);
+  EXPECT_EQ(Get(kGetNext).Returned(), Record(3, 78));
+}
+
+TEST_F(LinkedPairs, RefusesEveryWrite) {
+  ASSERT_EQ(Get(kGetFirst).status, 0);
+  const struct {
+    int operation;
+    CallIn in;
+    Status status;
+  } kWrites[] = {
+      {kInsert, {.data = Record(5000)}, kAccessDenied},
+      {kUpdate, {.data = Record(0, 1)}, kAccessDenied},
+      {kDelete, {}, kAccessDenied},
+      {kInsertExtended, {.data = Hex("0100 0c00") + Record(5000)}, kAccessDenied},
+      {kSetOwner, {.data = Padded("me", 9, 0), .key = Padded("me", 9, 0)}, kAccessDenied},
+      {kClearOwner, {}, kAccessDenied},
+      {kDropIndex, {.keyNumber = 1}, kAccessDenied},
+  };
+  for (const auto& row : kWrites) {
+    EXPECT_EQ(file_.Call(row.operation, row.in).status, row.status) << row.operation;
+  }
+  EXPECT_EQ(file_.Counts(), "1000 1000,100");
+  ASSERT_EQ(file_.Close(), 0);
+  EXPECT_EQ(file_.Open(BtrModeExclusive), kPermissionError);
+}
+
+TEST_F(LinkedPairs, IsNotReplacedByAnEmptyFile) {
+  ASSERT_EQ(file_.Close(), 0);
+  EXPECT_EQ(file_.Create(PairBlock(), -1), kFileExists);
+  EXPECT_EQ(file_.Create(PairBlock(), 0), kPermissionError);
+  ASSERT_EQ(file_.Open(), 0);
+  EXPECT_EQ(file_.Counts(), "1000 1000,100");
+}
+
+TEST_F(LinkedPairs, TellsThatTheSessionHasGoneUntilItIsOpenedAnew) {
+  ASSERT_EQ(Get(kGetFirst).status, 0);
+  ASSERT_EQ(Get(kGetNext).status, 0);
+  OtherLink()->Run(
+      "SELECT pg_catalog.pg_terminate_backend(pid) FROM pg_catalog.pg_stat_activity "
+      "WHERE pid <> pg_catalog.pg_backend_pid() AND application_name = 'w64btrv'");
+  Status status = kOk;
+  for (int tries = 0; tries < 1000 && status == kOk; ++tries) status = Get(kGetNext).status;
+  EXPECT_EQ(status, kNotActive);
+  EXPECT_EQ(Get(kGetEqual, 0, Number(int32_t{5})).status, kNotActive);
+  ASSERT_EQ(file_.Open(0, 1), 0);
+  EXPECT_EQ(file_.Call(kGetFirst, {.room = 12}, 1).status, 0);
+  EXPECT_EQ(Get(kGetNext).status, kNotActive) << "of the block that was open before";
+  EXPECT_EQ(file_.Close(), 0);
+  ASSERT_EQ(file_.Open(), 0);
+  EXPECT_EQ(Get(kGetFirst).status, 0);
+}
+
+TEST_F(LinkedPairs, IsOpenedByItsOwnersName) {
+  ASSERT_EQ(file_.Close(), 0);
+  const Bytes owner = Bytes{1} + Padded("me", 8);
+  Link()->Ask("UPDATE \"" + Schema() + "\".btrieve_files SET owner = $1",
+              Arguments().Add(ByteView(owner)));
+  const auto open = [&](const Bytes& name) {
+    return file_.Call(kOpen, {.data = name, .key = PathKey(file_.Path())}).status;
+  };
+  EXPECT_EQ(open(Padded("you", 9, 0)), kOwnerInvalid);
+  EXPECT_EQ(open(Padded("me", 9, 0)), 0);
+}
+
+class BrokenLinks : public ServerSite {};
+
+TEST_F(BrokenLinks, AreToldAtOpen) {
+  const TestFile file;
+  server::LinkFile elsewhere = LinkTo("none");
+  elsewhere.schema = "nowhere";
+  server::LinkFile unknown = LinkTo("none");
+  unknown.server.words.emplace_back("port", "1");
+  const std::pair<std::string, Status> kCases[] = {
+      {server::WriteLinkFile(LinkTo("none")), kFileNotFound},
+      {server::WriteLinkFile(elsewhere), kFileNotFound},
+      {server::WriteLinkFile(unknown), kNotActive},
+      {std::string(server::kLinkMark) + "\nserver=host=h password=x\n", kNotABtrieveFile},
+      {std::string(server::kLinkMark) + std::string(5000, '\n'), kNotABtrieveFile},
+  };
+  ThisProcess process;
+  for (const auto& [text, status] : kCases) {
+    WriteText(file.Path(), text);
+    EXPECT_EQ(process.Call(kOpen, 0, {.key = PathKey(file.Path())}).status, status) << text;
+  }
+}
+
+// Rows that no record manager has written: a status, and nothing of them given out.
+TEST_F(LinkedPairs, TakesNoRowThatCannotBe) {
+  const std::pair<const char*, Status> kHarms[] = {
+      {"UPDATE $.pairs SET data = 'short' WHERE pos = 1", kIoError},
+      {"UPDATE $.pairs SET num = 'x' WHERE pos = 1", kIoError},
+      {"UPDATE $.pairs SET k1 = 'x' WHERE pos = 1", kIoError},
+      {"ALTER TABLE $.pairs DROP COLUMN k1 CASCADE", kIoError},
+      {"DROP TABLE $.pairs", kFileNotFound},
+  };
+  for (const auto& [harm, status] : kHarms) {
+    std::string sql = harm;
+    sql.replace(sql.find('$'), 1, "\"" + Schema() + "\"");
+    const uint64_t before = Notices();
+    OtherLink()->Run(sql);
+    OtherLink()->Run("UPDATE \"" + Schema() + "\".btrieve_files SET head = head");
+    AwaitNotice(before);
+    const CallOut out = Get(kGetFirst);
+    EXPECT_EQ(out.status, status) << harm;
+    EXPECT_FALSE(out.dataTouched) << harm;
+  }
+}
+
+}  // namespace
+}  // namespace btrieve::test

@@ -1,0 +1,140 @@
+// The connection to a server: values on their way, refusals as statuses, and an end to every wait.
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "ServerSite.h"
+
+namespace btrieve::test {
+namespace {
+
+using namespace std::chrono_literals;
+using server::Arguments;
+using server::Rows;
+using server::ServerLink;
+
+class ServerLinkTest : public ServerSite {
+ protected:
+  server::ServerAddress AddressWith(const std::string& word, const std::string& value) const {
+    server::ServerAddress address = Address();
+    std::erase_if(address.words, [&](const auto& each) { return each.first == word; });
+    address.words.emplace_back(word, value);
+    return address;
+  }
+};
+
+TEST_F(ServerLinkTest, BringsValuesThereAndBack) {
+  const Bytes bytes = {0, 1, 0x5C, 0x27, 0xFF};
+  const Bytes none;
+  for (const int64_t number : {int64_t{0}, int64_t{-1}, INT64_MIN, INT64_MAX}) {
+    const Rows rows =
+        Link()->Ask("SELECT $1::bytea, $2::bigint, $3::bytea, $4::bytea",
+                    Arguments().Add(ByteView(bytes)).Add(number).Add(ByteView(none)).AddNull());
+    ASSERT_EQ(rows.Count(), 1);
+    EXPECT_TRUE(BytesEqual(rows.Bytes(0, 0), bytes));
+    EXPECT_EQ(rows.Number(0, 1), number);
+    EXPECT_EQ(rows.Bytes(0, 2).size(), 0u);
+    EXPECT_TRUE(rows.IsNull(0, 3));
+  }
+}
+
+TEST_F(ServerLinkTest, TakesNoValueForWhatItIsNot) {
+  const Rows rows = Link()->Ask("SELECT 'abc'::bytea, null::bigint, 1::integer");
+  const std::pair<int, int> kPlaces[] = {{0, 0}, {0, 1}, {0, 2}, {0, 3}, {1, 0}, {0, -1}, {-1, 0}};
+  for (const auto& [row, column] : kPlaces) {
+    EXPECT_EQ(StatusOf([&] { rows.Number(row, column); }), kIoError) << row << "," << column;
+  }
+  EXPECT_EQ(StatusOf([&] { rows.Bytes(0, 1); }), kIoError);
+}
+
+struct RefusalCase {
+  const char* sql;
+  Status status;
+};
+const RefusalCase kRefusals[] = {
+    {"SELECT 1 FROM nowhere.nothing", kFileNotFound},
+    {"SELECT pg_catalog.pg_sleep(30)", kFileInUse},
+    {"COPY (SELECT 1) TO STDOUT", kNotActive},
+    {"not SQL", kIoError},
+    {"DO 'BEGIN RAISE unique_violation; END'", kDuplicateKey},
+    {"DO 'BEGIN RAISE disk_full; END'", kDiskFull},
+    {"DO 'BEGIN RAISE deadlock_detected; END'", kDeadlock},
+    {"DO 'BEGIN RAISE insufficient_privilege; END'", kPermissionError},
+    {"DO 'BEGIN RAISE admin_shutdown; END'", kNotActive},
+};
+
+TEST_F(ServerLinkTest, TellsRefusalsByStatus) {
+  for (const RefusalCase& row : kRefusals) {
+    if (row.status == kFileInUse) Link()->Run("SET statement_timeout = 100");
+    EXPECT_EQ(StatusOf([&] { Link()->Run(row.sql); }), row.status) << row.sql;
+    EXPECT_EQ(Link()->Ask("SELECT 1::bigint").Number(0, 0), 1) << "after " << row.sql;
+  }
+}
+
+TEST_F(ServerLinkTest, TellsWhyItIsNotLetIn) {
+  const Folder folder;
+  const struct {
+    const char* word;
+    std::string value;
+    Status status;
+  } kCases[] = {{"host", folder.Root(), kNotActive},
+                {"dbname", "nothing", kNoSuchDatabase},
+                {"user", "nobody", kLoginFailed}};
+  for (const auto& row : kCases) {
+    EXPECT_EQ(StatusOf([&] { ServerLink::To(AddressWith(row.word, row.value)); }), row.status)
+        << row.word;
+  }
+}
+
+TEST_F(ServerLinkTest, GoesNowhereWithoutTlsThatIsRequired) {
+  server::ServerAddress address = Address();
+  address.words.front() = {"host", "localhost"};
+  address.tlsRequired = true;
+  EXPECT_NE(StatusOf([&] { ServerLink::To(address); }), kOk);
+}
+
+TEST_F(ServerLinkTest, IsOneForAllFilesAndAnotherOnceItBroke) {
+  const auto first = Link();
+  EXPECT_EQ(first, Link());
+  const int64_t process = first->Ask("SELECT pg_catalog.pg_backend_pid()::bigint").Number(0, 0);
+  OtherLink()->Ask("SELECT pg_catalog.pg_terminate_backend($1::bigint::integer)",
+                   Arguments().Add(process));
+  EXPECT_EQ(StatusOf([&] { first->Ask("SELECT 1::bigint"); }), kNotActive);
+  EXPECT_FALSE(first->IsAlive());
+  EXPECT_EQ(StatusOf([&] { first->Run("SELECT 1"); }), kNotActive);
+  EXPECT_EQ(StatusOf([&] { first->NoticesOf("any"); }), kNotActive);
+  EXPECT_EQ(Link()->Ask("SELECT 1::bigint").Number(0, 0), 1);
+}
+
+TEST_F(ServerLinkTest, UndoesATransactionThatIsNotCommitted) {
+  for (const bool commits : {false, true}) {
+    {
+      server::ServerTransaction transaction(Link());
+      Link()->Run("CREATE TABLE \"" + Schema() + "\".kept()");
+      if (commits) transaction.Commit();
+    }
+    const Status there =
+        StatusOf([&] { OtherLink()->Run("SELECT FROM \"" + Schema() + "\".kept"); });
+    EXPECT_EQ(there, commits ? kOk : kFileNotFound);
+  }
+}
+
+// A server that takes the connection and says nothing.
+TEST_F(ServerLinkTest, WaitsForASilentServerNoLongerThanItSays) {
+  const Folder folder;
+  sockaddr_un place{};
+  place.sun_family = AF_UNIX;
+  const std::string path = folder.Path(".s.PGSQL.5432");
+  ASSERT_LT(path.size(), sizeof place.sun_path);
+  std::copy(path.begin(), path.end(), place.sun_path);
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&place), sizeof place), 0);
+  ASSERT_EQ(listen(listener, 1), 0);
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(StatusOf([&] { ServerLink::To(AddressWith("host", folder.Text())); }), kNotActive);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, server::kConnectLimit + 3s);
+  close(listener);
+}
+
+}  // namespace
+}  // namespace btrieve::test
