@@ -41,7 +41,7 @@ uint32_t DataFile::FindValue(int slot, const Entry& value) {
 }
 
 uint32_t DataFile::RecordCount() noexcept {
-  const int64_t change = part_.overlay ? part_.overlay->recordChange : 0;
+  const int64_t change = part_.overlay ? part_.overlay->RecordChange() : 0;
   return static_cast<uint32_t>(base_.Counts().records + change);
 }
 

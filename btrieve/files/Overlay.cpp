@@ -1,5 +1,7 @@
 #include "btrieve/files/Overlay.h"
 
+#include <utility>
+
 namespace btrieve {
 
 namespace {
@@ -11,22 +13,57 @@ const OverlayRecord* Overlay::Find(uint32_t position) const noexcept {
   return found == records_.end() ? nullptr : &found->second;
 }
 
-void Overlay::Adopt(uint32_t position, OverlayRecord record, const std::vector<Entry>& entries) {
-  for (size_t slot = 0; slot < entries.size(); ++slot) {
-    if (entries[slot].Size() == 0) continue;
-    added_[slot].emplace(Copy(entries[slot]), position);
-    hidden_[slot].insert(Copy(entries[slot]));
+// Room for all that is to be taken back, before anything is done.
+Overlay::Step::Step(Overlay& changes)
+    : changes_(changes),
+      put_(changes.records_.end()),
+      recordChange_(changes.recordChange_),
+      distinctChange_(changes.distinctChange_) {
+  const size_t keys = changes.added_.size();
+  added_.reserve(2 * keys);
+  removed_.reserve(keys);
+  hidden_.reserve(keys);
+}
+
+Overlay::Step::~Step() {
+  if (kept_) return;
+  for (RemovedEntry& removed : removed_) {
+    changes_.added_[removed.slot].insert(std::move(removed.entry));
   }
-  records_.emplace(position, std::move(record));
+  for (const AddedEntry& added : added_) changes_.added_[added.slot].erase(added.at);
+  for (const HiddenEntry& hidden : hidden_) changes_.hidden_[hidden.slot].erase(hidden.at);
+  if (put_ != changes_.records_.end()) changes_.records_.erase(put_);
+  if (replaced_) changes_.records_.insert(std::move(replaced_));
+  changes_.recordChange_ = recordChange_;
+  changes_.distinctChange_.swap(distinctChange_);
 }
 
-void Overlay::AddEntry(int slot, const Entry& entry, uint32_t position) {
-  added_[slot].emplace(Copy(entry), position);
+void Overlay::Step::Adopt(uint32_t position, const std::vector<Entry>& entries) {
+  for (size_t at = 0; at < entries.size(); ++at) {
+    if (entries[at].Size() == 0) continue;
+    const auto slot = static_cast<int>(at);
+    AddEntry(slot, entries[at], position);
+    const auto [hidden, isNew] = changes_.hidden_[at].insert(Copy(entries[at]));
+    if (isNew) hidden_.push_back({slot, hidden});
+  }
 }
 
-void Overlay::RemoveEntry(int slot, const Entry& entry) {
-  const auto found = added_[slot].find(entry.View());
-  if (found != added_[slot].end()) added_[slot].erase(found);
+void Overlay::Step::Put(uint32_t position, OverlayRecord&& record) {
+  Records fresh;
+  fresh.emplace(position, std::move(record));
+  replaced_ = changes_.records_.extract(position);
+  put_ = changes_.records_.insert(fresh.extract(fresh.begin())).position;
+}
+
+void Overlay::Step::AddEntry(int slot, const Entry& entry, uint32_t position) {
+  const auto [at, isNew] = changes_.added_[slot].emplace(Copy(entry), position);
+  if (isNew) added_.push_back({slot, at});
+}
+
+void Overlay::Step::RemoveEntry(int slot, const Entry& entry) noexcept {
+  Entries& entries = changes_.added_[slot];
+  const auto found = entries.find(entry.View());
+  if (found != entries.end()) removed_.push_back({slot, entries.extract(found)});
 }
 
 }  // namespace btrieve

@@ -45,25 +45,65 @@ class Overlay {
   const Entries& Added(int slot) const noexcept { return added_[slot]; }
   const std::set<Bytes, Less>& Hidden(int slot) const noexcept { return hidden_[slot]; }
 
-  // Takes a record in before its first change. `entries` holds its entry of each key, empty where
-  // the key leaves it out.
-  void Adopt(uint32_t position, OverlayRecord record, const std::vector<Entry>& entries);
-  OverlayRecord& Touched(uint32_t position) { return records_.at(position); }
-  OverlayRecord& Create(uint32_t position) { return records_[position]; }
-  void AddEntry(int slot, const Entry& entry, uint32_t position);
-  void RemoveEntry(int slot, const Entry& entry);
-
   // Changes against the file's own counts.
-  int64_t recordChange = 0;
-  int64_t& DistinctChange(int slot) noexcept { return distinctChange_[slot]; }
+  int64_t RecordChange() const noexcept { return recordChange_; }
+  int64_t DistinctChange(int slot) const noexcept { return distinctChange_[slot]; }
   uint64_t NextVersion() noexcept { return nextVersion_++; }
+
+  class Step;
 
  private:
   Records records_;
   std::vector<Entries> added_;
   std::vector<std::set<Bytes, Less>> hidden_;
+  int64_t recordChange_ = 0;
   std::vector<int64_t> distinctChange_;
   uint64_t nextVersion_ = kFirstOverlayVersion;
+};
+
+// One write to the changes. Should it end half way, for want of memory or of what must be read,
+// nothing of it is there: what is not kept is taken back, for which no memory is needed.
+class Overlay::Step {
+ public:
+  explicit Step(Overlay& changes);
+  ~Step();
+  Step(const Step&) = delete;
+  Step& operator=(const Step&) = delete;
+
+  // Takes a record of the file in before its first change. `entries` holds its entry of each key,
+  // empty where the key leaves it out.
+  void Adopt(uint32_t position, const std::vector<Entry>& entries);
+  // What a record is from now on.
+  void Put(uint32_t position, OverlayRecord&& record);
+  void AddEntry(int slot, const Entry& entry, uint32_t position);
+  void RemoveEntry(int slot, const Entry& entry) noexcept;
+  void CountRecords(int change) noexcept { changes_.recordChange_ += change; }
+  void CountDistinct(int slot, int change) noexcept { changes_.distinctChange_[slot] += change; }
+  void Keep() noexcept { kept_ = true; }
+
+ private:
+  struct AddedEntry {
+    int slot;
+    Entries::iterator at;
+  };
+  struct RemovedEntry {
+    int slot;
+    Entries::node_type entry;
+  };
+  struct HiddenEntry {
+    int slot;
+    std::set<Bytes, Less>::iterator at;
+  };
+
+  Overlay& changes_;
+  bool kept_ = false;
+  std::vector<AddedEntry> added_;
+  std::vector<RemovedEntry> removed_;
+  std::vector<HiddenEntry> hidden_;
+  Records::node_type replaced_;
+  Records::iterator put_;
+  int64_t recordChange_;
+  std::vector<int64_t> distinctChange_;
 };
 
 }  // namespace btrieve

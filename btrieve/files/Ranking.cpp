@@ -59,7 +59,7 @@ uint64_t TotalEntries(DataFile& file, int slot) {
   const Overlay* changes = file.Uncommitted();
   if (!changes) return total;
   if (slot == kPhysicalSlot)
-    return static_cast<uint64_t>(static_cast<int64_t>(total) + changes->recordChange);
+    return static_cast<uint64_t>(static_cast<int64_t>(total) + changes->RecordChange());
   return total + changes->Added(slot).size() - changes->Hidden(slot).size();
 }
 

@@ -122,23 +122,28 @@ uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
 
 uint64_t RecordWriter::CarryOverlaid(const WritePlan& plan, ByteView image) {
   Overlay& changes = file_.Changes();
-  if (plan.existed && !changes.Find(plan.position)) {
-    std::vector<Entry> entries;
-    for (const KeyChange& key : plan.keys) entries.push_back(key.before);
-    OverlayRecord record;
-    record.inBase = true;
-    changes.Adopt(plan.position, std::move(record), entries);
-  }
-  OverlayRecord& record =
-      plan.existed ? changes.Touched(plan.position) : changes.Create(plan.position);
-  changes.recordChange += static_cast<int>(plan.remains) - static_cast<int>(plan.existed);
-  record.deleted = !plan.remains;
-  record.version = changes.NextVersion();
-  record.data.assign(image.begin(), image.end());
-  record.numbers = plan.numbers;
+  Overlay::Step step(changes);
+  step_ = &step;
+  const OverlayRecord* known = changes.Find(plan.position);
+  OverlayRecord record{known ? known->inBase : plan.existed,
+                       !plan.remains,
+                       changes.NextVersion(),
+                       {image.begin(), image.end()},
+                       plan.numbers};
+  const uint64_t version = record.version;
+  if (plan.existed && !known) Adopt(plan);
+  step.Put(plan.position, std::move(record));
+  step.CountRecords(static_cast<int>(plan.remains) - static_cast<int>(plan.existed));
   RemoveEntries(plan);
   AddEntries(plan);
-  return record.version;
+  step.Keep();
+  return version;
+}
+
+void RecordWriter::Adopt(const WritePlan& plan) {
+  std::vector<Entry> entries;
+  for (const KeyChange& key : plan.keys) entries.push_back(key.before);
+  step_->Adopt(plan.position, entries);
 }
 
 void RecordWriter::RemoveEntries(const WritePlan& plan) {
@@ -187,7 +192,7 @@ void RecordWriter::CountDistinct(int slot, int change) {
   if (direct_) {
     file_.Base().Counts().distinct[slot] += static_cast<uint32_t>(change);
   } else {
-    file_.Changes().DistinctChange(slot) += change;
+    step_->CountDistinct(slot, change);
   }
 }
 
@@ -195,7 +200,7 @@ void RecordWriter::CountDistinct(int slot, int change) {
 bool RecordWriter::TryAddEntry(int slot, const Entry& entry, uint32_t position) {
   if (!direct_) {
     if (GroupIsEmpty(slot, entry)) CountDistinct(slot, +1);
-    file_.Changes().AddEntry(slot, entry, position);
+    step_->AddEntry(slot, entry, position);
     return true;
   }
   const EntryTree::Added added = file_.Base().InsertEntry(slot, entry, position);
@@ -207,7 +212,7 @@ void RecordWriter::RemoveEntry(int slot, const Entry& entry) {
   if (direct_) {
     file_.Base().DeleteEntry(slot, entry);
   } else {
-    file_.Changes().RemoveEntry(slot, entry);
+    step_->RemoveEntry(slot, entry);
   }
   if (GroupIsEmpty(slot, entry)) CountDistinct(slot, -1);
 }

@@ -70,6 +70,7 @@ class RecordWriter {
   uint64_t MovedNumber();
   Status CarryNew(const WritePlan& plan, ByteView image, uint64_t& version);
   uint64_t CarryOverlaid(const WritePlan& plan, ByteView image);
+  void Adopt(const WritePlan& plan);
   void PlanLogged(const LoggedRecord& record, WritePlan& plan);
   uint64_t CarryRow(const WritePlan& plan, ByteView image);
   void RemoveEntries(const WritePlan& plan);
@@ -84,6 +85,7 @@ class RecordWriter {
 
   DataFile& file_;
   bool direct_;
+  Overlay::Step* step_ = nullptr;  // of the write under way, unless direct
 };
 
 // A number for the value of a unique key that the plan adds, to be locked against other processes.

@@ -215,14 +215,24 @@ Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>&
   return kOk;
 }
 
+// Another scope may get further: it looks anew, and waits for who holds a value.
+bool MayPass(Status stopped) noexcept {
+  return stopped == kLookAgain || stopped == kRecordInUse || stopped == kFileInUse;
+}
+
+// Within a transaction a record that has been carried stays, whatever comes of those behind it.
+bool KeepsCarried(const Call& call) noexcept {
+  return call.session.Running().kind != TransactionKind::None;
+}
+
 // As many records as one scope takes. What has been inserted is not inserted again, so a reason to
-// look anew only ends the scope.
+// wait or to look anew only ends the scope.
 Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& written,
                   std::vector<uint32_t>& positions) {
   Status stopped = kOk;
   const size_t before = positions.size();
   const Status status = TryWriting(call, [&]() -> Status {
-    positions.resize(before);
+    if (!KeepsCarried(call)) positions.resize(before);
     WriteScope scope(call.session, call.File());
     if (images.size() - before > kFewImages) scope.ClaimAllKeys();
     stopped = InsertAll(scope, call.File(), images, written, positions);
@@ -231,7 +241,7 @@ Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& writ
     return kOk;
   });
   if (status != kOk) return status;
-  return stopped == kLookAgain ? Status{kOk} : stopped;
+  return MayPass(stopped) ? Status{kOk} : stopped;
 }
 
 // The records of the block up to the first of a wrong length, whose status is the result.
@@ -308,6 +318,7 @@ Status InsertExtended(Call& call) {
   std::vector<ByteView> images;
   const Status shape = TakeImages(file, pieces, images);
   std::vector<uint32_t> positions;
+  positions.reserve(images.size());
   Written written;
   Status status = kOk;
   bool isWritten = true;
@@ -315,10 +326,10 @@ Status InsertExtended(Call& call) {
     const size_t before = positions.size();
     try {
       status = InsertSome(call, images, written, positions);
-    } catch (...) {  // what earlier scopes have committed is there, and told
-      if (before == 0) throw;
-      positions.resize(before);
-      isWritten = false;
+    } catch (...) {  // what is there in spite of it is told
+      isWritten = KeepsCarried(call);
+      if (!isWritten) positions.resize(before);
+      if (positions.empty()) throw;
       status = CaughtStatus();
     }
   }

@@ -190,8 +190,6 @@ Status WriteScope::Confirm() {
 
 Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
   Transaction& running = session_.Running();
-  newClaims_.clear();
-  newRecords_ = 0;
   const bool exclusive = kind_ == TransactionKind::Exclusive;
   if (exclusive && running.broken != kOk) throw Failure{running.broken};
   try {
@@ -200,6 +198,8 @@ Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& versio
     if (exclusive) running.broken = CaughtStatus();
     throw;
   }
+  newClaims_.clear();
+  newRecords_ = 0;
   if (exclusive && running.writers.front().get() != &file_) {
     file_.Part().changed.insert(plan.position);
   }

@@ -25,6 +25,19 @@ Person PersonOf(int32_t code) {
   return person;
 }
 
+std::string BlockOf(int32_t first, int32_t end) {
+  const NotCounted own;
+  constexpr uint16_t kSize = kPersonSize;
+  const auto count = static_cast<uint16_t>(end - first);
+  std::string block(reinterpret_cast<const char*>(&count), sizeof count);
+  for (int32_t code = first; code < end; ++code) {
+    const Person person = PersonOf(code);
+    block.append(reinterpret_cast<const char*>(&kSize), sizeof kSize);
+    block.append(person.data(), person.size());
+  }
+  return block;
+}
+
 class File {
  public:
   int Open(const std::string& path, int8_t mode = BtrModeNormal) {
@@ -47,6 +60,15 @@ class File {
   int Insert(int32_t code) {
     Person person = PersonOf(code);
     return Run(BtrOpInsert, person.data(), kPersonSize, nullptr, -1);
+  }
+  // Records `first` to `end` - 1 at once; `told` is how many the answer says there are.
+  int InsertBlock(int32_t first, int32_t end, int& told) {
+    std::string block = BlockOf(first, end);
+    auto length = static_cast<uint32_t>(block.size());
+    const int status = BtrCall(BtrOpInsertExtended, block_, block.data(), &length, nullptr, 0, -1);
+    const bool isAnswer = length < block.size();
+    told = isAnswer ? static_cast<uint8_t>(block[0]) : 0;
+    return status;
   }
   int Find(int32_t code) {
     std::memcpy(key_.data(), &code, sizeof code);
@@ -118,9 +140,20 @@ struct RecordManagerWithoutMemory : ::testing::TestWithParam<Kind> {
     if (!Within()) return step(file_);
     if (const int status = file_.Run(GetParam().begin)) return status;
     int status = step(file_);
-    if (status == 0) status = step(other_);
+    if (status != 0) return EndAfterFailure(status);
+    status = step(other_);
     const int end = file_.Run(status == 0 ? BtrOpEndTransaction : BtrOpAbortTransaction);
     return status != 0 ? status : end;
+  }
+
+  // A transaction in which a write has failed goes on as if that had never been tried, or cannot be
+  // ended but by being undone.
+  int EndAfterFailure(int status) {
+    const bool concurrent = GetParam().begin == BtrOpBeginConcurrentTransaction;
+    if (concurrent) file_.Content();
+    const int end = file_.Run(BtrOpEndTransaction);
+    EXPECT_TRUE(end == 0 || (!concurrent && end == BtrStatusTransactionNotWritten)) << end;
+    return status;
   }
 
   // With one allocation after another failing until all succeed. What `undo` does with memory makes
@@ -163,6 +196,33 @@ struct RecordManagerWithoutMemory : ::testing::TestWithParam<Kind> {
 
 TEST_P(RecordManagerWithoutMemory, InsertsWhollyOrNotAtAll) {
   FailEach([](File& file) { return file.Insert(7); }, [](File& file) { return file.Erase(7); });
+}
+
+// Of a block, what is told to be there is there, and no more.
+TEST_P(RecordManagerWithoutMemory, InsertsAsManyAsItTells) {
+  bool happened = true;
+  for (int failing = 0; happened && !HasFailure(); ++failing) {
+    SCOPED_TRACE(failing);
+    ASSERT_LT(failing, 3000);
+    if (Within()) {
+      ASSERT_EQ(file_.Run(GetParam().begin), 0);
+    }
+    int told = 0;
+    {
+      const FailingMemory memory(failing);
+      ReplaceBtrCall(nullptr);
+      const int status = file_.InsertBlock(20, 25, told);
+      happened = memory.Happened();
+      EXPECT_EQ(status == 0, told == 5) << status;
+    }
+    const int end = Within() ? file_.Run(BtrOpEndTransaction) : 0;
+    std::string expected;
+    for (int32_t code = 20; end == 0 && code < 20 + told; ++code) {
+      expected += std::to_string(code) + " ";
+    }
+    EXPECT_EQ(file_.Content(), expected + "9 ") << end;
+    for (int32_t code = 20; code < 25; ++code) file_.Erase(code);
+  }
 }
 
 TEST_P(RecordManagerWithoutMemory, DeletesWhollyOrNotAtAll) {

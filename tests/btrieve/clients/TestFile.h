@@ -19,6 +19,7 @@ class TestFile {
   }
 
   std::string Path(const std::string& name = "test.dat") const { return folder_.Path(name); }
+  const std::filesystem::path& Root() const { return folder_.Root(); }
   CallOut Call(int operation, const CallIn& in, int block = 0) {
     return process_.Call(operation, block, in);
   }

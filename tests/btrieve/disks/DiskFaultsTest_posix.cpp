@@ -6,6 +6,7 @@
 
 #include "clients/FaultsOf.h"
 #include "clients/Remote.h"
+#include "clients/TestFile.h"
 #include "kit/CrashStates.h"
 #include "kit/DamagedFile.h"
 #include "kit/FaultyDisk.h"
@@ -222,6 +223,44 @@ TEST(DiskFull, TheLogIsCarriedOverBeforeARecordIsRefused) {
   for (int32_t id = 90; id < 100; ++id) ASSERT_EQ(insert(id), 0) << id;
   EXPECT_EQ(process.Call(kEnd, 0, {}).status, 0);
   EXPECT_EQ(NumberAt<uint32_t>(process.Call(kStat, 0, {.room = 500}).data, 6), 100u);
+}
+
+// In a transaction the records of a block that are there in spite of a failure are told, and no
+// record is there twice.
+TEST(FailingDisk, ABlockTellsWhatOfItTheTransactionHolds) {
+  constexpr int kMany = 300;
+  const Fault faults[] = {{"full disk", Grows, ENOSPC, true},
+                          {"full disk for a moment", Grows, ENOSPC, false},
+                          {"write error", Writes, EIO, false}};
+  Bytes block = Number(static_cast<uint16_t>(kMany));
+  for (int32_t id = 1; id <= kMany; ++id) {
+    const Bytes record = Number(id) + Number(id) + Bytes(16, 'a');
+    block = std::move(block) + Number(static_cast<uint16_t>(record.size())) + record;
+  }
+  for (const Fault& fault : faults) {
+    for (const int begin : {int{kBegin}, kBegin + kConcurrent}) {
+      for (int at = 1; at <= 8; ++at) {
+        SCOPED_TRACE(fault.name + (", transaction " + std::to_string(begin)) + ", call " +
+                     std::to_string(at));
+        TestFile file(PlanBlock());
+        ASSERT_EQ(file.Call(begin, {}).status, 0);
+        const auto there = [&] { return std::stoi(file.Counts()); };
+        FaultyDisk disk(fault, at);
+        CallOut out;
+        {
+          const DiskTap tap(file.Root(), disk);
+          out = file.Call(kInsertExtended, {.data = block, .keyNumber = -1});
+          disk.Mend();
+        }
+        const int told = out.length < block.size() ? NumberAt<uint16_t>(out.data, 0) : 0;
+        EXPECT_EQ(out.status == 0, told == kMany) << out.status;
+        EXPECT_EQ(there(), told);
+        const Status end = file.Call(kEnd, {}).status;
+        EXPECT_EQ(there(), end == 0 ? told : 0) << end;
+        EXPECT_EQ(FaultsOf(file.Path()), "");
+      }
+    }
+  }
 }
 
 // A concurrent transaction puts positions aside for its records by a commit of its own.

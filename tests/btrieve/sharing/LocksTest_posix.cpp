@@ -2,6 +2,8 @@
 // are of this process, "x" and "y" of the other.
 #include <unistd.h>
 
+#include <thread>
+
 #include "btrieve/locks/LockSpace.h"
 #include "clients/People.h"
 #include "clients/Remote.h"
@@ -300,6 +302,24 @@ TEST(ManyAtOnce, StopAtAnothersUncommittedValue) {
     EXPECT_EQ(both.Run("end x:end x:ins0=9+200 ins0=8+200"), "#39 ok ok ok");
     EXPECT_EQ(NumberAt<uint32_t>(other.Call(kStat, 0, {.room = 500}).data, 6),
               5u + static_cast<uint32_t>(before) + 3u);
+  }
+}
+
+// Behind the first record as at it: a block waits for a value that another holds for a moment.
+TEST(ManyAtOnce, WaitForAnothersUncommittedValue) {
+  for (const char* end : {"x:abort", "x:end"}) {
+    SCOPED_TRACE(end);
+    TwoProcesses both;
+    ASSERT_EQ(both.Run("x:cbegin x:ins0=102"), "ok ok");
+    std::thread other([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(300));
+      both.Run(end);
+    });
+    const CallOut out =
+        both.This().Call(kInsertExtended, 0, {.data = ManyPeople(100, 5), .keyNumber = -1});
+    other.join();
+    EXPECT_EQ(out.status, end == std::string("x:abort") ? 0 : kDuplicateKey);
+    EXPECT_EQ(NumberAt<uint16_t>(out.data, 0), out.status == 0 ? 5 : 2);
   }
 }
 
