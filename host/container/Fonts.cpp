@@ -1,6 +1,8 @@
 #include "host/container/Fonts.h"
 
+#include <cmath>
 #include <stdexcept>
+#include <utility>
 
 #include "com/Fonts.h"
 #include "host/container/Text.h"
@@ -49,7 +51,51 @@ void Set(com::FontDescription& font, const form::Property& property) {
   throw std::runtime_error("Font: a font has no " + property.name);
 }
 
+form::Property Row(const char* name, form::PropertyValue value) {
+  return {name, 0, std::move(value), false, {}, {}};
+}
+
+// A whole number as one.
+form::PropertyValue Points(double points) {
+  if (points == std::floor(points)) return static_cast<int32_t>(points);
+  return points;
+}
+
+// As the currency that font objects count their points in: ten thousandths.
+double PointsOf(const CY& size) noexcept { return static_cast<double>(size.int64) / 10000; }
+
 }  // namespace
+
+form::Property FontGroup(const std::string& name, const com::FontDescription& font) {
+  const auto truth = [](bool flag) { return int32_t{flag ? -1 : 0}; };
+  return {name,
+          0,
+          {},
+          true,
+          kFontClass,
+          {Row("Name", Utf8(font.name)), Row("Size", Points(font.points)),
+           Row("Charset", int32_t{font.charset}), Row("Weight", int32_t{font.weight}),
+           Row("Underline", truth(font.underline)), Row("Italic", truth(font.italic)),
+           Row("Strikethrough", truth(font.strikethrough))}};
+}
+
+com::FontDescription DescriptionOf(IFont* font) {
+  com::FontDescription look;
+  Bstr name;
+  CY size{};
+  BOOL italic = FALSE;
+  BOOL underline = FALSE;
+  BOOL strikethrough = FALSE;
+  if (SUCCEEDED(font->get_Name(name.put()))) look.name = name.view();
+  if (SUCCEEDED(font->get_Size(&size))) look.points = PointsOf(size);
+  font->get_Weight(&look.weight);
+  font->get_Charset(&look.charset);
+  if (SUCCEEDED(font->get_Italic(&italic))) look.italic = italic != FALSE;
+  if (SUCCEEDED(font->get_Underline(&underline))) look.underline = underline != FALSE;
+  if (SUCCEEDED(font->get_Strikethrough(&strikethrough)))
+    look.strikethrough = strikethrough != FALSE;
+  return look;
+}
 
 bool IsFontGroup(const form::Property& property) noexcept {
   return property.isGroup &&

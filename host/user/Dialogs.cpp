@@ -56,14 +56,6 @@ bool IsClass(HWND window, const wchar_t* name) { return SameName(ClassOf(window)
 // A message box has nothing but words, an icon and buttons.
 bool IsPartOfMessage(HWND child) { return IsClass(child, L"Static") || IsClass(child, L"Button"); }
 
-std::wstring WithoutMarks(std::wstring text) {
-  // A Japanese face ends with its key in parentheses: "適用(&A)".
-  if (const size_t mark = text.find(L"(&"); mark != std::wstring::npos) text.erase(mark);
-  std::erase(text, L'&');
-  while (!text.empty() && text.back() == L' ') text.pop_back();
-  return text;
-}
-
 struct ButtonName {
   const wchar_t* name;
   int id;
@@ -100,6 +92,14 @@ void Notify(HWND item, WORD notice) noexcept {
 }
 
 }  // namespace
+
+std::wstring WithoutMarks(std::wstring text) {
+  // A Japanese face ends with its key in parentheses: "適用(&A)".
+  if (const size_t mark = text.find(L"(&"); mark != std::wstring::npos) text.erase(mark);
+  std::erase(text, L'&');
+  while (!text.empty() && text.back() == L' ') text.pop_back();
+  return text;
+}
 
 HWND FrontBox() noexcept {
   return FindTop([](HWND window) { return IsClass(window, kDialogClass); });
@@ -167,6 +167,28 @@ bool ChooseLine(HWND item, const std::wstring& text) noexcept {
   return true;
 }
 
+bool IsComboBox(HWND item) noexcept { return IsClass(item, L"ComboBox"); }
+
+RECT LinePlace(HWND item, const std::wstring& text) noexcept {
+  HWND list = item;
+  if (IsComboBox(item)) {
+    COMBOBOXINFO box{};
+    box.cbSize = sizeof box;
+    GetComboBoxInfo(item, &box);
+    list = box.hwndList;
+  }
+  const LRESULT line = SendMessageW(list, LB_FINDSTRING, static_cast<WPARAM>(-1),
+                                    reinterpret_cast<LPARAM>(text.c_str()));
+  RECT place{};
+  RECT client{};
+  GetClientRect(list, &client);
+  if (line < 0 || !IsWindowVisible(list)) return {};
+  SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(&place));
+  if (place.top < client.top || place.bottom > client.bottom) return {};
+  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
 std::wstring ItemText(HWND item) {
   const ListKind* kind = ListKindOf(item);
   if (!kind) return TextOfWindow(item);
@@ -197,6 +219,47 @@ bool ChooseTab(HWND box, const std::wstring& title) {
     return true;
   }
   return false;
+}
+
+namespace {
+
+// What stands before the key: "保存(&S)\tCtrl+S".
+std::wstring WordsOfItem(HMENU menu, int place) {
+  wchar_t text[256] = L"";
+  GetMenuStringW(menu, static_cast<UINT>(place), text, 256, MF_BYPOSITION);
+  const std::wstring words = text;
+  return WithoutMarks(words.substr(0, words.find(L'\t')));
+}
+
+RECT PlaceOfItem(HWND window, HMENU menu, const std::wstring& words) {
+  const int count = GetMenuItemCount(menu);
+  for (int place = 0; place < count; ++place) {
+    const UINT state = GetMenuState(menu, static_cast<UINT>(place), MF_BYPOSITION);
+    if (WordsOfItem(menu, place) != words || (state & (MF_GRAYED | MF_DISABLED))) continue;
+    RECT item{};
+    GetMenuItemRect(window, menu, static_cast<UINT>(place), &item);
+    return item;
+  }
+  return {};
+}
+
+}  // namespace
+
+RECT BarItemPlace(HWND window, const std::wstring& words) noexcept {
+  return PlaceOfItem(window, GetMenu(window), words);
+}
+
+RECT OpenItemPlace(const std::wstring& words) noexcept {
+  constexpr wchar_t kMenuClass[] = L"#32768";
+  constexpr UINT kGetMenu = 0x01E1;  // MN_GETHMENU
+  RECT place{};
+  FindTop([&](HWND window) {
+    if (!IsClass(window, kMenuClass)) return false;
+    const auto menu = reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0));
+    place = PlaceOfItem(window, menu, words);
+    return !IsRectEmpty(&place);
+  });
+  return place;
 }
 
 }  // namespace qrn::host

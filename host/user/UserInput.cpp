@@ -87,6 +87,10 @@ void TypeText(std::wstring_view text) {
   }
 }
 
+POINT CentreOf(const RECT& part) noexcept {
+  return {(part.left + part.right) / 2, (part.top + part.bottom) / 2};
+}
+
 void MoveMouse(POINT to) {
   SetCursorPos(to.x, to.y);
   Sleep(kBetweenMs);

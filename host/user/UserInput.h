@@ -22,6 +22,8 @@ struct ClickKind {
   bool control = false;
 };
 
+POINT CentreOf(const RECT& part) noexcept;
+
 // Screen positions in pixels.
 void MoveMouse(POINT to);
 void ClickMouse(POINT at, const ClickKind& kind);

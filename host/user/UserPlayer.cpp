@@ -44,15 +44,12 @@ bool IsTrue(const Variant& value) {
   return SUCCEEDED(value.as(VT_BOOL, truth)) && truth->boolVal != VARIANT_FALSE;
 }
 
-POINT CentreOf(const RECT& part) noexcept {
-  return {(part.left + part.right) / 2, (part.top + part.bottom) / 2};
-}
-
 // Steps that a box in front does not keep from anything.
 bool IsForBoxes(UserVerb verb) noexcept {
   constexpr UserVerb kForBoxes[] = {
       UserVerb::Message,      UserVerb::DialogPress, UserVerb::DialogChoose, UserVerb::DialogEnter,
-      UserVerb::DialogExpect, UserVerb::DialogTab,   UserVerb::Wait,         UserVerb::Shot};
+      UserVerb::DialogExpect, UserVerb::DialogTab,   UserVerb::DialogClick,  UserVerb::Wait,
+      UserVerb::Pace,         UserVerb::Shot};
   return std::find(std::begin(kForBoxes), std::end(kForBoxes), verb) != std::end(kForBoxes);
 }
 
@@ -93,8 +90,12 @@ const UserPlayer::VerbRow UserPlayer::kVerbs[] = {
     {UserVerb::DialogEnter, &UserPlayer::OnDialog},
     {UserVerb::DialogExpect, &UserPlayer::OnDialog},
     {UserVerb::DialogTab, &UserPlayer::OnDialog},
+    {UserVerb::DialogClick, &UserPlayer::OnDialogClick},
+    {UserVerb::Menu, &UserPlayer::OnMenu},
+    {UserVerb::Pace, &UserPlayer::OnPace},
     {UserVerb::Pages, &UserPlayer::OnPages},
     {UserVerb::Tool, &UserPlayer::OnTool},
+    {UserVerb::Property, &UserPlayer::OnProperty},
     {UserVerb::Point, &UserPlayer::OnPoint},
     {UserVerb::Draw, &UserPlayer::OnDraw},
     {UserVerb::Pull, &UserPlayer::OnPull},
@@ -159,6 +160,7 @@ void UserPlayer::PlaySteps() {
       line = step.line;
       last = std::max(last, line);
       if (!WaitForStart(step.verb)) return;
+      Sleep(pace_);
       RunStep(step);
       WaitIdle();
       ui_.ThrowLateFailure();
@@ -431,6 +433,10 @@ void UserPlayer::OnType(const UserStep& step) {
 
 void UserPlayer::OnWait(const UserStep& step) {
   Sleep(static_cast<DWORD>(std::max(0, step.Number("number"))));
+}
+
+void UserPlayer::OnPace(const UserStep& step) {
+  pace_ = static_cast<DWORD>(std::max(0, step.Number("number")));
 }
 
 bool UserPlayer::Holds(const UserStep& step, std::wstring* shown) {

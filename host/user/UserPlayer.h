@@ -83,11 +83,15 @@ class UserPlayer {
   void OnShot(const form::UserStep& step);
   void OnMessage(const form::UserStep& step);
   void OnDialog(const form::UserStep& step);
+  void OnDialogClick(const form::UserStep& step);
+  void OnMenu(const form::UserStep& step);
+  void OnPace(const form::UserStep& step);
   void OnPages(const form::UserStep& step);
   void OnTool(const form::UserStep& step);
   void OnPoint(const form::UserStep& step);
   void OnDraw(const form::UserStep& step);
   void OnPull(const form::UserStep& step);
+  void OnProperty(const form::UserStep& step);
 
   Program& program();  // throws where no form is before the user
   // The designer's window; throws where none is.
@@ -107,6 +111,8 @@ class UserPlayer {
   RECT ScreenPart(const std::string& path);
   POINT PointIn(const std::string& path, const form::UserStep& step, const char* x, const char* y);
   HWND WaitForWindow(const std::function<HWND()>& look, const std::string& what);
+  // A place on the screen, once there is one.
+  RECT WaitForPlace(const std::function<RECT()>& look, const std::string& what);
   // Does a step's work on the thread of the forms. A box that comes meanwhile keeps the work there:
   // it must own what it uses. Acting is over then; for all else the box is a failure.
   void ActOnForms(std::function<void()> work);
@@ -128,6 +134,7 @@ class UserPlayer {
   std::thread thread_;
   com::Held<HANDLE, &CloseHandle> up_;  // the thread runs: from here on boxes are seen
   std::string failure_;
+  DWORD pace_ = 0;        // milliseconds before each step
   bool started_ = false;  // the player's thread has seen the program up
   std::atomic<bool> refused_ = false;
   std::atomic<bool> programEnded_ = false;

@@ -2,6 +2,7 @@
 #include "host/container/Text.h"
 #include "host/user/Dialogs.h"
 #include "host/user/StepWords.h"
+#include "host/user/UserInput.h"
 #include "host/user/UserPlayer.h"
 #include "host/user/WindowShot.h"
 
@@ -56,6 +57,13 @@ HWND UserPlayer::WaitForWindow(const std::function<HWND()>& look, const std::str
   }
 }
 
+RECT UserPlayer::WaitForPlace(const std::function<RECT()>& look, const std::string& what) {
+  RECT place{};
+  WaitForWindow([&] { return place = look(), IsRectEmpty(&place) ? nullptr : GetDesktopWindow(); },
+                what);
+  return place;
+}
+
 void UserPlayer::OnMessage(const UserStep& step) {
   const std::wstring wanted = Wide(step.Get("text"));
   HWND box = WaitForWindow(FrontBox, "the message");
@@ -91,6 +99,34 @@ void UserPlayer::OnDialog(const UserStep& step) {
   }
   const std::wstring shown = ItemText(item);
   if (!Meets(shown, step.Get("sign"), text)) Fail("it is " + Quoted(shown));
+}
+
+// By the mouse, which nothing may cover.
+void UserPlayer::OnDialogClick(const UserStep& step) {
+  const std::wstring title = Wide(step.Get("title"));
+  HWND box = WaitForWindow([&] { return WindowTitled(title); }, "the dialog");
+  HWND item =
+      step.Has("button") ? ButtonOf(box, Wide(step.Get("button"))) : ItemOf(box, step.Number("id"));
+  if (!item) Fail("the dialog has no " + step.Get("button") + step.Get("id"));
+  if (!IsWindowVisible(item) || !IsWindowEnabled(item)) Fail("it cannot be clicked");
+  if (!step.Has("line") || IsComboBox(item)) ClickMouse(CentreOf(ScreenPartOf(item)), {});
+  if (!step.Has("line")) return;
+  ClickMouse(CentreOf(WaitForPlace([&] { return LinePlace(item, Wide(step.Get("line"))); },
+                                   "the line " + step.Get("line"))),
+             {});
+}
+
+void UserPlayer::OnMenu(const UserStep& step) {
+  RequireNoMessage();
+  HWND window = Ask<HWND>([this] { return WindowOf(""); });
+  const auto click = [&](const char* word, auto look) {
+    const std::wstring words = Wide(step.Get(word));
+    const RECT place = WaitForPlace([&] { return look(words); }, "the menu " + step.Get(word));
+    ClickMouse(CentreOf(place), {});
+  };
+  click("menu", [window](const std::wstring& words) { return BarItemPlace(window, words); });
+  click("item", [](const std::wstring& words) { return OpenItemPlace(words); });
+  if (step.Has("sub")) click("sub", [](const std::wstring& words) { return OpenItemPlace(words); });
 }
 
 // The pages wait for their user, so this only sets them going.

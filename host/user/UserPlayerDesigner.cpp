@@ -55,7 +55,17 @@ void UserPlayer::OnTool(const UserStep& step) {
     if (IsRectEmpty(&tool)) Fail("there is no tool " + name);
     return tool;
   });
-  ClickMouse({(place.left + place.right) / 2, (place.top + place.bottom) / 2}, KindOf(step));
+  ClickMouse(CentreOf(place), KindOf(step));
+}
+
+void UserPlayer::OnProperty(const UserStep& step) {
+  RequireNoMessage();
+  const RECT place = Ask<RECT>([this, name = step.Get("name")] {
+    const RECT row = Designer().properties().PlaceOf(name);
+    if (IsRectEmpty(&row)) Fail("there is no property " + name);
+    return row;
+  });
+  ClickMouse(CentreOf(place), KindOf(step));
 }
 
 void UserPlayer::OnPoint(const UserStep& step) {

@@ -48,9 +48,10 @@ TEST(Controls, AreAddedAsVisualBasicDoes) {
   EXPECT_FALSE(AddControl(*design, {"LIB", "Box", design->form(), {0, 0, 1440, 720}}));
   EXPECT_EQ(
       Lines(*design, "Box1"),
-      "Begin LIB.Box Box1|_ExtentX        =   2540|_ExtentY        =   1270|Height          =  "
-      " 720|Left            =   0|TabIndex        =   6|Top             =   0|Width           "
-      "=   1440|End");
+      "Begin LIB.Box Box1|_ExtentX        =   2540|_ExtentY        =   1270|BackColor       =   "
+      "&H00C0C0C0&|Height          =   720|Left            =   0|TabIndex        =   6|Top         "
+      " "
+      "   =   0|Width           =   1440|End");
   EXPECT_FALSE(AddControl(*design, {"LIB", "Source", design->form(), {60, 45, 9, 9}}));
   EXPECT_EQ(Lines(*design, "Source1"),
             "Begin LIB.Source Source1|Left            =   60|Top             =   45|End");

@@ -21,6 +21,7 @@ constexpr char kListed[] =
     "      Text            =   \"t\"\n      Width           =   600\n      _ExtentX        =   "
     "1058\n"
     "   End\n"
+    "   Begin LIB.Box plain \n   End\n"
     "   Begin ODD.Thing odd \n      Zoom            =   2.5  'times\n      TabIndex        =   3\n"
     "   End\n"
     "   Begin VB.CommandButton ok \n      Default         =   -1  'True\n   End\n"
@@ -82,6 +83,8 @@ TEST_F(List, ShowsValuesAsText) {
       {"box", "BackColor", "&H000000FF&"},
       {"box", "Secret", "(none)"},
       {"box", "Font", ""},
+      // A line that a new control has, and this one has not.
+      {"plain", "BackColor", "&H00C0C0C0&"},
       {"odd", "Zoom", "2.5"},
       {"F", "ClientWidth", "9000"},
       {"F", "BorderStyle", "2 - Sizable"},

@@ -45,6 +45,13 @@ const StepCase kSteps[] = {
     {"message \"VE802\" ok", UserVerb::Message, "button=ok message=message text=VE802"},
     {"dialog \"Btrieve\" choose 193 \"db1\"", UserVerb::DialogChoose,
      "choose=choose dialog=dialog id=193 text=db1 title=Btrieve"},
+    {"dialog \"Btrieve\" click 193 \"db1\"", UserVerb::DialogClick,
+     "click=click dialog=dialog id=193 line=db1 title=Btrieve"},
+    {"dialog \"Btrieve\" click \"OK\"", UserVerb::DialogClick, "button=OK click=click dialog=dialog title=Btrieve"},
+    {"menu \"File\" \"Open...\"", UserVerb::Menu, "item=Open... menu=File"},
+    {"menu \"Format\" \"Align\" \"Left\"", UserVerb::Menu, "item=Align menu=Format sub=Left"},
+    {"property DbField twice", UserVerb::Property, "name=DbField property=property twice=twice"},
+    {"pace 500", UserVerb::Pace, "number=500 pace=pace"},
     {"close", UserVerb::Close, "close=close"},
     {"close frmOne", UserVerb::Close, "close=close form=frmOne"},
     {"show frmOne", UserVerb::Show, "form=frmOne show=show"},
@@ -53,7 +60,7 @@ const StepCase kSteps[] = {
 const char* const kBadSteps[] = {
     "jump", "click", "click 5", "click a b", "click a at 1", "key Ctrl+", "key Hyper+A", "type abc",
     "wheel a", "wheel a along", "type \"abc", "type \"a\"b\"", "expect a =", "expect a.b ? 5", "set a.b = x", "wait soon",
-    "message \"x\"", "message \"x\" Maybe", "message \"x\" OK|Cancel", "message \"x\" |", "shot", "expect a(1 = 5", "expect a.(1) = 5",
+    "menu \"File\"", "property", "pace", "dialog \"x\" click", "message \"x\"", "message \"x\" Maybe", "message \"x\" OK|Cancel", "message \"x\" |", "shot", "expect a(1 = 5", "expect a.(1) = 5",
 };
 // clang-format on
 

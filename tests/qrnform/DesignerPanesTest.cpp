@@ -54,7 +54,7 @@ TEST(DesignerPanes, OpenTheFormThatTheWizardMade) {
   const std::filesystem::path company = std::filesystem::path(QRN_COMPANY) / "company.toml";
   qrndata::WriteDictionary(run.PathOf(""), qrndata::ReadSchemaFile(company).tables, true);
   EXPECT_EQ(
-      run.Play("key Alt+F\nkey D\n"
+      run.Play("menu \"File\" \"New Form from Dictionary...\"\n"
                "dialog \"New Form from a Dictionary\" enter 100 \"@\"\n"
                "key Enter times 5\nwait 500\n"
                "click edtDeptCode\nkey F4\nkey Ctrl+Shift+T times 3\ntype \"changed\"\nkey Enter\n"

@@ -228,6 +228,14 @@ TEST(DesignerWindow, TellsWhyAFileCannotBeSaved) {
   EXPECT_EQ(run.Bytes(), kCard);
 }
 
+// Code that fails while it runs: after the form's end the caret stands at its line.
+TEST(DesignerWindow, GoesToTheLineThatFailed) {
+  DesignerRun run(Form(Control("VB.CommandButton cmd", 600, 600, 1200, 480, 0),
+                       "Private Sub cmd_Click()\r\n  Dim n\r\n  n = 1 / 0\r\nEnd Sub\r\n"));
+  EXPECT_EQ(run.Play("key F5\nclick cmd\nclose\nwait 300\ntype \"here\"\nkey Ctrl+S\nclose\n"), "");
+  EXPECT_NE(run.Bytes().find("  heren = 1 / 0\r\n"), std::string::npos) << run.Bytes();
+}
+
 // Code that cannot run is told with its line, and the designer is there again.
 TEST(DesignerWindow, TellsWhatKeepsTheFormFromRunning) {
   DesignerRun run(

@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "host/container/Text.h"
+#include "host/designer/classes/PlainValue.h"
+#include "host/designer/classes/SavedState.h"
 #include "host/form/SourceText.h"
 
 namespace qrn::designer {
@@ -18,73 +20,7 @@ using host::Variant;
 
 constexpr double kTwipsPerHimetric = 1440.0 / 2540.0;
 
-std::optional<form::PropertyValue> TextOf(VARIANT& value) {
-  const BSTR text = value.bstrVal;
-  return Utf8(std::wstring_view(text ? text : L"", SysStringLen(text)));
-}
-
-std::optional<form::PropertyValue> TruthOf(VARIANT& value) {
-  return int32_t{value.boolVal ? -1 : 0};
-}
-
-std::optional<form::PropertyValue> FractionOf(VARIANT& value) {
-  Variant changed;
-  if (FAILED(VariantChangeType(changed.put(), &value, 0, VT_R8))) return std::nullopt;
-  return changed->dblVal;
-}
-
-// Colours come without a sign.
-std::optional<form::PropertyValue> BitsOf(VARIANT& value) {
-  return static_cast<int32_t>(value.ulVal);
-}
-
-std::optional<form::PropertyValue> WholeOf(VARIANT& value) {
-  Variant changed;
-  if (FAILED(VariantChangeType(changed.put(), &value, 0, VT_I4))) return std::nullopt;
-  return int32_t{changed->lVal};
-}
-
-struct ValueRow {
-  VARTYPE type;
-  std::optional<form::PropertyValue> (*read)(VARIANT& value);
-};
-constexpr ValueRow kValues[] = {
-    {VT_BSTR, TextOf},   {VT_BOOL, TruthOf}, {VT_R4, FractionOf},
-    {VT_R8, FractionOf}, {VT_UI4, BitsOf},   {VT_I2, WholeOf},
-    {VT_I4, WholeOf},    {VT_UI1, WholeOf},  {VT_INT, WholeOf},
-};
-
-// Numbers and texts; an object (a font, a picture) is none.
-std::optional<form::PropertyValue> PlainValue(VARIANT& value) {
-  for (const ValueRow& row : kValues) {
-    if (row.type == value.vt) return row.read(value);
-  }
-  return std::nullopt;
-}
-
-// Collects what a control writes into a form file.
-class Collector final : public host::ComObject<IPropertyBag> {
- public:
-  STDMETHODIMP Read(LPCOLESTR, VARIANT*, IErrorLog*) override { return E_INVALIDARG; }
-  STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
-    return host::Guard([&] {
-      if (!name || !value) return E_POINTER;
-      const auto plain = PlainValue(*value);
-      if (plain) properties.push_back({Utf8(name), 0, *plain, false, {}, {}});
-      return S_OK;
-    });
-  }
-
-  std::vector<form::Property> properties;
-};
-
 using Lines = std::vector<form::Property>;
-
-Lines SavedBy(IPersistPropertyBag* persist) {
-  const Com<Collector> collector = host::MakeCom<Collector>();
-  const bool saved = SUCCEEDED(persist->Save(collector.get(), FALSE, FALSE));
-  return saved ? std::move(collector->properties) : Lines();
-}
 
 form::Property Line(const char* name, int32_t number) { return {name, 0, number, false, {}, {}}; }
 
@@ -97,7 +33,7 @@ Lines ContainersLines(const SIZEL& himetric) {
 void AskLines(const Com<IUnknown>& control, ClassInfo* info) {
   const Com<IPersistPropertyBag> persist = Query<IPersistPropertyBag>(control.get());
   if (!persist || FAILED(persist->InitNew())) return;
-  const Lines own = SavedBy(persist.get());
+  const Lines own = PlainLinesOf(control.get());
   const Com<IOleObject> object = Query<IOleObject>(control.get());
   SIZEL himetric{};
   if (object && SUCCEEDED(object->GetExtent(DVASPECT_CONTENT, &himetric))) {
@@ -160,7 +96,7 @@ void AskSavedNames(const Com<IUnknown>& control, ClassInfo* info) {
     const bool asks = property.kind == PropertyKind::Text && property.offer != Offer::None &&
                       !property.readOnly && !IsSaved(*info, property.name);
     if (!asks || !persist || !dispatch || !Put(dispatch.get(), property.name, kProbe)) continue;
-    property.savedName = LineWith(SavedBy(persist.get()), kProbe);
+    property.savedName = LineWith(PlainLinesOf(control.get()), kProbe);
     if (!property.savedName.empty()) property.initial.reset();
     Put(dispatch.get(), property.name, "");
   }
@@ -181,11 +117,6 @@ void AskSize(const Com<IUnknown>& control, ClassInfo* info) {
 }
 
 }  // namespace
-
-std::vector<form::Property> SavedLines(IUnknown* control) {
-  const Com<IPersistPropertyBag> persist = Query<IPersistPropertyBag>(control);
-  return persist ? SavedBy(persist.get()) : Lines();
-}
 
 void AskFreshControl(const Com<IUnknown>& control, ClassInfo* info) {
   AskLines(control, info);

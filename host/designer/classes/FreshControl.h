@@ -14,7 +14,4 @@ namespace qrn::designer {
 // does not tell stays as it is. The control needs no form; it is let go afterwards.
 void AskFreshControl(const host::Com<IUnknown>& control, ClassInfo* info);
 
-// The lines that a control saves of itself: plain values, no fonts and pictures.
-std::vector<form::Property> SavedLines(IUnknown* control);
-
 }  // namespace qrn::designer

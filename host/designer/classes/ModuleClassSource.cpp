@@ -7,6 +7,7 @@
 #include "host/container/TypeNames.h"
 #include "host/designer/classes/FreshControl.h"
 #include "host/designer/classes/TypeInfoReader.h"
+#include "host/designer/model/DatabaseClass.h"
 #include "host/form/SourceText.h"
 
 namespace qrn::designer {
@@ -48,7 +49,8 @@ std::unique_ptr<ClassInfo> Read(host::ControlClasses& classes, std::string_view 
   const host::ControlClass found = classes.Find(std::string(library), std::string(name));
   auto info = std::make_unique<ClassInfo>();
   info->library = library;
-  info->name = info->stem = name;
+  info->name = name;
+  info->stem = UsersName(name);
   const Com<ITypeInfo> face = host::DefaultInterface(found.type.get());
   const Com<ITypeInfo> events = host::EventsOf(found.type.get());
   if (face) info->properties = ReadProperties(face.get());

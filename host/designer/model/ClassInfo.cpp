@@ -55,6 +55,11 @@ const EventInfo* ClassInfo::Event(std::string_view eventName) const noexcept {
   return FindNamed(events, eventName);
 }
 
+std::optional<form::PropertyValue> ClassInfo::FirstValue(std::string_view line) const {
+  const form::Property* first = FindNamed(firstProperties, line);
+  return first ? std::optional(first->value) : std::nullopt;
+}
+
 const std::vector<PropertyInfo>& ExtenderProperties() {
   static const std::vector<PropertyInfo> rows = [] {
     const form::PropertyValue none = std::string();

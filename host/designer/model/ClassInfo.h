@@ -84,6 +84,8 @@ struct ClassInfo {
   // By its name or by that of its line.
   const PropertyInfo* Property(std::string_view propertyName) const noexcept;
   const EventInfo* Event(std::string_view eventName) const noexcept;
+  // Of a new control's lines; nothing if it has none of that name.
+  std::optional<form::PropertyValue> FirstValue(std::string_view line) const;
 };
 
 class ClassSource {

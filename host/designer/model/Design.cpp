@@ -121,6 +121,7 @@ std::optional<form::PropertyValue> Design::ValueOrInitial(ControlId id,
   auto value = Value(id, property);
   const ClassInfo* info = value ? nullptr : Class(id);
   const PropertyInfo* row = info ? info->Property(property) : nullptr;
+  if (row && !row->initial) return info->FirstValue(property);
   return row ? row->initial : value;
 }
 

@@ -66,6 +66,22 @@ LRESULT CALLBACK CodeEditor::Watch(HWND window, UINT message, WPARAM wParam, LPA
   return result;
 }
 
+std::string CodeEditor::Code() const {
+  std::string code = com::Utf8(com::TextOfWindow(window_));
+  std::erase(code, '\r');
+  return code;
+}
+
+void CodeEditor::PutCode(const std::string& code) {
+  const std::wstring wide = com::Wide(code);
+  std::u16string text;
+  for (const char16_t unit : com::AsUtf16(wide)) {
+    if (unit == u'\n') text += u'\r';
+    text += unit;
+  }
+  PutText(text);
+}
+
 std::u16string CodeEditor::Text() const {
   const std::wstring text = com::TextOfWindow(window_);
   return std::u16string(com::AsUtf16(text));

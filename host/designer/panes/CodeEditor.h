@@ -18,7 +18,7 @@ struct CaretPlace {
   bool operator==(const CaretPlace&) const = default;
 };
 
-// Texts are UTF-16 and lines end with CR LF, as the field has them.
+// But for the code itself texts are UTF-16 and lines end with CR LF, as the field has them.
 class CodeEditor {
  public:
   // `moved` is called when the caret or the first visible line may be elsewhere; `undo` in place of
@@ -27,9 +27,11 @@ class CodeEditor {
   HWND window() const noexcept { return window_; }
   HFONT font() const noexcept { return font_.get(); }
 
+  // UTF-8, lines end with LF. What differs is replaced, and no more: the view stays, the caret goes
+  // behind what is new.
+  std::string Code() const;
+  void PutCode(const std::string& code);
   std::u16string Text() const;
-  // Replaces what differs, and no more: the view stays, the caret goes behind what is new.
-  void PutText(const std::u16string& text);
   bool IsFilling() const noexcept { return isFilling_; }
 
   CaretPlace Caret() const noexcept;
@@ -54,6 +56,7 @@ class CodeEditor {
                                 UINT_PTR id, DWORD_PTR editor);
   std::u16string Line(int line) const;
   void Replace(const std::u16string& text) noexcept;
+  void PutText(const std::u16string& text);
   size_t LineStart(int line) const noexcept;
   void Shift(bool back);
 

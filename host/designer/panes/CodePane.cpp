@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "com/Text.h"
-#include "host/designer/model/CodeCheck.h"
 #include "host/designer/panes/CodeEditor.h"
 #include "host/designer/panes/CodeMargin.h"
+#include "host/designer/panes/CodeMistakes.h"
 #include "host/designer/panes/EventBoxes.h"
 #include "host/designer/panes/FindBox.h"
 #include "host/designer/panes/PaneTexts.h"
@@ -23,23 +23,6 @@ constexpr UINT kCheckDelay = 400;
 constexpr int kSpare = 3;
 constexpr int kPlaceWidth = 130;
 constexpr COLORREF kReasonColour = RGB(192, 0, 0);
-
-// As the model has code, and as the text field has it.
-std::string WithLf(std::u16string_view text) {
-  std::string utf8 = com::Utf8(com::AsWide(text));
-  std::erase(utf8, '\r');
-  return utf8;
-}
-
-std::u16string WithCrLf(const std::string& utf8) {
-  const std::wstring wide = com::Wide(utf8);
-  std::u16string text;
-  for (const char16_t unit : com::AsUtf16(wide)) {
-    if (unit == u'\n') text += u'\r';
-    text += unit;
-  }
-  return text;
-}
 
 class EditingPane final : public CodePane, private PaneWindow {
  public:
@@ -70,7 +53,6 @@ class EditingPane final : public CodePane, private PaneWindow {
   void Check();
   void ShowReason();
   void ShowCaret();
-  const form::Mistake* MistakeHere() const;
   std::string Reason() const;
 
   bool OnKey(UINT key);
@@ -90,8 +72,8 @@ class EditingPane final : public CodePane, private PaneWindow {
   CaretPlace caret_{-1, 0};
   int typedLine_ = -1;  // where the user typed last
   std::vector<CodeProcedure> procedures_;
-  std::vector<form::Mistake> mistakes_;  // their lines are those of the code
-  Refusal refusal_;                      // why the design does not have what the editor shows
+  CodeMistakes mistakes_;
+  Refusal refusal_;  // why the design does not have what the editor shows
 };
 
 EditingPane::EditingPane(Workplace& place, HWND parent) : place_(place) {
@@ -120,12 +102,12 @@ void EditingPane::OnOpened() {
 }
 
 void EditingPane::Load() {
-  editor_.PutText(WithCrLf(Code().Text()));
+  editor_.PutCode(Code().Text());
   Survey();
 }
 
 void EditingPane::OnChange(const ChangeReport& report) {
-  if (report.code && !refusal_ && WithLf(editor_.Text()) != Code().Text()) Load();
+  if (report.code && !refusal_ && editor_.Code() != Code().Text()) Load();
   if (!report.Any()) return;
   if (report.structure || !report.properties.empty()) Survey();
   SetTimer(window(), kCheckTimer, kCheckDelay, nullptr);
@@ -144,7 +126,7 @@ void EditingPane::OnTyped() {
   if (editor_.IsFilling()) return;
   const int line = editor_.Caret().line;
   if (line != std::exchange(typedLine_, line)) design().Seal();
-  refusal_ = Code().PutText(WithLf(editor_.Text()));
+  refusal_ = Code().PutText(editor_.Code());
   SetTimer(window(), kCheckTimer, kCheckDelay, nullptr);
   OnMoved();
   ShowReason();
@@ -152,13 +134,8 @@ void EditingPane::OnTyped() {
 
 void EditingPane::Check() {
   KillTimer(window(), kCheckTimer);
-  mistakes_ = CheckCode(design());
-  std::set<int> lines;
-  for (form::Mistake& mistake : mistakes_) {
-    mistake.line = std::max(Code().CodeLine(mistake.line), 0);
-    lines.insert(mistake.line);
-  }
-  margin_.Mark(std::move(lines));
+  mistakes_.Check(design());
+  margin_.Mark(mistakes_.Lines());
   Survey();
   ShowReason();
 }
@@ -212,22 +189,9 @@ void EditingPane::ShowCaret() {
   boxes_.PutPlace(Code(), here == procedures_.end() ? std::nullopt : Code().HandledBy(here->name));
 }
 
-// Of the caret's line, else the first one.
-const form::Mistake* EditingPane::MistakeHere() const {
-  for (const form::Mistake& mistake : mistakes_) {
-    if (mistake.line == caret_.line) return &mistake;
-  }
-  return mistakes_.empty() ? nullptr : &mistakes_.front();
-}
-
 std::string EditingPane::Reason() const {
   if (refusal_) return Said(PaneText::NotInDesign, place_.language());
-  const form::Mistake* mistake = MistakeHere();
-  if (!mistake) return {};
-  const std::vector<std::string> words{std::to_string(mistake->line + 1), mistake->reason,
-                                       std::to_string(mistakes_.size() - 1)};
-  const PaneText text = mistakes_.size() == 1 ? PaneText::OneMistake : PaneText::Mistakes;
-  return Said(text, place_.language(), words);
+  return mistakes_.Reason(caret_.line, place_.language());
 }
 
 void EditingPane::ShowReason() {
@@ -249,11 +213,7 @@ void EditingPane::Go(const std::string& object, const std::string& event) {
 }
 
 void EditingPane::NextMistake() {
-  const auto behind =
-      std::find_if(mistakes_.begin(), mistakes_.end(),
-                   [&](const form::Mistake& mistake) { return mistake.line > caret_.line; });
-  if (!mistakes_.empty())
-    GoToLine(behind == mistakes_.end() ? mistakes_.front().line : behind->line);
+  if (const auto line = mistakes_.NextBehind(caret_.line)) GoToLine(*line);
 }
 
 void EditingPane::NextProcedure(bool back) {

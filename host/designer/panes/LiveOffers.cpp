@@ -4,6 +4,7 @@
 #include <chrono>
 #include <system_error>
 
+#include "host/designer/model/DatabaseClass.h"
 #include "host/form/FilePath.h"
 #include "host/form/SourceText.h"
 
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 constexpr const char* kDictionaryFiles[] = {"file.ddf", "field.ddf", "index.ddf"};
 
 bool IsDatabaseControl(const Design& design, ControlId id) {
-  return form::SameWord(design.At(id).className(), "QRNBtr");
+  return IsDatabaseClass(design.At(id).className());
 }
 
 template <class Things>

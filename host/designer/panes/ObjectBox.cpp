@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "com/Text.h"
+#include "host/designer/model/DatabaseClass.h"
 #include "host/designer/panes/PaneTexts.h"
 #include "host/designer/panes/PaneWindow.h"
 
@@ -26,7 +27,7 @@ void ObjectBox::Make(HWND parent, int id, HFONT font) {
 std::vector<ObjectBox::Line> ObjectBox::LinesOf(const Design& design) {
   std::vector<Line> lines;
   for (const ControlId id : design.All()) {
-    lines.push_back({id, NameOf(design, id) + "  " + design.At(id).className()});
+    lines.push_back({id, NameOf(design, id) + "  " + UsersName(design.At(id).className())});
   }
   std::stable_sort(lines.begin(), lines.end(),
                    [](const Line& one, const Line& other) { return one.text < other.text; });

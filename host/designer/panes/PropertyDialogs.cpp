@@ -14,6 +14,7 @@
 #include "com/Com.h"
 #include "com/Handles.h"
 #include "com/Text.h"
+#include "host/container/Fonts.h"
 #include "host/designer/panes/PaneTexts.h"
 #include "host/form/SourceText.h"
 
@@ -22,7 +23,6 @@ namespace {
 
 using form::Property;
 
-constexpr char kFontClass[] = "{0BE35203-8F91-11CE-9DE3-00AA004BB851}";
 constexpr int kTenthsAPoint = 10;
 constexpr double kUsualPoints = 9;
 
@@ -59,27 +59,16 @@ LOGFONTW LookOf(const std::optional<Property>& font) {
   return look;
 }
 
-Property Row(const char* name, form::PropertyValue value) {
-  return {name, 0, std::move(value), false, {}, {}};
-}
-
-form::PropertyValue Points(int tenths) {
-  if (tenths % kTenthsAPoint == 0) return static_cast<int32_t>(tenths / kTenthsAPoint);
-  return static_cast<double>(tenths) / kTenthsAPoint;
-}
-
-// The order is that of Visual Basic's files.
 Property FontOf(const std::string& name, const LOGFONTW& look, int tenths) {
-  Property font{name, 0, {}, true, kFontClass, {}};
-  const auto truth = [](BYTE flag) { return int32_t{flag ? -1 : 0}; };
-  font.group = {Row("Name", com::Utf8(look.lfFaceName)),
-                Row("Size", Points(tenths)),
-                Row("Charset", int32_t{look.lfCharSet}),
-                Row("Weight", static_cast<int32_t>(look.lfWeight)),
-                Row("Underline", truth(look.lfUnderline)),
-                Row("Italic", truth(look.lfItalic)),
-                Row("Strikethrough", truth(look.lfStrikeOut))};
-  return font;
+  com::FontDescription font;
+  font.name = look.lfFaceName;
+  font.points = static_cast<double>(tenths) / kTenthsAPoint;
+  font.weight = static_cast<int16_t>(look.lfWeight);
+  font.charset = look.lfCharSet;
+  font.italic = look.lfItalic != 0;
+  font.underline = look.lfUnderline != 0;
+  font.strikethrough = look.lfStrikeOut != 0;
+  return host::FontGroup(name, font);
 }
 
 // Pairs of a name and patterns, each with a NUL behind it, as the dialog takes them.

@@ -123,6 +123,14 @@ RECT RowList::ValuePlace(size_t row) const noexcept {
   return place;
 }
 
+RECT RowList::ShownPlace(size_t row) const noexcept {
+  ListView_EnsureVisible(window_, static_cast<int>(row), FALSE);
+  RECT place{LVIR_LABEL, 0, 0, 0};
+  SendMessageW(window_, LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&place));
+  MapWindowPoints(window_, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
 size_t RowList::PageSize() const noexcept {
   return static_cast<size_t>(std::max(ListView_GetCountPerPage(window_), 1));
 }

@@ -24,12 +24,13 @@ class RowList {
 
   // Rows with the same names keep their places, and what says the same is not drawn anew.
   void Show(std::vector<ShownRow> rows);
-  size_t count() const noexcept { return rows_.size(); }
 
   // Chooses a row and brings it into view.
   void Choose(size_t row) noexcept;
   // Where a row's value stands, in pixels of the parent; empty while it is scrolled out of view.
   RECT ValuePlace(size_t row) const noexcept;
+  // Where a row stands on the screen, once it is scrolled into view.
+  RECT ShownPlace(size_t row) const noexcept;
   // Rows that fit in the window.
   size_t PageSize() const noexcept;
   void FitColumns() noexcept;

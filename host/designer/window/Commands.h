@@ -52,6 +52,8 @@ enum Command : WORD {
   kViewProperties,
   kViewToolbox,
   kViewPages,
+  kViewWider,
+  kViewNarrower,
   kViewNextPane,
   kRunStart,
   kHelpKeys,

@@ -16,6 +16,8 @@ namespace {
 
 using host::Wide;
 
+constexpr int kWidthStep = 20;  // of the properties by a key; pixels of a screen with 96 an inch
+
 template <auto Function, auto... Arguments>
 Refusal OnSelection(DesignWindow& window) {
   Design& design = window.design();
@@ -73,6 +75,8 @@ const DesignWindow::CommandRow DesignWindow::kCommands[] = {
     {kViewProperties, &W::Always,           nullptr, &W::OnViewProperties},
     {kViewToolbox,    &W::Always,           nullptr, &W::OnViewToolbox},
     {kViewPages,      &W::HasPagesSelected, nullptr, &W::OnViewPages},
+    {kViewWider,      &W::Always,           nullptr, &W::OnViewWider},
+    {kViewNarrower,   &W::Always,           nullptr, &W::OnViewNarrower},
     {kViewNextPane,   &W::Always,           nullptr, &W::TakeNextPane},
     {kRunStart,       &W::Always,           nullptr, &W::OnRunStart},
     {kHelpKeys,       &W::Always,           nullptr, &W::OnHelpKeys},
@@ -219,6 +223,10 @@ void DesignWindow::OnViewForm() {
 void DesignWindow::OnViewProperties() { properties_->TakeFocus(); }
 
 void DesignWindow::OnViewToolbox() { toolbox_->TakeFocus(); }
+
+void DesignWindow::OnViewWider() { PutPropertiesWidth(propertiesWidth_ + Scaled(kWidthStep)); }
+
+void DesignWindow::OnViewNarrower() { PutPropertiesWidth(propertiesWidth_ - Scaled(kWidthStep)); }
 
 void DesignWindow::OnViewPages() { ShowPages(design_->Primary()); }
 

@@ -3,10 +3,10 @@
 #include <exception>
 
 #include "host/container/Text.h"
-#include "host/designer/classes/FreshControl.h"
 #include "host/designer/document/FormStore.h"
 #include "host/designer/document/PropertyText.h"
 #include "host/designer/window/DesignWindow.h"
+#include "host/designer/window/PageChanges.h"
 #include "host/designer/window/WindowTexts.h"
 #include "host/form/SourceText.h"
 #include "host/runner/design/PropertyPages.h"
@@ -52,13 +52,6 @@ class Pointed {
   host::Program*& at_;
 };
 
-const form::Property* LineOf(const std::vector<form::Property>& lines, const std::string& name) {
-  for (const form::Property& line : lines) {
-    if (form::SameWord(line.name, name)) return &line;
-  }
-  return nullptr;
-}
-
 }  // namespace
 
 void DesignWindow::OnRunStart() {
@@ -102,31 +95,12 @@ void DesignWindow::ShowPages(ControlId control) {
   const host::FormControl* live = surface_->Live(control);
   const host::Com<IUnknown> object(live ? live->HostedObject() : nullptr);
   const std::wstring name = live ? live->DisplayName() : Wide(design_->Name(control));
-  const std::vector<form::Property> before =
-      object ? SavedLines(object.get()) : std::vector<form::Property>();
+  const PageChanges changes(object);
   if (!object || !host::ShowPropertyPages(window_, name, object.get(), classes_)) {
     Box(Said(WindowText::NoPages, options_.language, {name}), MB_OK | MB_ICONINFORMATION);
     return;
   }
-  PutPages(control, before, SavedLines(object.get()));
-}
-
-// What pages changed in the live control comes into the design, one step.
-void DesignWindow::PutPages(ControlId control, const std::vector<form::Property>& before,
-                            const std::vector<form::Property>& after) {
-  if (!design_->Has(control)) return;
-  design_->Seal();
-  Step step(*design_, TextId::ChangeProperty, {design_->Name(control)});
-  Refusal refusal;
-  for (const form::Property& line : after) {
-    const form::Property* old = LineOf(before, line.name);
-    if (old && ValueText(old->value) == ValueText(line.value)) continue;
-    if (!refusal) refusal = design_->Put(control, line.name, line.value);
-  }
-  for (const form::Property& line : before) {
-    if (!LineOf(after, line.name)) design_->Remove(control, line.name);
-  }
-  Tell(step.Commit(refusal));
+  if (design_->Has(control)) Tell(changes.PutInto(*design_, control));
 }
 
 }  // namespace qrn::designer

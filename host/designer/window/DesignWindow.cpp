@@ -22,9 +22,11 @@ using host::Utf8;
 using host::Wide;
 
 constexpr wchar_t kClass[] = L"QrnDesigner";
+// Pixels of a screen with 96 an inch.
 constexpr int kPropertiesWidth = 270;
-constexpr int kNewWidth = 1000;
-constexpr int kNewHeight = 700;
+constexpr int kLeastPropertiesWidth = 120;
+constexpr int kLeastFormWidth = 160;
+constexpr SIZE kUsualSize{1200, 840};
 constexpr char kNewName[] = "Form1";
 
 // The library that every toolbox has, found beside the program or registered.
@@ -36,6 +38,14 @@ com::GdiFont MessageFont() {
   metrics.cbSize = sizeof metrics;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
   return com::GdiFont(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+// What a new window takes of the screen: its usual size, or most of a small one.
+SIZE NewSize() {
+  RECT room{};
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &room, 0);
+  return {std::min<LONG>(Scaled(kUsualSize.cx), (room.right - room.left) * 19 / 20),
+          std::min<LONG>(Scaled(kUsualSize.cy), (room.bottom - room.top) * 19 / 20)};
 }
 
 std::string FolderHere() {
@@ -72,7 +82,8 @@ DesignWindow::DesignWindow(host::ControlClasses& classes, DesignWindowOptions op
       font_(MessageFont()),
       contextMenu_(MakeContextMenu(options.language)),
       globalKeys_(MakeGlobalKeys()),
-      formKeys_(MakeFormKeys()) {
+      formKeys_(MakeFormKeys()),
+      propertiesWidth_(Scaled(kPropertiesWidth)) {
   MakeWindow();
 }
 
@@ -80,6 +91,7 @@ DesignWindow::~DesignWindow() {
   if (design_) design_->Observe({});
   code_.reset();
   properties_.reset();
+  splitter_.reset();
   surface_.reset();
   toolbox_.reset();
   if (!window_) return;
@@ -92,8 +104,9 @@ void DesignWindow::MakeWindow() {
   InitCommonControlsEx(&controls);
   host::RegisterWindowClass(kClass, &DesignWindow::Procedure, GetSysColorBrush(COLOR_BTNFACE));
   com::Menu bar = MakeMenuBar(options_.language);
+  const SIZE size = NewSize();
   window_ = CreateWindowExW(0, kClass, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                            CW_USEDEFAULT, kNewWidth, kNewHeight, nullptr, bar.get(),
+                            CW_USEDEFAULT, size.cx, size.cy, nullptr, bar.get(),
                             GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("the designer's window cannot be made");
   static_cast<void>(bar.release());  // the window's from here on
@@ -105,6 +118,19 @@ void DesignWindow::MakeWindow() {
   SurfaceOwner& forms = *this;
   toolbox_ = std::make_unique<Toolbox>(window_, tools, options_.language);
   surface_ = std::make_unique<Surface>(window_, forms, classes_, font_.get());
+  splitter_ = std::make_unique<Splitter>(window_, [this](int left) {
+    RECT room{};
+    GetClientRect(window_, &room);
+    PutPropertiesWidth(room.right - left - Splitter::Width());
+  });
+}
+
+void DesignWindow::PutPropertiesWidth(int width) {
+  RECT room{};
+  GetClientRect(window_, &room);
+  const int most = room.right - toolbox_->Width() - Splitter::Width() - Scaled(kLeastFormWidth);
+  propertiesWidth_ = std::max(std::min(width, most), Scaled(kLeastPropertiesWidth));
+  Layout();
 }
 
 void DesignWindow::Layout() {
@@ -115,21 +141,23 @@ void DesignWindow::Layout() {
   GetWindowRect(status_, &bottom);
   room.bottom -= bottom.bottom - bottom.top;
   const int left = toolbox_->Width();
-  const int right = std::max<int>(left, room.right - kPropertiesWidth);
+  const int bar = std::max<int>(left, room.right - propertiesWidth_ - Splitter::Width());
+  const int right = bar + Splitter::Width();
   const auto put = [&](HWND window, int from, int to, bool shown) {
     SetWindowPos(window, nullptr, from, 0, to - from, room.bottom, SWP_NOZORDER | SWP_NOACTIVATE);
     ShowWindow(window, shown ? SW_SHOWNA : SW_HIDE);
   };
   toolbox_->PutAt({0, 0, left, room.bottom});
-  put(surface_->Window(), left, right, !codeIsShown_);
-  put(code_->Window(), left, right, codeIsShown_);
+  put(surface_->Window(), left, bar, !codeIsShown_);
+  put(code_->Window(), left, bar, codeIsShown_);
+  put(splitter_->Window(), bar, right, true);
   put(properties_->Window(), right, room.right, true);
 }
 
 void DesignWindow::MakePanes() {
   if (code_) return;
   Workplace& place = *this;
-  properties_ = MakePropertyPane(place, window_);
+  properties_ = std::make_unique<PropertyPane>(place, window_);
   code_ = MakeCodePane(place, window_);
 }
 
@@ -262,17 +290,23 @@ bool DesignWindow::AskToLeave() {
   return answer == IDNO || (answer == IDYES && !design_->IsDirty());
 }
 
-void DesignWindow::Run() {
-  const host::Counted loop(loops_);
+void DesignWindow::Show() {
   ShowWindow(window_, SW_SHOWDEFAULT);
   SetForegroundWindow(window_);
   UpdateWindow(window_);
+}
+
+void DesignWindow::Take(MSG& message) {
+  if (PreTranslate(message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+void DesignWindow::Run() {
+  const host::Counted loop(loops_);
+  Show();
   MSG message{};
-  while (!closed_ && GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if (PreTranslate(message)) continue;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
+  while (!closed_ && GetMessageW(&message, nullptr, 0, 0) > 0) Take(message);
   ShowWindow(window_, SW_HIDE);
 }
 

@@ -16,6 +16,7 @@
 #include "host/designer/panes/LiveOffers.h"
 #include "host/designer/panes/PropertyPane.h"
 #include "host/designer/window/Commands.h"
+#include "host/designer/window/Splitter.h"
 #include "host/designer/window/Surface.h"
 #include "host/designer/window/Toolbox.h"
 
@@ -44,6 +45,9 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   }
   // Shows the window and runs until it is closed.
   void Run();
+  // The same in parts, for who reads the thread's messages: each goes here.
+  void Show();
+  void Take(MSG& message);
   // Closes without asking; a form that runs is ended.
   void Quit();
 
@@ -56,6 +60,7 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   Design& design() override { return *design_; }
   const Surface& surface() const noexcept { return *surface_; }
   const Toolbox& toolbox() const noexcept { return *toolbox_; }
+  PropertyPane& properties() noexcept { return *properties_; }
   const std::string& path() const noexcept { return path_; }
 
  private:
@@ -86,6 +91,8 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   void MakeWindow();
   void MakePanes();
   void Layout();
+  // In pixels; as much as leaves something of the form.
+  void PutPropertiesWidth(int width);
   std::array<Pane*, 2> Panes() const { return {properties_.get(), code_.get()}; }
   void ShowTitle();
   void ShowStatus();
@@ -105,8 +112,6 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   HWND FocusedText() const noexcept;
   bool OnCommand(WORD command);
   void PrepareMenu(HMENU menu) const;
-  void PutPages(ControlId control, const std::vector<form::Property>& before,
-                const std::vector<form::Property>& after);
   void BringCode();
   void GoToLine(int fileLine);
   void TakeNextPane();
@@ -139,6 +144,8 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   void OnViewProperties();
   void OnViewToolbox();
   void OnViewPages();
+  void OnViewWider();
+  void OnViewNarrower();
   void OnTabOrderCommand();
   void OnGridShown();
   void OnGridSnaps();
@@ -164,8 +171,10 @@ class DesignWindow final : private Workplace, private SurfaceOwner, private Tool
   std::unique_ptr<Toolbox> toolbox_;
   std::unique_ptr<Surface> surface_;
   std::unique_ptr<LiveOffers> offers_;
-  std::unique_ptr<Pane> properties_;
+  std::unique_ptr<PropertyPane> properties_;
   std::unique_ptr<CodePane> code_;
+  std::unique_ptr<Splitter> splitter_;
+  int propertiesWidth_;  // pixels
   bool codeIsShown_ = false;
   bool clickingTabOrder_ = false;
   std::function<void(const std::string&)> printer_;

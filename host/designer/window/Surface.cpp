@@ -5,6 +5,7 @@
 
 #include "host/container/Text.h"
 #include "host/designer/model/TabOrder.h"
+#include "host/designer/panes/PaneWindow.h"
 #include "host/runner/WindowClass.h"
 
 namespace qrn::designer {
@@ -12,11 +13,12 @@ namespace {
 
 constexpr wchar_t kClass[] = L"QrnDesignSurface";
 constexpr int kMargin = 12;  // pixels between the surface's corner and the form
-constexpr int kHandleReach = 3;
+// From the middle of a handle to its edge, in pixels.
+int HandleReach() noexcept { return Scaled(3); }
 
 RECT AroundPoint(POINT middle) noexcept {
-  return {middle.x - kHandleReach, middle.y - kHandleReach, middle.x + kHandleReach + 1,
-          middle.y + kHandleReach + 1};
+  const int reach = HandleReach();
+  return {middle.x - reach, middle.y - reach, middle.x + reach + 1, middle.y + reach + 1};
 }
 
 POINT Pixels(Point point) noexcept { return {host::ToPixels(point.x), host::ToPixels(point.y)}; }
@@ -35,7 +37,7 @@ Place PlaceIn(const RECT& pixels) noexcept {
 
 // Handles lie just outside of what they belong to.
 RECT Around(RECT place) noexcept {
-  InflateRect(&place, kHandleReach, kHandleReach);
+  InflateRect(&place, HandleReach(), HandleReach());
   return place;
 }
 
@@ -224,7 +226,7 @@ std::optional<Handle> Surface::FormHandleAt(POINT screen) const {
   if (design_->Primary() != design_->form()) return std::nullopt;
   const auto handle = HandleAt(PlaceIn(Around(ScreenPlace(design_->form()))),
                                {screen.x * kTwipsPerPixel, screen.y * kTwipsPerPixel},
-                               kHandleReach * kTwipsPerPixel);
+                               HandleReach() * kTwipsPerPixel);
   return handle && CanPull(*design_, design_->form(), *handle) ? handle : std::nullopt;
 }
 

@@ -5,13 +5,15 @@
 #include <cstdlib>
 
 #include "host/designer/model/TabOrder.h"
+#include "host/designer/panes/PaneWindow.h"
 #include "host/designer/window/Surface.h"
 #include "host/runner/InputEvents.h"
 
 namespace qrn::designer {
 namespace {
 
-constexpr int kHandleReachPx = 4;
+// How near to the middle of a handle is on it, in twips.
+int HandleReach() noexcept { return Scaled(4) * kTwipsPerPixel; }
 
 bool IsDown(int key) noexcept { return GetKeyState(key) < 0; }
 
@@ -64,8 +66,7 @@ void Surface::SetPointer() noexcept {
   if (primary != 0 && !tool_ && !clicked_ && live_.Window()) {
     std::optional<Handle> handle = FormHandleAt(screen);
     if (primary != design_->form()) {
-      handle =
-          HandleAt(PlaceOnForm(*design_, primary), OnForm(screen), kHandleReachPx * kTwipsPerPixel);
+      handle = HandleAt(PlaceOnForm(*design_, primary), OnForm(screen), HandleReach());
       if (handle && !CanPull(*design_, primary, *handle)) handle.reset();
     }
     if (handle) cursor = CursorOf(*handle);
@@ -127,7 +128,7 @@ void Surface::OnPress(POINT screen) {
   } else if (const auto handle = FormHandleAt(screen)) {
     gesture_->PressHandle(*handle, point);
   } else {
-    gesture_->Press(point, HeldNow(), kHandleReachPx * kTwipsPerPixel);
+    gesture_->Press(point, HeldNow(), HandleReach());
   }
   SetCapture(window_);
 }

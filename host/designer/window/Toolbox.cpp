@@ -4,6 +4,8 @@
 #include <stdexcept>
 
 #include "host/container/Text.h"
+#include "host/designer/model/DatabaseClass.h"
+#include "host/designer/panes/PaneWindow.h"
 #include "host/designer/window/Commands.h"
 #include "host/designer/window/ToolPictures.h"
 #include "host/designer/window/WindowTexts.h"
@@ -15,6 +17,23 @@ namespace {
 constexpr int kColumns = 3;
 constexpr int kMargin = 3;
 constexpr const char* kFurniture[] = {"Label", "TextBox", "Frame", "CommandButton"};
+
+SIZE PictureSize() { return {Scaled(kToolPicture.cx), Scaled(kToolPicture.cy)}; }
+
+// As large as the screen's resolution asks for; no colour is mixed, for one is seen through.
+com::Bitmap Enlarged(HBITMAP picture) {
+  const com::WindowDc screen(nullptr);
+  const com::MemoryDc from(CreateCompatibleDC(screen.get()));
+  const com::MemoryDc to(CreateCompatibleDC(screen.get()));
+  const SIZE size = PictureSize();
+  com::Bitmap large(CreateCompatibleBitmap(screen.get(), size.cx, size.cy));
+  const com::Selected source(from.get(), picture);
+  const com::Selected target(to.get(), large.get());
+  SetStretchBltMode(to.get(), COLORONCOLOR);
+  StretchBlt(to.get(), 0, 0, size.cx, size.cy, from.get(), 0, 0, kToolPicture.cx, kToolPicture.cy,
+             SRCCOPY);
+  return large;
+}
 
 COLORREF CornerOf(HBITMAP picture) {
   const com::WindowDc screen(nullptr);
@@ -34,26 +53,30 @@ Toolbox::Toolbox(HWND parent, ToolboxOwner& owner, form::Language language)
                          GetModuleHandleW(nullptr), nullptr);
   if (!bar_) throw std::runtime_error("the toolbox cannot be made");
   SendMessageW(bar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  images_.reset(ImageList_Create(kToolPicture.cx, kToolPicture.cy, ILC_COLOR24 | ILC_MASK, 16, 16));
+  const SIZE size = PictureSize();
+  images_.reset(ImageList_Create(size.cx, size.cy, ILC_COLOR24 | ILC_MASK, 16, 16));
+  SendMessageW(bar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(size.cx, size.cy));
   SendMessageW(bar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_.get()));
   SendMessageW(bar_, TB_SETMAXTEXTROWS, 0, 0);
 }
 
 int Toolbox::Width() const noexcept {
   const LRESULT size = SendMessageW(bar_, TB_GETBUTTONSIZE, 0, 0);
-  return kColumns * LOWORD(size) + 2 * kMargin;
+  return kColumns * LOWORD(size) + 2 * Scaled(kMargin);
 }
 
-void Toolbox::Add(const Tool& tool, HBITMAP picture) {
+void Toolbox::Add(const Button& added, HBITMAP picture) {
   const std::wstring name =
-      tool.className.empty() ? Said(WindowText::Pointer, language_) : host::Wide(tool.className);
+      added.tool.className.empty() ? Said(WindowText::Pointer, language_) : host::Wide(added.name);
   TBBUTTON button{};
-  button.iBitmap = picture ? ImageList_AddMasked(images_.get(), picture, CornerOf(picture)) : -1;
+  const com::Bitmap large = picture ? Enlarged(picture) : com::Bitmap();
+  button.iBitmap =
+      large ? ImageList_AddMasked(images_.get(), large.get(), CornerOf(large.get())) : -1;
   button.idCommand = kFirstTool + static_cast<int>(tools_.size());
   button.fsState = TBSTATE_ENABLED;
   button.fsStyle = BTNS_CHECKGROUP;
   button.iString = reinterpret_cast<INT_PTR>(name.c_str());
-  tools_.push_back(tool);
+  tools_.push_back(added);
   SendMessageW(bar_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
 }
 
@@ -61,14 +84,14 @@ void Toolbox::Fill(host::ControlClasses& classes, const ModuleClassSource& sourc
   while (SendMessageW(bar_, TB_DELETEBUTTON, 0, 0)) continue;
   tools_.clear();
   ImageList_RemoveAll(images_.get());
-  Add({}, FurniturePicture("").get());
-  for (const char* piece : kFurniture) Add({"VB", piece}, FurniturePicture(piece).get());
+  Add({{}, "Pointer"}, FurniturePicture("").get());
+  for (const char* piece : kFurniture) Add({{"VB", piece}, piece}, FurniturePicture(piece).get());
   for (const host::Com<ITypeLib>& known : classes.Libraries()) {
     com::Bstr name;
     known->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr);
     const std::string library = host::Utf8(name.view());
     for (const std::string& control : source.ControlsOf(library)) {
-      Add({library, control}, ModulePicture(classes, library, control).get());
+      Add({{library, control}, UsersName(control)}, ModulePicture(classes, library, control).get());
     }
   }
   TakePointer();
@@ -94,14 +117,14 @@ int Toolbox::HotTool() const noexcept {
 
 void Toolbox::Take(int tool) {
   SendMessageW(bar_, TB_CHECKBUTTON, static_cast<WPARAM>(kFirstTool + tool), TRUE);
-  const Tool& taken = tools_[static_cast<size_t>(tool)];
+  const Tool& taken = tools_[static_cast<size_t>(tool)].tool;
   owner_.OnTool(taken.className.empty() ? std::nullopt : std::optional(taken));
 }
 
 void Toolbox::PutInMiddle(int tool) {
   TakePointer();
   owner_.OnTool(std::nullopt);
-  const Tool taken = tools_[static_cast<size_t>(tool)];
+  const Tool taken = tools_[static_cast<size_t>(tool)].tool;
   if (!taken.className.empty()) owner_.OnToolToMiddle(taken);
 }
 
@@ -144,11 +167,10 @@ bool Toolbox::PreTranslate(const MSG& message) {
   return true;
 }
 
-RECT Toolbox::PlaceOf(const std::string& className) const {
-  const std::string wanted = form::SameWord(className, "Pointer") ? "" : className;
+RECT Toolbox::PlaceOf(const std::string& name) const {
   RECT place{};
   for (size_t at = 0; at < tools_.size(); ++at) {
-    if (!form::SameWord(tools_[at].className, wanted)) continue;
+    if (!form::SameWord(tools_[at].name, name)) continue;
     SendMessageW(bar_, TB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));
     MapWindowPoints(bar_, nullptr, reinterpret_cast<POINT*>(&place), 2);
   }

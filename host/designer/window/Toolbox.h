@@ -44,13 +44,18 @@ class Toolbox {
   bool OnCommand(WORD command);
   // Keys and double clicks of the toolbox. True if the message goes no further.
   bool PreTranslate(const MSG& message);
-  // On the screen; empty if there is no such tool. The name is the class's; "Pointer" is one.
-  RECT PlaceOf(const std::string& className) const;
+  // On the screen; empty if there is no such tool. By the name that users know; "Pointer" is one.
+  RECT PlaceOf(const std::string& name) const;
 
  private:
   using Images = com::Held<HIMAGELIST, &ImageList_Destroy>;
 
-  void Add(const Tool& tool, HBITMAP picture);
+  struct Button {
+    Tool tool;         // without a class: the pointer
+    std::string name;  // UTF-8
+  };
+
+  void Add(const Button& button, HBITMAP picture);
   int HotTool() const noexcept;
   bool OnKey(WPARAM key);
   void Take(int tool);
@@ -60,7 +65,7 @@ class Toolbox {
   form::Language language_;
   HWND bar_;
   Images images_;
-  std::vector<Tool> tools_;  // the first is the pointer, without a class
+  std::vector<Button> tools_;
 };
 
 }  // namespace qrn::designer

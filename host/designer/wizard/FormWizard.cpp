@@ -295,6 +295,20 @@ class FilePage final : public WizardPage {
   std::string offered_;
 };
 
+// Over the middle of its owner, where the system does not see to that.
+int CALLBACK PlaceSheet(HWND sheet, UINT message, LPARAM) {
+  HWND owner = GetWindow(sheet, GW_OWNER);
+  if (message != PSCB_INITIALIZED || !owner) return 0;
+  RECT around{};
+  RECT place{};
+  GetWindowRect(owner, &around);
+  GetWindowRect(sheet, &place);
+  SetWindowPos(sheet, nullptr, (around.left + around.right - (place.right - place.left)) / 2,
+               (around.top + around.bottom - (place.bottom - place.top)) / 2, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return 0;
+}
+
 }  // namespace
 
 std::optional<WizardOutcome> RunFormWizard(HWND owner, Language language) {
@@ -311,11 +325,12 @@ std::optional<WizardOutcome> RunFormWizard(HWND owner, Language language) {
                             file.Handle()};
   PROPSHEETHEADERW sheet{};
   sheet.dwSize = sizeof sheet;
-  sheet.dwFlags = PSH_WIZARD97 | PSH_HEADER;
+  sheet.dwFlags = PSH_WIZARD97 | PSH_HEADER | PSH_USECALLBACK;
   sheet.hwndParent = owner;
   sheet.hInstance = GetModuleHandleW(nullptr);
   sheet.nPages = static_cast<UINT>(std::size(pages));
   sheet.phpage = pages;
+  sheet.pfnCallback = &PlaceSheet;
   PropertySheetW(&sheet);
   return outcome;
 }

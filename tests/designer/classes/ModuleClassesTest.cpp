@@ -113,6 +113,8 @@ TEST_F(ModuleClassesTest, PutEveryControlOnAFormThatIsReadAgain) {
   const form::FormFile file = form::ReadFormFile(saved, mistakes);
   EXPECT_FALSE(mistakes.Any()) << mistakes.Text("form");
   EXPECT_EQ(file.form.children.size(), 13u);
+  // By the name of its class, as Visual Basic writes it, but called as everybody calls it.
+  EXPECT_EQ(Lines(design, "QRNBtr1").find("Begin QRNBTRLib.QuorinDb QRNBtr1|"), 0u);
   ASSERT_EQ(file.libraries.size(), 1u);
   EXPECT_EQ(file.libraries[0].fileName, "qrnbt350.ocx");
   EXPECT_EQ(Lines(design, "QRNBtn1").find("Begin QRNBTRLib.QRNBtn QRNBtn1|_ExtentX "), 0u)

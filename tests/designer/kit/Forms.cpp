@@ -293,7 +293,8 @@ ClassInfo BoxClass() {
   box.usualEvent = "Change";
   form::Property extentX{"_ExtentX", 0, int32_t{2143}, false, {}, {}};
   form::Property extentY{"_ExtentY", 0, int32_t{873}, false, {}, {}};
-  box.firstProperties = {extentX, extentY};
+  form::Property backColor{"BackColor", 0, int32_t{0xC0C0C0}, false, {}, {}};
+  box.firstProperties = {backColor, extentX, extentY};
   return box;
 }
 

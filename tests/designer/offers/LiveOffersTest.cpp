@@ -20,7 +20,7 @@ using Names = std::vector<std::string>;
 
 constexpr char kControls[] =
     "   Begin QRNBTRLib.QRNBtr db \n      DDFDir          =   \"data\"\n   End\n"
-    "   Begin VB.Frame around \n      Begin QRNBTRLib.QRNBtr none \n      End\n   End\n"
+    "   Begin VB.Frame around \n      Begin QRNBTRLib.QuorinDb none \n      End\n   End\n"
     "   Begin LIB.Box box \n      DbSource        =   \"db\"\n"
     "      DbTable         =   \"Goods\"\n   End\n";
 

@@ -39,7 +39,7 @@ enum Id { kObjects = 10, kRows = 11, kField = 20, kChoice = 21 };
 class PropertyPaneTest : public testing::Test {
  protected:
   PropertyPaneTest() {
-    host_.Hold(MakePropertyPane(host_, host_.Frame()));
+    host_.Hold(std::make_unique<PropertyPane>(host_, host_.Frame()));
     host_.Select({"t"});
   }
 
