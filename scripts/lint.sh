@@ -19,6 +19,30 @@ run_lint() {
   say "clang-tidy is clean"
 }
 
+# fuzz_window SECONDS: what users may do before the designer's window, chosen by chance, each time by
+# another seed, which is told where it fails.
+fuzz_window() {
+  local program=$BUILD/windows/bin/test_designer_window.exe end=$((SECONDS + $1)) seed runs=0
+  local filter=DesignerWindow.GivesTheFileBackWhenAllIsUndoneAndTheSameWhenItIsRedone
+  build windows test_designer_window
+  QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
+  wine_environment
+  ensure_prefix "$WINEPREFIX" || die "Wine could not make a prefix"
+  mkdir -p "$BUILD/fuzz"
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$BUILD/fuzz/display" >/dev/null 2>&1 &
+  local xvfb=$!
+  while [ ! -s "$BUILD/fuzz/display" ] && kill -0 "$xvfb"; do sleep 0.1; done
+  export DISPLAY=:$(cat "$BUILD/fuzz/display")
+  while [ "$SECONDS" -lt "$end" ]; do
+    seed=$RANDOM$RANDOM
+    QRN_SEED=$seed timeout 600 "$WINE64" "$program" --gtest_filter="$filter" >"$BUILD/fuzz/window.log" 2>&1 ||
+      { kill "$xvfb"; die "the designer's window, seed $seed: see build/fuzz/window.log"; }
+    runs=$((runs + 1))
+  done
+  kill "$xvfb"
+  printf 'ok    %-28s %s runs\n' designer-window "$runs"
+}
+
 # run_fuzzers SECONDS: every libFuzzer program for that long, two at a time; findings and corpora stay
 # in build/fuzz.
 run_fuzzers() {
@@ -39,4 +63,5 @@ run_fuzzers() {
   find "$BUILD"/native-fuzz/bin -name 'fuzz_*' -type f -executable | grep -E "${FUZZ_ONLY:-.}" | sort |
     xargs -P 2 -I{} bash -c 'fuzz_one {} '"$seconds" || faults=1
   [ "$faults" -eq 0 ] || die "a fuzzer found something"
+  [[ ! designer-window =~ ${FUZZ_ONLY:-.} ]] || fuzz_window "$seconds"
 }

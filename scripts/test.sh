@@ -75,7 +75,7 @@ next() {
 }
 
 # The tests that take longest come first, in this order, so that no lane is left with one at the end.
-LONGEST='test_qrnform.exe test_controls.exe test_design.exe test_btrieve_calls.exe test_pages.exe
+LONGEST='test_qrnform.exe test_designer_window.exe test_controls.exe test_design.exe test_btrieve_calls.exe test_pages.exe
   customer-card.sh look-up.sh deaths-of-both-kinds.sh test_qrndata.exe two-runners.sh
   test_btrieve_crashes test_btrieve_sharing test_btrieve_disks test_btrieve_kills
   test_btrieve_calls test_qrndata format.sh'
