@@ -30,7 +30,7 @@ tour_company() {
 
 run_demo() {
   mkdir -p "$BUILD/demo"
-  build windows flattour qrnbt350 lexbase w64btrv qrnform
+  build windows flattour qrnbt350 lexbase w64btrv qrnform qrndata
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
   wine_environment
   ensure_prefix "$WINEPREFIX" || die "Wine could not make a prefix"
@@ -41,4 +41,5 @@ run_demo() {
   # What Wine started without a display shows nothing on one that comes later.
   "$WINESERVER" -k || true
   demo_forms "$BUILD/demo/company"
+  demo_new_user "$BUILD/demo/company"
 }

@@ -81,9 +81,10 @@ run_form() {
     exec "$ROOT/scripts/wine.sh" "$BUILD/windows/bin/qrnform.exe" "${FORM_LINE[@]}")
 }
 
-# demo_forms DIR: the example forms before real key and mouse input, on a display of their own.
-demo_forms() {
-  local company=$1 number=$BUILD/demo/display code=0
+# demo_display: a display of the demonstration's own, its number in build/demo/display, its process
+# in xvfb.
+demo_display() {
+  local number=$BUILD/demo/display
   : >"$number"
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
   xvfb=$!
@@ -92,6 +93,12 @@ demo_forms() {
     [ -s "$number" ] && break
     sleep 0.1
   done
+}
+
+# demo_forms DIR: the example forms before real key and mouse input.
+demo_forms() {
+  local company=$1 number=$BUILD/demo/display code=0
+  demo_display
   say "the customer list: code that walks the customers through the database control"
   demo_form "$company" "$number" walk || code=1
   say "the customer card: found, changed, inserted, a duplicate, deleted, by key and mouse"
@@ -112,6 +119,32 @@ demo_forms() {
   kill "$xvfb" 2>/dev/null || true
   trap - EXIT
   [ "$code" -eq 0 ] || die "a form did not do what its script says"
+}
+
+# demo_new_user DIR: the package unpacked in an empty prefix, and the designer in it before somebody
+# new: a form by the wizard, then one drawn by hand. DIR has the dictionary.
+demo_new_user() {
+  local company=$1 prefix=$BUILD/demo/wine-new-user code=0
+  . "$ROOT/scripts/new-user.sh"
+  say "a new user: the package unpacked where nothing is installed, its module registered"
+  make_package
+  rm -rf "$BUILD/demo/unpacked"
+  unzip -q "$BUILD/qrnbt350.zip" -d "$BUILD/demo/unpacked"
+  demo_display
+  (
+    DISPLAY=:$(cat "$BUILD/demo/display")
+    export DISPLAY
+    new_user_install "$BUILD/wine-prefix" "$prefix" "$BUILD/demo/unpacked/qrnbt350" "$company"
+    say "the first form, an order with its lines, by the designer's wizard with the mouse"
+    new_user_form "$ROOT/examples/company/first-form.txt" 最初の受注 60 || exit 1
+    say "a form drawn by hand: three controls, bound by the property list, saved, run"
+    new_user_form "$ROOT/examples/company/drawn-form.txt" 名前 180 || exit 1
+    cp "$prefix"/drive_c/company/{first,drawn}-*.png "$company"
+  ) || code=1
+  WINEPREFIX=$prefix "$WINESERVER" -k || true
+  kill "$xvfb" 2>/dev/null || true
+  trap - EXIT
+  [ "$code" -eq 0 ] || die "the new user did not come to a running form"
   say "pictures: build/demo/company/*.png"
 }
 
