@@ -70,3 +70,25 @@ copy_headers() {
   mkdir -p "$DEPS/include"
   cp -r /usr/include/CLI /usr/include/toml++ "$DEPS/include/"
 }
+
+# The database server's client library for Windows with its companions, for the tests under Wine.
+SERVER_CLIENT_PACKAGE=@embedded-postgres/windows-x64@18.4.0-beta.17
+SERVER_CLIENT_FILES=(libcrypto-3-x64.dll libiconv-2.dll libintl-9.dll libpq.dll libssl-3-x64.dll
+  libwinpthread-1.dll)
+# Of the lines that sha512sum prints for them, in this order.
+SERVER_CLIENT_SHA512=c606b331d2657b9fb74fdc0b041a339737a7cf4484da4fbfe7ff0a97dfb2d5bd4ce5493ffcea7853b8a19ca6b870bfe74da843f0394fbbeba066f9739924316f
+
+fetch_server_client() {
+  local dir=$DEPS/postgres-client work
+  [ -f "$dir/libpq.dll" ] && return
+  say "fetching the server's client library for Windows"
+  work=$(mktemp -d)
+  (cd "$work" && npm pack --silent "$SERVER_CLIENT_PACKAGE" >/dev/null && tar xzf ./*.tgz) ||
+    die "could not fetch $SERVER_CLIENT_PACKAGE: check the network and npm's settings, then try again"
+  (cd "$work/package/native/bin" && sha512sum "${SERVER_CLIENT_FILES[@]}" | sha512sum) |
+    grep -q "^$SERVER_CLIENT_SHA512 " ||
+    die "the client library that came is not the pinned one: nothing was kept"
+  mkdir -p "$dir"
+  (cd "$work/package/native/bin" && cp "${SERVER_CLIENT_FILES[@]}" "$dir/")
+  rm -rf "$work"
+}

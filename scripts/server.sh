@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# A private database server for tests: data of its own, reached by a socket in its folder alone, run
-# as an ordinary user, for a server refuses to be root.
+# A private database server for tests: data, a port of this machine and a password of its own, run as
+# an ordinary user, for a server refuses to be root.
 #   scripts/server.sh COMMAND [ARG...]
-# runs the command beside one, whose address it finds in QRN_SERVER, and ends with the command's
-# code. The server goes with it, also when this script is killed. Who is root lends the server to
-# the user "postgres", whom the package has made.
+# runs the command beside one, whose address it finds in QRN_SERVER and the password in PGPASSWORD,
+# and ends with the command's code. The server goes with it, also when this script is killed. Who is
+# root lends the server to the user "postgres", whom the package has made.
 set -euo pipefail
 
 die() { printf 'server.sh: %s\n' "$*" >&2; exit 1; }
@@ -29,16 +29,31 @@ finish() {
 trap finish EXIT
 trap 'exit 143' TERM INT HUP
 
-[ "$(id -u)" -ne 0 ] || chown postgres: "$PLACE"
-"${AS_USER[@]}" "$PROGRAMS/initdb" -D "$PLACE/data" -U qrn -A trust -E UTF8 --no-locale --no-sync \
-  >"$PLACE/log" 2>&1 || { cat "$PLACE/log" >&2; die "the server's data could not be made"; }
-"${AS_USER[@]}" "$PROGRAMS/postgres" -D "$PLACE/data" -k "$PLACE" -c listen_addresses= -c fsync=off \
-  >>"$PLACE/log" 2>&1 &
-SERVER=$!
-for _ in $(seq 300); do
-  "$PROGRAMS/pg_isready" -q -h "$PLACE" && break
-  kill -0 "$SERVER" 2>/dev/null || { cat "$PLACE/log" >&2; die "the server did not start"; }
-  sleep 0.1
+# serve PORT: starts it there; fails where it cannot, as when somebody has the port.
+serve() {
+  local tries
+  "${AS_USER[@]}" "$PROGRAMS/postgres" -D "$PLACE/data" -k "$PLACE" -p "$1" \
+    -c listen_addresses=127.0.0.1 -c fsync=off >"$PLACE/log" 2>&1 &
+  SERVER=$!
+  for tries in $(seq 300); do
+    "$PROGRAMS/pg_isready" -q -h "$PLACE" -p "$1" && return
+    kill -0 "$SERVER" 2>/dev/null || break
+    sleep 0.1
+  done
+  SERVER=
+  return 1
+}
+
+PGPASSWORD=$(od -An -N16 -tx1 /dev/urandom | tr -d ' \n')
+printf '%s\n' "$PGPASSWORD" >"$PLACE/password"
+[ "$(id -u)" -ne 0 ] || chown -R postgres: "$PLACE"
+"${AS_USER[@]}" "$PROGRAMS/initdb" -D "$PLACE/data" -U qrn -A scram-sha-256 -E UTF8 --no-locale \
+  --no-sync --pwfile="$PLACE/password" >"$PLACE/log" 2>&1 ||
+  { cat "$PLACE/log" >&2; die "the server's data could not be made"; }
+for _ in 1 2 3 4 5; do
+  PORT=$((20000 + RANDOM % 10000))
+  serve "$PORT" && break
 done
-export QRN_SERVER="host=$PLACE dbname=postgres user=qrn"
+[ -n "$SERVER" ] || { cat "$PLACE/log" >&2; die "the server did not start"; }
+export PGPASSWORD QRN_SERVER="host=127.0.0.1 port=$PORT dbname=postgres user=qrn"
 "$@"

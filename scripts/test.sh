@@ -59,6 +59,10 @@ run_native() {
 run_windows() {
   case $1 in
     *.sh) one "$(basename "$1" .sh)" plain bash "$1" ;;
+    */test_btrieve_server.exe)
+      cp "$DEPS"/postgres-client/*.dll "${1%/*}/"
+      WINEDEBUG=-all one windows-test_btrieve_server gtest scripts/server.sh "$WINE64" "$1"
+      ;;
     *) WINEDEBUG=-all,err+heap one "windows-$(basename "$1" .exe)" gtest "$WINE64" "$1" ;;
   esac
 }

@@ -23,6 +23,15 @@ class ServerSite : public testing::Test {
   }
 
   const server::ServerAddress& Address() const { return address_; }
+  server::ServerAddress AddressWith(const std::string& word, const std::string& value,
+                                    const std::string& port = "") const {
+    server::ServerAddress address = address_;
+    for (auto& [each, held] : address.words) {
+      if (each == word) held = value;
+      if (each == "port" && !port.empty()) held = port;
+    }
+    return address;
+  }
   std::shared_ptr<server::ServerLink> Link() const { return server::ServerLink::To(address_); }
   // Another connection to the same server, as another station has it.
   std::shared_ptr<server::ServerLink> OtherLink() const {

@@ -182,7 +182,7 @@ TEST_F(BrokenLinks, AreToldAtOpen) {
   server::LinkFile elsewhere = LinkTo("none");
   elsewhere.schema = "nowhere";
   server::LinkFile unknown = LinkTo("none");
-  unknown.server.words.emplace_back("port", "1");
+  unknown.server = AddressWith("port", "1");
   const std::pair<std::string, Status> kCases[] = {
       {server::WriteLinkFile(LinkTo("none")), kFileNotFound},
       {server::WriteLinkFile(elsewhere), kFileNotFound},
