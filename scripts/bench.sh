@@ -23,6 +23,7 @@ run_bench() {
     code=0
     start=
     [[ $program != *.exe ]] || start=windows_bench
+    [[ $program != */bench_server ]] || start=scripts/server.sh
     $start "$program" || code=$?
     case $code in
       0) ;;

@@ -64,6 +64,7 @@ inline constexpr int kBinaryFormat = 1;
 // clang-format on
 
 struct Client {
+// NOLINTNEXTLINE(bugprone-macro-parentheses)
 #define QRN_CLIENT_MEMBER(name, result, parameters) result(*name) parameters = nullptr;
   QRN_CLIENT_FUNCTIONS(QRN_CLIENT_MEMBER)
 #undef QRN_CLIENT_MEMBER

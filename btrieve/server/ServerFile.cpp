@@ -75,7 +75,7 @@ Head ServerFile::Counts() {
 }
 
 uint64_t ServerFile::Total(int slot) const {
-  auto& total = totals_[static_cast<size_t>(slot + 1)];
+  auto& total = totals_[PlaceOf(slot)];
   if (!total) total = static_cast<uint64_t>(OnlyNumber(link_->Ask(TextsOf(slot).total)));
   return *total;
 }

@@ -58,9 +58,12 @@ class ServerFile final : public ForeignFile {
   uint64_t Changes() const noexcept { return changes_; }
 
  private:
-  const OrderTexts& TextsOf(int slot) const noexcept {
-    return texts_[static_cast<size_t>(slot + 1)];
+  // In texts_ and totals_.
+  static size_t PlaceOf(int slot) noexcept {
+    const int place = slot - kPhysicalSlot;
+    return static_cast<size_t>(place);
   }
+  const OrderTexts& TextsOf(int slot) const noexcept { return texts_[PlaceOf(slot)]; }
   Rows Ask(int slot, const std::string& text, ByteView bound) const;
   size_t EntrySizeOf(int slot) const noexcept;
 
