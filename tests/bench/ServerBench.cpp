@@ -28,7 +28,7 @@ ServerLink& Link() {
 }
 
 std::string LinkedFile() {
-  const std::string path = Workplace() + "/linked.btr";
+  std::string path = Workplace() + "/linked.btr";
   { const BtrieveFile local(path, kRecordsThere); }
   BTRCALL(BtrOpReset, nullptr, nullptr, nullptr, nullptr, 0, 0);
   Storage file;

@@ -28,8 +28,9 @@ TEST_F(ServerLinkTest, BringsValuesThereAndBack) {
 TEST_F(ServerLinkTest, TakesNoValueForWhatItIsNot) {
   const Rows rows = Link()->Ask("SELECT 'abc'::bytea, null::bigint, 1::integer");
   const std::pair<int, int> kPlaces[] = {{0, 0}, {0, 1}, {0, 2}, {0, 3}, {1, 0}, {0, -1}, {-1, 0}};
-  for (const auto& [row, column] : kPlaces) {
-    EXPECT_EQ(StatusOf([&] { rows.Number(row, column); }), kIoError) << row << "," << column;
+  for (const auto& place : kPlaces) {
+    EXPECT_EQ(StatusOf([&] { rows.Number(place.first, place.second); }), kIoError)
+        << place.first << "," << place.second;
   }
   EXPECT_EQ(StatusOf([&] { rows.Bytes(0, 1); }), kIoError);
 }
