@@ -10,7 +10,7 @@ set -euo pipefail
 die() { printf 'server.sh: %s\n' "$*" >&2; exit 1; }
 
 PROGRAMS=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -1)
-[ -n "$PROGRAMS" ] || die "no server is installed: ./run deps installs the package"
+[ -n "$PROGRAMS" ] || die "no server is installed: ./run test installs the package"
 [ $# -gt 0 ] || die "a command is missing"
 PLACE=$(mktemp -d "${TMPDIR:-/tmp}/qrnserverXXXXXX")
 SERVER=
