@@ -13,6 +13,7 @@
 #include "host/container/Scriptable.h"
 #include "platform/CodePage.h"
 #include "tests/qrnform/DesignerRun.h"
+#include "tests/support/SmallBitmap.h"
 
 namespace qrn::tests {
 namespace {
@@ -28,18 +29,8 @@ constexpr GUID kColourPage = {
 constexpr GUID kPicturePage = {
     0x7EBDAAE2, 0x8120, 0x11CF, {0x89, 0x9F, 0x00, 0xAA, 0x00, 0x68, 0x8B, 0x10}};
 
-// A bitmap of two by two pixels, as its file has it.
-std::string SmallBitmap() {
-  std::string bytes(
-      "BM\x46\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x02\0\0\0\x02\0\0\0\x01\0\x18\0\0\0\0\0\x10\0\0\0"
-      "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0",
-      54);
-  for (int pixel = 0; pixel < 16; ++pixel) bytes += static_cast<char>(pixel * 15);
-  return bytes;
-}
-
 host::Variant Picture() {
-  const std::string bytes = SmallBitmap();
+  const std::string bytes = test::SmallBitmap();
   HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
   std::copy(bytes.begin(), bytes.end(), static_cast<char*>(GlobalLock(block)));
   GlobalUnlock(block);
@@ -200,7 +191,7 @@ TEST(DesignerPages, GiveThePicturesFileToTheCompanion) {
   DesignerRun run;
   ASSERT_EQ(run.Play(kDrawn), "");
   ASSERT_EQ(run.Play(Pages("Picture") + "key Ctrl+S\nclose\n"), "");
-  EXPECT_NE(run.Bytes("form.frx").find(SmallBitmap()), std::string::npos);
+  EXPECT_NE(run.Bytes("form.frx").find(test::SmallBitmap()), std::string::npos);
 }
 
 }  // namespace

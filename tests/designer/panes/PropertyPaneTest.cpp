@@ -11,10 +11,14 @@
 #include <thread>
 
 #include "com/Text.h"
+#include "host/form/KeyNames.h"
 #include "host/user/Dialogs.h"
+#include "host/user/UserInput.h"
 #include "platform/CodePage.h"
+#include "tests/designer/kit/Actions.h"
 #include "tests/designer/kit/Forms.h"
 #include "tests/designer/panes/PaneHost.h"
+#include "tests/support/SmallBitmap.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
@@ -254,6 +258,49 @@ TEST_F(PropertyPaneTest, TakesWhatDialogsGive) {
   host_.Key("Ctrl+Enter");
   user.join();
   EXPECT_EQ(Shown("BackColor"), "&H00FFFFFF&");
+}
+
+// A file that is no picture changes nothing and is told.
+TEST_F(PropertyPaneTest, TakesAPictureFromItsFile) {
+  const TempFolder folder;
+  std::ofstream(folder.Path("small.bmp"), std::ios::binary) << SmallBitmap();
+  std::ofstream(folder.Path("none.bmp"), std::ios::binary) << "nothing";
+  host_.Select({"box"});
+  const auto load = [&](const char* file) {
+    GoTo("Picture");
+    std::thread user = Answer([path = com::Wide(folder.Path(file))](HWND box) {
+      host::EnterText(host::ItemOf(box, 1148), path);
+    });
+    host_.Key("F2");
+    user.join();
+  };
+  load("none.bmp");
+  EXPECT_NE(host_.TakeTold().find("none.bmp"), std::string::npos);
+  EXPECT_EQ(host_.Saved(), FormWith(kShown));
+  load("small.bmp");
+  EXPECT_EQ(host_.TakeTold(), "");
+  EXPECT_EQ(Shown("Picture"), "(Picture)");
+  EXPECT_NE(Actions::Images(host_.design()).companion.bytes.find(SmallBitmap()), std::string::npos);
+}
+
+// The first item of a row's menu, by the right button and keys.
+TEST_F(PropertyPaneTest, ResetsByTheMenuOfARow) {
+  GoTo("Text");  // scrolled into view
+  std::thread user([] {
+    Sleep(500);
+    host::PressKey(*form::KeyChordOf("Down"));
+    Sleep(100);
+    host::PressKey(*form::KeyChordOf("Enter"));
+  });
+  host::ClickKind right;
+  right.right = true;
+  host::ClickMouse(NameOf("Text"), right);
+  host_.Pump();
+  user.join();
+  host_.Pump();
+  EXPECT_EQ(LinesOf("t").find("Text  "), std::string::npos) << LinesOf("t");
+  host_.design().Undo();
+  EXPECT_EQ(host_.Saved(), FormWith(kShown));
 }
 
 }  // namespace
