@@ -4,13 +4,13 @@
 namespace qrn {
 namespace {
 
-struct TextRow {
+struct StringRow {
   int id;
   const char* utf8;
 };
 
 #define MESSAGE_ROW(id, text) {id, text},
-constexpr TextRow kTexts[] = {
+constexpr StringRow kTexts[] = {
 #include "resources/Messages.inc"
 };
 #undef MESSAGE_ROW
@@ -18,7 +18,7 @@ constexpr TextRow kTexts[] = {
 }  // namespace
 
 size_t LoadText(int id, std::span<char> out) noexcept {
-  for (const TextRow& row : kTexts) {
+  for (const StringRow& row : kTexts) {
     if (row.id == id) return CopyUtf8(out, row.utf8);
   }
   return CopyText(out, {});

@@ -111,6 +111,32 @@ TEST_F(Converting, ReadsTheOldFolderAlikeBefore) {
   EXPECT_EQ(before.out.substr(0, 15), "Code,Name\n1,Abe");
 }
 
+// Their own record manager may be writing them at the moment.
+TEST_F(Converting, IsNoCopyOfOldFiles) {
+  const Said said = Run({"copy", Path("old"), Path("new")});
+  EXPECT_EQ(said.code, 4);
+  EXPECT_NE(said.err.find(": status 30 (not a file of the record manager); nothing was copied\n"),
+            std::string::npos)
+      << said.err;
+  EXPECT_FALSE(fs::exists(Folder() / "new"));
+  ASSERT_EQ(Convert().code, 0);
+  EXPECT_EQ(Line(Run({"copy", Path("new"), Path("copy")})), "code=0 out=copy: 2 tables, 5 files\n");
+}
+
+TEST_F(Converting, NamesDamagedFiles) {
+  Damage("PEOPLE.DAT", btrieve::legacy::inhead::kRecords, 6);
+  const std::string what =
+      "status 2 (read or write failed, or the file is damaged): a version 5 "
+      "file; the data pages have 5 records, page 0 says 6";
+  const Said checked = Run({"check", Path("old")}), shown = Run({"show", Path("old")});
+  EXPECT_EQ(checked.code, 1);
+  EXPECT_NE(checked.out.find("People: old/PEOPLE.DAT: " + what + "\n"), std::string::npos)
+      << checked.out;
+  EXPECT_EQ(shown.code, 1);
+  EXPECT_NE(shown.out.find("PEOPLE.DAT"), std::string::npos) << shown.out;
+  EXPECT_NE(shown.out.find("page 0 says 6"), std::string::npos) << shown.out;
+}
+
 TEST_F(Converting, AsksBeforeItTakesOwnedFiles) {
   site_.Write(true);
   const Said refused = Convert();

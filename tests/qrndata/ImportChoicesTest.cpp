@@ -1,9 +1,12 @@
 // Which columns and rows of a file an import takes, into which records, and where it stops.
+#include <algorithm>
 #include <csignal>
+#include <random>
 #include <sstream>
 
 #include "ToolFixture.h"
 #include "platform/BtrCall.h"
+#include "tests/support/Setting.h"
 
 namespace qrndata::test {
 namespace {
@@ -131,6 +134,42 @@ TEST_F(ImportChoices, RecordsAreChangedByAKey) {
             "code=0 out=People: 2 rows taken (1 changed, 1 new)\n");
   EXPECT_EQ(People(), kAll + "1,Abe,-9,5,one\n2,,1,,\n3,,2,,\n");
   EXPECT_EQ(Check().code, 0);
+}
+
+std::string RandomRows(std::mt19937& random, int count) {
+  const auto below = [&random](int end) { return static_cast<int>(random() % end); };
+  const char* const kNames[] = {"Abe", "Ito", "Sue", "Ken", "Ui", "Abe ", "\"\"", ""};
+  std::string csv = "Id,First Name,Age\n";
+  for (int row = 0; row < count; ++row) {
+    csv +=
+        std::to_string(below(12)) + "," + kNames[below(8)] + "," + std::to_string(below(99)) + "\n";
+  }
+  return csv;
+}
+
+// A dry run says of each row what the run that stores comes to.
+TEST_F(ImportChoices, ADryRunOfChangesRefusesTheSameRows) {
+  const int seed = qrn::test::Seed();
+  SCOPED_TRACE(seed);
+  std::mt19937 random(static_cast<unsigned>(seed));
+  uint64_t refused = 0;
+  for (int round = 0; round < 12; ++round) {
+    SetUp();
+    ASSERT_LE(Import("People", RandomRows(random, 6)).code, 1);
+    const std::string before = People(), csv = RandomRows(random, 25);
+    for (const char* key : {"ById", "ByName"}) {
+      const std::string how = random() % 2 == 0 ? "--update" : "--replace";
+      const Said dry = Import("People", csv, {how, key, "--dry-run"});
+      const bool isFirst = key == std::string("ById");
+      EXPECT_TRUE(!isFirst || People() == before);
+      Said said = Import("People", csv, {how, key});
+      const std::string rest = " taken (";
+      said.out.replace(said.out.find(rest), rest.size(), " could be taken (");
+      EXPECT_EQ(Line(dry), Line(said)) << how << ' ' << key << '\n' << before << csv;
+      refused += static_cast<uint64_t>(std::ranges::count(said.err, '\n'));
+    }
+  }
+  EXPECT_GT(refused, 50U);
 }
 
 // As a shell's pipe that goes quiet when its reader is told to stop.

@@ -7,7 +7,7 @@ DOCUMENT=${1:-$ROOT/docs/data-tool.md}
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder"
-qrndata() { "$DATA_TOOL" "$@"; }
+qrndata() { "$DATA_TOOL" --lang en "$@"; }
 
 sed -nE '/^```toml$/,/^```$/{/^```/d;p}' "$DOCUMENT" >shop.toml
 sed -nE '/^```console$/,/^```$/{/^```/d;p}' "$DOCUMENT" >said

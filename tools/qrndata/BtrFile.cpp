@@ -7,6 +7,7 @@
 #include "btrieve/pages/Sqlite.h"
 #include "fields/LittleEndian.h"
 #include "platform/BtrCall.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/convert/OldFiles.h"
 
@@ -16,40 +17,40 @@ namespace {
 
 struct StatusName {
   Status status;
-  const char* meaning;
+  Message meaning;
 };
 
 // clang-format off
 constexpr StatusName kStatusNames[] = {
-    {btrieve::kIoError,               "read or write failed, or the file is damaged"},
-    {btrieve::kDuplicateKey,          "duplicate key value"},
-    {btrieve::kInvalidKeyNumber,      "no such key"},
-    {btrieve::kInvalidFileName,       "file name not valid"},
-    {btrieve::kFileNotFound,          "file not found"},
-    {btrieve::kDiskFull,              "disk full"},
-    {btrieve::kNotActive,             "no record manager found: w64btrv is not installed"},
-    {btrieve::kDataBufferLength,      "record length"},
-    {btrieve::kPageSize,              "page size not valid"},
-    {btrieve::kCreateError,           "cannot be created: directory missing or file in use"},
-    {btrieve::kNumberOfKeys,          "too many key segments for the page size"},
-    {btrieve::kKeyPosition,           "a key lies outside the record's fixed part"},
-    {btrieve::kRecordLength,          "record too long for the page size, or shorter than 4 bytes"},
-    {btrieve::kKeyLength,             "key length not valid for its type"},
-    {btrieve::kNotABtrieveFile,       "not a file of the record manager"},
-    {btrieve::kDirectoryError,        "directory not valid"},
-    {btrieve::kTransactionActive,     "a transaction is active already"},
-    {btrieve::kTransactionNotWritten, "the transaction could not be written"},
-    {btrieve::kInconsistentKeyFlags,  "a key's segments disagree in their flags"},
-    {btrieve::kAccessDenied,          "access denied"},
-    {btrieve::kCollatingSequence,     "collating sequence missing or of another form"},
-    {btrieve::kKeyType,               "type cannot be a key"},
-    {btrieve::kOwnerInvalid,          "the file asks for an owner name"},
-    {btrieve::kAutoIncrement,         "an AutoInc field is a unique, ascending key by itself and in no other key"},
-    {btrieve::kFileExists,            "file exists"},
-    {btrieve::kRecordInUse,           "record in use by another program"},
-    {btrieve::kFileInUse,             "file in use by another program"},
-    {btrieve::kIncompatibleMode,      "file open elsewhere in another mode"},
-    {btrieve::kPermissionError,       "permission denied by the system"},
+    {btrieve::kIoError,               Message::StatusIo},
+    {btrieve::kDuplicateKey,          Message::StatusDuplicate},
+    {btrieve::kInvalidKeyNumber,      Message::StatusNoSuchKey},
+    {btrieve::kInvalidFileName,       Message::StatusFileName},
+    {btrieve::kFileNotFound,          Message::StatusNoFile},
+    {btrieve::kDiskFull,              Message::StatusDiskFull},
+    {btrieve::kNotActive,             Message::StatusNotActive},
+    {btrieve::kDataBufferLength,      Message::StatusLength},
+    {btrieve::kPageSize,              Message::StatusPageSize},
+    {btrieve::kCreateError,           Message::StatusCreate},
+    {btrieve::kNumberOfKeys,          Message::StatusKeys},
+    {btrieve::kKeyPosition,           Message::StatusKeyPosition},
+    {btrieve::kRecordLength,          Message::StatusRecordLength},
+    {btrieve::kKeyLength,             Message::StatusKeyLength},
+    {btrieve::kNotABtrieveFile,       Message::StatusNoDataFile},
+    {btrieve::kDirectoryError,        Message::StatusDirectory},
+    {btrieve::kTransactionActive,     Message::StatusTransaction},
+    {btrieve::kTransactionNotWritten, Message::StatusNotWritten},
+    {btrieve::kInconsistentKeyFlags,  Message::StatusKeyFlags},
+    {btrieve::kAccessDenied,          Message::StatusDenied},
+    {btrieve::kCollatingSequence,     Message::StatusSequence},
+    {btrieve::kKeyType,               Message::StatusKeyType},
+    {btrieve::kOwnerInvalid,          Message::StatusOwner},
+    {btrieve::kAutoIncrement,         Message::StatusAutoInc},
+    {btrieve::kFileExists,            Message::StatusExists},
+    {btrieve::kRecordInUse,           Message::StatusRecordInUse},
+    {btrieve::kFileInUse,             Message::StatusFileInUse},
+    {btrieve::kIncompatibleMode,      Message::StatusMode},
+    {btrieve::kPermissionError,       Message::StatusPermission},
 };
 // clang-format on
 
@@ -58,7 +59,7 @@ FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   stat.records = qrn::LoadLittle<BtrFileSpec>(reply).recordCount;
   const Status parsed = btrieve::ParseCreateBlock(reply, stat.spec);
   if (parsed != btrieve::kOk && !ReadOldSpec(PathFromUtf8(name), stat.spec)) {
-    Require(parsed, name + ": its own description is not valid");
+    Require(parsed, Say(Message::FileDescriptionBad, name));
   }
   size_t segment = 0;
   for (const btrieve::KeySpec& key : stat.spec.keys) {
@@ -75,9 +76,9 @@ std::string FaultOfOpen(Status status, const std::filesystem::path& place,
   const std::string words = WhyNotOpened(place, status);
   if (!words.empty()) return StatusText(status) + ": " + words;
   const bool isLog = status == btrieve::kIoError && !btrieve::LogIsSound(path + "-wal");
-  return StatusText(status) + (isLog ? ": its log, with \"-wal\" behind the name, is damaged" : "");
+  return StatusText(status) + (isLog ? ": " + Say(Message::LogDamaged) : "");
 } catch (const btrieve::Failure&) {
-  return StatusText(status) + ": its log, with \"-wal\" behind the name, cannot be read";
+  return StatusText(status) + ": " + Say(Message::LogUnreadable);
 }
 
 }  // namespace
@@ -85,9 +86,8 @@ std::string FaultOfOpen(Status status, const std::filesystem::path& place,
 std::string StatusText(Status status) {
   const auto* row = std::find_if(std::begin(kStatusNames), std::end(kStatusNames),
                                  [&](const StatusName& name) { return name.status == status; });
-  std::string text = "status " + std::to_string(status);
-  if (row != std::end(kStatusNames)) text.append(" (").append(row->meaning).append(")");
-  return text;
+  if (row == std::end(kStatusNames)) return Say(Message::StatusAlone, status);
+  return Say(Message::StatusMeaning, status, Say(row->meaning));
 }
 
 void Require(Status status, const std::string& what) {
@@ -127,7 +127,7 @@ Status BtrFile::Call(uint16_t operation, void* data, uint32_t* length, int8_t ke
 FileStat BtrFile::Stat() {
   Bytes reply(kMaxRecordSize);
   auto length = static_cast<uint32_t>(reply.size());
-  Require(Call(BtrOpStat, reply.data(), &length, 0), name_ + ": reading its description");
+  Require(Call(BtrOpStat, reply.data(), &length, 0), Say(Message::ReadingDescription, name_));
   reply.resize(length);
   return ReadStat(name_, reply);
 }
@@ -201,7 +201,7 @@ Transaction::Transaction(Sharing sharing) {
   const uint16_t begin =
       sharing == Sharing::Alone ? BtrOpBeginTransaction : BtrOpBeginConcurrentTransaction;
   Require(qrn::BtrCall(begin, nullptr, nullptr, nullptr, nullptr, 0, 0),
-          "a transaction cannot be begun");
+          Say(Message::NoTransactionBegun));
 }
 
 Transaction::~Transaction() {

@@ -3,6 +3,7 @@
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FileMatch.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
@@ -18,7 +19,7 @@ void MakeDirectory(const fs::path& directory) {
   std::error_code error;
   fs::create_directories(directory, error);
   if (error) {
-    throw Failure(kSystem, PathToUtf8(directory) + ": cannot be made (" + error.message() + ")");
+    throw Failure(kSystem, Say(Message::CannotBeMade, PathToUtf8(directory), error.message()));
   }
 }
 
@@ -28,7 +29,7 @@ void RefuseExisting(const fs::path& directory, const std::vector<Table>& tables,
   std::error_code ignored;
   const auto refuse = [&](const fs::path& path) {
     if (!fs::exists(path, ignored)) return;
-    std::string text = PathToUtf8(path) + ": exists already";
+    std::string text = Say(Message::ExistsAlready, PathToUtf8(path));
     if (!advice.empty()) text.append("; ").append(advice);
     throw Failure(kSystem, text);
   };
@@ -48,10 +49,7 @@ void RefuseOtherMakeUp(const fs::path& directory, const std::vector<Table>& tabl
     try {
       RequireMatch(table, match, Weight::Key);
     } catch (const Failure& failure) {
-      throw Failure(failure.Code(),
-                    std::string(failure.what()) +
-                        "; nothing was written: build the changed schema in another directory, "
-                        "export the rows here and import them there");
+      throw Failure(failure.Code(), Say(Message::NothingBuilt, failure.what()));
     }
     WarnOf(table, match, warnings);
   }
@@ -75,20 +73,22 @@ void BuildDatabase(const Schema& schema, const fs::path& directory, Existing exi
 
 ExitCode RunBuild(const BuildOptions& options, const Streams& streams) {
   const Schema schema = ReadSchemaFile(options.schema);
-  for (const std::string& warning : schema.warnings) streams.err << "warning: " << warning << '\n';
+  for (const std::string& warning : schema.warnings)
+    streams.err << Say(Message::Warning, warning) << '\n';
   if (options.keepData) RefuseOtherMakeUp(options.directory, schema.tables, streams.err);
   BuildDatabase(schema, options.directory,
                 options.keepData  ? Existing::KeepData
                 : options.replace ? Existing::Replace
                                   : Existing::Refuse,
-                "--replace puts a new one in its place, --keep-data keeps data files");
+                Say(Message::BuildAdvice));
   size_t fields = 0, keys = 0;
   for (const Table& table : schema.tables) {
     fields += table.fields.size();
     keys += table.keys.size();
   }
-  streams.out << PathToUtf8(options.directory) << ": " << Counted(schema.tables.size(), "table")
-              << ", " << Counted(fields, "field") << ", " << Counted(keys, "key") << '\n';
+  streams.out << PathToUtf8(options.directory) << ": "
+              << Counted(schema.tables.size(), Message::Tables) << ", "
+              << Counted(fields, Message::Fields) << ", " << Counted(keys, Message::Keys) << '\n';
   return kDone;
 }
 

@@ -1,6 +1,7 @@
 // `check`: a dictionary against its data files, and every key against its records.
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FileMatch.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/TableChecks.h"
 #include "tools/qrndata/Verbs.h"
@@ -35,7 +36,8 @@ void DatabaseCheck::Tell(const std::string& name, const Faults& faults) {
     streams_.out << name << ": " << faults[at] << '\n';
   }
   if (faults.size() > options_.shown) {
-    streams_.out << name << ": and " << Grouped(faults.size() - options_.shown) << " more\n";
+    streams_.out << name << ": " << Say(Message::AndMore, Grouped(faults.size() - options_.shown))
+                 << '\n';
   }
 }
 
@@ -44,7 +46,7 @@ Faults DatabaseCheck::Compare(const Table& table, const btrieve::FileSpec& file)
   Faults faults;
   for (const Mismatch& each : MatchFile(table, file).mismatches) {
     if (each.weight == Weight::Note) {
-      streams_.out << Show(table.name) << ": warning: " << each.text << '\n';
+      streams_.out << Show(table.name) << ": " << Say(Message::Warning, each.text) << '\n';
     } else {
       faults.push_back(each.text);
     }
@@ -57,7 +59,7 @@ Faults DatabaseCheck::CheckDataFile(const Table& table) {
     BtrFile file(DataFilePath(options_.directory, table.location), Access::ReadOnly);
     const FileStat stat = file.Stat();
     if (IsOldFile(DataFilePath(options_.directory, table.location))) {
-      streams_.out << Show(table.name) << ": " << kOldFileNote << '\n';
+      streams_.out << Show(table.name) << ": " << Say(Message::OldFileNote) << '\n';
     }
     Faults faults = Compare(table, stat.spec);
     const uint64_t passes = stat.spec.keys.size() + 1;
@@ -81,17 +83,19 @@ void DatabaseCheck::CheckTable(const Table& table) {
 
 ExitCode DatabaseCheck::Run() {
   if (options_.table.empty()) {
-    Tell("dictionary", dictionary_.oddities);
+    Tell(Say(Message::TheDictionaryShort), dictionary_.oddities);
     if (dictionary_.tables.size() > static_cast<size_t>(qrn::kMaxTables)) {
-      Tell("dictionary",
-           {"forms take 256 tables; there are " + std::to_string(dictionary_.tables.size())});
+      Tell(Say(Message::TheDictionaryShort),
+           {Say(Message::TooManyForForms, dictionary_.tables.size())});
     }
     for (const Table& table : dictionary_.tables) CheckTable(table);
   } else {
     CheckTable(dictionary_.Find(options_.table));
   }
-  streams_.out << Counted(tables_, "table") << ", " << Counted(records_, "record") << ": "
-               << (faults_ == 0 ? "no faults" : Counted(faults_, "fault")) << '\n';
+  streams_.out << Counted(tables_, Message::Tables) << ", " << Counted(records_, Message::Records)
+               << ": "
+               << (faults_ == 0 ? Say(Message::NoFaults) : Counted(faults_, Message::Faults))
+               << '\n';
   return faults_ == 0 ? kDone : kFaultsFound;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Names.h"
 
 namespace qrndata {
@@ -25,13 +26,12 @@ std::string Listed(const Names& names) {
 size_t FieldSlot(const Table& table, const std::string& name) {
   const Names names = FieldNames(table);
   if (const auto slot = FindName(names, name)) return *slot;
-  throw Failure(kBadInput, "the table has no field \"" + name + "\"" + DidYouMean(names, name) +
-                               "; expected one of " + Listed(names));
+  throw Failure(kBadInput, Say(Message::NoSuchField, name, DidYouMean(names, name), Listed(names)));
 }
 
 void RequireFree(const ColumnSlots& slots, size_t slot, const Table& table) {
   if (std::find(slots.begin(), slots.end(), slot) == slots.end()) return;
-  throw Failure(kBadInput, "field " + Quoted(table.fields[slot].Name) + " has a column already");
+  throw Failure(kBadInput, Say(Message::HasColumnAlready, Quoted(table.fields[slot].Name)));
 }
 
 ColumnRule ParseRule(const std::string& text, bool hasHeader) {
@@ -40,10 +40,8 @@ ColumnRule ParseRule(const std::string& text, bool hasHeader) {
   if (hasHeader && equals != text.npos && equals != 0) {
     return {text.substr(0, equals), text.substr(equals + 1)};
   }
-  throw Failure(kUsage, "--columns: \"" + text + "\": expected " +
-                            (hasHeader ? "CSV name=Field, or CSV name= to leave the column out"
-                                       : "a field's name or nothing, as there is no first line "
-                                         "with names"));
+  throw Failure(kUsage,
+                Say(hasHeader ? Message::ColumnRuleExpected : Message::ColumnFieldExpected, text));
 }
 
 // Parted by commas; an entry with one in it stands in quotes.
@@ -52,7 +50,8 @@ std::vector<CsvCell> ListEntries(const std::string& text, const std::string& opt
   CsvReader reader(stream);
   CsvRow row;
   if (!reader.Next(row) || !row.problem.empty()) {
-    throw Failure(kUsage, option + ": " + (row.problem.empty() ? "no entry" : row.problem));
+    throw Failure(kUsage,
+                  option + ": " + (row.problem.empty() ? Say(Message::NoEntry) : row.problem));
   }
   return std::move(row.cells);
 }
@@ -99,10 +98,7 @@ ColumnSlots MapHeader(const Table& table, const std::vector<std::string>& header
   }
   for (const ColumnRule& rule : rules) {
     if (std::find(used.begin(), used.end(), &rule) != used.end()) continue;
-    throw BadInput(file, places.front(),
-                   "there is no column \"" + rule.column +
-                       "\", which "
-                       "--columns speaks of");
+    throw BadInput(file, places.front(), Say(Message::NoSuchColumn, rule.column));
   }
   return slots;
 }

@@ -5,6 +5,7 @@
 #include "btrieve/system/HostFile.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/Verbs.h"
@@ -21,7 +22,7 @@ class NewFolder {
   explicit NewFolder(const fs::path& path) : path_(path) {
     std::error_code error;
     if (fs::exists(path, error) && !(fs::is_directory(path, error) && fs::is_empty(path, error))) {
-      throw Failure(kSystem, PathToUtf8(path) + ": exists already; a copy goes into a new folder");
+      throw Failure(kSystem, Say(Message::CopyIntoNewFolder, PathToUtf8(path)));
     }
     if (!path.has_filename()) path_ = path.parent_path();
     for (int number = 1; side_.empty() || fs::exists(side_, error); ++number) {
@@ -49,7 +50,7 @@ class NewFolder {
 
  private:
   [[noreturn]] void Fail() const {
-    throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written");
+    throw Failure(kSystem, Say(Message::CannotBeWritten, PathToUtf8(path_)));
   }
 
   fs::path path_, side_;
@@ -79,10 +80,7 @@ std::vector<fs::path> FilesOf(const Dictionary& dictionary) {
   for (const Table& table : dictionary.tables) {
     const fs::path name = DataFilePath({}, table.location);
     if (!IsWithin(name)) {
-      throw Failure(kBadInput, "table " + Quoted(table.name) + ": its data file " +
-                                   PathToUtf8(name) +
-                                   " stands outside the directory, where the "
-                                   "copy would go on using it");
+      throw Failure(kBadInput, Say(Message::FileOutside, Quoted(table.name), PathToUtf8(name)));
     }
     if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
   }
@@ -105,12 +103,15 @@ ExitCode RunCopy(const CopyOptions& options, const Streams& streams) {
   size_t at = 0;
   const Status status = btrieve::CopyFiles(copies, std::chrono::seconds(options.patience), at);
   if (status != btrieve::kOk) {
-    throw Failure(kSystem, PathToUtf8(options.directory / names[std::min(at, names.size() - 1)]) +
-                               ": " + StatusText(status) + "; nothing was copied");
+    throw Failure(kSystem,
+                  Say(Message::NothingCopied,
+                      PathToUtf8(options.directory / names[std::min(at, names.size() - 1)]),
+                      StatusText(status)));
   }
   folder.Finish();
-  streams.out << PathToUtf8(options.target) << ": " << Counted(dictionary.tables.size(), "table")
-              << ", " << Counted(names.size(), "file") << '\n';
+  streams.out << PathToUtf8(options.target) << ": "
+              << Counted(dictionary.tables.size(), Message::Tables) << ", "
+              << Counted(names.size(), Message::Files) << '\n';
   return kDone;
 }
 

@@ -1,6 +1,7 @@
 #include "tools/qrndata/CsvReader.h"
 
 #include "platform/CodePage.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -92,7 +93,7 @@ void CsvReader::ReadQuoted(CsvRow& row, CsvCell& cell) {
   Advance(row);
   for (;;) {
     const int c = Peek();
-    if (c == kEnd) return Report(row, cell.at, "this quote is never closed");
+    if (c == kEnd) return Report(row, cell.at, Message::QuoteNeverClosed);
     if (IsTooLong(row, cell.at)) return;
     if (c == '"') {
       Advance(row);
@@ -102,9 +103,7 @@ void CsvReader::ReadQuoted(CsvRow& row, CsvCell& cell) {
     Advance(row);
   }
   if (EndsCell(Peek())) return;
-  Report(row, place_,
-         delimiter_ == ',' ? "expected a comma or the line's end behind the closing quote"
-                           : "expected the delimiter or the line's end behind the closing quote");
+  Report(row, place_, delimiter_ == ',' ? Message::CommaExpected : Message::DelimiterExpected);
   SkipLine(row);
 }
 
@@ -112,8 +111,7 @@ void CsvReader::ReadPlain(CsvRow& row, CsvCell& cell) {
   for (int c = Peek(); !EndsCell(c); c = Peek()) {
     if (IsTooLong(row, cell.at)) return;
     if (c == '"') {
-      Report(row, place_,
-             "a quote inside a cell: put the whole cell in quotes and double this one");
+      Report(row, place_, Message::QuoteInCell);
       return SkipLine(row);
     }
     cell.text.push_back(static_cast<char>(c));
@@ -123,7 +121,7 @@ void CsvReader::ReadPlain(CsvRow& row, CsvCell& cell) {
 
 bool CsvReader::IsTooLong(CsvRow& row, Position at) {
   if (row.raw.size() < kMostRowBytes) return false;
-  Report(row, at, "the row is longer than 1,048,576 bytes; is a quote never closed?");
+  Report(row, at, Message::RowTooLong);
   SkipLine(row);
   return true;
 }
@@ -143,9 +141,9 @@ void CsvReader::TakeLineEnd() {
   isBehindLead_ = false;
 }
 
-void CsvReader::Report(CsvRow& row, Position at, std::string_view problem) {
+void CsvReader::Report(CsvRow& row, Position at, Message problem) {
   if (!row.problem.empty()) return;
-  row.problem = problem;
+  row.problem = Say(problem);
   row.problemAt = at;
 }
 

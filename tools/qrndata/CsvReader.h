@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
@@ -66,7 +67,7 @@ class CsvReader {
   void ReadPlain(CsvRow& row, CsvCell& cell);
   void SkipLine(CsvRow& row);
   void TakeLineEnd();
-  void Report(CsvRow& row, Position at, std::string_view problem);
+  void Report(CsvRow& row, Position at, Message problem);
   CsvCell& NewCell(CsvRow& row);
 
   std::streambuf& bytes_;

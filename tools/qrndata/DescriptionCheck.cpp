@@ -2,6 +2,7 @@
 
 #include "btrieve/keys/KeyTypes.h"
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/TableChecks.h"
 
 namespace qrndata {
@@ -16,25 +17,28 @@ size_t End(const qrn::DbFieldInfo& field) {
   return static_cast<size_t>(field.Offset) + static_cast<size_t>(field.Size);
 }
 
-std::string Named(const qrn::DbFieldInfo& field) { return "field " + Quoted(field.Name) + ": "; }
+std::string OfField(const qrn::DbFieldInfo& field, const std::string& text) {
+  return Say(Message::OfField, Quoted(field.Name), text);
+}
 
 void CheckField(const qrn::DbFieldInfo& field, Faults& faults) {
   const FieldTypeRow* type = FindFieldType(field.Type);
   if (type == nullptr) {
-    faults.push_back(Named(field) + "type " + std::to_string(field.Type) + " is not known");
+    faults.push_back(OfField(field, Say(Message::TypeUnknown, field.Type)));
     return;
   }
   if (!type->Takes(field.Size)) {
-    faults.push_back(Named(field) + SizedTypeName(field.Type, field.Size) +
-                     ", where forms expect " + type->sizeText);
+    faults.push_back(OfField(
+        field, Say(Message::OtherSize, SizedTypeName(field.Type, field.Size), SizesOf(*type))));
   }
   if (type->family == Family::Digits && field.Decimals > type->MaxDecimals(field.Size)) {
-    faults.push_back(Named(field) + Counted(static_cast<uint64_t>(field.Decimals), "decimal") +
-                     ", but the size has room for " +
-                     std::to_string(std::max(type->MaxDecimals(field.Size), 0)));
+    faults.push_back(
+        OfField(field, Say(Message::TooManyDecimals,
+                           Counted(static_cast<uint64_t>(field.Decimals), Message::Decimals),
+                           std::max(type->MaxDecimals(field.Size), 0))));
   }
   if (IsNullable(field) && field.Offset == 0) {
-    faults.push_back(Named(field) + "nullable at offset 0, without room for its null indicator");
+    faults.push_back(OfField(field, Say(Message::NoRoomForNull)));
   }
 }
 
@@ -44,9 +48,7 @@ void CheckWalk(const Table& table, Faults& faults) {
   for (const qrn::DbFieldInfo& field : table.fields) {
     walked += IsNullable(field) ? 1 : 0;
     if (walked != static_cast<size_t>(field.Offset)) {
-      faults.push_back(Named(field) + "stands at offset " + std::to_string(field.Offset) +
-                       ", but forms write it at " + std::to_string(walked) +
-                       ", behind the fields before it");
+      faults.push_back(OfField(field, Say(Message::StandsElsewhere, field.Offset, walked)));
       return;  // All further ones are shifted by as much.
     }
     walked = End(field);
@@ -60,24 +62,26 @@ void CheckOverlaps(const Table& table, Faults& faults) {
             [](const auto* left, const auto* right) { return Begin(*left) < Begin(*right); });
   for (size_t at = 1; at < byPlace.size(); ++at) {
     if (End(*byPlace[at - 1]) > Begin(*byPlace[at])) {
-      faults.push_back(Named(*byPlace[at]) + "overlaps field " + Quoted(byPlace[at - 1]->Name));
+      faults.push_back(
+          OfField(*byPlace[at], Say(Message::Overlaps, Quoted(byPlace[at - 1]->Name))));
     }
   }
 }
 
 void CheckKey(const Table& table, size_t number, Faults& faults) {
   const Key& key = table.keys[number];
-  const std::string name = "key " + std::to_string(number) + ": ";
+  const auto add = [&](const std::string& text) {
+    faults.push_back(Say(Message::OfKey, number, text));
+  };
   if ((key.segments.back().flags & kIndexContinues) != 0) {
-    faults.push_back(name + "its last segment says that another follows");
+    add(Say(Message::LastSegmentGoesOn));
   }
   for (const Segment& segment : key.segments) {
     const qrn::DbFieldInfo* field = FindField(table, segment.fieldId);
     if (field == nullptr) continue;  // The reader has told.
     const btrieve::KeyTypeRow* type = btrieve::FindKeyType(static_cast<uint8_t>(field->Type));
     if (type == nullptr || !type->Takes(static_cast<size_t>(field->Size))) {
-      faults.push_back(name + "field " + Quoted(field->Name) + " (" +
-                       SizedTypeName(field->Type, field->Size) + ") cannot be a key");
+      add(Say(Message::CannotBeKey, Quoted(field->Name), SizedTypeName(field->Type, field->Size)));
     }
   }
 }
@@ -86,7 +90,7 @@ void CheckKey(const Table& table, size_t number, Faults& faults) {
 
 Faults CheckDescription(const Table& table) {
   Faults faults;
-  if (table.fields.empty()) faults.emplace_back("the table has no fields");
+  if (table.fields.empty()) faults.push_back(Say(Message::TableHasNoFields));
   for (const qrn::DbFieldInfo& field : table.fields) CheckField(field, faults);
   CheckOverlaps(table, faults);
   CheckWalk(table, faults);

@@ -7,6 +7,7 @@
 #include "platform/LexbaseCalls.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Names.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
@@ -17,19 +18,19 @@ namespace {
 
 struct LibraryCode {
   int code;
-  const char* meaning;
+  Message meaning;
 };
 
 constexpr LibraryCode kLibraryCodes[] = {
-    {LexbaseAlreadyOpen, "another dictionary is being read"},
-    {LexbaseBadDirectory, "the directory's name is empty or longer than 254 bytes"},
-    {LexbaseNotADictionary, "a dictionary file is of another kind"},
-    {LexbaseFailed, "not enough memory"},
+    {LexbaseAlreadyOpen, Message::DictionaryBusy},
+    {LexbaseBadDirectory, Message::DirectoryNameBad},
+    {LexbaseNotADictionary, Message::OtherDictionaryKind},
+    {LexbaseFailed, Message::NoMemory},
 };
 
 std::string CodeText(int code) {
   for (const LibraryCode& row : kLibraryCodes) {
-    if (row.code == code) return row.meaning;
+    if (row.code == code) return Say(row.meaning);
   }
   return StatusText(static_cast<Status>(code));
 }
@@ -66,7 +67,7 @@ class DictionaryBuilder {
 
   void TakeField(const qrn::FieldRow& row) {
     if (row.NamesDictionaryField() || row.type == qrn::kConstraintName) return;
-    Table* table = Find(Unsigned(row.fileId), "field " + Quoted(row.name));
+    Table* table = Find(Unsigned(row.fileId), Say(Message::TheField, Quoted(row.name)));
     if (table == nullptr) return;
     qrn::DbFieldInfo field = MakeField(row.name, row.type, Unsigned(row.size));
     field.FieldId = Unsigned(row.fieldId);
@@ -85,7 +86,7 @@ class DictionaryBuilder {
   void TakeSegment(const qrn::IndexRow& row) {
     const int id = Unsigned(row.fileId);
     if (id < kFirstUserTable) return;
-    Table* table = Find(id, "a key segment");
+    Table* table = Find(id, Say(Message::AKeySegment));
     if (table == nullptr) return;
     NoteParts(*table, row.part);
     const bool beginsKey =
@@ -103,8 +104,7 @@ class DictionaryBuilder {
       if (number < table->keys.size()) {
         table->keys[number].name = name.Name;
       } else {
-        Note(*table, "the index name " + Quoted(name.Name) + " is for key " +
-                         std::to_string(number) + ", which does not exist");
+        Note(*table, Say(Message::IndexNameAstray, Quoted(name.Name), number));
       }
     }
   }
@@ -117,14 +117,13 @@ class DictionaryBuilder {
     const auto slot = slots_.find(id);
     if (slot != slots_.end()) return &dictionary_.tables[slot->second];
     if (id >= kFirstUserTable) {
-      dictionary_.oddities.push_back(what + " belongs to table id " + std::to_string(id) +
-                                     ", which does not exist");
+      dictionary_.oddities.push_back(Say(Message::TableIdAstray, what, id));
     }
     return nullptr;
   }
 
   void Note(const Table& table, const std::string& text) {
-    dictionary_.oddities.push_back("table " + Quoted(table.name) + ": " + text);
+    dictionary_.oddities.push_back(Say(Message::OfTable, Quoted(table.name), text));
   }
 
   // Dictionaries of the nineties count from 1 and have no flag for a key that goes on: there a
@@ -142,13 +141,11 @@ class DictionaryBuilder {
     const auto part = static_cast<int>(table.keys.back().segments.size()) - 1;
     const int first = countsFromOne_ ? 1 : 0;
     if (row.keyNumber != number + first || row.part != part + first) {
-      Note(table, "key " + std::to_string(number) + ", segment " + std::to_string(part) +
-                      " is numbered " + std::to_string(Unsigned(row.keyNumber)) + ", segment " +
-                      std::to_string(Unsigned(row.part)));
+      Note(table, Say(Message::NumberedOtherwise, number, part, Unsigned(row.keyNumber),
+                      Unsigned(row.part)));
     }
     if (FindField(table, segment.fieldId) == nullptr) {
-      Note(table, "key " + std::to_string(number) + " uses field id " +
-                      std::to_string(segment.fieldId) + ", which the table does not have");
+      Note(table, Say(Message::KeyFieldAstray, number, segment.fieldId));
     }
   }
 
@@ -169,8 +166,8 @@ const Table& Dictionary::Find(std::string_view name) const {
   for (const Table& table : tables) {
     all.append(all.empty() ? "" : ", ").append(Show(table.name));
   }
-  throw Failure(kBadInput, PathToUtf8(directory) + ": there is no table \"" + std::string(name) +
-                               "\"" + DidYouMean(names, name) + "; there are: " + all);
+  throw Failure(kBadInput, Say(Message::NoSuchTable, PathToUtf8(directory), name,
+                               DidYouMean(names, name), all));
 }
 
 Dictionary ReadDictionary(const std::filesystem::path& directory) {
@@ -179,7 +176,7 @@ Dictionary ReadDictionary(const std::filesystem::path& directory) {
   DictionaryBuilder builder(dictionary);
   const auto require = [&](int32_t code) {
     if (code == 0) return;
-    throw Failure(kSystem, PathToUtf8(directory) + ": no readable dictionary: " + CodeText(code));
+    throw Failure(kSystem, Say(Message::NoDictionary, PathToUtf8(directory), CodeText(code)));
   };
   const OwnLibrary library;
   qrn::DictionaryReading reading;

@@ -5,6 +5,7 @@
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/DictionaryTables.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/TableFile.h"
 
@@ -110,7 +111,7 @@ void WriteDictionary(const std::filesystem::path& directory, const std::vector<T
   Transaction transaction;
   for (const Table& own : DictionaryTables()) writer.Write(own);
   for (const Table& table : tables) writer.Write(table);
-  Require(transaction.Commit(), "the dictionary");
+  Require(transaction.Commit(), Say(Message::TheDictionary));
 }
 
 }  // namespace qrndata

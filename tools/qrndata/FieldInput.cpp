@@ -6,6 +6,7 @@
 #include "fields/FieldText.h"
 #include "tools/qrndata/DateInput.h"
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/NumberInput.h"
 
 namespace qrndata {
@@ -23,9 +24,7 @@ size_t TextRoom(const qrn::DbFieldInfo& field) {
 
 CheckedText CheckText(const qrn::DbFieldInfo& field, std::string_view text) {
   if (text.size() <= TextRoom(field)) return {std::string(text), {}};
-  return {{},
-          "the text has " + std::to_string(text.size()) +
-              " bytes in code page 932; the field takes " + std::to_string(TextRoom(field))};
+  return {{}, Say(Message::TextTooLong, text.size(), TextRoom(field))};
 }
 
 CheckedText CheckLogical(std::string_view text) {
@@ -34,19 +33,19 @@ CheckedText CheckLogical(std::string_view text) {
   uint8_t byte = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), byte);
   if (error != std::errc{} || end != text.data() + text.size()) {
-    return {{}, "expected 0, 1, true or false"};
+    return {{}, Say(Message::LogicalExpected)};
   }
   return {std::string(1, static_cast<char>(byte + '0')), {}};
 }
 
 CheckedText CheckBit(std::string_view text) {
   if (text.size() <= 1) return {std::string(text), {}};
-  return {{}, "expected a single character of one byte"};
+  return {{}, Say(Message::CharacterExpected)};
 }
 
-CheckedText Checked(std::optional<std::string> normal, const char* expected) {
+CheckedText Checked(std::optional<std::string> normal, Message expected) {
   if (normal) return {*std::move(normal), {}};
-  return {{}, expected};
+  return {{}, Say(expected)};
 }
 
 }  // namespace
@@ -62,8 +61,8 @@ qrn::QuorinSettings FileSettings() {
 
 CheckedText CheckFieldText(const qrn::DbFieldInfo& field, std::string_view text) {
   const FieldTypeRow* type = FindFieldType(field.Type);
-  if (type == nullptr) return {{}, FieldTypeName(field.Type) + " cannot be written"};
-  if (text.find('\0') != std::string_view::npos) return {{}, "the text holds a NUL character"};
+  if (type == nullptr) return {{}, Say(Message::TypeNotWritten, FieldTypeName(field.Type))};
+  if (text.find('\0') != std::string_view::npos) return {{}, Say(Message::HoldsNul)};
   switch (type->family) {
     case Family::Text:
       return CheckText(field, text);
@@ -74,9 +73,9 @@ CheckedText CheckFieldText(const qrn::DbFieldInfo& field, std::string_view text)
     case Family::Digits:
       return CheckDigits(field, text);
     case Family::Date:
-      return Checked(NormalDate(text), "expected a date such as 2024/01/31");
+      return Checked(NormalDate(text), Message::DateExpected);
     case Family::Time:
-      return Checked(NormalTime(text), "expected a time such as 09:30:00");
+      return Checked(NormalTime(text), Message::TimeExpected);
     case Family::Logical:
       return CheckLogical(text);
     case Family::Bit:

@@ -28,12 +28,14 @@ struct FieldTypeRow {
   uint32_t sizes;             // where not 0, bit n set for each size n that is taken
   int32_t spareDigits;        // Digits: digit places are size * digitsPerByte - spareDigits
   int32_t digitsPerByte;
-  const char* sizeText;  // "4 or 8", for messages
 
   bool Takes(int64_t size) const noexcept;
   // The most decimals that a field of this type and size has.
   int32_t MaxDecimals(int32_t size) const noexcept;
 };
+
+// "4 or 8", "1 to 64": in messages.
+std::string SizesOf(const FieldTypeRow& type);
 
 // Null for a name or code that no schema can use.
 const FieldTypeRow* FindFieldType(std::string_view name) noexcept;

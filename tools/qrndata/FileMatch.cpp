@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/TableFile.h"
 
 namespace qrndata {
@@ -48,11 +49,10 @@ constexpr uint16_t kComparedFlags =
     btrieve::kCaseInsensitive | btrieve::kDescending | btrieve::kNullAnySegment;
 
 std::string NumberPair(const std::string& what, size_t inFile, size_t described) {
-  return what + " is " + std::to_string(inFile) + " in the file and " + std::to_string(described) +
-         " in the dictionary";
+  return Say(Message::InFileAndDictionary, what, inFile, described);
 }
 
-std::string KeyName(size_t number) { return "key " + std::to_string(number); }
+std::string KeyName(size_t number) { return Say(Message::KeyNumber, number); }
 
 class Matcher {
  public:
@@ -79,7 +79,8 @@ class Matcher {
   void CompareKey(size_t number, bool isUntold);
   void TellPlaces(size_t number, const btrieve::KeySpec& inFile);
   void TellKinds(size_t number, const btrieve::KeySpec& inFile);
-  std::string PlaceName(size_t number, size_t segment, const qrn::DbFieldInfo& field) const;
+  static std::string AtPlace(size_t number, size_t segment, const qrn::DbFieldInfo& field,
+                             Message what);
 
   const Table& table_;
   const btrieve::FileSpec& file_;
@@ -88,13 +89,15 @@ class Matcher {
 
 void Matcher::CompareRecords() {
   if (!file_.IsVariable() && file_.recordLength != RecordLength(table_)) {
-    Add(Weight::Record, NumberPair("the record length", file_.recordLength, RecordLength(table_)));
+    Add(Weight::Record,
+        NumberPair(Say(Message::TheRecordLength), file_.recordLength, RecordLength(table_)));
   }
   if (file_.IsVariable() && file_.recordLength > FixedLength(table_)) {
-    Add(Weight::Record, NumberPair("the fixed part", file_.recordLength, FixedLength(table_)));
+    Add(Weight::Record,
+        NumberPair(Say(Message::TheFixedPart), file_.recordLength, FixedLength(table_)));
   }
   if (!file_.IsVariable() && HasVariableRecords(table_)) {
-    Add(Weight::Record, "the file has fixed records, but a field of the table has no fixed length");
+    Add(Weight::Record, Say(Message::FixedRecords));
   }
 }
 
@@ -148,7 +151,7 @@ void Matcher::CompareKeys() {
   const bool isUntold = found < file_.keys.size();
   if (file_.keys.size() != table_.keys.size()) {
     const Weight weight = missing == 0 ? Weight::Note : isUntold ? Weight::Record : Weight::Key;
-    Add(weight, NumberPair("the number of keys", file_.keys.size(), table_.keys.size()));
+    Add(weight, NumberPair(Say(Message::TheNumberOfKeys), file_.keys.size(), table_.keys.size()));
   }
   if (missing != 0 && isUntold) PairByNumber();
   for (size_t number = 0; number < table_.keys.size(); ++number) CompareKey(number, isUntold);
@@ -157,38 +160,37 @@ void Matcher::CompareKeys() {
 void Matcher::CompareKey(size_t number, bool isUntold) {
   const std::optional<size_t> slot = match_.slots[number];
   if (slot && *slot != number) {
-    Add(Weight::Key, KeyName(number) + " of the dictionary is " + KeyName(*slot) +
-                         " of the file; forms take " + KeyName(number) + " for it");
+    Add(Weight::Key, Say(Message::KeyElsewhere, KeyName(number), KeyName(*slot)));
   }
   if (slot) return TellKinds(number, file_.keys[*slot]);
   if (!SaysAnything(table_.keys[number])) return;
-  if (!isUntold) return Add(Weight::Key, "the file has no such key as " + KeyName(number));
+  if (!isUntold) return Add(Weight::Key, Say(Message::FileLacksKey, KeyName(number)));
   if (number < file_.keys.size()) TellPlaces(number, file_.keys[number]);
 }
 
-std::string Matcher::PlaceName(size_t number, size_t segment, const qrn::DbFieldInfo& field) const {
-  return KeyName(number) + ", segment " + std::to_string(segment) + ", field " +
-         Quoted(field.Name) + ": ";
+std::string Matcher::AtPlace(size_t number, size_t segment, const qrn::DbFieldInfo& field,
+                             Message what) {
+  return Say(Message::SegmentPlace, number, segment, Quoted(field.Name), Say(what));
 }
 
 // The file has another key of that number: what is where the description says?
 void Matcher::TellPlaces(size_t number, const btrieve::KeySpec& inFile) {
   const std::vector<Segment>& segments = table_.keys[number].segments;
   if (inFile.segments.size() != segments.size()) {
-    Add(Weight::Record, NumberPair(KeyName(number) + ": the number of segments",
+    Add(Weight::Record, NumberPair(Say(Message::OfKey, number, Say(Message::TheNumberOfSegments)),
                                    inFile.segments.size(), segments.size()));
     return;
   }
   for (size_t at = 0; at < segments.size(); ++at) {
     const qrn::DbFieldInfo* field = FindField(table_, segments[at].fieldId);
     if (field == nullptr) continue;
-    const auto compare = [&](const char* what, size_t left, size_t right) {
+    const auto compare = [&](Message what, size_t left, size_t right) {
       if (left != right) {
-        Add(Weight::Record, NumberPair(PlaceName(number, at, *field) + what, left, right));
+        Add(Weight::Record, NumberPair(AtPlace(number, at, *field, what), left, right));
       }
     };
-    compare("the offset", inFile.segments[at].offset, static_cast<size_t>(field->Offset));
-    compare("the length", inFile.segments[at].length, static_cast<size_t>(field->Size));
+    compare(Message::TheOffset, inFile.segments[at].offset, static_cast<size_t>(field->Offset));
+    compare(Message::TheLength, inFile.segments[at].length, static_cast<size_t>(field->Size));
   }
   TellKinds(number, inFile);
 }
@@ -199,17 +201,17 @@ void Matcher::TellKinds(size_t number, const btrieve::KeySpec& inFile) {
     const qrn::DbFieldInfo* field = FindField(table_, segments[at].fieldId);
     if (field == nullptr) continue;
     const btrieve::KeySegment& segment = inFile.segments[at];
-    const std::string place = PlaceName(number, at, *field);
     const auto type = static_cast<int32_t>(segment.Type());
     if ((segment.flags & btrieve::kExtendedType) != 0 && type != field->Type) {
       Add(WeightOfTypes(type, field->Type),
-          NumberPair(place + "the type", static_cast<size_t>(type),
+          NumberPair(AtPlace(number, at, *field, Message::TheType), static_cast<size_t>(type),
                      static_cast<size_t>(field->Type)));
     }
     const auto flags = static_cast<uint16_t>(segment.flags & kComparedFlags);
     const auto described = static_cast<uint16_t>(FileKeyFlags(segments[at].flags) & kComparedFlags);
     if (flags != described) {
-      Add(Weight::Note, NumberPair(place + "the flag word", flags, described));
+      Add(Weight::Note,
+          NumberPair(AtPlace(number, at, *field, Message::TheFlagWord), flags, described));
     }
   }
 }
@@ -230,13 +232,13 @@ FileMatch MatchFile(const Table& table, const btrieve::FileSpec& file) {
 void RequireMatch(const Table& table, const FileMatch& match, Weight refused) {
   const Mismatch* wrong = match.Heaviest(refused);
   if (wrong == nullptr) return;
-  throw Failure(kSystem, "table " + Quoted(table.name) +
-                             ": the data file is not as the dictionary has it: " + wrong->text);
+  throw Failure(kSystem, Say(Message::FileNotAsDescribed, Quoted(table.name), wrong->text));
 }
 
 void WarnOf(const Table& table, const FileMatch& match, std::ostream& warnings) {
   for (const Mismatch& each : match.mismatches) {
-    warnings << "warning: table " << Quoted(table.name) << ": " << each.text << '\n';
+    const std::string text = Say(Message::OfTable, Quoted(table.name), each.text);
+    warnings << Say(Message::Warning, text) << '\n';
   }
 }
 

@@ -7,6 +7,7 @@
 #include "tools/qrndata/CsvReader.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/Interrupt.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
@@ -24,7 +25,7 @@ namespace fs = std::filesystem;
 bool IsStandardInput(const ImportOptions& options) { return options.file == "-"; }
 
 std::string InputName(const ImportOptions& options) {
-  return IsStandardInput(options) ? "standard input" : PathToUtf8(options.file);
+  return IsStandardInput(options) ? Say(Message::StandardInput) : PathToUtf8(options.file);
 }
 
 std::ifstream OpenInput(const ImportOptions& options) {
@@ -32,21 +33,16 @@ std::ifstream OpenInput(const ImportOptions& options) {
   std::error_code ignored;
   std::ifstream file(options.file, std::ios::binary);
   if (!file || fs::is_directory(options.file, ignored)) {
-    throw Failure(kSystem, PathToUtf8(options.file) + ": cannot be read");
+    throw Failure(kSystem, Say(Message::CannotBeRead, PathToUtf8(options.file)));
   }
   return file;
 }
 
 std::string UnmappableText(const Converted& text, Encoding encoding) {
-  const std::string place =
-      " (character " + std::to_string(text.unmappableAt + 1) + " of the text)";
-  if (!text.isBroken) return "code page 932 has no " + text.unmappable + place;
-  if (encoding == Encoding::CodePage932) {
-    return "not code page 932: " + text.unmappable + place +
-           "; without --encoding a file is read as UTF-8";
-  }
-  return "not UTF-8: " + text.unmappable + place +
-         "; --encoding cp932 reads a file in code page 932";
+  const Message message = !text.isBroken                      ? Message::NoneInCodePage
+                          : encoding == Encoding::CodePage932 ? Message::NotCodePage
+                                                              : Message::NotUtf8;
+  return Say(message, text.unmappable, text.unmappableAt + 1);
 }
 
 // Files that spreadsheets call "Unicode": two bytes a character.
@@ -57,9 +53,7 @@ bool IsWide(std::string_view firstLine) {
 
 void RequireNarrow(std::string_view firstLine, const std::string& file) {
   if (!IsWide(firstLine)) return;
-  throw BadInput(file, {1, 1},
-                 "the file is in UTF-16; expected UTF-8, or code page 932 with "
-                 "--encoding cp932");
+  throw BadInput(file, {1, 1}, Say(Message::FileIsWide));
 }
 
 // A row that is read, but neither stored nor told to be refused yet.
@@ -104,7 +98,6 @@ class CsvImport {
   [[noreturn]] void Stop(const Failure& failure);
   uint32_t NextLine() const;
   Converted Decode(const std::string& text) const;
-  std::string FieldName(size_t slot) const;
   ExitCode Report() const;
 
   // Rows are kept until they are decided: so many, and so many bytes.
@@ -133,14 +126,10 @@ Converted CsvImport::Decode(const std::string& text) const {
   return SoundCodePage(text, options_.onUnmappable, false);
 }
 
-std::string CsvImport::FieldName(size_t slot) const {
-  return "field " + Quoted(table_.fields[slot].Name) + ": ";
-}
-
 void CsvImport::ReadHeader(const std::vector<ColumnRule>& rules) {
   CsvRow row;
   if (!reader_.Next(row)) {
-    throw BadInput(fileName_, {1, 1}, "expected a first line with the fields' names");
+    throw BadInput(fileName_, {1, 1}, Say(Message::HeaderExpected));
   }
   RequireNarrow(row.raw, fileName_);
   if (!row.problem.empty()) throw BadInput(fileName_, row.problemAt, row.problem);
@@ -173,7 +162,7 @@ void CsvImport::OpenStore() {
       if (slot) given.push_back(*slot);
     }
     store_ = std::make_unique<RowChanger>(options_.directory, table_, options_.changeMode,
-                                          options_.changeKey, given, patience);
+                                          options_.changeKey, given, patience, options_.isDryRun);
   }
   WarnOf(table_, store_->Match(), streams_.err);
 }
@@ -196,9 +185,8 @@ Refusal CsvImport::TakeCells(PendingRow& pending) {
   const CsvRow& row = pending.row;
   if (!row.problem.empty()) return {row.problem, {}};
   if (row.cells.size() != slots_.size()) {
-    return {"expected " + Counted(slots_.size(), "cell") +
-                (options_.hasHeader ? " as in the first line, found " : ", found ") +
-                std::to_string(row.cells.size()),
+    return {Say(options_.hasHeader ? Message::CellsExpected : Message::CellsExpectedBare,
+                Counted(slots_.size(), Message::Cells), row.cells.size()),
             {}};
   }
   for (size_t column = 0; column < slots_.size(); ++column) {
@@ -229,11 +217,13 @@ Position CsvImport::PlaceOf(const CsvRow& row, const Refusal& refusal) const {
 void CsvImport::Refuse(const PendingRow& pending) {
   const Refusal& refusal = pending.refusal;
   if (++refused_ <= options_.shown) {
-    const std::string field = refusal.fieldSlot ? FieldName(*refusal.fieldSlot) : "";
-    streams_.err << AtPlace(fileName_, PlaceOf(pending.row, refusal), field + refusal.problem)
-                 << '\n';
+    std::string text = refusal.problem;
+    if (refusal.fieldSlot) {
+      text = Say(Message::OfField, Quoted(table_.fields[*refusal.fieldSlot].Name), text);
+    }
+    streams_.err << AtPlace(fileName_, PlaceOf(pending.row, refusal), text) << '\n';
   } else if (refused_ == options_.shown + 1) {
-    streams_.err << "further refusals are not listed (--show-refused takes their number)\n";
+    streams_.err << Say(Message::FurtherNotListed) << '\n';
   }
   if (!options_.refusals.empty()) KeepRefused(pending.row);
 }
@@ -245,7 +235,7 @@ void CsvImport::KeepRefused(const CsvRow& row) {
   }
   if (row.raw.size() < kMostRowBytes) refusals_->Stream() << row.raw << '\n';
   if (!refusals_->Stream().flush()) {
-    throw Failure(kSystem, PathToUtf8(options_.refusals) + ": cannot be written");
+    throw Failure(kSystem, Say(Message::CannotBeWritten, PathToUtf8(options_.refusals)));
   }
 }
 
@@ -263,9 +253,7 @@ void CsvImport::Pass() {
   if (pendingRefused_ != 0) --pendingRefused_;
   Refuse(pending);
   if (options_.maxErrors == 0 || refused_ < options_.maxErrors) return;
-  throw Failure(kBadInput, Counted(refused_, "row") +
-                               " refused, which --max-errors does not let "
-                               "pass");
+  throw Failure(kBadInput, Say(Message::MaxErrorsReached, Counted(refused_, Message::Rows)));
 }
 
 void CsvImport::PassRefused() {
@@ -318,25 +306,27 @@ void CsvImport::ReadRows() {
     progress.Update(reader_.BytesRead(), rows_);
     if (!InterruptWatch::WasInterrupted()) continue;
     Settle(true);
-    throw Failure(kInterrupted, "interrupted");
+    throw Failure(kInterrupted, Say(Message::Interrupted));
   }
   Settle(true);
-  if (file_.bad()) throw Failure(kSystem, fileName_ + ": cannot be read on");
+  if (file_.bad()) throw Failure(kSystem, Say(Message::CannotBeReadOn, fileName_));
   if (refusals_) refusals_->Finish();
 }
 
 ExitCode CsvImport::Report() const {
   const uint64_t taken = rows_ - refused_;
-  streams_.out << Show(table_.name) << ": " << Counted(taken, "row") << ' '
-               << (options_.isDryRun ? "could be taken" : "taken");
+  streams_.out << Show(table_.name) << ": "
+               << Say(options_.isDryRun ? Message::CouldBeTaken : Message::Taken,
+                      Counted(taken, Message::Rows));
   if (!options_.changeKey.empty()) {
-    streams_.out << " (" << Grouped(store_->Changed()) << " changed, "
-                 << Grouped(taken - store_->Changed()) << " new)";
+    streams_.out << Say(Message::ChangedAndNew, Grouped(store_->Changed()),
+                        Grouped(taken - store_->Changed()));
   }
-  if (refused_ != 0) streams_.out << ", " << Grouped(refused_) << " refused";
+  if (refused_ != 0) streams_.out << Say(Message::AndRefused, Grouped(refused_));
   if (replaced_ != 0) {
-    streams_.out << ", " << Counted(replaced_, "text") << " with characters "
-                 << (options_.onUnmappable == OnUnmappable::Skip ? "left out" : "replaced");
+    const bool isLeftOut = options_.onUnmappable == OnUnmappable::Skip;
+    streams_.out << Say(isLeftOut ? Message::TextsLeftOut : Message::TextsReplaced,
+                        Counted(replaced_, Message::Texts));
   }
   streams_.out << '\n';
   return refused_ == 0 ? kDone : kFaultsFound;
@@ -349,12 +339,9 @@ uint32_t CsvImport::NextLine() const {
 
 // The rows refused so far are kept: the ones around them are stored.
 void CsvImport::Stop(const Failure& failure) {
-  const std::string line = std::to_string(NextLine());
-  std::string text =
-      std::string(failure.what()) + "; stopped before line " + line + " of " + fileName_;
+  std::string text = Say(Message::StoppedBefore, failure.what(), NextLine(), fileName_);
   if (!options_.isDryRun) {
-    text += "; stored until there: " + Counted(store_->Stored(), "row") + "; --first " + line +
-            " goes on";
+    text += Say(Message::StoredUntilThere, Counted(store_->Stored(), Message::Rows), NextLine());
   }
   try {
     if (refusals_ && refusals_->Stream().good()) refusals_->Finish();
@@ -378,8 +365,7 @@ ExitCode CsvImport::Run() {
 void RefuseRefusalsFile(const ImportOptions& options, const Dictionary& dictionary) {
   RefuseDatabaseFile(options.refusals, dictionary);
   if (!IsSameFile(options.refusals, options.file)) return;
-  throw Failure(kUsage, PathToUtf8(options.refusals) +
-                            ": this is the file that the rows come from; name another file");
+  throw Failure(kUsage, Say(Message::IsTheInput, PathToUtf8(options.refusals)));
 }
 
 }  // namespace

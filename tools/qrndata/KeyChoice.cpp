@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Names.h"
 #include "tools/qrndata/Text.h"
 
@@ -30,15 +31,14 @@ size_t ChooseKey(const Table& table, const std::string& wanted) {
   if (parsed.ptr == end && number < table.keys.size()) return number;
   const Names names = KeyNames(table);
   if (const auto found = FindName(names, wanted)) return *found % table.keys.size();
-  throw Failure(kBadInput, "table " + Quoted(table.name) + " has no key \"" + wanted + "\"" +
-                               DidYouMean(names, wanted));
+  throw Failure(kBadInput,
+                Say(Message::NoSuchKey, Quoted(table.name), wanted, DidYouMean(names, wanted)));
 }
 
 const btrieve::KeySpec& KeyInFile(const Table& table, size_t key, const btrieve::FileSpec& file,
                                   const FileMatch& match) {
   if (match.slots[key]) return file.keys[*match.slots[key]];
-  throw Failure(kSystem, "table " + Quoted(table.name) + ": the data file has no key " +
-                             std::to_string(key) + ", though the dictionary does");
+  throw Failure(kSystem, Say(Message::FileLacksKeyNumber, Quoted(table.name), key));
 }
 
 }  // namespace qrndata

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
@@ -10,12 +11,13 @@ size_t DisplayWidth(const std::string& utf8) {
   return ToCodePage(utf8, OnUnmappable::Replace).text.size();
 }
 
-Listing::Listing(std::vector<std::string> heads) {
-  for (std::string& head : heads) {
-    isRight_.push_back(head.starts_with('>'));
-    if (isRight_.back()) head.erase(0, 1);
+Listing::Listing(std::initializer_list<Head> heads) {
+  std::vector<std::string> names;
+  for (const Head& head : heads) {
+    isRight_.push_back(head.isNumber);
+    names.push_back(Say(head.name));
   }
-  rows_.push_back(std::move(heads));
+  rows_.push_back(std::move(names));
 }
 
 void Listing::Add(std::vector<std::string> row) { rows_.push_back(std::move(row)); }

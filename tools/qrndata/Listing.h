@@ -1,16 +1,24 @@
 // A table of texts with aligned columns, for a fixed-width font.
 #pragma once
 
+#include <initializer_list>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
 class Listing {
  public:
-  // Cells are UTF-8. Numbers are aligned right: a column whose head begins with '>' (taken off).
-  explicit Listing(std::vector<std::string> heads);
+  struct Head {
+    Message name;
+    bool isNumber = false;  // its column is aligned right
+  };
+
+  // Cells are UTF-8.
+  explicit Listing(std::initializer_list<Head> heads);
 
   void Add(std::vector<std::string> row);
   void Write(std::ostream& out) const;

@@ -4,6 +4,7 @@
 #include <numeric>
 #include <utility>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Text.h"
 
 namespace qrndata {
@@ -81,7 +82,7 @@ std::string DidYouMean(const Names& names, std::string_view wanted) {
     least = distance;
     nearest = shown;
   }
-  return nearest.empty() ? "" : "; did you mean \"" + nearest + "\"?";
+  return nearest.empty() ? "" : Say(Message::DidYouMean, nearest);
 }
 
 }  // namespace qrndata

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Progress.h"
 
 namespace qrndata {
@@ -76,7 +77,7 @@ bool FitsCurrency(bool isNegative, const std::string& digits) {
   return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc{};
 }
 
-std::string Count(int32_t number, const char* what) {
+std::string Count(int32_t number, Message what) {
   return Counted(static_cast<uint64_t>(std::max(number, 0)), what);
 }
 
@@ -98,7 +99,7 @@ RealRange RealRangeOf(const qrn::DbFieldInfo& field) {
 CheckedText CheckWhole(const qrn::DbFieldInfo& field, std::string_view text) {
   if (text.empty()) return {"0", {}};
   if (field.Size != 1 && field.Size != 2 && field.Size != 4 && field.Size != 8) {
-    return {{}, "forms cannot store a whole number of " + Count(field.Size, "byte")};
+    return {{}, Say(Message::WholeSizeOdd, Count(field.Size, Message::ByteCount))};
   }
   text = WithoutPlus(text);
   const WholeRange range = RangeOf(field);
@@ -110,9 +111,7 @@ CheckedText CheckWhole(const qrn::DbFieldInfo& field, std::string_view text) {
       std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
   const bool isNumber = !digits.empty() && AreDigits(digits);
   if (!isNumber || error != std::errc{} || magnitude > limit) {
-    return {{},
-            "expected a whole number from " + std::to_string(range.least) + " to " +
-                std::to_string(range.most)};
+    return {{}, Say(Message::WholeExpected, range.least, range.most)};
   }
   return {(isNegative && magnitude != 0 ? "-" : "") + std::to_string(magnitude), {}};
 }
@@ -124,27 +123,27 @@ CheckedText CheckReal(const qrn::DbFieldInfo& field, std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (end != text.data() + text.size() || error == std::errc::invalid_argument ||
       !std::isfinite(value)) {
-    return {{}, "expected a number such as -12.5 or 1.5e-7"};
+    return {{}, Say(Message::RealExpected)};
   }
   const RealRange range = RealRangeOf(field);
   const double magnitude = std::fabs(value);
   if (error != std::errc{} || magnitude > range.most || (value != 0 && magnitude < range.least)) {
-    return {{}, "the number is outside what " + SizedTypeName(field.Type, field.Size) + " holds"};
+    return {{}, Say(Message::OutsideType, SizedTypeName(field.Type, field.Size))};
   }
   NumberText plain{};
   const auto result =
       std::to_chars(plain.data(), plain.data() + plain.size(), value, std::chars_format::fixed);
-  if (result.ec != std::errc{}) return {{}, "the number has too many digits"};
+  if (result.ec != std::errc{}) return {{}, Say(Message::TooManyDigits)};
   return {std::string(plain.data(), result.ptr), {}};
 }
 
 CheckedText CheckDigits(const qrn::DbFieldInfo& field, std::string_view text) {
   const Parts parts = text.empty() ? Parts{true, false, {}, {}} : Split(text);
-  if (!parts.isNumber) return {{}, "expected a number such as -12.50"};
+  if (!parts.isNumber) return {{}, Say(Message::NumberExpected)};
   const auto decimals = static_cast<size_t>(std::max(field.Decimals, 0));
   const int32_t places = WholePlaces(field);
   if (parts.fraction.size() > decimals) {
-    return {{}, "expected at most " + Count(field.Decimals, "decimal")};
+    return {{}, Say(Message::AtMost, Count(field.Decimals, Message::Decimals))};
   }
   std::string digits = std::string(parts.whole) + std::string(parts.fraction) +
                        std::string(decimals - parts.fraction.size(), '0');
@@ -154,8 +153,8 @@ CheckedText CheckDigits(const qrn::DbFieldInfo& field, std::string_view text) {
   if (!fits) {
     return {{},
             field.Type == qrn::kCurrency
-                ? "the number is too large"
-                : "expected at most " + Count(places, "digit") + " before the point"};
+                ? Say(Message::NumberTooLarge)
+                : Say(Message::AtMostBeforePoint, Count(places, Message::Digits))};
   }
   if (decimals != 0) digits.insert(digits.size() - decimals, 1, '.');
   // A zero in front of the point would take a place that a field of decimals alone does not have.

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
 
@@ -71,7 +72,9 @@ void SideFile::Finish() {
   side_.clear();
 }
 
-void SideFile::Fail() const { throw Failure(kSystem, PathToUtf8(path_) + ": cannot be written"); }
+void SideFile::Fail() const {
+  throw Failure(kSystem, Say(Message::CannotBeWritten, PathToUtf8(path_)));
+}
 
 OutputFile::OutputFile(const fs::path& path)
     : place_(path), file_(place_.Path(), std::ios::binary) {

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
 
@@ -18,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr std::array<const char*, 3> kDataFileTails = {"", "-wal", "-shm"};
 
 [[noreturn]] void Refuse(const fs::path& output, const std::string& what) {
-  throw Failure(kUsage, PathToUtf8(output) + ": this is " + what + "; name another file");
+  throw Failure(kUsage, Say(Message::NameAnotherFile, PathToUtf8(output), what));
 }
 
 std::string WholeName(const fs::path& path) {
@@ -33,7 +34,7 @@ void RefuseDictionaryFile(const fs::path& output, const fs::path& directory) {
   for (const fs::directory_entry& entry : fs::directory_iterator(directory, ignored)) {
     const bool isDictionary = SameName(PathToUtf8(entry.path().extension()), ".ddf");
     if (isDictionary && IsSameFile(output, entry.path())) {
-      Refuse(output, "a file of the dictionary");
+      Refuse(output, Say(Message::ADictionaryFile));
     }
   }
 }
@@ -52,7 +53,7 @@ void RefuseDatabaseFile(const fs::path& output, const Dictionary& dictionary) {
       fs::path file = DataFilePath(dictionary.directory, table.location);
       file += tail;
       if (!IsSameFile(output, file)) continue;
-      Refuse(output, "the data file of table " + Quoted(table.name));
+      Refuse(output, Say(Message::ADataFile, Quoted(table.name)));
     }
   }
 }

@@ -9,6 +9,7 @@
 
 #include "platform/CodePage.h"
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -43,13 +44,14 @@ fs::path DataFilePath(const fs::path& directory, std::string_view location) {
 std::string ReadWholeFile(const fs::path& path) {
   std::error_code ignored;
   if (fs::is_directory(path, ignored)) {
-    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (it is a directory)");
+    throw Failure(kSystem,
+                  Say(Message::CannotBeReadWhy, PathToUtf8(path), Say(Message::IsADirectory)));
   }
   std::ifstream file(path, std::ios::binary);
   std::string text;
   if (file) text.assign(std::istreambuf_iterator<char>(file), {});
   if (!file) {
-    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (" + std::strerror(errno) + ")");
+    throw Failure(kSystem, Say(Message::CannotBeReadWhy, PathToUtf8(path), std::strerror(errno)));
   }
   return text;
 }

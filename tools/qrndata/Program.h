@@ -7,14 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "tools/qrndata/Messages.h"
+
 namespace qrndata {
 
 // Where a program speaks and listens. What is said is UTF-8.
 struct Streams {
   std::ostream& out;
   std::ostream& err;
-  std::ostream* terminal;      // for progress; null where nobody watches
-  std::istream* in = nullptr;  // as it comes, line ends included
+  std::ostream* terminal;                 // for progress; null where nobody watches
+  std::istream* in = nullptr;             // as it comes, line ends included
+  Language language = Language::English;  // the user's own
 };
 
 // What main is called on the system.

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 
+#include "tools/qrndata/Messages.h"
+
 namespace qrndata {
 
 namespace {
@@ -51,12 +53,13 @@ std::string Progress::Line(uint64_t done, uint64_t rows, double seconds) const {
     const uint64_t percent = std::min<uint64_t>(done * 100 / total_, 100);
     line += "  " + Bar(done, total_) + "  " + std::to_string(percent) + " %";
   }
-  line += "  " + Counted(rows, "row");
+  line += "  " + Counted(rows, Message::Rows);
   if (seconds <= 0) return line;
-  line += "  " + Counted(static_cast<uint64_t>(static_cast<double>(rows) / seconds), "row") + "/s";
+  const auto speed = static_cast<uint64_t>(static_cast<double>(rows) / seconds);
+  line += "  " + Say(Message::RowsASecond, Counted(speed, Message::Rows));
   if (total_ != 0 && done != 0) {
     const double left = static_cast<double>(total_) / static_cast<double>(done) - 1;
-    line += "  " + MinutesAndSeconds(seconds * left) + " left";
+    line += "  " + Say(Message::TimeLeft, MinutesAndSeconds(seconds * left));
   }
   return line;
 }
@@ -67,8 +70,11 @@ std::string Grouped(uint64_t number) {
   return text;
 }
 
-std::string Counted(uint64_t number, std::string_view what) {
-  return Grouped(number).append(" ").append(what).append(number == 1 ? "" : "s");
+std::string Counted(uint64_t number, Message what) {
+  const std::string_view forms = TextOf(what);
+  const size_t bar = std::min(forms.find('|'), forms.size());
+  const bool isOne = number == 1 || bar == forms.size();
+  return qrn::WithWords(isOne ? forms.substr(0, bar) : forms.substr(bar + 1), {Grouped(number)});
 }
 
 }  // namespace qrndata

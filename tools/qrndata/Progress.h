@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
-#include <string_view>
+
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -39,7 +40,8 @@ class Progress {
 // "1,234,567".
 std::string Grouped(uint64_t number);
 
-// "1 row", "0 rows", "1,234 rows"; `what` is the singular.
-std::string Counted(uint64_t number, std::string_view what);
+// "1 row", "0 rows", "1,234 rows": `what` has a text for one and, behind a bar, for others, or one
+// for all.
+std::string Counted(uint64_t number, Message what);
 
 }  // namespace qrndata

@@ -4,6 +4,7 @@
 
 #include "btrieve.h"
 #include "fields/LittleEndian.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -39,8 +40,7 @@ bool RecordScan::TakeFromBatch() {
   const auto rest = std::span<const uint8_t>(batch_).subspan(batchOffset_);
   const auto head = qrn::LoadLittle<BtrReplyHead>(rest);
   if (rest.size() < sizeof head + head.length) {
-    throw Failure(kSystem,
-                  file_.Name() + ": the record manager's reply to an extended read is cut short");
+    throw Failure(kSystem, Say(Message::ReplyCutShort, file_.Name()));
   }
   position_ = head.position;
   record_ = rest.subspan(sizeof head, head.length);
@@ -58,7 +58,7 @@ bool RecordScan::FetchBatch() {
   const bool isReply = status == btrieve::kOk || hasEnded_ ||
                        status == btrieve::kDataBufferLength || status == btrieve::kRejectCount;
   if (!isReply || batch_.size() < BtrReplyCountSize)
-    Require(status, file_.Name() + ": reading the records");
+    Require(status, Say(Message::ReadingRecords, file_.Name()));
   batchLeft_ = qrn::LoadLittle<uint16_t>(batch_);
   batchOffset_ = std::min<size_t>(batch_.size(), BtrReplyCountSize);
   return batchLeft_ != 0;
@@ -76,8 +76,8 @@ bool RecordScan::FetchOne() {
   }
   hasEnded_ = status == btrieve::kEndOfFile;
   if (hasEnded_) return false;
-  if (status != btrieve::kOk) Require(status, file_.Name() + ": reading the records");
-  Require(file_.Position(position_), "reading a record's position");
+  if (status != btrieve::kOk) Require(status, Say(Message::ReadingRecords, file_.Name()));
+  Require(file_.Position(position_), Say(Message::ReadingPosition));
   record_ = single_;
   return true;
 }

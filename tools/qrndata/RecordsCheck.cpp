@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "btrieve/keys/KeyOrder.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/RecordScan.h"
 #include "tools/qrndata/TableChecks.h"
 
@@ -27,7 +28,7 @@ class RecordsCheck {
   void CompareWithNeighbour(const btrieve::KeySpec& key, const btrieve::KeyOrder& order,
                             const RecordScan& scan);
   void ComparePositions(const btrieve::KeySpec& key, const std::vector<uint32_t>& expected);
-  void Report(const btrieve::KeySpec& key, uint32_t position, const char* what);
+  void Report(const btrieve::KeySpec& key, uint32_t position, Message what);
   void Expect(const std::string& what, uint64_t counted, uint64_t told);
 
   BtrFile& file_;
@@ -41,16 +42,13 @@ class RecordsCheck {
   uint64_t rows_ = 0, distinct_ = 0;
 };
 
-std::string KeyName(const btrieve::KeySpec& key) { return "key " + std::to_string(key.number); }
-
 void RecordsCheck::Expect(const std::string& what, uint64_t counted, uint64_t told) {
   if (counted == told) return;
-  faults_.push_back(what + ": counted " + Grouped(counted) + ", the file says " + Grouped(told));
+  faults_.push_back(Say(Message::CountedOtherwise, what, Grouped(counted), Grouped(told)));
 }
 
-void RecordsCheck::Report(const btrieve::KeySpec& key, uint32_t position, const char* what) {
-  faults_.push_back(KeyName(key) + ": the record at position " + std::to_string(position) + " " +
-                    what);
+void RecordsCheck::Report(const btrieve::KeySpec& key, uint32_t position, Message what) {
+  faults_.push_back(Say(Message::OfKey, key.number, Say(what, position)));
 }
 
 void RecordsCheck::StepThrough() {
@@ -58,8 +56,7 @@ void RecordsCheck::StepThrough() {
   for (RecordScan scan(file_, kNoKey); scan.Next(); ++count) {
     CountRow();
     if (scan.Record().size() < stat_.spec.recordLength) {
-      faults_.push_back("the record at position " + std::to_string(scan.Position()) + " has " +
-                        std::to_string(scan.Record().size()) + " bytes, fewer than the fixed part");
+      faults_.push_back(Say(Message::TooFewBytes, scan.Position(), scan.Record().size()));
       continue;
     }
     for (size_t slot = 0; slot < orders_.size(); ++slot) {
@@ -68,7 +65,7 @@ void RecordsCheck::StepThrough() {
       }
     }
   }
-  Expect("records", count, stat_.records);
+  Expect(Say(Message::RecordCount), count, stat_.records);
   for (std::vector<uint32_t>& positions : expected_) std::sort(positions.begin(), positions.end());
 }
 
@@ -77,9 +74,9 @@ void RecordsCheck::CompareWithNeighbour(const btrieve::KeySpec& key, const btrie
   order.OrderRecord(scan.Record().data(), ordered_.data());
   const int sign =
       found_.empty() ? 1 : std::memcmp(ordered_.data(), previous_.data(), order.OrderedSize());
-  if (sign < 0) Report(key, scan.Position(), "stands in the wrong place of the order");
+  if (sign < 0) Report(key, scan.Position(), Message::WrongPlace);
   if (sign == 0 && !key.AllowsDuplicates()) {
-    Report(key, scan.Position(), "has the same value as the one before it");
+    Report(key, scan.Position(), Message::SameValue);
   }
   if (sign != 0) ++distinct_;
   std::swap(ordered_, previous_);
@@ -97,7 +94,7 @@ void RecordsCheck::WalkKey(size_t slot) {
     // A key that leads round in a circle has more entries than there are records.
     if (found_.size() > 2 * expected_[slot].size() + 1000) break;
   }
-  Expect(KeyName(key) + ", distinct values", distinct_, stat_.uniqueValues[slot]);
+  Expect(Say(Message::DistinctValues, key.number), distinct_, stat_.uniqueValues[slot]);
   ComparePositions(key, expected_[slot]);
 }
 
@@ -105,16 +102,16 @@ void RecordsCheck::ComparePositions(const btrieve::KeySpec& key,
                                     const std::vector<uint32_t>& expected) {
   std::sort(found_.begin(), found_.end());
   const auto twice = std::adjacent_find(found_.begin(), found_.end());
-  if (twice != found_.end()) Report(key, *twice, "is in it more than once");
+  if (twice != found_.end()) Report(key, *twice, Message::InItTwice);
   std::vector<uint32_t> difference;
   std::set_difference(expected.begin(), expected.end(), found_.begin(), found_.end(),
                       std::back_inserter(difference));
-  for (const uint32_t position : difference) Report(key, position, "is not in it");
+  for (const uint32_t position : difference) Report(key, position, Message::NotInIt);
   difference.clear();
   std::set_difference(found_.begin(), found_.end(), expected.begin(), expected.end(),
                       std::back_inserter(difference));
   for (const uint32_t position : difference) {
-    Report(key, position, "is in it, but should not be: there is no such record, or it is null");
+    Report(key, position, Message::ShouldNotBe);
   }
 }
 

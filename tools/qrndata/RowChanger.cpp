@@ -5,13 +5,14 @@
 
 #include "btrieve/keys/KeyOrder.h"
 #include "tools/qrndata/KeyChoice.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
 RowChanger::RowChanger(const std::filesystem::path& directory, const Table& table, ChangeMode mode,
                        const std::string& key, std::vector<size_t> slots,
-                       std::chrono::seconds patience)
-    : target_(directory, table, Access::ReadWrite),
+                       std::chrono::seconds patience, bool isTrial)
+    : target_(directory, table, isTrial ? Access::ReadOnly : Access::ReadWrite),
       mode_(mode),
       slots_(std::move(slots)),
       patience_(patience) {
@@ -19,9 +20,9 @@ RowChanger::RowChanger(const std::filesystem::path& directory, const Table& tabl
   RequireKeyColumns(table.keys[slot]);
   key_ = &KeyInFile(table, slot, target_.Stat().spec, Match());
   if (key_->AllowsDuplicates()) {
-    throw Failure(kBadInput, "table " + Quoted(table.name) + ": key \"" + key +
-                                 "\" allows duplicates; a record is found by a key without");
+    throw Failure(kBadInput, Say(Message::KeyAllowsDuplicates, Quoted(table.name), key));
   }
+  if (isTrial) trial_.emplace(Trial{UniqueValues(target_.File(), target_.Stat().spec), {}, 0});
 }
 
 void RowChanger::RequireKeyColumns(const Key& key) const {
@@ -32,9 +33,8 @@ void RowChanger::RequireKeyColumns(const Key& key) const {
         field != nullptr &&
         std::ranges::find(slots_, static_cast<size_t>(field - table.fields.data())) != slots_.end();
     if (isGiven) continue;
-    throw Failure(kBadInput, "table " + Quoted(table.name) + ": no column for field " +
-                                 (field != nullptr ? Quoted(field->Name) : "of the key") +
-                                 ", by which records are found");
+    throw Failure(kBadInput, Say(Message::NoColumnForKey, Quoted(table.name),
+                                 field != nullptr ? Quoted(field->Name) : Say(Message::OfTheKey)));
   }
 }
 
@@ -45,19 +45,52 @@ Refusal RowChanger::Add(FieldValues& values) {
   return {};
 }
 
-// One attempt; kConflict when the record was changed between the two calls.
-Status RowChanger::Write(const FieldValues& values, const Bytes& wanted, bool& isNew) {
+std::string RowChanger::Ordered(const Bytes& record) const {
   const btrieve::KeyOrder order(target_.Stat().spec, *key_);
+  std::string ordered(order.OrderedSize(), '\0');
+  order.OrderRecord(record.data(), reinterpret_cast<uint8_t*>(ordered.data()));
+  return ordered;
+}
+
+// The record that has the row's value in the key, into found_.
+Status RowChanger::Find(const Bytes& wanted) {
+  const btrieve::KeyOrder order(target_.Stat().spec, *key_);
+  if (order.LeavesOut(wanted.data())) return btrieve::kKeyNotFound;
+  if (trial_) {
+    const auto former = trial_->records.find(Ordered(wanted));
+    if (former != trial_->records.end()) found_ = former->second;
+    if (former != trial_->records.end()) return btrieve::kOk;
+  }
   std::array<uint8_t, btrieve::kMaxKeyLength> value{};
   order.CopyKey(wanted.data(), value.data());
-  const auto key = static_cast<int8_t>(key_->number);
-  const Status found = order.LeavesOut(wanted.data()) ? Status{btrieve::kKeyNotFound}
-                                                      : target_.File().GetEqual(key, value, found_);
+  return target_.File().GetEqual(static_cast<int8_t>(key_->number), value, found_);
+}
+
+// What an insert or update of written_ would come to.
+Status RowChanger::TryWrite(bool isNew) {
+  const btrieve::FileSpec& spec = target_.Stat().spec;
+  for (const btrieve::KeySpec& key : spec.keys) {
+    const bool isFixed = !isNew && !key.segments[0].Has(btrieve::kModifiable);
+    const btrieve::KeyOrder order(spec, key);
+    if (isFixed && !order.SameRaw(found_.data(), written_.data()))
+      return btrieve::kKeyNotModifiable;
+  }
+  const auto taken = trial_->unique.Take(written_, isNew ? nullptr : &found_);
+  if (taken) trial_->takenKey = taken->key;
+  if (taken) return btrieve::kDuplicateKey;
+  trial_->records[Ordered(written_)] = written_;
+  return btrieve::kOk;
+}
+
+// One attempt; kConflict when the record was changed between the two calls.
+Status RowChanger::Write(const FieldValues& values, const Bytes& wanted, bool& isNew) {
+  const Status found = Find(wanted);
   isNew = found == btrieve::kKeyNotFound;
   if (found != btrieve::kOk && !isNew) return found;
   if (isNew && mode_ == ChangeMode::Update) return found;
   written_ = isNew || mode_ == ChangeMode::Replace ? wanted
                                                    : target_.Image().Change(found_, values, slots_);
+  if (trial_) return TryWrite(isNew);
   return isNew ? target_.File().Insert(written_) : target_.File().Update(written_);
 }
 
@@ -71,9 +104,12 @@ Status RowChanger::Change(FieldValues& values, bool& isNew) {
 }
 
 Refusal RowChanger::RefusalOf(Status status, bool isNew) {
-  if (status == btrieve::kKeyNotFound) return {"there is no record with this key value", {}};
+  if (status == btrieve::kKeyNotFound) return {Say(Message::NoRecordOfKey), {}};
   if (status == btrieve::kKeyNotModifiable) {
-    return {"a key that may not be modified would be changed", {}};
+    return {Say(Message::KeyWouldChange), {}};
+  }
+  if (status == btrieve::kDuplicateKey && trial_) {
+    return target_.RefuseDuplicate(trial_->takenKey, Message::ValueIsThere);
   }
   if (status == btrieve::kDuplicateKey) {
     return target_.ExplainDuplicate(written_, isNew ? nullptr : &found_);

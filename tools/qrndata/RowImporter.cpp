@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "fields/LittleEndian.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -37,9 +38,8 @@ Refusal RowImporter::Add(FieldValues& values) {
       ++tried_;
       return {};
     }
-    return target_.RefuseDuplicate(value->key, value->isStored
-                                                   ? "there is a record with this value already"
-                                                   : "a row before has this value");
+    return target_.RefuseDuplicate(
+        value->key, value->isStored ? Message::ValueIsThere : Message::ValueIsBefore);
   }
   const size_t end = queue_.size();
   queue_.resize(end + kLengthSize + record.size());

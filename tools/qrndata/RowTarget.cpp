@@ -5,6 +5,7 @@
 
 #include "btrieve/keys/KeyOrder.h"
 #include "tools/qrndata/FieldInput.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 
 namespace qrndata {
@@ -18,9 +19,8 @@ void RequireWritable(const Table& table) {
   for (const qrn::DbFieldInfo& field : table.fields) {
     const bool isBehind = &field != variable && field.Offset >= variable->Offset;
     if (isBehind || field.Type == qrn::kBlob) {
-      throw Failure(kBadInput, "table " + Quoted(table.name) + ": field " + Quoted(variable->Name) +
-                                   " (a variable text) is not the last: " +
-                                   "records of such a table cannot be written");
+      throw Failure(kBadInput,
+                    Say(Message::VariableNotLast, Quoted(table.name), Quoted(variable->Name)));
     }
   }
 }
@@ -52,9 +52,7 @@ Refusal RowTarget::Check(FieldValues& values) const {
 
 Refusal RowTarget::CheckLength(const Bytes& record) {
   if (record.size() <= kMaxFormRecord) return {};
-  return {"the record has " + std::to_string(record.size()) + " bytes; forms read " +
-              std::to_string(kMaxFormRecord),
-          {}};
+  return {Say(Message::RecordTooLongForForms, record.size(), kMaxFormRecord), {}};
 }
 
 Refusal RowTarget::ExplainDuplicate(const Bytes& record, const Bytes* own) {
@@ -68,18 +66,18 @@ Refusal RowTarget::ExplainDuplicate(const Bytes& record, const Bytes* own) {
     if (own != nullptr) order.CopyKey(own->data(), ownValue.data());
     if (own != nullptr && ownValue == value) continue;
     if (file_.FindKey(static_cast<int8_t>(key.number), value) != btrieve::kOk) continue;
-    return RefuseDuplicate(number, "there is a record with this value already");
+    return RefuseDuplicate(number, Message::ValueIsThere);
   }
-  return {"a key that takes no duplicates has this value already", {}};
+  return {Say(Message::SomeKeyHasValue), {}};
 }
 
-Refusal RowTarget::RefuseDuplicate(size_t key, const char* why) const {
-  std::string problem = "key " + std::to_string(stat_.spec.keys[key].number);
+Refusal RowTarget::RefuseDuplicate(size_t key, Message why) const {
+  std::string name = Say(Message::KeyNumber, stat_.spec.keys[key].number);
   const auto told = std::find(match_.slots.begin(), match_.slots.end(), key);
   const Key* inTable =
       told == match_.slots.end() ? nullptr : &table_.keys[told - match_.slots.begin()];
-  if (inTable != nullptr && !inTable->name.empty()) problem += " " + Quoted(inTable->name);
-  problem.append(" takes no duplicates, and ").append(why);
+  if (inTable != nullptr && !inTable->name.empty()) name += " " + Quoted(inTable->name);
+  const std::string problem = Say(Message::NoDuplicates, name, Say(why));
   if (inTable == nullptr) return {problem, {}};
   const qrn::DbFieldInfo* field = FindField(table_, inTable->segments.front().fieldId);
   if (field == nullptr) return {problem, {}};
@@ -87,7 +85,7 @@ Refusal RowTarget::RefuseDuplicate(size_t key, const char* why) const {
 }
 
 Failure RowTarget::FailureOf(Status status) const {
-  return {kSystem, "table " + Quoted(table_.name) + ": " + StatusText(status)};
+  return {kSystem, Say(Message::OfTable, Quoted(table_.name), StatusText(status))};
 }
 
 }  // namespace qrndata

@@ -7,6 +7,7 @@
 #include "fields/QuorinSettings.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/FileMatch.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/RecordImage.h"
 #include "tools/qrndata/RowStore.h"
 #include "tools/qrndata/TableModel.h"
@@ -34,7 +35,7 @@ class RowTarget {
   // Of a record that was refused with status 5: which key, and which field. `own` is what stands in
   // the file for it, whose values are no duplicates; null for a new record.
   Refusal ExplainDuplicate(const Bytes& record, const Bytes* own = nullptr);
-  Refusal RefuseDuplicate(size_t key, const char* why) const;
+  Refusal RefuseDuplicate(size_t key, Message why) const;
   // "table "T": status 2 (...)".
   Failure FailureOf(Status status) const;
 

@@ -5,6 +5,7 @@
 
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/DictionaryTables.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/SchemaParts.h"
@@ -56,7 +57,7 @@ int SchemaReader::ReadId(const TomlReader& reader) const {
       static_cast<int>(reader.Integer("id", kFirstUserTable, kMaxTableId).value_or(next));
   if (std::any_of(tables.begin(), tables.end(),
                   [&](const Table& table) { return table.id == id; })) {
-    reader.Refuse("id", "table id " + std::to_string(id) + " is taken already");
+    reader.Refuse("id", Say(Message::TableIdTaken, id));
   }
   return id;
 }
@@ -66,7 +67,7 @@ std::string SchemaReader::ReadTableName(const TomlReader& reader) const {
   const auto isTaken = [&](const Table& table) { return SameName(table.name, name); };
   if (std::any_of(schema_.tables.begin(), schema_.tables.end(), isTaken) ||
       std::any_of(DictionaryTables().begin(), DictionaryTables().end(), isTaken)) {
-    reader.Refuse("name", "there is a table " + Quoted(name) + " already");
+    reader.Refuse("name", Say(Message::TableNameTaken, Quoted(name)));
   }
   return name;
 }
@@ -81,7 +82,7 @@ std::string SchemaReader::ReadLocation(const TomlReader& reader, const Table& ta
         return SameName(DataFilePath({}, other.location).generic_string(),
                         DataFilePath({}, location).generic_string());
       });
-  if (isTaken) reader.Refuse("file", "another table has the data file " + Quoted(location));
+  if (isTaken) reader.Refuse("file", Say(Message::DataFileTaken, Quoted(location)));
   return location;
 }
 
@@ -97,21 +98,17 @@ void SchemaReader::ChoosePageSize(const TomlReader& reader, Table& table) const 
     if (given || !isTooSmall) break;
   }
   if (status == btrieve::kPageSize) {
-    reader.Refuse("page_size",
-                  "\"page_size\" expects 512, 1024, 1536, 2048, 2560, 3072, 3584, "
-                  "4096, 8192 or 16384");
+    reader.Refuse("page_size", Say(Message::PageSizeExpected));
   }
   if (status == btrieve::kRecordLength && FixedLength(table) < kShortestRecord) {
-    const char* where = VariableField(table) == nullptr ? "" : " before the note";
-    reader.Refuse("table " + Quoted(table.name) + ": records of " +
-                  Counted(FixedLength(table), "byte") + where +
-                  " are too short: a data file's records have at least " +
-                  std::to_string(kShortestRecord));
+    reader.Refuse(Say(VariableField(table) == nullptr ? Message::RecordsTooShort
+                                                      : Message::RecordsTooShortBeforeNote,
+                      Quoted(table.name), Counted(FixedLength(table), Message::ByteCount),
+                      kShortestRecord));
   }
   if (status != 0) {
-    reader.Refuse("table " + Quoted(table.name) + " (records of " +
-                  std::to_string(FixedLength(table)) + " bytes, pages of " +
-                  std::to_string(table.pageSize) + ") would be refused: " + StatusText(status));
+    reader.Refuse(Say(Message::TableRefused, Quoted(table.name), FixedLength(table), table.pageSize,
+                      StatusText(status)));
   }
 }
 
@@ -146,24 +143,23 @@ void GiveFieldIds(std::vector<Table>& tables) {
     next += static_cast<int>(std::count_if(table.keys.begin(), table.keys.end(),
                                            [](const Key& key) { return !key.name.empty(); }));
   }
-  if (next > 32767)
-    throw Failure(kBadInput, "the schema has more than 32,767 fields and key names");
+  if (next > 32767) throw Failure(kBadInput, Say(Message::TooManyNames));
 }
 
 Schema SchemaReader::Read(const toml::table& document) {
-  const TomlReader reader(file_, document, "schema");
+  const TomlReader reader(file_, document, Message::ASchema);
   reader.AllowOnly({"title", "file_flags", "table"});
   standardFlags_ = reader.Integer("file_flags", 0, 65535).value_or(standardFlags_);
   const toml::array* tables = reader.Array("table");
   if (tables == nullptr || tables->empty()) {
-    throw BadInput(file_, {1, 1}, "a schema needs a [[table]]");
+    throw BadInput(file_, {1, 1}, Say(Message::SchemaNeedsTable));
   }
   for (const toml::node& entry : *tables) {
-    if (!entry.is_table()) throw BadInput(file_, PositionOf(entry), "expected a [[table]]");
+    if (!entry.is_table()) throw BadInput(file_, PositionOf(entry), Say(Message::TableExpected));
     if (schema_.tables.size() == qrn::kMaxTables) {
-      throw BadInput(file_, PositionOf(entry), "a dictionary has at most 256 tables");
+      throw BadInput(file_, PositionOf(entry), Say(Message::TooManyTables));
     }
-    schema_.tables.push_back(ReadTable(TomlReader(file_, *entry.as_table(), "table")));
+    schema_.tables.push_back(ReadTable(TomlReader(file_, *entry.as_table(), Message::ATable)));
   }
   std::sort(schema_.tables.begin(), schema_.tables.end(),
             [](const Table& left, const Table& right) { return left.id < right.id; });
@@ -177,19 +173,15 @@ std::string ReadSchemaName(const TomlReader& reader, std::string_view entry, siz
   const std::string utf8 = reader.RequiredText(entry);
   const Converted name = ToCodePage(utf8, OnUnmappable::Error);
   if (!name.IsExact()) {
-    reader.Refuse(entry, "\"" + utf8 + "\": code page 932 has no " + name.unmappable);
+    reader.Refuse(entry, Say(Message::NotInCodePageName, utf8, name.unmappable));
   }
   const bool hasControls = std::any_of(name.text.begin(), name.text.end(),
                                        [](char c) { return static_cast<uint8_t>(c) < 32; });
   if (utf8.empty() || utf8.front() == ' ' || utf8.back() == ' ' || hasControls) {
-    reader.Refuse(entry, "\"" + std::string(entry) +
-                             "\" expects a text without blanks at its ends and without control "
-                             "characters");
+    reader.Refuse(entry, Say(Message::PlainNameExpected, entry));
   }
   if (name.text.size() > limit) {
-    reader.Refuse(entry, "\"" + utf8 + "\" has " + std::to_string(name.text.size()) +
-                             " bytes in code page 932; at most " + std::to_string(limit) +
-                             " are possible");
+    reader.Refuse(entry, Say(Message::NameTooLong, utf8, name.text.size(), limit));
   }
   return name.text;
 }

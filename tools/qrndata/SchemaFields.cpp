@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/SchemaParts.h"
 #include "tools/qrndata/Text.h"
@@ -16,15 +17,14 @@ const FieldTypeRow& ReadType(const TomlReader& reader) {
   const std::string name = reader.RequiredText("type");
   const FieldTypeRow* type = FindFieldType(name);
   if (type == nullptr) {
-    reader.Refuse("type",
-                  "\"" + name + "\" is no field type; expected one of " + AllFieldTypeNames());
+    reader.Refuse("type", Say(Message::NoFieldType, name, AllFieldTypeNames()));
   }
   return *type;
 }
 
 int32_t ReadSize(const TomlReader& reader, const FieldTypeRow& type) {
   const auto size = reader.Integer("size", 1, kMaxOffset);
-  const std::string expected = std::string(type.name) + " expects a size of " + type.sizeText;
+  const std::string expected = Say(Message::SizeExpected, type.name, SizesOf(type));
   if (!size && type.standard == 0) reader.Refuse("size", expected);
   if (size && !type.Takes(*size)) reader.Refuse("size", expected);
   return static_cast<int32_t>(size.value_or(type.standard));
@@ -35,11 +35,11 @@ int32_t ReadDecimals(const TomlReader& reader, const FieldTypeRow& type, int32_t
   if (!decimals) return 0;
   const int32_t most = type.MaxDecimals(size);
   if (type.family != Family::Digits) {
-    reader.Refuse("decimals", std::string(type.name) + " has no decimals");
+    reader.Refuse("decimals", Say(Message::HasNoDecimals, type.name));
   }
   if (*decimals > most) {
-    reader.Refuse("decimals", SizedTypeName(type.code, size) + " has at most " +
-                                  Counted(static_cast<uint64_t>(most), "decimal"));
+    reader.Refuse("decimals", Say(Message::HasAtMost, SizedTypeName(type.code, size),
+                                  Counted(static_cast<uint64_t>(most), Message::Decimals)));
   }
   return static_cast<int32_t>(*decimals);
 }
@@ -47,13 +47,11 @@ int32_t ReadDecimals(const TomlReader& reader, const FieldTypeRow& type, int32_t
 std::string ReadFieldName(const TomlReader& reader, const Table& table) {
   std::string name = ReadSchemaName(reader, "name", kMaxNameLength);
   if (name.size() > 2 && name[2] == '$') {
-    reader.Refuse("name",
-                  "the third character of a field name may not be $: that marks the "
-                  "dictionary's own fields");
+    reader.Refuse("name", Say(Message::DollarInName));
   }
   for (const qrn::DbFieldInfo& field : table.fields) {
     if (SameName(field.Name, name)) {
-      reader.Refuse("name", "the table has a field " + Quoted(field.Name) + " already");
+      reader.Refuse("name", Say(Message::FieldNameTaken, Quoted(field.Name)));
     }
   }
   return name;
@@ -62,11 +60,11 @@ std::string ReadFieldName(const TomlReader& reader, const Table& table) {
 // What rules out another field behind, or beside, the ones that are there.
 void RequireOrder(const TomlReader& reader, const Table& table, const FieldTypeRow& type) {
   if (VariableField(table) != nullptr) {
-    reader.Refuse("a Note or LVar field must be the table's last field, and its only one");
+    reader.Refuse(Say(Message::NoteNotLast));
   }
   const bool isVariable = type.code == qrn::kNote || type.code == qrn::kLVar;
   if (isVariable && HasVariableRecords(table)) {
-    reader.Refuse("a table with a Blob field cannot have a Note or LVar field as well");
+    reader.Refuse(Say(Message::NoteBesideBlob));
   }
 }
 
@@ -76,12 +74,10 @@ int32_t ReadOffset(const TomlReader& reader, const qrn::DbFieldInfo& field, int6
   const int64_t offset = reader.Integer("offset", 0, kMaxOffset).value_or(walked);
   if (offset != walked) {
     warnings.push_back(AtPlace(reader.File(), PositionOf(*reader.Table().get("offset")),
-                               "field " + Quoted(field.Name) + " stands at " +
-                                   std::to_string(offset) + ", but forms write it at " +
-                                   std::to_string(walked) + ", behind the fields before it"));
+                               Say(Message::OffsetElsewhere, Quoted(field.Name), offset, walked)));
   }
   if (offset + field.Size > kMaxOffset) {
-    reader.Refuse("the record is longer than " + std::to_string(kMaxOffset) + " bytes");
+    reader.Refuse(Say(Message::RecordTooLong, kMaxOffset));
   }
   return static_cast<int32_t>(offset);
 }
@@ -91,13 +87,13 @@ int32_t ReadOffset(const TomlReader& reader, const qrn::DbFieldInfo& field, int6
 void ReadSchemaFields(const TomlReader& tableReader, Table& table,
                       std::vector<std::string>& warnings) {
   const toml::array* entries = tableReader.Array("field");
-  if (entries == nullptr || entries->empty()) tableReader.Refuse("a table needs a \"field\"");
+  if (entries == nullptr || entries->empty()) tableReader.Refuse(Say(Message::TableNeedsField));
   int64_t walked = 0;
   for (const toml::node& entry : *entries) {
     if (!entry.is_table()) {
-      throw BadInput(tableReader.File(), PositionOf(entry), "\"field\" expects tables");
+      throw BadInput(tableReader.File(), PositionOf(entry), Say(Message::TablesExpected, "field"));
     }
-    const TomlReader reader(tableReader.File(), *entry.as_table(), "field");
+    const TomlReader reader(tableReader.File(), *entry.as_table(), Message::AField);
     reader.AllowOnly({"name", "type", "size", "decimals", "nullable", "offset"});
     const FieldTypeRow& type = ReadType(reader);
     RequireOrder(reader, table, type);

@@ -3,6 +3,7 @@
 
 #include "btrieve/keys/KeyTypes.h"
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/SchemaParts.h"
 #include "tools/qrndata/Text.h"
@@ -38,9 +39,7 @@ uint16_t ReadNullRule(const TomlReader& reader) {
   if (!rule) return 0;
   if (*rule == "all") return kIndexNullAll;
   if (*rule == "any") return kIndexNullAny;
-  reader.Refuse("null",
-                "\"null\" expects \"all\" or \"any\": which segments being null leave a "
-                "record out of the key");
+  reader.Refuse("null", Say(Message::NullRuleExpected));
 }
 
 bool IsTextType(int32_t type) {
@@ -59,20 +58,19 @@ Segment ReadSegment(const TomlReader& reader, const Table& table, const std::str
   const std::string name = ToCodePage(utf8Name, OnUnmappable::Replace).text;
   const qrn::DbFieldInfo* field = FindField(table, name);
   if (field == nullptr) {
-    reader.Refuse("the table has no field \"" + utf8Name + "\" before this key");
+    reader.Refuse(Say(Message::NoFieldBeforeKey, utf8Name));
   }
   const btrieve::KeyTypeRow* type = btrieve::FindKeyType(static_cast<uint8_t>(field->Type));
   if (type == nullptr || !type->Takes(static_cast<size_t>(field->Size))) {
-    reader.Refuse("field " + Quoted(field->Name) + " (" + SizedTypeName(field->Type, field->Size) +
-                  ") cannot be a key");
+    reader.Refuse(
+        Say(Message::CannotBeKey, Quoted(field->Name), SizedTypeName(field->Type, field->Size)));
   }
   Segment segment;
   segment.fieldId = field->FieldId;
   segment.flags = traits.flags;
   segment.nullValue = traits.nullValue;
   if ((segment.flags & kIndexCaseInsensitive) != 0 && !IsTextType(field->Type)) {
-    reader.Refuse("\"case_insensitive\" is for text; field " + Quoted(field->Name) + " is " +
-                  FieldTypeName(field->Type));
+    reader.Refuse(Say(Message::CaseIsForText, Quoted(field->Name), FieldTypeName(field->Type)));
   }
   if (!IsTextType(field->Type)) segment.flags &= static_cast<uint16_t>(~kIndexSequence);
   return segment;
@@ -84,11 +82,9 @@ Segment ReadSegmentEntry(const TomlReader& keyReader, const Table& table, const 
     return ReadSegment(keyReader, table, entry.as_string()->get(), traits);
   }
   if (!entry.is_table()) {
-    throw BadInput(keyReader.File(), PositionOf(entry),
-                   "\"fields\" expects field names or tables such as {field = \"Name\", "
-                   "descending = true}");
+    throw BadInput(keyReader.File(), PositionOf(entry), Say(Message::KeyFieldsExpected));
   }
-  const TomlReader reader(keyReader.File(), *entry.as_table(), "segment");
+  const TomlReader reader(keyReader.File(), *entry.as_table(), Message::ASegment);
   reader.AllowOnly({"field", "descending", "case_insensitive", "null_value"});
   traits.flags |= ReadFlags(reader, kSegmentFlags);
   traits.nullValue =
@@ -104,9 +100,7 @@ btrieve::CollatingSequence ReadSequence(const TomlReader& reader,
   btrieve::CollatingSequence sequence;
   if (bytes.size() != sequence.block.size() ||
       static_cast<uint8_t>(bytes[0]) != btrieve::kSequenceMark) {
-    reader.Refuse("collation", "\"" + name +
-                                   "\" is no collating sequence: expected 265 bytes, of which the "
-                                   "first is hexadecimal AC");
+    reader.Refuse("collation", Say(Message::NoSequence, name));
   }
   std::copy(bytes.begin(), bytes.end(), sequence.block.begin());
   return sequence;
@@ -121,7 +115,7 @@ KeyTraits ReadTraits(const TomlReader& reader, Table& table,
   if (const auto collation = reader.Text("collation")) {
     const auto sequence = ReadSequence(reader, directory, *collation);
     if (table.sequence && !(*table.sequence == sequence)) {
-      reader.Refuse("collation", "a table has room for one collating sequence");
+      reader.Refuse("collation", Say(Message::OneSequence));
     }
     table.sequence = sequence;
     traits.flags |= kIndexSequence;
@@ -138,8 +132,8 @@ std::string ReadIndexName(const TomlReader& reader, const Table& table) {
   const bool isKey = std::any_of(table.keys.begin(), table.keys.end(),
                                  [&](const Key& key) { return SameName(key.name, name); });
   if (isField || isKey) {
-    reader.Refuse("name", "the table has a " + std::string(isField ? "field" : "key") + " " +
-                              Quoted(name) + " already: a key needs a name of its own, or none");
+    reader.Refuse("name",
+                  Say(isField ? Message::FieldHasKeyName : Message::KeyHasKeyName, Quoted(name)));
   }
   return name;
 }
@@ -158,15 +152,14 @@ Key ReadKey(const TomlReader& reader, Table& table, const std::filesystem::path&
   key.name = ReadIndexName(reader, table);
   const KeyTraits traits = ReadTraits(reader, table, directory);
   const toml::array* entries = reader.Array("fields");
-  if (entries == nullptr || entries->empty()) reader.Refuse("a key needs \"fields\"");
+  if (entries == nullptr || entries->empty()) reader.Refuse(Say(Message::KeyNeedsFields));
   size_t length = 0;
   for (const toml::node& entry : *entries) {
     key.segments.push_back(ReadSegmentEntry(reader, table, entry, traits));
     length += static_cast<size_t>(FindField(table, key.segments.back().fieldId)->Size);
   }
   if (length > kMaxKeyBytes) {
-    reader.Refuse("fields",
-                  "a key has at most 255 bytes; these fields have " + std::to_string(length));
+    reader.Refuse("fields", Say(Message::KeyTooLong, length));
   }
   MarkSegments(key);
   return key;
@@ -178,13 +171,13 @@ void ReadSchemaKeys(const TomlReader& tableReader, Table& table,
                     const std::filesystem::path& directory) {
   const toml::array* entries = tableReader.Array("key");
   if (entries == nullptr) return;
-  if (entries->size() > kMaxKeys) tableReader.Refuse("key", "a table has at most 119 keys");
+  if (entries->size() > kMaxKeys) tableReader.Refuse("key", Say(Message::TooManyKeys));
   for (const toml::node& entry : *entries) {
     if (!entry.is_table()) {
-      throw BadInput(tableReader.File(), PositionOf(entry), "\"key\" expects tables");
+      throw BadInput(tableReader.File(), PositionOf(entry), Say(Message::TablesExpected, "key"));
     }
-    table.keys.push_back(
-        ReadKey(TomlReader(tableReader.File(), *entry.as_table(), "key"), table, directory));
+    table.keys.push_back(ReadKey(TomlReader(tableReader.File(), *entry.as_table(), Message::AKey),
+                                 table, directory));
   }
 }
 

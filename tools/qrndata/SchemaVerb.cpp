@@ -3,6 +3,7 @@
 
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/FileMatch.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
@@ -43,7 +44,7 @@ class SchemaVerb {
 
 void SchemaVerb::Tell(const std::string& what) {
   ++told_;
-  streams_.err << "warning: " << what << '\n';
+  streams_.err << Say(Message::Warning, what) << '\n';
 }
 
 // The dictionary does not keep what a key counts as null.
@@ -66,12 +67,11 @@ void SchemaVerb::TakeFromFile(Table& table) {
         HasVariableRecords(table) ? file.flags & ~btrieve::kVariableRecords : file.flags);
     if (!file.sequences.empty()) table.sequence = file.sequences.front();
     if (file.sequences.size() > 1) {
-      Tell("table " + Quoted(table.name) + ": a schema has one collating sequence a table");
+      Tell(Say(Message::OneSequenceATable, Quoted(table.name)));
     }
     TakeKeys(table, file);
   } catch (const Failure& failure) {
-    Tell("table " + Quoted(table.name) +
-         ": page size, flags and null values are the standard ones: " + failure.what());
+    Tell(Say(Message::StandardsTaken, Quoted(table.name), failure.what()));
   }
 }
 
@@ -90,14 +90,15 @@ void SchemaVerb::WriteCollations() {
 
 void SchemaVerb::WriteText(const std::string& text) {
   if (options_.output.empty()) {
-    if (!(streams_.out << text).flush()) throw Failure(kSystem, "the output: cannot be written");
+    if (!(streams_.out << text).flush())
+      throw Failure(kSystem, Say(Message::CannotBeWritten, Say(Message::TheOutput)));
     return;
   }
   OutputFile file(options_.output);
   file.Stream() << text;
   file.Finish();
-  streams_.out << PathToUtf8(options_.output) << ": " << Counted(dictionary_.tables.size(), "table")
-               << '\n';
+  streams_.out << PathToUtf8(options_.output) << ": "
+               << Counted(dictionary_.tables.size(), Message::Tables) << '\n';
 }
 
 bool SameField(const qrn::DbFieldInfo& left, const qrn::DbFieldInfo& right) {
@@ -117,29 +118,32 @@ bool SameKey(const Key& left, const Key& right) {
 }
 
 void SchemaVerb::CompareTable(const Table& table, const Table& built) {
-  const std::string name = "table " + Quoted(table.name) + ": ";
-  if (table.flags != built.flags) Tell(name + "its flags would be others");
+  const auto tell = [&](const std::string& text) {
+    Tell(Say(Message::OfTable, Quoted(table.name), text));
+  };
+  if (table.flags != built.flags) tell(Say(Message::OtherFlags));
   for (size_t at = 0; at < table.fields.size(); ++at) {
     const bool isSame = at < built.fields.size() && SameField(table.fields[at], built.fields[at]);
-    if (!isSame) Tell(name + "field " + Quoted(table.fields[at].Name) + " would be another one");
+    if (!isSame) tell(Say(Message::OtherField, Quoted(table.fields[at].Name)));
   }
   const bool isNumbered =
       std::equal(table.fields.begin(), table.fields.end(), built.fields.begin(), built.fields.end(),
                  [](const auto& left, const auto& right) { return left.FieldId == right.FieldId; });
-  if (!isNumbered) return Tell(name + "its fields would have other ids");
+  if (!isNumbered) return tell(Say(Message::OtherFieldIds));
   for (size_t number = 0; number < table.keys.size(); ++number) {
     const bool isSame =
         number < built.keys.size() && SameKey(table.keys[number], built.keys[number]);
-    if (!isSame) Tell(name + "key " + std::to_string(number) + " would be another one");
+    if (!isSame) tell(Say(Message::OtherKey, number));
   }
 }
 
 // What a build of the text makes, beside what there is.
 void SchemaVerb::Compare(const std::string& text) {
   const fs::path folder = options_.output.parent_path();
-  const std::string name = options_.output.empty() ? "the schema" : PathToUtf8(options_.output);
+  const std::string name =
+      options_.output.empty() ? Say(Message::TheSchema) : PathToUtf8(options_.output);
   if (options_.output.empty() && !collations_.empty()) {
-    return Tell("collating sequences are only written beside a file (--output)");
+    return Tell(Say(Message::SequencesNeedFile));
   }
   try {
     const Schema schema = ParseSchema(text, name, folder);
@@ -147,13 +151,13 @@ void SchemaVerb::Compare(const std::string& text) {
       CompareTable(dictionary_.tables[at], schema.tables.at(at));
     }
   } catch (const Failure& failure) {
-    Tell(std::string("build would refuse it: ") + failure.what());
+    Tell(Say(Message::BuildWouldRefuse, failure.what()));
   }
 }
 
 ExitCode SchemaVerb::Run() {
   if (!options_.output.empty()) RefuseDatabaseFile(options_.output, dictionary_);
-  for (const std::string& oddity : dictionary_.oddities) Tell("left out: " + oddity);
+  for (const std::string& oddity : dictionary_.oddities) Tell(Say(Message::LeftOut, oddity));
   for (Table& table : dictionary_.tables) TakeFromFile(table);
   WriteCollations();
   const std::string text = SchemaText(dictionary_.tables, collations_);

@@ -6,6 +6,7 @@
 #include "tools/qrndata/FieldTypes.h"
 #include "tools/qrndata/FileMatch.h"
 #include "tools/qrndata/Listing.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/TableFile.h"
@@ -40,7 +41,12 @@ std::string RecordCount(const fs::path& directory, const Table& table, const Str
 
 ExitCode ShowTables(const Dictionary& dictionary, const Streams& streams) {
   ExitCode code = kDone;
-  Listing listing({">id", "table", "file", ">fields", ">keys", ">records"});
+  Listing listing({{Message::HeadId, true},
+                   {Message::HeadTable},
+                   {Message::HeadFile},
+                   {Message::HeadFields, true},
+                   {Message::HeadKeys, true},
+                   {Message::HeadRecords, true}});
   for (const Table& table : dictionary.tables) {
     listing.Add({std::to_string(table.id), Show(table.name), Show(table.location),
                  std::to_string(table.fields.size()), std::to_string(table.keys.size()),
@@ -51,34 +57,47 @@ ExitCode ShowTables(const Dictionary& dictionary, const Streams& streams) {
 }
 
 void ShowFields(const Table& table, std::ostream& out) {
-  Listing listing({">id", "field", "type", ">offset", ">size", ">decimals", "null"});
+  Listing listing({{Message::HeadId, true},
+                   {Message::HeadField},
+                   {Message::HeadType},
+                   {Message::HeadOffset, true},
+                   {Message::HeadSize, true},
+                   {Message::HeadDecimals, true},
+                   {Message::HeadNull}});
   for (const qrn::DbFieldInfo& field : table.fields) {
     listing.Add({std::to_string(field.FieldId), Show(field.Name), FieldTypeName(field.Type),
                  std::to_string(field.Offset), std::to_string(field.Size),
                  field.Decimals == 0 ? "" : std::to_string(field.Decimals),
-                 IsNullable(field) ? "yes" : ""});
+                 IsNullable(field) ? Say(Message::Yes) : ""});
   }
   listing.Write(out);
 }
 
 void ShowKeys(const Table& table, std::ostream& out) {
-  Listing listing({">key", "name", "field", "flags"});
+  Listing listing(
+      {{Message::HeadKey, true}, {Message::HeadName}, {Message::HeadField}, {Message::HeadFlags}});
   for (size_t number = 0; number < table.keys.size(); ++number) {
     const Key& key = table.keys[number];
     for (const Segment& segment : key.segments) {
       const bool isFirst = &segment == &key.segments.front();
       const qrn::DbFieldInfo* field = FindField(table, segment.fieldId);
-      listing.Add({isFirst ? std::to_string(number) : "", isFirst ? Show(key.name) : "",
-                   field == nullptr ? "(field id " + std::to_string(segment.fieldId) + ")"
-                                    : Show(field->Name),
-                   DescribeKeyFlags(segment.flags)});
+      listing.Add(
+          {isFirst ? std::to_string(number) : "", isFirst ? Show(key.name) : "",
+           field == nullptr ? Say(Message::FieldIdOnly, segment.fieldId) : Show(field->Name),
+           DescribeKeyFlags(segment.flags)});
     }
   }
   listing.Write(out);
 }
 
 void ShowFileKeys(const FileStat& stat, std::ostream& out) {
-  Listing listing({">key", ">offset", ">length", "type", ">flags", ">null", ">unique values"});
+  Listing listing({{Message::HeadKey, true},
+                   {Message::HeadOffset, true},
+                   {Message::HeadLength, true},
+                   {Message::HeadType},
+                   {Message::HeadFlags, true},
+                   {Message::HeadNull, true},
+                   {Message::HeadUnique, true}});
   for (size_t slot = 0; slot < stat.spec.keys.size(); ++slot) {
     const btrieve::KeySpec& key = stat.spec.keys[slot];
     for (const btrieve::KeySegment& segment : key.segments) {
@@ -95,19 +114,20 @@ void ShowFileKeys(const FileStat& stat, std::ostream& out) {
 
 FileStat ShowFile(const fs::path& path, std::ostream& out) {
   FileStat stat = BtrFile(path, Access::ReadOnly).Stat();
-  out << "file " << PathToUtf8(path) << ": " << Grouped(stat.records) << " records of "
-      << stat.spec.recordLength << (stat.spec.IsVariable() ? " bytes and more" : " bytes")
-      << ", pages of " << stat.spec.pageSize << ", flags " << stat.spec.flags << ", "
-      << stat.spec.keys.size() << " keys\n";
-  if (IsOldFile(path)) out << kOldFileNote << '\n';
+  out << Say(stat.spec.IsVariable() ? Message::ShownVariableFile : Message::ShownFile,
+             PathToUtf8(path), Grouped(stat.records), stat.spec.recordLength, stat.spec.pageSize,
+             stat.spec.flags, stat.spec.keys.size())
+      << '\n';
+  if (IsOldFile(path)) out << Say(Message::OldFileNote) << '\n';
   ShowFileKeys(stat, out);
   return stat;
 }
 
 ExitCode ShowTable(const Dictionary& dictionary, const Table& table, const Streams& streams) {
   std::ostream& out = streams.out;
-  out << "table " << Show(table.name) << " (id " << table.id << ", records of "
-      << RecordLength(table) << " bytes" << (HasVariableRecords(table) ? ", variable)\n" : ")\n");
+  out << Say(HasVariableRecords(table) ? Message::ShownVariableTable : Message::ShownTable,
+             Show(table.name), table.id, RecordLength(table))
+      << '\n';
   ShowFields(table, out);
   out << '\n';
   ShowKeys(table, out);

@@ -1,5 +1,7 @@
 #include "tools/qrndata/TableFile.h"
 
+#include "tools/qrndata/Messages.h"
+
 namespace qrndata {
 
 namespace {
@@ -7,21 +9,21 @@ namespace {
 struct FlagRow {
   uint16_t index;  // in index.ddf
   uint16_t file;   // in the data file's key specification, 0 for none
-  const char* word;
+  std::optional<Message> word;
 };
 
 // clang-format off
 constexpr FlagRow kFlagRows[] = {
-    {kIndexDuplicates,      btrieve::kDuplicates,      "duplicates"},
-    {kIndexModifiable,      btrieve::kModifiable,      "modifiable"},
-    {kIndexSequence,        btrieve::kSequence,        "collating sequence"},
-    {kIndexNullAll,         btrieve::kNullAllSegments, "null when all segments are"},
-    {kIndexContinues,       btrieve::kAnotherSegment,  ""},
-    {kIndexCaseInsensitive, btrieve::kCaseInsensitive, "case-insensitive"},
-    {kIndexDescending,      btrieve::kDescending,      "descending"},
-    {kIndexNamed,           0,                         ""},
-    {kIndexExtendedType,    btrieve::kExtendedType,    ""},
-    {kIndexNullAny,         btrieve::kNullAnySegment,  "null when any segment is"},
+    {kIndexDuplicates,      btrieve::kDuplicates,      Message::FlagDuplicates},
+    {kIndexModifiable,      btrieve::kModifiable,      Message::FlagModifiable},
+    {kIndexSequence,        btrieve::kSequence,        Message::FlagSequence},
+    {kIndexNullAll,         btrieve::kNullAllSegments, Message::FlagNullAll},
+    {kIndexContinues,       btrieve::kAnotherSegment,  {}},
+    {kIndexCaseInsensitive, btrieve::kCaseInsensitive, Message::FlagNoCase},
+    {kIndexDescending,      btrieve::kDescending,      Message::FlagDescending},
+    {kIndexNamed,           0,                         {}},
+    {kIndexExtendedType,    btrieve::kExtendedType,    {}},
+    {kIndexNullAny,         btrieve::kNullAnySegment,  Message::FlagNullAny},
 };
 // clang-format on
 
@@ -76,8 +78,8 @@ Bytes CreateBlock(const Table& table) {
 std::string DescribeKeyFlags(uint16_t indexFlags) {
   std::string words;
   for (const FlagRow& row : kFlagRows) {
-    if ((indexFlags & row.index) == 0 || *row.word == '\0') continue;
-    words.append(words.empty() ? "" : ", ").append(row.word);
+    if ((indexFlags & row.index) == 0 || !row.word) continue;
+    words.append(words.empty() ? "" : ", ").append(Say(*row.word));
   }
   return words;
 }

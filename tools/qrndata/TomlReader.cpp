@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tools/qrndata/Messages.h"
+
 namespace qrndata {
 
 namespace {
@@ -22,21 +24,20 @@ void TomlReader::AllowOnly(std::initializer_list<std::string_view> names) const 
   for (const auto& [key, value] : table_) {
     if (std::find(names.begin(), names.end(), key.str()) != names.end()) continue;
     throw BadInput(file_, {key.source().begin.line, key.source().begin.column},
-                   "a " + std::string(what_) + " has no \"" + std::string(key.str()) +
-                       "\"; expected one of " + Joined(names));
+                   Say(Message::NoSuchEntry, Say(what_), key.str(), Joined(names)));
   }
 }
 
 std::string TomlReader::RequiredText(std::string_view name) const {
   std::optional<std::string> text = Text(name);
-  if (!text) Refuse(name, "a " + std::string(what_) + " needs \"" + std::string(name) + "\"");
+  if (!text) Refuse(name, Say(Message::EntryNeeded, Say(what_), name));
   return *std::move(text);
 }
 
 std::optional<std::string> TomlReader::Text(std::string_view name) const {
   const toml::node* node = table_.get(name);
   if (node == nullptr) return std::nullopt;
-  if (!node->is_string()) Refuse(name, "\"" + std::string(name) + "\" expects a text in quotes");
+  if (!node->is_string()) Refuse(name, Say(Message::TextExpected, name));
   return node->as_string()->get();
 }
 
@@ -46,8 +47,7 @@ std::optional<int64_t> TomlReader::Integer(std::string_view name, int64_t least,
   if (node == nullptr) return std::nullopt;
   const auto value = node->is_integer() ? node->value<int64_t>() : std::nullopt;
   if (!value || *value < least || *value > most) {
-    Refuse(name, "\"" + std::string(name) + "\" expects a whole number from " +
-                     std::to_string(least) + " to " + std::to_string(most));
+    Refuse(name, Say(Message::EntryWholeExpected, name, least, most));
   }
   return value;
 }
@@ -55,14 +55,14 @@ std::optional<int64_t> TomlReader::Integer(std::string_view name, int64_t least,
 bool TomlReader::Flag(std::string_view name, bool standard) const {
   const toml::node* node = table_.get(name);
   if (node == nullptr) return standard;
-  if (!node->is_boolean()) Refuse(name, "\"" + std::string(name) + "\" expects true or false");
+  if (!node->is_boolean()) Refuse(name, Say(Message::TruthExpected, name));
   return node->as_boolean()->get();
 }
 
 const toml::array* TomlReader::Array(std::string_view name) const {
   const toml::node* node = table_.get(name);
   if (node == nullptr) return nullptr;
-  if (!node->is_array()) Refuse(name, "\"" + std::string(name) + "\" expects an array");
+  if (!node->is_array()) Refuse(name, Say(Message::ArrayExpected, name));
   return node->as_array();
 }
 

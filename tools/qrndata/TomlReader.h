@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -17,8 +18,8 @@ Position PositionOf(const toml::node& node);
 
 class TomlReader {
  public:
-  // Both must outlive the reader. `what` names the kind of entry in messages: "field", "key".
-  TomlReader(std::string_view file, const toml::table& table, std::string_view what)
+  // Both must outlive the reader. `what` names the kind of entry in messages: AField, AKey.
+  TomlReader(std::string_view file, const toml::table& table, Message what)
       : file_(file), table_(table), what_(what) {}
 
   // Throws unless all entries are among these.
@@ -43,7 +44,7 @@ class TomlReader {
  private:
   std::string_view file_;
   const toml::table& table_;
-  std::string_view what_;
+  Message what_;
 };
 
 }  // namespace qrndata

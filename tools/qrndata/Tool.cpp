@@ -1,11 +1,14 @@
 // The command line: verbs, their options, exit codes.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Verbs.h"
 
@@ -36,27 +39,46 @@ std::string Joined(const Choices& choices, std::string_view between, std::string
   return all;
 }
 
-std::string WithStandard(std::string_view text, std::string_view standard) {
-  return std::string(text).append(" (standard: ").append(standard).append(")");
+std::string WithStandard(Message text, std::string_view standard) {
+  return Say(Message::WithStandard, Say(text), standard);
+}
+
+std::string Listed(const Choices& choices) { return Joined(choices, ", ", Say(Message::OrLast)); }
+
+CLI::Validator OneOf(const Choices& choices) {
+  const auto check = [choices](const std::string& given) {
+    const bool isOne = std::ranges::find(choices, given) != choices.end();
+    return isOne ? std::string() : Say(Message::ChoiceExpected, Listed(choices), given);
+  };
+  return {check, "", ""};
+}
+
+CLI::Validator Between(int64_t least, int64_t most) {
+  const auto check = [least, most](const std::string& given) {
+    int64_t number = 0;
+    const char* end = given.data() + given.size();
+    const auto parsed = std::from_chars(given.data(), end, number);
+    const bool isTaken =
+        parsed.ec == std::errc() && parsed.ptr == end && number >= least && number <= most;
+    return isTaken ? std::string() : Say(Message::CountExpected, least, most, given);
+  };
+  return {check, "", ""};
 }
 
 // "csv|json" in the help, what was expected in the message.
 void AddChoice(CLI::App* verb, const char* name, std::string& value, const Choices& choices,
-               const char* text) {
-  const auto check = [choices](const std::string& given) {
-    const bool isOne = std::find(choices.begin(), choices.end(), given) != choices.end();
-    return isOne ? std::string()
-                 : "expected " + Joined(choices, ", ", " or ") + ", not \"" + given + "\"";
-  };
+               Message text) {
   verb->add_option(name, value, WithStandard(text, value))
-      ->check(CLI::Validator(check, "", ""))
+      ->check(OneOf(choices))
       ->type_name(Joined(choices, "|", "|"));
 }
 
 template <class Number>
-CLI::Option* AddCount(CLI::App* verb, const char* name, Number& value, const char* text) {
-  return verb->add_option(name, value, WithStandard(text, std::to_string(value)))
-      ->type_name("NUMBER");
+void AddCount(CLI::App* verb, const char* name, Number& value, Message text, int64_t least = 0,
+              int64_t most = UINT32_MAX) {
+  verb->add_option(name, value, WithStandard(text, std::to_string(value)))
+      ->type_name("NUMBER")
+      ->check(Between(least, most));
 }
 
 bool IsDelimiter(const std::string& text) {
@@ -67,7 +89,31 @@ bool IsDelimiter(const std::string& text) {
 
 char DelimiterOf(const std::string& text) { return text.size() == 1 ? text[0] : '\t'; }
 
-CLI::Validator Between(int least, int most) { return CLI::Range(least, most).description(""); }
+// What the library of the command line words in English.
+constexpr std::initializer_list<Message> kFaults = {
+    Message::FaultUnexpected, Message::FaultUnexpectedOnes, Message::FaultMissing,
+    Message::FaultConvert,    Message::FaultExcludes,       Message::FaultRequired};
+
+// Takes --lang out of the arguments, wherever it stands: it words the others. What it cannot be
+// stays.
+Language TakeLanguage(std::vector<std::string>& arguments, Language standard) {
+  const auto taken = [](const std::string& given) -> std::optional<Language> {
+    if (given == "ja") return Language::Japanese;
+    if (given == "en") return Language::English;
+    return std::nullopt;
+  };
+  constexpr std::string_view kName = "--lang";
+  for (auto at = arguments.begin(); at != arguments.end(); ++at) {
+    if (!at->starts_with(kName)) continue;
+    const bool isApart = *at == kName && at + 1 != arguments.end();
+    const auto language =
+        taken(isApart ? *(at + 1) : at->substr(std::min(kName.size() + 1, at->size())));
+    if (!language) continue;
+    arguments.erase(at, at + (isApart ? 2 : 1));
+    return *language;
+  }
+  return standard;
+}
 
 // The texts that the options are parsed into, and the verbs that run on them.
 class CommandLine {
@@ -76,11 +122,9 @@ class CommandLine {
     // A path may begin with a slash, also on Windows.
     app_.allow_windows_style_options(false);
     app_.require_subcommand(1);
-    app_.get_formatter()->label("SUBCOMMAND", "VERB");
-    app_.footer(
-        "Exit codes: 0 done, 1 done but rows were refused or faults found, 2 wrong command "
-        "line,\n3 wrong schema, CSV file or name, 4 a file that cannot be read or written, 130 "
-        "interrupted.");
+    app_.fallthrough();
+    WordHelp();
+    app_.footer(Say(Message::HelpExitCodes));
     AddBuild();
     AddImport();
     AddExport();
@@ -103,28 +147,28 @@ class CommandLine {
   }
 
  private:
-  CLI::App* AddVerb(const char* name, const char* text, std::function<int()> run) {
-    CLI::App* verb = app_.add_subcommand(name, text)->group("Verbs");
+  CLI::App* AddVerb(const char* name, Message text, std::function<int()> run) {
+    CLI::App* verb = app_.add_subcommand(name, Say(text))->group(Say(Message::HelpVerbGroup));
     verb->callback([this, run = std::move(run)] { run_ = run; });
     return verb;
   }
 
   void AddDirectory(CLI::App* verb) {
-    AddPlace(verb, "DIR", directory_, "directory of the dictionary files")->required();
+    AddPlace(verb, "DIR", directory_, Message::HelpDir)->required();
   }
 
   // Texts without a mention of their type in the help.
-  static CLI::Option* AddPlace(CLI::App* verb, const char* name, std::string& value,
-                               const char* text) {
-    return verb->add_option(name, value, text)->type_name("");
+  static CLI::Option* AddPlace(CLI::App* verb, const char* name, std::string& value, Message text) {
+    return verb->add_option(name, value, Say(text))->type_name("");
   }
 
-  void AddTextOptions(CLI::App* verb, const char* encoding, std::string& choice,
-                      const char* onUnmappable) {
+  void AddTextOptions(CLI::App* verb, Message encoding, std::string& choice, Message onUnmappable) {
     AddChoice(verb, "--encoding", encoding_, {"utf-8", "cp932"}, encoding);
     AddChoice(verb, "--on-unmappable", choice, {"error", "replace", "skip"}, onUnmappable);
   }
 
+  // Before the verbs, which take it over.
+  void WordHelp();
   // Throws Failure that names the verbs.
   void RequireVerb(const std::vector<std::string>& arguments) const;
 
@@ -142,11 +186,12 @@ class CommandLine {
   void AddCopy();
 
   const Streams& streams_;
-  CLI::App app_{"Builds, fills, shows and checks dictionaries and their data files.", "qrndata"};
+  CLI::App app_{Say(Message::HelpProgram), "qrndata"};
   std::function<int()> run_;
   std::string schema_, directory_, target_, table_, file_, output_, refusals_, format_ = "csv";
   std::string delimiter_ = ",", update_, replace_;
-  bool isBare_ = false;  // no first line with names
+  std::string language_;  // of which only what it cannot be comes here
+  bool isBare_ = false;   // no first line with names
   std::string onBadInput_ = "error", onBadStored_ = "replace", encoding_ = "utf-8";
   BuildOptions build_;
   ImportOptions import_;
@@ -156,38 +201,50 @@ class CommandLine {
   CopyOptions copy_;
 };
 
+void CommandLine::WordHelp() {
+  const std::pair<const char*, Message> kLabels[] = {{"Usage", Message::HelpUsage},
+                                                     {"Positionals", Message::HelpPositionals},
+                                                     {"REQUIRED", Message::HelpRequired},
+                                                     {"Excludes", Message::HelpExcludes}};
+  for (const auto& [label, text] : kLabels) app_.get_formatter()->label(label, Say(text));
+  app_.get_formatter()->label("SUBCOMMAND", "VERB");
+  app_.option_defaults()->group(Say(Message::HelpOptionGroup));
+  app_.set_help_flag("-h,--help", Say(Message::HelpHelp));
+  app_.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return Reworded(error.what(), kFaults) + "\n" + Say(Message::RunWithHelp) + "\n";
+  });
+  const Choices languages = {"ja", "en"};
+  app_.add_option("--lang", language_, Say(Message::HelpLanguage))
+      ->check(OneOf(languages))
+      ->type_name("ja|en");
+}
+
 void CommandLine::RequireVerb(const std::vector<std::string>& arguments) const {
   Choices verbs;
   for (const CLI::App* verb : app_.get_subcommands({})) verbs.push_back(verb->get_name());
-  const std::string expected = "expected " + Joined(verbs, ", ", " or ");
-  if (arguments.empty()) {
-    throw Failure(kUsage, "no verb: " + expected + "; --help tells what they do");
-  }
+  if (arguments.empty()) throw Failure(kUsage, Say(Message::NoVerb, Listed(verbs)));
   const std::string& first = arguments.front();
   const bool isVerb = std::find(verbs.begin(), verbs.end(), first) != verbs.end();
   if (!isVerb && !first.starts_with('-')) {
-    throw Failure(kUsage, "there is no verb \"" + first + "\": " + expected);
+    throw Failure(kUsage, Say(Message::NoSuchVerb, first, Listed(verbs)));
   }
 }
 
 void CommandLine::AddBuild() {
-  CLI::App* verb =
-      AddVerb("build", "makes a dictionary and its empty data files from a schema", [this] {
-        build_.schema = PathFromUtf8(schema_);
-        build_.directory = PathFromUtf8(directory_);
-        return RunBuild(build_, streams_);
-      });
-  AddPlace(verb, "SCHEMA", schema_, "schema file (TOML)")->required();
+  CLI::App* verb = AddVerb("build", Message::HelpBuild, [this] {
+    build_.schema = PathFromUtf8(schema_);
+    build_.directory = PathFromUtf8(directory_);
+    return RunBuild(build_, streams_);
+  });
+  AddPlace(verb, "SCHEMA", schema_, Message::HelpSchemaFile)->required();
   AddDirectory(verb);
   CLI::Option* replace =
-      verb->add_flag("--replace", build_.replace, "replace what is there, data included");
-  verb->add_flag("--keep-data", build_.keepData,
-                 "replace the dictionary, keep data files that fit the schema")
-      ->excludes(replace);
+      verb->add_flag("--replace", build_.replace, Say(Message::HelpBuildReplace));
+  verb->add_flag("--keep-data", build_.keepData, Say(Message::HelpKeepData))->excludes(replace);
 }
 
 void CommandLine::AddImport() {
-  CLI::App* verb = AddVerb("import", "adds the rows of a CSV file to a table", [this] {
+  CLI::App* verb = AddVerb("import", Message::HelpImport, [this] {
     import_.directory = PathFromUtf8(directory_);
     import_.file = PathFromUtf8(file_);
     import_.refusals = PathFromUtf8(refusals_);
@@ -201,175 +258,124 @@ void CommandLine::AddImport() {
     return RunImport(import_, streams_);
   });
   AddDirectory(verb);
-  AddPlace(verb, "TABLE", table_, "table")->required();
-  AddPlace(verb, "FILE", file_,
-           "CSV file; its first line names the fields; - for the standard input")
-      ->required();
+  AddPlace(verb, "TABLE", table_, Message::HelpTable)->required();
+  AddPlace(verb, "FILE", file_, Message::HelpCsvFile)->required();
   AddColumnOptions(verb);
-  AddTextOptions(verb, "what the file is in", onBadInput_,
-                 "a character that code page 932 does not have, or bytes that are none: error "
-                 "refuses the row, replace "
-                 "stores ? in its place, skip leaves the character out");
-  AddCount(verb, "--batch", import_.batch, "rows stored at once, 1 to 10000")
-      ->check(Between(1, 10000));
-  AddCount(verb, "--patience", import_.patience,
-           "seconds that a row waits for what another program holds, 0 to 3600")
-      ->check(Between(0, 3600));
-  verb->add_option("--refused", refusals_, "file for the rows that were not taken, as they stood")
-      ->type_name("FILE");
-  AddCount(verb, "--show-refused", import_.shown, "how many refusals are listed");
-  verb->add_option("--max-errors", import_.maxErrors, "stop when so many rows are refused")
+  AddTextOptions(verb, Message::HelpInputEncoding, onBadInput_, Message::HelpInputOdd);
+  AddCount(verb, "--batch", import_.batch, Message::HelpBatch, 1, 10000);
+  AddCount(verb, "--patience", import_.patience, Message::HelpPatience, 0, 3600);
+  verb->add_option("--refused", refusals_, Say(Message::HelpRefused))->type_name("FILE");
+  AddCount(verb, "--show-refused", import_.shown, Message::HelpShowRefused);
+  verb->add_option("--max-errors", import_.maxErrors, Say(Message::HelpMaxErrors))
       ->type_name("NUMBER")
-      ->check(CLI::PositiveNumber);
+      ->check(Between(1, INT64_MAX));
   AddLines(verb);
   AddKeys(verb);
-  verb->add_flag("--dry-run", import_.isDryRun,
-                 "store nothing, check the rows: their form, their values, and unique keys against "
-                 "the table and each other")
-      ->excludes(verb->get_option("--update"))
-      ->excludes(verb->get_option("--replace"));
+  verb->add_flag("--dry-run", import_.isDryRun, Say(Message::HelpDryRun));
 }
 
 void CommandLine::AddColumnOptions(CLI::App* verb) {
   AddDelimiter(verb);
-  verb->add_option("--columns", import_.columns,
-                   "\"CSV name=Field,...\" for columns that are not named like their fields, "
-                   "\"CSV name=\" for one that is left out; with --no-header \"Field,,Field\" in "
-                   "the columns' order")
-      ->type_name("LIST");
-  verb->add_flag("--no-header", isBare_, "the first line is a row, too");
+  verb->add_option("--columns", import_.columns, Say(Message::HelpColumns))->type_name("LIST");
+  verb->add_flag("--no-header", isBare_, Say(Message::HelpNoHeader));
 }
 
 void CommandLine::AddLines(CLI::App* verb) {
-  verb->add_option("--first", import_.first, "leave out the rows before this line of the file")
-      ->type_name("LINE");
-  verb->add_option("--last", import_.last, "leave out the rows behind this line of the file")
-      ->type_name("LINE");
+  verb->add_option("--first", import_.first, Say(Message::HelpFirst))->type_name("LINE");
+  verb->add_option("--last", import_.last, Say(Message::HelpLast))->type_name("LINE");
 }
 
 void CommandLine::AddKeys(CLI::App* verb) {
   CLI::Option* update =
-      verb->add_option(
-              "--update", update_,
-              "change the records that have the rows' values in this key, which takes no "
-              "duplicates: the fields that have a column; a row without a record is refused")
-          ->type_name("KEY");
-  verb->add_option("--replace", replace_,
-                   "put each row in the place of the record with its value in this key; a row "
-                   "without a record is a new one")
+      verb->add_option("--update", update_, Say(Message::HelpUpdate))->type_name("KEY");
+  verb->add_option("--replace", replace_, Say(Message::HelpReplace))
       ->type_name("KEY")
       ->excludes(update);
 }
 
 void CommandLine::AddDelimiter(CLI::App* verb) {
   const auto check = [](const std::string& given) {
-    return IsDelimiter(given)
-               ? std::string()
-               : "expected one character of ASCII, no quote, or tab, not \"" + given + "\"";
+    return IsDelimiter(given) ? std::string() : Say(Message::DelimiterOptionExpected, given);
   };
-  verb->add_option("--delimiter", delimiter_, WithStandard("what parts the cells", delimiter_))
+  verb->add_option("--delimiter", delimiter_, WithStandard(Message::HelpDelimiter, delimiter_))
       ->check(CLI::Validator(check, "", ""))
       ->type_name("CHARACTER|tab");
 }
 
 void CommandLine::AddExport() {
-  CLI::App* verb =
-      AddVerb("export", "writes records as CSV or JSON, into a database or a workbook", [this] {
-        export_.directory = PathFromUtf8(directory_);
-        if (output_ != "-") export_.output = PathFromUtf8(output_);
-        export_.format = kFormats.at(format_);
-        export_.onUnmappable = kUnmappableChoices.at(onBadStored_);
-        export_.encoding = kEncodings.at(encoding_);
-        return RunExport(export_, streams_);
-      });
+  CLI::App* verb = AddVerb("export", Message::HelpExport, [this] {
+    export_.directory = PathFromUtf8(directory_);
+    if (output_ != "-") export_.output = PathFromUtf8(output_);
+    export_.format = kFormats.at(format_);
+    export_.onUnmappable = kUnmappableChoices.at(onBadStored_);
+    export_.encoding = kEncodings.at(encoding_);
+    return RunExport(export_, streams_);
+  });
   AddDirectory(verb);
-  verb->add_option("TABLE", export_.tables, "tables; all where none is named")->type_name("");
+  verb->add_option("TABLE", export_.tables, Say(Message::HelpTables))->type_name("");
   AddChoice(verb, "--format", format_, {"csv", "json", "jsonl", "sqlite", "xlsx"},
-            "what is written");
-  verb->add_option("--output,-o", output_,
-                   "file, or folder for the files of several tables; - for the standard output. A "
-                   "file that is there is replaced at the end")
-      ->type_name("FILE|FOLDER|-");
-  verb->add_option("--fields", export_.fields,
-                   "\"Field,Field,...\" that are written, in this order")
-      ->type_name("LIST");
-  verb->add_option(
-          "--where", export_.where,
-          "search condition for the records, such as \"@Total >= 500000 & @Code <> 'A B'\"")
-      ->type_name("CONDITION");
-  verb->add_option("--key", export_.key,
-                   "key that gives the order: its name, number or first field")
-      ->type_name("KEY");
-  AddTextOptions(verb, "what the texts are written in", onBadStored_,
-                 "stored bytes that are no character, which are told in any case: error leaves the "
-                 "record out, replace writes U+FFFD (cp932: ?) in their place, skip leaves the "
-                 "bytes out");
+            Message::HelpFormat);
+  verb->add_option("--output,-o", output_, Say(Message::HelpOutput))->type_name("FILE|FOLDER|-");
+  verb->add_option("--fields", export_.fields, Say(Message::HelpFields))->type_name("LIST");
+  verb->add_option("--where", export_.where, Say(Message::HelpWhere))->type_name("CONDITION");
+  verb->add_option("--key", export_.key, Say(Message::HelpKey))->type_name("KEY");
+  AddTextOptions(verb, Message::HelpOutputEncoding, onBadStored_, Message::HelpOutputOdd);
 }
 
 void CommandLine::AddShow() {
-  CLI::App* verb = AddVerb("show", "shows what a dictionary, table or data file is made of",
+  CLI::App* verb = AddVerb("show", Message::HelpShow,
                            [this] { return RunShow(PathFromUtf8(directory_), table_, streams_); });
-  AddPlace(verb, "DIR", directory_, "directory of the dictionary files, or one data file")
-      ->required();
-  AddPlace(verb, "TABLE", table_, "one table, with fields, keys and data file");
+  AddPlace(verb, "DIR", directory_, Message::HelpDirOrFile)->required();
+  AddPlace(verb, "TABLE", table_, Message::HelpShownTable);
 }
 
 void CommandLine::AddCheck() {
-  CLI::App* verb =
-      AddVerb("check", "compares the dictionary with its data files and every key with its records",
-              [this] {
-                check_.directory = PathFromUtf8(directory_);
-                check_.table = table_;
-                return RunCheck(check_, streams_);
-              });
+  CLI::App* verb = AddVerb("check", Message::HelpCheck, [this] {
+    check_.directory = PathFromUtf8(directory_);
+    check_.table = table_;
+    return RunCheck(check_, streams_);
+  });
   AddDirectory(verb);
-  AddPlace(verb, "TABLE", table_, "one table only");
-  AddCount(verb, "--show-faults", check_.shown, "how many faults are listed for each table");
+  AddPlace(verb, "TABLE", table_, Message::HelpCheckedTable);
+  AddCount(verb, "--show-faults", check_.shown, Message::HelpCheckFaults);
 }
 
 void CommandLine::AddConvert() {
-  CLI::App* verb =
-      AddVerb("convert", "brings files of an older record manager into today's format", [this] {
-        convert_.directory = PathFromUtf8(directory_);
-        convert_.target = PathFromUtf8(target_);
-        return RunConvert(convert_, streams_);
-      });
-  AddPlace(verb, "OLD_DIR", directory_, "directory of the old files; nothing is written there")
-      ->required();
-  AddPlace(verb, "NEW_DIR", target_, "directory for the new ones")->required();
-  verb->add_flag("--unlock", convert_.unlock,
-                 "take files with an owner name too; the new ones have none");
-  verb->add_flag("--salvage", convert_.salvage,
-                 "take of damaged files what can be read, and list what cannot");
-  AddCount(verb, "--show-faults", convert_.shown, "how many faults are listed for each file");
+  CLI::App* verb = AddVerb("convert", Message::HelpConvert, [this] {
+    convert_.directory = PathFromUtf8(directory_);
+    convert_.target = PathFromUtf8(target_);
+    return RunConvert(convert_, streams_);
+  });
+  AddPlace(verb, "OLD_DIR", directory_, Message::HelpOldDir)->required();
+  AddPlace(verb, "NEW_DIR", target_, Message::HelpNewDir)->required();
+  verb->add_flag("--unlock", convert_.unlock, Say(Message::HelpUnlock));
+  verb->add_flag("--salvage", convert_.salvage, Say(Message::HelpSalvage));
+  AddCount(verb, "--show-faults", convert_.shown, Message::HelpFileFaults);
 }
 
 void CommandLine::AddSchema() {
-  CLI::App* verb = AddVerb("schema", "writes a dictionary back as a schema", [this] {
+  CLI::App* verb = AddVerb("schema", Message::HelpSchema, [this] {
     return RunSchema({PathFromUtf8(directory_), PathFromUtf8(output_)}, streams_);
   });
   AddDirectory(verb);
-  verb->add_option("--output,-o", output_, "file instead of the standard output")
-      ->type_name("FILE");
+  verb->add_option("--output,-o", output_, Say(Message::HelpOutputFile))->type_name("FILE");
 }
 
 void CommandLine::AddCopy() {
-  CLI::App* verb = AddVerb(
-      "copy", "copies a dictionary and its data files in one state while others work", [this] {
-        copy_.directory = PathFromUtf8(directory_);
-        copy_.target = PathFromUtf8(output_);
-        return RunCopy(copy_, streams_);
-      });
+  CLI::App* verb = AddVerb("copy", Message::HelpCopy, [this] {
+    copy_.directory = PathFromUtf8(directory_);
+    copy_.target = PathFromUtf8(output_);
+    return RunCopy(copy_, streams_);
+  });
   AddDirectory(verb);
-  AddPlace(verb, "DIR2", output_, "new directory for the copy")->required();
-  AddCount(verb, "--patience", copy_.patience,
-           "seconds that it looks for a moment at which no file is being written, 0 to 3600")
-      ->check(Between(0, 3600));
+  AddPlace(verb, "DIR2", output_, Message::HelpCopyDir)->required();
+  AddCount(verb, "--patience", copy_.patience, Message::HelpMoment, 0, 3600);
 }
 
 }  // namespace
 
 int RunTool(std::vector<std::string> arguments, const Streams& streams) {
+  SpeakLanguage(TakeLanguage(arguments, streams.language));
   return RunGuarded("qrndata", streams,
                     [&] { return CommandLine(streams).Run(std::move(arguments)); });
 }

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <array>
 
+#include "tools/qrndata/Messages.h"
+
 namespace qrndata {
 
 UniqueValues::UniqueValues(BtrFile& file, const btrieve::FileSpec& spec) : file_(file) {
   for (size_t slot = 0; slot < spec.keys.size(); ++slot) {
     const btrieve::KeySpec& key = spec.keys[slot];
     if (key.AllowsDuplicates()) continue;
-    keys_.push_back({slot, static_cast<int8_t>(key.number), btrieve::KeyOrder(spec, key), {}, {}});
+    keys_.push_back(
+        {slot, static_cast<int8_t>(key.number), btrieve::KeyOrder(spec, key), {}, {}, {}});
     if (key.IsAutoIncrement()) keys_.back().highest = HighestStored(keys_.back());
   }
 }
@@ -24,7 +27,7 @@ uint64_t UniqueValues::HighestStored(const UniqueKey& key) {
   Bytes record;
   const Status status = file_.GetLast(key.number, record);
   if (status == btrieve::kEndOfFile) return 0;
-  Require(status, file_.Name() + ": reading the records");
+  Require(status, Say(Message::ReadingRecords, file_.Name()));
   const std::string ordered = Ordered(key, record);
   return key.order.AutoIncrementOf(reinterpret_cast<const uint8_t*>(ordered.data()));
 }
@@ -41,23 +44,40 @@ bool UniqueValues::GiveNumber(const UniqueKey& key, Bytes& record) {
   return key.order.PutAutoIncrement(*key.highest + 1, record.data());
 }
 
-std::optional<TakenValue> UniqueValues::Take(Bytes& record) {
+bool UniqueValues::IsSame(const UniqueKey& key, const Bytes* own, const std::string& ordered) {
+  return own != nullptr && !key.order.LeavesOut(own->data()) && Ordered(key, *own) == ordered;
+}
+
+void UniqueValues::Leave(UniqueKey& key, const Bytes& own) {
+  if (key.order.LeavesOut(own.data())) return;
+  const std::string ordered = Ordered(key, own);
+  if (key.taken.erase(ordered) == 0) key.freed.insert(ordered);
+}
+
+void UniqueValues::Keep(UniqueKey& key, const Bytes& record) {
+  if (key.order.LeavesOut(record.data())) return;
+  const std::string ordered = Ordered(key, record);
+  if (key.highest) {
+    const auto* bytes = reinterpret_cast<const uint8_t*>(ordered.data());
+    key.highest = std::max(*key.highest, key.order.AutoIncrementOf(bytes));
+  }
+  key.taken.insert(ordered);
+}
+
+std::optional<TakenValue> UniqueValues::Take(Bytes& record, const Bytes* own) {
   for (const UniqueKey& key : keys_) {
-    if (!GiveNumber(key, record)) return TakenValue{key.slot, true};
+    if (own == nullptr && !GiveNumber(key, record)) return TakenValue{key.slot, true};
   }
   for (const UniqueKey& key : keys_) {
-    if (key.order.LeavesOut(record.data())) continue;
-    if (IsStored(key, record)) return TakenValue{key.slot, true};
-    if (key.taken.contains(Ordered(key, record))) return TakenValue{key.slot, false};
-  }
-  for (UniqueKey& key : keys_) {
     if (key.order.LeavesOut(record.data())) continue;
     const std::string ordered = Ordered(key, record);
-    if (key.highest) {
-      const auto* bytes = reinterpret_cast<const uint8_t*>(ordered.data());
-      key.highest = std::max(*key.highest, key.order.AutoIncrementOf(bytes));
-    }
-    key.taken.insert(ordered);
+    if (IsSame(key, own, ordered)) continue;
+    if (key.taken.contains(ordered)) return TakenValue{key.slot, false};
+    if (!key.freed.contains(ordered) && IsStored(key, record)) return TakenValue{key.slot, true};
+  }
+  for (UniqueKey& key : keys_) {
+    if (own != nullptr) Leave(key, *own);
+    Keep(key, record);
   }
   return std::nullopt;
 }

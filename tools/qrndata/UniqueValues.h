@@ -1,4 +1,4 @@
-// Which rows a file's unique keys would refuse, found without storing any.
+// Which records a file's unique keys would refuse, found without storing any.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +25,9 @@ class UniqueValues {
   UniqueValues(BtrFile& file, const btrieve::FileSpec& spec);
 
   // The first unique key that has the record's value already; otherwise the record counts as taken.
-  // Numbers are given as an insert gives them: `record` is changed.
-  std::optional<TakenValue> Take(Bytes& record);
+  // Numbers are given as an insert gives them: `record` is changed. `own` is what stood in the
+  // record's place until now, whose values go; null for a new record.
+  std::optional<TakenValue> Take(Bytes& record, const Bytes* own = nullptr);
 
  private:
   struct UniqueKey {
@@ -34,10 +35,14 @@ class UniqueValues {
     int8_t number;
     btrieve::KeyOrder order;
     std::unordered_set<std::string> taken;  // ordered bytes
+    std::unordered_set<std::string> freed;  // the file's, that no record has any more
     std::optional<uint64_t> highest;        // of a key that gives numbers
   };
 
   static std::string Ordered(const UniqueKey& key, const Bytes& record);
+  static bool IsSame(const UniqueKey& key, const Bytes* own, const std::string& ordered);
+  static void Leave(UniqueKey& key, const Bytes& own);
+  static void Keep(UniqueKey& key, const Bytes& record);
   static bool GiveNumber(const UniqueKey& key, Bytes& record);
   uint64_t HighestStored(const UniqueKey& key);
   bool IsStored(const UniqueKey& key, const Bytes& record);

@@ -10,6 +10,7 @@
 #include "examples/company/generator/CompanyWords.h"
 #include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
@@ -119,7 +120,7 @@ void DatabaseSink::Close() {
   if (!importer_) return;
   importer_->Finish();
   progress_.reset();
-  streams_.out << Show(table_->name) << ": " << Counted(importer_->Stored(), "row") << '\n';
+  streams_.out << Show(table_->name) << ": " << Counted(importer_->Stored(), Message::Rows) << '\n';
   importer_.reset();
 }
 

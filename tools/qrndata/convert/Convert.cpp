@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "btrieve/legacy/Damage.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Verbs.h"
 #include "tools/qrndata/convert/FileConversion.h"
@@ -39,8 +40,9 @@ class FolderConversion {
     RefuseTarget();
     for (const OldFolderFile& file : folder_.files) Convert(file);
     for (const std::string& text : folder_.missing) Refuse(text);
-    streams_.out << Counted(converted_, "file") << " converted, " << Counted(records_, "record");
-    if (refused_ != 0) streams_.out << "; " << Counted(refused_, "fault");
+    streams_.out << Say(Message::FilesConverted, Counted(converted_, Message::Files),
+                        Counted(records_, Message::Records));
+    if (refused_ != 0) streams_.out << "; " << Counted(refused_, Message::Faults);
     streams_.out << '\n';
     return refused_ == 0 ? kDone : kFaultsFound;
   }
@@ -49,15 +51,13 @@ class FolderConversion {
   // Before anything is written.
   void RefuseTarget() const {
     if (LiesIn(options_.target, options_.directory)) {
-      throw Failure(kUsage, PathToUtf8(options_.target) +
-                                ": the old files are there, beside which nothing is written; name "
-                                "another directory");
+      throw Failure(kUsage, Say(Message::OldFilesAreThere, PathToUtf8(options_.target)));
     }
     std::error_code ignored;
     for (const OldFolderFile& file : folder_.files) {
       const fs::path path = options_.target / file.location;
       if (fs::exists(path, ignored)) {
-        throw Failure(kSystem, PathToUtf8(path) + ": exists already; nothing was converted");
+        throw Failure(kSystem, Say(Message::NothingConverted, PathToUtf8(path)));
       }
     }
   }
@@ -72,7 +72,8 @@ class FolderConversion {
       streams_.out << name << ": " << texts[at] << '\n';
     }
     if (texts.size() > options_.shown) {
-      streams_.out << name << ": and " << Grouped(texts.size() - options_.shown) << " more\n";
+      streams_.out << name << ": " << Say(Message::AndMore, Grouped(texts.size() - options_.shown))
+                   << '\n';
     }
   }
 
@@ -81,25 +82,20 @@ class FolderConversion {
     try {
       OldFile old(ReadFileBytes(options_.directory / file.location), &faults);
       if (old.IsOwned() && !options_.unlock) {
-        Refuse(file.name +
-               ": not converted: it has an owner name, which cannot be compared; "
-               "--unlock takes it all the same");
+        Refuse(Say(Message::NotConverted, file.name, Say(Message::HasOwner)));
       } else if (!faults.empty() && !options_.salvage) {
-        Refuse(file.name + ": not converted: it is damaged; " + ReadOf(old) +
-               " can be read (--salvage takes them)");
+        const std::string text = Say(Message::IsDamaged, Grouped(old.Total(kPhysicalSlot)),
+                                     Counted(old.AnnouncedRecords(), Message::Records));
+        Refuse(Say(Message::NotConverted, file.name, text));
         List(file.name, faults);
       } else {
         Write(file, old, faults);
       }
     } catch (const Damage& damage) {
-      Refuse(file.name + ": not converted: " + damage.text);
+      Refuse(Say(Message::NotConverted, file.name, damage.text));
     } catch (const Failure& failure) {
-      Refuse(file.name + ": not converted: " + failure.what());
+      Refuse(Say(Message::NotConverted, file.name, failure.what()));
     }
-  }
-
-  static std::string ReadOf(const OldFile& old) {
-    return Grouped(old.Total(kPhysicalSlot)) + " of " + Counted(old.AnnouncedRecords(), "record");
   }
 
   void Write(const OldFolderFile& file, OldFile& old, const Texts& faults) {
@@ -120,16 +116,16 @@ class FolderConversion {
 
   void Tell(const std::string& name, const OldFile& old, const Texts& faults,
             const Conversion& conversion) {
-    const std::string count =
-        Counted(conversion.records, "record") + ", " + Counted(old.Spec().keys.size(), "key");
+    const std::string head = name + ": " + Counted(conversion.records, Message::Records) + ", " +
+                             Counted(old.Spec().keys.size(), Message::Keys) + ": ";
     if (!conversion.differences.empty()) {
-      Refuse(name + ": " + count + ": DIFFERENT from the old file");
+      Refuse(head + Say(Message::DiffersFromOld));
       List(name, conversion.differences);
     } else if (conversion.isSalvage) {
-      Refuse(name + ": " + count + ": all that can be read of " +
-             Counted(old.AnnouncedRecords(), "record") + " in a damaged file");
+      Refuse(head +
+             Say(Message::AllThatCanBeRead, Counted(old.AnnouncedRecords(), Message::Records)));
     } else {
-      streams_.out << name << ": " << count << ": alike by place and along every key\n";
+      streams_.out << head << Say(Message::Alike) << '\n';
     }
     List(name, faults);
     List(name, TextsOf(conversion.left));
@@ -139,8 +135,7 @@ class FolderConversion {
   static Texts TextsOf(const std::vector<uint32_t>& left) {
     Texts texts;
     for (const uint32_t address : left) {
-      texts.push_back("the record at " + std::to_string(address) +
-                      " is left out: a unique key has its value already");
+      texts.push_back(Say(Message::RecordLeft, address));
     }
     return texts;
   }

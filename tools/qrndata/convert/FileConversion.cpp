@@ -7,6 +7,7 @@
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/system/HostFile.h"
 #include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/RecordScan.h"
 #include "tools/qrndata/convert/DuplicateNumbers.h"
@@ -106,7 +107,7 @@ class TodaysFile {
 };
 
 std::string OrderName(int slot) {
-  return slot == kPhysicalSlot ? "by place" : "along key " + std::to_string(slot);
+  return slot == kPhysicalSlot ? Say(Message::ByPlace) : Say(Message::AlongKey, slot);
 }
 
 // Compares one order; the first difference ends it.
@@ -126,19 +127,19 @@ class OrderComparison {
       Hit hit;
       old_.Read(slot, rank, hit);
       if (IsLeft(hit.position)) continue;
-      if (!scan.Next()) return Differs(slot, rank, "is not there");
-      if (!btrieve::BytesEqual(scan.Record(), hit.data)) return Differs(slot, rank, "is another");
+      if (!scan.Next()) return Differs(slot, rank, Message::RecordMissing);
+      if (!btrieve::BytesEqual(scan.Record(), hit.data))
+        return Differs(slot, rank, Message::RecordDiffers);
     }
-    if (scan.Next()) conversion_.differences.push_back(OrderName(slot) + " there are more records");
+    if (scan.Next()) conversion_.differences.push_back(Say(Message::MoreRecords, OrderName(slot)));
   }
 
  private:
   bool IsLeft(uint32_t position) const {
     return std::binary_search(conversion_.left.begin(), conversion_.left.end(), position);
   }
-  void Differs(int slot, uint32_t rank, const char* what) {
-    conversion_.differences.push_back(OrderName(slot) + " record " + Grouped(rank + 1) + " " +
-                                      what);
+  void Differs(int slot, uint32_t rank, Message what) {
+    conversion_.differences.push_back(Say(what, OrderName(slot), Grouped(rank + 1)));
   }
 
   OldFile& old_;

@@ -7,6 +7,7 @@
 
 #include "btrieve/legacy/Damage.h"
 #include "btrieve/legacy/OldFile.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 
 namespace qrndata {
@@ -29,7 +30,7 @@ bool ReadStart(const fs::path& path, Start& start) {
 std::string WhatIsWrong(const fs::path& path) {
   std::error_code error;
   if (fs::file_size(path, error) > legacy::kLargestOldFile) {
-    return std::string(legacy::kTooLargeOldFile) + ", which is not read";
+    return Say(Message::WhichIsNotRead, legacy::kTooLargeOldFile);
   }
   try {
     (void)legacy::OldFile(ReadFileBytes(path));
@@ -50,7 +51,7 @@ Bytes ReadFileBytes(const fs::path& path) {
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   }
   if (!file) {
-    throw Failure(kSystem, PathToUtf8(path) + ": cannot be read (" + std::strerror(errno) + ")");
+    throw Failure(kSystem, Say(Message::CannotBeReadWhy, PathToUtf8(path), std::strerror(errno)));
   }
   return bytes;
 }
@@ -75,10 +76,9 @@ std::string WhyNotOpened(const fs::path& path, Status status) try {
     return legacy::IsLikeOldFile(start) ? WhatIsWrong(path) : "";
   }
   if (!legacy::IsOldFile(start)) return {};
-  if (status == btrieve::kIoError) return "a version 5 file; " + WhatIsWrong(path);
+  if (status == btrieve::kIoError) return Say(Message::OldFileFault, WhatIsWrong(path));
   if (status != btrieve::kOwnerInvalid) return {};
-  return "the owner name of a version 5 file cannot be compared with one given; convert --unlock "
-         "brings the file into today's format, without an owner";
+  return Say(Message::OwnerNotCompared);
 } catch (const Failure&) {
   return {};
 }

@@ -18,11 +18,6 @@ bool IsOldFile(const std::filesystem::path& path);
 // another file.
 [[nodiscard]] bool ReadOldSpec(const std::filesystem::path& path, btrieve::FileSpec& spec);
 
-// What is to be known of such a file, without a full stop. Of a file that opens.
-inline constexpr const char* kOldFileNote =
-    "written by a record manager of the nineties (version 5): read as it stands, never written; "
-    "convert brings it into today's format";
-
 // Why an old file was not opened, and what helps: words to be put behind the status. Empty for a
 // file that is none.
 std::string WhyNotOpened(const std::filesystem::path& path, Status status);

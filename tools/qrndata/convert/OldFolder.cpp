@@ -6,6 +6,7 @@
 #include "btrieve/legacy/Damage.h"
 #include "btrieve/legacy/OldFile.h"
 #include "lexbase.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
 #include "tools/qrndata/convert/OldFiles.h"
@@ -63,7 +64,7 @@ class FolderReader {
       for (const ListedTable& table : TablesIn(directory_ / dictionary->location)) TakeTable(table);
     }
     if (folder_.files.empty()) {
-      throw Failure(kSystem, PathToUtf8(directory_) + ": there is no version 5 file");
+      throw Failure(kSystem, Say(Message::NoOldFile, PathToUtf8(directory_)));
     }
     std::sort(folder_.files.begin(), folder_.files.end(), [](const auto& left, const auto& right) {
       return std::tie(left.isTable, left.name) < std::tie(right.isTable, right.name);
@@ -87,7 +88,8 @@ class FolderReader {
       folder_.files.push_back({PathToUtf8(location), location});
     }
     if (error) {
-      throw Failure(kSystem, PathToUtf8(directory_) + ": cannot be read (" + error.message() + ")");
+      throw Failure(kSystem,
+                    Say(Message::CannotBeReadWhy, PathToUtf8(directory_), error.message()));
     }
   }
 
@@ -100,8 +102,8 @@ class FolderReader {
       file = folder_.files.insert(file, {PathToUtf8(location), location});
     }
     if (file == folder_.files.end()) {
-      folder_.missing.push_back(Show(table.name) + ": there is no version 5 file " +
-                                Show(table.location) + " in the folder");
+      folder_.missing.push_back(
+          Say(Message::OldFileMissing, Show(table.name), Show(table.location)));
     } else if (!file->isTable) {
       file->isTable = true;
       file->name = Show(table.name);

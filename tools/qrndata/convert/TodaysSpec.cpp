@@ -4,6 +4,7 @@
 
 #include "btrieve/keys/KeySpecRules.h"
 #include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Messages.h"
 
 namespace qrndata {
 
@@ -51,8 +52,7 @@ void TakeForNumbers(FileSpec& spec, bool all, std::vector<std::string>& notes) {
     for (KeySegment& segment : key.segments) {
       if (segment.Type() != btrieve::KeyType::AutoIncrement) continue;
       segment.givenType = static_cast<uint8_t>(btrieve::KeyType::UnsignedBinary);
-      notes.push_back("key " + std::to_string(key.number) +
-                      ": AutoInc is not possible there today; it is an unsigned number now");
+      notes.push_back(Say(Message::OfKey, key.number, Say(Message::CounterGivenUp)));
     }
   }
 }
@@ -78,11 +78,10 @@ FileSpec TodaysSpec(const FileSpec& old, std::vector<std::string>& notes) {
   spec.version = btrieve::kDefaultFileVersion;
   for (KeySpec& key : spec.keys) ShareFlags(key);
   if (!ChoosePage(spec) && !GiveUpCounters(spec, notes)) {
-    Require(btrieve::CheckSpec(spec), "its make-up");
+    Require(btrieve::CheckSpec(spec), Say(Message::ItsMakeUp));
   }
   if (spec.pageSize != old.pageSize) {
-    notes.push_back("pages of " + std::to_string(spec.pageSize) + " bytes in place of " +
-                    std::to_string(old.pageSize));
+    notes.push_back(Say(Message::OtherPages, spec.pageSize, old.pageSize));
   }
   return spec;
 }

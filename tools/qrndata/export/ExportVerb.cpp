@@ -1,6 +1,7 @@
 // `export`: tables' records into files that other programs read.
 #include <algorithm>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputPlace.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
@@ -22,7 +23,7 @@ void NamingOutput(const std::filesystem::path& output, Body body) {
   } catch (const Failure& failure) {
     const std::string what = failure.what(), name = PathToUtf8(output);
     if (failure.Code() != kSystem || output.empty() || what.starts_with(name)) throw;
-    throw Failure(kSystem, what + "; " + name + ": not written");
+    throw Failure(kSystem, Say(Message::NotWritten, what, name));
   }
 }
 
@@ -60,18 +61,17 @@ void Export::ChooseTables() {
 void Export::RequireOptions() const {
   const bool isOfOne = !options_.fields.empty() || !options_.where.empty() || !options_.key.empty();
   if (isOfOne && tables_.size() != 1) {
-    throw Failure(kUsage, "--fields, --where and --key go with one table; there are " +
-                              std::to_string(tables_.size()));
+    throw Failure(kUsage, Say(Message::OneTableOnly, tables_.size()));
   }
   if (IsText(options_.format)) {
     if (tables_.size() == 1 || !options_.output.empty()) return;
-    throw Failure(kUsage, "several tables go into a folder: --output names it");
+    throw Failure(kUsage, Say(Message::FolderNeeded));
   }
   if (options_.encoding != Encoding::Utf8) {
-    throw Failure(kUsage, "--encoding goes with csv, json and jsonl");
+    throw Failure(kUsage, Say(Message::EncodingOfText));
   }
   if (options_.output.empty()) {
-    throw Failure(kUsage, "this format goes into a file: --output names it");
+    throw Failure(kUsage, Say(Message::FileNeeded));
   }
 }
 
@@ -100,8 +100,8 @@ ExitCode Export::Report() const {
   ExitCode code = kDone;
   for (size_t at = 0; at < exports_.size(); ++at) {
     if (!options_.output.empty()) {
-      streams_.out << Show(tables_[at]->name) << ": " << Counted(exports_[at]->Written(), "row")
-                   << '\n';
+      streams_.out << Show(tables_[at]->name) << ": "
+                   << Counted(exports_[at]->Written(), Message::Rows) << '\n';
     }
     code = std::max(code, exports_[at]->Report());
   }

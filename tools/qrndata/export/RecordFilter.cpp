@@ -9,6 +9,7 @@
 #include "fields/Messages.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Failure.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Names.h"
 #include "tools/qrndata/Text.h"
 
@@ -18,15 +19,15 @@ namespace {
 
 struct FaultText {
   int message;
-  const char* text;
+  Message text;
 };
 
 constexpr std::array<FaultText, 5> kFaultTexts = {{
-    {qrn::kVE041, "expected @ and a field's name or number"},
-    {qrn::kVE025, "the table has no field of this number; the first one is @0"},
-    {qrn::kVE042, "expected one of = <> > >= < <= behind a blank"},
-    {qrn::kVE043, "a field of variable length cannot be compared"},
-    {qrn::kVE046, "expected a value"},
+    {qrn::kVE041, Message::AtExpected},
+    {qrn::kVE025, Message::NoFieldNumber},
+    {qrn::kVE042, Message::OperatorExpected},
+    {qrn::kVE043, Message::VariableNotCompared},
+    {qrn::kVE046, Message::ValueExpected},
 }};
 
 // A condition, with what is said of its places.
@@ -35,7 +36,7 @@ class ConditionText {
   ConditionText(const Table& table, const std::string& utf8) : table_(table), utf8_(utf8) {
     const Converted bytes = ToCodePage(utf8, OnUnmappable::Error);
     if (!bytes.IsExact()) {
-      Refuse(bytes.unmappableAt, "code page 932 has no " + bytes.unmappable);
+      Refuse(bytes.unmappableAt, Say(Message::NoneInCodePageShort, bytes.unmappable));
     }
     bytes_ = bytes.text;
   }
@@ -44,18 +45,17 @@ class ConditionText {
 
   [[noreturn]] void Refuse(const qrn::SearchFault& fault) const {
     const auto* row = std::ranges::find(kFaultTexts, fault.message, &FaultText::message);
-    if (row != kFaultTexts.end()) RefuseAt(fault.place, row->text);
+    if (row != kFaultTexts.end()) RefuseAt(fault.place, Say(row->text));
     Names names;
     for (const qrn::DbFieldInfo& field : table_.fields) names.emplace_back(field.Name);
     const std::string name = Show(fault.word);
-    RefuseAt(fault.place, "the table has no field \"" + name +
-                              "\" (a name goes up to the next blank)" + DidYouMean(names, name));
+    RefuseAt(fault.place, Say(Message::NoFieldOfName, name, DidYouMean(names, name)));
   }
 
   // What stands behind the condition's end would be passed over.
   void RequireRead(size_t place) const {
     if (bytes_.find_first_not_of(' ', place) == bytes_.npos) return;
-    RefuseAt(place, "expected & or | and another term, or the condition's end");
+    RefuseAt(place, Say(Message::TermOrEndExpected));
   }
 
   [[noreturn]] void RefuseAt(size_t place, const std::string& text) const {
@@ -86,7 +86,7 @@ std::vector<uint8_t> RequestOf(const qrn::SearchCondition& condition, const Cond
   constexpr BtrExtractField kField = {1, 0};
   const size_t length =
       sizeof(BtrExtendedHead) + condition.Terms.size() + sizeof kOne + sizeof kField;
-  if (length > UINT16_MAX) text.RefuseAt(0, "the condition is longer than a request can be");
+  if (length > UINT16_MAX) text.RefuseAt(0, Say(Message::ConditionTooLong));
   std::vector<uint8_t> request;
   Append(request,
          BtrExtendedHead{static_cast<uint16_t>(length), {'E', 'G'}, 0, condition.TermCount});
@@ -112,7 +112,7 @@ RecordFilter::RecordFilter(const qrn::QuorinSettings& settings, const Table& tab
   if (!terms) text.Refuse(fault);
   text.RequireRead(fault.place);
   if (request_.Compile(RequestOf(*terms, text), file) != btrieve::kOk) {
-    text.RefuseAt(0, "a term has no value, or a field that has no order");
+    text.RefuseAt(0, Say(Message::NoValueOrOrder));
   }
 }
 

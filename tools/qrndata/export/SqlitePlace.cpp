@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
@@ -56,7 +57,7 @@ class SqliteWriter : public RecordWriter {
     const int result = sqlite3_step(insert_.get());
     sqlite3_reset(insert_.get());
     if (result == SQLITE_DONE) return {};
-    if ((result & 0xFF) == SQLITE_CONSTRAINT) return "the primary key has these values already";
+    if ((result & 0xFF) == SQLITE_CONSTRAINT) return Say(Message::PrimaryKeyTaken);
     throw Failure(kSystem, sqlite3_errmsg(database_));
   }
 
@@ -109,8 +110,8 @@ class SqlitePlace : public ExportPlace {
     for (const SqlIndex& index : shape_.indexes) {
       if (index.isUnique && Try("CREATE UNIQUE INDEX " + index.onColumns) == SQLITE_OK) continue;
       if (index.isUnique) {
-        streams_.err << "warning: table \"" << table_ << "\": key \"" << index.key
-                     << "\" is not unique in the database: " << sqlite3_errmsg(database_.get())
+        streams_.err << Say(Message::NotUniqueThere, table_, index.key,
+                            sqlite3_errmsg(database_.get()))
                      << '\n';
       }
       Do("CREATE INDEX " + index.onColumns);

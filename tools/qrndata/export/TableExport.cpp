@@ -3,6 +3,7 @@
 #include "tools/qrndata/FieldInput.h"
 #include "tools/qrndata/FileMatch.h"
 #include "tools/qrndata/KeyChoice.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/export/FieldChoice.h"
@@ -41,19 +42,18 @@ Converted TableExport::Encoded(const std::string& stored) const {
                                              : SoundCodePage(stored, options_.onUnmappable, true);
 }
 
-void TableExport::Tell(uint32_t position, const std::string& problem) {
+void TableExport::Tell(const std::string& problem) {
   if (++told_ <= options_.shown) {
-    streams_.err << "record at position " << position << problem << '\n';
+    streams_.err << problem << '\n';
   } else if (told_ == options_.shown + 1) {
-    streams_.err << "further ones are not listed\n";
+    streams_.err << Say(Message::FurtherOnes) << '\n';
   }
 }
 
 void TableExport::TellBroken(const Converted& text, uint32_t position, size_t slot) {
   ++broken_;
-  Tell(position, ", field " + Quoted(chosen_.fields[slot].Name) + ": " + text.unmappable +
-                     " (character " + std::to_string(text.unmappableAt + 1) +
-                     " of the value) is no text");
+  Tell(Say(Message::BrokenText, position, Quoted(chosen_.fields[slot].Name), text.unmappable,
+           text.unmappableAt + 1));
 }
 
 // False when a value has bytes that are no text and the record is to be left out for it.
@@ -72,7 +72,7 @@ bool TableExport::Encode(const FieldValues& values, TextValues& texts, uint32_t 
 bool TableExport::WriteRecord(RecordWriter& writer, const RecordScan& scan) {
   if (!Encode(image_.Split(scan.Record()), texts_, scan.Position())) return false;
   const std::string problem = writer.Write(texts_);
-  if (!problem.empty()) Tell(scan.Position(), ": " + problem);
+  if (!problem.empty()) Tell(Say(Message::RecordAt, scan.Position(), problem));
   return problem.empty();
 }
 
@@ -91,14 +91,14 @@ void TableExport::WriteTo(RecordWriter& writer) {
 ExitCode TableExport::Report() const {
   if (told_ == 0) return kDone;
   if (leftOut_ != 0) {
-    streams_.err << Counted(leftOut_, "record") << " left out"
-                 << (broken_ != 0 ? "; --on-unmappable=replace takes every record\n" : "\n");
+    streams_.err << Say(broken_ != 0 ? Message::ReplaceTakesAll : Message::RecordsLeftOut,
+                        Counted(leftOut_, Message::Records))
+                 << '\n';
   } else {
-    const char* instead = options_.onUnmappable == OnUnmappable::Skip  ? "left out"
-                          : options_.encoding == Encoding::CodePage932 ? "written as ?"
-                                                                       : "written as U+FFFD";
-    streams_.err << Counted(broken_, "text") << " with bytes that are no characters: these are "
-                 << instead << '\n';
+    const Message told = options_.onUnmappable == OnUnmappable::Skip  ? Message::BrokenLeftOut
+                         : options_.encoding == Encoding::CodePage932 ? Message::BrokenAsMark
+                                                                      : Message::BrokenAsFffd;
+    streams_.err << Say(told, Counted(broken_, Message::Texts)) << '\n';
   }
   return kFaultsFound;
 }

@@ -31,7 +31,7 @@ class TableExport {
   bool Encode(const FieldValues& values, TextValues& texts, uint32_t position);
   bool WriteRecord(RecordWriter& writer, const RecordScan& scan);
   Converted Encoded(const std::string& stored) const;
-  void Tell(uint32_t position, const std::string& problem);
+  void Tell(const std::string& problem);
   void TellBroken(const Converted& text, uint32_t position, size_t slot);
 
   const ExportOptions& options_;

@@ -4,6 +4,7 @@
 #include <set>
 #include <system_error>
 
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
@@ -61,7 +62,7 @@ class TextPlace : public ExportPlace {
     isNewFolder_ = fs::create_directories(options.output, error);
     if (error)
       throw Failure(kSystem,
-                    PathToUtf8(options.output) + ": cannot be made (" + error.message() + ")");
+                    Say(Message::CannotBeMade, PathToUtf8(options.output), error.message()));
   }
 
   // A folder that was made for nothing goes; files in the making are gone before it.
@@ -84,7 +85,7 @@ class TextPlace : public ExportPlace {
 
   void Finish() override {
     if (outputs_.empty() && !streams_.out.flush()) {
-      throw Failure(kSystem, "the output: cannot be written");
+      throw Failure(kSystem, Say(Message::CannotBeWritten, Say(Message::TheOutput)));
     }
     for (OutputFile& file : files_) file.Finish();
     isNewFolder_ = false;

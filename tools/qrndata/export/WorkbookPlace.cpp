@@ -8,6 +8,7 @@
 #include <new>
 
 #include "tools/qrndata/Listing.h"
+#include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
@@ -32,14 +33,15 @@ size_t Utf16Units(const std::string& utf8) {
 }
 
 void RequireRoom(const ExportedTable& table) {
-  const std::string name = "table " + Quoted(table.table.name) + ": ";
+  const std::string name = Quoted(table.table.name);
   if (table.names.size() > kMostColumns) {
-    throw Failure(kBadInput, name + Counted(table.names.size(), "field") +
-                                 "; a sheet has room for " + Grouped(kMostColumns));
+    throw Failure(kBadInput,
+                  Say(Message::TooManyColumns, name, Counted(table.names.size(), Message::Fields),
+                      Grouped(kMostColumns)));
   }
   if (table.most <= kMostRows) return;
-  throw Failure(kBadInput, name + Counted(table.most, "record") + "; a sheet has room for " +
-                               Grouped(kMostRows) + " below the names");
+  throw Failure(kBadInput, Say(Message::TooManyRows, name, Counted(table.most, Message::Records),
+                               Grouped(kMostRows)));
 }
 
 // Formats of cells, each made once.
@@ -161,13 +163,11 @@ class SheetWriter : public RecordWriter {
   std::string Write(const TextValues& values) override {
     for (size_t slot = 0; slot < values.size(); ++slot) {
       if (values[slot] && Utf16Units(*values[slot]) > kMostCharacters) {
-        return "field " + Quoted(table_.fields[slot].Name) + ": a cell has room for " +
-               Grouped(kMostCharacters) + " characters";
+        return Say(Message::CellIsFull, Quoted(table_.fields[slot].Name), Grouped(kMostCharacters));
       }
     }
     if (row_ > kMostRows) {
-      throw Failure(kBadInput, "table " + Quoted(table_.name) + ": a sheet has room for " +
-                                   Grouped(kMostRows) + " records below the names");
+      throw Failure(kBadInput, Say(Message::SheetIsFull, Quoted(table_.name), Grouped(kMostRows)));
     }
     for (size_t slot = 0; slot < values.size(); ++slot) {
       if (!values[slot]) continue;
@@ -234,7 +234,7 @@ class WorkbookPlace : public ExportPlace {
     for (lxw_worksheet* sheet : sheets_) {
       std::FILE* rows = sheet->optimize_tmpfile;
       if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) {
-        throw Failure(kSystem, "the folder for temporary files is full");
+        throw Failure(kSystem, Say(Message::NoRoomForTemporary));
       }
     }
     if (workbook_close(workbook_.release()) != LXW_NO_ERROR) file_.Fail();
