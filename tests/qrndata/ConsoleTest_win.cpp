@@ -12,14 +12,15 @@ namespace {
 class Console : public ::testing::Test {
  protected:
   void SetUp() override {
-    isOwn_ = AllocConsole() != 0;
+    FreeConsole();
+    ASSERT_TRUE(AllocConsole());
     screen_ = CreateConsoleScreenBuffer(GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                         CONSOLE_TEXTMODE_BUFFER, nullptr);
     ASSERT_NE(screen_, INVALID_HANDLE_VALUE);
   }
   void TearDown() override {
     CloseHandle(screen_);
-    if (isOwn_) FreeConsole();
+    FreeConsole();
   }
 
   // The first `count` cells of the first line.
@@ -33,7 +34,6 @@ class Console : public ::testing::Test {
   }
 
   HANDLE screen_ = nullptr;
-  bool isOwn_ = false;
 };
 
 TEST_F(Console, ShowsCharactersThatComeInPieces) {
@@ -46,7 +46,7 @@ TEST_F(Console, ShowsCharactersThatComeInPieces) {
   EXPECT_EQ(Shown(6), "a\xC3\xA9z \xE2\x82\xAC!");
 }
 
-TEST_F(Console, SaysWhenItIsGone) {
+TEST(ConsoleBuffer, SaysWhenTheConsoleIsGone) {
   ConsoleBuffer buffer(nullptr);
   std::ostream out(&buffer);
   out << "text" << std::flush;

@@ -104,7 +104,6 @@ const ChoiceFault kChoiceFaults[] = {
     {"Id,Age\n1,2\n", {"--update", "ByAge"}, 3, "key \"ByAge\" allows duplicates"},
     {"Id\n1\n", {"--update", "ByIdd"}, 3, "has no key \"ByIdd\"; did you mean \"ById\"?"},
     {"Id\n1\n", {"--update", "ById", "--replace", "ById"}, 2, "excludes"},
-    {"Id\n1\n", {"--update", "ById", "--dry-run"}, 2, "excludes"},
     {"Id\n1\n", {"--max-errors", "0"}, 2, "--max-errors"},
 };
 

@@ -5,6 +5,7 @@
 
 #include "BankWork.h"
 #include "HistoryWork.h"
+#include "OldFolderWork.h"
 #include "SelfKill.h"
 #include "Work.h"
 #ifndef _WIN32
@@ -24,6 +25,7 @@ struct Task {
 constexpr Task kTasks[] = {
     {"bank", BankWork},
     {"history", HistoryWork},
+    {"oldfolder", MakeOldFolder},
     {"plan", Work},
 #ifndef _WIN32
     {"read", ReadForEver},

@@ -2,7 +2,9 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <new>
 
+#include "btrieve/pages/CheckedVfs.h"
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/OutputFile.h"
 #include "tools/qrndata/Paths.h"
@@ -72,7 +74,8 @@ class SqlitePlace : public ExportPlace {
   SqlitePlace(const ExportOptions& options, const Streams& streams)
       : streams_(streams), name_(PathToUtf8(options.output)), file_(options.output) {
     if (file_.IsDirect()) file_.Fail();
-    sqlite3_initialize();
+    // It starts SQLite, too, which the record manager in this program sets up its own way.
+    if (!btrieve::RegisterCheckedVfs()) throw std::bad_alloc();
     sqlite3* database = nullptr;
     const int result = sqlite3_open_v2(PathToUtf8(file_.Path()).c_str(), &database,
                                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
