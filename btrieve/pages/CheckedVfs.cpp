@@ -296,9 +296,10 @@ void SealPage(uint8_t* page, uint64_t number) noexcept {
 
 namespace {
 
-// Null where it is not one of this layer's.
+// Null where it is not one of this layer's, and without a connection.
 CheckedFile* FileOf(sqlite3* connection, int which) noexcept {
   sqlite3_file* file = nullptr;
+  if (!connection) return nullptr;
   sqlite3_file_control(connection, "main", which, &file);
   return file && file->pMethods == &kMethods ? Ours(file) : nullptr;
 }

@@ -39,6 +39,7 @@ Status StatusOfResult(int result) noexcept {
 void ThrowResult(int result) { throw Failure{StatusOfResult(result)}; }
 
 Statement::Statement(sqlite3* connection, const std::string& sql) {
+  if (!connection) ThrowResult(SQLITE_MISUSE);
   sqlite3_stmt* statement = nullptr;
   const int result = sqlite3_prepare_v3(connection, sql.c_str(), static_cast<int>(sql.size() + 1),
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);

@@ -37,6 +37,7 @@ Status StatusOfResult(int result) noexcept;
 class Statement {
  public:
   Statement() = default;
+  // 2, thrown, without a connection: a file of another record manager has none.
   Statement(sqlite3* connection, const std::string& sql);
 
   explicit operator bool() const noexcept { return statement_ != nullptr; }

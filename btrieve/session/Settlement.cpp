@@ -96,7 +96,8 @@ Status Session::SettleIntents(DataFile& file) {
   return kOk;
 }
 
-// Without its coordinator, or with a coordinator that has not committed, a transaction never was.
+// Without its coordinator, or with a coordinator that has not committed, a transaction never was. A
+// file that another record manager made has coordinated none of ours.
 Status Session::SettleIntent(DataFile& file, const TransactionNumber& number,
                              const std::string& name) {
   const FileLocks::Activity activity(file.Locks());
@@ -107,8 +108,9 @@ Status Session::SettleIntent(DataFile& file, const TransactionNumber& number,
     throw Failure{status == kIncompatibleMode ? kFileInUse : status};
   }
   RedoPart part;
-  if (status == kOk) MakeDecisionFinal(*coordinator);
-  const bool committed = status == kOk && FindPart(*coordinator, file, number, part);
+  const bool isOurs = status == kOk && !coordinator->Base().Foreign();
+  if (isOurs) MakeDecisionFinal(*coordinator);
+  const bool committed = isOurs && FindPart(*coordinator, file, number, part);
   file.Base().BeginWrite();
   try {
     if (RemoveIntent(file, number) && committed) ApplyRedo(file, *coordinator, part);

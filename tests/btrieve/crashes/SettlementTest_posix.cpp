@@ -10,6 +10,7 @@
 #include "clients/Remote.h"
 #include "kit/DamagedFile.h"
 #include "kit/FaultyDisk.h"
+#include "kit/OldSite.h"
 #include "kit/Plan.h"
 
 namespace btrieve::test {
@@ -198,6 +199,32 @@ TEST_F(Settlement, ComesBeforeKeysAreMadeAndDropped) {
     const CallIn in{.data = key, .keyNumber = operation == kCreateIndex ? 0 : 128 + 3};
     ASSERT_EQ(process_.Call(operation, kFollower, in).status, 0);
     EXPECT_EQ(IntentsIn(kFollower), 0u);
+  }
+}
+
+// Neither as the coordinator, which has then decided nothing, nor as the one to be told.
+TEST_F(Settlement, TakesNoOldFileForThePartOfATransaction) {
+  const TransactionNumber number(16, 7);
+  for (const bool leads : {true, false}) {
+    SCOPED_TRACE(leads ? "an intent names it" : "a redo names it");
+    folder_.emplace();
+    OldSite site(folder_->Root());
+    site.People().Insert(OldSite::Person(1, "Abe"));
+    site.Write();
+    ASSERT_EQ(
+        process_.Call(kCreate, 0, {.data = PlanBlock(), .key = PathKey(Path(kLeader))}).status, 0);
+    {
+      DataFile file(Path(kLeader), {});
+      file.Base().Open(file.Path());
+      file.Base().BeginWrite();
+      leads ? AddIntent(file, {number, "PEOPLE.DAT"})
+            : AddRedo(file, {number, "PEOPLE.DAT"}, {1, true, {}, {}});
+      file.Base().CommitWrite();
+    }
+    EXPECT_EQ(Open(kLeader), 0);
+    EXPECT_EQ(IntentsIn(kLeader), 0u);
+    EXPECT_EQ(Insert(kLeader), 0);
+    EXPECT_EQ(process_.Call(kClose, kLeader, {}).status, 0);
   }
 }
 
