@@ -105,6 +105,13 @@ void DataFile::PutPositionsAside() {
 
 void DataFile::TakePositionsAside() { base_.SetNextPosition(part_.firstAhead); }
 
+// The log is found by its name, which may lead nowhere any more, or to another file's log. What is
+// open is then synced; whoever began the log has brought its name there.
+bool DataFile::SyncLog() noexcept {
+  if (!SyncFile(LogPath(), logEntryIsNew_)) return false;
+  return !base_.HasMoved() || base_.SyncOpenLog();
+}
+
 // Whatever has been written to the log by the time of the sync is covered, others' commits too.
 bool DataFile::MakeStable() noexcept {
   TakeOutcome();
@@ -112,7 +119,7 @@ bool DataFile::MakeStable() noexcept {
   watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   const LogPlace place = base_.CommittedPlace();
   ForgetLastError();
-  dirty_ = !base_.RenewLog(LogPath()) || !SyncFile(LogPath(), logEntryIsNew_);
+  dirty_ = !base_.RenewLog(LogPath()) || !SyncLog();
   if (dirty_) {
     syncFault_ = LastErrorIsDiskFull() ? kDiskFull : kIoError;
     base_.DoubtLog();
@@ -126,10 +133,11 @@ bool DataFile::MakeStable() noexcept {
 void DataFile::TakeOutcome() noexcept {
   const bool done = outside_->Await();
   const std::optional<LogPlace> place = std::exchange(syncing_, std::nullopt);
+  const bool missed = place && base_.HasMoved();  // what was synced may be another file
+  if (!done || missed) dirty_ = logEntryIsNew_ = true;
   if (!done) {
-    dirty_ = logEntryIsNew_ = true;
     base_.DoubtLog();
-  } else if (place) {
+  } else if (place && !missed) {
     base_.NoteSynced(*place);
   }
 }
@@ -137,6 +145,10 @@ void DataFile::TakeOutcome() noexcept {
 std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
   TakeOutcome();
   if (!dirty_ || !base_.RenewLog(LogPath())) return nullptr;
+  if (base_.HasMoved()) {
+    (void)MakeStable();
+    return nullptr;
+  }
   dirty_ = false;
   watch_.NoteStable(LogHeadOf(base_.Link().Get()));
   syncing_ = base_.CommittedPlace();

@@ -125,6 +125,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   int openCursors = 0;
 
  private:
+  [[nodiscard]] bool SyncLog() noexcept;
   // Waits for a sync outside, and notes what came of it.
   void TakeOutcome() noexcept;
 

@@ -317,6 +317,20 @@ void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept {
   if (CheckedFile* log = LogFileOf(connection)) (void)WriteMark(&log->base, synced);
 }
 
+bool HasMoved(sqlite3* connection) noexcept {
+  int moved = 0;
+  if (!connection) return false;
+  sqlite3_file_control(connection, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved != 0;
+}
+
+bool SyncOpenLog(sqlite3* connection) noexcept {
+  CheckedFile* log = LogFileOf(connection);
+  if (!log) return false;
+  sqlite3_file* real = Real(&log->base);
+  return Told([&] { return real->pMethods->xSync(real, SQLITE_SYNC_NORMAL); }) == SQLITE_OK;
+}
+
 void DoubtLog(sqlite3* connection, bool doubtful) noexcept {
   if (CheckedFile* log = LogFileOf(connection)) log->isDoubtful = doubtful;
 }

@@ -59,6 +59,13 @@ bool WriteLockIsFree(sqlite3* connection) noexcept;
 struct LogPlace;
 void MarkLog(sqlite3* connection, const LogPlace& synced) noexcept;
 
+// Whether the name under which this connection opened its main file leads to it no more. Not told
+// where the system keeps open files from being moved.
+bool HasMoved(sqlite3* connection) noexcept;
+// Brings this connection's log to stable storage, whatever its name is now. False also where it has
+// none open.
+bool SyncOpenLog(sqlite3* connection) noexcept;
+
 // After a sync that failed the system may take what was not written for written, and the next sync
 // succeeds without it. Such a log is doubtful: nothing is carried over from it until it has been
 // written once more (LogExam.h) or begun anew.

@@ -190,6 +190,7 @@ LogPlace Storage::CommittedPlace() const noexcept {
 // The write lock keeps everybody from the log meanwhile.
 bool Storage::RenewLog(const std::string& logPath) noexcept {
   if (!LogIsDoubtful(connection_.Get())) return true;
+  if (HasMoved()) return false;
   const bool within = writing_;
   bool done = false;
   try {

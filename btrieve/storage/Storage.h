@@ -118,6 +118,12 @@ class Storage {
   // What has been committed, and, once it is on stable storage, that it is.
   LogPlace CommittedPlace() const noexcept;
   void NoteSynced(const LogPlace& synced) noexcept { MarkLog(connection_.Get(), synced); }
+  // The file is not where it was opened, and its log neither; and what brings the log to stable
+  // storage then.
+  bool HasMoved() const noexcept { return btrieve::HasMoved(connection_.Get()); }
+  [[nodiscard]] bool SyncOpenLog() const noexcept {
+    return btrieve::SyncOpenLog(connection_.Get());
+  }
   // A sync of the log has failed. What it was to bring is not brought by the next one, unless
   // RenewLog has written it once more: false where that cannot be done.
   void DoubtLog() noexcept { btrieve::DoubtLog(connection_.Get(), true); }

@@ -4,11 +4,14 @@
 
 #include <atomic>
 #include <chrono>
+#include <fstream>
+#include <set>
 #include <thread>
 
 #include "btrieve/system/HostFile.h"
 #include "clients/Remote.h"
 #include "clients/TestFile.h"
+#include "kit/DiskTap.h"
 
 namespace btrieve::test {
 namespace {
@@ -111,6 +114,61 @@ TEST(BackgroundSync, ThatFailsIsMadeUpFor) {
   EXPECT_EQ(file.Close(), 0);
   EXPECT_EQ(syncs.Count() - syncs.InBackground(), others + 1) << "by Close itself";
 }
+
+// What was brought to stable storage, by the paths that the files had at that moment.
+class Brought : public DiskListener {
+ public:
+  void Done(const DiskCall& call) override {
+    if (call.kind == DiskKind::Sync || call.kind == DiskKind::SyncFolder) paths_.insert(call.path);
+  }
+  bool Has(const std::string& path) const { return paths_.contains(path); }
+
+ private:
+  std::set<std::string> paths_;
+};
+
+struct MovedFolder : testing::TestWithParam<bool> {
+  std::string Path(const char* name) const { return folder_.Root().string() + "/" + name; }
+  Status Call(int operation, const Bytes& data = {}) {
+    return process_.Call(operation, 0, {.data = data, .keyNumber = -1}).status;
+  }
+  Status InsertInTransaction(int32_t id) {
+    EXPECT_EQ(Call(kBegin), 0);
+    EXPECT_EQ(Call(kInsert, Pair(id)), 0);
+    return Call(kEnd);
+  }
+  void Open(const char* name) {
+    EXPECT_EQ(process_.Call(kOpen, 0, {.key = PathKey(Path(name))}).status, 0);
+  }
+
+  Folder folder_;
+  ThisProcess process_;
+};
+
+// The log's name leads nowhere then, or to another file's log.
+TEST_P(MovedFolder, EndBringsTheOpenFilesLogToStableStorage) {
+  std::filesystem::create_directory(Path("old"));
+  const CallIn create{.data = PairBlock(), .key = PathKey(Path("old/t.dat"))};
+  ASSERT_EQ(process_.Call(kCreate, 0, create).status, 0);
+  Open("old/t.dat");
+  ASSERT_EQ(Call(kInsert, Pair(1)), 0);
+  std::filesystem::rename(Path("old"), Path("new"));
+  if (GetParam()) {
+    std::filesystem::create_directory(Path("old"));
+    std::ofstream(Path("old/t.dat-wal")) << "another file's log";
+  }
+  {
+    Brought brought;
+    const DiskTap tap(folder_.Root(), brought);
+    EXPECT_EQ(InsertInTransaction(2), 0);
+    EXPECT_TRUE(brought.Has(Path("new/t.dat-wal")));
+  }
+  EXPECT_EQ(Call(kClose), 0);
+  Open("new/t.dat");
+  EXPECT_EQ(NumberAt<uint32_t>(process_.Call(kStat, 0, {.room = 500}).data, 6), 2u);
+}
+
+INSTANTIATE_TEST_SUITE_P(ItsNameIsFreeOrTaken, MovedFolder, testing::Bool());
 
 TEST(ProcessEnd, BringsTheLastOperationToStableStorage) {
   TestFile file(PairBlock());
