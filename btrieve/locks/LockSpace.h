@@ -107,6 +107,9 @@ class HeldByte {
     space_ = nullptr;
   }
   explicit operator bool() const noexcept { return space_ != nullptr; }
+  bool Holds(uint64_t byte) const noexcept {
+    return space_ && byte >= byte_ && byte - byte_ < count_;
+  }
 
   static HeldByte Shared(LockSpace& space, uint64_t byte) noexcept {
     return space.TryShared(byte) ? HeldByte(space, byte) : HeldByte();

@@ -145,8 +145,11 @@ Status WriteScope::HoldRecord(uint32_t position) {
   return kOk;
 }
 
+// A value may be claimed again, with another autoincrement beside it.
 bool WriteScope::Claim(uint64_t hash) {
-  if (everyValue_ || file_.Locks().HasClaim(hash)) return true;
+  const auto holds = [hash](const HeldByte& byte) { return byte.Holds(lockbyte::Claim(hash)); };
+  if (holds(everyValue_) || file_.Locks().HasClaim(hash)) return true;
+  if (std::ranges::any_of(brief_, holds)) return true;
   if (kind_ == TransactionKind::Concurrent) {
     if (!file_.Locks().Claim(hash)) return false;
     newClaims_.push_back(hash);

@@ -2,11 +2,13 @@
 // are of this process, "x" and "y" of the other.
 #include <unistd.h>
 
+#include <cerrno>
 #include <thread>
 
 #include "btrieve/locks/LockSpace.h"
 #include "clients/People.h"
 #include "clients/Remote.h"
+#include "clients/TestFile.h"
 #include "kit/Descriptor.h"
 #include "kit/DiskTap.h"
 #include "tests/support/Test.h"
@@ -254,6 +256,41 @@ TEST(ConcurrentTransaction, HoldsItsRecordsOnly) {
        "x:eq0=2+200 cbegin eq0=2 upd0=2,New+200 x:unlock upd0=2,New+200 end",
        "2 ok 2 #84 ok ok ok"},
   });
+}
+
+// A system may refuse a process the byte that this one holds already.
+class EachValueOnce : public DiskListener {
+ public:
+  int Allow(const DiskCall& call) override {
+    const bool isValue = call.kind == DiskKind::Lock && call.offset >= lockbyte::kClaims;
+    return isValue && !taken_.insert(call.offset).second ? EAGAIN : 0;
+  }
+
+ private:
+  std::set<uint64_t> taken_;
+};
+
+// The other process's transaction has number 1, which the other keys' values must not suffer for.
+TEST(AutoIncrement, TakesTheNextNumberWhereAnotherProcessHasOne) {
+  for (const int begin : {0, kBegin + kConcurrent}) {
+    SCOPED_TRACE(begin);
+    TestFile file(
+        CreateBlock({.recordLength = 8}, {{.position = 5, .type = 1}, {.length = 4, .type = 15}}));
+    OtherProcess other;
+    ASSERT_EQ(other.Call(kOpen, 0, {.key = PathKey(file.Path())}).status, 0);
+    ASSERT_EQ(other.Call(kBegin + kConcurrent, 0, {}).status, 0);
+    const Bytes theirs = Number(int32_t{0}) + Number(int32_t{70});
+    EXPECT_EQ(NumberAt<int32_t>(other.Call(kInsert, 0, {.data = theirs}).data, 0), 1);
+    if (begin != 0) {
+      ASSERT_EQ(file.Call(begin, {}).status, 0);
+    }
+    EachValueOnce once;
+    const DiskTap tap(std::filesystem::path(file.Path()).parent_path(), once);
+    const CallOut ours =
+        file.Call(kInsert, {.data = Number(int32_t{0}) + Number(int32_t{80}), .keyNumber = -1});
+    EXPECT_EQ(ours.status, 0);
+    EXPECT_EQ(NumberAt<int32_t>(ours.data, 0), 2);
+  }
 }
 
 Bytes ManyPeople(int32_t firstId, int count) {
