@@ -8,7 +8,8 @@
 namespace btrieve {
 namespace {
 
-constexpr size_t kRecordHead = 6;  // u16 length, u32 position
+constexpr size_t kRecordHead = 6;            // u16 length, u32 position
+constexpr size_t kLongestPart = UINT16_MAX;  // of a record, that its length can tell
 
 }  // namespace
 
@@ -24,7 +25,9 @@ Status ReplyWriter::Add(uint32_t position, const uint8_t* record, size_t length)
     if (cut && i + 1 < fields_.size()) return kFieldOffset;
     extracted += cut ? length - field.offset : field.length;
   }
-  if (kRecordHead + extracted > out_.size() - used_) return kDataBufferLength;
+  if (extracted > kLongestPart || kRecordHead + extracted > out_.size() - used_) {
+    return kDataBufferLength;
+  }
   uint8_t* at = out_.data() + used_;
   StoreValue<uint16_t>(at, static_cast<uint16_t>(extracted));
   StoreValue<uint32_t>(at + 2, position);

@@ -93,8 +93,9 @@ class ReplyWriter {
   // `out` has at least 2 bytes, and all of it may be used. Writes nothing yet.
   ReplyWriter(std::span<uint8_t> out, std::span<const ExtractField> fields) noexcept;
 
-  // 0 added; 22 it does not fit; 65 a field begins at or past the record's end, or one before the
-  // last runs past it (the last one is cut). Nothing of the record is written but on 0.
+  // 0 added; 22 it does not fit, or is longer than its length can tell; 65 a field begins at or
+  // past the record's end, or one before the last runs past it (the last one is cut). Nothing of
+  // the record is written but on 0.
   [[nodiscard]] Status Add(uint32_t position, const uint8_t* record, size_t length) noexcept;
 
   uint16_t Count() const noexcept { return count_; }

@@ -78,6 +78,34 @@ TEST_F(ExtendedTest, BeginsWithOrAfterTheCurrentRecord) {
   EXPECT_EQ(Run(37, {.signature = "UC", .wanted = 2}), "0: 5 4");
 }
 
+// Its length word has 16 bits.
+TEST(ExtendedRead, GivesNoRecordThatItsLengthWordCannotTell) {
+  constexpr uint16_t kLength = 60000;
+  const struct {
+    uint16_t first, second;
+    Status status;
+    uint16_t records, told;
+  } kRows[] = {
+      {32767, 32768, kOk, 1, 65535},
+      {32768, 32768, kDataBufferLength, 0, 0},
+      {40000, 40000, kDataBufferLength, 0, 0},
+  };
+  TestFile file(CreateBlock({.recordLength = 8, .flags = 1}, {{.flags = 0x102, .type = 1}}));
+  ASSERT_EQ(file.Insert(Number(int32_t{1}) + Bytes(kLength - 4, 'x')), 0);
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.first + row.second);
+    const Descriptor fields{.signature = "UC", .fields = {{row.first, 0}, {row.second, 4}}};
+    ASSERT_EQ(file.Call(kGetFirst, {.room = kLength}).status, 0);
+    const CallOut out = file.Call(36, {.data = DescriptorBytes(fields), .room = 300000});
+    EXPECT_EQ(out.status, row.status);
+    EXPECT_EQ(NumberAt<uint16_t>(out.data, 0), row.records);
+    EXPECT_EQ(out.length, row.records == 0 ? 2u : 8u + row.told);
+    if (row.records != 0) {
+      EXPECT_EQ(NumberAt<uint16_t>(out.data, 2), row.told);
+    }
+  }
+}
+
 TEST_F(ExtendedTest, GoesOnToTheEnd) {
   First();
   EXPECT_EQ(Run(36, {.signature = "UC", .wanted = 5}), "0: 1 2 3 4 5");
