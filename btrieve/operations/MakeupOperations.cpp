@@ -108,9 +108,7 @@ Status CreateIndex(Call& call) {
   const Status parsed = AddIndexFromBlock({call.data, call.room}, call.keyNumber, spec, number);
   if (parsed != kOk) return parsed;
   if (call.cursor->readOnly) return kAccessDenied;
-  return ChangeMakeup(call, [&](Storage& base) -> Status {
-    return base.AddIndex(spec, number) ? kOk : kDuplicateKey;
-  });
+  return ChangeMakeup(call, [&](Storage& base) { return base.AddIndex(spec, number); });
 }
 
 Status DropIndex(Call& call) {

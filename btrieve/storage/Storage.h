@@ -187,9 +187,10 @@ class Storage {
   // The lowest position that no record has; 0 when all are taken.
   uint32_t FindFreePosition();
 
-  // Within a write transaction. AddIndex builds it over all records: false, with the transaction to
-  // be rolled back, when a unique key meets equal values.
-  bool AddIndex(const FileSpec& changed, uint8_t number);
+  // Within a write transaction. AddIndex builds it over all records: 5 when a unique key meets
+  // equal values, 26 when the file has had as many keys as it can number; the transaction is then
+  // to be rolled back.
+  [[nodiscard]] Status AddIndex(const FileSpec& changed, uint8_t number);
   void RemoveIndex(const FileSpec& changed, uint8_t number);
   OwnerRecord ReadOwner();
   void WriteOwner(const OwnerRecord& owner);

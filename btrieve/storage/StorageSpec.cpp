@@ -13,6 +13,9 @@
 namespace btrieve {
 namespace {
 
+// The next id when all have been given: none is given twice, for records keep numbers under it.
+constexpr uint16_t kNoKeyIdLeft = UINT16_MAX;
+
 std::vector<uint8_t> StoreIds(const std::vector<uint16_t>& ids) {
   std::vector<uint8_t> bytes(2 * ids.size());
   if (!ids.empty()) std::memcpy(bytes.data(), ids.data(), bytes.size());
@@ -168,13 +171,14 @@ void Storage::StoreSpecification() {
   update.Step();
 }
 
-bool Storage::AddIndex(const FileSpec& changed, uint8_t number) {
+Status Storage::AddIndex(const FileSpec& changed, uint8_t number) {
+  if (nextKeyId_ == kNoKeyIdLeft) return kNumberOfKeys;
   EndWalks();
   wrote_ = true;
   const auto key = std::find_if(changed.keys.begin(), changed.keys.end(),
                                 [&](const KeySpec& each) { return each.number == number; });
   const size_t slot = static_cast<size_t>(key - changed.keys.begin());
-  Index index(changed, *key, nextKeyId_++);
+  Index index(changed, *key, nextKeyId_);
   connection_.Run(MakeEntryTable(index.id).c_str());
   PrepareIndex(index);
   {
@@ -183,16 +187,17 @@ bool Storage::AddIndex(const FileSpec& changed, uint8_t number) {
     Statement fill = connection_.Prepare("INSERT INTO " + EntryTable(index.id) +
                                          "(e, pos) SELECT * FROM (SELECT entry_of(data, pos) AS e, "
                                          "pos FROM rec) WHERE e IS NOT NULL ORDER BY e");
-    if (!fill.TryInsert()) return false;
+    if (!fill.TryInsert()) return kDuplicateKey;
   }
   spec_ = changed;
   respecified_ = true;
+  ++nextKeyId_;
   head_.distinct.insert(head_.distinct.begin() + static_cast<ptrdiff_t>(slot), 0);
   indexes_.insert(indexes_.begin() + static_cast<ptrdiff_t>(slot), std::move(index));
   NumberSlots();
   BuildIndex(indexes_[slot], slot);
   StoreSpecification();
-  return true;
+  return kOk;
 }
 
 // Counts what the filled table holds.

@@ -3,6 +3,9 @@
 
 #include <fstream>
 
+#include "btrieve/pages/CheckedVfs.h"
+#include "btrieve/pages/Sqlite.h"
+#include "btrieve/system/HostFile.h"
 #include "clients/TestFile.h"
 
 namespace btrieve::test {
@@ -268,6 +271,28 @@ TEST_F(IndexTest, CollidingRecordsLeaveNothingBehind) {
   EXPECT_EQ(Ids(file_, 3), "#6");
   EXPECT_EQ(Add({.position = 5, .flags = 0x101, .type = 1}), 0);
   EXPECT_EQ(Ids(file_, 3), "3214");
+}
+
+// Keys have come and gone until one id was left. A refused key spends none, and the file is as good
+// as before when all are spent.
+TEST_F(IndexTest, TheLastKeyIdIsGivenOnce) {
+  ASSERT_EQ(file_.Insert(Triple(4, 30, 4)), 0);
+  ASSERT_EQ(file_.Close(), 0);
+  {
+    ASSERT_TRUE(RegisterCheckedVfs());
+    const Connection connection(SqliteName(file_.Path()), SQLITE_OPEN_READWRITE);
+    connection.Run("UPDATE spec SET ids=x'FEFF010002000300'");
+  }
+  ASSERT_EQ(file_.Open(), 0);
+  for (int tries = 0; tries < 2; ++tries) EXPECT_EQ(Add({.position = 5, .type = 1}), kDuplicateKey);
+  EXPECT_EQ(Add({.position = 5, .flags = 0x101, .type = 1}), 0);
+  EXPECT_EQ(Add({.position = 5, .flags = 0x141, .type = 1}), kNumberOfKeys);
+  EXPECT_EQ(Drop(3), 0);
+  EXPECT_EQ(Add({.position = 5, .flags = 0x101, .type = 1}), kNumberOfKeys);
+  ASSERT_EQ(file_.Close(), 0);
+  ASSERT_EQ(file_.Open(), 0);
+  EXPECT_EQ(file_.Counts(), "4 4,3,4");
+  EXPECT_EQ(Ids(file_, 0), "1234");
 }
 
 TEST_F(IndexTest, NumbersThatAreNoneOrTaken) {
