@@ -114,6 +114,7 @@ uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
   } else if (plan.remains) {
     base.UpdateRow(plan.position, version, plan.numbers.Stored(), image);
   } else {
+    if (head.records == 0) ThrowDamaged();
     --head.records;
     base.DeleteRow(plan.position);
   }
@@ -190,7 +191,9 @@ bool RecordWriter::GroupIsEmpty(int slot, const Entry& entry) {
 
 void RecordWriter::CountDistinct(int slot, int change) {
   if (direct_) {
-    file_.Base().Counts().distinct[slot] += static_cast<uint32_t>(change);
+    uint32_t& count = file_.Base().Counts().distinct[slot];
+    if (change < 0 && count == 0) ThrowDamaged();
+    count += static_cast<uint32_t>(change);
   } else {
     step_->CountDistinct(slot, change);
   }

@@ -42,10 +42,13 @@ bool Head::Load(std::span<const uint8_t> bytes, size_t keys) {
   Take(at, intents);
   distinct.resize(keys);
   for (uint32_t& count : distinct) Take(at, count);
-  const bool possible = nextPosition >= 1 && nextPosition <= kHighestPosition + 1;
-  return possible && records < nextPosition &&
-         std::all_of(distinct.begin(), distinct.end(),
-                     [this](uint32_t count) { return count <= records; });
+  return IsPossible();
+}
+
+bool Head::IsPossible() const noexcept {
+  const bool hasPosition = nextPosition >= 1 && nextPosition <= kHighestPosition + 1;
+  return hasPosition && records < nextPosition &&
+         std::ranges::all_of(distinct, [this](uint32_t count) { return count <= records; });
 }
 
 }  // namespace btrieve

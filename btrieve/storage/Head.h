@@ -20,6 +20,8 @@ struct Head {
 
   // The form it is stored in: the members in this order, little-endian.
   void Store(std::vector<uint8_t>& out) const;
+  // Whether a file can have such counters: they may have been damaged, and counted on from there.
+  bool IsPossible() const noexcept;
   // False for bytes that are no head of a file with `keys` keys.
   [[nodiscard]] bool Load(std::span<const uint8_t> bytes, size_t keys);
 };

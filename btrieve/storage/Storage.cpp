@@ -307,7 +307,9 @@ void Storage::TakeWriteLock() {
   }
 }
 
+// What no Open would take is not written.
 void Storage::FlushCounts() {
+  if (!head_.IsPossible()) ThrowDamaged();
   physicalRanks_->Flush();
   for (Index& index : indexes_) index.ranks->Flush();
   std::vector<uint8_t> bytes;

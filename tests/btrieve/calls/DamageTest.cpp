@@ -100,6 +100,44 @@ TEST(DamageTest, RowsThatCannotBe) {
 
 TEST(DamageTest, TheGoodFileHasNone) { EXPECT_FALSE(StatusesOf(GoodFile()).contains(kIoError)); }
 
+// Counters that could be a file's, and are not this one's: what would take one below zero, or leave
+// more values than records, is not done, for nobody could open the file afterwards.
+TEST(DamageTest, WrongCountersOfALivingFileRefuseADelete) {
+  const RowCase kCounters[] = {
+      {"no values", "UPDATE head SET n=CAST(substr(n,1,24)||zeroblob(8) AS BLOB)"},
+      {"no records",
+       "UPDATE head SET n=CAST(substr(n,1,4)||zeroblob(4)||substr(n,9,16)||"
+       "zeroblob(8) AS BLOB)"},
+      {"one record",
+       "UPDATE head SET n=CAST(substr(n,1,4)||x'01000000'||substr(n,9,16)||"
+       "x'0100000001000000' AS BLOB)"},
+  };
+  const auto call = [](Client& client, int operation) {
+    return client.Call(operation, 0, {.room = kGoodRecord}).status;
+  };
+  for (const RowCase& row : kCounters) {
+    for (const int begin : {0, +kBegin, kBegin + kConcurrent}) {
+      SCOPED_TRACE(std::string(row.what) + " " + std::to_string(begin));
+      const Folder folder;
+      const std::string path = folder.Path("bad.dat");
+      WriteBytes(path, GoodFile());
+      RunOn(path, row.sql);
+      ThisProcess process;
+      ASSERT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
+      if (begin != 0) {
+        ASSERT_EQ(call(process, begin), 0);
+      }
+      ASSERT_EQ(call(process, kGetFirst), 0);
+      const Status deleted = call(process, kDelete);
+      const Status ended = begin != 0 ? call(process, kEnd) : kOk;
+      EXPECT_EQ(begin != 0 ? ended : deleted, begin != 0 ? kTransactionNotWritten : kIoError);
+      EXPECT_EQ(call(process, kClose), 0);
+      EXPECT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0);
+      EXPECT_EQ(process.Call(kGetFirst, 0, {.room = kGoodRecord}).data, GoodRecord(0));
+    }
+  }
+}
+
 // The pages of a tree by kind: 5 and 2 lead on to others, 13 and 10 hold rows and entries.
 std::vector<size_t> PagesOfKind(const Bytes& file, uint8_t kind) {
   std::vector<size_t> pages;
