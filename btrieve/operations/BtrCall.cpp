@@ -27,9 +27,10 @@ Status Guarded(Call& call, uint16_t operation) noexcept {
 
 }  // namespace
 
+// The first call makes the session, for which there may be no memory.
 extern "C" int16_t BTR_CALL BTRCALL(uint16_t operation, void* posBlock, void* data,
                                     uint32_t* dataLength, void* key, uint8_t keyLength,
-                                    int8_t keyNumber) {
+                                    int8_t keyNumber) try {
   Session& session = Session::Get();
   std::unique_lock lock(session.Mutex(), std::defer_lock);
   if (!Enter(lock)) return kNotActive;
@@ -46,4 +47,6 @@ extern "C" int16_t BTR_CALL BTRCALL(uint16_t operation, void* posBlock, void* da
   if (call.cursor) call.File().LetGoOfLongLog();
   WakeMaintenance();
   return status;
+} catch (...) {
+  return CaughtStatus();
 }

@@ -298,6 +298,30 @@ TEST(RecordManagerFiles, AreLeftAloneWhereNoThreadCanBeBegun) {
   EXPECT_EQ(ThreadCount(), 2U);
 }
 
+// One allocation after another fails in a process that has called nothing before: 20 until the
+// library is found, 100 until it has what it needs, then 0. The number of 100s, or -1.
+int RefusedAtFirst() {
+  File none;
+  std::array<char, 15> versions{};
+  int refused = 0;
+  for (int call = 0; call < 100; ++call) {
+    const FailingMemory memory(call);
+    ReplaceBtrCall(nullptr);
+    const int status = none.Run(BtrOpVersion, versions.data(), versions.size());
+    if (status == 0) return refused;
+    if (status == BtrStatusNoCacheBuffer)
+      ++refused;
+    else if (status != BtrStatusNotActive)
+      return -1;
+  }
+  return -1;
+}
+
+TEST(RecordManagerDeathTest, TheVeryFirstCallIsRefusedWithoutMemory) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(std::_Exit(RefusedAtFirst() > 0 ? 7 : 1), ::testing::ExitedWithCode(7), "");
+}
+
 TEST(RecordManagerFiles, OpenOrStayClosedWithoutMemory) {
   bool happened = true;
   for (int failing = 0; happened && !HasFailure(); ++failing) {
