@@ -23,7 +23,7 @@ class BoxAnswerer {
 
  private:
   void Run() {
-    constexpr DWORD kLookMs = 5;
+    constexpr DWORD kLookMs = 20;
     while (!ended_) {
       Sleep(kLookMs);
       HWND box = host::FrontBox();
