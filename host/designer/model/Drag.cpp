@@ -68,7 +68,7 @@ void Click(Design& design, ControlId id, bool extends) {
   std::erase(ids, form);
   if (!extends && !wasSelected) ids.clear();
   if (!extends || !wasSelected) ids.push_back(id);
-  design.Select(std::move(ids));
+  design.Select(ids);
 }
 
 void SelectTouching(Design& design, ControlId container, const Place& band, bool extends) {
@@ -77,7 +77,7 @@ void SelectTouching(Design& design, ControlId container, const Place& band, bool
   const std::vector<ControlId> touched = Touching(design, container, band);
   ids.insert(ids.end(), touched.begin(), touched.end());
   if (ids.empty()) ids = {container};
-  design.Select(std::move(ids));
+  design.Select(ids);
 }
 
 void SelectAll(Design& design) {
