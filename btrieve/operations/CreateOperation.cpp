@@ -1,5 +1,6 @@
 // Create: a new file is made aside and put in place whole, so that a crash leaves the old one or
 // the new one.
+#include "btrieve/files/AsideFile.h"
 #include "btrieve/operations/Call.h"
 #include "btrieve/server/ServerFile.h"
 
@@ -9,30 +10,6 @@ namespace {
 constexpr int8_t kRefuseExisting = -1;
 constexpr int8_t kRename = -127;
 constexpr int8_t kDelete = -128;
-
-// A name that no other process takes, on a system or on another one that shares its folder.
-std::string AsideOf(const std::string& path) {
-  uint64_t number = 0;
-  sqlite3_randomness(sizeof number, &number);
-  return DirectoryOf(path) + "~btr" + std::to_string(number) + ".tmp";
-}
-
-void RemoveWithLogs(const std::string& path) noexcept {
-  for (const char* tail : {"", "-wal", "-shm"}) RemoveFile(path + tail);
-}
-
-// Removes a data file made aside unless it has been put in place.
-class Aside {
- public:
-  explicit Aside(const std::string& path) : path_(AsideOf(path)) {}
-  ~Aside() { RemoveWithLogs(path_); }
-  Aside(const Aside&) = delete;
-  Aside& operator=(const Aside&) = delete;
-  const std::string& Path() const noexcept { return path_; }
-
- private:
-  std::string path_;
-};
 
 // Keeps everybody out of the file that is to be replaced. 94 where it may not be, as a link, whose
 // records a new file would hide; 25 while anybody has it open; -1 when the
@@ -72,38 +49,23 @@ Status CheckPlace(Call& call, const std::string& path, bool& exists) {
   return call.session.FindFile(identity) ? kCreateError : kOk;
 }
 
-// The new file takes its name with its gate closed, so that a log left behind by another file can
-// be removed before anybody takes it for this one's.
-template <class Put>
-Status PlaceClosed(const std::string& aside, const std::string& path, Put put) {
-  LockSpace space;
-  if (const Status status = space.Open(aside)) return status;
-  const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
-  if (const Status status = put()) return status;
-  RemoveFile(path + "-wal");
-  RemoveFile(path + "-shm");
-  return SyncFile(path, true) ? kOk : kCreateError;
-}
-
 // -1 when another file is there by now: it may be open and hold records already.
-Status PlaceWhereNoneIs(const std::string& aside, const std::string& path) {
-  return PlaceClosed(aside, path, [&]() -> Status {
-    const Status status = PutAsNew(aside, path);
-    return status == kFileExists ? kLookAgain : status;
-  });
+Status PlaceWhereNoneIs(AsideFile& aside) {
+  const Status status = aside.PlaceAsNew();
+  return status == kFileExists ? kLookAgain : status;
 }
 
-Status PlaceOverAnother(Session& session, const std::string& aside, const std::string& path) {
+Status PlaceOverAnother(Session& session, AsideFile& aside, const std::string& path) {
   LockSpace old;
   HeldByte gate;
   if (const Status status = LockOut(session, path, old, gate)) return status;
   EmptyLog(path);
-  return PlaceClosed(aside, path, [&]() -> Status {
+  return aside.Place([&](const std::string& from, const std::string& to) -> Status {
     if (!kReplacesOpenFiles) {  // others may come in and die, and leave a log
       gate.Release();
       old = LockSpace();
     }
-    return PutInPlace(aside, path) ? kOk : kCreateError;
+    return PutInPlace(from, to) ? kOk : kCreateError;
   });
 }
 
@@ -120,11 +82,11 @@ Status MakeFile(Call& call) {
   if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
   bool exists = false;
   if (const Status status = CheckPlace(call, path, exists)) return status;
-  const Aside aside(path);
+  AsideFile aside(path);
   Storage::Create(aside.Path(), spec);
   while (true) {
-    const Status status = exists ? PlaceOverAnother(call.session, aside.Path(), path)
-                                 : PlaceWhereNoneIs(aside.Path(), path);
+    const Status status =
+        exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
     if (status != kLookAgain) return status;
     if (const Status found = CheckPlace(call, path, exists)) return found;
   }

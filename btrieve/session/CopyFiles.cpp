@@ -93,7 +93,7 @@ void CopyPages(const Connection& from, const std::string& to) {
   const int result = sqlite3_backup_finish(backup);
   if (result != SQLITE_OK) ThrowResult(result);
   out.Close();
-  if (!SyncFile(to, false)) throw Failure{LastErrorIsDiskFull() ? kDiskFull : kIoError};
+  if (!SyncFile(to, true)) throw Failure{LastErrorIsDiskFull() ? kDiskFull : kIoError};
 }
 
 // As whoever opens them first would.

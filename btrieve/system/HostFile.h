@@ -64,6 +64,8 @@ void RemoveFile(const std::string& path) noexcept;
 // Returns when what was written to the file is on stable storage, with `entryToo` also its name in
 // the directory. A file that is not there is no failure: its last user has taken care of it.
 [[nodiscard]] bool SyncFile(const std::string& path, bool entryToo) noexcept;
+// The same for the name alone, of a file or a folder.
+[[nodiscard]] bool SyncFolderOf(const std::string& path) noexcept;
 
 // For tests: called before each sync, on the thread that syncs; false makes it fail.
 using SyncHook = bool (*)(const std::string& path);

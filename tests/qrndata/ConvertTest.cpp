@@ -5,6 +5,7 @@
 #include "btrieve/legacy/Layout.h"
 #include "tests/btrieve/kit/DamagedFile.h"
 #include "tests/btrieve/kit/OldSite.h"
+#include "tests/btrieve/kit/Plan.h"
 #include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/RecordScan.h"
 #include "tools/qrndata/convert/TodaysSpec.h"
@@ -69,6 +70,41 @@ constexpr const char* kAllConverted =
     "People: 5 records, 2 keys: alike by place and along every key\n"
     "Visits: 3 records, 2 keys: alike by place and along every key\n"
     "5 files converted, 21 records\n";
+
+// What others have left where a file is to stand: a log, which is of another file, and a file of
+// the user's with a name much like it.
+TEST_F(Converting, TakesNothingThatLiesThereAlready) {
+  fs::create_directory(Folder() / "new");
+  {
+    btrieve::test::ThisProcess other;
+    const btrieve::test::Bytes path = btrieve::test::PathKey(Path("x.dat"));
+    ASSERT_EQ(
+        other.Call(btrieve::test::kCreate, 0, {.data = btrieve::test::PlanBlock(), .key = path})
+            .status,
+        0);
+    ASSERT_EQ(other.Call(btrieve::test::kOpen, 0, {.key = path}).status, 0);
+    for (uint8_t id = 0; id < 50; ++id) {
+      btrieve::test::Bytes record(24, id);
+      ASSERT_EQ(other.Call(btrieve::test::kInsert, 0, {.data = record, .keyNumber = -1}).status, 0);
+    }
+    fs::copy_file(Path("x.dat-wal"), Path("new/PEOPLE.DAT-wal"));
+  }
+  Write("new/PEOPLE.DAT.new", "mine");
+  EXPECT_EQ(Convert().code, kDone);
+  EXPECT_EQ(Run({"check", Path("new")}).code, kDone);
+  EXPECT_EQ(Read("new/PEOPLE.DAT.new"), "mine");
+}
+
+// Before anything is written.
+TEST_F(Converting, RefusesAPlaceThatCannotHoldTheFiles) {
+  Write("new", "a file");
+  EXPECT_EQ(Line(Convert()), "code=4 err=qrndata: new: cannot be written\n");
+  fs::remove(Folder() / "new");
+  std::string deep = "new";
+  for (int level = 0; level < 6; ++level) deep += "/" + std::string(50, 'd');
+  EXPECT_EQ(Run({"convert", Path("old"), Path(deep)}).code, kSystem);
+  EXPECT_FALSE(fs::exists(Folder() / "new"));
+}
 
 TEST_F(Converting, KeepsPlacesAndTheOrderOfDuplicates) {
   const auto before = OldBytes();

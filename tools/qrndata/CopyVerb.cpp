@@ -46,6 +46,7 @@ class NewFolder {
     fs::rename(side_, path_, error);
     if (error) Fail();
     side_.clear();
+    if (!btrieve::SyncFolderOf(BtrievePath(fs::absolute(path_)))) Fail();
   }
 
  private:

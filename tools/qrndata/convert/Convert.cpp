@@ -3,6 +3,8 @@
 #include <system_error>
 
 #include "btrieve/legacy/Damage.h"
+#include "btrieve/system/HostFile.h"
+#include "tools/qrndata/BtrFile.h"
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Verbs.h"
@@ -54,8 +56,13 @@ class FolderConversion {
       throw Failure(kUsage, Say(Message::OldFilesAreThere, PathToUtf8(options_.target)));
     }
     std::error_code ignored;
+    if (fs::exists(options_.target, ignored) && !fs::is_directory(options_.target, ignored)) {
+      throw Failure(kSystem, Say(Message::CannotBeWritten, PathToUtf8(options_.target)));
+    }
     for (const OldFolderFile& file : folder_.files) {
       const fs::path path = options_.target / file.location;
+      std::string whole;
+      Require(btrieve::PathFromCaller(BtrievePath(path).c_str(), whole), PathToUtf8(path));
       if (fs::exists(path, ignored)) {
         throw Failure(kSystem, Say(Message::NothingConverted, PathToUtf8(path)));
       }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "btrieve/files/AsideFile.h"
 #include "btrieve/files/RecordWriter.h"
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/system/HostFile.h"
@@ -23,31 +24,6 @@ using btrieve::kPhysicalSlot;
 using btrieve::legacy::OldFile;
 
 constexpr uint32_t kTogether = 20000;  // records in a write transaction
-
-// A file in the making under a name of its own; gone unless it has been put in place.
-class Draft {
- public:
-  explicit Draft(const fs::path& path) : path_(path), draft_(path) { draft_ += ".new"; }
-  Draft(const Draft&) = delete;
-  Draft& operator=(const Draft&) = delete;
-  ~Draft() {
-    std::error_code ignored;
-    for (const char* tail : {"", "-wal", "-shm"}) {
-      fs::path file = draft_;
-      fs::remove(file += tail, ignored);
-    }
-  }
-
-  std::string Name() const { return BtrievePath(draft_); }
-  void PutInPlace() const {
-    Require(btrieve::PutAsNew(Name(), BtrievePath(path_)), PathToUtf8(path_));
-    if (!btrieve::SyncFile(BtrievePath(path_), true)) Require(btrieve::kIoError, PathToUtf8(path_));
-  }
-
- private:
-  fs::path path_;
-  fs::path draft_;
-};
 
 // The records of an old file, written by place.
 class TodaysFile {
@@ -161,11 +137,11 @@ uint64_t WorkOf(const OldFile& old) {
 
 void WriteTodays(OldFile& old, const fs::path& path, Progress& progress,
                  Conversion& conversion) try {
-  const Draft draft(path);
   if (!btrieve::RegisterCheckedVfs()) throw btrieve::Failure{btrieve::kNoCacheBuffer};
-  btrieve::Storage::Create(draft.Name(), TodaysSpec(old.Spec(), conversion.notes));
-  TodaysFile(old, draft.Name(), progress, conversion).Write();
-  draft.PutInPlace();
+  btrieve::AsideFile aside(BtrievePath(path));
+  btrieve::Storage::Create(aside.Path(), TodaysSpec(old.Spec(), conversion.notes));
+  TodaysFile(old, aside.Path(), progress, conversion).Write();
+  Require(aside.PlaceAsNew(), PathToUtf8(path));
 } catch (const btrieve::Failure& failure) {
   Require(failure.status, PathToUtf8(path));
 }
