@@ -1,9 +1,12 @@
 // Imports while another process works on the same table.
 #include <chrono>
+#include <csignal>
 #include <future>
+#include <thread>
 
 #include "ToolFixture.h"
 #include "clients/Remote.h"
+#include "tools/qrndata/Failure.h"
 
 namespace qrndata::test {
 namespace {
@@ -54,6 +57,19 @@ class BesideAForm : public ToolTest {
 TEST_F(BesideAForm, ALockedRecordDoesNotStopAnImport) {
   ASSERT_EQ(Call(btrieve::test::kGetFirst + 200, {.room = 10}).status, 0);
   EXPECT_EQ(Line(Import("T", Rows(10, 50))), "code=0 out=T: 50 rows taken\n");
+}
+
+TEST_F(BesideAForm, CtrlCIsHeardWhileARowWaits) {
+  ASSERT_EQ(Call(btrieve::test::kBegin, {}).status, 0);
+  ASSERT_EQ(FormInserts(7), 0);
+  const auto start = Clock::now();
+  std::future<Said> import = ImportAside(Rows(10, 5), {"--patience", "3600"});
+  while (Clock::now() < start + std::chrono::milliseconds(500)) std::this_thread::yield();
+  raise(SIGINT);
+  const Said said = import.get();
+  EXPECT_EQ(said.code, kInterrupted) << Line(said);
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(20));
+  EXPECT_EQ(Call(btrieve::test::kEnd, {}).status, 0);
 }
 
 TEST_F(BesideAForm, TheFormGoesOnWhileRowsAreTaken) {

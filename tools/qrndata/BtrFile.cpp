@@ -104,8 +104,13 @@ BtrFile::BtrFile(const std::filesystem::path& path, Access access) : name_(PathT
 }
 
 BtrFile::~BtrFile() {
+  if (isOpen_) (void)Close();
+}
+
+Status BtrFile::Close() {
   uint32_t length = 0;
-  Call(BtrOpClose, nullptr, &length, 0);
+  isOpen_ = false;
+  return Call(BtrOpClose, nullptr, &length, 0);
 }
 
 Status BtrFile::Create(const std::filesystem::path& path, std::span<const uint8_t> block,
@@ -186,6 +191,15 @@ Status BtrFile::Position(uint32_t& position) {
   const Status status = Call(BtrOpGetPosition, data.data(), &length, 0);
   position = qrn::LoadLittle<uint32_t>(data);
   return status;
+}
+
+bool BtrFile::HasRecordAt(uint32_t position) {
+  Bytes record(kMaxRecordSize);
+  qrn::StoreLittle(std::span(record), position);
+  auto length = static_cast<uint32_t>(record.size());
+  const Status status = Call(BtrOpGetDirect, record.data(), &length, kNoKey);
+  if (status != BtrStatusInvalidAddress) Require(status, name_);
+  return status == btrieve::kOk;
 }
 
 Status BtrFile::ReadExtended(bool alongKey, int8_t key, Bytes& request) {

@@ -54,6 +54,9 @@ class BtrFile {
   [[nodiscard]] static Status Create(const std::filesystem::path& path,
                                      std::span<const uint8_t> block, bool replace);
 
+  // Says whether all that was written is on stable storage. The file is closed in any case.
+  [[nodiscard]] Status Close();
+
   // The path for messages: UTF-8.
   const std::string& Name() const noexcept { return name_; }
 
@@ -84,6 +87,8 @@ class BtrFile {
   [[nodiscard]] Status FindKey(int8_t key, std::span<const uint8_t> value);
 
   [[nodiscard]] Status Position(uint32_t& position);
+  // Whether there is a record at a position; a Failure where that cannot be found out.
+  bool HasRecordAt(uint32_t position);
 
   // An extended read: `request` is replaced by the reply, cut to its length.
   [[nodiscard]] Status ReadExtended(bool alongKey, int8_t key, Bytes& request);
@@ -94,6 +99,7 @@ class BtrFile {
   Status Read(uint16_t operation, int8_t key, Bytes& record);
 
   std::string name_;
+  bool isOpen_ = true;
   std::array<uint8_t, BtrPositionBlockSize> posBlock_{};
   std::array<uint8_t, BtrKeyBufferSize> keyBuffer_{};
 };

@@ -119,6 +119,7 @@ class CsvImport {
   size_t pendingCount_ = 0, decided_ = 0, pendingBytes_ = 0, pendingRefused_ = 0;
   uint32_t nextLine_ = 0;  // where what is not taken yet begins
   uint64_t rows_ = 0, refused_ = 0, replaced_ = 0;
+  uint64_t tooLong_ = 0;  // refused, and not kept
 };
 
 Converted CsvImport::Decode(const std::string& text) const {
@@ -233,8 +234,12 @@ void CsvImport::KeepRefused(const CsvRow& row) {
     refusals_.emplace(options_.refusals);
     if (options_.hasHeader) refusals_->Stream() << header_ << '\n';
   }
-  if (row.raw.size() < kMostRowBytes) refusals_->Stream() << row.raw << '\n';
-  if (!refusals_->Stream().flush()) {
+  if (row.raw.size() < kMostRowBytes) {
+    refusals_->Stream() << row.raw << '\n';
+  } else {
+    ++tooLong_;
+  }
+  if (!refusals_->KeepSoFar()) {
     throw Failure(kSystem, Say(Message::CannotBeWritten, PathToUtf8(options_.refusals)));
   }
 }
@@ -245,13 +250,15 @@ bool CsvImport::IsOverLimit() const {
 
 // The row is decided: stored, or refused.
 void CsvImport::Pass() {
-  const PendingRow& pending = pending_[decided_++];
+  const PendingRow& pending = pending_[decided_];
   if (!pending.refusal) {
     replaced_ += pending.replaced;
+    ++decided_;
     return;
   }
   if (pendingRefused_ != 0) --pendingRefused_;
   Refuse(pending);
+  ++decided_;
   if (options_.maxErrors == 0 || refused_ < options_.maxErrors) return;
   throw Failure(kBadInput, Say(Message::MaxErrorsReached, Counted(refused_, Message::Rows)));
 }
@@ -276,6 +283,7 @@ void CsvImport::Settle(bool isLast) {
     PassRefused();
   }
   pendingCount_ = decided_ = pendingBytes_ = 0;
+  if (isLast) store_->Close();
 }
 
 // The row that has just been read stays as the first.
@@ -328,6 +336,9 @@ ExitCode CsvImport::Report() const {
     streams_.out << Say(isLeftOut ? Message::TextsLeftOut : Message::TextsReplaced,
                         Counted(replaced_, Message::Texts));
   }
+  if (tooLong_ != 0) {
+    streams_.out << Say(Message::TooLongToKeep, Grouped(tooLong_), PathToUtf8(options_.refusals));
+  }
   streams_.out << '\n';
   return refused_ == 0 ? kDone : kFaultsFound;
 }
@@ -344,7 +355,7 @@ void CsvImport::Stop(const Failure& failure) {
     text += Say(Message::StoredUntilThere, Counted(store_->Stored(), Message::Rows), NextLine());
   }
   try {
-    if (refusals_ && refusals_->Stream().good()) refusals_->Finish();
+    if (refusals_) refusals_->FinishKept();
   } catch (const Failure& another) {
     text.append("; ").append(another.what());
   }

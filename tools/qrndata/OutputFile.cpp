@@ -82,6 +82,21 @@ OutputFile::OutputFile(const fs::path& path)
   place_.KeepPermissions();
 }
 
+bool OutputFile::KeepSoFar() {
+  if (!file_.flush()) return false;
+  kept_ = file_.tellp();
+  return true;
+}
+
+void OutputFile::FinishKept() {
+  if (place_.IsDirect() || file_) return Finish();
+  file_.close();
+  std::error_code error;
+  fs::resize_file(place_.Path(), static_cast<uintmax_t>(kept_), error);
+  if (error) place_.Fail();
+  place_.Finish();
+}
+
 void OutputFile::Finish() {
   file_.close();
   if (!file_) place_.Fail();

@@ -47,8 +47,15 @@ class OutputFile {
   // Throws Failure (kSystem) when not everything could be written; nothing has changed then.
   void Finish();
 
+  // What has been written stays to be finished, whatever becomes of the rest: false when it could
+  // not be written, as on a full disk.
+  [[nodiscard]] bool KeepSoFar();
+  // As Finish, with what has been kept.
+  void FinishKept();
+
  private:
   SideFile place_;
+  std::streamoff kept_ = 0;
   std::ofstream file_;  // closed before the place is left
 };
 

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "tools/qrndata/BtrFile.h"
+#include "tools/qrndata/Interrupt.h"
 
 namespace qrndata {
 
@@ -18,12 +19,13 @@ class Patience {
  public:
   explicit Patience(std::chrono::seconds length) : length_(length) {}
 
-  // After a refused attempt: waits a little, and says whether there may be another one.
+  // After a refused attempt: waits a little, and says whether there may be another one. Who
+  // interrupts the program waits no longer.
   bool WaitOn() {
     // A record manager need not wait by itself.
     constexpr std::chrono::milliseconds kBetweenAttempts{50};
     if (!since_) since_ = Clock::now();
-    if (Clock::now() >= *since_ + length_) return false;
+    if (InterruptWatch::WasInterrupted() || Clock::now() >= *since_ + length_) return false;
     std::this_thread::sleep_for(kBetweenAttempts);
     return true;
   }

@@ -126,6 +126,10 @@ Outcome RowChanger::Store() {
     bool isNew = false;
     const Status status = Change(values, isNew);
     patience_.Renew();
+    if (IsHeldElsewhere(status) && InterruptWatch::WasInterrupted()) {
+      outcome.failure = Failure(kInterrupted, Say(Message::Interrupted));
+      return outcome;
+    }
     if (status != btrieve::kOk) {
       outcome.refusal = RefusalOf(status, isNew);
       if (!outcome.refusal) outcome.failure = target_.FailureOf(status);

@@ -34,6 +34,7 @@ class RowChanger : public RowStore {
   bool IsFull() const noexcept override { return queue_.size() >= kMostQueued; }
   // Each record by an operation of its own.
   Outcome Store() override;
+  void Close() override { target_.Close(); }
 
  private:
   static constexpr size_t kMostQueued = 200;

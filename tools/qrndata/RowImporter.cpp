@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "fields/LittleEndian.h"
+#include "tools/qrndata/Interrupt.h"
 #include "tools/qrndata/Messages.h"
 
 namespace qrndata {
@@ -89,12 +90,18 @@ Status RowImporter::InsertBlock(size_t most, size_t& inserted) {
   return status;
 }
 
-// The end of a transaction brings all that was written to stable storage, and says whether it did.
-Status RowImporter::InsertSynced() {
+// The end of a transaction brings all that was written to stable storage, and says whether it did;
+// where it did not, the record may be there all the same.
+Status RowImporter::InsertSynced(bool& isThere) {
   Transaction transaction(Sharing::WithOthers);
   Bytes record = RecordAt(first_);
-  const Status status = target_.File().Insert(record);
-  return status == btrieve::kOk ? transaction.Commit() : status;
+  uint32_t position = 0;
+  Status status = target_.File().Insert(record);
+  if (status != btrieve::kOk) return status;
+  const bool isKnown = target_.File().Position(position) == btrieve::kOk;
+  status = transaction.Commit();
+  isThere = status == btrieve::kOk || (isKnown && target_.File().HasRecordAt(position));
+  return status;
 }
 
 bool RowImporter::MakeBlocksSmaller(Status status) {
@@ -123,7 +130,10 @@ Refusal RowImporter::DropFirst(Refusal refusal) {
 }
 
 Outcome RowImporter::Judge(Status status, Outcome outcome) {
-  if (status == btrieve::kDuplicateKey) {
+  if (IsHeldElsewhere(status) && InterruptWatch::WasInterrupted()) {
+    outcome.failure = Failure(kInterrupted, Say(Message::Interrupted));
+    Clear();
+  } else if (status == btrieve::kDuplicateKey) {
     outcome.refusal = DropFirst(target_.ExplainDuplicate(RecordAt(first_)));
   } else if (IsHeldElsewhere(status) && status != btrieve::kFileInUse) {
     outcome.refusal = DropFirst({StatusText(status), {}});
@@ -161,14 +171,15 @@ Outcome RowImporter::StoreLast() {
   Outcome outcome = StoreDownTo(1);
   if (outcome.failure || outcome.refusal) return outcome;
   while (Queued() == 1) {
-    const Status status = InsertSynced();
-    if (status == btrieve::kOk) {
+    bool isThere = false;
+    const Status status = InsertSynced(isThere);
+    if (isThere) {
       ++outcome.stored;
       ++stored_;
       Drop(1);
-    } else if (!IsHeldElsewhere(status) || !patience_.WaitOn()) {
-      return Judge(status, std::move(outcome));
     }
+    const bool goesOn = status == btrieve::kOk || (IsHeldElsewhere(status) && patience_.WaitOn());
+    if (!goesOn) return Judge(status, std::move(outcome));
   }
   return outcome;
 }

@@ -30,6 +30,7 @@ class RowImporter : public RowStore {
   // tried again, for its patience from the last row that was stored: then it is refused, or, where
   // the whole file is held, a failure.
   Outcome Store() override;
+  void Close() override { target_.Close(); }
   Outcome StoreLast() override;
 
   // For programs that fill tables of their own: Add, and Store when the queue is full; Finish
@@ -44,7 +45,7 @@ class RowImporter : public RowStore {
   Bytes BlockOf(size_t count) const;
   size_t BlockSize(size_t most) const;
   Status InsertBlock(size_t most, size_t& inserted);
-  Status InsertSynced();
+  Status InsertSynced(bool& isThere);
   Outcome StoreDownTo(size_t left);
   bool MakeBlocksSmaller(Status status);
   Outcome Judge(Status status, Outcome outcome);

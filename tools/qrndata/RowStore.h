@@ -47,6 +47,10 @@ class RowStore {
   // As Store, for the last rows: what it says to be stored is on stable storage.
   virtual Outcome StoreLast() { return Store(); }
 
+  // Nothing is stored any more. Throws Failure (kSystem) when what was is not known to be on stable
+  // storage.
+  virtual void Close() = 0;
+
   // Rows that are there whatever comes; of these, the ones whose record was there before.
   uint64_t Stored() const noexcept { return stored_; }
   uint64_t Changed() const noexcept { return changed_; }

@@ -84,6 +84,10 @@ Refusal RowTarget::RefuseDuplicate(size_t key, Message why) const {
   return {problem, static_cast<size_t>(field - table_.fields.data())};
 }
 
+void RowTarget::Close() {
+  if (const Status status = file_.Close()) throw FailureOf(status);
+}
+
 Failure RowTarget::FailureOf(Status status) const {
   return {kSystem, Say(Message::OfTable, Quoted(table_.name), StatusText(status))};
 }

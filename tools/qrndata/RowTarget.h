@@ -36,6 +36,8 @@ class RowTarget {
   // the file for it, whose values are no duplicates; null for a new record.
   Refusal ExplainDuplicate(const Bytes& record, const Bytes* own = nullptr);
   Refusal RefuseDuplicate(size_t key, Message why) const;
+  // Throws Failure (kSystem) when what was written is not known to be on stable storage.
+  void Close();
   // "table "T": status 2 (...)".
   Failure FailureOf(Status status) const;
 
