@@ -138,6 +138,12 @@ Status OpenOwn(DataFile& file, bool exclusive, HeldByte& gate, bool& alone) {
   return kOk;
 }
 
+// A name that stands in a file must not make this machine call another one.
+bool LeadsAway(const std::string& path) noexcept {
+  LockSpace space;
+  return space.Open(path) == kOk && server::IsLink(space);
+}
+
 }  // namespace
 
 // The path must still lead to the opened file once nobody can replace it any more.
@@ -225,8 +231,10 @@ Status Session::VisitFile(const std::string& path, std::shared_ptr<DataFile>& fi
   FileIdentity identity;
   if (const Status status = Identify(path, identity)) return status;
   file = FindFile(identity);
+  if (file) return kOk;
+  if (LeadsAway(path)) return kNotABtrieveFile;
   bool alone = false;
-  return file ? kOk : OpenFile(path, false, file, alone);
+  return OpenFile(path, false, file, alone);
 }
 
 }  // namespace btrieve

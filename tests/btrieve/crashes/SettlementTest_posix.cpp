@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "btrieve/files/Intents.h"
+#include "btrieve/server/LinkFile.h"
 #include "btrieve/session/Session.h"
 #include "clients/Remote.h"
 #include "kit/DamagedFile.h"
@@ -203,22 +204,30 @@ TEST_F(Settlement, ComesBeforeKeysAreMadeAndDropped) {
 }
 
 // Neither as the coordinator, which has then decided nothing, nor as the one to be told.
-TEST_F(Settlement, TakesNoOldFileForThePartOfATransaction) {
+// Nor does it ask the server that a link leads to: none is there, and the wait would show.
+TEST_F(Settlement, TakesNoOldFileAndNoLinkForThePartOfATransaction) {
   const TransactionNumber number(16, 7);
-  for (const bool leads : {true, false}) {
-    SCOPED_TRACE(leads ? "an intent names it" : "a redo names it");
+  const struct {
+    const char* name;
+    bool leads;
+  } cases[] = {
+      {"PEOPLE.DAT", true}, {"PEOPLE.DAT", false}, {"away.dat", true}, {"away.dat", false}};
+  for (const auto& [name, leads] : cases) {
+    SCOPED_TRACE(name + std::string(leads ? ": an intent names it" : ": a redo names it"));
     folder_.emplace();
     OldSite site(folder_->Root());
     site.People().Insert(OldSite::Person(1, "Abe"));
     site.Write();
+    const std::string link =
+        std::string(server::kLinkMark) + "\nserver = host=192.0.2.1\nschema = s\ntable = t\n";
+    WriteBytes(folder_->Path("away.dat"), {link.begin(), link.end()});
     ASSERT_EQ(
         process_.Call(kCreate, 0, {.data = PlanBlock(), .key = PathKey(Path(kLeader))}).status, 0);
     {
       DataFile file(Path(kLeader), {});
       file.Base().Open(file.Path());
       file.Base().BeginWrite();
-      leads ? AddIntent(file, {number, "PEOPLE.DAT"})
-            : AddRedo(file, {number, "PEOPLE.DAT"}, {1, true, {}, {}});
+      leads ? AddIntent(file, {number, name}) : AddRedo(file, {number, name}, {1, true, {}, {}});
       file.Base().CommitWrite();
     }
     EXPECT_EQ(Open(kLeader), 0);
