@@ -53,7 +53,7 @@ class Session {
   [[nodiscard]] Status UseFile(const std::string& path, bool exclusive,
                                std::shared_ptr<DataFile>& file);
   // Opens a file for this process's own ends (recovery), beside any mode; what it may have to tell
-  // other files itself is left alone. 30 for a link to a server, which is not followed.
+  // other files itself is left alone. 12 for a link to a server, which is not followed.
   [[nodiscard]] Status VisitFile(const std::string& path, std::shared_ptr<DataFile>& file);
   void CloseCursor(void* block);
 

@@ -232,7 +232,7 @@ Status Session::VisitFile(const std::string& path, std::shared_ptr<DataFile>& fi
   if (const Status status = Identify(path, identity)) return status;
   file = FindFile(identity);
   if (file) return kOk;
-  if (LeadsAway(path)) return kNotABtrieveFile;
+  if (LeadsAway(path)) return kFileNotFound;
   bool alone = false;
   return OpenFile(path, false, file, alone);
 }

@@ -97,14 +97,14 @@ Status Session::SettleIntents(DataFile& file) {
 }
 
 // Without its coordinator, or with a coordinator that has not committed, a transaction never was. A
-// file that another record manager made, or that is no data file, has coordinated none of ours.
+// file that another record manager made has coordinated none of ours, nor has a link to a server.
 Status Session::SettleIntent(DataFile& file, const TransactionNumber& number,
                              const std::string& name) {
   const FileLocks::Activity activity(file.Locks());
   if (!activity) return kFileInUse;  // an exclusive transaction, which settles it for itself
   std::shared_ptr<DataFile> coordinator;
   const Status status = VisitFile(ResolvedFrom(file.Path(), name), coordinator);
-  if (status != kOk && status != kFileNotFound && status != kNotABtrieveFile) {
+  if (status != kOk && status != kFileNotFound) {
     throw Failure{status == kIncompatibleMode ? kFileInUse : status};
   }
   RedoPart part;
