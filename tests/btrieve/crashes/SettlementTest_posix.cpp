@@ -203,6 +203,25 @@ TEST_F(Settlement, ComesBeforeKeysAreMadeAndDropped) {
   }
 }
 
+// A coordinator that a failing disk makes unreadable may have decided: nothing is dropped for that.
+TEST_F(Settlement, WaitsForACoordinatorThatCannotBeRead) {
+  folder_.emplace();
+  const Bytes path = PathKey(Path(kFollower));
+  ASSERT_EQ(process_.Call(kCreate, 0, {.data = PlanBlock(), .key = path}).status, 0);
+  {
+    DataFile file(Path(kFollower), {});
+    file.Base().Open(file.Path());
+    file.Base().BeginWrite();
+    AddIntent(file, {TransactionNumber(16, 7), "a.dat"});
+    file.Base().CommitWrite();
+  }
+  WriteBytes(Path(kLeader), Bytes(8192, 'x'));
+  for (int opening = 0; opening < 2; ++opening) EXPECT_EQ(Open(kFollower), kNotABtrieveFile);
+  std::filesystem::remove(Path(kLeader));
+  EXPECT_EQ(Open(kFollower), 0);
+  EXPECT_EQ(IntentsIn(kFollower), 0u);
+}
+
 // Neither as the coordinator, which has then decided nothing, nor as the one to be told.
 // Nor does it ask the server that a link leads to: none is there, and the wait would show.
 TEST_F(Settlement, TakesNoOldFileAndNoLinkForThePartOfATransaction) {
