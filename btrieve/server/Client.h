@@ -29,8 +29,10 @@ inline constexpr int kPollWriting = 2;
 inline constexpr int kPollOk = 3;
 inline constexpr int kCommandOk = 1;
 inline constexpr int kTuplesOk = 2;
+inline constexpr int kCopyingIn = 4;
 inline constexpr int kFatalError = 7;
 inline constexpr int kFieldSqlState = 'C';
+inline constexpr int kFieldMessage = 'M';
 inline constexpr int kBinaryFormat = 1;
 
 // clang-format off
@@ -47,6 +49,8 @@ inline constexpr int kBinaryFormat = 1;
   X(PQsendPrepare,        int,   (PgConnection*, const char*, const char*, int, const PgOid*))     \
   X(PQsendQueryPrepared,  int,   (PgConnection*, const char*, int, const char* const*, const int*, \
                                   const int*, int))                                                \
+  X(PQputCopyData,        int,   (PgConnection*, const char*, int))                                \
+  X(PQputCopyEnd,         int,   (PgConnection*, const char*))                                     \
   X(PQflush,              int,   (PgConnection*))                                                  \
   X(PQconsumeInput,       int,   (PgConnection*))                                                  \
   X(PQisBusy,             int,   (PgConnection*))                                                  \

@@ -80,7 +80,7 @@ class WordReader {
   std::string_view rest_;
 };
 
-std::string Quoted(const std::string& value) {
+std::string QuotedValue(const std::string& value) {
   std::string text = "'";
   for (const char c : value) {
     if (c == '\'' || c == '\\') text.push_back('\\');
@@ -182,7 +182,7 @@ const std::array<Reader::Row, Reader::kRowCount> Reader::kRows = {{
 std::string ServerAddress::Text() const {
   std::string text;
   for (const auto& [word, value] : words) {
-    text += (text.empty() ? "" : " ") + word + "=" + Quoted(value);
+    text += (text.empty() ? "" : " ") + word + "=" + QuotedValue(value);
   }
   return text;
 }

@@ -64,6 +64,14 @@ std::map<std::string, std::weak_ptr<ServerLink>>& Links() {
   return *links;
 }
 
+// Never destroyed, as the connections.
+std::string& Refusal() {
+  static auto* words = new std::string;
+  return *words;
+}
+
+std::string TextOrNone(const char* text) { return text ? text : ""; }
+
 std::chrono::milliseconds LeftUntil(std::chrono::steady_clock::time_point end) {
   return std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
 }
@@ -123,7 +131,8 @@ void ServerLink::Break() {
 }
 
 void ServerLink::RefuseConnection() {
-  const Status status = StatusOfRefusal(client_.PQerrorMessage(connection_));
+  Refusal() = TextOrNone(client_.PQerrorMessage(connection_));
+  const Status status = StatusOfRefusal(Refusal());
   Close();
   throw Failure{status};
 }
@@ -176,12 +185,18 @@ const std::string& ServerLink::Prepared(const std::string& sql) {
   return prepared_.emplace(sql, std::move(name)).first->second;
 }
 
-// Of several answers the first refusal counts, else the last one.
+const std::string& ServerLink::LastRefusal() noexcept { return Refusal(); }
+
 Rows ServerLink::Answer(int sent) {
   if (!sent) Break();
-  const auto end = Clock::now() + kAnswerLimit;
+  const auto end = AnswerEnd();
   ++roundTrips_;
   Flush(end);
+  return TakeAnswer(end);
+}
+
+// Of several answers the first refusal counts, else the last one.
+Rows ServerLink::TakeAnswer(Clock::time_point end, bool toCopy) {
   Rows rows;
   Status refused = kOk;
   while (true) {
@@ -190,11 +205,13 @@ Rows ServerLink::Answer(int sent) {
     if (!result) break;
     rows = Rows(client_, result);
     const int state = client_.PQresultStatus(result);
+    if (toCopy && state == kCopyingIn) return rows;
     if (state == kCommandOk || state == kTuplesOk || refused != kOk) continue;
     const char* code = client_.PQresultErrorField(result, kFieldSqlState);
     // What comes in place of a refusal, a copy for one, was not asked for.
     if (state != kFatalError || !code) Break();
     refused = StatusOfState(code);
+    Refusal() = TextOrNone(client_.PQresultErrorField(result, kFieldMessage));
   }
   TakeNotices();
   if (refused == kNotActive || client_.PQstatus(connection_) != kConnectionOk) Break();

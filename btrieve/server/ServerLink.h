@@ -1,7 +1,8 @@
 // One connection of this process to a server. All files that the process has open there share it,
 // so that a transaction over several of them is one of the server's.
 //
-// Nothing here waits longer than it says: connecting at most kConnectLimit, an answer kAnswerLimit.
+// Nothing here waits longer than it says: connecting at most kConnectLimit, an answer kAnswerLimit
+// unless somebody has more patience.
 // A connection that breaks, or on which an answer does not come in time, is closed, and stays so:
 // what was under way on it is undone by the server.
 //
@@ -62,6 +63,13 @@ class ServerLink {
   // Statements without arguments or answers, separated by semicolons: one round trip.
   void Run(const std::string& sql);
 
+  // How long an answer may take from here on, as for work on whole files: the server's own limit on
+  // a statement is a setting of it.
+  void SetAnswerLimit(std::chrono::milliseconds limit) noexcept { answerLimit_ = limit; }
+  // The server's own words for the last refusal that any connection of this process has met, for
+  // people to read; in the server's language, empty where there were none.
+  static const std::string& LastRefusal() noexcept;
+
   // Notifications of a channel are counted from here on.
   void Listen(const std::string& channel);
   // How many have come. Takes in what stands at the socket, without waiting.
@@ -70,6 +78,7 @@ class ServerLink {
   uint64_t RoundTrips() const noexcept { return roundTrips_; }
 
  private:
+  friend class CopyIn;
   using Clock = std::chrono::steady_clock;
 
   ServerLink(const Client& client, const ServerAddress& address);
@@ -79,6 +88,9 @@ class ServerLink {
   const std::string& Prepared(const std::string& sql);
   // After one of the library's functions has taken something to send.
   Rows Answer(int sent);
+  // `toCopy`: the answer is that the server takes the rows of a copy now.
+  Rows TakeAnswer(Clock::time_point end, bool toCopy = false);
+  Clock::time_point AnswerEnd() const noexcept { return Clock::now() + answerLimit_; }
   void Flush(Clock::time_point end);
   void AwaitAnswer(Clock::time_point end);
   void TakeNotices();
@@ -90,6 +102,7 @@ class ServerLink {
   std::unordered_map<std::string, std::string> prepared_;  // names by text
   std::unordered_map<std::string, uint64_t> notices_;      // by channel
   uint64_t roundTrips_ = 0;
+  std::chrono::milliseconds answerLimit_ = kAnswerLimit;
 };
 
 // Begins a transaction of the server's, which is undone at the end of the scope unless committed.

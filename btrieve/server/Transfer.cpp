@@ -1,6 +1,9 @@
 #include "btrieve/server/Transfer.h"
 
+#include "btrieve/server/CopyIn.h"
 #include "btrieve/storage/BaseWalk.h"
+#include "btrieve/system/DiskSpace.h"
+#include "btrieve/system/HostFile.h"
 
 namespace btrieve::server {
 namespace {
@@ -14,12 +17,6 @@ void MakeEntry(const Index& index, const Hit& hit, Entry& entry) {
   if (index.duplicates) entry.AppendNumber(OrderNumberIn(hit.numbers, index.id, hit.position));
 }
 
-std::string InsertText(const std::string& table, size_t keys) {
-  std::string text = "INSERT INTO " + table + " VALUES($1, $2, $3, $4";
-  for (size_t key = 0; key < keys; ++key) text += ", $" + std::to_string(5 + key);
-  return text + ")";
-}
-
 ServerSpec SpecOf(Storage& file) {
   ServerSpec spec;
   spec.file = file.Spec();
@@ -28,27 +25,104 @@ ServerSpec SpecOf(Storage& file) {
   return spec;
 }
 
+// The columns of a file's table that every file has.
+constexpr size_t kRecordColumns = 4;
+constexpr uint64_t kTogether = 20000;  // records in a write transaction
+
+void CopyRecord(const std::vector<Index>& indexes, const Hit& hit, CopyIn& copy) {
+  copy.BeginRow();
+  copy.Add(int64_t{hit.position});
+  copy.Add(static_cast<int64_t>(hit.version));
+  copy.Add(hit.numbers);
+  copy.Add(hit.data);
+  Entry entry;
+  for (const Index& index : indexes) {
+    MakeEntry(index, hit, entry);
+    entry.Size() == 0 ? copy.AddNull() : copy.Add(entry.View());
+  }
+}
+
+// A file being filled. Its keys have ids of their own, under which order numbers are stored anew.
+class Filling {
+ public:
+  Filling(Storage& from, const std::string& path) : from_(from) { to_.Open(path); }
+
+  void Run(const WorkWatch& watch) {
+    BaseWalk walk;
+    walk.Start(from_, kPhysicalSlot, true, {});
+    to_.BeginWrite();
+    uint64_t done = 0;
+    for (Hit hit; walk.Step(hit);) {
+      Insert(hit);
+      if (++done % kTogether == 0) GoOn();
+      if (watch) watch(done);
+    }
+    Close();
+  }
+
+ private:
+  void Insert(const Hit& hit) {
+    OrderNumbers numbers;
+    for (size_t slot = 0; slot < to_.Indexes().size(); ++slot) {
+      const uint64_t number = OrderNumberIn(hit.numbers, from_.Indexes()[slot].id, hit.position);
+      if (number != FirstOrderNumber(hit.position)) numbers.Set(to_.Indexes()[slot].id, number);
+    }
+    Hit row = hit;
+    row.numbers = numbers.Stored();
+    to_.InsertRow(row.position, row.version, row.numbers, row.data);
+    Entry entry;
+    for (size_t slot = 0; slot < to_.Indexes().size(); ++slot) {
+      MakeEntry(to_.Indexes()[slot], row, entry);
+      if (entry.Size() == 0) continue;
+      const auto added = to_.InsertEntry(static_cast<int>(slot), entry, row.position);
+      if (added == EntryTree::Added::Taken) ThrowDamaged();
+    }
+  }
+
+  void GoOn() {
+    to_.CommitWrite();
+    to_.CarryLogOver();
+    to_.BeginWrite();
+  }
+
+  void Close() {
+    from_.RenewCounts();
+    to_.Counts() = from_.Counts();
+    to_.Counts().intents = 0;
+    if (const OwnerRecord owner = from_.ReadOwner(); owner.set) to_.WriteOwner(owner);
+    to_.CommitWrite();
+    to_.CarryLogOver();
+    to_.Close();
+  }
+
+  Storage& from_;
+  Storage to_;
+};
+
 }  // namespace
 
 void CopyToServer(Storage& file, ServerLink& link, const std::string& schema,
-                  const std::string& table) {
+                  const std::string& table, const WorkWatch& watch) {
   file.RenewCounts();
   MakeServerFile(link, schema, table, SpecOf(file), file.Counts());
   const auto& indexes = file.Indexes();
-  const std::string insert = InsertText(TableName(schema, table), indexes.size());
-  std::vector<Entry> entries(indexes.size());
+  CopyIn copy(link, TableName(schema, table),
+              static_cast<uint16_t>(kRecordColumns + indexes.size()));
   BaseWalk walk;
   walk.Start(file, kPhysicalSlot, true, {});
+  uint64_t done = 0;
   for (Hit hit; walk.Step(hit);) {
-    Arguments row;
-    row.Add(int64_t{hit.position}).Add(static_cast<int64_t>(hit.version));
-    row.Add(hit.numbers).Add(hit.data);
-    for (size_t slot = 0; slot < indexes.size(); ++slot) {
-      MakeEntry(indexes[slot], hit, entries[slot]);
-      entries[slot].Size() == 0 ? row.AddNull() : row.Add(entries[slot].View());
-    }
-    link.Ask(insert, row);
+    CopyRecord(indexes, hit, copy);
+    if (watch) watch(++done);
   }
+  copy.Finish();
+}
+
+void CopyToFile(Storage& file, const std::string& path, const WorkWatch& watch) {
+  Storage::Create(path, file.Spec());
+  Filling(file, path).Run(watch);
+  ForgetLastError();
+  if (!SyncFile(path, true)) throw Failure{LastErrorIsDiskFull() ? kDiskFull : kIoError};
 }
 
 }  // namespace btrieve::server
