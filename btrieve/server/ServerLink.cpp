@@ -28,6 +28,9 @@ constexpr char kSettings[] =
     "SET search_path = ''; SET synchronous_commit = on; SET statement_timeout = 9000; "
     "SET lock_timeout = 3000; SET idle_in_transaction_session_timeout = 0";
 
+// Bytes that the library takes from the socket at least, where they are there.
+constexpr size_t kLeastTaken = 8192;
+
 // While sending, what the server sends is taken in now and then.
 constexpr std::chrono::milliseconds kReadBetween{20};
 
@@ -191,6 +194,7 @@ Rows ServerLink::Answer(int sent) {
   if (!sent) Break();
   const auto end = AnswerEnd();
   ++roundTrips_;
+  takenIn_ = 0;
   Flush(end);
   return TakeAnswer(end);
 }
@@ -229,8 +233,18 @@ void ServerLink::Flush(Clock::time_point end) {
       if (Clock::now() >= end) Break();
     }
     // The server may itself be waiting to be read from.
-    if (client_.PQconsumeInput(connection_) == 0) Break();
+    TakeIn();
   }
+}
+
+// The library keeps what has come until it is whole, however long it calls itself.
+void ServerLink::TakeIn() {
+  const int64_t socket = client_.PQsocket(connection_);
+  const size_t there = BytesAtSocket(socket);
+  if (client_.PQconsumeInput(connection_) == 0) Break();
+  const size_t left = BytesAtSocket(socket);
+  takenIn_ += std::max(there - std::min(there, left), std::min(there, kLeastTaken));
+  if (takenIn_ > kLongestAnswer) Break();
 }
 
 void ServerLink::AwaitAnswer(Clock::time_point end) {
@@ -238,7 +252,8 @@ void ServerLink::AwaitAnswer(Clock::time_point end) {
     if (!WaitForSocket(client_.PQsocket(connection_), SocketEvent::Readable, LeftUntil(end))) {
       Break();
     }
-    if (Clock::now() >= end || client_.PQconsumeInput(connection_) == 0) Break();
+    if (Clock::now() >= end) Break();
+    TakeIn();
   }
 }
 

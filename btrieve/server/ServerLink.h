@@ -2,9 +2,9 @@
 // so that a transaction over several of them is one of the server's.
 //
 // Nothing here waits longer than it says: connecting at most kConnectLimit, an answer kAnswerLimit
-// unless somebody has more patience.
-// A connection that breaks, or on which an answer does not come in time, is closed, and stays so:
-// what was under way on it is undone by the server.
+// unless somebody has more patience. A connection that breaks, or on which an answer does not come
+// in time or is longer than kLongestAnswer, is closed, and stays so: what was under way on it is
+// undone by the server.
 //
 // Throws Failure: 20 without the client library, where the server cannot be reached, is away or
 // does not answer; 171 it does not let this user in; 172 no such database; 12 no such table; 94 no
@@ -27,6 +27,8 @@ namespace btrieve::server {
 
 inline constexpr std::chrono::milliseconds kConnectLimit{5000};
 inline constexpr std::chrono::milliseconds kAnswerLimit{10000};
+// Bytes; a batch of the longest records has a fourth of them.
+inline constexpr size_t kLongestAnswer = size_t{16} << 20;
 
 // What goes with a statement, $1 first. Bytes are not copied: they must stay until it is sent.
 class Arguments {
@@ -93,6 +95,7 @@ class ServerLink {
   Clock::time_point AnswerEnd() const noexcept { return Clock::now() + answerLimit_; }
   void Flush(Clock::time_point end);
   void AwaitAnswer(Clock::time_point end);
+  void TakeIn();
   void TakeNotices();
   [[noreturn]] void Break();
   void Close() noexcept;
@@ -103,6 +106,7 @@ class ServerLink {
   std::unordered_map<std::string, uint64_t> notices_;      // by channel
   uint64_t roundTrips_ = 0;
   std::chrono::milliseconds answerLimit_ = kAnswerLimit;
+  size_t takenIn_ = 0;  // bytes of the answer under way
 };
 
 // Begins a transaction of the server's, which is undone at the end of the scope unless committed.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 
 namespace btrieve {
@@ -19,5 +20,7 @@ enum class SocketEvent : uint8_t { Readable, Writable };
 // has hung up counts as ready: reading it tells.
 [[nodiscard]] bool WaitForSocket(int64_t socket, SocketEvent event,
                                  std::chrono::milliseconds limit) noexcept;
+// How much has come and not yet been read; 0 when the system fails.
+[[nodiscard]] size_t BytesAtSocket(int64_t socket) noexcept;
 
 }  // namespace btrieve

@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 
 #include <cerrno>
 
@@ -25,6 +26,12 @@ bool WaitForSocket(int64_t socket, SocketEvent event, std::chrono::milliseconds 
     if (ready > 0) return true;
     if (ready == 0 || errno != EINTR) return false;
   }
+}
+
+size_t BytesAtSocket(int64_t socket) noexcept {
+  int bytes = 0;
+  if (ioctl(static_cast<int>(socket), FIONREAD, &bytes) != 0) return 0;
+  return static_cast<size_t>(bytes);
 }
 
 }  // namespace btrieve

@@ -54,4 +54,10 @@ bool WaitForSocket(int64_t socket, SocketEvent event, std::chrono::milliseconds 
   return select(0, reads ? &waited : nullptr, reads ? nullptr : &waited, &failed, &wait) > 0;
 }
 
+size_t BytesAtSocket(int64_t socket) noexcept {
+  u_long bytes = 0;
+  if (ioctlsocket(static_cast<SOCKET>(socket), FIONREAD, &bytes) != 0) return 0;
+  return bytes;
+}
+
 }  // namespace btrieve
