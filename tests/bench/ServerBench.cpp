@@ -1,59 +1,26 @@
-// A walk through a file on a server beside a cursor of the server's that is fetched by fifties. Run
-// by scripts/server.sh, which starts the server and names it.
+// Files on a server half a millisecond away: walks and lists beside queries written by hand, and
+// how often a form's buttons go there. Run by scripts/server.sh, which starts the server.
 #include "Records.h"
-#include "btrieve/server/ServerFile.h"
-#include "btrieve/server/Transfer.h"
+#include "core/ListFill.h"
+#include "extended/FillFromExtended.h"
+#include "platform/BtrCall.h"
+#include "tests/bench/OrdersForm.h"
+#include "tests/bench/ServerPlace.h"
 
 namespace bench {
 namespace {
 
-using namespace btrieve;
-using server::ServerLink;
+constexpr uint32_t kWalked = 100000;
+constexpr int kListed = 10000;
 
-constexpr uint32_t kRecordsThere = 100000;
-constexpr char kSchema[] = "bench";
-constexpr char kTable[] = "records";
-
-server::LinkFile Place() {
-  server::LinkFile place{{}, kSchema, kTable};
-  const char* server = std::getenv("QRN_SERVER");
-  Check(server != nullptr, "to be run by scripts/server.sh");
-  Check(server::ReadServerWords(server, place.server).empty(), "QRN_SERVER is no address");
-  return place;
-}
-
-ServerLink& Link() {
-  static const std::shared_ptr<ServerLink> link = ServerLink::To(Place().server);
-  return *link;
-}
-
-std::string LinkedFile() {
-  std::string path = Workplace() + "/linked.btr";
-  { const BtrieveFile local(path, kRecordsThere); }
-  BTRCALL(BtrOpReset, nullptr, nullptr, nullptr, nullptr, 0, 0);
-  Storage file;
-  file.Open(path);
-  file.EnterRead();
-  Link().Run("DROP SCHEMA IF EXISTS bench CASCADE");
-  server::MakeServerSchema(Link(), kSchema);
-  server::ServerTransaction transaction(ServerLink::To(Place().server));
-  server::CopyToServer(file, Link(), kSchema, kTable);
-  transaction.Commit();
-  Link().Run("VACUUM ANALYZE bench.records");
-  file.Close();
-  std::FILE* out = std::fopen(path.c_str(), "wb");
-  const std::string text = server::WriteLinkFile(Place());
-  Check(out != nullptr && std::fwrite(text.data(), 1, text.size(), out) == text.size(),
-        "the link file could not be written");
-  std::fclose(out);
-  return path;
-}
-
-// The linked file, open for the program's length.
+// A file on the server, open for the program's length.
 class Linked {
  public:
   Linked() {
-    std::string path = LinkedFile();
+    std::string path = Workplace() + "/linked.btr";
+    { const BtrieveFile local(path, kWalked); }
+    BTRCALL(BtrOpReset, nullptr, nullptr, nullptr, nullptr, 0, 0);
+    MoveToServer(path, "records");
     uint32_t length = 0;
     const int status =
         BTRCALL(BtrOpOpen, block_, nullptr, &length, path.data(), 255, BtrModeNormal);
@@ -75,30 +42,97 @@ void WalkLinked() {
   static Linked linked;
   uint32_t count = 0;
   uint64_t sum = 0;
-  const uint64_t before = Link().RoundTrips();
   for (int status = linked.Get(BtrOpGetFirst); status == 0; status = linked.Get(BtrOpGetNext)) {
     ++count;
     sum += linked.Last()[31];
   }
-  Check(count == kRecordsThere && sum != 0, "the walk went wrong");
-  static bool told = false;
-  if (!std::exchange(told, true)) {
-    std::printf("round trips of a walk through %u records: %llu\n", count,
-                static_cast<unsigned long long>(Link().RoundTrips() - before));
+  Check(count == kWalked && sum != 0, "the walk went wrong");
+}
+
+// Rows of a statement, as often as it gives some.
+template <class Take>
+uint32_t TakeAll(const std::string& sql, Take take) {
+  uint32_t count = 0;
+  while (true) {
+    const btrieve::server::Rows rows = Link().Ask(sql);
+    for (int row = 0; row < rows.Count(); ++row, ++count) take(rows.Bytes(row, 0));
+    if (rows.Count() == 0) return count;
   }
 }
 
 void WalkByHand() {
-  uint32_t count = 0;
   uint64_t sum = 0;
   Link().Run("BEGIN; DECLARE walk NO SCROLL CURSOR FOR SELECT data FROM bench.records ORDER BY k1");
-  while (true) {
-    const server::Rows rows = Link().Ask("FETCH 50 FROM walk");
-    if (rows.Count() == 0) break;
-    for (int row = 0; row < rows.Count(); ++row, ++count) sum += rows.Bytes(row, 0)[31];
-  }
+  const uint32_t count =
+      TakeAll("FETCH 50 FROM walk", [&](btrieve::ByteView data) { sum += data[31]; });
   Link().Run("COMMIT");
-  Check(count == kRecordsThere && sum != 0, "the cursor went wrong");
+  Check(count == kWalked && sum != 0, "the cursor went wrong");
+}
+
+OrdersForm& TheForm() {
+  static OrdersForm form = [] {
+    MakeOrders(Workplace(), kListed);
+    uint32_t length = 0;
+    qrn::BtrCall(BtrOpReset, nullptr, nullptr, &length, nullptr, 0, 0);
+    MoveToServer(Workplace() + "/" + kOrdersFile, "orders");
+    return OrdersForm(Workplace());
+  }();
+  return form;
+}
+
+// A list that keeps its rows' texts.
+class TextList final : public qrn::RowSink {
+ public:
+  qrn::DbTableInfo* Table() override { return TheForm().Table(); }
+  void Empty(size_t) override { rows_.clear(); }
+  bool Format(std::u16string&) override { return true; }
+  bool AddRow(const char* text) override {
+    rows_.emplace_back(text);
+    return true;
+  }
+  void CheckRows() const {
+    Check(rows_.size() == kListed && rows_[5].starts_with("name 5"), "the list went wrong");
+  }
+
+ private:
+  std::vector<std::string> rows_;
+};
+
+void PlainList() {
+  TextList list;
+  Check(qrn::DbFillList(qrn::TheEngine(), list, "F1", 0) == 0, "no list");
+  list.CheckRows();
+}
+
+void ExtendedList() {
+  TextList list;
+  Check(qrn::FillFromExtended(qrn::TheEngine(), {.DbListFields = "F1"}, list), "no list");
+  list.CheckRows();
+}
+
+void ListByHand() {
+  std::vector<std::string> rows;
+  const btrieve::server::Rows read = Link().Ask("SELECT data FROM bench.orders ORDER BY k1");
+  for (int row = 0; row < read.Count(); ++row) {
+    std::string text = btrieve::TextOf(read.Bytes(row, 0).subspan(4, 40));
+    text.resize(text.find_last_not_of(' ') + 1);
+    rows.push_back(std::move(text));
+  }
+  Check(rows.size() == kListed && rows[5] == "name 5", "the query went wrong");
+}
+
+void Press(int32_t operation) {
+  Check(qrn::DbButtonRead(qrn::TheEngine(), operation, TheForm()) == 0, "a click went wrong");
+}
+
+// The most that one of a few hundred clicks takes.
+double TripsOfNext() {
+  Press(BtrOpGetFirst);
+  double most = 0;
+  for (int click = 0; click < 300; ++click) {
+    most = std::max(most, TripsOf([] { Press(BtrOpGetNext); }));
+  }
+  return most;
 }
 
 }  // namespace
@@ -106,7 +140,13 @@ void WalkByHand() {
 
 int main(int argc, char** argv) {
   using namespace bench;
+  WalkLinked();  // The files are made before anything is timed.
+  PlainList();
   Figure("100,000 records along a key on a server, over a cursor fetched by fifties", 2.0,
          WalkLinked, WalkByHand);
-  return RunRatios(argc, argv);
+  Figure("a list of 10,000 records on a server, over one query", 2.0, PlainList, ListByHand);
+  Figure("the same by extended reads", 2.0, ExtendedList, ListByHand);
+  const int code = RunRatios(argc, argv);
+  const bool kept = Tell("round trips of a click on Next with ten bound edits", TripsOfNext(), 2);
+  return kept ? code : 1;
 }
