@@ -158,7 +158,7 @@ std::shared_ptr<OutsideSync> DataFile::GiveAwaySync(bool& entryToo) noexcept {
 }
 
 bool DataFile::LookAtOthers() noexcept {
-  if (base_.IsReadOnly()) return false;
+  if (base_.IsReadOnly() || base_.Foreign()) return false;
   const LogWatch::Seen seen = watch_.Look(LogHeadOf(base_.Link().Get()));
   if (seen == LogWatch::Seen::Quiet) MarkDirty();
   return seen != LogWatch::Seen::Nothing;

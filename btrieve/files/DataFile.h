@@ -64,6 +64,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   Overlay& Changes();
 
   bool Fetch(uint32_t position, Hit& hit);
+  // Files with another home than this one's cannot be changed in one transaction with it.
+  const void* Home() const noexcept { return base_.Foreign() ? base_.Foreign()->Home() : nullptr; }
   // The record whose entry is the first of a value; 0 without one.
   uint32_t FindValue(int slot, const Entry& value);
   uint32_t RecordCount() noexcept;

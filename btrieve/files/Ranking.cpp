@@ -14,6 +14,24 @@ RankIndex& Ranks(DataFile& file, int slot) {
   return ranks;
 }
 
+// Of the file itself.
+uint64_t BaseTotal(DataFile& file, int slot) {
+  if (const ForeignFile* foreign = file.Base().Foreign()) return foreign->Total(slot);
+  return Ranks(file, slot).Total();
+}
+
+uint64_t BaseRank(DataFile& file, int slot, ByteView bound) {
+  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->RankOf(slot, bound);
+  return Ranks(file, slot).RankOf(bound);
+}
+
+Entry BaseEntry(DataFile& file, int slot, uint64_t rank) {
+  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->EntryAt(slot, rank);
+  Entry entry;
+  if (!Ranks(file, slot).EntryAt(rank, entry)) throw Failure{kIoError};
+  return entry;
+}
+
 template <class Set>
 int64_t CountBelow(const Set& set, ByteView bound) {
   return std::distance(set.begin(), set.lower_bound(bound));
@@ -54,8 +72,7 @@ Entry WalkTo(DataFile& file, int slot, uint64_t ordinal, const Entry& near) {
 }  // namespace
 
 uint64_t TotalEntries(DataFile& file, int slot) {
-  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->Total(slot);
-  const uint64_t total = Ranks(file, slot).Total();
+  const uint64_t total = BaseTotal(file, slot);
   const Overlay* changes = file.Uncommitted();
   if (!changes) return total;
   if (slot == kPhysicalSlot)
@@ -64,18 +81,14 @@ uint64_t TotalEntries(DataFile& file, int slot) {
 }
 
 uint64_t RankOf(DataFile& file, int slot, ByteView bound) {
-  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->RankOf(slot, bound);
-  const uint64_t rank = Ranks(file, slot).RankOf(bound);
+  const uint64_t rank = BaseRank(file, slot, bound);
   const Overlay* changes = file.Uncommitted();
   return changes ? rank + static_cast<uint64_t>(ChangeBelow(*changes, slot, bound)) : rank;
 }
 
 Entry BoundOf(DataFile& file, int slot, uint64_t ordinal) {
-  if (ForeignFile* foreign = file.Base().Foreign()) return foreign->EntryAt(slot, ordinal);
-  RankIndex& ranks = Ranks(file, slot);
-  Entry entry;
-  const uint64_t total = ranks.Total();
-  if (total != 0 && !ranks.EntryAt(std::min(ordinal, total - 1), entry)) throw Failure{kIoError};
+  const uint64_t total = BaseTotal(file, slot);
+  const Entry entry = total == 0 ? Entry() : BaseEntry(file, slot, std::min(ordinal, total - 1));
   return file.Uncommitted() ? WalkTo(file, slot, ordinal, entry) : entry;
 }
 

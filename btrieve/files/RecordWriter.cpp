@@ -41,7 +41,7 @@ Status RecordWriter::PlanUpdate(const Hit& old, ByteView image, WritePlan& plan)
     }
   }
   for (int slot = 0; slot < file_.KeyCount(); ++slot) PlanKey(slot, image, plan);
-  return FindTaken(plan);
+  return kOk;
 }
 
 void RecordWriter::PlanDelete(const Hit& old, WritePlan& plan) {
@@ -82,17 +82,33 @@ uint64_t RecordWriter::MovedNumber() {
   return FirstOrderNumber(head.nextPosition - 1) | ++head.updateNumber;
 }
 
-Status RecordWriter::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
+Status RecordWriter::Carry(const WritePlan& plan, ByteView image, uint64_t& version,
+                           const CarryTerms& terms) {
   if (!direct_) {
     version = CarryOverlaid(plan, image);
     return kOk;
   }
   file_.Base().EndWalks();
+  if (file_.Base().Foreign()) return CarryElsewhere(plan, image, version, terms);
   if (!plan.existed) return CarryNew(plan, image, version);
   version = CarryRow(plan, image);
   RemoveEntries(plan);
   AddEntries(plan);
   return kOk;
+}
+
+// The counters as they are to be go along with the change.
+Status RecordWriter::CarryElsewhere(const WritePlan& plan, ByteView image, uint64_t& version,
+                                    const CarryTerms& terms) {
+  Head& head = file_.Base().Counts();
+  const Head before = head;
+  CountRow(plan);
+  const RowChange change{plan.position,         plan.existed, plan.remains, head.version,
+                         plan.numbers.Stored(), image,        plan.keys};
+  const Status status = file_.Base().CarryElsewhere(change, terms);
+  version = head.version;
+  if (status != kOk) head = before;
+  return status;
 }
 
 // What may be refused comes first, so that only the entries taken before have to go again.
@@ -103,19 +119,26 @@ Status RecordWriter::CarryNew(const WritePlan& plan, ByteView image, uint64_t& v
   return kOk;
 }
 
-uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
-  Storage& base = file_.Base();
-  Head& head = base.Counts();
-  const uint64_t version = ++head.version;
+uint64_t RecordWriter::CountRow(const WritePlan& plan) {
+  Head& head = file_.Base().Counts();
   if (!plan.existed) {
     head.nextPosition = std::max(head.nextPosition, plan.position + 1);
     ++head.records;
+  } else if (!plan.remains) {
+    if (head.records == 0) ThrowDamaged();
+    --head.records;
+  }
+  return ++head.version;
+}
+
+uint64_t RecordWriter::CarryRow(const WritePlan& plan, ByteView image) {
+  Storage& base = file_.Base();
+  const uint64_t version = CountRow(plan);
+  if (!plan.existed) {
     base.InsertRow(plan.position, version, plan.numbers.Stored(), image);
   } else if (plan.remains) {
     base.UpdateRow(plan.position, version, plan.numbers.Stored(), image);
   } else {
-    if (head.records == 0) ThrowDamaged();
-    --head.records;
     base.DeleteRow(plan.position);
   }
   return version;
@@ -238,10 +261,18 @@ void RecordWriter::PlanLogged(const LoggedRecord& record, WritePlan& plan) {
   }
 }
 
+// Elsewhere a record and its entries are one, so the whole record goes, to come again.
 void RecordWriter::Clear(const LoggedRecord& record) {
   WritePlan plan;
   PlanLogged(record, plan);
   file_.Base().EndWalks();
+  if (file_.Base().Foreign()) {
+    uint64_t version = 0;
+    plan.remains = false;
+    for (KeyChange& key : plan.keys) key.after.SetSize(0);
+    if (plan.existed && CarryElsewhere(plan, {}, version, {}) != kOk) throw Failure{kIoError};
+    return;
+  }
   RemoveEntries(plan);
 }
 
@@ -252,6 +283,11 @@ uint64_t RecordWriter::Fill(const LoggedRecord& record) {
   file_.Base().EndWalks();
   Head& head = file_.Base().Counts();
   head.updateNumber = std::max(head.updateNumber, plan.numbers.HighestUpdate());
+  if (file_.Base().Foreign()) {
+    uint64_t version = 0;
+    if (CarryElsewhere(plan, record.image, version, {}) != kOk) throw Failure{kIoError};
+    return version;
+  }
   const uint64_t version = CarryRow(plan, record.image);
   AddEntries(plan);
   return version;

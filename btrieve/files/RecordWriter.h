@@ -6,15 +6,9 @@
 #include <vector>
 
 #include "btrieve/files/DataFile.h"
+#include "btrieve/storage/RowChange.h"
 
 namespace btrieve {
-
-// A record's entries in one key before and after; empty where it has none.
-struct KeyChange {
-  Entry before;
-  Entry after;
-  bool Moves() const noexcept { return !(before == after); }
-};
 
 struct WritePlan {
   uint32_t position = 0;
@@ -48,14 +42,16 @@ class RecordWriter {
   void PlanInsert(ByteView image, uint32_t position, WritePlan& plan);
   // 5 where the value of a unique key that the plan adds is another record's.
   [[nodiscard]] Status FindTaken(const WritePlan& plan);
-  // 10, 5. `old` is copied.
+  // 10. `old` is copied. Then as with PlanInsert.
   [[nodiscard]] Status PlanUpdate(const Hit& old, ByteView image, WritePlan& plan);
   void PlanDelete(const Hit& old, WritePlan& plan);
 
   // Carries the plan out; `version` is the record's new one. 5, with nothing changed, for a new
   // record whose value is taken: in the file the keys themselves refuse it, so that nobody need
   // have looked before; in a transaction's changes FindTaken must have been asked.
-  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version);
+  // A file that is kept elsewhere refuses changed records, too, and may give 84; see CarryTerms.
+  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version,
+                             const CarryTerms& terms = {});
 
   // Puts records as the log of a transaction has them, whatever stands there now: first Clear for
   // all of them, which takes away the entries that move, then Fill for all. One at a time they
@@ -68,10 +64,13 @@ class RecordWriter {
   void TakeBefore(const Hit& old, WritePlan& plan);
   void PlanKey(int slot, ByteView image, WritePlan& plan);
   uint64_t MovedNumber();
+  Status CarryElsewhere(const WritePlan& plan, ByteView image, uint64_t& version,
+                        const CarryTerms& terms);
   Status CarryNew(const WritePlan& plan, ByteView image, uint64_t& version);
   uint64_t CarryOverlaid(const WritePlan& plan, ByteView image);
   void Adopt(const WritePlan& plan);
   void PlanLogged(const LoggedRecord& record, WritePlan& plan);
+  uint64_t CountRow(const WritePlan& plan);
   uint64_t CarryRow(const WritePlan& plan, ByteView image);
   void RemoveEntries(const WritePlan& plan);
   bool AddsUnique(const WritePlan& plan, int slot) const noexcept;

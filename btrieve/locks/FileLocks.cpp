@@ -2,9 +2,18 @@
 
 namespace btrieve {
 
+void FileLocks::HoldElsewhere(std::unique_ptr<LockBytes> bytes) noexcept {
+  elsewhere_ = std::move(bytes);
+  records_.clear();
+  claims_.clear();
+  presence_ = activities_ = 0;
+  whole_ = false;
+  refused_ = 0;
+}
+
 FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_) {
   if (granted_) return;
-  granted_ = locks.activities_ > 0 || locks.space_.TryShared(lockbyte::kTransaction) ||
+  granted_ = locks.activities_ > 0 || locks.Bytes().TryShared(lockbyte::kTransaction) ||
              locks.Refuse(lockbyte::kTransaction);
   if (!granted_) return;
   ++locks.activities_;
@@ -13,7 +22,7 @@ FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_
 
 void FileLocks::Activity::End() noexcept {
   FileLocks* locks = std::exchange(counted_, nullptr);
-  if (locks && --locks->activities_ == 0) locks->space_.Release(lockbyte::kTransaction);
+  if (locks && --locks->activities_ == 0) locks->Bytes().Release(lockbyte::kTransaction);
 }
 
 bool FileLocks::KeepsWaiting(uint64_t byte) const noexcept {
@@ -25,13 +34,13 @@ bool FileLocks::KeepsWaiting(uint64_t byte) const noexcept {
 }
 
 bool FileLocks::AddPresence() noexcept {
-  if (presence_ == 0 && !space_.TryShared(lockbyte::kRecordHolders)) return false;
+  if (presence_ == 0 && !Bytes().TryShared(lockbyte::kRecordHolders)) return false;
   ++presence_;
   return true;
 }
 
 void FileLocks::DropPresence() noexcept {
-  if (--presence_ == 0) space_.Release(lockbyte::kRecordHolders);
+  if (--presence_ == 0) Bytes().Release(lockbyte::kRecordHolders);
 }
 
 bool FileLocks::Hold(uint32_t position) {
@@ -41,9 +50,9 @@ bool FileLocks::Hold(uint32_t position) {
     return true;
   }
   const uint64_t byte = lockbyte::Record(position);
-  if (!space_.TryExclusive(byte)) return Refuse(byte);
+  if (!Bytes().TryExclusive(byte)) return Refuse(byte);
   if (!AddPresence()) {
-    space_.Release(byte);
+    Bytes().Release(byte);
     return false;
   }
   records_.emplace(position, 1);
@@ -54,63 +63,63 @@ void FileLocks::Drop(uint32_t position) noexcept {
   const auto found = records_.find(position);
   if (found == records_.end() || --found->second > 0) return;
   records_.erase(found);
-  space_.Release(lockbyte::Record(position));
+  Bytes().Release(lockbyte::Record(position));
   DropPresence();
 }
 
 bool FileLocks::HoldBriefly(uint32_t position, HeldByte& byte) noexcept {
   if (Holds(position)) return true;
-  byte = HeldByte::Exclusive(space_, lockbyte::Record(position));
+  byte = HeldByte::Exclusive(Bytes(), lockbyte::Record(position));
   return byte || Refuse(lockbyte::Record(position));
 }
 
 bool FileLocks::Claim(uint64_t hash) {
   const uint64_t byte = lockbyte::Claim(hash);
   if (claims_.contains(byte)) return true;
-  if (!space_.TryExclusive(byte)) return Refuse(byte);
+  if (!Bytes().TryExclusive(byte)) return Refuse(byte);
   claims_.insert(byte);
   return true;
 }
 
 bool FileLocks::ClaimBriefly(uint64_t hash, HeldByte& byte) noexcept {
   if (claims_.contains(lockbyte::Claim(hash))) return true;
-  byte = HeldByte::Exclusive(space_, lockbyte::Claim(hash));
+  byte = HeldByte::Exclusive(Bytes(), lockbyte::Claim(hash));
   return byte || Refuse(lockbyte::Claim(hash));
 }
 
 bool FileLocks::ClaimAllBriefly(HeldByte& bytes) noexcept {
   if (!claims_.empty()) return false;
-  bytes = HeldByte::Exclusive(space_, lockbyte::kClaims, lockbyte::kClaimCount);
+  bytes = HeldByte::Exclusive(Bytes(), lockbyte::kClaims, lockbyte::kClaimCount);
   return static_cast<bool>(bytes);
 }
 
 void FileLocks::DropClaim(uint64_t hash) noexcept {
-  if (claims_.erase(lockbyte::Claim(hash)) != 0) space_.Release(lockbyte::Claim(hash));
+  if (claims_.erase(lockbyte::Claim(hash)) != 0) Bytes().Release(lockbyte::Claim(hash));
 }
 
 void FileLocks::DropClaims() noexcept {
-  for (const uint64_t byte : claims_) space_.Release(byte);
+  for (const uint64_t byte : claims_) Bytes().Release(byte);
   claims_.clear();
 }
 
 // Nobody can take a record while the transaction byte is held, so the own presence may be lifted
 // for the look: a system that cannot widen a lock in place would see it as another's.
 bool FileLocks::OthersHoldRecords() noexcept {
-  if (presence_ > 0) space_.Release(lockbyte::kRecordHolders);
-  const bool free = space_.TryExclusive(lockbyte::kRecordHolders);
-  if (free) space_.Release(lockbyte::kRecordHolders);
-  if (presence_ > 0) (void)space_.TryShared(lockbyte::kRecordHolders);
+  if (presence_ > 0) Bytes().Release(lockbyte::kRecordHolders);
+  const bool free = Bytes().TryExclusive(lockbyte::kRecordHolders);
+  if (free) Bytes().Release(lockbyte::kRecordHolders);
+  if (presence_ > 0) (void)Bytes().TryShared(lockbyte::kRecordHolders);
   return !free;
 }
 
 Status FileLocks::TakeWhole() noexcept {
   if (whole_) return kOk;
-  if (!space_.TryExclusive(lockbyte::kTransaction)) {
+  if (!Bytes().TryExclusive(lockbyte::kTransaction)) {
     Refuse(lockbyte::kTransaction);
     return kFileInUse;
   }
   if (OthersHoldRecords()) {
-    space_.Release(lockbyte::kTransaction);
+    Bytes().Release(lockbyte::kTransaction);
     Refuse(lockbyte::kRecordHolders);
     return kRecordInUse;
   }
@@ -119,7 +128,7 @@ Status FileLocks::TakeWhole() noexcept {
 }
 
 void FileLocks::DropWhole() noexcept {
-  if (whole_) space_.Release(lockbyte::kTransaction);
+  if (whole_) Bytes().Release(lockbyte::kTransaction);
   whole_ = false;
 }
 

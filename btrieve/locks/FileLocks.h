@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <set>
 #include <unordered_map>
 
@@ -12,7 +13,12 @@ namespace btrieve {
 
 class FileLocks {
  public:
+  // The file of this machine.
   LockSpace& Space() noexcept { return space_; }
+  // Where the locks of its records are held: there, too, unless a server holds them.
+  LockBytes& Bytes() noexcept { return elsewhere_ ? *elsewhere_ : space_; }
+  // What was held before is gone, as when the server has gone.
+  void HoldElsewhere(std::unique_ptr<LockBytes> bytes) noexcept;
 
   // Until the file is closed here nobody opens it to write; those who read it do so together.
   [[nodiscard]] bool KeepWritersOut() noexcept {
@@ -24,6 +30,8 @@ class FileLocks {
   // last refused; 0 since ForgetRefusal, and where nobody keeps the byte for long.
   uint64_t Refused() const noexcept { return refused_; }
   void ForgetRefusal() noexcept { refused_ = 0; }
+  // For a byte that was asked for in another way.
+  void NoteRefusal(uint64_t byte) noexcept { refused_ = byte; }
   // Whether others' wait for the byte lasts for as long as this process goes on as it does: a write
   // or a look of the moment does not count.
   bool KeepsWaiting(uint64_t byte) const noexcept;
@@ -80,6 +88,7 @@ class FileLocks {
   }
 
   LockSpace space_;
+  std::unique_ptr<LockBytes> elsewhere_;
   HeldByte gate_;
   std::unordered_map<uint32_t, uint32_t> records_;  // with the number of holders
   std::set<uint64_t> claims_;

@@ -2,6 +2,7 @@
 // the new one.
 #include "btrieve/files/AsideFile.h"
 #include "btrieve/operations/Call.h"
+#include "btrieve/server/LinkedFolder.h"
 #include "btrieve/server/ServerFile.h"
 
 namespace btrieve {
@@ -69,6 +70,40 @@ Status PlaceOverAnother(Session& session, AsideFile& aside, const std::string& p
   });
 }
 
+// In a folder whose dictionary is on a server. A table whose link does not get its place goes
+// again.
+Status PlaceLink(Call& call, const server::LinkFile& beside, const std::string& path,
+                 const FileSpec& spec) {
+  const server::LinkFile link = server::MakeLinkedTable(beside, path, spec);
+  Status status = kLookAgain;
+  try {
+    AsideFile aside(path);
+    const std::string text = server::WriteLinkFile(link);
+    bool exists = false;
+    if (!WriteNewFile(aside.Path(), text)) status = kCreateError;
+    while (status == kLookAgain) {
+      status = CheckPlace(call, path, exists);
+      if (status != kOk) break;
+      status = exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
+    }
+  } catch (...) {
+    status = CaughtStatus();
+  }
+  if (status != kOk) (void)server::DropLinkedTable(link);
+  return status;
+}
+
+Status PlaceFile(Call& call, const std::string& path, const FileSpec& spec, bool exists) {
+  AsideFile aside(path);
+  Storage::Create(aside.Path(), spec);
+  while (true) {
+    const Status status =
+        exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
+    if (status != kLookAgain) return status;
+    if (const Status found = CheckPlace(call, path, exists)) return found;
+  }
+}
+
 }  // namespace
 
 // Processes that create one file at once are put in order by the file system: who comes second
@@ -82,14 +117,11 @@ Status MakeFile(Call& call) {
   if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
   bool exists = false;
   if (const Status status = CheckPlace(call, path, exists)) return status;
-  AsideFile aside(path);
-  Storage::Create(aside.Path(), spec);
-  while (true) {
-    const Status status =
-        exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
-    if (status != kLookAgain) return status;
-    if (const Status found = CheckPlace(call, path, exists)) return found;
+  if (exists) {
+    if (const auto link = server::LinkAt(path)) return server::EmptyLinkedTable(*link, spec);
   }
+  if (const auto beside = server::LinkBeside(path)) return PlaceLink(call, *beside, path, spec);
+  return PlaceFile(call, path, spec, exists);
 }
 
 }  // namespace btrieve

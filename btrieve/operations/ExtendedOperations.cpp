@@ -126,7 +126,7 @@ class ExtendedRead {
     if (status == kFieldOffset) return StopOn(hit);
     if (status != kOk) return Next::Stop;
     if (call_.lock.kind != LockKind::None) {
-      status = Lock(hit.position);
+      status = Lock(hit);
       if (status != kOk) writer_ = before;
       if (status == kLookAgain) {
         status = BeginAgain();
@@ -140,20 +140,21 @@ class ExtendedRead {
   }
 
   // kLookAgain when the record may have changed before it was locked.
-  Status Lock(uint32_t position) {
+  Status Lock(const Hit& hit) {
     FileLocks& locks = call_.File().Locks();
     std::optional<ComingLock> lock;
     const Status status = call_.session.Retry(call_.File(), call_.lock.wait, [&]() -> Status {
       const FileLocks::Activity activity(locks);
       if (!activity) return kFileInUse;
-      return lock.emplace(call_, position) ? kOk : kRecordInUse;
+      return lock.emplace(call_, hit.position) ? kOk : kRecordInUse;
     });
     if (status != kOk) return status;
     // The wait may have let go of the state in which the record was found.
     DataFile& file = call_.File();
     Storage& base = file.Base();
     const bool isKnown = lock->WasHeld() && (base.IsReading() || base.IsWriting());
-    if (!isKnown && !(base.IsCurrent() && call_.session.IsSettled(file))) return kLookAgain;
+    const bool isStill = isKnown || base.IsStill(hit.position, hit.version);
+    if (!isStill || !(isKnown || call_.session.IsSettled(file))) return kLookAgain;
     lock->Keep();
     return kOk;
   }

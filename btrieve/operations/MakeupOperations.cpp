@@ -7,7 +7,7 @@ namespace btrieve {
 
 // Nobody opens the file while its gate is held, so the shared byte may be exchanged for the
 // exclusive one and back.
-SoleUse::SoleUse(DataFile& file) : space_(file.Locks().Space()) {
+SoleUse::SoleUse(DataFile& file) : space_(file.Locks().Bytes()) {
   granted_ = file.openExclusively;
   if (granted_) return;
   gate_ = HeldByte::Exclusive(space_, lockbyte::kGate);

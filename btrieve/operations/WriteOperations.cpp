@@ -80,18 +80,28 @@ struct Written {
 };
 
 // A value that is taken comes before what another process holds.
+Status OfTaken(WriteScope& scope, const Written& written, Status status) {
+  const Status taken = scope.Writer().FindTaken(written.plan);
+  return taken != kOk ? taken : status;
+}
+
+Status CarryWritten(WriteScope& scope, Written& written, bool last) {
+  const Status status = scope.Carry(written.plan, written.image.bytes, written.version, last);
+  return status == kRecordInUse ? OfTaken(scope, written, status) : status;
+}
+
 Status PlanInsert(WriteScope& scope, uint32_t position, Written& written) {
   RecordWriter writer = scope.Writer();
   writer.PlanInsert(written.image.bytes, position, written.plan);
   Status status = scope.RefusesTaken() ? kOk : writer.FindTaken(written.plan);
   if (status == kOk) status = scope.Blocked();
-  if (status == kOk) status = scope.ClaimKeys(written.plan);
+  if (status == kOk) status = scope.ClaimKeys(written.plan, written.image.assigned);
   if (status != kRecordInUse || !scope.RefusesTaken()) return status;
-  const Status taken = writer.FindTaken(written.plan);
-  return taken != kOk ? taken : status;
+  return OfTaken(scope, written, status);
 }
 
-Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written) {
+Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written,
+                 bool last = false) {
   Status status = scope.Unsettled();
   uint32_t position = 1;
   if (status == kOk && scope.Blocked() == kOk) status = scope.NewPosition(position);
@@ -102,9 +112,8 @@ Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& wri
     status = PlanInsert(scope, position, written);
     if (status != kRecordInUse || !written.image.assigned || scope.Blocked()) break;
   }
-  if (status == kOk) status = scope.Confirm();
-  if (status != kOk) return status;
-  return scope.Carry(written.plan, written.image.bytes, written.version);
+  if (status == kOk) status = scope.Confirm(written.plan, 0);
+  return status != kOk ? status : CarryWritten(scope, written, last);
 }
 
 void StandOnWritten(Call& call, const Written& written) {
@@ -141,7 +150,7 @@ Status FetchForWrite(const Cursor& cursor, Hit& hit) {
 
 Status UpdateOnce(Call& call, ByteView given, Written& written) {
   DataFile& file = call.File();
-  WriteScope scope(call.session, file);
+  WriteScope scope(call.session, file, call.cursor->position);
   Hit old;
   Status status = scope.Unsettled();
   if (status == kOk) status = FetchForWrite(*call.cursor, old);
@@ -150,19 +159,21 @@ Status UpdateOnce(Call& call, ByteView given, Written& written) {
   if (status == kOk) {
     status = scope.Writer().PlanUpdate(old, written.image.bytes, written.plan);
   }
+  if (status == kOk && !scope.RefusesAllTaken()) status = scope.Writer().FindTaken(written.plan);
   if (status == kOk) status = scope.Blocked();
   if (status == kOk) status = scope.HoldRecord(call.cursor->position);
+  if (status == kRecordInUse && scope.RefusesAllTaken()) status = OfTaken(scope, written, status);
   if (status == kOk) status = scope.ClaimKeys(written.plan);
-  if (status == kOk) status = scope.Confirm();
+  if (status == kOk) status = scope.Confirm(written.plan, call.cursor->version);
   if (status != kOk) return status;
-  status = scope.Carry(written.plan, written.image.bytes, written.version);
+  status = CarryWritten(scope, written, true);
   if (status == kOk) scope.Commit();
   return status;
 }
 
 Status DeleteOnce(Call& call) {
   DataFile& file = call.File();
-  WriteScope scope(call.session, file);
+  WriteScope scope(call.session, file, call.cursor->position);
   Hit old;
   WritePlan plan;
   Status status = scope.Unsettled();
@@ -170,9 +181,9 @@ Status DeleteOnce(Call& call) {
   if (status == kOk) scope.Writer().PlanDelete(old, plan);
   if (status == kOk) status = scope.Blocked();
   if (status == kOk) status = scope.HoldRecord(call.cursor->position);
-  if (status == kOk) status = scope.Confirm();
+  if (status == kOk) status = scope.Confirm(plan, call.cursor->version);
   uint64_t version = 0;
-  if (status == kOk) status = scope.Carry(plan, {}, version);
+  if (status == kOk) status = scope.Carry(plan, {}, version, true);
   if (status == kOk) scope.Commit();
   return status;
 }
@@ -272,7 +283,7 @@ Status Insert(Call& call) {
   Written written;
   const Status status = TryWriting(call, [&]() -> Status {
     WriteScope scope(call.session, file);
-    const Status inserted = InsertOne(scope, file, given, written);
+    const Status inserted = InsertOne(scope, file, given, written, true);
     if (inserted == kOk) scope.Commit();
     return inserted;
   });

@@ -31,6 +31,8 @@ inline constexpr int kCommandOk = 1;
 inline constexpr int kTuplesOk = 2;
 inline constexpr int kCopyingIn = 4;
 inline constexpr int kFatalError = 7;
+inline constexpr int kPipelineSync = 10;
+inline constexpr int kPipelineAborted = 11;
 inline constexpr int kFieldSqlState = 'C';
 inline constexpr int kFieldMessage = 'M';
 inline constexpr int kBinaryFormat = 1;
@@ -42,6 +44,7 @@ inline constexpr int kBinaryFormat = 1;
   X(PQfinish,             void,  (PgConnection*))                                                  \
   X(PQstatus,             int,   (const PgConnection*))                                            \
   X(PQsocket,             int,   (const PgConnection*))                                            \
+  X(PQbackendPID,         int,   (const PgConnection*))                                            \
   X(PQerrorMessage,       char*, (const PgConnection*))                                            \
   X(PQsetnonblocking,     int,   (PgConnection*, int))                                             \
   X(PQsetNoticeProcessor, PgNoticeProcessor, (PgConnection*, PgNoticeProcessor, void*))            \
@@ -51,6 +54,9 @@ inline constexpr int kBinaryFormat = 1;
                                   const int*, int))                                                \
   X(PQputCopyData,        int,   (PgConnection*, const char*, int))                                \
   X(PQputCopyEnd,         int,   (PgConnection*, const char*))                                     \
+  X(PQenterPipelineMode,  int,   (PgConnection*))                                                  \
+  X(PQpipelineSync,       int,   (PgConnection*))                                                  \
+  X(PQexitPipelineMode,   int,   (PgConnection*))                                                  \
   X(PQflush,              int,   (PgConnection*))                                                  \
   X(PQconsumeInput,       int,   (PgConnection*))                                                  \
   X(PQisBusy,             int,   (PgConnection*))                                                  \

@@ -20,11 +20,14 @@ class Rows {
   Rows() = default;
   // `client` stays for the process's length.
   Rows(const Client& client, PgResult* result) : client_(&client), result_(result, Clear{&client}) {
+    state_ = client.PQresultStatus(result);
     count_ = client.PQntuples(result);
     columns_ = client.PQnfields(result);
   }
 
   int Count() const noexcept { return count_; }
+  // As the library tells it.
+  int State() const noexcept { return state_; }
 
   bool IsNull(int row, int column) const {
     Check(row, column);
@@ -37,6 +40,11 @@ class Rows {
     const int size = client_->PQgetlength(result_.get(), row, column);
     if (bytes == nullptr || size < 0) ThrowDamaged();
     return {reinterpret_cast<const uint8_t*>(bytes), static_cast<size_t>(size)};
+  }
+  bool Truth(int row, int column) const {
+    const ByteView bytes = Bytes(row, column);
+    if (bytes.size() != 1) ThrowDamaged();
+    return bytes[0] != 0;
   }
   int64_t Number(int row, int column) const {
     const ByteView bytes = Bytes(row, column);
@@ -56,6 +64,7 @@ class Rows {
 
   const Client* client_ = nullptr;
   std::unique_ptr<PgResult, Clear> result_;
+  int state_ = 0;
   int count_ = 0;
   int columns_ = 0;
 };

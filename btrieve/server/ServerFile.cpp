@@ -38,16 +38,23 @@ ServerFile::ServerFile(const LinkFile& link)
       spec_(ReadServerSpec(*link_, link.schema, link.table)),
       channel_(ChannelOf(spec_.id)) {
   const std::string table = TableName(link.schema, link.table);
-  texts_.push_back(MakeTexts(table, "pos", false));
+  object_ = ObjectOf(*link_, table);
+  fetch_ = "SELECT pos, ver, num, data FROM " + table + " WHERE pos = $1";
+  MakeOrders();
+  link_->Listen(channel_);
+  notices_ = link_->NoticesOf(channel_);
+}
+
+void ServerFile::MakeOrders() {
+  const std::string table = TableName(place_.schema, place_.table);
+  texts_ = {MakeTexts(table, "pos", false)};
+  entrySizes_.clear();
   for (size_t slot = 0; slot < spec_.file.keys.size(); ++slot) {
     texts_.push_back(MakeTexts(table, KeyColumn(spec_.keyIds[slot]), true));
     const KeySpec& key = spec_.file.keys[slot];
     entrySizes_.push_back(Index(spec_.file, key, spec_.keyIds[slot]).EntrySize());
   }
-  totals_.resize(texts_.size());
-  fetch_ = "SELECT pos, ver, num, data FROM " + table + " WHERE pos = $1";
-  link_->Listen(channel_);
-  changes_ = link_->NoticesOf(channel_);
+  totals_.assign(texts_.size(), std::nullopt);
 }
 
 // It may have been set since.
@@ -56,19 +63,19 @@ OwnerRecord ServerFile::Owner() {
 }
 
 void ServerFile::Refresh() {
-  const uint64_t changes = link_->NoticesOf(channel_);
-  if (changes == changes_) return;
-  changes_ = changes;
+  const uint64_t notices = link_->NoticesOf(channel_);
+  if (notices != notices_) ForgetRead();
+  notices_ = notices;
+}
+
+void ServerFile::ForgetRead() noexcept {
+  ++changes_;
+  isHere_ = false;
   std::ranges::fill(totals_, std::nullopt);
 }
 
-bool ServerFile::IsCurrent() noexcept {
-  try {
-    return link_->NoticesOf(channel_) == changes_;
-  } catch (...) {  // the next read tells why
-    return false;
-  }
-}
+// A commit to the file may be on its way to be told of, so only who keeps others off can tell.
+bool ServerFile::IsCurrent() noexcept { return false; }
 
 Head ServerFile::Counts() {
   return ReadServerHead(*link_, place_.schema, spec_.id, spec_.file.keys.size());
@@ -93,6 +100,11 @@ uint64_t ServerFile::RankOf(int slot, ByteView bound) {
 
 Entry ServerFile::EntryAt(int slot, uint64_t rank) {
   const Rows rows = link_->Ask(TextsOf(slot).entry, Arguments().Add(static_cast<int64_t>(rank)));
+  if (rows.Count() == 0) {  // others have deleted records since they were counted
+    Entry behind;
+    behind.Fill(0xFF, (slot == kPhysicalSlot ? kPositionEntrySize : EntrySizeOf(slot)) + 1);
+    return behind;
+  }
   if (slot == kPhysicalSlot) return PositionEntry(CheckedPosition(rows.Number(0, 0)));
   const ByteView entry = rows.Bytes(0, 0);
   CheckEntry(entry, EntrySizeOf(slot));
@@ -100,7 +112,8 @@ Entry ServerFile::EntryAt(int slot, uint64_t rank) {
 }
 
 bool ServerFile::Fetch(uint32_t position, Hit& hit) {
-  fetched_ = link_->Ask(fetch_, Arguments().Add(int64_t{position}));
+  const bool isHere = isHere_ && fetchedPosition_ == position;
+  if (!isHere) fetched_ = link_->Ask(fetch_, Arguments().Add(int64_t{position}));
   if (fetched_.Count() == 0) return false;
   TakeRow(fetched_, 0, kPhysicalSlot, hit);
   if (hit.position != position) ThrowDamaged();

@@ -4,6 +4,11 @@
 // kMostInBatch records or about kBatchBytes. A batch is dropped once the server has told that the
 // file was written, and when it is older than kOldestAnswer: then the walk goes on from where it
 // stood. So an answer is never older than that, and seldom older than the way from the server.
+//
+// Who writes has the file's row of btrieve_files locked from the beginning to the end, so writers
+// of one file come one after another. A record's write is two round trips: one begins the
+// transaction, takes the locks, reads the counters and the record; the other changes the record
+// with its entries and the counters in one statement, and commits.
 #pragma once
 
 #include <chrono>
@@ -50,11 +55,26 @@ class ServerFile final : public ForeignFile {
   bool Fetch(uint32_t position, Hit& hit) override;
   std::unique_ptr<ForeignWalk> Walk(int slot, bool forward, ByteView bound) override;
 
+  bool IsWritable() const noexcept override { return true; }
+  const void* Home() const noexcept override { return link_.get(); }
+  int64_t Number() const noexcept override { return object_; }
+  std::unique_ptr<LockBytes> MakeLocks() override;
+  void ForgetRead() noexcept override;
+  [[nodiscard]] Status BeginWrite(Head& head, LoneWrite* lone) override;
+  [[nodiscard]] Status Carry(const RowChange& change, const Head& head,
+                             const CarryTerms& terms) override;
+  void CommitWrite(const Head& head) override;
+  void RollbackWrite() noexcept override;
+  uint32_t FindFreePosition() override;
+  void WriteOwner(const OwnerRecord& owner) override;
+  [[nodiscard]] Status AddKey(const FileSpec& changed, size_t slot, Head& head) override;
+  void RemoveKey(const FileSpec& changed, size_t slot, Head& head) override;
+
   // For walks: a batch of an order from the bound on.
   Rows ReadBatch(int slot, bool forward, ByteView bound, int64_t rows);
   // A record of a batch; the views are the batch's. Throws for rows that nobody could have written.
   void TakeRow(const Rows& rows, int row, int slot, Hit& hit) const;
-  // Raised whenever the server tells of a commit to the file.
+  // Raised whenever the server tells of a commit to the file, and by changes of one's own.
   uint64_t Changes() const noexcept { return changes_; }
 
  private:
@@ -67,6 +87,14 @@ class ServerFile final : public ForeignFile {
   Rows Ask(int slot, const std::string& text, ByteView bound) const;
   size_t EntrySizeOf(int slot) const noexcept;
 
+  void MakeOrders();
+  void Follow(ServerSpec spec);
+  void Begun(const Rows& heads, Head& head);
+  void Commit(std::vector<Question> last);
+  void Leave() noexcept;
+  bool HasChanged(const Head& head) const noexcept;
+  Question HeadUpdate(const Head& head) const;
+
   LinkFile place_;
   std::shared_ptr<ServerLink> link_;
   ServerSpec spec_;
@@ -75,7 +103,15 @@ class ServerFile final : public ForeignFile {
   std::vector<OrderTexts> texts_;  // the physical order's, then by slot
   std::string fetch_;
   Rows fetched_;
+  int32_t object_ = 0;  // of the table, as the locks' first key
+  bool writes_ = false;
+  bool respecified_ = false;  // keys came or went in this write transaction
+  ServerSpec specBefore_;
+  Head stored_;          // as the server has them in it
+  bool isHere_ = false;  // fetched_ is still what the transaction has begun with:
+  uint32_t fetchedPosition_ = 0;
   uint64_t changes_ = 0;
+  uint64_t notices_ = 0;
   mutable std::vector<std::optional<uint64_t>> totals_;  // as texts_; known until the next change
 };
 

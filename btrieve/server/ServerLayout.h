@@ -1,10 +1,12 @@
 // How data files stand on a server, written once. A schema has one table of files,
 //
-//   btrieve_files   id, name (its table's), format, spec (StoreSpec), ids (of the keys, in their
-//                   order, u16 little-endian), owner (mode and name), head (Head::Store)
+//   btrieve_files   id, name (its table's), format, spec (StoreSpec), ids (the next key's to be
+//                   given, then of the keys, in their order; u16 little-endian), owner (mode and
+//                   name), and the counters of Head: next, records, version, updates, counts (of
+//                   different values, an array in the order of the keys)
 //
-// whose rows change with every commit to their file, and notify its channel then. Each file has a
-// table of its name:
+// whose rows change with every commit to their file, and notify its channel then. Who writes to a
+// file has its row locked. Each file has a table of its name:
 //
 //   pos    bigint, 1..kHighestPosition, never given again
 //   ver    bigint, the version that the last write has given
@@ -32,6 +34,7 @@ struct ServerSpec {
   int64_t id = 0;
   FileSpec file;
   std::vector<uint16_t> keyIds;  // by slot
+  uint16_t nextKeyId = 1;        // 0xFFFF when none is left
   OwnerRecord owner;
 };
 
@@ -49,7 +52,17 @@ int64_t MakeServerFile(ServerLink& link, const std::string& schema, const std::s
 
 // 12 for a file that is not there, 30 for one of another format.
 ServerSpec ReadServerSpec(ServerLink& link, const std::string& schema, const std::string& table);
+void WriteServerSpec(ServerLink& link, const std::string& schema, const ServerSpec& spec,
+                     const Head& head);
+void WriteServerOwner(ServerLink& link, const std::string& schema, int64_t id,
+                      const OwnerRecord& owner);
 Head ReadServerHead(ServerLink& link, const std::string& schema, int64_t id, size_t keys);
-void WriteServerHead(ServerLink& link, const std::string& schema, int64_t id, const Head& head);
+// What a statement on btrieve_files selects of the counters, and what has come of that in a row
+// from the column on.
+std::string HeadColumns(size_t keys);
+Head TakeHead(const Rows& rows, int column, size_t keys);
+// The first key of a table's locks. 12 where there is no such table.
+int32_t ObjectOf(ServerLink& link, const std::string& tableName);
+std::string FilesTable(const std::string& schema);
 
 }  // namespace btrieve::server

@@ -1,7 +1,8 @@
 #include "btrieve/server/ServerLink.h"
 
-#include <array>
+#include <algorithm>
 #include <map>
+#include <thread>
 
 #include "btrieve/server/ServerStatus.h"
 #include "btrieve/system/ClientLibrary.h"
@@ -26,7 +27,9 @@ constexpr char kSettings[] =
     "SET enable_seqscan = off; SET enable_sort = off; SET enable_bitmapscan = off; SET jit = off; "
     "SET plan_cache_mode = force_generic_plan; SET client_min_messages = error; "
     "SET search_path = ''; SET synchronous_commit = on; SET statement_timeout = 9000; "
-    "SET lock_timeout = 3000; SET idle_in_transaction_session_timeout = 0";
+    "SET lock_timeout = 3000; SET idle_in_transaction_session_timeout = 0; "
+    "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3; "
+    "SET tcp_user_timeout = 20000";
 
 // Bytes that the library takes from the socket at least, where they are there.
 constexpr size_t kLeastTaken = 8192;
@@ -112,7 +115,8 @@ std::shared_ptr<ServerLink> ServerLink::To(const ServerAddress& address) {
   return link;
 }
 
-ServerLink::ServerLink(const Client& client, const ServerAddress& address) : client_(client) {
+ServerLink::ServerLink(const Client& client, const ServerAddress& address)
+    : client_(client), address_(address) {
   try {
     Connect(address);
     Run(kSettings);
@@ -156,8 +160,59 @@ void ServerLink::Connect(const ServerAddress& address) {
   if (client_.PQsetnonblocking(connection_, 1) != 0) Break();
 }
 
-Rows ServerLink::Ask(const std::string& sql, const Arguments& arguments) {
-  const std::string& name = Prepared(sql);
+Rows ServerLink::Ask(const std::string& text, const Arguments& arguments) {
+  const Question question{text, arguments};
+  return std::move(AskAll({&question, 1}).front());
+}
+
+// What is left half way, for want of memory too, leaves nothing that could go on.
+class ServerLink::Exchange {
+ public:
+  explicit Exchange(ServerLink& link) noexcept : link_(&link) {}
+  ~Exchange() {
+    if (link_) link_->Close();
+  }
+  Exchange(const Exchange&) = delete;
+  Exchange& operator=(const Exchange&) = delete;
+  void Finish() noexcept { link_ = nullptr; }
+
+ private:
+  ServerLink* link_;
+};
+
+std::vector<Rows> ServerLink::AskAll(std::span<const Question> questions) {
+  if (!connection_) throw Failure{kNotActive};
+  const auto end = AnswerEnd();
+  Exchange exchange(*this);
+  if (!client_.PQenterPipelineMode(connection_)) Break();
+  std::vector<Awaited> awaited;
+  for (const Question& question : questions) SendQuestion(question, awaited);
+  if (!client_.PQpipelineSync(connection_)) Break();
+  ++roundTrips_;
+  takenIn_ = 0;
+  Flush(end);
+  Status refused = kOk;
+  std::vector<Rows> answers = TakeAnswers(awaited, end, refused);
+  exchange.Finish();
+  Conclude(refused);
+  return answers;
+}
+
+void ServerLink::SendQuestion(const Question& question, std::vector<Awaited>& awaited) {
+  const auto found = prepared_.find(question.text);
+  if (found != prepared_.end()) {
+    awaited.emplace_back();
+    return SendPrepared(found->second, question.arguments);
+  }
+  const std::string name = "s" + std::to_string(names_++);
+  const char* text = question.text.c_str();
+  if (!client_.PQsendPrepare(connection_, name.c_str(), text, 0, nullptr)) Break();
+  awaited.push_back({&question.text, name});
+  awaited.emplace_back();
+  SendPrepared(name, question.arguments);
+}
+
+void ServerLink::SendPrepared(const std::string& name, const Arguments& arguments) {
   const size_t count = arguments.values_.size();
   std::vector<const char*> values(count);
   std::vector<int> sizes(count);
@@ -168,24 +223,32 @@ Rows ServerLink::Ask(const std::string& sql, const Arguments& arguments) {
     values[at] = value.isNull ? nullptr : value.bytes ? value.bytes : number;
     sizes[at] = value.size;
   }
-  if (!connection_) throw Failure{kNotActive};
-  return Answer(client_.PQsendQueryPrepared(connection_, name.c_str(), static_cast<int>(count),
-                                            values.data(), sizes.data(), formats.data(),
-                                            kBinaryFormat));
+  const int sent =
+      client_.PQsendQueryPrepared(connection_, name.c_str(), static_cast<int>(count), values.data(),
+                                  sizes.data(), formats.data(), kBinaryFormat);
+  if (!sent) Break();
+}
+
+std::vector<Rows> ServerLink::TakeAnswers(const std::vector<Awaited>& awaited,
+                                          Clock::time_point end, Status& refused) {
+  std::vector<Rows> answers;
+  for (const Awaited& each : awaited) {
+    Rows rows = TakeResults(end, refused);
+    if (!each.prepares) {
+      answers.push_back(std::move(rows));
+    } else if (refused == kOk) {
+      prepared_.emplace(*each.prepares, each.name);
+    }
+  }
+  AwaitAnswer(end);
+  const Rows mark(client_, client_.PQgetResult(connection_));
+  if (mark.State() != kPipelineSync || !client_.PQexitPipelineMode(connection_)) Break();
+  return answers;
 }
 
 void ServerLink::Run(const std::string& sql) {
   if (!connection_) throw Failure{kNotActive};
   Answer(client_.PQsendQuery(connection_, sql.c_str()));
-}
-
-const std::string& ServerLink::Prepared(const std::string& sql) {
-  if (!connection_) throw Failure{kNotActive};
-  const auto found = prepared_.find(sql);
-  if (found != prepared_.end()) return found->second;
-  std::string name = "s" + std::to_string(prepared_.size());
-  Answer(client_.PQsendPrepare(connection_, name.c_str(), sql.c_str(), 0, nullptr));
-  return prepared_.emplace(sql, std::move(name)).first->second;
 }
 
 const std::string& ServerLink::LastRefusal() noexcept { return Refusal(); }
@@ -199,16 +262,30 @@ Rows ServerLink::Answer(int sent) {
   return TakeAnswer(end);
 }
 
-// Of several answers the first refusal counts, else the last one.
 Rows ServerLink::TakeAnswer(Clock::time_point end, bool toCopy) {
-  Rows rows;
   Status refused = kOk;
+  Rows rows = TakeResults(end, refused, toCopy);
+  if (rows.State() != kCopyingIn) Conclude(refused);
+  return rows;
+}
+
+// After everything that was asked for has been answered.
+void ServerLink::Conclude(Status refused) {
+  TakeNotices();
+  if (refused == kNotActive || client_.PQstatus(connection_) != kConnectionOk) Break();
+  if (refused != kOk) throw Failure{refused};
+}
+
+// Of several results the last one; the first refusal there is stays.
+Rows ServerLink::TakeResults(Clock::time_point end, Status& refused, bool toCopy) {
+  Rows rows;
+  takenIn_ = 0;
   while (true) {
     AwaitAnswer(end);
     PgResult* result = client_.PQgetResult(connection_);
-    if (!result) break;
+    if (!result) return rows;
     rows = Rows(client_, result);
-    const int state = client_.PQresultStatus(result);
+    const int state = rows.State();
     if (toCopy && state == kCopyingIn) return rows;
     if (state == kCommandOk || state == kTuplesOk || refused != kOk) continue;
     const char* code = client_.PQresultErrorField(result, kFieldSqlState);
@@ -217,10 +294,6 @@ Rows ServerLink::TakeAnswer(Clock::time_point end, bool toCopy) {
     refused = StatusOfState(code);
     Refusal() = TextOrNone(client_.PQresultErrorField(result, kFieldMessage));
   }
-  TakeNotices();
-  if (refused == kNotActive || client_.PQstatus(connection_) != kConnectionOk) Break();
-  if (refused != kOk) throw Failure{refused};
-  return rows;
 }
 
 void ServerLink::Flush(Clock::time_point end) {
@@ -270,10 +343,29 @@ uint64_t ServerLink::NoticesOf(const std::string& channel) {
 }
 
 void ServerLink::TakeNotices() {
+  const int own = client_.PQbackendPID(connection_);
   while (PgNotification* notice = client_.PQnotifies(connection_)) {
-    if (const auto found = notices_.find(notice->channel); found != notices_.end()) ++found->second;
+    const auto found = notices_.find(notice->channel);
+    if (found != notices_.end() && notice->backend != own) ++found->second;
     client_.PQfreemem(notice);
   }
+}
+
+bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
+  constexpr std::chrono::milliseconds kBetweenLooks{50};
+  const Arguments number = Arguments().Add(transaction);
+  try {
+    ServerLink other(client_, address_);
+    for (const auto end = Clock::now() + kAnswerLimit; Clock::now() < end;) {
+      const Rows rows = other.Ask("SELECT txid_status($1::bigint)", number);
+      if (rows.IsNull(0, 0)) return false;
+      const std::string status = TextOf(rows.Bytes(0, 0));
+      if (status != "in progress") return status == "committed";
+      std::this_thread::sleep_for(kBetweenLooks);
+    }
+  } catch (...) {  // nobody can tell
+  }
+  return false;
 }
 
 ServerTransaction::ServerTransaction(std::shared_ptr<ServerLink> link) : link_(std::move(link)) {

@@ -15,6 +15,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -22,6 +23,7 @@
 
 #include "btrieve/server/LinkFile.h"
 #include "btrieve/server/Rows.h"
+#include "btrieve/server/ServerWork.h"
 
 namespace btrieve::server {
 
@@ -29,6 +31,7 @@ inline constexpr std::chrono::milliseconds kConnectLimit{5000};
 inline constexpr std::chrono::milliseconds kAnswerLimit{10000};
 // Bytes; a batch of the longest records has a fourth of them.
 inline constexpr size_t kLongestAnswer = size_t{16} << 20;
+inline constexpr std::chrono::milliseconds kLongAnswerLimit{600000};
 
 // What goes with a statement, $1 first. Bytes are not copied: they must stay until it is sent.
 class Arguments {
@@ -48,6 +51,12 @@ class Arguments {
   std::vector<Value> values_;
 };
 
+// One statement, with one text for all its arguments' values: it is prepared by that.
+struct Question {
+  std::string text;
+  Arguments arguments;
+};
+
 class ServerLink {
  public:
   // The connection there is, or a new one.
@@ -59,9 +68,11 @@ class ServerLink {
 
   bool IsAlive() const noexcept { return connection_ != nullptr; }
 
-  // One statement with its answer: one round trip, the first time two, for statements are prepared
-  // by their text.
-  Rows Ask(const std::string& sql, const Arguments& arguments = {});
+  // One statement with its answer.
+  Rows Ask(const std::string& text, const Arguments& arguments = {});
+  // Several, in one round trip. The first that is refused counts, and those behind it are not
+  // carried out.
+  std::vector<Rows> AskAll(std::span<const Question> questions);
   // Statements without arguments or answers, separated by semicolons: one round trip.
   void Run(const std::string& sql);
 
@@ -79,15 +90,52 @@ class ServerLink {
   // Round trips so far.
   uint64_t RoundTrips() const noexcept { return roundTrips_; }
 
+  ServerWork& Work() noexcept { return work_; }
+  // Whether the server has committed one of its transactions, when the answer to that was lost: it
+  // is asked on another connection. False where it has not, or cannot be asked.
+  bool HasCommitted(int64_t transaction) const noexcept;
+  // For what takes the server long, within a transaction of it: answers are waited for that much
+  // longer until the end of the scope.
+  class LongAnswers {
+   public:
+    explicit LongAnswers(ServerLink& link) : link_(link) {
+      link.Run("SET LOCAL statement_timeout = 0");
+      link.answerLimit_ = kLongAnswerLimit;
+    }
+    ~LongAnswers() { link_.answerLimit_ = kAnswerLimit; }
+    LongAnswers(const LongAnswers&) = delete;
+    LongAnswers& operator=(const LongAnswers&) = delete;
+
+   private:
+    ServerLink& link_;
+  };
+
+  // For who cannot leave it as it is: the server undoes what was under way and lets go of all.
+  void Abandon() noexcept { Close(); }
+
  private:
   friend class CopyIn;
   using Clock = std::chrono::steady_clock;
+
+  // What a connection still has to answer: a statement's preparation, or the statement.
+  struct Awaited {
+    const std::string* prepares = nullptr;  // by its text
+    std::string name;
+  };
+
+  class Exchange;
 
   ServerLink(const Client& client, const ServerAddress& address);
 
   void Connect(const ServerAddress& address);
   [[noreturn]] void RefuseConnection();
-  const std::string& Prepared(const std::string& sql);
+  void SendQuestion(const Question& question, std::vector<Awaited>& awaited);
+  void SendPrepared(const std::string& name, const Arguments& arguments);
+  std::vector<Rows> TakeAnswers(const std::vector<Awaited>& awaited, Clock::time_point end,
+                                Status& refused);
+  // The results of one of the things that have been sent, up to the end that the library marks.
+  Rows TakeResults(Clock::time_point end, Status& refused, bool toCopy = false);
+  void Conclude(Status refused);
   // After one of the library's functions has taken something to send.
   Rows Answer(int sent);
   // `toCopy`: the answer is that the server takes the rows of a copy now.
@@ -102,8 +150,11 @@ class ServerLink {
 
   const Client& client_;
   PgConnection* connection_ = nullptr;
+  ServerAddress address_;
+  ServerWork work_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
-  std::unordered_map<std::string, uint64_t> notices_;      // by channel
+  uint64_t names_ = 0;
+  std::unordered_map<std::string, uint64_t> notices_;  // by channel
   uint64_t roundTrips_ = 0;
   std::chrono::milliseconds answerLimit_ = kAnswerLimit;
   size_t takenIn_ = 0;  // bytes of the answer under way

@@ -21,6 +21,7 @@ ServerSpec SpecOf(Storage& file) {
   ServerSpec spec;
   spec.file = file.Spec();
   for (const Index& index : file.Indexes()) spec.keyIds.push_back(index.id);
+  spec.nextKeyId = file.NextKeyId();
   spec.owner = file.ReadOwner();
   return spec;
 }

@@ -30,6 +30,7 @@ Session::Patience::Patience(Session& session, DataFile* file, bool wait) noexcep
 }
 
 Status Session::Patience::Pause(Status refusal) {
+  if (file_ && file_->Base().IsLost()) return kNotActive;
   if (Clock::now() + next_ > end_) return refusal;
   if (IsDeadlocked()) return kDeadlock;
   if (file_) file_->Locks().ForgetRefusal();
@@ -73,6 +74,7 @@ void Session::Register(const std::shared_ptr<DataFile>& file) {
 }
 
 void Session::NoteCommit(DataFile& file) noexcept {
+  if (file.Base().Foreign()) return;  // whose server has it on stable storage
   file.MarkDirty();
   if (!file.Base().IsWriting()) file.Base().Carrier().AfterCommit(file.Base().Link().Get());
   if (!anyDirty_) dirtySince_ = Clock::now();
@@ -106,7 +108,9 @@ void Session::LetGoOfLongLogs() noexcept {
 Status Session::Occupy(DataFile& file) {
   if (file.Locks().HasWhole()) return kOk;
   TakePart(file, false);  // whose end gives the file back
-  return file.Locks().TakeWhole();
+  const Status status = file.Locks().TakeWhole();
+  if (status == kOk && file.Base().Foreign()) file.Base().Foreign()->ForgetRead();
+  return status;
 }
 
 void Session::TakePart(DataFile& file, bool writes) {

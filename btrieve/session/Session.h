@@ -116,7 +116,8 @@ class Session {
   Status OpenFile(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                   bool& alone);
   Status Reopen(DataFile& file, bool exclusive);
-  Status ReachAnew(DataFile& file);
+  Status ReachAnew(DataFile& file, bool exclusive);
+  Status OpenLink(DataFile& file, bool exclusive, HeldByte& gate);
   void Register(const std::shared_ptr<DataFile>& file);
   // Carries on what the file, as a transaction's coordinator, still has to tell other files.
   void FinishRedo(DataFile& file);
@@ -127,6 +128,10 @@ class Session {
   void Commit();
   bool MakeRoom() noexcept;
   void CommitParts();
+  struct Coming;
+  void Write(Coming& coming);
+  void NoteWritten(Coming& coming);
+  void CommitElsewhere();
   bool DecisionIsVoid() noexcept;
   void AbortPart(DataFile& file, bool removeIntent);
   void CommitOne(DataFile& file);

@@ -118,14 +118,25 @@ Status OpenOld(DataFile& file, bool exclusive) {
   return kOk;
 }
 
+// At the server; a gate that others hold is passed soon.
+Status DeclareOpenElsewhere(LockBytes& bytes, bool exclusive) {
+  const HeldByte gate = HeldByte::Exclusive(bytes, lockbyte::kGate);
+  if (!gate) return kFileInUse;
+  const bool granted =
+      exclusive ? bytes.TryExclusive(lockbyte::kOpen) : bytes.TryShared(lockbyte::kOpen);
+  return granted ? kOk : kIncompatibleMode;
+}
+
 // Others may open the file while its server is asked, which may take seconds.
-Status OpenLink(DataFile& file, bool exclusive, HeldByte& gate) {
+Status ReachServer(DataFile& file, HeldByte& gate) {
   std::vector<uint8_t> bytes;
   LockSpace& space = file.Locks().Space();
-  const Status status = ReadWhole(space, exclusive, server::kLargestLink, bytes);
+  const Status status = ReadWhole(space, false, server::kLargestLink, bytes);
   if (status != kOk) return status;
   gate.Release();
-  file.Base().OpenForeign(server::OpenLinked(bytes));
+  std::unique_ptr<ForeignFile> linked = server::OpenLinked(bytes);
+  file.Locks().HoldElsewhere(linked->MakeLocks());
+  file.Base().OpenForeign(std::move(linked));
   return kOk;
 }
 
@@ -163,6 +174,11 @@ Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& fil
   return isStill ? kOk : kLookAgain;
 }
 
+Status Session::OpenLink(DataFile& file, bool exclusive, HeldByte& gate) {
+  if (const Status status = ReachServer(file, gate)) return status;
+  return Retry(true, [&] { return DeclareOpenElsewhere(file.Locks().Bytes(), exclusive); });
+}
+
 Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
                          bool& alone) {
   std::shared_ptr<DataFile> found;
@@ -188,24 +204,32 @@ Status Session::OpenFile(const std::string& path, bool exclusive, std::shared_pt
 }
 
 // Who had it open stood on what may be another server's state by now, and is told so.
-Status Session::ReachAnew(DataFile& file) {
+Status Session::ReachAnew(DataFile& file, bool exclusive) {
+  const auto& used = transaction_.files;
+  const auto isIt = [&](const std::shared_ptr<DataFile>& each) { return each.get() == &file; };
+  if (std::ranges::any_of(used, isIt)) return kNotActive;  // until the transaction has been ended
   cursors_.ForEachOn(file, [](Cursor& cursor) {
     cursor.walk.End();
     cursor.isLost = true;
+    cursor.locks.clear();
+    cursor.lockKind = LockKind::None;
   });
+  file.openExclusively = false;
   HeldByte gate;
-  return OpenLink(file, false, gate);
+  return OpenLink(file, exclusive, gate);
 }
 
 Status Session::Reopen(DataFile& file, bool exclusive) {
   if (file.Base().IsLost()) {
-    if (const Status status = ReachAnew(file)) return status;
+    const Status status = ReachAnew(file, exclusive);
+    file.openExclusively = exclusive && status == kOk;
+    return status;
   }
   if (file.openExclusively && file.openCursors > 0) return kIncompatibleMode;
   if (!exclusive) return kOk;
   if (file.openCursors > 0) return kIncompatibleMode;
   if (file.Base().IsReadOnly()) return kPermissionError;
-  LockSpace& space = file.Locks().Space();
+  LockBytes& space = file.Locks().Bytes();
   const HeldByte gate = HeldByte::Exclusive(space, lockbyte::kGate);
   if (!gate) return kFileInUse;
   space.Release(lockbyte::kOpen);

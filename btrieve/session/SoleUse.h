@@ -17,7 +17,7 @@ class SoleUse {
   explicit operator bool() const noexcept { return granted_; }
 
  private:
-  LockSpace& space_;
+  LockBytes& space_;
   HeldByte gate_;
   bool lifted_ = false;
   bool granted_ = false;

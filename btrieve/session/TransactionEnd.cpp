@@ -62,28 +62,72 @@ void Session::Begin(TransactionKind kind, LockRequest readLock, bool retriesWrit
   deciding_ = decided_ = false;
 }
 
+// What a concurrent transaction has changed in one file, on its way there.
+struct Session::Coming {
+  explicit Coming(DataFile& changed) : file(changed), changes(std::move(changed.Part().overlay)) {}
+  // What did not get there is the transaction's again.
+  void GiveBack() noexcept { file.Part().overlay = std::move(changes); }
+
+  DataFile& file;
+  std::unique_ptr<Overlay> changes;
+  VersionMap versions;
+};
+
+// Within a write transaction, which begins here unless the transaction is an exclusive one.
+void Session::Write(Coming& coming) {
+  DataFile& file = coming.file;
+  file.Base().EndWalks();
+  if (!file.Part().writes) file.Base().BeginWrite();
+  if (!coming.changes) return;
+  coming.versions = WriteChanges(file, *coming.changes);
+  file.ReturnReserved();
+}
+
+void Session::NoteWritten(Coming& coming) {
+  Participation& part = coming.file.Part();
+  part.writes = false;
+  part.intent = false;
+  NoteCommit(coming.file);
+  if (coming.changes) RenumberCursors(cursors_, coming.file, *coming.changes, coming.versions);
+}
+
+// The server that holds the files commits them together. Each is waited for while the others are
+// held, so all processes take them in one order.
+void Session::CommitElsewhere() {
+  std::vector<DataFile*> files;
+  for (const auto& file : transaction_.writers) files.push_back(file.get());
+  std::ranges::sort(files, {}, [](DataFile* file) { return file->Base().Foreign()->Number(); });
+  std::vector<Coming> all;
+  all.reserve(files.size());
+  try {
+    for (DataFile* file : files) Write(all.emplace_back(*file));
+    deciding_ = true;
+    for (const Coming& coming : all) coming.file.Base().CommitWrite();
+  } catch (...) {
+    for (Coming& coming : all) {
+      coming.file.Base().RollbackWrite();
+      coming.GiveBack();
+    }
+    throw;
+  }
+  decided_ = true;
+  for (Coming& coming : all) NoteWritten(coming);
+}
+
 // Writes what the transaction has changed in one file and commits it there. In a file that only
 // follows, the intent goes with the same commit.
 void Session::CommitOne(DataFile& file) {
-  Participation& part = file.Part();
-  file.Base().EndWalks();
-  if (!part.writes) file.Base().BeginWrite();
-  std::unique_ptr<Overlay> changes = std::move(part.overlay);
-  VersionMap versions;
+  Coming coming(file);
   try {
-    if (changes) versions = WriteChanges(file, *changes);
-    if (changes) file.ReturnReserved();
-    if (part.intent) RemoveIntent(file, transaction_.number);
+    Write(coming);
+    if (file.Part().intent) RemoveIntent(file, transaction_.number);
     file.Base().CommitWrite();
   } catch (...) {
     file.Base().RollbackWrite();
-    part.overlay = std::move(changes);
+    coming.GiveBack();
     throw;
   }
-  part.writes = false;
-  part.intent = false;
-  NoteCommit(file);
-  if (changes) RenumberCursors(cursors_, file, *changes, versions);
+  NoteWritten(coming);
 }
 
 void Session::TakeOwnerByte(DataFile& file) {
@@ -167,6 +211,8 @@ void Session::CommitParts() {
 
 void Session::Commit() {
   if (transaction_.broken != kOk) throw Failure{transaction_.broken};
+  const auto& writers = transaction_.writers;
+  if (!writers.empty() && writers.front()->Base().Foreign()) return CommitElsewhere();
   const bool single = transaction_.writers.size() == 1;
   deciding_ = deciding_ || single;
   if (single) CommitOne(*transaction_.writers.front());
@@ -234,7 +280,7 @@ void Session::ReviseCursors(DataFile& file, uint64_t committedVersion) {
 // What could not be committed may stand in the log nevertheless. While it cannot be ruled out, the
 // intents of other files stay for those who settle them.
 bool Session::DecisionIsVoid() noexcept {
-  if (!deciding_) return true;
+  if (!deciding_ || transaction_.writers.front()->Base().Foreign()) return true;
   try {
     MakeDecisionFinal(*transaction_.writers.front());
     return true;
@@ -263,6 +309,7 @@ void Session::AbortPart(DataFile& file, bool removeIntent) {
   }
   try {
     file.Base().EnterRead();
+    file.Base().RenewCounts();
     ReviseCursors(file, file.Base().Counts().version);
   } catch (...) {  // then no version is known to be right
     cursors_.ForEachOn(file, [](Cursor& cursor) {

@@ -4,11 +4,16 @@
 
 namespace btrieve {
 
-WriteScope::WriteScope(Session& session, DataFile& file)
-    : session_(session), file_(file), kind_(session.Running().kind), activity_(file.Locks()) {
+WriteScope::WriteScope(Session& session, DataFile& file, uint32_t record)
+    : session_(session), file_(file), kind_(session.Running().kind), lone_{record} {
+  CheckHome();
+  if (!IsLone()) activity_.emplace(file.Locks());
   if (kind_ == TransactionKind::Exclusive) {
     EnterExclusive();
-  } else if (!activity_) {
+  } else if (IsLone()) {
+    blocked_ = file_.Base().BeginLoneWrite(lone_);
+    if (blocked_ != kOk) file_.Locks().NoteRefusal(lockbyte::kTransaction);
+  } else if (!*activity_) {
     blocked_ = kFileInUse;
   } else if (kind_ == TransactionKind::None) {
     EnterPlain();
@@ -22,6 +27,12 @@ WriteScope::WriteScope(Session& session, DataFile& file)
 WriteScope::~WriteScope() {
   if (kind_ == TransactionKind::None) file_.Base().RollbackWrite();
   GiveBack();
+}
+
+// What is to be there as a whole or not at all has one place that decides it.
+void WriteScope::CheckHome() const {
+  const auto& writers = session_.Running().writers;
+  if (!writers.empty() && writers.front()->Home() != file_.Home()) throw Failure{kNotAllowed};
 }
 
 // So that a refused write keeps nobody waiting, and waits itself with no more than it had before.
@@ -60,7 +71,7 @@ void WriteScope::Settle() {
 // The activity stands for the time before the file is taken whole; after that it would be in the
 // way of the taking.
 void WriteScope::EnterExclusive() {
-  activity_.End();
+  activity_->End();
   blocked_ = session_.Occupy(file_);
   Participation& part = file_.Part();
   if (blocked_ != kOk || part.writes) return;
@@ -81,6 +92,12 @@ void WriteScope::EnterExclusive() {
 
 // The commit before the transaction's own says what must be known should it not come to its end.
 void WriteScope::OpenExclusively(bool follows) {
+  if (file_.Base().Foreign()) {
+    file_.Base().BeginWrite();
+    file_.Part().firstAhead = file_.Base().Counts().nextPosition;
+    file_.Part().writes = true;
+    return;
+  }
   if (follows) session_.TakeOwnerByte(file_);
   file_.Base().BeginWrite();
   try {
@@ -131,6 +148,11 @@ Status WriteScope::NewPosition(uint32_t& position) {
 
 Status WriteScope::HoldRecord(uint32_t position) {
   if (kind_ == TransactionKind::Exclusive) return kOk;
+  if (IsLone()) {
+    if (lone_.recordIsFree) return kOk;
+    file_.Locks().NoteRefusal(lockbyte::Record(position));
+    return kRecordInUse;
+  }
   if (kind_ == TransactionKind::None) {
     HeldByte byte;
     if (!file_.Locks().HoldBriefly(position, byte)) return kRecordInUse;
@@ -164,23 +186,41 @@ bool WriteScope::Claim(uint64_t hash) {
 void WriteScope::ClaimAllKeys() noexcept {
   const auto isUnique = [](const Index& index) { return !index.duplicates; };
   const auto& indexes = file_.Base().Indexes();
-  if (kind_ != TransactionKind::None || std::ranges::none_of(indexes, isUnique)) return;
+  if (kind_ != TransactionKind::None || IsLone() || std::ranges::none_of(indexes, isUnique)) return;
   (void)file_.Locks().ClaimAllBriefly(everyValue_);
 }
 
-Status WriteScope::ClaimKeys(const WritePlan& plan) {
+Status WriteScope::ClaimKeys(const WritePlan& plan, bool now) {
+  carried_.assign(static_cast<size_t>(file_.KeyCount()), 0);
   if (kind_ == TransactionKind::Exclusive) return kOk;
   for (int slot = 0; slot < file_.KeyCount(); ++slot) {
     const Index& index = file_.IndexAt(slot);
     if (index.duplicates || !plan.Adds(slot)) continue;
-    if (!Claim(ClaimOf(index, plan.keys[slot].after))) return kRecordInUse;
+    const uint64_t claim = ClaimOf(index, plan.keys[slot].after);
+    if (IsLone() && !now) {
+      carried_[slot] = claim;
+    } else if (!Claim(claim)) {
+      return kRecordInUse;
+    }
   }
   return kOk;
 }
 
-Status WriteScope::Confirm() {
+// What was planned upon was read before the locks that keep it so were had.
+Status WriteScope::Recheck(const WritePlan& plan, uint64_t version) {
+  const Overlay* changes = file_.Uncommitted();
+  const bool isOwn = changes && changes->Find(plan.position);
+  if (plan.existed && !isOwn && !file_.Base().IsStill(plan.position, version)) return kLookAgain;
+  return Writer().FindTaken(plan) == kOk ? kOk : kLookAgain;
+}
+
+Status WriteScope::Confirm(const WritePlan& plan, uint64_t version) {
   if (kind_ == TransactionKind::Exclusive) return kOk;
-  if (!file_.Base().IsCurrent()) return kLookAgain;
+  if (kind_ == TransactionKind::Concurrent && file_.Base().Foreign()) {
+    if (const Status status = Recheck(plan, version)) return status;
+  } else if (!file_.Base().IsCurrent()) {
+    return kLookAgain;
+  }
   // Who held a lock that has just been taken may have died with its transaction decided.
   if (!session_.IsSettled(file_)) return kLookAgain;
   if (kind_ == TransactionKind::None) return kOk;
@@ -191,19 +231,21 @@ Status WriteScope::Confirm() {
   return kOk;
 }
 
-Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version) {
+Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version, bool last) {
   Transaction& running = session_.Running();
   const bool exclusive = kind_ == TransactionKind::Exclusive;
   if (exclusive && running.broken != kOk) throw Failure{running.broken};
   try {
-    if (const Status status = Writer().Carry(plan, image, version)) return status;
+    const CarryTerms terms{IsLone() && last, carried_};
+    if (const Status status = Writer().Carry(plan, image, version, terms)) return status;
   } catch (...) {
     if (exclusive) running.broken = CaughtStatus();
     throw;
   }
   newClaims_.clear();
   newRecords_ = 0;
-  if (exclusive && running.writers.front().get() != &file_) {
+  const bool isLogged = exclusive && !file_.Base().Foreign();
+  if (isLogged && running.writers.front().get() != &file_) {
     file_.Part().changed.insert(plan.position);
   }
   return kOk;

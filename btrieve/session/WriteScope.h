@@ -4,6 +4,7 @@
 // locks of what it has carried.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "btrieve/files/RecordWriter.h"
@@ -13,8 +14,9 @@ namespace btrieve {
 
 class WriteScope {
  public:
-  // Throws Failure. See Blocked.
-  WriteScope(Session& session, DataFile& file);
+  // `record`: the one to be changed; 0 for new ones. Throws Failure: 41 for a file that has another
+  // home than what the transaction has changed. See Blocked.
+  WriteScope(Session& session, DataFile& file, uint32_t record = 0);
   ~WriteScope();
   WriteScope(const WriteScope&) = delete;
   WriteScope& operator=(const WriteScope&) = delete;
@@ -29,24 +31,35 @@ class WriteScope {
   RecordWriter Writer() noexcept { return RecordWriter(file_, IsDirect()); }
   // Carry itself finds out whether a new record's values are taken.
   bool RefusesTaken() const noexcept { return IsDirect() && blocked_ == kOk; }
+  // A changed one's, too.
+  bool RefusesAllTaken() const noexcept { return RefusesTaken() && file_.Base().Foreign(); }
   // For a new record: 0, 18 when all numbers are taken, or as Unsettled.
   [[nodiscard]] Status NewPosition(uint32_t& position);
 
   // After planning: 84 while others hold the record or add the same unique value.
   [[nodiscard]] Status HoldRecord(uint32_t position);
-  [[nodiscard]] Status ClaimKeys(const WritePlan& plan);
+  // `now`: where Carry could do it, too.
+  [[nodiscard]] Status ClaimKeys(const WritePlan& plan, bool now = false);
   // For many new records, before the first: one lock in place of one a value, where nobody else
   // adds any; and whether the scope has as many locks as it had better have: each is looked for
   // among all.
   void ClaimAllKeys() noexcept;
   bool IsFull() const noexcept { return brief_.size() >= kManyLocks; }
-  // kLookAgain when what was planned upon may no longer hold.
-  [[nodiscard]] Status Confirm();
-  // As RecordWriter::Carry.
-  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version);
+  // kLookAgain when what was planned upon may no longer hold; `version` that of the record as it
+  // was.
+  [[nodiscard]] Status Confirm(const WritePlan& plan, uint64_t version);
+  // As RecordWriter::Carry. After `last` comes nothing but Commit.
+  [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version,
+                             bool last = false);
   void Commit();
 
  private:
+  // A write outside of transactions in a file that is kept elsewhere: one round trip begins it.
+  bool IsLone() const noexcept {
+    return kind_ == TransactionKind::None && file_.Base().Foreign() != nullptr;
+  }
+  void CheckHome() const;
+  Status Recheck(const WritePlan& plan, uint64_t version);
   void EnterPlain();
   void EnterExclusive();
   void EnterConcurrent();
@@ -60,7 +73,9 @@ class WriteScope {
   Session& session_;
   DataFile& file_;
   TransactionKind kind_;
-  FileLocks::Activity activity_;
+  std::optional<FileLocks::Activity> activity_;  // none for a lone write
+  LoneWrite lone_;
+  std::vector<uint64_t> carried_;  // claims, for Carry
   Status unsettled_ = kOk;
   Status blocked_ = kOk;
   static constexpr size_t kManyLocks = 256;

@@ -120,6 +120,7 @@ bool BaseWalk::Step(Hit& hit) {
 }
 
 void BaseWalk::ReadAgain(Hit& hit) {
+  if (!storage_) return;  // elsewhere the walk keeps what it has given
   ByteView row;
   if (!storage_->FindRow(hit.position, row)) ThrowDamaged();
   rows_.Take(storage_->Spec(), row, hit);

@@ -12,6 +12,11 @@
 // least as new as the last Refresh found; a step always goes to the neighbour, in the state read,
 // of what the step before gave.
 //
+// What can be written has locks of its own, which keep processes that reach it from each other. Its
+// write transactions are those of its home: files of one home that are being written at one time
+// are committed together, when the last of them is. Who begins one has waited for whoever was
+// writing to the file.
+//
 // Everything throws Failure: 2 for what nobody could have written, 20 once the file cannot be
 // reached. Views in a hit stay valid until the next read of the file, and not beyond the walk that
 // gave them.
@@ -19,11 +24,15 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "btrieve/keys/Entry.h"
 #include "btrieve/keys/KeySpec.h"
+#include "btrieve/locks/LockBytes.h"
 #include "btrieve/storage/Head.h"
 #include "btrieve/storage/OwnerName.h"
+#include "btrieve/storage/RowChange.h"
+#include "btrieve/system/Status.h"
 
 namespace btrieve {
 
@@ -39,6 +48,19 @@ class ForeignWalk {
 
   // False at the end, and ever after.
   virtual bool Step(Hit& hit) = 0;
+};
+
+// A write of one record outside of transactions, begun in one step with what it must know.
+struct LoneWrite {
+  uint32_t position = 0;     // the record to be changed; 0 for a new one
+  bool recordIsFree = true;  // out: no other process holds it; kept so to the write's end
+};
+
+// How a change is carried out beside the other changes of its transaction.
+struct CarryTerms {
+  bool commits = false;  // it is the last one: the transaction is committed with it
+  // By slot: numbers of the values of unique keys that no other process may be adding; 0: none.
+  std::span<const uint64_t> claims;
 };
 
 class ForeignFile {
@@ -72,6 +94,36 @@ class ForeignFile {
   // Forward: what stands at or above the bound. Backward: below it, from the last one down. The
   // file outlives its walks.
   virtual std::unique_ptr<ForeignWalk> Walk(int slot, bool forward, ByteView bound) = 0;
+
+  // False: none of what follows is called.
+  virtual bool IsWritable() const noexcept { return false; }
+  // Files with the same home can be written in one transaction.
+  virtual const void* Home() const noexcept { return nullptr; }
+  // The file's among those of its home.
+  virtual int64_t Number() const noexcept { return 0; }
+  virtual std::unique_ptr<LockBytes> MakeLocks() { return nullptr; }
+  // Whoever reads now has just got a lock: nothing read before it holds.
+  virtual void ForgetRead() noexcept {}
+
+  // The newest counters go to `head`. 85, with nothing begun, where a lone write is kept off by
+  // another process's exclusive transaction.
+  [[nodiscard]] virtual Status BeginWrite(Head& head, LoneWrite* lone);
+  // 0; or with nothing changed 5 where the value of a unique key is taken, 84 where another process
+  // adds it. `head` are the counters from now on, but for those of different values, which the file
+  // counts itself.
+  [[nodiscard]] virtual Status Carry(const RowChange& change, const Head& head,
+                                     const CarryTerms& terms);
+  // Nothing, where Carry has committed.
+  virtual void CommitWrite(const Head& head);
+  virtual void RollbackWrite() noexcept {}
+  // Within a write transaction. The lowest position that no record has; 0 when all are taken.
+  virtual uint32_t FindFreePosition();
+  virtual void WriteOwner(const OwnerRecord& owner);
+  // A key more, filled from all records, or one less; the transaction's counters are to have room
+  // for it. 5 when a unique key meets equal values. Spec and ids are the new ones then, until
+  // RollbackWrite.
+  [[nodiscard]] virtual Status AddKey(const FileSpec& changed, size_t slot, Head& head);
+  virtual void RemoveKey(const FileSpec& changed, size_t slot, Head& head);
 };
 
 }  // namespace btrieve

@@ -81,15 +81,10 @@ void Storage::Open(const std::string& path, Access access) {
 }
 
 void Storage::OpenForeign(std::unique_ptr<ForeignFile> file) {
-  spec_ = file->Spec();
   head_ = file->Counts();
-  indexes_.clear();
-  for (size_t slot = 0; slot < spec_.keys.size(); ++slot) {
-    indexes_.emplace_back(spec_, spec_.keys[slot], file->KeyId(slot));
-  }
-  NumberSlots();
-  access_ = Access::Unchanging;
+  access_ = file->IsWritable() ? Access::Write : Access::Unchanging;
   foreign_ = std::move(file);
+  TakeForeignSpecification();
 }
 
 void Storage::Close() noexcept {
@@ -204,7 +199,7 @@ bool Storage::RenewLog(const std::string& logPath) noexcept {
 }
 
 bool Storage::CarryLogOver() noexcept {
-  if (writing_) return false;
+  if (writing_ || foreign_) return false;
   LeaveRead();
   sqlite3_busy_timeout(connection_.Get(), kCarryMilliseconds);
   const int result = sqlite3_wal_checkpoint_v2(connection_.Get(), "main",
@@ -277,11 +272,26 @@ void Storage::RuleOutLostCommit() {
 }
 
 void Storage::BeginWrite() {
+  if (foreign_) return (void)BeginElsewhere(nullptr);
   TakeWriteLock();
   while (IsMarked()) {
     WriteOverLostCommit();
     TakeWriteLock();
   }
+}
+
+Status Storage::BeginElsewhere(LoneWrite* lone) {
+  const Status status = foreign_->BeginWrite(head_, lone);
+  writing_ = status == kOk;
+  wrote_ = respecified_ = false;
+  return status;
+}
+
+Status Storage::BeginLoneWrite(LoneWrite& lone) { return BeginElsewhere(&lone); }
+
+Status Storage::CarryElsewhere(const RowChange& change, const CarryTerms& terms) {
+  wrote_ = true;
+  return foreign_->Carry(change, head_, terms);
 }
 
 // Its first page takes the place of the lost commit's first page in the log, and with that the
@@ -331,6 +341,11 @@ void Storage::CommitWrite() {
 }
 
 void Storage::TryCommit() {
+  if (foreign_) {
+    foreign_->CommitWrite(head_);
+    writing_ = false;
+    return;
+  }
   std::vector<uint8_t> before = knownHead_;
   try {
     EndWalks();
@@ -349,6 +364,11 @@ void Storage::RollbackWrite() noexcept {
   if (!writing_) return;
   EndWalks();
   writing_ = false;
+  if (foreign_) {
+    foreign_->RollbackWrite();
+    if (respecified_) RestoreSpecification();
+    return;
+  }
   try {
     if (connection_.InTransaction()) RunOnce(rollback_);
   } catch (...) {  // SQLite then undoes it when the connection goes
@@ -376,6 +396,12 @@ bool Storage::FindRow(uint32_t position, ByteView& row) {
   return true;
 }
 
+bool Storage::IsStill(uint32_t position, uint64_t version) {
+  if (!foreign_ || writing_) return IsCurrent();
+  Hit hit;
+  return foreign_->Fetch(position, hit) && hit.version == version;
+}
+
 bool Storage::Fetch(uint32_t position, Hit& hit) {
   if (foreign_) return foreign_->Fetch(position, hit);
   ByteView row;
@@ -387,6 +413,11 @@ bool Storage::Fetch(uint32_t position, Hit& hit) {
 }
 
 uint32_t Storage::FindEntry(int slot, const Entry& from, const Entry& to) {
+  if (foreign_) {
+    Hit hit;
+    const std::unique_ptr<ForeignWalk> walk = foreign_->Walk(slot, true, from.View());
+    return walk->Step(hit) && BytesLess(hit.entry, to.View()) ? hit.position : 0;
+  }
   const Index& index = indexes_[slot];
   TreeCursor entries;
   entries.Open(connection_.Get(), TreeCursor::Kind::Entries, index.root);
@@ -442,6 +473,7 @@ void Storage::DeleteEntry(int slot, const Entry& entry) {
 }
 
 uint32_t Storage::FindFreePosition() {
+  if (foreign_) return foreign_->FindFreePosition();
   uint32_t free = 1;
   Statement rows = connection_.Prepare("SELECT pos FROM rec ORDER BY pos");
   for (; rows.Step(); ++free) {

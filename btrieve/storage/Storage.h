@@ -93,6 +93,8 @@ class Storage {
     return keyNumber >= 0 && keyNumber <= kHighestKeyNumber ? slots_[keyNumber] : -1;
   }
   std::vector<Index>& Indexes() noexcept { return indexes_; }
+  // For the next key that comes; 0xFFFF when none is left.
+  uint16_t NextKeyId() const noexcept { return nextKeyId_; }
   const std::vector<Index>& Indexes() const noexcept { return indexes_; }
   Head& Counts() noexcept { return head_; }
   // For who is about to tell them: those of a file that is kept elsewhere are only asked for here.
@@ -146,13 +148,17 @@ class Storage {
   // Nothing has been committed since the state being read, nor is a commit under way: one whose
   // process has died in the midst of publishing it may yet come to be seen.
   bool IsCurrent() const noexcept {
-    if (foreign_) return foreign_->IsCurrent();
+    if (foreign_) return writing_ || foreign_->IsCurrent();
     return writing_ || (snapshot_ && !IsMarked() && NothingCommittedSince());
   }
 
   // One write transaction at a time; reads are part of it. It begins from the newest state, behind
   // which no lost commit stands in the log.
   void BeginWrite();
+  // The same for one record's write in a file that is kept elsewhere. 85 as ForeignFile tells.
+  [[nodiscard]] Status BeginLoneWrite(LoneWrite& lone);
+  // There as RecordWriter carries it; `head` is to hold the counters.
+  [[nodiscard]] Status CarryElsewhere(const RowChange& change, const CarryTerms& terms);
   void CommitWrite();
   void RollbackWrite() noexcept;
   bool IsWriting() const noexcept { return writing_; }
@@ -161,6 +167,10 @@ class Storage {
   // A walk that holds pages from now on. Of too many, the one that began first ends.
   void AddWalk(BaseWalk& walk);
   void RemoveWalk(BaseWalk& walk) noexcept;
+
+  // A record is still what it was when it was read, as far as a lock that was got since keeps it
+  // so.
+  bool IsStill(uint32_t position, uint64_t version);
 
   // False when there is none.
   bool Fetch(uint32_t position, Hit& hit);
@@ -199,6 +209,7 @@ class Storage {
   static constexpr size_t kMostWalks = 16;  // each holds some five pages
 
   bool IsMarked() const noexcept { return logHead_ && IsCommitMarked(logHead_); }
+  Status BeginElsewhere(LoneWrite* lone);
   void TryRuleOutLostCommit() noexcept;
   void TakeWriteLock();
   void WriteOverLostCommit();
@@ -207,6 +218,8 @@ class Storage {
   uint32_t RootOf(const std::string& table);
   void CheckTables();
   void LoadSpecification();
+  void TakeForeignSpecification();
+  Status AddIndexElsewhere(const FileSpec& changed, size_t slot);
   void StoreSpecification();
   void LoadHead();
   void ForgetCaches() noexcept;

@@ -137,6 +137,7 @@ void Storage::CheckTables() {
 }
 
 void Storage::LoadSpecification() {
+  if (foreign_) return TakeForeignSpecification();
   Statement read = connection_.Prepare("SELECT body, ids FROM spec WHERE id=1");
   if (!read.Step() || !LoadSpec(read.Bytes(0), spec_)) ThrowDamaged();
   const std::vector<uint16_t> ids = LoadIds(read.Bytes(1), spec_.keys.size());
@@ -153,6 +154,7 @@ void Storage::LoadSpecification() {
 void Storage::RestoreSpecification() noexcept {
   try {
     LoadSpecification();
+    if (foreign_) return;
     for (Index& index : indexes_) PrepareIndex(index);
   } catch (...) {
     indexes_.clear();
@@ -171,13 +173,30 @@ void Storage::StoreSpecification() {
   update.Step();
 }
 
+void Storage::TakeForeignSpecification() {
+  spec_ = foreign_->Spec();
+  indexes_.clear();
+  for (size_t slot = 0; slot < spec_.keys.size(); ++slot) {
+    indexes_.emplace_back(spec_, spec_.keys[slot], foreign_->KeyId(slot));
+  }
+  NumberSlots();
+}
+
+Status Storage::AddIndexElsewhere(const FileSpec& changed, size_t slot) {
+  respecified_ = wrote_ = true;
+  const Status status = foreign_->AddKey(changed, slot, head_);
+  if (status == kOk) TakeForeignSpecification();
+  return status;
+}
+
 Status Storage::AddIndex(const FileSpec& changed, uint8_t number) {
-  if (nextKeyId_ == kNoKeyIdLeft) return kNumberOfKeys;
-  EndWalks();
-  wrote_ = true;
   const auto key = std::find_if(changed.keys.begin(), changed.keys.end(),
                                 [&](const KeySpec& each) { return each.number == number; });
   const size_t slot = static_cast<size_t>(key - changed.keys.begin());
+  if (foreign_) return AddIndexElsewhere(changed, slot);
+  if (nextKeyId_ == kNoKeyIdLeft) return kNumberOfKeys;
+  EndWalks();
+  wrote_ = true;
   Index index(changed, *key, nextKeyId_);
   connection_.Run(MakeEntryTable(index.id).c_str());
   PrepareIndex(index);
@@ -222,6 +241,10 @@ void Storage::RemoveIndex(const FileSpec& changed, uint8_t number) {
                                   [&](const Index& each) { return each.number == number; });
   const uint16_t id = index->id;
   respecified_ = true;
+  if (foreign_) {
+    foreign_->RemoveKey(changed, static_cast<size_t>(index - indexes_.begin()), head_);
+    return TakeForeignSpecification();
+  }
   head_.distinct.erase(head_.distinct.begin() + (index - indexes_.begin()));
   indexes_.erase(index);
   spec_ = changed;
@@ -245,6 +268,7 @@ OwnerRecord Storage::ReadOwner() {
 }
 
 void Storage::WriteOwner(const OwnerRecord& owner) {
+  if (foreign_) return foreign_->WriteOwner(owner);
   wrote_ = true;
   std::vector<uint8_t> bytes;
   if (owner.set) bytes.push_back(owner.mode);

@@ -1,6 +1,7 @@
 #include "btrieve/system/HostFile.h"
 
 #include <atomic>
+#include <cstdio>
 
 #include "btrieve/system/HostPath.h"
 
@@ -36,6 +37,13 @@ void SetSyncHook(SyncHook hook) noexcept { syncHook = hook; }
 bool SyncFile(const std::string& path, bool entryToo) noexcept {
   const SyncHook hook = syncHook;
   return (!hook || hook(path)) && SyncBySystem(path, entryToo);
+}
+
+bool WriteNewFile(const std::string& path, std::string_view bytes) noexcept {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (!file) return false;
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+  return std::fclose(file) == 0 && written && SyncFile(path, false);
 }
 
 }  // namespace btrieve

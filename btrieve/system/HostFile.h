@@ -60,6 +60,9 @@ inline constexpr bool kReplacesOpenFiles = true;
 // be on its way to stable storage still.
 [[nodiscard]] Status PutAsNew(const std::string& from, const std::string& to);
 void RemoveFile(const std::string& path) noexcept;
+// A short file where none is, on stable storage on return, but for its name; false when the system
+// refuses.
+[[nodiscard]] bool WriteNewFile(const std::string& path, std::string_view bytes) noexcept;
 
 // Returns when what was written to the file is on stable storage, with `entryToo` also its name in
 // the directory. A file that is not there is no failure: its last user has taken care of it.

@@ -1,0 +1,183 @@
+// Changing the records of a file on a server.
+#include "btrieve/server/RowStatement.h"
+#include "btrieve/server/ServerFile.h"
+#include "btrieve/server/ServerLocks.h"
+
+namespace btrieve::server {
+namespace {
+
+const Question kBegin{"BEGIN", {}};
+const Question kCommit{"COMMIT", {}};
+const Question kRollback{"ROLLBACK", {}};
+
+constexpr int kNumberColumn = 0;  // of what begins a write: the server's transaction, then the head
+constexpr int kHeadColumn = 1;
+
+// A transaction of the server's that nothing is to come of.
+void Undo(ServerLink& link) noexcept {
+  if (!link.IsAlive()) return;
+  try {
+    link.AskAll({&kRollback, 1});
+  } catch (...) {  // the server undoes it when the connection goes
+    link.Abandon();
+  }
+}
+
+// An exclusive transaction of another process has the row locked for long, so who is not to wait
+// for it asks for the lock of the whole file first.
+Question HeadQuestion(const std::string& files, size_t keys, int64_t id, const int32_t* object) {
+  Question head{"SELECT txid_current(), " + HeadColumns(keys) + " FROM " + files + " WHERE id = $1",
+                Arguments().Add(id)};
+  if (object) {
+    head.text += " AND pg_try_advisory_xact_lock_shared($2::bigint::int, $3::bigint::int)";
+    head.arguments.Add(int64_t{*object}).Add(int64_t{kServerWhole});
+  }
+  head.text += " FOR UPDATE";
+  return head;
+}
+
+Question RecordLock(int32_t object, uint32_t position) {
+  return {"SELECT pg_try_advisory_xact_lock($1::bigint::int, $2::bigint::int)",
+          Arguments().Add(int64_t{object}).Add(int64_t{position})};
+}
+
+}  // namespace
+
+std::unique_ptr<LockBytes> ServerFile::MakeLocks() {
+  return std::make_unique<ServerLocks>(link_, object_);
+}
+
+Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
+  ServerWork& work = link_->Work();
+  if (work.IsBroken()) throw Failure{kTransactionNotWritten};
+  const bool begins = !work.IsOpen();
+  std::vector<Question> questions;
+  if (begins) questions.push_back(kBegin);
+  const size_t headAt = questions.size();
+  questions.push_back(HeadQuestion(FilesTable(place_.schema), spec_.file.keys.size(), spec_.id,
+                                   lone ? &object_ : nullptr));
+  const bool hasRecord = lone && lone->position != 0;
+  if (hasRecord) {
+    questions.push_back({fetch_, Arguments().Add(int64_t{lone->position})});
+    questions.push_back(RecordLock(object_, lone->position));
+  }
+  ForgetRead();
+  try {
+    std::vector<Rows> answers = link_->AskAll(questions);
+    if (answers[headAt].Count() == 0) {
+      if (!lone) throw Failure{kFileNotFound};
+      Undo(*link_);
+      return kFileInUse;
+    }
+    Begun(answers[headAt], head);
+    if (!hasRecord) return kOk;
+    fetched_ = std::move(answers[headAt + 1]);
+    fetchedPosition_ = lone->position;
+    isHere_ = true;
+    lone->recordIsFree = answers[headAt + 2].Truth(0, 0);
+    return kOk;
+  } catch (...) {
+    if (writes_) Leave();
+    Undo(*link_);
+    if (work.IsOpen()) work.Break();
+    throw;
+  }
+}
+
+void ServerFile::Begun(const Rows& heads, Head& head) {
+  stored_ = TakeHead(heads, kHeadColumn, spec_.file.keys.size());
+  head = stored_;
+  link_->Work().Join(heads.Number(0, kNumberColumn));
+  writes_ = true;
+  respecified_ = false;
+}
+
+void ServerFile::Leave() noexcept {
+  writes_ = false;
+  link_->Work().Leave();
+}
+
+Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryTerms& terms) {
+  if (!writes_ || link_->Work().IsBroken()) throw Failure{kTransactionNotWritten};
+  RowStatement statement(spec_, TableName(place_.schema, place_.table), FilesTable(place_.schema));
+  std::vector<Question> questions;
+  questions.push_back(statement.Make(change, head, terms, object_));
+  ForgetRead();
+  const bool commits = terms.commits && link_->Work().IsLast();
+  if (commits) questions.push_back(kCommit);
+  std::vector<Rows> answers;
+  try {
+    answers = link_->AskAll(questions);
+  } catch (const Failure&) {
+    const bool isLost = commits && !link_->IsAlive();
+    if (!isLost || !link_->HasCommitted(link_->Work().Number())) throw;
+    Leave();
+    return kOk;
+  }
+  if (commits) Leave();
+  const Status status = RowStatement::StatusOf(answers.front(), change);
+  if (status == kOk) {
+    const std::vector<uint32_t> counts = stored_.distinct;
+    stored_ = head;
+    stored_.distinct = counts;
+  }
+  return status;
+}
+
+bool ServerFile::HasChanged(const Head& head) const noexcept {
+  return head.nextPosition != stored_.nextPosition || head.records != stored_.records ||
+         head.version != stored_.version || head.updateNumber != stored_.updateNumber;
+}
+
+Question ServerFile::HeadUpdate(const Head& head) const {
+  return {"UPDATE " + FilesTable(place_.schema) +
+              " SET next = $2, records = $3, version = $4, updates = $5 WHERE id = $1",
+          Arguments()
+              .Add(spec_.id)
+              .Add(int64_t{head.nextPosition})
+              .Add(int64_t{head.records})
+              .Add(static_cast<int64_t>(head.version))
+              .Add(int64_t{head.updateNumber})};
+}
+
+void ServerFile::CommitWrite(const Head& head) {
+  if (!writes_) return;
+  ServerWork& work = link_->Work();
+  if (work.IsBroken()) throw Failure{kTransactionNotWritten};
+  std::vector<Question> questions;
+  if (HasChanged(head)) questions.push_back(HeadUpdate(head));
+  if (work.IsLast()) questions.push_back(kCommit);
+  try {
+    if (!questions.empty()) link_->AskAll(questions);
+  } catch (const Failure&) {
+    const bool isLost = work.IsLast() && !link_->IsAlive();
+    if (!isLost || !link_->HasCommitted(work.Number())) throw;
+  }
+  ForgetRead();
+  Leave();
+}
+
+void ServerFile::RollbackWrite() noexcept {
+  if (!writes_) return;
+  if (!link_->Work().IsBroken()) Undo(*link_);
+  link_->Work().Break();
+  ForgetRead();
+  if (respecified_) Follow(std::move(specBefore_));
+  Leave();
+}
+
+uint32_t ServerFile::FindFreePosition() {
+  const std::string table = TableName(place_.schema, place_.table);
+  const Rows rows =
+      link_->Ask("SELECT min(free) FROM (SELECT 1::bigint AS free UNION ALL SELECT pos + 1 FROM " +
+                     table + ") AS each WHERE free <= $1 AND NOT EXISTS (SELECT 1 FROM " + table +
+                     " WHERE pos = free)",
+                 Arguments().Add(int64_t{kHighestPosition}));
+  return rows.IsNull(0, 0) ? 0 : CheckedPosition(rows.Number(0, 0));
+}
+
+void ServerFile::WriteOwner(const OwnerRecord& owner) {
+  WriteServerOwner(*link_, place_.schema, spec_.id, owner);
+}
+
+}  // namespace btrieve::server
