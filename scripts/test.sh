@@ -8,6 +8,9 @@
 # programs when no Windows test is left, and two for native programs and the checks of the sources:
 # many tests wait, for a lock, a key or a process, and leave the processor to others meanwhile.
 # TEST_ONLY, an extended regular expression, picks among the paths of programs and scripts.
+#
+# The record manager's suite runs twice: on files, and with its data files on a private server; of
+# the latter the path begins with "server:".
 
 LOGS=$BUILD/test-logs
 FUZZ_SECONDS=${FUZZ_SECONDS:-4}
@@ -47,6 +50,10 @@ one() {
 }
 
 run_native() {
+  if [[ $1 == server:* ]]; then
+    one "${1##*/}-on-server" gtest scripts/on-server.sh "${1#server:}"
+    return
+  fi
   case ${1##*/} in
     floors.sh) one includes-point-down plain "$1" ;;
     format.sh) one sources-are-formatted plain "$1" ;;
@@ -94,8 +101,15 @@ list_tests() {
       BEGIN { count = split(longest, names); for (i = 1; i <= count; i++) place[names[i]] = i }
       { print $1 in place ? place[$1] : count + 1, $2 }' | sort -s -n -k1,1 | cut -d' ' -f2-
   }
+  list_on_server() {
+    for item in calls crashes; do
+      item=server:$BUILD/native-asan/bin/test_btrieve_$item
+      [[ ! -x ${item#server:} || ! $item =~ ${TEST_ONLY:-.} ]] || echo "$item"
+    done
+  }
   list tests/scripts/*.sh "$BUILD"/windows/bin/test_*.exe >"$LOGS/windows.list"
-  list scripts/floors.sh scripts/format.sh "$BUILD"/native-asan/bin/{test,fuzz}_* >"$LOGS/native.list"
+  list_on_server >"$LOGS/native.list"
+  list scripts/floors.sh scripts/format.sh "$BUILD"/native-asan/bin/{test,fuzz}_* >>"$LOGS/native.list"
 }
 
 # The folder for what a lane's programs store: in memory where there is room, for the programs tell

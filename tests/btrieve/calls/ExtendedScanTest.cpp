@@ -7,6 +7,7 @@
 #include "btrieve/pages/PagePool.h"
 #include "clients/TestFile.h"
 #include "kit/Descriptor.h"
+#include "tests/support/Setting.h"
 
 namespace btrieve::test {
 namespace {
@@ -142,10 +143,11 @@ TEST_F(ExtendedScan, SeesTheOwnTransaction) {
 }
 
 TEST_F(ExtendedScan, GoesTogetherWithWrites) {
+  const int rounds = static_cast<int>(qrn::test::Setting("QRN_SCAN_ROUNDS", 60));
   for (const int begin : {0, 19, 1019}) {
     SCOPED_TRACE(begin);
     if (begin != 0) file_.Call(begin, {});
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < rounds; ++round) {
       const Direction& to = kDirections[round % std::size(kDirections)];
       for (int i = 0; i < 4; ++i) {
         Read(kStepFirst, 0);

@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "Bytes.h"
+#include "Folder.h"
 #include "btrieve.h"
 #include "btrieve/system/Status.h"
-#include "tests/support/TempFolder.h"
 
 namespace btrieve::test {
 
@@ -102,8 +102,6 @@ class ThisProcess : public Client {
  private:
   std::vector<Bytes> blocks_;
 };
-
-using Folder = qrn::test::TempFolder;
 
 // A path as key buffer, with its NUL.
 inline Bytes PathKey(const std::string& path) { return Padded(path, path.size() + 1, '\0'); }
