@@ -86,8 +86,8 @@ TEST(DesignedCompanion, OnlyTextBoxesHaveNoSignBeforeTheirText) {
   EXPECT_FALSE(list.Enter("Text", "a\r\nb"));
   design->Select({IdOf(*design, "l")});
   EXPECT_FALSE(list.Enter("Caption", "a\r\nb"));
-  EXPECT_EQ(Lines(*design, "t"), "Begin VB.TextBox t|Text            =   \"main.frx\":0000|End");
-  EXPECT_EQ(Lines(*design, "l"), "Begin VB.Label l|Caption         =   $\"main.frx\":0005|End");
+  EXPECT_EQ(Lines(*design, "t"), "Begin VB.TextBox t|Text = \"main.frx\":0000|End");
+  EXPECT_EQ(Lines(*design, "l"), "Begin VB.Label l|Caption = $\"main.frx\":0005|End");
 }
 
 TEST(DesignedCompanion, TakesNothingWhileTheFileIsMissing) {

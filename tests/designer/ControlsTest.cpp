@@ -40,21 +40,15 @@ TEST(Controls, AreAddedAsVisualBasicDoes) {
                           &added));
   EXPECT_EQ(Tree(*design), "a f(Command1 b g) c");
   EXPECT_EQ(design->selection(), Ids{added});
-  EXPECT_EQ(
-      Lines(*design, "Command1"),
-      "Begin VB.CommandButton Command1|Caption         =   \"Command1\"|Height          =   "
-      "495|Left            =   15|TabIndex        =   5|Top             =   30|Width           "
-      "=   1215|End");
+  EXPECT_EQ(Lines(*design, "Command1"),
+            "Begin VB.CommandButton Command1|Caption = \"Command1\"|Height = 495|Left = "
+            "15|TabIndex = 5|Top = 30|Width = 1215|End");
   EXPECT_FALSE(AddControl(*design, {"LIB", "Box", design->form(), {0, 0, 1440, 720}}));
-  EXPECT_EQ(
-      Lines(*design, "Box1"),
-      "Begin LIB.Box Box1|_ExtentX        =   2540|_ExtentY        =   1270|BackColor       =   "
-      "&H00C0C0C0&|Height          =   720|Left            =   0|TabIndex        =   6|Top         "
-      " "
-      "   =   0|Width           =   1440|End");
+  EXPECT_EQ(Lines(*design, "Box1"),
+            "Begin LIB.Box Box1|_ExtentX = 2540|_ExtentY = 1270|BackColor = &H00C0C0C0&|Height = "
+            "720|Left = 0|TabIndex = 6|Top = 0|Width = 1440|End");
   EXPECT_FALSE(AddControl(*design, {"LIB", "Source", design->form(), {60, 45, 9, 9}}));
-  EXPECT_EQ(Lines(*design, "Source1"),
-            "Begin LIB.Source Source1|Left            =   60|Top             =   45|End");
+  EXPECT_EQ(Lines(*design, "Source1"), "Begin LIB.Source Source1|Left = 60|Top = 45|End");
   const std::string file = Actions::Saved(*design);
   EXPECT_EQ(file.find("Object = \"{0D4A7E11-1111-2222-3333-444455556666}#1.A#0\"; \"lib.ocx\"\r\n"),
             14u);

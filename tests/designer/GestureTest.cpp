@@ -38,51 +38,33 @@ std::string Selected(const Design& design) {
 struct PressCase {
   const char* what;
   const char* selected;  // names before
-  Point from;
-  Point to;
+  Point from, to;
   Held held;
   const char* after;  // names selected
   const char* steps;  // what the design tells that it can undo
   Place text;         // of t, on the form
 };
 
-const Place kText{3000, 600, 1200, 300};
+constexpr Held kPlain, kShift{true, false}, kCtrl{false, true};
+constexpr Place kText{3000, 600, 1200, 300}, kMoved{3240, 600, 1200, 300},
+    kSized{3000, 600, 1560, 300};
 
 const PressCase kPresses[] = {
-    {"a click selects", "", {3100, 700}, {3100, 700}, {}, "t", "", kText},
-    {"the innermost", "", {900, 900}, {900, 900}, {}, "b", "", kText},
-    {"a click beside all selects the form", "t", {100, 100}, {100, 100}, {}, "F", "", kText},
-    {"Ctrl adds", "b", {3100, 700}, {3100, 700}, {false, true}, "bt", "", kText},
-    {"Shift takes away", "bt", {3100, 700}, {3100, 700}, {true, false}, "b", "", kText},
-    {"a click among several makes it the primary one",
-     "tb",
-     {3100, 700},
-     {3100, 700},
-     {},
-     "bt",
-     "",
+    {"a click selects", "", 3100, 700, 3100, 700, kPlain, "t", "", kText},
+    {"the innermost", "", 900, 900, 900, 900, kPlain, "b", "", kText},
+    {"a click beside all selects the form", "t", 100, 100, 100, 100, kPlain, "F", "", kText},
+    {"Ctrl adds", "b", 3100, 700, 3100, 700, kCtrl, "bt", "", kText},
+    {"Shift takes away", "bt", 3100, 700, 3100, 700, kShift, "b", "", kText},
+    {"a click among several makes it the primary one", "tb", 3100, 700, 3100, 700, kPlain, "bt", "",
      kText},
-    {"a drag moves to the grid",
-     "",
-     {3100, 700},
-     {3290, 700},
-     {},
-     "t",
-     "Move",
-     {3240, 600, 1200, 300}},
-    {"with Ctrl beside it", "", {3100, 700}, {3290, 700}, {false, true}, "t", "", kText},
-    {"a shaking hand moves nothing", "", {3100, 700}, {3140, 740}, {}, "t", "", kText},
-    {"a handle sizes", "t", {4200, 750}, {4570, 750}, {}, "t", "Size", {3000, 600, 1560, 300}},
-    {"not of what is not selected", "", {4200, 750}, {4570, 750}, {}, "F", "", kText},
-    {"a band selects what it touches", "", {2700, 300}, {3100, 700}, {}, "t", "", kText},
-    {"with Ctrl within a frame, beside what is selected",
-     "t",
-     {620, 620},
-     {1000, 1000},
-     {false, true},
-     "tb",
-     "",
-     kText},
+    {"a drag moves to the grid", "", 3100, 700, 3290, 700, kPlain, "t", "Move", kMoved},
+    {"with Ctrl beside it", "", 3100, 700, 3290, 700, kCtrl, "t", "", kText},
+    {"a shaking hand moves nothing", "", 3100, 700, 3140, 740, kPlain, "t", "", kText},
+    {"a handle sizes", "t", 4200, 750, 4570, 750, kPlain, "t", "Size", kSized},
+    {"not of what is not selected", "", 4200, 750, 4570, 750, kPlain, "F", "", kText},
+    {"a band selects what it touches", "", 2700, 300, 3100, 700, kPlain, "t", "", kText},
+    {"with Ctrl within a frame, beside what is selected", "t", 620, 620, 1000, 1000, kCtrl, "tb",
+     "", kText},
 };
 
 TEST(Gestures, DoWhatTheMouseSays) {
@@ -106,36 +88,27 @@ TEST(Gestures, DoWhatTheMouseSays) {
 
 struct DrawCase {
   const char* what;
-  Point from;
-  Point to;
+  Point from, to;
   bool free;  // Ctrl is held
   const char* container;
   Place place;  // in it
 };
 
 const DrawCase kDrawn[] = {
-    {"on the form", {3010, 1210}, {4190, 1790}, false, "F", {3000, 1200, 1200, 600}},
-    {"from the lower right corner",
-     {4190, 1790},
-     {3010, 1210},
-     false,
-     "F",
-     {3000, 1200, 1200, 600}},
-    {"beside the grid", {3010, 1210}, {4190, 1790}, true, "F", {3010, 1210, 1180, 580}},
+    {"on the form", 3010, 1210, 4190, 1790, false, "F", {3000, 1200, 1200, 600}},
+    {"from the lower right corner", 4190, 1790, 3010, 1210, false, "F", {3000, 1200, 1200, 600}},
+    {"beside the grid", 3010, 1210, 4190, 1790, true, "F", {3010, 1210, 1180, 580}},
     {"in a frame, whose corner the grid counts from",
-     {1330, 1330},
-     {1810, 1690},
+     1330,
+     1330,
+     1810,
+     1690,
      false,
      "f",
      {720, 720, 480, 360}},
-    {"over a button, which holds nothing",
-     {900, 900},
-     {1380, 1380},
-     false,
-     "f",
-     {360, 360, 480, 480}},
-    {"a click has the usual size", {3010, 1210}, {3010, 1210}, false, "F", {3000, 1200, 1215, 495}},
-    {"so has a stroke", {3010, 1210}, {4190, 1210}, false, "F", {3000, 1200, 1215, 495}},
+    {"over a button, which holds nothing", 900, 900, 1380, 1380, false, "f", {360, 360, 480, 480}},
+    {"a click has the usual size", 3010, 1210, 3010, 1210, false, "F", {3000, 1200, 1215, 495}},
+    {"so has a stroke", 3010, 1210, 4190, 1210, false, "F", {3000, 1200, 1215, 495}},
 };
 
 TEST(Gestures, DrawWithATool) {

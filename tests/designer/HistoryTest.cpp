@@ -97,7 +97,7 @@ TEST_F(Steps, TakeBackWhatWasNotCommitted) {
       const Step inner(*design_, TextId::ChangeProperty);
       design_->Remove(IdOf(*design_, "b"), "Top");
     }
-    EXPECT_EQ(Lines(*design_, "b"), "Begin VB.Label b|Top             =   0|End");
+    EXPECT_EQ(Lines(*design_, "b"), "Begin VB.Label b|Top = 0|End");
   }
   EXPECT_EQ(Actions::Saved(*design_), FormWith(kTwo));
   EXPECT_FALSE(design_->CanUndo());

@@ -84,32 +84,25 @@ TEST(DesignPut, ChangesOneLineAndNoOther) {
     const char* lines;
   } const cases[] = {
       {"Left", int32_t{120},
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   120  "
-       "' "
-       "mine|Odd line|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 120 ' mine|Odd line|Width = "
+       "600|End"},
       {"LEFT", int32_t{135},
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   "
-       "135|Odd line|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 135|Odd line|Width = 600|End"},
       {"Top", int32_t{15},
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   120  "
-       "' "
-       "mine|Odd line|Top             =   15|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 120 ' mine|Odd line|Top = 15|Width "
+       "= 600|End"},
       {"BackColor", int32_t{254},
-       "Begin LIB.Box box|BackColor       =   &H000000FE&|_ExtentX        =   100|Left            "
-       "=   "
-       "120  ' mine|Odd line|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = &H000000FE&|_ExtentX = 100|Left = 120 ' mine|Odd line|Width "
+       "= 600|End"},
       {"mode", int32_t{1},
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   120  "
-       "' "
-       "mine|Odd line|Mode            =   1|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 120 ' mine|Odd line|Mode = 1|Width "
+       "= 600|End"},
       {"Visible", int32_t{-1},
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   120  "
-       "' "
-       "mine|Odd line|Width           =   600|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 120 ' mine|Odd line|Width = "
+       "600|End"},
       {"Zoom", 0.25,
-       "Begin LIB.Box box|BackColor       =   255|_ExtentX        =   100|Left            =   120  "
-       "' "
-       "mine|Odd line|Width           =   600|Zoom            =   0.25|End"},
+       "Begin LIB.Box box|BackColor = 255|_ExtentX = 100|Left = 120 ' mine|Odd line|Width = "
+       "600|Zoom = 0.25|End"},
   };
   for (const Case& row : cases) {
     const auto design = Designed(FormWith(kBox));
@@ -129,8 +122,7 @@ TEST(DesignPut, TakesTheLineOfANewControlsValueAway) {
   EXPECT_FALSE(design->Put(id, "Locked", int32_t{-1}));
   EXPECT_FALSE(design->Put(id, "BorderStyle", int32_t{0}));
   EXPECT_EQ(Lines(*design, "t"),
-            "Begin VB.TextBox t|BorderStyle     =   0  'None|Locked          =   -1  'True|"
-            "MaxLength       =   5|End");
+            "Begin VB.TextBox t|BorderStyle = 0 'None|Locked = -1 'True|MaxLength = 5|End");
 }
 
 }  // namespace

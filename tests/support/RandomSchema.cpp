@@ -47,43 +47,14 @@ constexpr TypeRow kTypes[] = {
 constexpr const char* kLast[] = {"type = \"Note\", size = 1000", "type = \"LVar\", size = 8000",
                                  "type = \"Blob\""};
 
-constexpr const char* kNames[] = {"A",
-                                  "z",
-                                  "番",
-                                  "ｱ",
-                                  "得意先番号",
-                                  "得意先の名称と住所録",
-                                  "ABCDEFGHIJKLMNOPQRST",
-                                  "Two words",
-                                  "a&b",
-                                  "50%",
-                                  "it's",
-                                  "say \\\"so\\\"",
-                                  "x/y",
-                                  "3rd",
-                                  "7",
-                                  "@5",
-                                  "a,b",
-                                  "End",
-                                  "Sub",
-                                  "Next",
-                                  "Me",
-                                  "Status",
-                                  "Detail",
-                                  "List",
-                                  "Index",
-                                  "Name",
-                                  "Text",
-                                  "Caption",
-                                  "A_B",
-                                  "A_Change",
-                                  "theTable",
-                                  "told",
-                                  "Short",
-                                  "Picture",
-                                  "画像ファイル",
-                                  "フリガナ",
-                                  "ソ表示十能"};
+// clang-format off
+constexpr const char* kNames[] = {
+    "A", "z", "番", "ｱ", "得意先番号", "得意先の名称と住所録", "ABCDEFGHIJKLMNOPQRST", "Two words",
+    "a&b", "50%", "it's", "say \\\"so\\\"", "x/y", "3rd", "7", "@5", "a,b", "End", "Sub", "Next",
+    "Me", "Status", "Detail", "List", "Index", "Name", "Text", "Caption", "A_B", "A_Change",
+    "theTable", "told", "Short", "Picture", "画像ファイル", "フリガナ", "ソ表示十能",
+};
+// clang-format on
 
 // What fits a page of the files that forms make, with what else stands there.
 constexpr int kLongestRecord = 3200;

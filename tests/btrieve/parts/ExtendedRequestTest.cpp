@@ -123,6 +123,11 @@ std::vector<TermOf> Three(int first, int second) {
   return {IntegerIs(1, first), IntegerIs(1, second, kEq, 4), IntegerIs(1, kLastTerm, kEq, 8)};
 }
 
+// Whether the number at the beginning compares so with the one at `second`.
+std::vector<TermOf> WithField(uint8_t type, int comparison, uint16_t second = 4) {
+  return {{type, 4, 0, comparison | kWithField, 0, Number(second)}};
+}
+
 constexpr char kTTT[] = "01000000 01000000 01000000";
 constexpr char kTTF[] = "01000000 01000000 00000000";
 constexpr char kTFT[] = "01000000 00000000 01000000";
@@ -154,22 +159,10 @@ const ConditionCase kConditions[] = {
     {"unequal", {IntegerIs(-1, 0, kNe)}, "FEFFFFFF", 'A'},
     {"at least", {IntegerIs(-1, 0, kGe)}, "FFFFFFFF", 'A'},
     {"at most", {IntegerIs(-1, 0, kLe)}, "00000000", 'r'},
-    {"fields equal",
-     {{1, 4, 0, kEq | kWithField, 0, Number(uint16_t{4})}},
-     "05000000 05000000",
-     'A'},
-    {"first field less",
-     {{1, 4, 0, kLt | kWithField, 0, Number(uint16_t{4})}},
-     "FFFFFFFF 00000000",
-     'A'},
-    {"first unsigned not less",
-     {{14, 4, 0, kLt | kWithField, 0, Number(uint16_t{4})}},
-     "FFFFFFFF 00000000",
-     'r'},
-    {"second field beyond",
-     {{1, 4, 0, kNe | kWithField, 0, Number(uint16_t{5})}},
-     "FFFFFFFF 00000000",
-     'r'},
+    {"fields equal", WithField(1, kEq), "05000000 05000000", 'A'},
+    {"first field less", WithField(1, kLt), "FFFFFFFF 00000000", 'A'},
+    {"first unsigned not less", WithField(14, kLt), "FFFFFFFF 00000000", 'r'},
+    {"second field beyond", WithField(1, kNe, 5), "FFFFFFFF 00000000", 'r'},
     {"term beyond the record", {IntegerIs(0, 0, kNe, 1)}, "01020304", 'r'},
     {"beyond, before OR", {IntegerIs(0, kOrNext, kNe, 1), IntegerIs(0, 0, kNe)}, "01020304", 'A'},
     {"term ends with the record", {IntegerIs(0, 0, kNe, 1)}, "0001020304", 'A'},
@@ -234,8 +227,7 @@ TEST(FilterLimit, NeedsTheKeysFieldAndNoAlternative) {
   EXPECT_EQ(Verdicts(isFive, true, {.position = 5, .flags = 0x100, .type = 1}), "rAr");
   EXPECT_EQ(Verdicts(isFive, true, {.length = 2, .flags = 0x100, .type = 1}), "rAr");
   EXPECT_EQ(Verdicts(isFive, true, {.flags = 0x100, .type = 14}), "rAr");
-  const std::vector<TermOf> field = {{1, 4, 0, kEq | kWithField, 0, Number(uint16_t{4})}};
-  EXPECT_EQ(Verdicts(field, true, key), "rrr");
+  EXPECT_EQ(Verdicts(WithField(1, kEq), true, key), "rrr");
 }
 
 TEST(FilterLimit, NeedsTheKeysCollation) {

@@ -17,54 +17,41 @@ constexpr double kSoon = 1.5;
 struct CycleCase {
   const char* name;
   int files;
-  const char* held;
-  std::vector<std::string> wanted;  // by a, b, ...: the last closes the cycle
+  const char *held, *wanted;  // what is wanted, by a, b, ...: the last closes the cycle
 };
 
 const CycleCase kCycles[] = {
-    {"records of one file", 1, "a1:eq1+300 b1:eq2+300", {"a1:eq2+300", "b1:eq1+300"}},
-    {"single locks", 1, "a1:eq1+100 b1:eq2+100 a1:next b1:eq1", {"a1:upd2", "b1:upd1"}},
-    {"a write outside transactions",
-     1,
-     "a1:eq1+300 b1:eq2+300 a1:eq2 b1:eq1",
-     {"a1:upd2", "b1:del"}},
-    {"three over three files",
-     3,
-     "a1:eq1+300 b2:eq2+300 c3:eq3+300",
-     {"a2:eq2+300", "b3:eq3+300", "c1:eq1+300"}},
-    {"five in one file",
-     1,
-     "a1:eq1+300 b1:eq2+300 c1:eq3+300 d1:eq4+300 e1:eq5+300",
-     {"a1:eq2+300", "b1:eq3+300", "c1:eq4+300", "d1:eq5+300", "e1:eq1+300"}},
-    {"files of exclusive transactions", 2, "a:begin b:begin a1:eq1 b2:eq1", {"a2:eq1", "b1:eq1"}},
-    {"the same by writing", 2, "a:begin b:begin a1:ins8 b2:ins8", {"a2:ins9", "b1:ins9"}},
-    {"a record and a file", 2, "a1:eq1+300 b:begin b2:eq1", {"a2:eq1+300", "b1:eq1"}},
-    {"a file and a record", 2, "a:begin a2:eq1 b1:eq1+300", {"a1:eq1", "b2:ins9"}},
-    {"both hold records of the file that both want whole",
-     1,
-     "a1:eq1+300 b1:eq2+300 a:begin b:begin",
-     {"a1:eq3", "b1:eq3"}},
-    {"unique values", 1, "a:cbegin b:cbegin a1:ins8 b1:ins9", {"a1:ins9", "b1:ins8"}},
-    {"several records at once", 1, "a:cbegin b:cbegin a1:ins8 b1:ins9", {"a1:insx9", "b1:insx8"}},
-    {"records that were written",
-     1,
-     "a:cbegin b:cbegin a1:eq1 a1:upd1 b1:eq2 b1:del a1:eq2 b1:eq1",
-     {"a1:upd2", "b1:upd1"}},
-    {"a value and a record",
-     1,
-     "a:cbegin b:cbegin a1:ins8 b1:eq2 b1:upd2 a1:eq2",
-     {"a1:upd2", "b1:ins8"}},
+    {"records of one file", 1, "a1:eq1+300 b1:eq2+300", "a1:eq2+300 b1:eq1+300"},
+    {"single locks", 1, "a1:eq1+100 b1:eq2+100 a1:next b1:eq1", "a1:upd2 b1:upd1"},
+    {"a write outside transactions", 1, "a1:eq1+300 b1:eq2+300 a1:eq2 b1:eq1", "a1:upd2 b1:del"},
+    {"three over three files", 3, "a1:eq1+300 b2:eq2+300 c3:eq3+300",
+     "a2:eq2+300 b3:eq3+300 c1:eq1+300"},
+    {"five in one file", 1, "a1:eq1+300 b1:eq2+300 c1:eq3+300 d1:eq4+300 e1:eq5+300",
+     "a1:eq2+300 b1:eq3+300 c1:eq4+300 d1:eq5+300 e1:eq1+300"},
+    {"files of exclusive transactions", 2, "a:begin b:begin a1:eq1 b2:eq1", "a2:eq1 b1:eq1"},
+    {"the same by writing", 2, "a:begin b:begin a1:ins8 b2:ins8", "a2:ins9 b1:ins9"},
+    {"a record and a file", 2, "a1:eq1+300 b:begin b2:eq1", "a2:eq1+300 b1:eq1"},
+    {"a file and a record", 2, "a:begin a2:eq1 b1:eq1+300", "a1:eq1 b2:ins9"},
+    {"both hold records of the file that both want whole", 1,
+     "a1:eq1+300 b1:eq2+300 a:begin b:begin", "a1:eq3 b1:eq3"},
+    {"unique values", 1, "a:cbegin b:cbegin a1:ins8 b1:ins9", "a1:ins9 b1:ins8"},
+    {"several records at once", 1, "a:cbegin b:cbegin a1:ins8 b1:ins9", "a1:insx9 b1:insx8"},
+    {"records that were written", 1, "a:cbegin b:cbegin a1:eq1 a1:upd1 b1:eq2 b1:del a1:eq2 b1:eq1",
+     "a1:upd2 b1:upd1"},
+    {"a value and a record", 1, "a:cbegin b:cbegin a1:ins8 b1:eq2 b1:upd2 a1:eq2",
+     "a1:upd2 b1:ins8"},
 };
 
 // Everybody who waits gets what he waits for when the one before him has given up his own.
 TEST(Deadlock, TheLastOfACycleGivesWayAndTheOthersGoOn) {
   for (const CycleCase& row : kCycles) {
     SCOPED_TRACE(row.name);
-    Together all(static_cast<int>(row.wanted.size()), row.files);
+    const std::vector<std::string> wanted = Split(row.wanted, ' ');
+    Together all(static_cast<int>(wanted.size()), row.files);
     EXPECT_EQ(all.Run(row.held).find_first_not_of("0 "), std::string::npos);
-    all.BeginInTurn(row.wanted);
+    all.BeginInTurn(wanted);
     const Stopwatch watch;
-    char name = static_cast<char>('a' + row.wanted.size() - 1);
+    char name = static_cast<char>('a' + wanted.size() - 1);
     EXPECT_EQ(all.Finish(name), kDeadlock);
     EXPECT_LT(watch.Seconds(), kSoon);
     for (; name > 'a'; --name) {
@@ -98,29 +85,18 @@ TEST(Deadlock, IsMetAgainUntilSomethingIsGivenUp) {
 struct WaitCase {
   const char* name;
   int processes;
-  const char* held;
-  std::vector<std::string> wanted;
+  const char *held, *wanted;
   const char* meanwhile;  // words of somebody who does not wait, and what they are answered
   const char* answers;
   char last;  // who does not wait, and lets go in the end
 };
 
 const WaitCase kNoCycles[] = {
-    {"a chain of three", 3, "a1:eq1+300 b1:eq2+300", {"c1:eq2+300", "b1:eq1+300"}, "", "", 'a'},
-    {"two for one",
-     3,
-     "a1:eq1+300 b1:eq2+300 c1:eq3+300",
-     {"b1:eq1+300", "c1:eq1+300"},
-     "a1:eq4+300",
-     "0",
-     'a'},
-    {"who does not wait closes no cycle",
-     2,
-     "a1:eq1+300 b1:eq2+300",
-     {"a1:eq2+300"},
-     "b1:eq1+400 b1:eq1 b1:del+200",
-     "84 0 84",
-     'b'},
+    {"a chain of three", 3, "a1:eq1+300 b1:eq2+300", "c1:eq2+300 b1:eq1+300", "", "", 'a'},
+    {"two for one", 3, "a1:eq1+300 b1:eq2+300 c1:eq3+300", "b1:eq1+300 c1:eq1+300", "a1:eq4+300",
+     "0", 'a'},
+    {"who does not wait closes no cycle", 2, "a1:eq1+300 b1:eq2+300", "a1:eq2+300",
+     "b1:eq1+400 b1:eq1 b1:del+200", "84 0 84", 'b'},
 };
 
 // Each gives up what it has as soon as it has been answered.
@@ -143,14 +119,15 @@ TEST(Deadlock, IsNotSeenWhereSomebodyGoesOn) {
   constexpr std::chrono::milliseconds kLongEnough{300};
   for (const WaitCase& row : kNoCycles) {
     SCOPED_TRACE(row.name);
+    const std::vector<std::string> wanted = Split(row.wanted, ' ');
     Together all(row.processes, 1);
     EXPECT_EQ(all.Run(row.held).find_first_not_of("0 "), std::string::npos);
-    all.BeginInTurn(row.wanted);
+    all.BeginInTurn(wanted);
     std::this_thread::sleep_for(kLongEnough);
-    for (const std::string& word : row.wanted) EXPECT_FALSE(all.Process(word[0]).IsAnswered());
+    for (const std::string& word : wanted) EXPECT_FALSE(all.Process(word[0]).IsAnswered());
     EXPECT_EQ(all.Run(row.meanwhile), row.answers);
     all.Release(row.last);
-    FinishAsTheyCome(all, row.wanted);
+    FinishAsTheyCome(all, wanted);
   }
 }
 

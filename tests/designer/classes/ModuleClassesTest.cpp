@@ -130,7 +130,7 @@ TEST_F(ModuleClassesTest, WriteLinesUnderTheNamesThatControlsRead) {
   PropertyList list(design);
   EXPECT_FALSE(list.Enter("DbListFields", "Code,Name"));
   const std::string lines = Lines(design, "QRNExListBox1");
-  EXPECT_NE(lines.find("|DbListField     =   \"Code,Name\"|"), std::string::npos) << lines;
+  EXPECT_NE(lines.find("|DbListField = \"Code,Name\"|"), std::string::npos) << lines;
   EXPECT_EQ(lines.find("DbListFields"), std::string::npos);
   for (const PropertyRow& row : list.Rows()) {
     EXPECT_TRUE(row.info->name != "DbListFields" || row.text == "Code,Name") << row.text;

@@ -308,6 +308,13 @@ ClassInfo SourceClass() {
   return source;
 }
 
+// Runs of blanks as one.
+std::string OneBlank(std::string text) {
+  const auto repeated = [](char a, char b) { return a == ' ' && b == ' '; };
+  text.erase(std::unique(text.begin(), text.end(), repeated), text.end());
+  return text;
+}
+
 void Walk(const Design& design, ControlId container, std::string* tree) {
   for (const ControlId id : design.Inside(container)) {
     if (!tree->empty() && tree->back() != '(') *tree += ' ';
@@ -398,9 +405,19 @@ std::string Lines(const Design& design, const std::string& name) {
     std::string bytes = item.bytes;
     if (item.block) item.block->Write(&bytes);
     if (!lines.empty()) lines += '|';
-    lines += form::Trimmed(WithoutEnd(design.document().text().Decode(bytes)));
+    lines +=
+        OneBlank(std::string(form::Trimmed(WithoutEnd(design.document().text().Decode(bytes)))));
   }
   return lines;
+}
+
+std::string LineValue(const Design& design, const std::string& name, const std::string& property) {
+  const std::string lines = Lines(design, name);
+  const std::string head = "|" + property + " = ";
+  const size_t at = lines.find(head);
+  if (at == std::string::npos) return {};
+  const size_t from = at + head.size();
+  return lines.substr(from, lines.find('|', from) - from);
 }
 
 }  // namespace qrn::test

@@ -57,7 +57,11 @@ designer::ControlId IdOf(const designer::Design& design, const std::string& name
 // The controls as "A B(C D) E", as they lie in one another, front to back.
 std::string Tree(const designer::Design& design);
 
-// The lines of the control's block as UTF-8, trimmed, joined by "|", without inner controls.
+// The lines of the control's block as UTF-8, trimmed, runs of blanks as one, joined by "|", without
+// inner controls.
 std::string Lines(const designer::Design& design, const std::string& name);
+// Of the control's line of that property what stands behind the "=", so too; empty: it has none.
+std::string LineValue(const designer::Design& design, const std::string& name,
+                      const std::string& property);
 
 }  // namespace qrn::test

@@ -5,7 +5,6 @@
 #include "host/designer/panes/LiveOffers.h"
 #include "host/form/KeyNames.h"
 #include "host/user/UserInput.h"
-#include "host/user/WindowShot.h"
 #include "tests/designer/kit/Actions.h"
 #include "tests/designer/kit/Forms.h"
 
@@ -116,10 +115,5 @@ HWND PaneHost::Child(int id) const { return GetDlgItem(pane_->Window(), id); }
 std::string PaneHost::Text(int id) const { return com::Utf8(com::TextOfWindow(Child(id))); }
 
 std::string PaneHost::Saved() const { return Actions::Saved(*design_); }
-
-void PaneHost::Shot(const std::string& file) {
-  Pump();
-  host::SaveScreen(host::ScreenPartOf(frame_), file);
-}
 
 }  // namespace qrn::test

@@ -46,7 +46,6 @@ class PaneHost final : public designer::Workplace {
   std::string Text(int id) const;
   // The file as it would be saved.
   std::string Saved() const;
-  void Shot(const std::string& file);
 
  private:
   HWND frame_ = nullptr;
