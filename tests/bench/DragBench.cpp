@@ -4,19 +4,15 @@
 #include <deque>
 #include <optional>
 
+#include "BoundEdit.h"
 #include "Ratios.h"
-#include "binding/BoundFaces.h"
-#include "binding/registry/FormControls.h"
 #include "binding/registry/TableTransfer.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/Record.h"
 #include "core/RecordPosition.h"
 #include "core/Table.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace bench {
 namespace {
@@ -45,52 +41,22 @@ key = [
 )";
 }
 
-void Fill(const qrndata::Dictionary& dictionary, size_t table, int32_t records) {
-  qrndata::RowImporter importer(dictionary.directory, dictionary.tables[table], 10000);
-  for (int32_t code = 0; code < records; ++code) {
-    const std::string text = std::to_string(code);
-    qrndata::FieldValues values = {text, "name " + text, "town " + std::to_string(code % 997)};
-    Check(!importer.Put(values), "a record was refused");
-  }
-  importer.Finish();
+qrndata::FieldValues Row(int code) {
+  const std::string text = std::to_string(code);
+  return {text, "name " + text, "town " + std::to_string(code % 997)};
 }
 
 qrn::TextWindow form;
-
-class Edit final : public qrn::EditFace {
- public:
-  Edit(int number, const char* table) : number_(number), table_(table) {
-    Check(qrn::TheRegistry().RegisterFieldControl(*this) == 0, "an edit does not register");
-  }
-  ~Edit() { qrn::TheRegistry().UnregisterFieldControl(*this); }
-
-  qrn::WindowHandle ContainedWindow() override { return nullptr; }
-  void ShowFieldText(const char* text) override { shown_ = text; }
-  void ClearFieldText() override { shown_.clear(); }
-  void Destroy() override {}
-  std::string GetControlName() override { return table_ + std::to_string(number_); }
-  qrn::WindowHandle GetContainerWindow() override { return &form; }
-  qrn::ControlType GetControlType() override { return qrn::kTypeEdit; }
-  qrn::NullableText GetBoundField() override {
-    constexpr const char* kFields[] = {"Code", "Name", "Town"};
-    return std::string(kFields[number_ % 3]);
-  }
-  qrn::NullableText GetBoundTable() override { return table_; }
-
-  const std::string& Shown() const { return shown_; }
-
- private:
-  int number_;
-  std::string table_;
-  std::string shown_;
-};
 
 // A table of that many records with its edits.
 class Bar {
  public:
   Bar(qrn::DbDictionary& dictionary, const char* table, int32_t records)
       : table_(*qrn::DbFindTable(dictionary, table)), records_(records) {
-    for (int i = 0; i < kEdits; ++i) edits_.emplace_back(i, table);
+    constexpr const char* kFields[] = {"Code", "Name", "Town"};
+    for (int i = 0; i < kEdits; ++i) {
+      edits_.emplace_back(table + std::to_string(i), form, table, kFields[i % 3]);
+    }
   }
 
   void Release(int32_t index, int32_t place) {
@@ -114,19 +80,16 @@ class Bar {
  private:
   qrn::DbTableInfo& table_;
   int32_t records_;
-  std::deque<Edit> edits_;
+  std::deque<BoundEdit> edits_;
 };
 
 class Form {
  public:
   Form() {
     const std::string& directory = Workplace();
-    qrndata::BuildDatabase(
-        qrndata::ParseSchema(TableText("Few") + TableText("Many"), "schema", directory), directory,
-        qrndata::Existing::Replace);
-    const qrndata::Dictionary described = qrndata::ReadDictionary(directory);
-    Fill(described, 0, kFew);
-    Fill(described, 1, kMany);
+    qrn::test::MakeDatabase(directory, TableText("Few") + TableText("Many"));
+    qrn::test::FillTable(directory, "Few", kFew, Row);
+    qrn::test::FillTable(directory, "Many", kMany, Row);
     Check(qrn::DbDictLoad(qrn::TheRegistry(), directory.c_str(), &dictionary_) == 0, "no load");
     Check(qrn::DbOpenAllTables(qrn::TheEngine(), *dictionary_, directory.c_str(), "", 0) == 0,
           "a table does not open");

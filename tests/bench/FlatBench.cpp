@@ -1,18 +1,13 @@
 // A walk by a client of the flat interface, five fields read of each record, beside one statement
 // by hand on SQLite that walks the same records and asks for the same five columns as text.
 
-#include <sqlite3.h>
-
+#include "HandStore.h"
 #include "Ratios.h"
 #include "core/DbEngine.h"
 #include "core/FlatState.h"
 #include "platform/Bstr.h"
 #include "qrnbt350.h"
-#include "tests/support/Pinned.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace bench {
 namespace {
@@ -35,25 +30,22 @@ key = [ { fields = ["OrderNo"] } ])";
 // "株式会社青葉商事" in code page 932.
 constexpr char kCustomer[] = "\x8A\x94\x8E\xAE\x89\xEF\x8E\xD0\x90\xC2\x97\x74\x8F\xA4\x8E\x96";
 
-void Fill(const qrndata::Dictionary& dictionary) {
-  qrndata::RowImporter importer(dictionary.directory, dictionary.tables[0], 10000);
-  for (int number = 0; number < kRecords; ++number) {
-    const std::string day = std::to_string(1 + number % 28);
-    qrndata::FieldValues values = {std::to_string(number), kCustomer,
-                                   "2024/03/" + day,       std::to_string(number * 7) + ".50",
-                                   std::to_string(number), ""};
-    Check(!importer.Put(values), "a record was refused");
-  }
-  importer.Finish();
+qrndata::FieldValues Order(int number) {
+  const std::string text = std::to_string(number);
+  return {text,
+          kCustomer,
+          "2024/03/" + std::to_string(1 + number % 28),
+          std::to_string(number * 7) + ".50",
+          text,
+          ""};
 }
 
 // The table of the flat interface, open.
 qrn::DbTableInfo& Orders() {
   static qrn::DbTableInfo& table = []() -> qrn::DbTableInfo& {
     const std::string& directory = Workplace();
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", directory), directory,
-                           qrndata::Existing::Replace);
-    Fill(qrndata::ReadDictionary(directory));
+    qrn::test::MakeDatabase(directory, kSchema);
+    qrn::test::FillTable(directory, "Orders", kRecords, Order);
     Check(::DbInitialize(directory.c_str()) == 0, "the dictionary does not load");
     Check(::DbOpen(kTable) == 0, "the table does not open");
     return qrn::TheFlatState().CurrentDictionary->Tables[kTable];
@@ -89,11 +81,9 @@ constexpr char kHandRow[] =
     "INSERT INTO Orders VALUES(?1, '\u682A\u5F0F\u4F1A\u793E\u9752\u8449\u5546\u4E8B',"
     " printf('2024/03/%02d', 1 + ?1 % 28), ?1 * 7 + 0.5, ?1, '')";
 
-class HandOrders : qrn::test::Pinned {
+class HandOrders : public HandStore {
  public:
-  HandOrders() {
-    sqlite3_initialize();
-    Check(sqlite3_open((Workplace() + "/hand.db").c_str(), &db_) == SQLITE_OK, "no file by hand");
+  HandOrders() : HandStore(Workplace() + "/hand.db", false) {
     Run("PRAGMA journal_mode=WAL");
     Run("PRAGMA cache_size=-49152");  // as much as the record manager takes
     Run(kHandTable);
@@ -101,26 +91,11 @@ class HandOrders : qrn::test::Pinned {
     sqlite3_stmt* insert = Prepare(kHandRow);
     for (int number = 0; number < kRecords; ++number) {
       sqlite3_bind_int(insert, 1, number);
-      Check(sqlite3_step(insert) == SQLITE_DONE, "an insert by hand failed");
-      sqlite3_reset(insert);
+      Do(insert);
     }
     sqlite3_finalize(insert);
     Run("COMMIT");
   }
-  ~HandOrders() { sqlite3_close(db_); }
-
-  sqlite3_stmt* Prepare(const char* sql) {
-    sqlite3_stmt* statement = nullptr;
-    Check(sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr) == SQLITE_OK, sql);
-    return statement;
-  }
-
- private:
-  void Run(const char* sql) {
-    Check(sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql);
-  }
-
-  sqlite3* db_ = nullptr;
 };
 
 void ByHand() {

@@ -1,22 +1,17 @@
 // A grid filled with 60,000 records of five fields beside the same records read by one loop of
 // SQLite's calls written by hand into texts, and beside a grid of half as many.
 
-#include <sqlite3.h>
-
 #include <charconv>
 #include <cstring>
 #include <memory>
 
+#include "HandStore.h"
 #include "Ratios.h"
-#include "btrieve/pages/CheckedVfs.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/Table.h"
 #include "tests/grid/PlayedGrid.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace bench {
 namespace {
@@ -39,13 +34,10 @@ class Database {
  public:
   Database() {
     const std::string& directory = Workplace();
-    const std::string schema =
-        std::string("[[table]]\nname = \"All\"") + kFields + "[[table]]\nname = \"Half\"" + kFields;
-    qrndata::BuildDatabase(qrndata::ParseSchema(schema, "schema", directory), directory,
-                           qrndata::Existing::Replace);
-    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(directory);
-    Import(dictionary, 0, kRecords);
-    Import(dictionary, 1, kRecords / 2);
+    qrn::test::MakeDatabase(directory, std::string("[[table]]\nname = \"All\"") + kFields +
+                                           "[[table]]\nname = \"Half\"" + kFields);
+    qrn::test::FillTable(directory, "All", kRecords, Row);
+    qrn::test::FillTable(directory, "Half", kRecords / 2, Row);
     Check(qrn::DbDictLoad(settings_, directory.c_str(), &dictionary_) == 0, "no dictionary");
     Check(qrn::DbOpenAllTables(engine_, *dictionary_, directory.c_str(), "", 0) == 0,
           "the tables do not open");
@@ -56,15 +48,9 @@ class Database {
   qrn::DbEngine& Engine() { return engine_; }
 
  private:
-  static void Import(const qrndata::Dictionary& dictionary, size_t table, int records) {
-    qrndata::RowImporter importer(dictionary.directory, dictionary.tables[table], 10000);
-    for (int number = 0; number < records; ++number) {
-      const std::string text = std::to_string(number);
-      qrndata::FieldValues values = {text, "2024/03/01", "article number " + text, "Kyoto",
-                                     std::to_string(number % 500)};
-      Check(!importer.Put(values), "a record was refused");
-    }
-    importer.Finish();
+  static qrndata::FieldValues Row(int number) {
+    const std::string text = std::to_string(number);
+    return {text, "2024/03/01", "article number " + text, "Kyoto", std::to_string(number % 500)};
   }
 
   qrn::QuorinSettings settings_;
@@ -111,21 +97,13 @@ void FillHalf() {
 }
 
 // The records as they are, in a table by position and a tree of their key.
-sqlite3* ByHand() {
-  static sqlite3* store = [] {
-    sqlite3* db = nullptr;
-    Check(btrieve::RegisterCheckedVfs(), "SQLite could not start");
-    Check(sqlite3_open((Workplace() + "/hand.db").c_str(), &db) == SQLITE_OK, "no store");
-    const auto run = [db](const char* sql) {
-      Check(sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql);
-    };
-    run("PRAGMA journal_mode=WAL");
-    run("CREATE TABLE rec(pos INTEGER PRIMARY KEY, data BLOB);"
+class HandRecords : public HandStore {
+ public:
+  HandRecords() : HandStore(Workplace() + "/hand.db", true) {
+    Run("CREATE TABLE rec(pos INTEGER PRIMARY KEY, data BLOB);"
         "CREATE TABLE k0(e BLOB PRIMARY KEY, pos INTEGER) WITHOUT ROWID; BEGIN");
-    sqlite3_stmt* record = nullptr;
-    sqlite3_stmt* key = nullptr;
-    sqlite3_prepare_v2(db, "INSERT INTO rec VALUES(?,?)", -1, &record, nullptr);
-    sqlite3_prepare_v2(db, "INSERT INTO k0 VALUES(?,?)", -1, &key, nullptr);
+    sqlite3_stmt* record = Prepare("INSERT INTO rec VALUES(?,?)");
+    sqlite3_stmt* key = Prepare("INSERT INTO k0 VALUES(?,?)");
     for (int number = 0; number < kRecords; ++number) {
       char data[52];
       std::memset(data, ' ', sizeof data);
@@ -143,18 +121,14 @@ sqlite3* ByHand() {
       sqlite3_bind_blob(record, 2, data, sizeof data, SQLITE_STATIC);
       sqlite3_bind_blob(key, 1, entry, sizeof entry, SQLITE_STATIC);
       sqlite3_bind_int64(key, 2, number + 1);
-      for (sqlite3_stmt* each : {record, key}) {
-        Check(sqlite3_step(each) == SQLITE_DONE, "an insert by hand failed");
-        sqlite3_reset(each);
-      }
+      Do(record);
+      Do(key);
     }
     sqlite3_finalize(record);
     sqlite3_finalize(key);
-    run("COMMIT");
-    return db;
-  }();
-  return store;
-}
+    Run("COMMIT");
+  }
+};
 
 std::string Trimmed(const char* text, size_t size) {
   while (size > 0 && text[size - 1] == ' ') --size;
@@ -167,11 +141,9 @@ std::string Number(int64_t value) {
 }
 
 void ReadByHand() {
-  sqlite3_stmt* walk = nullptr;
-  Check(sqlite3_prepare_v2(ByHand(),
-                           "SELECT r.data FROM k0 k CROSS JOIN rec r ON r.pos=k.pos ORDER BY k.e",
-                           -1, &walk, nullptr) == SQLITE_OK,
-        "the loop by hand");
+  static HandRecords records;
+  sqlite3_stmt* walk =
+      records.Prepare("SELECT r.data FROM k0 k CROSS JOIN rec r ON r.pos=k.pos ORDER BY k.e");
   std::vector<std::array<std::string, 5>> texts;
   while (sqlite3_step(walk) == SQLITE_ROW) {
     const auto* data = static_cast<const char*>(sqlite3_column_blob(walk, 0));

@@ -1,13 +1,12 @@
 // The data tool's import beside SQLite's: one CSV file into tables with the same three indexes.
 // Rows may be told by QRN_BENCH_ROWS.
 
-#include <sqlite3.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <random>
 #include <sstream>
 
+#include "HandStore.h"
 #include "Ratios.h"
 #include "tools/qrndata/Verbs.h"
 
@@ -81,24 +80,18 @@ void BindCells(sqlite3_stmt* insert, const std::string& line) {
 
 void ImportBySqlite() {
   static int run = 0;
-  const std::string path = Workplace() + "/sqlite" + std::to_string(++run) + ".db";
-  sqlite3* database = nullptr;
-  sqlite3_initialize();
-  Check(sqlite3_open(path.c_str(), &database) == SQLITE_OK, "no database");
-  Check(sqlite3_exec(database, kTable, nullptr, nullptr, nullptr) == SQLITE_OK, "no table");
-  sqlite3_stmt* insert = nullptr;
-  sqlite3_prepare_v2(database, "INSERT INTO t VALUES(?,?,?,?,?)", -1, &insert, nullptr);
+  HandStore database(Workplace() + "/sqlite" + std::to_string(++run) + ".db", false);
+  database.Run(kTable);
+  sqlite3_stmt* insert = database.Prepare("INSERT INTO t VALUES(?,?,?,?,?)");
   std::ifstream rows(CsvFile(), std::ios::binary);
   std::string line;
   std::getline(rows, line);
   while (std::getline(rows, line)) {
     BindCells(insert, line);
-    Check(sqlite3_step(insert) == SQLITE_DONE, "a row was refused");
-    sqlite3_reset(insert);
+    HandStore::Do(insert);
   }
   sqlite3_finalize(insert);
-  Check(sqlite3_exec(database, "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK, "no commit");
-  sqlite3_close(database);
+  database.Run("COMMIT");
 }
 
 }  // namespace

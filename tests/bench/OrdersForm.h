@@ -4,18 +4,13 @@
 
 #include <deque>
 
-#include "binding/BoundFaces.h"
-#include "binding/registry/FormControls.h"
 #include "core/ButtonOperations.h"
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 #include "core/Gateway.h"
 #include "core/Table.h"
-#include "tests/bench/Measure.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
+#include "tests/bench/BoundEdit.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace bench {
 
@@ -40,43 +35,13 @@ key = [ { fields = ["F0"] } ])";
 
 // The dictionary and the file, numbered from 0 on.
 inline void MakeOrders(const std::string& directory, int records) {
-  qrndata::BuildDatabase(qrndata::ParseSchema(kOrdersSchema, "schema", directory), directory,
-                         qrndata::Existing::Replace);
-  const qrndata::Dictionary dictionary = qrndata::ReadDictionary(directory);
-  qrndata::RowImporter importer(dictionary.directory, dictionary.tables[0], 10000);
-  for (int number = 0; number < records; ++number) {
+  qrn::test::MakeDatabase(directory, kOrdersSchema);
+  qrn::test::FillTable(directory, "Orders", records, [](int number) -> qrndata::FieldValues {
     const std::string text = std::to_string(number);
-    qrndata::FieldValues values = {text, "name " + text, "2024/03/01", text + ".50", text,
-                                   "",   text,           "12:34:56",   "1.5",        "text"};
-    Check(!importer.Put(values), "a record was refused");
-  }
-  importer.Finish();
+    return {text, "name " + text, "2024/03/01", text + ".50", text,
+            "",   text,           "12:34:56",   "1.5",        "text"};
+  });
 }
-
-class OrderEdit final : public qrn::EditFace {
- public:
-  OrderEdit(std::string name, int field, qrn::TextWindow& form)
-      : name_(std::move(name)), field_(field), form_(form) {
-    Check(qrn::TheRegistry().RegisterFieldControl(*this) == 0, "an edit does not register");
-  }
-  ~OrderEdit() { qrn::TheRegistry().UnregisterFieldControl(*this); }
-
-  qrn::WindowHandle ContainedWindow() override { return nullptr; }
-  void ShowFieldText(const char* text) override { shown_ = text; }
-  void ClearFieldText() override { shown_.clear(); }
-  void Destroy() override {}
-  std::string GetControlName() override { return name_; }
-  qrn::WindowHandle GetContainerWindow() override { return &form_; }
-  qrn::ControlType GetControlType() override { return qrn::kTypeEdit; }
-  qrn::NullableText GetBoundField() override { return "F" + std::to_string(field_); }
-  qrn::NullableText GetBoundTable() override { return "Orders"; }
-
- private:
-  std::string name_;
-  int field_;
-  qrn::TextWindow& form_;
-  std::string shown_;
-};
 
 // The button, the table and ten edits on the button's form.
 class OrdersForm final : public qrn::BoundButton {
@@ -85,7 +50,7 @@ class OrdersForm final : public qrn::BoundButton {
     Check(qrn::DbDictLoad(qrn::TheRegistry(), directory.c_str(), &dictionary_) == 0, "no load");
     Check(qrn::DbOpenAllTables(qrn::TheEngine(), *dictionary_, directory.c_str(), "", 0) == 0,
           "the table does not open");
-    for (int i = 0; i < kOrderFields; ++i) edits_.emplace_back("edt" + std::to_string(i), i, here_);
+    Grow(edits_, here_, "edt", kOrderFields);
   }
 
   qrn::DbTableInfo* Table() override { return qrn::DbFindTable(*dictionary_, "Orders"); }
@@ -95,20 +60,27 @@ class OrdersForm final : public qrn::BoundButton {
   bool RefusedBySetData() override { return false; }
 
   // So many edits on another form.
-  void WithOthers(int count) {
-    while (static_cast<int>(others_.size()) > count) others_.pop_back();
-    for (int i = static_cast<int>(others_.size()); i < count; ++i) {
-      others_.emplace_back("other" + std::to_string(i), i % kOrderFields, elsewhere_);
-    }
+  void WithOthers(size_t count) {
+    while (others_.size() > count) others_.pop_back();
+    Grow(others_, elsewhere_, "other", count);
   }
 
  private:
+  static void Grow(std::deque<BoundEdit>& edits, qrn::TextWindow& form, const std::string& name,
+                   size_t count) {
+    while (edits.size() < count) {
+      const std::string number = std::to_string(edits.size());
+      edits.emplace_back(name + number, form, "Orders",
+                         "F" + std::to_string(edits.size() % kOrderFields));
+    }
+  }
+
   qrn::TextWindow here_;
   qrn::TextWindow elsewhere_;
   qrn::DbDictionary* dictionary_ = nullptr;
   qrn::FormControls controls_{&here_};
-  std::deque<OrderEdit> edits_;
-  std::deque<OrderEdit> others_;
+  std::deque<BoundEdit> edits_;
+  std::deque<BoundEdit> others_;
 };
 
 }  // namespace bench

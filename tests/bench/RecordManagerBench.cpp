@@ -48,7 +48,7 @@ void BulkOurs() {
 
 void BulkByHand() {
   static int run = 0;
-  const HandStore store(Workplace() + "/bulk" + std::to_string(++run) + ".db", kRecords);
+  const HandTrees store(Workplace() + "/bulk" + std::to_string(++run) + ".db", kRecords);
 }
 
 // Percentages of records spread over a file of `count`.

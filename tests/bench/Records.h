@@ -2,17 +2,14 @@
 // through BTRCALL, and the same trees kept by hand on SQLite's C interface.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <array>
 #include <cstdint>
 #include <cstring>
 
+#include "HandStore.h"
 #include "Ratios.h"
 #include "btrieve.h"
-#include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/system/Status.h"
-#include "tests/support/Pinned.h"
 
 namespace bench {
 
@@ -100,13 +97,10 @@ class BtrieveFile {
 };
 
 // The same trees by hand: a table of records by position, one tree a key.
-class HandStore : qrn::test::Pinned {
+class HandTrees : public HandStore {
  public:
   // A new one, with the first `count` records.
-  HandStore(const std::string& path, uint32_t count) {
-    Check(btrieve::RegisterCheckedVfs(), "SQLite could not start");
-    Check(sqlite3_open(path.c_str(), &db_) == SQLITE_OK, "SQLite could not open its file");
-    Run("PRAGMA journal_mode=WAL");
+  HandTrees(const std::string& path, uint32_t count) : HandStore(path, true) {
     Run("PRAGMA synchronous=FULL");  // a commit is on stable storage, as after End
     Run("CREATE TABLE IF NOT EXISTS rec(pos INTEGER PRIMARY KEY, ver INTEGER, data BLOB)");
     for (size_t key = 0; key < std::size(kKeys); ++key) {
@@ -114,16 +108,6 @@ class HandStore : qrn::test::Pinned {
           "(e BLOB PRIMARY KEY, pos INTEGER) WITHOUT ROWID");
     }
     InsertAll(count);
-  }
-  ~HandStore() { sqlite3_close(db_); }
-
-  void Run(const std::string& sql) {
-    Check(sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, sql.c_str());
-  }
-  sqlite3_stmt* Prepare(const std::string& sql) {
-    sqlite3_stmt* statement = nullptr;
-    Check(sqlite3_prepare_v2(db_, sql.c_str(), -1, &statement, nullptr) == SQLITE_OK, sql.c_str());
-    return statement;
   }
 
  private:
@@ -138,17 +122,13 @@ class HandStore : qrn::test::Pinned {
       const Record record = MakeRecord(number);
       sqlite3_bind_int64(records, 1, number + 1);
       sqlite3_bind_blob(records, 2, record.data(), kRecordLength, SQLITE_STATIC);
-      Step(records);
+      Do(records);
       for (size_t key = 0; key < std::size(kKeys); ++key)
         InsertKey(keys[key], kKeys[key], record, number);
     }
     sqlite3_finalize(records);
     for (sqlite3_stmt* statement : keys) sqlite3_finalize(statement);
     Run("COMMIT");
-  }
-  static void Step(sqlite3_stmt* statement) {
-    Check(sqlite3_step(statement) == SQLITE_DONE, "an insert by hand failed");
-    sqlite3_reset(statement);
   }
   static void InsertKey(sqlite3_stmt* statement, const KeyPart& part, const Record& record,
                         uint32_t number) {
@@ -162,10 +142,8 @@ class HandStore : qrn::test::Pinned {
     }
     sqlite3_bind_blob(statement, 1, entry, length, SQLITE_STATIC);
     sqlite3_bind_int64(statement, 2, number + 1);
-    Step(statement);
+    Do(statement);
   }
-
-  sqlite3* db_ = nullptr;
 };
 
 inline constexpr uint32_t kRecords = 100000;
@@ -175,8 +153,8 @@ inline BtrieveFile& Ours() {
   return file;
 }
 
-inline HandStore& ByHand() {
-  static HandStore store(Workplace() + "/hand.db", kRecords);
+inline HandTrees& ByHand() {
+  static HandTrees store(Workplace() + "/hand.db", kRecords);
   return store;
 }
 

@@ -13,11 +13,10 @@
 #include "fields/QuorinSettings.h"
 #include "platform/BtrCall.h"
 #include "tests/core/Support.h"
+#include "tests/support/MadeDatabase.h"
 #include "tests/support/SmallTables.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Test.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
 
@@ -59,10 +58,8 @@ field = [ { name = "Word", type = "String", size = 6 } ]
 class Office : Pinned {
  public:
   Office() {
-    const std::string schema =
-        std::string(kPeopleTable) + kNotesTable + kPapersTable + kDaysTable + kHeapTable;
-    qrndata::BuildDatabase(qrndata::ParseSchema(schema, "test", directory_.Root()),
-                           directory_.Root(), qrndata::Existing::Replace);
+    MakeDatabase(directory_.Root(),
+                 std::string(kPeopleTable) + kNotesTable + kPapersTable + kDaysTable + kHeapTable);
     if (DbDictLoad(settings, Directory(), &dictionary_) != 0) std::abort();
     if (DbOpenAllTables(engine, *dictionary_, Directory(), "", 0) != 0) std::abort();
   }

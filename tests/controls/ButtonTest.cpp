@@ -182,16 +182,6 @@ TEST_F(Button, ARefusalIsSilent) {
   EXPECT_EQ(button_.Value(L"Abort"), "ok BOOL:0");
 }
 
-TEST_F(Button, SetDataSeesWhatTheScreenGave) {
-  Fill(L"6", L"画面");
-  std::string seen;
-  button_.events.answer = [&](DISPID id, DISPPARAMS&) {
-    if (id == kSetData) seen = office_.Field("People", "Name");
-  };
-  EXPECT_EQ(Click(DbInsert), "2() -600() ");
-  EXPECT_EQ(seen, "画面");
-}
-
 TEST_F(Button, AQuestionIsAskedFirst) {
   button_.Set(L"ConfirmMsg", Text(L"登録しますか？"));
   Fill(L"1", L"x");
@@ -281,15 +271,6 @@ TEST_F(Button, AtRunTimeTheKeyIsLookedForWhenTheWindowIsMade) {
   TheRegistry().form_mode = 2;
   EXPECT_EQ(IndexAtStart(true), "ok I2:0") << "nor with the setting that puts it off";
   TheRegistry().form_mode = 3;
-}
-
-TEST_F(Button, LocksGoWithTheOperation) {
-  InsertThree();
-  button_.Set(L"DbLocks", Long(kLockSingleNoWait));
-  CallLog log;
-  EXPECT_EQ(Click(DbGetFirst), "2() -600() ");
-  EXPECT_EQ(Click(DbStepNext), "-600() ");
-  EXPECT_EQ(log.Take(), "212/0:42 224/0:41 ");
 }
 
 TEST_F(Button, ScrollBarsFollowWhatSucceeded) {

@@ -158,29 +158,6 @@ TEST_F(Edit, InTheDesignerALookMakesTheWindowAnew) {
   EXPECT_EQ(TextOf(edit.window()), "kept");
 }
 
-TEST_F(Edit, TheMaskFollowsTheBoundField) {
-  const std::u16string_view keys = u"1a2/3:4あ+,-.";
-  const std::pair<const wchar_t*, const char*> cases[] = {
-      {L"Day", "12/34+,-."}, {L"Left", "123:4+,-."}, {L"Word", "1234+,-."}, {L"None", "1234+,-."}};
-  for (const auto& [field, shown] : cases) {
-    Hosted<CQRNEdit> edit(L"edt2");
-    edit.Set(L"DbSource", Text(L"Db1"));
-    edit.Set(L"DbTable", Text(L"Days"));
-    edit.Set(L"DbField", Text(field));
-    edit.Set(L"NumericMask", Bool(true));
-    ASSERT_EQ(edit.Show(), S_OK);
-    Type(edit.window(), keys);
-    EXPECT_EQ(TextOf(edit.window()), shown);
-  }
-}
-
-TEST_F(Edit, ABackspacePassesTheMask) {
-  edit_.Set(L"NumericMask", Bool(true));
-  BindAndShow(L"People", L"Pay");
-  EXPECT_EQ(Typed(u"12\b3"), "13");
-  EXPECT_EQ(Typed(u"表能ソ"), "");
-}
-
 TEST_F(Edit, ARefusedKeyBeepsAndIsDropped) {
   edit_.Set(L"NumericMask", Bool(true));
   BindAndShow(L"Days", L"Day");
@@ -452,18 +429,6 @@ TEST_F(Edit, ATextThatIsPutIsDressedAtRunTime) {
   ASSERT_EQ(design.Show(), S_OK);
   design.Set(L"Text", Text(L"12"));
   EXPECT_EQ(TextOf(design.window()), "12");
-}
-
-TEST_F(Edit, ChangeTellsOfEveryChangeOfTheText) {
-  Show();
-  edit_.events.log.clear();
-  Type(window(), u"a");
-  EXPECT_EQ(edit_.events.log, "1() ");
-  Field("x");
-  EXPECT_EQ(edit_.events.log, "1() 1() ");
-  edit_->ClearFieldText();
-  EXPECT_EQ(edit_.events.log, "1() 1() 1() ");
-  EXPECT_EQ(Shown(), "");
 }
 
 TEST_F(Edit, TheSelectionIsMovedByItsEnds) {

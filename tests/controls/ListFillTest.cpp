@@ -136,39 +136,6 @@ TEST_F(ListFills, ConditionsDirectionAndPositions) {
   }
 }
 
-TEST_F(ListFills, FaultsOfTheRequestKeepTheOldItems) {
-  InsertPeople();
-  const struct {
-    const wchar_t *property, *text;
-    const char* message;
-  } cases[] = {{L"DbListFields", L"", "VE040"},
-               {L"DbListFields", L"Name,Nothing", "VE818"},
-               {L"DbConditions", L"@Nothing = 1", "VE818"}};
-  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
-    for (const auto& row : cases) {
-      MakeShown(*each);
-      Messages messages;
-      Set(row.property, Text(row.text));
-      list_->ReloadList();
-      EXPECT_EQ(messages.Take().substr(0, std::string(row.message).size()), row.message);
-      EXPECT_EQ(Items(), "うめ;;さくら;うめだ;");
-    }
-  }
-}
-
-TEST_F(ListFills, TheRejectLimitEndsAFillWithItsStatus) {
-  InsertPeople();
-  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
-    SCOPED_TRACE(each->name);
-    Make(*each);
-    Set(L"DbSkipRecords", Short(1));
-    Set(L"DbConditions", Text(L"@Code = 1 | @Code = 4"));
-    ASSERT_EQ(host_->Show(), S_OK);
-    EXPECT_EQ(Items(), "うめ;") << "what came so far";
-    EXPECT_NE(Events().find("1(BSTR:People,I2&:60) "), std::string::npos);
-  }
-}
-
 // Four ways to a fill; three batches stand ready behind each, the second one with the status.
 TEST_F(ListFills, EveryFillEndsAtALimitWithItsStatus) {
   const struct {
@@ -208,17 +175,6 @@ TEST_F(ListFills, EveryFillEndsAtALimitWithItsStatus) {
         SetFocus(TheForm());
       }
     }
-  }
-}
-
-TEST_F(ListFills, ManyBatches) {
-  for (int i = 0; i < 50; ++i)
-    Insert({{"Code", std::to_string(i)}, {"Name", "n" + std::to_string(i)}, {"Town", "x"}});
-  for (const ListClass* each : AllLists()) {
-    Make(*each);
-    if (each->extended) Set(L"DbMaxRecords", Long(7));
-    ASSERT_EQ(host_->Show(), S_OK);
-    EXPECT_EQ(host_->Value(L"ListCount"), "ok I4:50") << each->name;
   }
 }
 

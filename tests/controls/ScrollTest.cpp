@@ -5,8 +5,7 @@
 #include "PeopleForm.h"
 #include "SystemCalls.h"
 #include "controls/scroll/QRNScroll.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace qrn::test {
 namespace {
@@ -154,15 +153,9 @@ TEST_F(Bars, AnEmptyTableTellsOfItsEnd) {
 
 // A step of the bar's range would be less than a hundredth of a percent: it begins at 0.
 TEST_F(Bars, AboveTenThousandRecordsTheRangeBeginsAtZero) {
-  const qrndata::Dictionary dictionary = qrndata::ReadDictionary(office_.Directory());
-  const qrndata::Table& table = dictionary.Find("People");
-  qrndata::RowImporter importer(dictionary.directory, table, 10000);
-  for (int code = 1; code <= 20000; ++code) {
-    qrndata::FieldValues values(table.fields.size());
-    values[0] = std::to_string(code);
-    ASSERT_FALSE(importer.Put(values));
-  }
-  importer.Finish();
+  FillTable(office_.Directory(), "People", 20000, [](int number) {
+    return qrndata::FieldValues{std::to_string(number + 1), {}, {}, {}};
+  });
   for (const BarClass* each : kBoth) {
     MakeShown(*each);
     EXPECT_EQ(Range(), "0..10000");

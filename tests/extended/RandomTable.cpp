@@ -5,10 +5,7 @@
 #include <iterator>
 
 #include "platform/CodePage.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
+#include "tests/support/MadeDatabase.h"
 
 namespace qrn::test {
 namespace {
@@ -105,8 +102,7 @@ FieldValue ThrowValue(const FieldKind& kind, Dice& dice) {
 RandomTable::RandomTable(Dice& dice) {
   ThrowFields(dice);
   WriteSchema(dice);
-  qrndata::BuildDatabase(qrndata::ParseSchema(schema_, "schema", folder_.Root()), folder_.Root(),
-                         qrndata::Existing::Replace);
+  MakeDatabase(folder_.Root(), schema_);
   ThrowRecords(dice);
 }
 

@@ -12,10 +12,9 @@
 #include "platform/LexbaseCalls.h"
 #include "platform/MessageBox.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/support/MadeDatabase.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Schema.h"
 
 using namespace qrn;
 using namespace qrn::fuzz;
@@ -43,8 +42,7 @@ key = [ { fields = ["Id"] } ])";
 class Database {
  public:
   Database() {
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_.Root()), folder_.Root(),
-                           qrndata::Existing::Replace);
+    qrn::test::MakeDatabase(folder_.Root(), kSchema);
     for (const char* name : kFiles) good_.push_back(Read(name));
   }
   std::string Path() const { return folder_.Text(); }

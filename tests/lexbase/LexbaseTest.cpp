@@ -9,11 +9,10 @@
 
 #include "lexbase.h"
 #include "tests/btrieve/kit/OldSite.h"
+#include "tests/support/MadeDatabase.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/BtrFile.h"
-#include "tools/qrndata/Builder.h"
 #include "tools/qrndata/Paths.h"
-#include "tools/qrndata/Schema.h"
 
 namespace qrn::lexbase::test {
 namespace {
@@ -48,10 +47,7 @@ class Lexbase : public ::testing::Test {
   Lexbase() { Build(); }
   ~Lexbase() override { DDFClose(); }
 
-  void Build() {
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", folder_.Root()), folder_.Root(),
-                           qrndata::Existing::Replace);
-  }
+  void Build() { qrn::test::MakeDatabase(folder_.Root(), kSchema); }
 
   int Open() { return DDFOpen(qrndata::BtrievePath(folder_.Root()).c_str(), 0); }
 

@@ -1,8 +1,7 @@
 #include "tests/support/Company.h"
 
+#include "tests/support/MadeDatabase.h"
 #include "tests/support/SmallTables.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
 namespace {
@@ -26,12 +25,7 @@ key = [
 
 // Making files takes longer than copying them.
 struct Built {
-  Built() {
-    qrndata::BuildDatabase(
-        qrndata::ParseSchema(std::string(kPeopleTable) + kNotesTable + kDaysTable, "test",
-                             folder.Root()),
-        folder.Root(), qrndata::Existing::Replace);
-  }
+  Built() { MakeDatabase(folder.Root(), std::string(kPeopleTable) + kNotesTable + kDaysTable); }
   TempFolder folder;
 };
 

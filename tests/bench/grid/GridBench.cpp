@@ -12,11 +12,8 @@
 #include "grid/QRNGrid.h"
 #include "tests/bench/Measure.h"
 #include "tests/controls/Hosted.h"
+#include "tests/support/MadeDatabase.h"
 #include "tests/support/TempFolder.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
-#include "tools/qrndata/RowImporter.h"
-#include "tools/qrndata/Schema.h"
 
 namespace qrn::test {
 namespace {
@@ -42,18 +39,12 @@ key = [ { name = "ByCode", fields = ["Code"] } ])";
 class Workplace {
  public:
   Workplace() {
-    const std::filesystem::path& path = folder_.Root();
-    qrndata::BuildDatabase(qrndata::ParseSchema(kSchema, "schema", path.string()), path,
-                           qrndata::Existing::Replace);
-    const qrndata::Dictionary dictionary = qrndata::ReadDictionary(path);
-    qrndata::RowImporter importer(path, dictionary.tables[0], 10000);
-    for (int32_t code = 0; code < kMany; ++code) {
+    MakeDatabase(folder_.Root(), kSchema);
+    FillTable(folder_.Root(), "People", kMany, [](int code) {
       const std::string number = std::to_string(code);
-      qrndata::FieldValues row = {number, "somebody of the number " + number, "Kyoto",
+      return qrndata::FieldValues{number, "somebody of the number " + number, "Kyoto",
                                   std::to_string(code % 9), std::to_string(code % 997) + ".25"};
-      Check(!importer.Put(row), "a row is refused");
-    }
-    importer.Finish();
+    });
   }
   std::wstring Path() const { return folder_.Root().wstring(); }
 

@@ -207,21 +207,6 @@ TEST_F(Editing, ADeletedRecordGoesAndTheRowsBelowMoveUp) {
   EXPECT_EQ(Stored(3), "   3|4|うめだ|Nara|");
 }
 
-TEST_F(Editing, ARecordDeletedElsewhereIsTold) {
-  MakeShown("u");
-  GoToName();
-  PlayedForm form;
-  PlayedButton button(office_, form, "People");
-  ASSERT_EQ(DbButtonRead(office_.engine, BtrOpGetFirst, button), 0);
-  ASSERT_EQ(DbButtonDelete(office_.engine, button), 0);
-  TypeText(u"f");
-  Key(VK_DOWN);
-  const std::string events = Events();
-  EXPECT_TRUE(events.starts_with("10(I2&:0,BSTR:f) 9() 7(I2&:0) 1(BSTR:People,I2&:")) << events;
-  EXPECT_EQ(messages_.Take().substr(0, 5), "VE820");
-  EXPECT_EQ(Current(), "2,2");
-}
-
 // A column without a mode keeps that of the column before; the one from outside comes back. A press
 // places the box twice.
 TEST_F(Editing, EachColumnHasItsInputMethod) {
