@@ -99,19 +99,4 @@ FormControl* ControlSet::Of(HWND window) const noexcept {
   return found;
 }
 
-FormControl* ControlSet::At(POINT screen) const noexcept {
-  FormControl* found = nullptr;
-  for (const Com<FormControl>& control : list_) {
-    const HWND holder = control->ParentWindow();
-    POINT point = screen;
-    const RECT place = control->Place();
-    if (!control->visible() || !IsWindowVisible(holder) || !ScreenToClient(holder, &point) ||
-        !PtInRect(&place, point)) {
-      continue;
-    }
-    if (!found || control->LiesIn(*found)) found = control.get();
-  }
-  return found;
-}
-
 }  // namespace qrn::host

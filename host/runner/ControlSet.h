@@ -37,9 +37,6 @@ class ControlSet {
   Com<IDispatch> Object(std::wstring_view name) const;
   // The innermost control that has the window, or a window around it; null if there is none.
   FormControl* Of(HWND window) const noexcept;
-  // The innermost control that is shown at a point of the screen, disabled ones and pieces without
-  // a window too; null if there is none.
-  FormControl* At(POINT screen) const noexcept;
 
  private:
   void AddToArray(FormControl& element);

@@ -37,10 +37,6 @@ Form::Form(Program& program, std::shared_ptr<const FormSource> source)
       code_(*this),
       keyboard_(controls_, window_, code_),
       pieces_(controls_) {
-  if (isDesign_ && !stage_) {
-    designer_ = std::make_unique<Designer>(
-        controls_, window_, [this](const FormControl& control) { PostShowPages(control); });
-  }
   form::Mistakes mistakes;
   ReadLook(mistakes);
   controls_.Add(*this, source_->file.form.children, nullptr, mistakes);
@@ -161,7 +157,6 @@ void Form::Dismantle() noexcept {
   state_ = State::Unloading;
   keyboard_.End();
   pieces_.Forget();
-  if (designer_) designer_->Select(nullptr);
   const auto& all = controls_.list();
   for (auto control = all.rbegin(); control != all.rend(); ++control) (*control)->Destroy();
   window_.Close();
@@ -178,20 +173,15 @@ void Form::Detach() noexcept {
 bool Form::PreTranslate(MSG& message) {
   if (!Window() || (message.hwnd != Window() && !IsChild(Window(), message.hwnd))) return false;
   const Com<Form> alive(this);
-  if (designer_) return designer_->TakeInput(message);
   return IsKeyMessage(message.message) && keyboard_.PreTranslate(message, look_.keyPreview);
 }
 
 void Form::OnUIActive(FormControl& control) {
-  if (stage_) return;
-  if (designer_) designer_->Select(&control);
-  keyboard_.OnActive(control);
+  if (!stage_) keyboard_.OnActive(control);
 }
 
 void Form::OnFocus(FormControl& control) {
-  if (stage_) return;
-  if (designer_ && IsLoaded()) designer_->Select(&control);
-  keyboard_.OnFocus(control);
+  if (!stage_) keyboard_.OnFocus(control);
 }
 
 bool Form::HasPages(const FormControl& control) const {

@@ -1,5 +1,5 @@
-// A form: what its file says, put together of its window, what stands on it, the keyboard there,
-// its code, and its designer while it is designed.
+// A form: what its file says, put together of its window, what stands on it, the keyboard there and
+// its code.
 #pragma once
 
 #include <memory>
@@ -16,7 +16,6 @@
 #include "host/runner/FormSource.h"
 #include "host/runner/FormWindow.h"
 #include "host/runner/Pieces.h"
-#include "host/runner/design/Designer.h"
 
 namespace qrn::host {
 
@@ -128,7 +127,6 @@ class Form final : public FormMembers, private FormWindowOwner {
   FormCode code_;
   FormKeyboard keyboard_;
   Pieces pieces_;
-  std::unique_ptr<Designer> designer_;  // null while the form runs or stands on a stage
 };
 
 }  // namespace qrn::host

@@ -65,7 +65,6 @@ std::optional<LRESULT> Form::OnPaint(WPARAM, LPARAM) {
   FillWith(paint.dc(), paint.area(), look_.backColor);
   if (stage_) stage_->DrawGround(paint.dc(), paint.area());
   pieces_.Draw(nullptr, paint.dc());
-  if (designer_) designer_->Outline(paint.dc());
   if (IsLoaded()) code_.Raise(L"Paint");
   return 0;
 }

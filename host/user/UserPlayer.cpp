@@ -5,7 +5,6 @@
 #include "host/container/Text.h"
 #include "host/container/WindowUse.h"
 #include "host/form/SourceText.h"
-#include "host/runner/design/Designer.h"
 #include "host/user/Dialogs.h"
 #include "host/user/StepWords.h"
 #include "host/user/UserInput.h"
@@ -201,18 +200,6 @@ HWND UserPlayer::ReachedWindow(const std::string& path, POINT point) {
     return control.ParentWindow();
   }
   return control.HoldsOthers() ? control.Window() : InnermostAt(control.Window(), point);
-}
-
-// Beside a form that is designed a box or its property pages may hear the keys.
-void UserPlayer::RequireListener(const std::string& complaint) {
-  const HWND front = GetAncestor(ui_.Focus(), GA_ROOT);
-  const bool isForm = Ask<bool>([this, front] {
-    const auto& forms = program().forms();
-    return program().options().design &&
-           std::any_of(forms.begin(), forms.end(),
-                       [front](const Com<Form>& form) { return form->Window() == front; });
-  });
-  if (isForm) Fail(complaint + kDesigned);
 }
 
 void UserPlayer::RequireReach(const std::string& path, POINT point) {
@@ -417,7 +404,6 @@ void UserPlayer::OnKey(const UserStep& step) {
   const form::KeyChord chord = *form::KeyChordOf(step.Get("key"));
   for (int i = 0; i < times; ++i) {
     RequireKeyboard(false);
-    if (!IsDesignerKey(chord)) RequireListener("the key " + step.Get("key") + " does nothing");
     PressKey(chord);
     if (i + 1 < times) WaitIdle();
   }
@@ -426,7 +412,6 @@ void UserPlayer::OnKey(const UserStep& step) {
 void UserPlayer::OnType(const UserStep& step) {
   RequireNoMessage();
   RequireKeyboard(false);
-  RequireListener("nothing is typed");
   RequireKeyboard(true);
   TypeText(Wide(step.Get("text")));
 }

@@ -58,8 +58,6 @@ class UserPlayer {
   void RequireKeyboard(bool forText);
   // The window of a form, the one in front without a name; the designer's own while it is there.
   HWND WindowOf(const std::string& form);
-  // Throws, with `complaint`, where a form that is being designed has the keyboard.
-  void RequireListener(const std::string& complaint);
   // Throws where a user's mouse would not reach the form or control at that point of the screen.
   void RequireReach(const std::string& path, POINT point);
   HWND ReachedWindow(const std::string& path, POINT point);

@@ -24,7 +24,7 @@ std::string Button(const std::string& name, int operation, int place, const std:
                    "\n DbIndex = \"" + index + "\"\n");
 }
 
-enum DbOperation { kInsert = 0, kUpdate = 1, kDelete = 2, kGetEqual = 3, kGetFirst = 4 };
+enum DbOperation { kInsert = 0, kUpdate = 1, kGetEqual = 3, kGetFirst = 4 };
 
 constexpr char kOnePerson[] =
     "Private Sub Form_Load()\n"
@@ -47,19 +47,14 @@ class DataForms : public ::testing::Test {
  protected:
   // The form's output, and with it what failed.
   std::string Run(const std::string& controls, const std::string& code, const std::string& script) {
-    const RunResult result = RunAll(controls, code, script, false);
+    const std::string database =
+        "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"" + company_.Directory() +
+        "\"\nEnd\n";
+    const RunResult result = RunForms({{FormText(database + controls, code)}, script});
     EXPECT_EQ(result.failure, "");
     EXPECT_EQ(result.faults, 0);
     EXPECT_EQ(result.left, 0);
     return result.printed;
-  }
-
-  RunResult RunAll(const std::string& controls, const std::string& code, const std::string& script,
-                   bool design) {
-    const std::string database =
-        "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"" + company_.Directory() +
-        "\"\nEnd\n";
-    return RunForms({{FormText(database + controls, code)}, script, design});
   }
 
  private:
@@ -108,16 +103,6 @@ TEST_F(DataForms, TypingIsDressedKeyByKey) {
             "1,234,567\n9\n1,234\n    1,234\n1234\n");
 }
 
-TEST_F(DataForms, ADateIsRepairedOnLeavingUnlessItHasAFormat) {
-  const std::string controls = FieldEdit("Born", 0, " Format = \"yyyy.mm.dd\"") +
-                               FieldEdit("Name", 1) +
-                               Edit("edtPlain", 2, Bound("People") + " DbField = \"Born\"\n");
-  EXPECT_EQ(Run(controls, "",
-                "focus edtBorn\ntype \"2001/2/3\"\nfocus edtPlain\ntype \"2001/2/3\"\n"
-                "focus edtName\nprint edtBorn.Text\nprint edtPlain.Text\n"),
-            "2001/2/3\n2001/02/03\n");
-}
-
 // The note is typed, kept, found again and changed; its length follows.
 TEST_F(DataForms, ANoteGoesToTheFileAndComesBack) {
   const std::string controls = FieldEdit("Id", 0, "", "Notes") +
@@ -149,30 +134,6 @@ TEST_F(DataForms, ANoteGoesToTheFileAndComesBack) {
                 "z\n 1 短\n短\n 0 \n");
 }
 
-// While a form is designed the mouse reaches no control.
-TEST_F(DataForms, NothingIsDoneWhileTheFormIsDesigned) {
-  const std::string controls = FieldEdit("Code", 0) + FieldEdit("Name", 1) +
-                               Button("Delete", kDelete, 2, "People", "ByCode") +
-                               Button("First", kGetFirst, 3, "People", "ByCode");
-  Run(controls, kOnePerson, "");
-  const RunResult designed = RunAll(controls, kOnePerson,
-                                    "click btnFirst\nclick btnDelete\ndblclick btnDelete\nkey F4\n"
-                                    "dialog \"btnDelete プロパティ\" press \"Cancel\"\nwait 200\n"
-                                    "click edtName\nclick edtCode right\n"
-                                    "dialog \"edtCode プロパティ\" press \"Cancel\"\nwait 200\n"
-                                    "print edtName.Text\nprint edtCode.Text\n",
-                                    true);
-  EXPECT_EQ(designed.failure, "");
-  EXPECT_EQ(designed.printed, "\n\n");
-  EXPECT_EQ(designed.told, "");
-  EXPECT_EQ(designed.left, 0);
-  const std::string code = kOnePerson;
-  EXPECT_EQ(Run(controls, code.substr(code.find("Public Sub Stored")), "call Stored\n"),
-            "7 abc 2001/02/03 1234567.50\n");
-  EXPECT_EQ(RunAll(controls, code, "call Stored\n", true).failure,
-            "script:1: nothing is called while the form is designed");
-}
-
 TEST(MissingDictionary, IsToldBeforeTheFormComes) {
   const std::string form = FormText(
       "Begin QRNBTRLib.QRNBtr db\n Left = 5000\n Top = 100\n DDFDir = \"C:\\absent\"\nEnd\n" +
@@ -187,19 +148,6 @@ TEST(MissingDictionary, IsToldBeforeTheFormComes) {
       RunForms({{form}, "print edtName.Text\n"}).failure,
       "script:1: nobody answers the box \"VE028 DDFOpen APIエラー(12)\" (title \"エラー\") that "
       "comes before the form");
-}
-
-TEST_F(DataForms, AReadOnlyFieldTakesDataButNoKeys) {
-  const std::string controls =
-      FieldEdit("Name", 0, " ReadOnly = -1\n Format = \"@\"\n FormatOption = 1\n MaxLength = 20") +
-      FieldEdit("Code", 1) + Button("First", kGetFirst, 2, "People", "ByCode") +
-      Button("Update", kUpdate, 3, "People", "ByCode");
-  EXPECT_EQ(Run(controls, kOnePerson,
-                "click btnFirst\nfocus edtName\nkey End\ntype \"x\"\nkey Backspace\nkey Home\n"
-                "key Delete\nprint edtName.Text\n"
-                "set edtName.Text = \"by code\"\nprint edtName.Text\nclick btnUpdate\n"
-                "call Stored\n"),
-            "abc\nby code\n7 by code 2001/02/03 1234567.50\n");
 }
 
 TEST_F(DataForms, TheDatabaseControlsFailuresReachItsHandler) {
@@ -218,22 +166,6 @@ TEST_F(DataForms, TheDatabaseControlsFailuresReachItsHandler) {
       "Public Sub Done()\n  Print db.DbIsOpen(\"People\"); db.DbIsOpen(\"Notes\")\nEnd Sub\n";
   EXPECT_EQ(Run(FieldEdit("Name", 0), code, "call Lose\ncall Done\n"),
             "Notes 12 \nNotes 12 \n 12  12 \n 1  0 \n");
-}
-
-TEST_F(DataForms, AFailureThatNoHandlerSilencesIsShown) {
-  const char code[] =
-      "Private Sub db_BtrieveError(TableName As String, Status As Integer)\n"
-      "  Print TableName; Status\n"
-      "End Sub\n"
-      "Private Sub cmdLose_Click()\n"
-      "  db.DbClose \"Notes\"\n"
-      "  db.DbSetFileName \"Notes\", \"absent.btr\"\n"
-      "  Print db.DbOpen(\"Notes\")\n"
-      "End Sub\n";
-  EXPECT_EQ(Run(Piece("VB.CommandButton cmdLose", 0), code,
-                "click cmdLose\n"
-                "message \"VE803 Btrieveファイル Notes のオープンに失敗。(12)\" OK\nwait 100\n"),
-            "Notes 12 \n 12 \n");
 }
 
 }  // namespace

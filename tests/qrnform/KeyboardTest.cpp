@@ -221,15 +221,8 @@ const FailureCase kFailures[] = {
      "script:1: the box \"asked\" (title \"\") comes in between"},
     {"a control being designed", "", "focus edtTwo\n",
      "script:1: edtTwo does not take the keyboard while the form is designed", true},
-    {"a text for what is designed", "", "click edtTwo\ntype \"x\"\n",
-     "script:2: nothing is typed while the form is designed", true},
-    {"a text where nothing is chosen yet", "", "type \"x\"\n",
-     "script:1: nothing is typed while the form is designed", true},
-    {"a key for what is designed", "", "click edtTwo\nkey F4\nkey Escape\nkey Tab\n",
-     "script:4: the key Tab does nothing while the form is designed", true},
-    {"a caption's key", "", "key Alt+S\n",
-     "script:1: the key Alt+S does nothing while the form is designed", true},
-    {"the keys of the window of a form being designed", "", "key F10\nkey Alt+F4\n", "", true},
+    {"code of a form being designed", "", "call Asked\n",
+     "script:1: nothing is called while the form is designed", true},
 };
 
 class LostKeyboard : public testing::TestWithParam<FailureCase> {};
