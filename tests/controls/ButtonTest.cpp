@@ -12,20 +12,11 @@ namespace {
 
 TEST_F(Button, StartsAsItsTableSays) {
   Hosted<CQRNBtn> button(L"btn2");
-  const struct {
-    const wchar_t* name;
-    const char* value;
-  } cases[] = {
-      {L"DbSource", "ok BSTR:"},  {L"DbTable", "ok BSTR:"},
-      {L"DbIndex", "ok BSTR:"},   {L"DbOperation", "ok I4:0"},
-      {L"Abort", "ok BOOL:0"},    {L"ConfirmMsg", "ok BSTR:"},
-      {L"Cancel", "ok BOOL:0"},   {L"Default", "ok BOOL:0"},
-      {L"DbLocks", "ok I4:0"},    {L"ClearControlData", "ok BOOL:-1"},
-      {L"IndexID", "ok I2:0"},    {L"Style", "ok I4:0"},
-      {L"Caption", "ok BSTR:"},   {L"Appearance", "ok I2:1"},
-      {L"Enabled", "ok BOOL:-1"}, {L"BackColor", "ok UI4:2147483663"},
-  };
-  for (const auto& row : cases) EXPECT_EQ(button.Value(row.name), row.value);
+  constexpr char kStart[] =
+      "DbSource=BSTR: DbTable=BSTR: DbIndex=BSTR: DbOperation=I4:0 Abort=BOOL:0 ConfirmMsg=BSTR: "
+      "Cancel=BOOL:0 Default=BOOL:0 DbLocks=I4:0 ClearControlData=BOOL:-1 IndexID=I2:0 Style=I4:0 "
+      "Caption=BSTR: Appearance=I2:1 Enabled=BOOL:-1 BackColor=UI4:2147483663";
+  EXPECT_EQ(button.Values(kStart), kStart);
 }
 
 TEST_F(Button, ShowsItsCaptionOrItsPicture) {

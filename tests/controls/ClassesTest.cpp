@@ -18,9 +18,9 @@
 #include "grid/QRNGrid.h"
 #include "host/container/PropertyBag.h"
 #include "platform/Utf.h"
-#include "tests/controls/picture/SampleFiles.h"
 #include "tests/ole/SavedBytes.h"
 #include "tests/ole/SystemStorage.h"
+#include "tests/support/PictureSamples.h"
 
 namespace qrn::test {
 namespace {

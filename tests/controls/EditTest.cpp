@@ -39,32 +39,12 @@ struct Edit : OfficeFixture {
 };
 
 TEST_F(Edit, StartsAsItsTableSays) {
-  const struct {
-    const wchar_t* name;
-    const char* value;
-  } cases[] = {
-      {L"DbSource", "ok BSTR:"},
-      {L"DbTable", "ok BSTR:"},
-      {L"DbField", "ok BSTR:"},
-      {L"MaxLength", "ok I2:0"},
-      {L"PasswordChar", "ok BSTR:"},
-      {L"Format", "ok BSTR:"},
-      {L"MultiLine", "ok BOOL:0"},
-      {L"Alignment", "ok I4:0"},
-      {L"ReadOnly", "ok BOOL:0"},
-      {L"UpperCase", "ok BOOL:0"},
-      {L"IMEMode", "ok I4:0"},
-      {L"NumericMask", "ok BOOL:0"},
-      {L"FormatOption", "ok I4:0"},
-      {L"BorderStyle", "ok I4:1"},
-      {L"Appearance", "ok I2:1"},
-      {L"Enabled", "ok BOOL:-1"},
-      {L"TabStop", "ok BOOL:-1"},
-      {L"BackColor", "ok UI4:2147483653"},
-      {L"ForeColor", "ok UI4:2147483656"},
-      {L"Text", "ok BSTR:"},
-  };
-  for (const auto& row : cases) EXPECT_EQ(edit_.Value(row.name), row.value);
+  constexpr char kStart[] =
+      "DbSource=BSTR: DbTable=BSTR: DbField=BSTR: MaxLength=I2:0 PasswordChar=BSTR: Format=BSTR: "
+      "MultiLine=BOOL:0 Alignment=I4:0 ReadOnly=BOOL:0 UpperCase=BOOL:0 IMEMode=I4:0 "
+      "NumericMask=BOOL:0 FormatOption=I4:0 BorderStyle=I4:1 Appearance=I2:1 Enabled=BOOL:-1 "
+      "TabStop=BOOL:-1 BackColor=UI4:2147483653 ForeColor=UI4:2147483656 Text=BSTR:";
+  EXPECT_EQ(edit_.Values(kStart), kStart);
 }
 
 TEST_F(Edit, WantsTheEnterKeyWhereItHasLines) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <sstream>
 
 #include "com/VbFormat.h"
 #include "ole/Control.h"
@@ -94,6 +95,18 @@ class HostedControl : Pinned {
   IDispatch* object() { return dispatch_.get(); }
   HRESULT Set(const wchar_t* name, VARIANT value) { return Put(object(), name, {value}).result; }
   std::string Value(const wchar_t* name) { return Get(object(), name).Text(); }
+  // The properties that are listed as "Name=TYPE:value Name=...", with the values that they have.
+  std::string Values(const std::string& listed) {
+    std::istringstream words(listed);
+    std::string all;
+    for (std::string word; words >> word;) {
+      const std::string name = word.substr(0, word.find('='));
+      const std::string value = Value(std::wstring(name.begin(), name.end()).c_str());
+      all += (all.empty() ? "" : " ") + name + "=" +
+             (value.starts_with("ok ") ? value.substr(3) : value);
+    }
+    return all;
+  }
   // Offers a key to the control as the container's message loop does.
   HRESULT Offer(MSG& message) {
     // No reference of the call's own: a handler may drop the last one.

@@ -63,16 +63,11 @@ TEST_F(Marks, StartAsTheirTablesSay) {
   for (const MarkClass* each : kBoth) {
     SCOPED_TRACE(each->name);
     const MadeMark fresh = each->make(L"mark1", true);
-    const struct {
-      const wchar_t* name;
-      const char* value;
-    } cases[] = {{L"Caption", "ok BSTR:"},      {L"DbSource", "ok BSTR:"},
-                 {L"DbTable", "ok BSTR:"},      {L"DbField", "ok BSTR:"},
-                 {L"DbValueTrue", "ok BSTR:1"}, {L"DbValueFalse", "ok BSTR:0"},
-                 {L"Value", "ok BOOL:0"},       {L"Alignment", "ok I4:0"},
-                 {L"Appearance", "ok I2:0"},    {L"BackColor", "ok UI4:2147483663"},
-                 {L"TabStop", "ok BOOL:-1"},    {L"ForeColor", "ok UI4:2147483666"}};
-    for (const auto& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
+    constexpr char kStart[] =
+        "Caption=BSTR: DbSource=BSTR: DbTable=BSTR: DbField=BSTR: DbValueTrue=BSTR:1 "
+        "DbValueFalse=BSTR:0 Value=BOOL:0 Alignment=I4:0 Appearance=I2:0 BackColor=UI4:2147483663 "
+        "TabStop=BOOL:-1 ForeColor=UI4:2147483666";
+    EXPECT_EQ(fresh.host->Values(kStart), kStart);
   }
   EXPECT_EQ(kCheck.make(L"mark1", true).host->Value(L"DbValueIndeterminate"), "ok BSTR:");
 }

@@ -6,8 +6,8 @@
 
 #include "OfficeFixture.h"
 #include "controls/picture/QRNPic.h"
-#include "tests/controls/picture/SampleFiles.h"
 #include "tests/support/DrawingObjects.h"
+#include "tests/support/PictureSamples.h"
 #include "tests/support/Setting.h"
 
 namespace qrn::test {
@@ -72,15 +72,10 @@ struct Pictures : OfficeFixture {
 
 TEST_F(Pictures, StartAsTheirTableSays) {
   Hosted<CQRNPic> fresh(L"pic2");
-  const struct {
-    const wchar_t* name;
-    const char* value;
-  } cases[] = {{L"DbField", "ok BSTR:"},           {L"BlobPath", "ok BSTR:"},
-               {L"Stretch", "ok BOOL:0"},          {L"PictureType", "ok I2:0"},
-               {L"BorderStyle", "ok I4:1"},        {L"Appearance", "ok I2:1"},
-               {L"MousePointer", "ok I4:0"},       {L"BackColor", "ok UI4:2147483663"},
-               {L"ForeColor", "ok UI4:2147483666"}};
-  for (const auto& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
+  constexpr char kStart[] =
+      "DbField=BSTR: BlobPath=BSTR: Stretch=BOOL:0 PictureType=I2:0 BorderStyle=I4:1 "
+      "Appearance=I2:1 MousePointer=I4:0 BackColor=UI4:2147483663 ForeColor=UI4:2147483666";
+  EXPECT_EQ(fresh.Values(kStart), kStart);
   EXPECT_FALSE(fresh->Picture);
   EXPECT_FALSE(fresh->GetFont());
 }

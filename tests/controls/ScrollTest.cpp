@@ -84,15 +84,10 @@ TEST_F(Bars, StartAsTheirTablesSay) {
   for (const BarClass* each : kBoth) {
     SCOPED_TRACE(each->name);
     const MadeBar fresh = each->make(L"scr2", true);
-    const struct {
-      const wchar_t* name;
-      const char* value;
-    } cases[] = {
-        {L"DbSource", "ok BSTR:"},   {L"DbIndex", "ok BSTR:"},     {L"LargeChange", "ok I4:1"},
-        {L"SmallChange", "ok I4:1"}, {L"Max", "ok I4:32767"},      {L"Min", "ok I4:0"},
-        {L"Value", "ok I4:0"},       {L"AutoFirst", "ok BOOL:-1"}, {L"Enabled", "ok BOOL:-1"},
-        {L"TabStop", "ok BOOL:-1"},  {L"MousePointer", "ok I4:0"}};
-    for (const auto& row : cases) EXPECT_EQ(fresh.host->Value(row.name), row.value);
+    constexpr char kStart[] =
+        "DbSource=BSTR: DbIndex=BSTR: LargeChange=I4:1 SmallChange=I4:1 Max=I4:32767 Min=I4:0 "
+        "Value=I4:0 AutoFirst=BOOL:-1 Enabled=BOOL:-1 TabStop=BOOL:-1 MousePointer=I4:0";
+    EXPECT_EQ(fresh.host->Values(kStart), kStart);
     ASSERT_EQ(fresh.host->Show(), S_OK);
     EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_STYLE), LONG(each->style));
     EXPECT_EQ(GetWindowLongW(fresh->contained(), GWL_EXSTYLE), 0);

@@ -7,13 +7,8 @@
 #include "core/Dictionary.h"
 #include "core/DictionaryLookup.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
-
-using test::FakeLexbase;
-using test::FieldOf;
-using test::MemoryRunsOut;
-using test::Messages;
 
 struct DictionaryLoad : ::testing::Test {
   ~DictionaryLoad() override { DbDictFree(dictionary_); }
@@ -369,4 +364,4 @@ TEST_F(DictionaryDeferred, AFailedTableIsStillToBeLoaded) {
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

@@ -5,12 +5,8 @@
 #include "Support.h"
 #include "core/DictionaryLookup.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
-
-using test::MakeField;
-using test::MakeSegment;
-using test::OpenTable;
 
 // Keys: 0 = segments 0..2, 1 = segment 3, 2 = segments 4..5.
 OpenTable ThreeKeys() {
@@ -105,4 +101,4 @@ TEST(DictionaryLookup, NamesLoseTheirTrailingBlanks) {
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

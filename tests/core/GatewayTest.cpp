@@ -7,10 +7,8 @@
 #include "core/Transactions.h"
 #include "platform/CodePage.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
-
-using test::FakeBtrieve;
 
 TEST(Gateway, LocksAddHundreds) {
   struct {
@@ -42,13 +40,13 @@ TEST(Gateway, StatusesReadAsText) {
 
 TEST(Gateway, VersionFillsFiveBytes) {
   FakeBtrieve btrieve;
-  btrieve.Answer(26, [](const test::BtrieveCall& call) {
+  btrieve.Answer(26, [](const BtrieveCall& call) {
     for (int i = 0; i < 5; ++i) call.data[i] = static_cast<uint8_t>(i + 1);
     return int16_t{0};
   });
   uint8_t version[6] = {};
   EXPECT_EQ(DbGetVersion(TheEngine(), version), 0);
-  EXPECT_EQ(test::Hex(version, 6), "010203040500");
+  EXPECT_EQ(Hex(version, 6), "010203040500");
   EXPECT_EQ(btrieve.TakeLog(), "26 noblock len=5 key=- kn=0; ");
 }
 
@@ -133,4 +131,4 @@ TEST(GrowingArray, ClosesUpBehindAnElementTakenOut) {
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

@@ -8,17 +8,8 @@
 #include "core/Record.h"
 #include "core/RecordPosition.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
-
-using test::BtrieveCall;
-using test::FakeBtrieve;
-using test::Hex;
-using test::MakeField;
-using test::MakeSegment;
-using test::MemoryRunsOut;
-using test::Messages;
-using test::OpenTable;
 
 constexpr int32_t kNulls = kSegmentLeavesNullOut;
 
@@ -435,4 +426,4 @@ TEST_F(Record, CountsComeFromTheStat) {
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

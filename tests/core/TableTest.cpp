@@ -13,18 +13,8 @@
 #include "platform/Memory.h"
 #include "tests/support/TempFolder.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
-
-using test::BtrieveCall;
-using test::FakeBtrieve;
-using test::Hex;
-using test::MakeField;
-using test::MakeSegment;
-using test::MemoryRunsOut;
-using test::Messages;
-using test::OpenTable;
-using test::TempFolder;
 
 #ifdef _WIN32
 constexpr char kSlash = '\\';
@@ -197,7 +187,7 @@ TEST_F(Table, AFailedCloseLeavesItOpen) {
 }
 
 TEST_F(Table, ATableWithoutFieldsLoadsThemFirst) {
-  test::FakeLexbase lexbase;
+  FakeLexbase lexbase;
   lexbase.Field({1, 4, "f", kString, 0, 6});
   DbTableInfo table{};
   table.FileId = 4;
@@ -359,4 +349,4 @@ TEST_F(Table, LocationsTakeSixtySixBytes) {
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

@@ -73,55 +73,6 @@ db.DDFDir = ""
 Say db.DbOpen("People") & " " & db.DbLoadDDF()
 )",
      "2 0\ninsert 46\n0\n0 False True\n-20 -21\n"},
-    {"records are inserted, found, walked, changed and deleted",
-     R"(db.DbOpenAll
-Insert 2, "伊藤 表", "大阪"
-Insert 1, "阿部ｱﾍﾞ", "東京"
-Insert 3, "上田", "大阪"
-Read 12, "ByCode"
-Read 6, "ByCode"
-Read 6, "ByCode"
-Read 6, "ByCode"
-Read 13, "ByName"
-Find 2
-db.DbSetFieldData "People", "Pay", "12345.67"
-db.DbSetFieldData "People", "Born", "2001/2/3"
-Say db.DbAccess(3, "People", "ByCode")
-db.DbClearFieldBuffer "People"
-Say "[" & db.DbGetFieldData("People", "Name") & "]"
-Find 2
-Say db.DbGetFieldData("People", "Pay") & " " & db.DbGetFieldData("People", "Born")
-Find 1
-Say db.DbAccess(4, "People", "ByCode")
-Find 1
-db.DbGetNumOfRecords "People", count
-Say "left " & count
-)",
-     "insert 0\ninsert 0\ninsert 0\n1 阿部ｱﾍﾞ\n2 伊藤 表\n3 上田\nstatus 9\n3 上田\n"
-     "2 伊藤 表\n0\n[]\n2 伊藤 表\n12345.67 2001/02/03\n1 阿部ｱﾍﾞ\n0\nstatus 4\nleft 2\n"},
-    {"failures have their codes",
-     R"(Say "closed " & db.DbAccess(12, "People", "ByCode")
-Say "closed field " & db.DbSetFieldData("People", "Code", "1")
-Say "closed text [" & db.DbGetFieldData("People", "Code") & "]"
-db.DbOpen "People"
-Say "empty " & db.DbAccess(12, "People", "ByCode")
-Say "none current " & db.DbAccess(4, "People", "ByCode") & " " & db.DbGetPosition("People")
-Insert 1, "Abe", "東京"
-Insert 1, "Ito", "大阪"
-Say "table " & db.DbAccess(12, "people", "ByCode") & " " & db.DbOpen("Nobody")
-Say "key " & db.DbAccess(12, "People", "bycode") & " " & db.DbAccess(12, "People", "")
-Say "field " & db.DbSetFieldData("People", "code", "1") & " " & db.DbGetDataSize("People", "x")
-Find 1
-db.DbSetFieldData "People", "Code", "9"
-Say "fixed key " & db.DbAccess(3, "People", "ByCode")
-Say "operation " & db.DbAccess(99, "People", "ByCode")
-Say "position " & db.DbGetDirect("People", 5, "ByCode")
-Say "ids " & db.DbAccessByID(12, 9, 0) & " " & db.DbAccessByID(12, -1, 0)
-Say "mode " & db.DbExSetMode("U") & " " & db.DbSetLockBias(50) & " " & db.DbBeginTransaction(7)
-)",
-     "closed -3\nclosed field -3\nclosed text []\nempty 9\nnone current 8 -1\ninsert 0\ninsert 5\n"
-     "table -4 -4\nkey -6 -6\nfield -5 -5\n1 Abe\nfixed key 10\noperation 1\nposition 43\n"
-     "ids -15 -15\nmode -1 -10 -10\n"},
     {"a position leads back to its record",
      R"(db.DbOpenAll
 For i = 1 To 20
@@ -140,49 +91,6 @@ Say db.DbGetByPercentage("People", "ByCode", 0) & " " & Person()
 Say db.DbGetByPercentage("People", "ByCode", 10000) & " " & Person()
 )",
      "7 P7\n19 P19\n0 7 P7\n8 P8\n0 True\n0 1 P1\n0 20 P20\n"},
-    {"a transaction is ended or undone",
-     R"(db.DbOpenAll
-Say db.DbEndTransaction() & " " & db.DbAbortTransaction()
-Say db.DbBeginTransaction(0) & " " & db.DbBeginTransaction(0)
-Insert 1, "Abe", ""
-Find 1
-Say db.DbAbortTransaction()
-Find 1
-Say db.DbBeginConCurTransaction(500)
-Insert 2, "Ito", ""
-Say db.DbEndTransaction()
-Find 2
-)",
-     "39 39\n0 37\ninsert 0\n1 Abe\n0\nstatus 4\n0\ninsert 0\n0\n2 Ito\n"},
-    {"a note keeps its text whatever its length",
-     R"(db.DbOpenAll
-For Each length In Array(0, 1, 100, 3000)
-  db.DbClearFieldBuffer "Notes"
-  db.DbSetFieldData "Notes", "Text", String(length, "x") & "。"
-  Say db.DbAccess(2, "Notes", "ById")
-Next
-Say db.DbAccess(12, "Notes", "ById")
-Do
-  text = db.DbGetFieldData("Notes", "Text")
-  Say db.DbGetFieldData("Notes", "Id") & " " & Len(text) & " " & Right(text, 1)
-Loop While db.DbAccess(6, "Notes", "ById") = 0
-)",
-     "0\n0\n0\n0\n0\n1 1 。\n2 2 。\n3 101 。\n4 3001 。\n"},
-    {"conditions choose among records",
-     R"(db.DbOpenAll
-Insert 1, "Abe", "東京"
-Insert 2, "Ito", "大阪"
-Insert 3, "Ueda", "大阪"
-db.DbAccess 12, "People", "ByCode"
-rc = db.DbExAccess(36, "People", "@Town = '大阪'", "Code,Name", "ByCode", 100, 10, False, id, found)
-Say rc & " " & found
-For i = 0 To found - 1
-  Say db.DbExGetFieldData(id, "Code", i) & db.DbExGetFieldData(id, "Name", i)
-Next
-db.DbExFree id
-Say "[" & db.DbExGetFieldData(id, "Code", 0) & "] " & db.DbExGetPosition(id, 0)
-)",
-     "insert 0\ninsert 0\ninsert 0\n9 2\n2Ito\n3Ueda\n[] -1\n"},
     {"a script's arrays are none of texts or bytes",
      R"(db.DbOpenAll
 Dim a(4)

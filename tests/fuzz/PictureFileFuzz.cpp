@@ -3,8 +3,8 @@
 #include <iterator>
 
 #include "controls/picture/files/PictureFile.h"
-#include "tests/controls/picture/SampleFiles.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/support/PictureSamples.h"
 
 using namespace qrn;
 using namespace qrn::fuzz;

@@ -5,6 +5,7 @@
 #include "SavedBytes.h"
 #include "SystemStorage.h"
 #include "ole/SystemGuid.h"
+#include "tests/support/PictureSamples.h"
 
 namespace qrn::test {
 namespace {
@@ -296,37 +297,9 @@ TEST_F(PersistTest, AStreamWithAnyByteChangedLoadsOrFails) {
   ExpectUsable();
 }
 
-void Add(Bytes& bytes, uint32_t number, int size) {
-  for (int i = 0; i < size; ++i) bytes.push_back(static_cast<uint8_t>(number >> (8 * i)));
-}
-
-Bytes Icon() {
-  constexpr uint32_t kImage = 40 + 64 + 16 * (8 + 4);  // header, palette, pixels and mask
-  Bytes bytes;
-  Add(bytes, 0x00010000, 4);
-  Add(bytes, 1, 2);
-  Add(bytes, 0x1010, 4);  // 16 by 16
-  Add(bytes, 0x00040001, 4);
-  Add(bytes, kImage, 4);
-  Add(bytes, 22, 4);
-  for (uint32_t number : {40u, 16u, 32u, 0x00040001u}) Add(bytes, number, 4);
-  bytes.resize(22 + kImage);
-  return bytes;
-}
-
-Bytes Metafile() {
-  Bytes bytes;
-  for (uint32_t number : {0x9AC6CDD7u, 0u, 0x00640000u, 0x04EC0064u, 0u}) Add(bytes, number, 4);
-  Add(bytes, 0x4F4Du, 2);
-  for (uint32_t number : {0x00090001u, 0x00110300u, 0u, 5u}) Add(bytes, number, 4);
-  Add(bytes, 0, 2);
-  for (uint32_t number : {5u, 0x0064020Bu, 0x00030064u, 0u}) Add(bytes, number, 4);
-  return bytes;
-}
-
 TEST_F(PersistTest, PicturesWithAnyByteChangedLoadOrFail) {
   const Bytes without = Saved(unknown());
-  for (const Bytes& picture : {Metafile(), Icon()}) {  // not every system stores metafiles
+  for (const Bytes& picture : {PlaceableSample(22), IconSample()}) {
     Bytes bytes(without.begin(), without.end() - 16);  // the last item is a picture, now none
     const auto* id = reinterpret_cast<const uint8_t*>(&kPictureClass);
     bytes.insert(bytes.end(), id, id + 16);

@@ -5,7 +5,6 @@
 #include "core/FlatState.h"
 #include "qrnbt350.h"
 #include "tests/ole/SavedBytes.h"
-#include "tests/support/DrawingObjects.h"
 
 namespace qrn::test {
 namespace {
@@ -223,23 +222,6 @@ TEST_F(BtrOnForm, TheAboutBoxTellsTheVersion) {
   KillTimer(nullptr, timer);
   EXPECT_EQ(seenTitle, L"Quorin Controls for Btrieve version 3.51");
   EXPECT_EQ(seenButtons, 1);
-}
-
-TEST_F(BtrOnForm, AHundredComeAndGoWithoutATrace) {
-  site.Host(btr.unknown().get());
-  site.Unhost();
-  const long long drawn = DrawingObjects();
-  for (int i = 0; i < 100; ++i) {
-    MadeBtr each;
-    TestSite own;
-    own.RunTime(L"Each");
-    own.Host(each.unknown().get());
-    own.Unhost();
-    each.Drop();
-    EXPECT_EQ(own.references, 0u);
-  }
-  EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
-  EXPECT_EQ(DrawingObjects(), drawn);
 }
 
 }  // namespace

@@ -33,20 +33,6 @@ struct BtrMethods : ::testing::Test {
   MadeBtr btr;
 };
 
-TEST_F(BtrMethods, ADirectoryAloneMakesItUsable) {
-  Insert(L"2", L"Ito");
-  Insert(L"1", L"Abe");
-  EXPECT_EQ(btr.Say(L"DbAccess", {Short(12), Text(L"People"), Text(L"ByCode")}), "ok I2:0");
-  EXPECT_EQ(Field(L"Name"), "ok BSTR:Abe");
-  EXPECT_EQ(Field(L"Code"), "ok BSTR:1");
-  EXPECT_EQ(btr.Say(L"DbAccess", {Short(6), Text(L"People"), Text(L"ByCode")}), "ok I2:0");
-  EXPECT_EQ(Field(L"Name"), "ok BSTR:Ito");
-  EXPECT_EQ(btr.Say(L"DbAccess", {Short(6), Text(L"People"), Text(L"ByCode")}), "ok I2:9");
-  EXPECT_EQ(btr.Say(L"DbAccess", {Short(6), Text(L"People"), Text(L"x")}), "ok I2:-6");
-  EXPECT_EQ(btr.Say(L"DbAccess", {Short(6), Text(L"people"), Text(L"x")}), "ok I2:-4");
-  EXPECT_EQ(messages.Take(), "");
-}
-
 TEST_F(BtrMethods, TextsKeepTheirCharacters) {
   Insert(L"1", L"\x8868\x793A \xFF76\xFF85");
   Variant name;

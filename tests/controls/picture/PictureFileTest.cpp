@@ -1,6 +1,6 @@
-#include "SampleFiles.h"
 #include "controls/picture/files/PictureFile.h"
 #include "fields/LittleEndian.h"
+#include "tests/support/PictureSamples.h"
 #include "tests/support/Test.h"
 
 namespace qrn::test {

@@ -9,38 +9,14 @@ constexpr char kPeople[] =
 
 TEST_F(Grids, StartAsTheirTableSays) {
   Hosted<CQRNGrid> fresh(L"grd2");
-  const struct {
-    const wchar_t* name;
-    const char* value;
-  } cases[] = {
-      {L"DbListSource", "ok BSTR:"},
-      {L"Cols", "ok I4:2"},
-      {L"Rows", "ok I4:2"},
-      {L"FixedCols", "ok I4:1"},
-      {L"FixedRows", "ok I4:1"},
-      {L"Row", "ok I4:1"},
-      {L"DbMaxRecords", "ok I4:300"},
-      {L"DbSkipRecords", "ok I2:100"},
-      {L"DbUpdateOption", "ok I4:1"},
-      {L"DbExOperation", "ok I4:1"},
-      {L"GridLines", "ok BOOL:-1"},
-      {L"GridLineWidth", "ok I4:1"},
-      {L"ScrollBars", "ok I4:3"},
-      {L"AllowUpdate", "ok BOOL:0"},
-      {L"AllowUserResizing", "ok I4:3"},
-      {L"HighLight", "ok BOOL:0"},
-      {L"FillStyle", "ok I4:0"},
-      {L"SetColNames", "ok BOOL:-1"},
-      {L"SetRecordNumbers", "ok BOOL:-1"},
-      {L"SetColWidth", "ok BOOL:0"},
-      {L"Appearance", "ok I2:1"},
-      {L"BorderStyle", "ok I4:1"},
-      {L"BackColor", "ok UI4:16777215"},
-      {L"ForeColor", "ok UI4:2147483666"},
-      {L"MousePointer", "ok I4:0"},
-      {L"Enabled", "ok BOOL:-1"},
-  };
-  for (const auto& row : cases) EXPECT_EQ(fresh.Value(row.name), row.value);
+  constexpr char kStart[] =
+      "DbListSource=BSTR: Cols=I4:2 Rows=I4:2 FixedCols=I4:1 FixedRows=I4:1 Row=I4:1 "
+      "DbMaxRecords=I4:300 DbSkipRecords=I2:100 DbUpdateOption=I4:1 DbExOperation=I4:1 "
+      "GridLines=BOOL:-1 GridLineWidth=I4:1 ScrollBars=I4:3 AllowUpdate=BOOL:0 "
+      "AllowUserResizing=I4:3 HighLight=BOOL:0 FillStyle=I4:0 SetColNames=BOOL:-1 "
+      "SetRecordNumbers=BOOL:-1 SetColWidth=BOOL:0 Appearance=I2:1 BorderStyle=I4:1 "
+      "BackColor=UI4:16777215 ForeColor=UI4:2147483666 MousePointer=I4:0 Enabled=BOOL:-1";
+  EXPECT_EQ(fresh.Values(kStart), kStart);
 }
 
 TEST_F(Grids, AreFilledWhenTheyAreMadeAndWhenTheyAreAsked) {

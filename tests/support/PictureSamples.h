@@ -43,19 +43,25 @@ inline FileBytes BitmapSample(uint32_t width, uint32_t height, uint16_t bits, ui
   return bytes;
 }
 
-// One image of 16 colours, 16 pixels a side.
-inline FileBytes IconSample() {
-  FileBytes bytes{0, 0, 1, 0, 1, 0, 16, 16, 16, 0, 1, 0, 4, 0};
-  Add(bytes, 40 + 64 + 16 * (8 + 4), 4);
-  Add(bytes, 22, 4);
-  Add(bytes, 40, 4);
-  Add(bytes, 16, 4);
-  Add(bytes, 32, 4);
-  Add(bytes, 1, 2);
-  Add(bytes, 4, 2);
-  Add(bytes, 0, 24);
-  for (uint32_t i = 0; i < 16; ++i) Add(bytes, 0x0000FF, 4);
-  bytes.resize(bytes.size() + 16 * (8 + 4));
+// Images of 16 colours, 16 pixels a side.
+inline FileBytes IconSample(uint16_t count = 1) {
+  FileBytes image;
+  Add(image, 40, 4);
+  Add(image, 16, 4);
+  Add(image, 32, 4);
+  Add(image, 1, 2);
+  Add(image, 4, 2);
+  Add(image, 0, 24);
+  for (uint32_t i = 0; i < 16; ++i) Add(image, 0x0000FF, 4);
+  image.resize(image.size() + 16 * (8 + 4));
+  FileBytes bytes{0, 0, 1, 0};
+  Add(bytes, count, 2);
+  for (size_t i = 0; i < count; ++i) {
+    for (const uint8_t byte : {16, 16, 16, 0, 1, 0, 4, 0}) bytes.push_back(byte);
+    Add(bytes, image.size(), 4);
+    Add(bytes, 6 + count * 16u + i * image.size(), 4);
+  }
+  for (size_t i = 0; i < count; ++i) bytes.insert(bytes.end(), image.begin(), image.end());
   return bytes;
 }
 
@@ -84,11 +90,11 @@ inline FileBytes MetafileSample(uint32_t color = 0x0000FF) {
   bytes.insert(bytes.end(), records.begin(), records.end());
   return bytes;
 }
-// The same behind the 36 bytes that the reader skips.
-inline FileBytes PlaceableSample() {
+// The same behind a placeable one's head: 36 bytes are skipped in files, 22 in stored pictures.
+inline FileBytes PlaceableSample(size_t head = 36) {
   FileBytes bytes;
   Add(bytes, 0x9AC6CDD7, 4);
-  bytes.resize(36);
+  bytes.resize(head);
   const FileBytes plain = MetafileSample();
   bytes.insert(bytes.end(), plain.begin(), plain.end());
   return bytes;
