@@ -57,7 +57,7 @@ run_native() {
   case ${1##*/} in
     floors.sh) one includes-point-down plain "$1" ;;
     format.sh) one sources-are-formatted plain "$1" ;;
-    test_btrieve_server) one "${1##*/}" gtest scripts/server.sh "$1" ;;
+    test_btrieve_server | test_qrndata_server) one "${1##*/}" gtest scripts/server.sh "$1" ;;
     test_*) one "${1##*/}" gtest "$1" ;;
     fuzz_*) one "${1##*/}" plain "$1" --seconds "$FUZZ_SECONDS" ;;
   esac
@@ -66,9 +66,9 @@ run_native() {
 run_windows() {
   case $1 in
     *.sh) one "$(basename "$1" .sh)" plain bash "$1" ;;
-    */test_btrieve_server.exe)
+    */test_btrieve_server.exe | */test_qrndata_server.exe)
       cp "$DEPS"/postgres-client/*.dll "${1%/*}/"
-      WINEDEBUG=-all one windows-test_btrieve_server gtest scripts/server.sh "$WINE64" "$1"
+      WINEDEBUG=-all one "windows-$(basename "$1" .exe)" gtest scripts/server.sh "$WINE64" "$1"
       ;;
     *) WINEDEBUG=-all,err+heap one "windows-$(basename "$1" .exe)" gtest "$WINE64" "$1" ;;
   esac

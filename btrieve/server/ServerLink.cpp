@@ -252,6 +252,7 @@ void ServerLink::Run(const std::string& sql) {
 }
 
 const std::string& ServerLink::LastRefusal() noexcept { return Refusal(); }
+void ServerLink::ForgetRefusal() noexcept { Refusal().clear(); }
 
 Rows ServerLink::Answer(int sent) {
   if (!sent) Break();

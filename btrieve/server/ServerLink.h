@@ -82,6 +82,7 @@ class ServerLink {
   // The server's own words for the last refusal that any connection of this process has met, for
   // people to read; in the server's language, empty where there were none.
   static const std::string& LastRefusal() noexcept;
+  static void ForgetRefusal() noexcept;
 
   // Notifications of a channel are counted from here on.
   void Listen(const std::string& channel);

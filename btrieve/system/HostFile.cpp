@@ -9,6 +9,11 @@ namespace btrieve {
 namespace {
 std::atomic<SyncHook> syncHook{nullptr};
 bool (*isRemote)(const std::string& path) = SystemSaysRemote;
+
+bool MaySync(const std::string& path) noexcept {
+  const SyncHook hook = syncHook;
+  return !hook || hook(path);
+}
 }  // namespace
 
 std::string DirectoryOf(const std::string& path) { return path.substr(0, DirectoryLength(path)); }
@@ -35,8 +40,11 @@ void ReplaceIsRemote(bool (*replacement)(const std::string& path)) noexcept {
 void SetSyncHook(SyncHook hook) noexcept { syncHook = hook; }
 
 bool SyncFile(const std::string& path, bool entryToo) noexcept {
-  const SyncHook hook = syncHook;
-  return (!hook || hook(path)) && SyncBySystem(path, entryToo);
+  return MaySync(path) && SyncBySystem(path, entryToo);
+}
+
+bool SyncFolderOf(const std::string& path) noexcept {
+  return MaySync(path) && SyncFolderBySystem(path);
 }
 
 bool WriteNewFile(const std::string& path, std::string_view bytes) noexcept {

@@ -73,7 +73,8 @@ void RemoveFile(const std::string& path) noexcept;
 // For tests: called before each sync, on the thread that syncs; false makes it fail.
 using SyncHook = bool (*)(const std::string& path);
 void SetSyncHook(SyncHook hook) noexcept;
-// The system's part of SyncFile.
+// The system's part of SyncFile and SyncFolderOf.
 [[nodiscard]] bool SyncBySystem(const std::string& path, bool entryToo) noexcept;
+[[nodiscard]] bool SyncFolderBySystem(const std::string& path) noexcept;
 
 }  // namespace btrieve

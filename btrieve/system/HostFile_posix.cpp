@@ -141,12 +141,12 @@ bool SystemSaysRemote(const std::string& path) {
 
 void RemoveFile(const std::string& path) noexcept { unlink(path.c_str()); }
 
-bool SyncFolderOf(const std::string& path) noexcept {
+bool SyncFolderBySystem(const std::string& path) noexcept {
   return SyncPath(DirectoryOf(path).c_str(), O_RDONLY | O_DIRECTORY);
 }
 
 bool SyncBySystem(const std::string& path, bool entryToo) noexcept {
-  return SyncPath(path.c_str(), O_RDONLY) && (!entryToo || SyncFolderOf(path));
+  return SyncPath(path.c_str(), O_RDONLY) && (!entryToo || SyncFolderBySystem(path));
 }
 
 }  // namespace btrieve

@@ -177,7 +177,7 @@ bool SystemSaysRemote(const std::string& path) {
 void RemoveFile(const std::string& path) noexcept { DeleteFileW(WidePath(path).c_str()); }
 
 // The system keeps its folders by itself.
-bool SyncFolderOf(const std::string&) noexcept { return true; }
+bool SyncFolderBySystem(const std::string&) noexcept { return true; }
 
 bool SyncBySystem(const std::string& path, bool) noexcept {
   const FileHandle file(path, GENERIC_READ | GENERIC_WRITE);

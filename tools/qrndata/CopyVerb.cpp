@@ -4,7 +4,7 @@
 #include "btrieve/session/CopyFiles.h"
 #include "btrieve/system/HostFile.h"
 #include "tools/qrndata/BtrFile.h"
-#include "tools/qrndata/Dictionary.h"
+#include "tools/qrndata/DatabaseFiles.h"
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
@@ -57,42 +57,11 @@ class NewFolder {
   fs::path path_, side_;
 };
 
-// As the record manager's own opening of it gives it.
-std::string WholePath(const fs::path& path) {
-  std::string whole;
-  Require(btrieve::PathFromCaller(BtrievePath(path).c_str(), whole), PathToUtf8(path));
-  return whole;
-}
-
-bool IsWithin(const fs::path& name) {
-  const fs::path normal = name.lexically_normal();
-  return normal.is_relative() && *normal.begin() != "..";
-}
-
-// The names of the files, as seen from the directory. Two tables may have one file.
-std::vector<fs::path> FilesOf(const Dictionary& dictionary) {
-  std::vector<fs::path> names;
-  for (const fs::directory_entry& entry : fs::directory_iterator(dictionary.directory)) {
-    const std::string name = PathToUtf8(entry.path().filename());
-    for (const char* each : {"file.ddf", "field.ddf", "index.ddf"}) {
-      if (SameName(name, each)) names.push_back(entry.path().filename());
-    }
-  }
-  for (const Table& table : dictionary.tables) {
-    const fs::path name = DataFilePath({}, table.location);
-    if (!IsWithin(name)) {
-      throw Failure(kBadInput, Say(Message::FileOutside, Quoted(table.name), PathToUtf8(name)));
-    }
-    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
-  }
-  return names;
-}
-
 }  // namespace
 
 ExitCode RunCopy(const CopyOptions& options, const Streams& streams) {
   const Dictionary dictionary = ReadDictionary(options.directory);
-  const std::vector<fs::path> names = FilesOf(dictionary);
+  const std::vector<fs::path> names = DatabaseFiles(dictionary, Message::FileOutside);
   NewFolder folder(options.target);
   std::vector<btrieve::FileCopy> copies;
   for (const fs::path& name : names) {

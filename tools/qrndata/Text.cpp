@@ -173,6 +173,20 @@ std::string Show(std::string_view codePageBytes) {
   return FromCodePage(codePageBytes, OnUnmappable::Replace).text;
 }
 
+std::string JsonString(std::string_view text) {
+  std::string json = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') {
+      json.append({'\\', c});
+    } else if (static_cast<uint8_t>(c) < 0x20) {
+      json += Printed("\\u%04x", static_cast<unsigned>(c));
+    } else {
+      json += c;
+    }
+  }
+  return json + '"';
+}
+
 size_t CharacterLength(std::string_view text) noexcept {
   if (text.empty()) return 0;
   const auto byte = [&](size_t at) { return static_cast<uint8_t>(text[at]); };

@@ -50,6 +50,9 @@ bool IsTrailByte(uint8_t second) noexcept;
 // For messages: never fails, odd bytes show as U+FFFD.
 std::string Show(std::string_view codePageBytes);
 
+// A UTF-8 text in quotes as JSON writes it.
+std::string JsonString(std::string_view text);
+
 // Bytes of the UTF-8 character that `text` begins with; 0 when it is broken or `text` is empty.
 size_t CharacterLength(std::string_view text) noexcept;
 

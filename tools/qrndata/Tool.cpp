@@ -133,6 +133,9 @@ class CommandLine {
     AddConvert();
     AddSchema();
     AddCopy();
+    AddMove();
+    AddPublish();
+    AddStatus();
   }
 
   int Run(std::vector<std::string> arguments) {
@@ -184,6 +187,9 @@ class CommandLine {
   void AddConvert();
   void AddSchema();
   void AddCopy();
+  void AddMove();
+  void AddPublish();
+  void AddStatus();
 
   const Streams& streams_;
   CLI::App app_{Say(Message::HelpProgram), "qrndata"};
@@ -199,6 +205,8 @@ class CommandLine {
   CheckOptions check_;
   ConvertOptions convert_;
   CopyOptions copy_;
+  MoveOptions move_;
+  std::string listing_ = "text";
 };
 
 void CommandLine::WordHelp() {
@@ -370,6 +378,38 @@ void CommandLine::AddCopy() {
   AddDirectory(verb);
   AddPlace(verb, "DIR2", output_, Message::HelpCopyDir)->required();
   AddCount(verb, "--patience", copy_.patience, Message::HelpMoment, 0, 3600);
+}
+
+void CommandLine::AddMove() {
+  CLI::App* verb = AddVerb("move", Message::HelpMove, [this] {
+    move_.directory = PathFromUtf8(directory_);
+    return RunMove(move_, streams_);
+  });
+  AddDirectory(verb);
+  CLI::Option* server =
+      verb->add_option("--server", move_.server, Say(Message::HelpServer))->type_name("ADDRESS");
+  CLI::Option* back = verb->add_flag("--back", move_.isBack, Say(Message::HelpMoveBack));
+  server->excludes(back);
+  verb->add_option("--schema", move_.schema, Say(Message::HelpServerSchema))
+      ->type_name("NAME")
+      ->needs(server);
+  verb->add_flag("--tls", move_.tlsRequired, Say(Message::HelpTls))->needs(server);
+  verb->add_flag("--keep", move_.keep, Say(Message::HelpKeepTables))->needs(back);
+  verb->add_flag("--dry-run", move_.isDryRun, Say(Message::HelpMoveDryRun));
+}
+
+void CommandLine::AddPublish() {
+  CLI::App* verb = AddVerb("publish", Message::HelpPublish,
+                           [this] { return RunPublish({PathFromUtf8(directory_)}, streams_); });
+  AddDirectory(verb);
+}
+
+void CommandLine::AddStatus() {
+  CLI::App* verb = AddVerb("status", Message::HelpStatus, [this] {
+    return RunStatus({PathFromUtf8(directory_), listing_ == "json"}, streams_);
+  });
+  AddDirectory(verb);
+  AddChoice(verb, "--format", listing_, {"text", "json"}, Message::HelpStatusFormat);
 }
 
 }  // namespace

@@ -91,6 +91,29 @@ struct CopyOptions {
 };
 ExitCode RunCopy(const CopyOptions& options, const Streams& streams);
 
+struct MoveOptions {
+  std::filesystem::path directory;
+  std::string server;        // its address, as a link file has it; empty on the way back
+  std::string schema;        // empty: named like the directory
+  bool tlsRequired = false;  // the links demand it
+  bool isBack = false;
+  bool keep = false;      // back: the tables stay on the server, as nobody's files
+  bool isDryRun = false;  // everything is copied and compared, and nothing stays of it
+};
+ExitCode RunMove(const MoveOptions& options, const Streams& streams);
+
+struct PublishOptions {
+  std::filesystem::path directory;
+};
+// kFaultsFound where a table has no link to the server.
+ExitCode RunPublish(const PublishOptions& options, const Streams& streams);
+
+struct StatusOptions {
+  std::filesystem::path directory;
+  bool isJson = false;  // else lists
+};
+ExitCode RunStatus(const StatusOptions& options, const Streams& streams);
+
 // The whole program: `arguments` are UTF-8, without the program's name.
 int RunTool(std::vector<std::string> arguments, const Streams& streams);
 

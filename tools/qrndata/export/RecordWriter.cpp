@@ -6,6 +6,7 @@
 
 #include "fields/Digits.h"
 #include "tools/qrndata/FieldTypes.h"
+#include "tools/qrndata/Text.h"
 
 namespace qrndata {
 
@@ -47,22 +48,6 @@ bool IsJsonNumber(std::string_view text) {
   const std::string_view whole = text.substr(0, point);
   if (!AllDigits(whole) || (whole.size() > 1 && whole[0] == '0')) return false;
   return point == std::string_view::npos || AllDigits(text.substr(point + 1));
-}
-
-std::string JsonString(std::string_view text) {
-  std::string json = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') {
-      json.append({'\\', c});
-    } else if (static_cast<uint8_t>(c) < 0x20) {
-      std::array<char, 8> code{};
-      std::snprintf(code.data(), code.size(), "\\u%04x", static_cast<unsigned>(c));
-      json += code.data();
-    } else {
-      json += c;
-    }
-  }
-  return json + '"';
 }
 
 std::string JsonValue(const qrn::DbFieldInfo& field, const std::optional<std::string>& value) {

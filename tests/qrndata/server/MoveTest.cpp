@@ -1,0 +1,133 @@
+// A database to a server and back: nothing is lost on the way, and what cannot be done changes
+// nothing.
+#include "ServerFixture.h"
+
+namespace qrndata::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Moves : public OnServer {};
+
+TEST_F(Moves, TakeTheCompanyThereAndBackByteForByte) {
+  ASSERT_EQ(Run({"build", QRN_COMPANY "/company.toml", Path("db")}).code, 0);
+  for (const auto& csv : fs::directory_iterator(QRN_COMPANY "/data")) {
+    if (csv.path().extension() != ".csv") continue;
+    ASSERT_EQ(
+        Run({"import", Path("db"), PathToUtf8(csv.path().stem()), PathToUtf8(csv.path())}).code, 0)
+        << csv.path();
+  }
+  Remember();
+  const std::string orders = Export("Orders", {"--key", "0"});
+  const Said moved = Move();
+  ASSERT_EQ(moved.code, 0) << moved.err;
+  EXPECT_EQ(moved.out.substr(0, 27), "db: 14 files, 23,173 record");
+  EXPECT_EQ(Line(Check()), "code=0 out=11 tables, 22,971 records: no faults\n");
+  EXPECT_EQ(Export("Orders", {"--key", "0"}), orders);
+  EXPECT_EQ(Line(MoveBack()),
+            "code=0 out=db: 14 files, 23,173 records moved back (0 of them changed meanwhile)\n");
+  EXPECT_EQ(Changed(), "");
+}
+
+TEST_F(Moves, LeaveLinksInTheFilesPlaces) {
+  BuildShop();
+  EXPECT_EQ(Line(Move()), "code=0 out=db: 6 files, 57 records moved to schema " + Schema() +
+                              " of the server 127.0.0.1; the old files are in db/before-move\n");
+  for (const char* name : {"file.ddf", "Goods.btr", "sub/orders.dat", "other.bin"}) {
+    EXPECT_EQ(Read(std::string("db/") + name).substr(0, 18), "qrnbt link file 1\n") << name;
+    EXPECT_EQ(Read(std::string("db/before-move/") + name), Read(std::string("kept/") + name));
+  }
+  EXPECT_EQ(Read("db/readme.txt"), "no data file");
+  EXPECT_EQ(Ask("SELECT count(*) FROM " + Schema() + ".sub_orders_dat"), 2);
+  EXPECT_FALSE(fs::exists(Folder() / "db/before-move/under-way"));
+  EXPECT_EQ(Check().code, 0);
+}
+
+TEST_F(Moves, BringBackWhatHasChangedAsNewFiles) {
+  BuildShop();
+  ASSERT_EQ(Move().code, 0);
+  const std::string table = Schema() + ".goods";
+  Sql("UPDATE " + table +
+      " SET data = overlay(data PLACING '\\x51' FROM 5), ver = ver + 1, k2 = "
+      "overlay(k2 PLACING '\\x51' FROM 1) WHERE pos = 5");
+  const std::string goods = Export("Goods", {"--key", "1"});
+  EXPECT_NE(goods.find("5,Qnk"), std::string::npos) << goods;
+  EXPECT_EQ(Line(MoveBack()),
+            "code=0 out=db: 6 files, 57 records moved back (1 of them changed meanwhile)\n"
+            "db/before-move keeps 1 file as before the move\n");
+  EXPECT_EQ(Export("Goods", {"--key", "1"}), goods);
+  EXPECT_EQ(Check().code, 0);
+  EXPECT_EQ(Changed(), "before-move/Goods.btr Goods.btr Goods.btr ");
+  EXPECT_EQ(Read("db/before-move/Goods.btr"), Read("kept/Goods.btr"));
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname = '" + Schema() + "'"), 0);
+}
+
+TEST_F(Moves, TryWithoutDoing) {
+  BuildShop();
+  EXPECT_EQ(Line(Move({"--dry-run"})),
+            "code=0 out=db: 6 files, 57 records could be moved to schema " + Schema() +
+                " of the server 127.0.0.1\n");
+  EXPECT_EQ(Changed(), "");
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname = '" + Schema() + "'"), 0);
+  ASSERT_EQ(Move().code, 0);
+  EXPECT_EQ(
+      Line(MoveBack({"--dry-run"})),
+      "code=0 out=db: 6 files, 57 records could be moved back (0 of them changed meanwhile)\n");
+  EXPECT_EQ(Check().code, 0);
+  ASSERT_EQ(MoveBack().code, 0);
+  EXPECT_EQ(Changed(), "");
+}
+
+TEST_F(Moves, KeepTablesThatAreFilesNoMore) {
+  BuildShop();
+  ASSERT_EQ(Move().code, 0);
+  const std::string link = Read("db/Goods.btr");
+  ASSERT_EQ(MoveBack({"--keep"}).code, 0);
+  EXPECT_EQ(Changed(), "");
+  EXPECT_EQ(Ask("SELECT count(*) FROM " + Schema() + ".goods"), 5);
+  // A station that has the link still finds no file any more.
+  Write("db/Goods.btr", link);
+  EXPECT_NE(Check().out.find("status 12"), std::string::npos) << Check().out;
+}
+
+// Each leaves the folder and the server as they were.
+struct RefusalCase {
+  const char* server;  // words that differ
+  std::vector<std::string> options;
+  const char* says;
+};
+const RefusalCase kRefusals[] = {
+    {"port=1", {}, "status 20"},
+    {"user=nobody_at_all", {}, "status 171"},
+    {"dbname=nothing_at_all", {}, "status 172"},
+    {"sslmode=require", {}, "status 20"},
+    {"", {"--tls"}, "status 20"},
+    {"sslmode=disable", {"--tls"}, "TLS is required"},
+    {"password=x", {}, "takes no \"password\""},
+    {"", {"--schema", "No Name"}, "is no name for it"},
+    {"", {"--schema", "taken_schema"}, "holds files already"},
+    {"user=powerless", {}, "status 94"},
+};
+
+TEST_F(Moves, ChangeNothingWhereTheServerRefuses) {
+  BuildShop();
+  Sql("DROP ROLE IF EXISTS powerless; CREATE ROLE powerless LOGIN PASSWORD '" +
+      std::string(std::getenv("PGPASSWORD")) + "'; DROP SCHEMA IF EXISTS taken_schema CASCADE");
+  server::MakeServerSchema(*Link(), "taken_schema");
+  server::MakeServerFile(*Link(), "taken_schema", "goods", {}, {});
+  for (const RefusalCase& row : kRefusals) {
+    std::vector<std::string> words = {"move", Path("db"), "--server", With(row.server)};
+    if (row.options.empty() || row.options[0] != "--schema") {
+      words.insert(words.end(), {"--schema", Schema()});
+    }
+    words.insert(words.end(), row.options.begin(), row.options.end());
+    const Said said = Run(words);
+    EXPECT_NE(said.code, 0) << row.says;
+    EXPECT_NE(said.err.find(row.says), std::string::npos) << row.says << ": " << Line(said);
+    EXPECT_EQ(Changed(), "") << row.says;
+  }
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname = '" + Schema() + "'"), 0);
+}
+
+}  // namespace
+}  // namespace qrndata::test

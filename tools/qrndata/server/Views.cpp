@@ -1,0 +1,43 @@
+#include "tools/qrndata/server/Views.h"
+
+#include "btrieve/server/ServerLayout.h"
+#include "tools/qrndata/server/MoveOnServer.h"
+#include "tools/qrndata/server/ViewFunctions.h"
+
+namespace qrndata {
+
+using btrieve::ViewOf;
+using btrieve::server::Arguments;
+using btrieve::server::Rows;
+using btrieve::server::ServerLink;
+
+std::string ViewSchema(const std::string& schema) {
+  constexpr size_t kLongestName = 63;
+  constexpr char kTail[] = "_view";
+  return schema.substr(0, kLongestName - (sizeof kTail - 1)) + kTail;
+}
+
+std::vector<std::string> OurViews(ServerLink& link, const std::string& viewSchema) {
+  const Rows rows = link.Ask(
+      std::string(
+          "SELECT '\"' || replace(c.relname::text, '\"', '\"\"') || '\"' FROM pg_class c "
+          "JOIN pg_namespace n ON n.oid = c.relnamespace WHERE n.nspname = $1 AND c.relkind "
+          "= 'v' AND obj_description(c.oid, 'pg_class') = '") +
+          kOurView + "'",
+      Arguments().Add(ViewOf(viewSchema)));
+  std::vector<std::string> views;
+  for (int row = 0; row < rows.Count(); ++row) {
+    views.push_back(btrieve::TextOf(rows.Bytes(row, 0)));
+  }
+  return views;
+}
+
+void Unpublish(ServerLink& link, const std::string& schema) {
+  const std::string views = ViewSchema(schema);
+  for (const std::string& name : OurViews(link, views)) {
+    link.Run("DROP VIEW \"" + views + "\"." + name);
+  }
+  if (RelationNumber(link, views, kCharacters) != 0) DropIfOurs(link, views);
+}
+
+}  // namespace qrndata
