@@ -6,6 +6,7 @@
 
 #include "btrieve/server/ServerStatus.h"
 #include "btrieve/system/ClientLibrary.h"
+#include "btrieve/system/StationName.h"
 
 namespace btrieve::server {
 namespace {
@@ -18,7 +19,7 @@ constexpr std::pair<const char*, const char*> kOwnWords[] = {
     {"keepalives_interval", "2"},   // seconds
     {"keepalives_count", "3"},      //
     {"gssencmode", "disable"},      // TLS alone is asked for and told of
-    {"client_encoding", "SQL_ASCII"}, {"application_name", "w64btrv"},
+    {"client_encoding", "SQL_ASCII"},
 };
 
 // Orders are read along indexes from the first row on, however small the server takes a table to
@@ -45,6 +46,7 @@ class ConnectionWords {
   explicit ConnectionWords(const ServerAddress& address) {
     for (const auto& [word, value] : address.words) Add(word.c_str(), value.c_str());
     for (const auto& [word, value] : kOwnWords) Add(word, value);
+    Add("application_name", station_.c_str());
     const bool hasMode = std::ranges::any_of(
         address.words, [](const auto& each) { return each.first == "sslmode"; });
     if (address.tlsRequired && !hasMode) Add("sslmode", "require");
@@ -59,6 +61,7 @@ class ConnectionWords {
     words_.push_back(word);
     values_.push_back(value);
   }
+  const std::string station_ = StationName();
   std::vector<const char*> words_;
   std::vector<const char*> values_;
 };

@@ -1,5 +1,6 @@
 #include "btrieve/server/Transfer.h"
 
+#include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/server/CopyIn.h"
 #include "btrieve/storage/BaseWalk.h"
 #include "btrieve/system/DiskSpace.h"
@@ -120,6 +121,7 @@ void CopyToServer(Storage& file, ServerLink& link, const std::string& schema,
 }
 
 void CopyToFile(Storage& file, const std::string& path, const WorkWatch& watch) {
+  if (!RegisterCheckedVfs()) throw Failure{kNoCacheBuffer};
   Storage::Create(path, file.Spec());
   Filling(file, path).Run(watch);
   ForgetLastError();

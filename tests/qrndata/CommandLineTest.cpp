@@ -14,11 +14,12 @@ struct MistakeCase {
 TEST_F(CommandLine, MistakesAreNamedWithWhatWasExpected) {
   const MistakeCase cases[] = {
       {{},
-       "qrndata: no verb: expected build, import, export, show, check, convert, schema or copy; "
+       "qrndata: no verb: expected build, import, export, show, check, convert, schema, "
+       "copy, move, publish or status; "
        "--help tells what they do\n"},
       {{"foo"},
        "qrndata: there is no verb \"foo\": expected build, import, export, show, check, convert, "
-       "schema or copy\n"},
+       "schema, copy, move, publish or status\n"},
       {{"export", "db", "T", "--encoding", "utf8"},
        "--encoding: expected utf-8 or cp932, not \"utf8\"\n"},
       {{"export", "db", "T", "--format", "xml"},

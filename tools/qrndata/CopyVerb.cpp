@@ -9,6 +9,7 @@
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/Verbs.h"
+#include "tools/qrndata/server/LinkedCopy.h"
 
 namespace qrndata {
 
@@ -61,8 +62,10 @@ class NewFolder {
 
 ExitCode RunCopy(const CopyOptions& options, const Streams& streams) {
   const Dictionary dictionary = ReadDictionary(options.directory);
-  const std::vector<fs::path> names = DatabaseFiles(dictionary, Message::FileOutside);
+  std::vector<fs::path> names = DatabaseFiles(dictionary, Message::FileOutside);
+  const size_t files = names.size();
   NewFolder folder(options.target);
+  CopyLinked(options.directory, names, folder.Side(), streams);
   std::vector<btrieve::FileCopy> copies;
   for (const fs::path& name : names) {
     const fs::path target = folder.Side() / name;
@@ -81,7 +84,7 @@ ExitCode RunCopy(const CopyOptions& options, const Streams& streams) {
   folder.Finish();
   streams.out << PathToUtf8(options.target) << ": "
               << Counted(dictionary.tables.size(), Message::Tables) << ", "
-              << Counted(names.size(), Message::Files) << '\n';
+              << Counted(files, Message::Files) << '\n';
   return kDone;
 }
 

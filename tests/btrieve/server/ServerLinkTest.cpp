@@ -1,5 +1,6 @@
 // The connection to a server: values on their way, refusals as statuses.
 #include "ServerSite.h"
+#include "btrieve/system/StationName.h"
 
 namespace btrieve::test {
 namespace {
@@ -33,6 +34,15 @@ TEST_F(ServerLinkTest, TakesNoValueForWhatItIsNot) {
         << place.first << "," << place.second;
   }
   EXPECT_EQ(StatusOf([&] { rows.Bytes(0, 1); }), kIoError);
+}
+
+TEST_F(ServerLinkTest, SaysWhoItIs) {
+  const Rows rows = Link()->Ask("SELECT current_setting('application_name')");
+  const std::string name = TextOf(rows.Bytes(0, 0));
+  EXPECT_EQ(name, StationName());
+  EXPECT_EQ(name.substr(0, 8), "w64btrv ");
+  EXPECT_NE(name.find(" test_btrieve_server"), name.npos) << name;
+  EXPECT_EQ(name.substr(name.rfind(' ') + 1), std::to_string(ProcessNumber()));
 }
 
 struct RefusalCase {

@@ -71,7 +71,7 @@ class DyingMoves : public OnServer {
         << "step " << step;
   }
   void ChangeARecord() const {
-    Sql("UPDATE " + Schema() + ".sub_orders_dat SET ver = ver + 1 WHERE pos = 1");
+    Sql("UPDATE " + Schema() + ".orders_dat SET ver = ver + 1 WHERE pos = 1");
   }
 };
 

@@ -93,7 +93,7 @@ const ValueCase kValues[] = {
 const char* CastFor(const std::string& field) {
   static const std::map<std::string, const char*> kCasts = {
       {"Day", "date"},         {"Hour", "time"},         {"Yes", "boolean"},
-      {"F4", "real"},          {"F8", "float8"},         {"B4", "real::float8"},
+      {"F4", "real"},          {"F8", "float8"},         {"B4", "real"},
       {"B8", "float8"},        {"Dec", "numeric(11,3)"}, {"Mon", "numeric(9,2)"},
       {"Num", "numeric(7,2)"}, {"Sts", "numeric(7,2)"},  {"Sa", "numeric(7,2)"},
       {"Cur", "numeric(19,4)"}};

@@ -16,7 +16,7 @@ class Stations : public OnServer {
                                               const std::vector<int>& locks) const {
     auto link = Link(way);
     link->Run("SET application_name = '" + name + "'");
-    const std::string file = "'" + Schema() + ".goods'::regclass::oid::integer";
+    const std::string file = "'" + Schema() + ".goods_btr'::regclass::oid::integer";
     link->Run("SELECT pg_advisory_lock_shared(" + file + ", -2)");
     for (const int lock : locks) {
       link->Run("SELECT pg_advisory_lock(" + file + ", " + std::to_string(lock) + ")");
@@ -52,7 +52,7 @@ TEST_F(Stations, AreToldWithWhatTheyHold) {
   EXPECT_NE(said.out.find("Goods.btr  PC7           42  the whole file            00:00:0"),
             std::string::npos)
       << said.out;
-  EXPECT_NE(said.out.find("sub/orders.dat  sub_orders_dat        2  "), std::string::npos)
+  EXPECT_NE(said.out.find("sub/orders.dat  orders_dat        2   48 KB"), std::string::npos)
       << said.out;
 }
 
@@ -68,7 +68,7 @@ TEST_F(Stations, AreToldInJson) {
                           "\"waits\": false, \"seconds\": "),
             std::string::npos)
       << said.out;
-  EXPECT_NE(said.out.find("{\"file\": \"Goods.btr\", \"table\": \"goods\", \"records\": 5, "),
+  EXPECT_NE(said.out.find("{\"file\": \"Goods.btr\", \"table\": \"goods_btr\", \"records\": 5, "),
             std::string::npos)
       << said.out;
 }

@@ -3,6 +3,7 @@
 
 #include "btrieve/server/CopyIn.h"
 #include "btrieve/server/ServerLayout.h"
+#include "platform/CodePage.h"
 #include "tools/qrndata/Dictionary.h"
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
@@ -92,6 +93,7 @@ void Publishing::FillCharacters() {
   for (int first = 1; first < 256; ++first) {
     const std::string one(1, static_cast<char>(first));
     add(one);
+    if (!qrn::IsLeadByte(static_cast<uint8_t>(first))) continue;
     for (int second = 0x40; second < 0xFD; ++second) add(one + static_cast<char>(second));
   }
   copy.Finish();

@@ -17,7 +17,7 @@ class TableNames {
   std::string Take(const std::filesystem::path& file);
 
  private:
-  std::set<std::string> taken_;
+  std::set<std::string> taken_ = {"btrieve_files"};
 };
 
 }  // namespace qrndata

@@ -216,12 +216,13 @@ BEGIN
   RETURN $.btrieve_text(substring(d FROM place + 2 FOR least(get_byte(d, place), width - 1)));
 END $f$;
 
--- Up to a NUL, at most `most` bytes; the field's `least` bytes must be there.
-CREATE OR REPLACE FUNCTION $.btrieve_ended(d bytea, place integer, least integer, most integer)
+-- Up to a NUL, at most `highest` bytes; `lowest` bytes must be there.
+CREATE OR REPLACE FUNCTION $.btrieve_ended(d bytea, place integer, lowest integer,
+                                           highest integer)
 RETURNS text LANGUAGE plpgsql STABLE STRICT AS $f$
 BEGIN
-  IF length(d) < place + least THEN RETURN NULL; END IF;
-  RETURN $.btrieve_text(substring(d FROM place + 1 FOR most));
+  IF length(d) < place + lowest THEN RETURN NULL; END IF;
+  RETURN $.btrieve_text(substring(d FROM place + 1 FOR highest));
 END $f$;
 
 -- A length and a place in the record.
