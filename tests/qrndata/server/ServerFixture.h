@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 
 #include "btrieve/server/ServerLayout.h"
 #include "tests/qrndata/ToolFixture.h"
@@ -78,17 +79,19 @@ class OnServer : public ToolTest {
   // "name name ..." of the files that are not as they were remembered, or are new. What a dead
   // process leaves of a log's index is the record manager's care.
   std::string Changed() const {
-    std::string names;
+    std::set<std::string> names;
     for (const char* root : {"db", "kept"}) {
       for (const auto& entry : std::filesystem::recursive_directory_iterator(Folder() / root)) {
         if (entry.is_directory()) continue;
         const std::string name =
             PathToUtf8(entry.path().lexically_relative(Folder() / root).generic_string());
         if (name.ends_with("-shm")) continue;
-        if (Read("db/" + name) != Read("kept/" + name)) names += name + " ";
+        if (Read("db/" + name) != Read("kept/" + name)) names.insert(name);
       }
     }
-    return names;
+    std::string all;
+    for (const std::string& name : names) all += name + " ";
+    return all;
   }
 
   Said Move(const std::vector<std::string>& options = {}) const {
