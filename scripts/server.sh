@@ -4,7 +4,8 @@
 #   scripts/server.sh COMMAND [ARG...]
 # runs the command beside one, whose address it finds in QRN_SERVER and the password in PGPASSWORD,
 # and ends with the command's code. The server goes with it, also when this script is killed. Who is
-# root lends the server to the user "postgres", whom the package has made.
+# root lends the server to the user "postgres", whom the package has made. A signal USR1 to the process
+# QRN_SERVER_KEEPER has the server end at once, as by a crash, and start again.
 set -euo pipefail
 
 die() { printf 'server.sh: %s\n' "$*" >&2; exit 1; }
@@ -14,29 +15,35 @@ PROGRAMS=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -1)
 [ $# -gt 0 ] || die "a command is missing"
 PLACE=$(mktemp -d "${TMPDIR:-/tmp}/qrnserverXXXXXX")
 SERVER=
+COMMAND=
 
 AS_USER=(setpriv --pdeathsig QUIT)
 [ "$(id -u)" -ne 0 ] || AS_USER+=(--reuid=postgres --regid=postgres --init-groups)
 AS_USER+=(--)
 
+end_server() {
+  [ -n "$SERVER" ] || return 0
+  kill -QUIT "$SERVER" 2>/dev/null || true
+  wait "$SERVER" 2>/dev/null || true
+}
+
 finish() {
-  if [ -n "$SERVER" ]; then
-    kill -QUIT "$SERVER" 2>/dev/null || true
-    wait "$SERVER" 2>/dev/null || true
-  fi
+  [ -z "$COMMAND" ] || kill "$COMMAND" 2>/dev/null || true
+  end_server
   rm -rf "$PLACE"
 }
 trap finish EXIT
 trap 'exit 143' TERM INT HUP
 
-# serve PORT: starts it there; fails where it cannot, as when somebody has the port.
+# serve PORT: starts it there; fails where it cannot, as when somebody has the port. Within a trap a
+# bare "return" would give the status of what was interrupted.
 serve() {
   local tries
   "${AS_USER[@]}" "$PROGRAMS/postgres" -D "$PLACE/data" -k "$PLACE" -p "$1" \
     -c listen_addresses=127.0.0.1 -c fsync=off >"$PLACE/log" 2>&1 &
   SERVER=$!
   for tries in $(seq 300); do
-    "$PROGRAMS/pg_isready" -q -h "$PLACE" -p "$1" && return
+    "$PROGRAMS/pg_isready" -q -h "$PLACE" -p "$1" && return 0
     kill -0 "$SERVER" 2>/dev/null || break
     sleep 0.1
   done
@@ -55,5 +62,22 @@ for _ in 1 2 3 4 5; do
   serve "$PORT" && break
 done
 [ -n "$SERVER" ] || { cat "$PLACE/log" >&2; die "the server did not start"; }
+
+# Its port stays free for it: nobody listens there meanwhile.
+restart() {
+  end_server
+  until serve "$PORT"; do sleep 0.1; done
+}
+trap restart USR1
+
 export PGPASSWORD QRN_SERVER="host=127.0.0.1 port=$PORT dbname=postgres user=qrn"
-"$@"
+export QRN_SERVER_KEEPER=$$
+"$@" <&0 &
+COMMAND=$!
+while kill -0 "$COMMAND" 2>/dev/null; do
+  wait "$COMMAND" || true
+done
+code=0
+wait "$COMMAND" || code=$?
+COMMAND=
+exit "$code"

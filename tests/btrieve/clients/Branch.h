@@ -19,6 +19,7 @@ struct Batch {
 struct Heard {
   std::vector<Effect> acknowledged;
   std::vector<Effect> open;  // of the step that its death has interrupted while it was decided
+  std::vector<std::vector<Effect>> lost;  // of those that the server's absence has interrupted so
   struct Place {
     int file;
     uint32_t position;
@@ -27,6 +28,7 @@ struct Heard {
   std::vector<Place> places;
   uint32_t steps = 0;    // acknowledged
   uint32_t refused = 0;  // likewise told
+  uint32_t losses = 0;   // how often the server was away
   std::string view, fault;
   bool begun = false;  // it has run at all
   bool died = false;

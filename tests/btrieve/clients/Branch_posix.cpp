@@ -1,4 +1,5 @@
 #include <sstream>
+#include <utility>
 
 #include "clients/Branch.h"
 
@@ -36,6 +37,10 @@ void Take(const std::string& line, Heard& heard) {
     case 'r':
       heard.open.clear();
       ++heard.refused;
+      break;
+    case 'l':
+      ++heard.losses;
+      if (!heard.open.empty()) heard.lost.push_back(std::exchange(heard.open, {}));
       break;
     case 's':
       heard.view = rest.substr(1);

@@ -68,6 +68,7 @@ CallOut Step::Call(int operation, int file, const CallIn& in) {
                                   kTransactionNotWritten};
   CallOut out = client_.Call(operation, file, in);
   if (std::ranges::find(kRefusals, out.status) != std::end(kRefusals)) throw Refused();
+  if (out.status == kNotActive) throw BankIsAway();
   if (out.status != kOk && out.status != kEndOfFile) Fail(operation, file, out.status);
   return out;
 }
@@ -158,6 +159,7 @@ void Step::Audit() {
   for (int file = 0; file < kBankFiles; ++file) {
     const Status status = ReadBankFile(client_, file, state[static_cast<size_t>(file)], kNoWait);
     if (status == kFileInUse || status == kRecordInUse) throw Refused();
+    if (status == kNotActive) throw BankIsAway();
     if (status != kOk) Fail(kStepNext, file, status);
   }
   const std::string faults = AuditText(state);

@@ -23,6 +23,10 @@ struct BankFault {
   std::string text;
 };
 
+// The server with the files is away. Of what the step has told before deciding, all or nothing has
+// happened.
+struct BankIsAway {};
+
 constexpr uint32_t kAnyStep = UINT32_MAX;
 // "transfer in an exclusive transaction", by number from 0; there are so many.
 const char* BankStepName(uint32_t kind);
@@ -30,7 +34,7 @@ uint32_t BankStepCount();
 
 // One step by chance, or of a kind; `id` names the records it makes and must be new. Gives what it
 // has done once that is acknowledged, nothing when a lock or another's change refused it: then it
-// has done nothing. Throws BankFault.
+// has done nothing. Throws BankFault, BankIsAway.
 std::optional<std::vector<Effect>> PerformBankStep(Client& client, std::mt19937& random,
                                                    uint32_t kind, int32_t id, BankWitness& witness);
 

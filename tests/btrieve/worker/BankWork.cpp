@@ -1,6 +1,8 @@
 #include "BankWork.h"
 
+#include <chrono>
 #include <sstream>
+#include <thread>
 
 #include "../kit/BankSteps.h"
 #include "Lines.h"
@@ -8,6 +10,8 @@
 
 namespace btrieve::test {
 namespace {
+
+constexpr std::chrono::seconds kLongestAbsence{40};
 
 struct Batch {
   uint32_t seed = 0;
@@ -66,10 +70,27 @@ class Teller {
     TellingWitness witness(batch);
     if (batch.moments < 2) KillAt(batch.killAt, batch.moments ? Moments::All : Moments::Writes);
     for (uint32_t i = 0; i < batch.steps; ++i) {
-      const auto done = PerformBankStep(process_, random, batch.kind, nextId_++, witness);
-      Tell(done ? "a" + EffectsText(*done) : "r");
+      Tell(StepText(random, batch.kind, witness));
     }
     KillAt(0);
+  }
+
+  std::string StepText(std::mt19937& random, uint32_t kind, BankWitness& witness) try {
+    const auto done = PerformBankStep(process_, random, kind, nextId_++, witness);
+    return done ? "a" + EffectsText(*done) : "r";
+  } catch (const BankIsAway&) {
+    AwaitBank();
+    return "l";
+  }
+
+  void AwaitBank() {
+    const auto end = std::chrono::steady_clock::now() + kLongestAbsence;
+    do {
+      process_.Call(kReset, 0, {});
+      if (OpenBank(process_, paths_)) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    } while (std::chrono::steady_clock::now() < end);
+    throw BankFault{"the server stays away"};
   }
 
   void View() {
