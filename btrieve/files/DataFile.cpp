@@ -97,6 +97,10 @@ void DataFile::ForgetReserved() noexcept {
 }
 
 void DataFile::PutPositionsAside() {
+  if (ForeignFile* foreign = base_.Foreign()) {
+    part_.firstAhead = foreign->PutPositionsAside(kPutAside);
+    return;
+  }
   const uint32_t first = base_.Counts().nextPosition;
   part_.firstAhead = first;
   const uint32_t free = kHighestPosition + 1 - std::min(first, kHighestPosition + 1);

@@ -52,6 +52,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   const std::string& Path() const noexcept { return path_; }
   const FileIdentity& Identity() const noexcept { return identity_; }
   Storage& Base() noexcept { return base_; }
+  const Storage& Base() const noexcept { return base_; }
   FileLocks& Locks() noexcept { return locks_; }
   Participation& Part() noexcept { return part_; }
   const FileSpec& Spec() const noexcept { return base_.Spec(); }
@@ -90,7 +91,8 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   uint32_t NextPosition();
   // An exclusive transaction's positions must not be given again should it be undone, so a commit
   // before its own puts numbers aside for it, and its own write transaction begins with the first
-  // of them. Both within a write transaction.
+  // of them. Both within a write transaction; what is kept elsewhere makes the commit itself,
+  // before.
   void PutPositionsAside();
   void TakePositionsAside();
 

@@ -111,6 +111,23 @@ Status RecordWriter::CarryElsewhere(const WritePlan& plan, ByteView image, uint6
   return status;
 }
 
+Status RecordWriter::CarryBlock(std::span<const WritePlan> plans, std::span<const ByteView> images,
+                                uint64_t& version) {
+  file_.Base().EndWalks();
+  Head& head = file_.Base().Counts();
+  const Head before = head;
+  std::vector<RowChange> changes;
+  for (size_t at = 0; at < plans.size(); ++at) {
+    const WritePlan& plan = plans[at];
+    version = CountRow(plan);
+    changes.push_back(
+        {plan.position, false, true, version, plan.numbers.Stored(), images[at], plan.keys});
+  }
+  const Status status = file_.Base().CarryBlockElsewhere(changes);
+  if (status != kOk) head = before;
+  return status;
+}
+
 // What may be refused comes first, so that only the entries taken before have to go again.
 Status RecordWriter::CarryNew(const WritePlan& plan, ByteView image, uint64_t& version) {
   if (!AddUnique(plan)) return kDuplicateKey;

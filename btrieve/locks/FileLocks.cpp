@@ -14,7 +14,7 @@ void FileLocks::HoldElsewhere(std::unique_ptr<LockBytes> bytes) noexcept {
 FileLocks::Activity::Activity(FileLocks& locks) noexcept : granted_(locks.whole_) {
   if (granted_) return;
   granted_ = locks.activities_ > 0 || locks.Bytes().TryShared(lockbyte::kTransaction) ||
-             locks.Refuse(lockbyte::kTransaction);
+             locks.Refuse(lockbyte::kTransaction, true);
   if (!granted_) return;
   ++locks.activities_;
   counted_ = &locks;

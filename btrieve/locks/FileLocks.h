@@ -31,7 +31,12 @@ class FileLocks {
   uint64_t Refused() const noexcept { return refused_; }
   void ForgetRefusal() noexcept { refused_ = 0; }
   // For a byte that was asked for in another way.
-  void NoteRefusal(uint64_t byte) noexcept { refused_ = byte; }
+  void NoteRefusal(uint64_t byte, bool shared = false) noexcept { (void)Refuse(byte, shared); }
+  // See LockBytes.
+  LockBytes::Waited AwaitRefused(std::chrono::milliseconds limit) noexcept {
+    return refused_ == 0 ? LockBytes::Waited::Elsewhere
+                         : Bytes().Await(refused_, refusedShared_, limit);
+  }
   // Whether others' wait for the byte lasts for as long as this process goes on as it does: a write
   // or a look of the moment does not count.
   bool KeepsWaiting(uint64_t byte) const noexcept;
@@ -82,8 +87,9 @@ class FileLocks {
  private:
   bool OthersHoldRecords() noexcept;
   // False, noting the byte as refused.
-  bool Refuse(uint64_t byte) noexcept {
+  bool Refuse(uint64_t byte, bool shared = false) noexcept {
     refused_ = byte;
+    refusedShared_ = shared;
     return false;
   }
 
@@ -96,6 +102,7 @@ class FileLocks {
   uint32_t activities_ = 0;  // one within another
   bool whole_ = false;
   uint64_t refused_ = 0;
+  bool refusedShared_ = false;
 };
 
 }  // namespace btrieve

@@ -3,6 +3,7 @@
 // again.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <utility>
 
@@ -54,6 +55,14 @@ class LockBytes {
   [[nodiscard]] virtual bool TryExclusive(uint64_t byte, uint64_t count) noexcept = 0;
   [[nodiscard]] bool TryExclusive(uint64_t byte) noexcept { return TryExclusive(byte, 1); }
   virtual void Release(uint64_t byte, uint64_t count) noexcept = 0;
+
+  // For who was refused a byte: returns when it could have been had, in which case the next try may
+  // get it, or the time is up, or the wait is in a cycle of waits and is the one to give way.
+  // Elsewhere than at a server nobody waits in this way.
+  enum class Waited : uint8_t { Elsewhere, Over, Deadlock };
+  virtual Waited Await(uint64_t, bool /*shared*/, std::chrono::milliseconds) noexcept {
+    return Waited::Elsewhere;
+  }
   void Release(uint64_t byte) noexcept { Release(byte, 1); }
 };
 

@@ -12,13 +12,13 @@ constexpr int8_t kRefuseExisting = -1;
 constexpr int8_t kRename = -127;
 constexpr int8_t kDelete = -128;
 
-// Keeps everybody out of the file that is to be replaced. 94 where it may not be, as a link, whose
-// records a new file would hide; 25 while anybody has it open; -1 when the
-// path leads to another file by now, or to none.
+// Keeps everybody out of the file that is to be replaced. 94 where it may not be; 25 while anybody
+// has it open; -1 when the path leads to another file by now, to a link, or to none.
 Status LockOut(Session& session, const std::string& path, LockSpace& space, HeldByte& gate) {
   const Status opened = space.Open(path);
   if (opened != kOk) return opened == kFileNotFound ? kLookAgain : opened;
-  if (space.IsReadOnly() || server::IsLink(space)) return kPermissionError;
+  if (server::IsLink(space)) return kLookAgain;
+  if (space.IsReadOnly()) return kPermissionError;
   const Status status = session.Retry(true, [&]() -> Status {
     gate = HeldByte::Exclusive(space, lockbyte::kGate);
     return gate ? kOk : kFileInUse;
@@ -70,21 +70,20 @@ Status PlaceOverAnother(Session& session, AsideFile& aside, const std::string& p
   });
 }
 
+Status Place(Call& call, AsideFile& aside, const std::string& path, bool exists) {
+  return exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
+}
+
 // In a folder whose dictionary is on a server. A table whose link does not get its place goes
 // again.
-Status PlaceLink(Call& call, const server::LinkFile& beside, const std::string& path,
+Status PlaceLink(Call& call, const server::LinkFile& beside, const std::string& path, bool exists,
                  const FileSpec& spec) {
   const server::LinkFile link = server::MakeLinkedTable(beside, path, spec);
-  Status status = kLookAgain;
+  Status status = kCreateError;
   try {
     AsideFile aside(path);
-    const std::string text = server::WriteLinkFile(link);
-    bool exists = false;
-    if (!WriteNewFile(aside.Path(), text)) status = kCreateError;
-    while (status == kLookAgain) {
-      status = CheckPlace(call, path, exists);
-      if (status != kOk) break;
-      status = exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
+    if (WriteNewFile(aside.Path(), server::WriteLinkFile(link))) {
+      status = Place(call, aside, path, exists);
     }
   } catch (...) {
     status = CaughtStatus();
@@ -93,15 +92,10 @@ Status PlaceLink(Call& call, const server::LinkFile& beside, const std::string& 
   return status;
 }
 
-Status PlaceFile(Call& call, const std::string& path, const FileSpec& spec, bool exists) {
+Status PlaceFile(Call& call, const std::string& path, bool exists, const FileSpec& spec) {
   AsideFile aside(path);
   Storage::Create(aside.Path(), spec);
-  while (true) {
-    const Status status =
-        exists ? PlaceOverAnother(call.session, aside, path) : PlaceWhereNoneIs(aside);
-    if (status != kLookAgain) return status;
-    if (const Status found = CheckPlace(call, path, exists)) return found;
-  }
+  return Place(call, aside, path, exists);
 }
 
 }  // namespace
@@ -115,13 +109,17 @@ Status MakeFile(Call& call) {
   if (IsRemote(path)) return kDirectoryError;
   FileSpec spec;
   if (const Status status = ParseCreateBlock({call.data, call.room}, spec)) return status;
-  bool exists = false;
-  if (const Status status = CheckPlace(call, path, exists)) return status;
-  if (exists) {
-    if (const auto link = server::LinkAt(path)) return server::EmptyLinkedTable(*link, spec);
+  Status status = kLookAgain;
+  while (status == kLookAgain) {
+    bool exists = false;
+    if (const Status found = CheckPlace(call, path, exists)) return found;
+    const auto link = exists ? server::LinkAt(path) : std::nullopt;
+    if (link) return server::EmptyLinkedTable(*link, spec);
+    const auto beside = server::LinkBeside(path);
+    status =
+        beside ? PlaceLink(call, *beside, path, exists, spec) : PlaceFile(call, path, exists, spec);
   }
-  if (const auto beside = server::LinkBeside(path)) return PlaceLink(call, *beside, path, spec);
-  return PlaceFile(call, path, spec, exists);
+  return status;
 }
 
 }  // namespace btrieve

@@ -100,18 +100,29 @@ Status PlanInsert(WriteScope& scope, uint32_t position, Written& written) {
   return OfTaken(scope, written, status);
 }
 
+// The value that was the next one has been another process's since: where a file is kept elsewhere
+// each look at it is at a newer state.
+bool HasGrown(const WriteScope& scope, DataFile& file, ByteView given, uint64_t skip,
+              const Written& written) {
+  if (!written.image.assigned || scope.IsDirect() || !file.Base().Foreign()) return false;
+  Image now;
+  return AssignAutoIncrement(file, given, skip, now) == kOk && now.bytes != written.image.bytes;
+}
+
 Status InsertOne(WriteScope& scope, DataFile& file, ByteView given, Written& written,
                  bool last = false) {
   Status status = scope.Unsettled();
   uint32_t position = 1;
   if (status == kOk && scope.Blocked() == kOk) status = scope.NewPosition(position);
   if (status != kOk) return status;
-  for (uint64_t skip = 0; skip < kMostSkipped; ++skip) {
+  uint64_t skip = 0;
+  for (; skip < kMostSkipped; ++skip) {
     status = AssignAutoIncrement(file, given, skip, written.image);
     if (status != kOk) return status;
     status = PlanInsert(scope, position, written);
     if (status != kRecordInUse || !written.image.assigned || scope.Blocked()) break;
   }
+  if (status == kDuplicateKey && HasGrown(scope, file, given, skip, written)) return kLookAgain;
   if (status == kOk) status = scope.Confirm(written.plan, 0);
   return status != kOk ? status : CarryWritten(scope, written, last);
 }
@@ -212,12 +223,63 @@ Status CheckWritable(const Cursor& cursor) noexcept {
   return cursor.place == Cursor::Place::On && cursor.writable ? kOk : kInvalidPositioning;
 }
 
+// A block on its way to a file that is kept elsewhere takes about as much room there as an answer.
+constexpr size_t kBlockRecords = 256;
+constexpr size_t kBlockBytes = 1u << 20;
+
+bool WantsAutoIncrement(const DataFile& file, ByteView image) {
+  return std::ranges::any_of(file.Base().Indexes(), [&](const Index& index) {
+    return index.autoIncrement && index.order.WantsAutoIncrement(image.data());
+  });
+}
+
+// As many of the images as go together: none when that is not worth it, or must be looked at one by
+// one.
+std::span<const ByteView> BlockOf(const WriteScope& scope, const DataFile& file,
+                                  std::span<const ByteView> images) {
+  if (!scope.TakesBlocks()) return {};
+  size_t count = 0;
+  for (size_t bytes = 0; count < std::min(images.size(), kBlockRecords); ++count) {
+    bytes += images[count].size();
+    if (bytes > kBlockBytes || WantsAutoIncrement(file, images[count])) break;
+  }
+  return images.first(count > 1 ? count : 0);
+}
+
+// 5, with none of them inserted, when one of them cannot be.
+Status InsertBlock(WriteScope& scope, std::span<const ByteView> images, Written& written,
+                   std::vector<uint32_t>& positions) {
+  uint32_t position = 0;
+  if (const Status status = scope.NewPosition(position)) return status;
+  if (images.size() > kHighestPosition - position) return kDuplicateKey;
+  std::vector<WritePlan> plans(images.size());
+  for (size_t at = 0; at < images.size(); ++at) {
+    scope.Writer().PlanInsert(images[at], position + static_cast<uint32_t>(at), plans[at]);
+  }
+  if (const Status status = scope.CarryBlock(plans, images, written.version)) return status;
+  for (const WritePlan& plan : plans) positions.push_back(plan.position);
+  written.plan = std::move(plans.back());
+  written.image.bytes.assign(images.back().begin(), images.back().end());
+  written.image.assigned = false;
+  return kOk;
+}
+
 // Stops at the first record that cannot be inserted, or not in this scope, or for which it has no
 // room; those before it stay, the last in `written`.
 Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>& images,
                  Written& written, std::vector<uint32_t>& positions) {
   Written next;
+  size_t alone = 0;  // up to here one by one, for one of them cannot be inserted
   while (positions.size() < images.size() && !scope.IsFull()) {
+    const size_t done = positions.size();
+    const auto block = done < alone ? std::span<const ByteView>()
+                                    : BlockOf(scope, file, std::span(images).subspan(done));
+    if (!block.empty()) {
+      const Status status = InsertBlock(scope, block, written, positions);
+      if (status != kOk && status != kDuplicateKey) return status;
+      if (status == kDuplicateKey) alone = done + block.size();
+      continue;
+    }
     const Status status = InsertOne(scope, file, images[positions.size()], next);
     if (status != kOk) return status;
     std::swap(written, next);
@@ -244,7 +306,7 @@ Status InsertSome(Call& call, const std::vector<ByteView>& images, Written& writ
   const size_t before = positions.size();
   const Status status = TryWriting(call, [&]() -> Status {
     if (!KeepsCarried(call)) positions.resize(before);
-    WriteScope scope(call.session, call.File());
+    WriteScope scope(call.session, call.File(), 0, images.size() - before > kFewImages);
     if (images.size() - before > kFewImages) scope.ClaimAllKeys();
     stopped = InsertAll(scope, call.File(), images, written, positions);
     if (positions.size() == before) return stopped;

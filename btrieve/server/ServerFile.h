@@ -1,7 +1,8 @@
 // A data file that stands on a server, as storage reads it.
 //
 // Walks read ahead: the first step asks for one record, the following ones for a batch of at most
-// kMostInBatch records or about kBatchBytes. A batch is dropped once the server has told that the
+// kFirstBatch records or about kBatchBytes, which doubles up to kMostDoubled times while the walk
+// goes on. A batch is dropped once the server has told that the
 // file was written, and when it is older than kOldestAnswer: then the walk goes on from where it
 // stood. So an answer is never older than that, and seldom older than the way from the server.
 //
@@ -24,7 +25,8 @@
 
 namespace btrieve::server {
 
-inline constexpr int64_t kMostInBatch = 50;
+inline constexpr int64_t kFirstBatch = 50;
+inline constexpr int kMostDoubled = 4;
 inline constexpr size_t kBatchBytes = 65536;
 inline constexpr std::chrono::milliseconds kOldestAnswer{2000};
 
@@ -63,6 +65,8 @@ class ServerFile final : public ForeignFile {
   [[nodiscard]] Status BeginWrite(Head& head, LoneWrite* lone) override;
   [[nodiscard]] Status Carry(const RowChange& change, const Head& head,
                              const CarryTerms& terms) override;
+  uint32_t PutPositionsAside(uint32_t count) override;
+  [[nodiscard]] Status CarryBlock(std::span<const RowChange> changes, const Head& head) override;
   void CommitWrite(const Head& head) override;
   void RollbackWrite() noexcept override;
   uint32_t FindFreePosition() override;
@@ -92,6 +96,7 @@ class ServerFile final : public ForeignFile {
   void Begun(const Rows& heads, Head& head);
   void Commit(std::vector<Question> last);
   void Leave() noexcept;
+  void Keep(const Head& head);
   bool HasChanged(const Head& head) const noexcept;
   Question HeadUpdate(const Head& head) const;
 

@@ -28,7 +28,7 @@ constexpr char kSettings[] =
     "SET enable_seqscan = off; SET enable_sort = off; SET enable_bitmapscan = off; SET jit = off; "
     "SET plan_cache_mode = force_generic_plan; SET client_min_messages = error; "
     "SET search_path = ''; SET synchronous_commit = on; SET statement_timeout = 9000; "
-    "SET lock_timeout = 3000; SET idle_in_transaction_session_timeout = 0; "
+    "SET idle_in_transaction_session_timeout = 0; "
     "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3; "
     "SET tcp_user_timeout = 20000";
 
@@ -122,7 +122,7 @@ ServerLink::ServerLink(const Client& client, const ServerAddress& address)
     : client_(client), address_(address) {
   try {
     Connect(address);
-    Run(kSettings);
+    Run(kSettings + std::string("; SET lock_timeout = ") + std::to_string(kLockLimit.count()));
   } catch (...) {
     Close();
     throw;
@@ -353,6 +353,11 @@ void ServerLink::TakeNotices() {
     if (found != notices_.end() && notice->backend != own) ++found->second;
     client_.PQfreemem(notice);
   }
+}
+
+ServerLink& ServerLink::Beside() {
+  if (!beside_ || !beside_->IsAlive()) beside_.reset(new ServerLink(client_, address_));
+  return *beside_;
 }
 
 bool ServerLink::HasCommitted(int64_t transaction) const noexcept {

@@ -32,6 +32,8 @@ inline constexpr std::chrono::milliseconds kAnswerLimit{10000};
 // Bytes; a batch of the longest records has a fourth of them.
 inline constexpr size_t kLongestAnswer = size_t{16} << 20;
 inline constexpr std::chrono::milliseconds kLongAnswerLimit{600000};
+// How long the server waits for a file's row.
+inline constexpr std::chrono::milliseconds kLockLimit{3000};
 
 // What goes with a statement, $1 first. Bytes are not copied: they must stay until it is sent.
 class Arguments {
@@ -92,6 +94,8 @@ class ServerLink {
   uint64_t RoundTrips() const noexcept { return roundTrips_; }
 
   ServerWork& Work() noexcept { return work_; }
+  // Another connection, for what is to be committed by itself while a transaction is open here.
+  ServerLink& Beside();
   // Whether the server has committed one of its transactions, when the answer to that was lost: it
   // is asked on another connection. False where it has not, or cannot be asked.
   bool HasCommitted(int64_t transaction) const noexcept;
@@ -153,6 +157,7 @@ class ServerLink {
   PgConnection* connection_ = nullptr;
   ServerAddress address_;
   ServerWork work_;
+  std::unique_ptr<ServerLink> beside_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
   uint64_t names_ = 0;
   std::unordered_map<std::string, uint64_t> notices_;  // by channel

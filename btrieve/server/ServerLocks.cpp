@@ -1,11 +1,17 @@
 #include "btrieve/server/ServerLocks.h"
 
+#include <algorithm>
+
 namespace btrieve::server {
 namespace {
 
 const std::string kTryShared =
     "SELECT pg_try_advisory_lock_shared($1::bigint::int, $2::bigint::int)";
 const std::string kTryExclusive = "SELECT pg_try_advisory_lock($1::bigint::int, $2::bigint::int)";
+const std::string kWaitShared = "SELECT pg_advisory_lock_shared($1::bigint::int, $2::bigint::int)";
+const std::string kWait = "SELECT pg_advisory_lock($1::bigint::int, $2::bigint::int)";
+const std::string kSetLimit = "SELECT set_config('lock_timeout', $1::text, false)";
+const std::string kUsualLimit = std::to_string(kLockLimit.count());
 const std::string kUnlockShared =
     "SELECT pg_advisory_unlock_shared($1::bigint::int, $2::bigint::int)";
 const std::string kUnlock = "SELECT pg_advisory_unlock($1::bigint::int, $2::bigint::int)";
@@ -44,6 +50,41 @@ bool ServerLocks::TryShared(uint64_t byte) noexcept { return Try(byte, Kind::Sha
 
 bool ServerLocks::TryExclusive(uint64_t byte, uint64_t count) noexcept {
   return count == 1 && Try(byte, Kind::Exclusive);
+}
+
+// What was waited for is given back at once, for whoever asks first. Within a transaction of the
+// server's the wait's end must not be the transaction's.
+void ServerLocks::Wait(uint64_t byte, Kind kind, std::chrono::milliseconds limit) {
+  const bool within = link_->Work().IsOpen();
+  const std::string time = std::to_string(std::max<int64_t>(limit.count(), 1));
+  const Arguments keys = Arguments().Add(int64_t{object_}).Add(int64_t{ServerLockKey(byte)});
+  std::vector<Question> questions;
+  if (within) questions.push_back({"SAVEPOINT btrieve_wait", {}});
+  questions.push_back({kSetLimit, Arguments().Add(ViewOf(time))});
+  questions.push_back({kind == Kind::Shared ? kWaitShared : kWait, keys});
+  questions.push_back({kind == Kind::Shared ? kUnlockShared : kUnlock, keys});
+  questions.push_back({kSetLimit, Arguments().Add(ViewOf(kUsualLimit))});
+  if (within) questions.push_back({"RELEASE SAVEPOINT btrieve_wait", {}});
+  try {
+    link_->AskAll(questions);
+  } catch (const Failure&) {
+    if (!link_->IsAlive()) throw;
+    link_->Run(within ? "ROLLBACK TO SAVEPOINT btrieve_wait; RELEASE SAVEPOINT btrieve_wait"
+                      : "SET lock_timeout = " + kUsualLimit);
+    throw;
+  }
+}
+
+LockBytes::Waited ServerLocks::Await(uint64_t byte, bool shared,
+                                     std::chrono::milliseconds limit) noexcept {
+  if (!link_->IsAlive() || link_->Work().IsBroken()) return Waited::Over;
+  try {
+    Wait(byte, shared ? Kind::Shared : Kind::Exclusive, limit);
+  } catch (const Failure& failure) {
+    if (failure.status == kDeadlock) return Waited::Deadlock;
+  } catch (...) {  // the next try tells
+  }
+  return Waited::Over;
 }
 
 void ServerLocks::Release(uint64_t byte, uint64_t) noexcept {

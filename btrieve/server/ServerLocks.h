@@ -38,11 +38,13 @@ class ServerLocks final : public LockBytes {
   [[nodiscard]] bool TryShared(uint64_t byte) noexcept override;
   [[nodiscard]] bool TryExclusive(uint64_t byte, uint64_t count) noexcept override;
   void Release(uint64_t byte, uint64_t count) noexcept override;
+  Waited Await(uint64_t byte, bool shared, std::chrono::milliseconds limit) noexcept override;
 
  private:
   enum class Kind : uint8_t { Shared, Exclusive };
 
   bool Try(uint64_t byte, Kind kind) noexcept;
+  void Wait(uint64_t byte, Kind kind, std::chrono::milliseconds limit);
 
   std::shared_ptr<ServerLink> link_;
   int32_t object_;

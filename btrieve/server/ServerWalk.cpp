@@ -5,10 +5,8 @@
 namespace btrieve::server {
 namespace {
 
-// As many records of this one's size as a batch holds.
-int64_t RowsInBatch(const Hit& hit) {
-  const size_t size = hit.data.size() + hit.numbers.size() + hit.entry.size() + 1;
-  return std::clamp<int64_t>(static_cast<int64_t>(kBatchBytes / size), 1, kMostInBatch);
+size_t SizeOf(const Hit& hit) noexcept {
+  return hit.data.size() + hit.numbers.size() + hit.entry.size() + 1;
 }
 
 }  // namespace
@@ -23,10 +21,20 @@ bool ServerWalk::BatchHolds() const {
   return changes_ == file_.Changes() && Clock::now() < read_ + kOldestAnswer;
 }
 
+// One record, for who wants no more; then a batch; then more and more, for who has used it up most
+// likely goes on for long.
+int64_t ServerWalk::RowsToAsk() {
+  if (lastSize_ == 0) return 1;
+  const bool wasUsed = next_ == rows_.Count() && asked_ > 1;
+  doubled_ = wasUsed ? std::min(doubled_ + 1, kMostDoubled) : 0;
+  const size_t room = (kBatchBytes << doubled_) / lastSize_;
+  return std::clamp<int64_t>(static_cast<int64_t>(room), 1, kFirstBatch << doubled_);
+}
+
 void ServerWalk::ReadOn() {
+  asked_ = RowsToAsk();
   changes_ = file_.Changes();
   read_ = Clock::now();
-  asked_ = toAsk_;
   next_ = 0;
   rows_ = file_.ReadBatch(slot_, forward_, place_.View(), asked_);
   if (rows_.Count() > asked_) ThrowDamaged();
@@ -49,7 +57,7 @@ bool ServerWalk::Step(Hit& hit) {
   }
   file_.TakeRow(rows_, next_++, slot_, hit);
   Pass(hit);
-  toAsk_ = RowsInBatch(hit);
+  lastSize_ = SizeOf(hit);
   return true;
 }
 

@@ -18,6 +18,7 @@ class ServerWalk final : public ForeignWalk {
   using Clock = std::chrono::steady_clock;
 
   bool BatchHolds() const;
+  int64_t RowsToAsk();
   void ReadOn();
   void Pass(const Hit& hit);
 
@@ -30,7 +31,8 @@ class ServerWalk final : public ForeignWalk {
   Rows rows_;
   int next_ = 0;
   int64_t asked_ = 0;       // rows of the batch
-  int64_t toAsk_ = 1;       // of the next one
+  int doubled_ = 0;         // how often it has doubled
+  size_t lastSize_ = 0;     // bytes of the last record given; 0 before the first
   uint64_t changes_ = 0;    // the file's, before the batch was asked for
   Clock::time_point read_;  // when it was
 };

@@ -1,4 +1,5 @@
 // Changing the records of a file on a server.
+#include "btrieve/server/BlockStatement.h"
 #include "btrieve/server/RowStatement.h"
 #include "btrieve/server/ServerFile.h"
 #include "btrieve/server/ServerLocks.h"
@@ -36,9 +37,9 @@ Question HeadQuestion(const std::string& files, size_t keys, int64_t id, const i
   return head;
 }
 
-Question RecordLock(int32_t object, uint32_t position) {
+Question RecordLock(int32_t object, int64_t position) {
   return {"SELECT pg_try_advisory_xact_lock($1::bigint::int, $2::bigint::int)",
-          Arguments().Add(int64_t{object}).Add(int64_t{position})};
+          Arguments().Add(int64_t{object}).Add(position)};
 }
 
 }  // namespace
@@ -56,6 +57,8 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
   const size_t headAt = questions.size();
   questions.push_back(HeadQuestion(FilesTable(place_.schema), spec_.file.keys.size(), spec_.id,
                                    lone ? &object_ : nullptr));
+  const bool wantsBlocks = lone && lone->wantsBlocks;
+  if (wantsBlocks) questions.push_back(RecordLock(object_, kServerHolders));
   const bool hasRecord = lone && lone->position != 0;
   if (hasRecord) {
     questions.push_back({fetch_, Arguments().Add(int64_t{lone->position})});
@@ -70,6 +73,7 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
       return kFileInUse;
     }
     Begun(answers[headAt], head);
+    if (wantsBlocks) lone->takesBlocks = answers[headAt + 1].Truth(0, 0);
     if (!hasRecord) return kOk;
     fetched_ = std::move(answers[headAt + 1]);
     fetchedPosition_ = lone->position;
@@ -116,12 +120,47 @@ Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryT
   }
   if (commits) Leave();
   const Status status = RowStatement::StatusOf(answers.front(), change);
-  if (status == kOk) {
-    const std::vector<uint32_t> counts = stored_.distinct;
-    stored_ = head;
-    stored_.distinct = counts;
-  }
+  if (status == kOk) Keep(head);
   return status;
+}
+
+uint32_t ServerFile::PutPositionsAside(uint32_t count) {
+  const std::string files = FilesTable(place_.schema);
+  const std::string text = "UPDATE " + files +
+                           " AS f SET next = LEAST(o.next + $2::bigint, $3::bigint) FROM (SELECT "
+                           "id, next FROM " +
+                           files +
+                           " WHERE id = $1 FOR UPDATE) AS o WHERE f.id = o.id "
+                           "RETURNING o.next";
+  ServerLink& link = link_->Work().IsOpen() ? link_->Beside() : *link_;
+  const Rows rows = link.Ask(
+      text, Arguments().Add(spec_.id).Add(int64_t{count}).Add(int64_t{kHighestPosition} + 1));
+  if (rows.Count() != 1) throw Failure{kFileNotFound};
+  const int64_t first = rows.Number(0, 0);
+  if (first < 1 || first > int64_t{kHighestPosition} + 1) ThrowDamaged();
+  return static_cast<uint32_t>(first);
+}
+
+void ServerFile::Keep(const Head& head) {
+  const std::vector<uint32_t> counts = stored_.distinct;
+  stored_ = head;
+  stored_.distinct = counts;
+}
+
+Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& head) {
+  if (!writes_ || link_->Work().IsBroken()) throw Failure{kTransactionNotWritten};
+  BlockStatement statement(spec_, TableName(place_.schema, place_.table),
+                           FilesTable(place_.schema));
+  const std::vector<Question> questions = {{"SAVEPOINT btrieve_block", {}},
+                                           statement.Make(changes, head)};
+  ForgetRead();
+  const std::vector<Rows> answers = link_->AskAll(questions);
+  const bool areAll = answers[1].Number(0, 0) == static_cast<int64_t>(changes.size());
+  link_->Run(areAll ? "RELEASE SAVEPOINT btrieve_block"
+                    : "ROLLBACK TO SAVEPOINT btrieve_block; RELEASE SAVEPOINT btrieve_block");
+  if (!areAll) return kDuplicateKey;
+  Keep(head);
+  return kOk;
 }
 
 bool ServerFile::HasChanged(const Head& head) const noexcept {

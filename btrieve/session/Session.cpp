@@ -32,6 +32,7 @@ Session::Patience::Patience(Session& session, DataFile* file, bool wait) noexcep
 Status Session::Patience::Pause(Status refusal) {
   if (file_ && file_->Base().IsLost()) return kNotActive;
   if (Clock::now() + next_ > end_) return refusal;
+  if (const Status status = AwaitElsewhere(); status != kLookAgain) return status;
   if (IsDeadlocked()) return kDeadlock;
   if (file_) file_->Locks().ForgetRefusal();
   session_.SyncIfDue();
@@ -39,6 +40,16 @@ Status Session::Patience::Pause(Status refusal) {
   std::this_thread::sleep_for(next_);
   next_ = std::min(next_ * 2, kLongestPause);
   return kOk;
+}
+
+// At a server, which looks for cycles itself; -1 where nobody waits there.
+Status Session::Patience::AwaitElsewhere() {
+  if (!file_ || !wait_ || Clock::now() < begin_ + kGrace) return kLookAgain;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
+  const LockBytes::Waited waited = file_->Locks().AwaitRefused(left);
+  if (waited == LockBytes::Waited::Elsewhere) return kLookAgain;
+  file_->Locks().ForgetRefusal();
+  return waited == LockBytes::Waited::Deadlock ? kDeadlock : kOk;
 }
 
 bool Session::Patience::IsDeadlocked() {

@@ -162,6 +162,7 @@ class Session::Patience {
   Status Pause(Status refusal);
 
  private:
+  Status AwaitElsewhere();
   bool IsDeadlocked();
 
   Session& session_;

@@ -4,15 +4,15 @@
 
 namespace btrieve {
 
-WriteScope::WriteScope(Session& session, DataFile& file, uint32_t record)
-    : session_(session), file_(file), kind_(session.Running().kind), lone_{record} {
+WriteScope::WriteScope(Session& session, DataFile& file, uint32_t record, bool wantsBlocks)
+    : session_(session), file_(file), kind_(session.Running().kind), lone_{record, wantsBlocks} {
   CheckHome();
   if (!IsLone()) activity_.emplace(file.Locks());
   if (kind_ == TransactionKind::Exclusive) {
     EnterExclusive();
   } else if (IsLone()) {
     blocked_ = file_.Base().BeginLoneWrite(lone_);
-    if (blocked_ != kOk) file_.Locks().NoteRefusal(lockbyte::kTransaction);
+    if (blocked_ != kOk) file_.Locks().NoteRefusal(lockbyte::kTransaction, true);
   } else if (!*activity_) {
     blocked_ = kFileInUse;
   } else if (kind_ == TransactionKind::None) {
@@ -93,8 +93,9 @@ void WriteScope::EnterExclusive() {
 // The commit before the transaction's own says what must be known should it not come to its end.
 void WriteScope::OpenExclusively(bool follows) {
   if (file_.Base().Foreign()) {
+    file_.PutPositionsAside();
     file_.Base().BeginWrite();
-    file_.Part().firstAhead = file_.Base().Counts().nextPosition;
+    file_.TakePositionsAside();
     file_.Part().writes = true;
     return;
   }
@@ -217,6 +218,8 @@ Status WriteScope::Recheck(const WritePlan& plan, uint64_t version) {
 Status WriteScope::Confirm(const WritePlan& plan, uint64_t version) {
   if (kind_ == TransactionKind::Exclusive) return kOk;
   if (kind_ == TransactionKind::Concurrent && file_.Base().Foreign()) {
+    // Present first: a block of new records is not claimed value by value, but keeps that off.
+    if (!BePresent()) return kFileInUse;
     if (const Status status = Recheck(plan, version)) return status;
   } else if (!file_.Base().IsCurrent()) {
     return kLookAgain;
@@ -224,31 +227,61 @@ Status WriteScope::Confirm(const WritePlan& plan, uint64_t version) {
   // Who held a lock that has just been taken may have died with its transaction decided.
   if (!session_.IsSettled(file_)) return kLookAgain;
   if (kind_ == TransactionKind::None) return kOk;
-  Participation& part = file_.Part();
-  if (!part.present && !file_.Locks().AddPresence()) return kFileInUse;
-  part.present = true;
+  if (!BePresent()) return kFileInUse;
   session_.TakePart(file_, true);
   return kOk;
 }
 
-Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version, bool last) {
+bool WriteScope::BePresent() noexcept {
+  Participation& part = file_.Part();
+  part.present = part.present || file_.Locks().AddPresence();
+  return part.present;
+}
+
+// What fails within an exclusive transaction cannot be undone by itself.
+template <class Action>
+Status WriteScope::Guarded(Action action) {
   Transaction& running = session_.Running();
   const bool exclusive = kind_ == TransactionKind::Exclusive;
   if (exclusive && running.broken != kOk) throw Failure{running.broken};
   try {
-    const CarryTerms terms{IsLone() && last, carried_};
-    if (const Status status = Writer().Carry(plan, image, version, terms)) return status;
+    return action();
   } catch (...) {
     if (exclusive) running.broken = CaughtStatus();
     throw;
   }
+}
+
+// Which one was refused is not told; with several the wait may be for another one first.
+void WriteScope::NoteClaims() noexcept {
+  for (const uint64_t claim : carried_) {
+    if (claim != 0) return file_.Locks().NoteRefusal(lockbyte::Claim(claim));
+  }
+}
+
+Status WriteScope::Carry(const WritePlan& plan, ByteView image, uint64_t& version, bool last) {
+  const Status status = Guarded([&] {
+    return Writer().Carry(plan, image, version, {IsLone() && last, carried_});
+  });
+  if (status == kRecordInUse) NoteClaims();
+  if (status != kOk) return status;
   newClaims_.clear();
   newRecords_ = 0;
-  const bool isLogged = exclusive && !file_.Base().Foreign();
-  if (isLogged && running.writers.front().get() != &file_) {
+  const bool isLogged = kind_ == TransactionKind::Exclusive && !file_.Base().Foreign();
+  if (isLogged && session_.Running().writers.front().get() != &file_) {
     file_.Part().changed.insert(plan.position);
   }
   return kOk;
+}
+
+bool WriteScope::TakesBlocks() const noexcept {
+  if (unsettled_ != kOk || blocked_ != kOk || !file_.Base().Foreign()) return false;
+  return kind_ == TransactionKind::Exclusive || (IsLone() && lone_.takesBlocks);
+}
+
+Status WriteScope::CarryBlock(std::span<const WritePlan> plans, std::span<const ByteView> images,
+                              uint64_t& version) {
+  return Guarded([&] { return Writer().CarryBlock(plans, images, version); });
 }
 
 void WriteScope::Commit() {

@@ -14,9 +14,9 @@ namespace btrieve {
 
 class WriteScope {
  public:
-  // `record`: the one to be changed; 0 for new ones. Throws Failure: 41 for a file that has another
-  // home than what the transaction has changed. See Blocked.
-  WriteScope(Session& session, DataFile& file, uint32_t record = 0);
+  // `record`: the one to be changed; 0 for new ones, with `wantsBlocks` many. Throws Failure: 41
+  // for a file that has another home than what the transaction has changed. See Blocked.
+  WriteScope(Session& session, DataFile& file, uint32_t record = 0, bool wantsBlocks = false);
   ~WriteScope();
   WriteScope(const WriteScope&) = delete;
   WriteScope& operator=(const WriteScope&) = delete;
@@ -51,6 +51,10 @@ class WriteScope {
   // As RecordWriter::Carry. After `last` comes nothing but Commit.
   [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version,
                              bool last = false);
+  // Whether new records can be carried together, without claims: see RecordWriter::CarryBlock.
+  bool TakesBlocks() const noexcept;
+  [[nodiscard]] Status CarryBlock(std::span<const WritePlan> plans,
+                                  std::span<const ByteView> images, uint64_t& version);
   void Commit();
 
  private:
@@ -59,6 +63,10 @@ class WriteScope {
     return kind_ == TransactionKind::None && file_.Base().Foreign() != nullptr;
   }
   void CheckHome() const;
+  bool BePresent() noexcept;
+  void NoteClaims() noexcept;
+  template <class Action>
+  Status Guarded(Action action);
   Status Recheck(const WritePlan& plan, uint64_t version);
   void EnterPlain();
   void EnterExclusive();

@@ -12,6 +12,8 @@ namespace {
 
 Status ForeignFile::BeginWrite(Head&, LoneWrite*) { RefuseWriting(); }
 Status ForeignFile::Carry(const RowChange&, const Head&, const CarryTerms&) { RefuseWriting(); }
+uint32_t ForeignFile::PutPositionsAside(uint32_t) { RefuseWriting(); }
+Status ForeignFile::CarryBlock(std::span<const RowChange>, const Head&) { RefuseWriting(); }
 void ForeignFile::CommitWrite(const Head&) { RefuseWriting(); }
 uint32_t ForeignFile::FindFreePosition() { RefuseWriting(); }
 void ForeignFile::WriteOwner(const OwnerRecord&) { RefuseWriting(); }

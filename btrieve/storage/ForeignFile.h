@@ -52,8 +52,10 @@ class ForeignWalk {
 
 // A write of one record outside of transactions, begun in one step with what it must know.
 struct LoneWrite {
-  uint32_t position = 0;     // the record to be changed; 0 for a new one
+  uint32_t position = 0;     // the record to be changed; 0 for new ones
+  bool wantsBlocks = false;  // many new ones
   bool recordIsFree = true;  // out: no other process holds it; kept so to the write's end
+  bool takesBlocks = false;  // out: no other process adds values, nor can it; as before
 };
 
 // How a change is carried out beside the other changes of its transaction.
@@ -113,6 +115,13 @@ class ForeignFile {
   // counts itself.
   [[nodiscard]] virtual Status Carry(const RowChange& change, const Head& head,
                                      const CarryTerms& terms);
+  // In a commit of its own, also while its home's transaction is open, in which the file has not
+  // been written to yet: so many positions from the one returned on are not given by anybody else.
+  virtual uint32_t PutPositionsAside(uint32_t count);
+  // New records, one behind the other, all of them or, with 5, none: then somebody else's record,
+  // or one among them, has a value. For a lone write that takes blocks and for exclusive
+  // transactions. `head` as with Carry.
+  [[nodiscard]] virtual Status CarryBlock(std::span<const RowChange> changes, const Head& head);
   // Nothing, where Carry has committed.
   virtual void CommitWrite(const Head& head);
   virtual void RollbackWrite() noexcept {}

@@ -294,6 +294,11 @@ Status Storage::CarryElsewhere(const RowChange& change, const CarryTerms& terms)
   return foreign_->Carry(change, head_, terms);
 }
 
+Status Storage::CarryBlockElsewhere(std::span<const RowChange> changes) {
+  wrote_ = true;
+  return foreign_->CarryBlock(changes, head_);
+}
+
 // Its first page takes the place of the lost commit's first page in the log, and with that the
 // checksums of all that follows there do not hold any more.
 void Storage::WriteOverLostCommit() {

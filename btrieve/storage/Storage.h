@@ -159,6 +159,7 @@ class Storage {
   [[nodiscard]] Status BeginLoneWrite(LoneWrite& lone);
   // There as RecordWriter carries it; `head` is to hold the counters.
   [[nodiscard]] Status CarryElsewhere(const RowChange& change, const CarryTerms& terms);
+  [[nodiscard]] Status CarryBlockElsewhere(std::span<const RowChange> changes);
   void CommitWrite();
   void RollbackWrite() noexcept;
   bool IsWriting() const noexcept { return writing_; }
