@@ -12,6 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds kSyncAfter{500};
 constexpr std::chrono::milliseconds kLongestPause{20};
 constexpr std::chrono::milliseconds kGrace{8};
+constexpr std::chrono::milliseconds kBesideOthers{600};
 
 }  // namespace
 
@@ -32,8 +33,8 @@ Session::Patience::Patience(Session& session, DataFile* file, bool wait) noexcep
 Status Session::Patience::Pause(Status refusal) {
   if (file_ && file_->Base().IsLost()) return kNotActive;
   if (Clock::now() + next_ > end_) return refusal;
-  if (const Status status = AwaitElsewhere(); status != kLookAgain) return status;
   if (IsDeadlocked()) return kDeadlock;
+  if (const Status status = AwaitElsewhere(); status != kLookAgain) return status;
   if (file_) file_->Locks().ForgetRefusal();
   session_.SyncIfDue();
   session_.LetGoOfLongLogs();
@@ -42,9 +43,11 @@ Status Session::Patience::Pause(Status refusal) {
   return kOk;
 }
 
-// At a server, which looks for cycles itself; -1 where nobody waits there.
+// At a server, which looks for cycles itself, though only after a second of waiting and with the
+// first to give way; so those of this machine have been looked for before. -1 where nobody waits
+// there.
 Status Session::Patience::AwaitElsewhere() {
-  if (!file_ || !wait_ || Clock::now() < begin_ + kGrace) return kLookAgain;
+  if (!file_ || !wait_ || Clock::now() < begin_ + kBesideOthers) return kLookAgain;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
   const LockBytes::Waited waited = file_->Locks().AwaitRefused(left);
   if (waited == LockBytes::Waited::Elsewhere) return kLookAgain;
