@@ -32,7 +32,8 @@ TEST_F(Moves, TakeTheCompanyThereAndBackByteForByte) {
 TEST_F(Moves, LeaveLinksInTheFilesPlaces) {
   BuildShop();
   EXPECT_EQ(Line(Move()), "code=0 out=db: 6 files, 57 records moved to schema " + Schema() +
-                              " of the server 127.0.0.1; the old files are in db/before-move\n");
+                              " of the server 127.0.0.1; the old files are in " +
+                              Told("db/before-move") + "\n");
   for (const char* name : {"file.ddf", "Goods.btr", "sub/orders.dat", "other.bin"}) {
     EXPECT_EQ(Read(std::string("db/") + name).substr(0, 18), "qrnbt link file 1\n") << name;
     EXPECT_EQ(Read(std::string("db/before-move/") + name), Read(std::string("kept/") + name));
@@ -53,8 +54,8 @@ TEST_F(Moves, BringBackWhatHasChangedAsNewFiles) {
   const std::string goods = Export("Goods", {"--key", "1"});
   EXPECT_NE(goods.find("5,Qnk"), std::string::npos) << goods;
   EXPECT_EQ(Line(MoveBack()),
-            "code=0 out=db: 6 files, 57 records moved back (1 of them changed meanwhile)\n"
-            "db/before-move keeps 1 file as before the move\n");
+            "code=0 out=db: 6 files, 57 records moved back (1 of them changed meanwhile)\n" +
+                Told("db/before-move") + " keeps 1 file as before the move\n");
   EXPECT_EQ(Export("Goods", {"--key", "1"}), goods);
   EXPECT_EQ(Check().code, 0);
   EXPECT_EQ(Changed(), "Goods.btr before-move/Goods.btr ");

@@ -94,6 +94,11 @@ class OnServer : public ToolTest {
     return all;
   }
 
+  // A path below the test's folder as the tool says it.
+  static std::string Told(const std::string& path) {
+    return PathToUtf8(PathFromUtf8(path).make_preferred());
+  }
+
   Said Move(const std::vector<std::string>& options = {}) const {
     std::vector<std::string> all = {"move", Path("db"), "--server", Words(), "--schema", Schema()};
     all.insert(all.end(), options.begin(), options.end());
