@@ -102,7 +102,7 @@ list_tests() {
       { print $1 in place ? place[$1] : count + 1, $2 }' | sort -s -n -k1,1 | cut -d' ' -f2-
   }
   list_on_server() {
-    for item in calls crashes; do
+    for item in calls sharing kills crashes; do
       item=server:$BUILD/native-asan/bin/test_btrieve_$item
       [[ ! -x ${item#server:} || ! $item =~ ${TEST_ONLY:-.} ]] || echo "$item"
     done

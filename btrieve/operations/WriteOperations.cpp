@@ -104,7 +104,7 @@ Status PlanInsert(WriteScope& scope, uint32_t position, Written& written) {
 // each look at it is at a newer state.
 bool HasGrown(const WriteScope& scope, DataFile& file, ByteView given, uint64_t skip,
               const Written& written) {
-  if (!written.image.assigned || scope.IsDirect() || !file.Base().Foreign()) return false;
+  if (!written.image.assigned || scope.RefusesTaken() || !file.Base().Foreign()) return false;
   Image now;
   return AssignAutoIncrement(file, given, skip, now) == kOk && now.bytes != written.image.bytes;
 }
@@ -171,6 +171,7 @@ Status UpdateOnce(Call& call, ByteView given, Written& written) {
     status = scope.Writer().PlanUpdate(old, written.image.bytes, written.plan);
   }
   if (status == kOk && !scope.RefusesAllTaken()) status = scope.Writer().FindTaken(written.plan);
+  if (status == kDuplicateKey && HasGrown(scope, file, given, 0, written)) return kLookAgain;
   if (status == kOk) status = scope.Blocked();
   if (status == kOk) status = scope.HoldRecord(call.cursor->position);
   if (status == kRecordInUse && scope.RefusesAllTaken()) status = OfTaken(scope, written, status);

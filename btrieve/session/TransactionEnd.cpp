@@ -321,6 +321,9 @@ void Session::AbortPart(DataFile& file, bool removeIntent) {
 
 bool Session::Abort() {
   auto& writers = transaction_.writers;
+  for (const auto& file : writers) {  // which one home undoes together, before anything else there
+    if (file->Base().Foreign()) file->Base().RollbackWrite();
+  }
   if (!writers.empty()) AbortPart(*writers.front(), false);
   const bool isVoid = DecisionIsVoid();
   for (size_t at = 1; at < writers.size(); ++at) AbortPart(*writers[at], isVoid);

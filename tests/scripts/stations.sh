@@ -2,7 +2,7 @@
 # Stations on one server, half of them Windows programs: see
 # tests/btrieve/server/StationsTest_posix.cpp. QRN_STATIONS_SECONDS tells how long they work (20).
 set -eu
-ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 TEST=${QRN_STATIONS_TEST:-$ROOT/build/native-asan/bin/test_btrieve_server}
 WORKER=${QRN_WINDOWS_WORKER:-$ROOT/build/windows/bin/btrieve_worker.exe}
 
