@@ -67,7 +67,7 @@ run_windows() {
   case $1 in
     *.sh) one "$(basename "$1" .sh)" plain bash "$1" ;;
     */test_btrieve_server.exe | */test_qrndata_server.exe)
-      cp "$DEPS"/postgres-client/*.dll "${1%/*}/"
+      cp -u "$DEPS"/postgres-client/*.dll "${1%/*}/"
       WINEDEBUG=-all one "windows-$(basename "$1" .exe)" gtest scripts/server.sh "$WINE64" "$1"
       ;;
     *) WINEDEBUG=-all,err+heap one "windows-$(basename "$1" .exe)" gtest "$WINE64" "$1" ;;

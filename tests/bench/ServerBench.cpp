@@ -1,6 +1,10 @@
 // Files on a server half a millisecond away: walks and lists beside queries written by hand, and
 // how often a form's buttons go there. Run by scripts/server.sh, which starts the server.
+#include <filesystem>
+#include <fstream>
+
 #include "Records.h"
+#include "btrieve/server/CopyIn.h"
 #include "core/ListFill.h"
 #include "extended/FillFromExtended.h"
 #include "platform/BtrCall.h"
@@ -12,6 +16,8 @@ namespace {
 
 constexpr uint32_t kWalked = 100000;
 constexpr int kListed = 10000;
+constexpr uint32_t kImported = 100000;
+constexpr uint32_t kBlock = 500;  // records
 
 // A file on the server, open for the program's length.
 class Linked {
@@ -67,6 +73,60 @@ void WalkByHand() {
       TakeAll("FETCH 50 FROM walk", [&](btrieve::ByteView data) { sum += data[31]; });
   Link().Run("COMMIT");
   Check(count == kWalked && sum != 0, "the cursor went wrong");
+}
+
+// A new file on the server, in a folder whose dictionary is there, filled by blocks.
+void ImportLinked() {
+  const std::string folder = Workplace() + "/import";
+  if (std::filesystem::create_directory(folder)) {
+    std::ofstream(folder + "/file.ddf", std::ios::binary)
+        << btrieve::server::WriteLinkFile(Place("file_ddf"));
+  }
+  BtrieveFile file(folder + "/imported.btr", 0);
+  std::vector<uint8_t> block(2 + kBlock * (2 + kRecordLength));
+  for (uint32_t number = 0; number < kImported; number += kBlock) {
+    uint8_t* at = block.data();
+    const auto put = [&at](const void* bytes, size_t size) {
+      std::memcpy(at, bytes, size);
+      at += size;
+    };
+    const uint16_t count = kBlock;
+    const uint16_t length = kRecordLength;
+    put(&count, sizeof count);
+    for (uint32_t each = 0; each < kBlock; ++each) {
+      put(&length, sizeof length);
+      put(MakeRecord(number + each).data(), kRecordLength);
+    }
+    const int status =
+        file.Call(BtrOpInsertExtended, block.data(), static_cast<uint32_t>(block.size()), -1);
+    Check(status == 0, "a block was refused");
+  }
+  file.Close();
+  static const std::string counted = "SELECT count(*) FROM bench.imported_btr";
+  Check(Link().Ask(counted).Number(0, 0) == kImported, "records are missing");
+}
+
+// The same columns and indexes, with nothing asked of the records.
+void CopyByHand() {
+  Link().Run(
+      "DROP TABLE IF EXISTS bench.copied; "
+      "CREATE TABLE bench.copied(LIKE bench.imported_btr INCLUDING ALL); BEGIN");
+  btrieve::server::CopyIn rows(Link(), "bench.copied", 4 + std::size(kKeys));
+  for (uint32_t number = 0; number < kImported; ++number) {
+    const Record record = MakeRecord(number);
+    rows.BeginRow();
+    rows.Add(int64_t{number} + 1);
+    rows.Add(int64_t{number} + 1);
+    rows.Add(btrieve::ByteView());
+    rows.Add(btrieve::ByteView(record));
+    for (const KeyPart& key : kKeys) {
+      btrieve::Entry entry(btrieve::ByteView(record).subspan(key.offset, key.length));
+      if (!key.unique) entry.AppendNumber(uint64_t{number + 1} << 32);
+      rows.Add(entry.View());
+    }
+  }
+  rows.Finish();
+  Link().Run("COMMIT");
 }
 
 OrdersForm& TheForm() {
@@ -144,6 +204,9 @@ int main(int argc, char** argv) {
   PlainList();
   Figure("100,000 records along a key on a server, over a cursor fetched by fifties", 2.0,
          WalkLinked, WalkByHand);
+  ImportLinked();
+  Figure("100,000 records inserted in blocks on a server, over COPY", 3.0, ImportLinked,
+         CopyByHand);
   Figure("a list of 10,000 records on a server, over one query", 2.0, PlainList, ListByHand);
   Figure("the same by extended reads", 2.0, ExtendedList, ListByHand);
   const int code = RunRatios(argc, argv);
