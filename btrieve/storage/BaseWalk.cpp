@@ -1,6 +1,7 @@
 #include "btrieve/storage/BaseWalk.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace btrieve {
 
@@ -21,15 +22,18 @@ void BaseWalk::Enter(Storage& storage, int slot) {
   }
 }
 
-void BaseWalk::StartForeign(ForeignFile& file, int slot, bool forward, ByteView bound) {
+void BaseWalk::StartForeign(Storage& storage, int slot, bool forward, ByteView bound) {
   End();
-  foreign_ = file.Walk(slot, forward, bound);
+  std::unique_ptr<ForeignWalk> walk = storage.Foreign()->Walk(slot, forward, bound);
+  storage.AddWalk(*this);
+  home_ = &storage;
+  foreign_ = std::move(walk);
   slot_ = slot;
   forward_ = forward;
 }
 
 void BaseWalk::Start(Storage& storage, int slot, bool forward, ByteView bound) {
-  if (storage.Foreign()) return StartForeign(*storage.Foreign(), slot, forward, bound);
+  if (storage.Foreign()) return StartForeign(storage, slot, forward, bound);
   Enter(storage, slot);
   forward_ = forward;
   ahead_ = Ahead::None;
@@ -128,6 +132,7 @@ void BaseWalk::ReadAgain(Hit& hit) {
 
 void BaseWalk::End() noexcept {
   foreign_.reset();
+  if (Storage* home = std::exchange(home_, nullptr)) home->RemoveWalk(*this);
   if (!storage_) return;
   tree_.Close();
   storage_->RemoveWalk(*this);

@@ -42,7 +42,7 @@ class BaseWalk {
     TreeCursor::Spot spot;
   };
 
-  void StartForeign(ForeignFile& file, int slot, bool forward, ByteView bound);
+  void StartForeign(Storage& storage, int slot, bool forward, ByteView bound);
   void Enter(Storage& storage, int slot);
   bool Move();
   bool LookAhead();
@@ -53,6 +53,7 @@ class BaseWalk {
 
   Storage* storage_ = nullptr;
   std::unique_ptr<ForeignWalk> foreign_;  // in place of everything below, in a foreign file
+  Storage* home_ = nullptr;               // whose it is
   TreeCursor tree_;
   Onward onward_;
   RecordRows rows_;
