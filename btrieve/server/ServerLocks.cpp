@@ -5,16 +5,18 @@
 namespace btrieve::server {
 namespace {
 
-const std::string kTryShared =
+constexpr char kTryShared[] =
     "SELECT pg_try_advisory_lock_shared($1::bigint::int, $2::bigint::int)";
-const std::string kTryExclusive = "SELECT pg_try_advisory_lock($1::bigint::int, $2::bigint::int)";
-const std::string kWaitShared = "SELECT pg_advisory_lock_shared($1::bigint::int, $2::bigint::int)";
-const std::string kWait = "SELECT pg_advisory_lock($1::bigint::int, $2::bigint::int)";
-const std::string kSetLimit = "SELECT set_config('lock_timeout', $1::text, false)";
-const std::string kUsualLimit = std::to_string(kLockLimit.count());
-const std::string kUnlockShared =
+constexpr char kTryExclusive[] = "SELECT pg_try_advisory_lock($1::bigint::int, $2::bigint::int)";
+constexpr char kWaitShared[] = "SELECT pg_advisory_lock_shared($1::bigint::int, $2::bigint::int)";
+constexpr char kWait[] = "SELECT pg_advisory_lock($1::bigint::int, $2::bigint::int)";
+constexpr char kSetLimit[] = "SELECT set_config('lock_timeout', $1::text, false)";
+
+constexpr char kUnlockShared[] =
     "SELECT pg_advisory_unlock_shared($1::bigint::int, $2::bigint::int)";
-const std::string kUnlock = "SELECT pg_advisory_unlock($1::bigint::int, $2::bigint::int)";
+constexpr char kUnlock[] = "SELECT pg_advisory_unlock($1::bigint::int, $2::bigint::int)";
+
+std::string UsualLimit() { return std::to_string(kLockLimit.count()); }
 
 }  // namespace
 
@@ -63,14 +65,15 @@ void ServerLocks::Wait(uint64_t byte, Kind kind, std::chrono::milliseconds limit
   questions.push_back({kSetLimit, Arguments().Add(ViewOf(time))});
   questions.push_back({kind == Kind::Shared ? kWaitShared : kWait, keys});
   questions.push_back({kind == Kind::Shared ? kUnlockShared : kUnlock, keys});
-  questions.push_back({kSetLimit, Arguments().Add(ViewOf(kUsualLimit))});
+  const std::string usual = UsualLimit();
+  questions.push_back({kSetLimit, Arguments().Add(ViewOf(usual))});
   if (within) questions.push_back({"RELEASE SAVEPOINT btrieve_wait", {}});
   try {
     link_->AskAll(questions);
   } catch (const Failure&) {
     if (!link_->IsAlive()) throw;
     link_->Run(within ? "ROLLBACK TO SAVEPOINT btrieve_wait; RELEASE SAVEPOINT btrieve_wait"
-                      : "SET lock_timeout = " + kUsualLimit);
+                      : "SET lock_timeout = " + usual);
     throw;
   }
 }

@@ -7,9 +7,8 @@
 namespace btrieve::server {
 namespace {
 
-const Question kBegin{"BEGIN", {}};
-const Question kCommit{"COMMIT", {}};
-const Question kRollback{"ROLLBACK", {}};
+constexpr char kBegin[] = "BEGIN";
+constexpr char kCommit[] = "COMMIT";
 
 constexpr int kNumberColumn = 0;  // of what begins a write: the server's transaction, then the head
 constexpr int kHeadColumn = 1;
@@ -18,7 +17,7 @@ constexpr int kHeadColumn = 1;
 void Undo(ServerLink& link) noexcept {
   if (!link.IsAlive()) return;
   try {
-    link.AskAll({&kRollback, 1});
+    link.Ask("ROLLBACK");
   } catch (...) {  // the server undoes it when the connection goes
     link.Abandon();
   }
@@ -53,7 +52,7 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
   if (work.IsBroken()) throw Failure{kTransactionNotWritten};
   const bool begins = !work.IsOpen();
   std::vector<Question> questions;
-  if (begins) questions.push_back(kBegin);
+  if (begins) questions.push_back({kBegin, {}});
   const size_t headAt = questions.size();
   questions.push_back(HeadQuestion(FilesTable(place_.schema), spec_.file.keys.size(), spec_.id,
                                    lone ? &object_ : nullptr));
@@ -108,7 +107,7 @@ Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryT
   questions.push_back(statement.Make(change, head, terms, object_));
   ForgetRead();
   const bool commits = terms.commits && link_->Work().IsLast();
-  if (commits) questions.push_back(kCommit);
+  if (commits) questions.push_back({kCommit, {}});
   std::vector<Rows> answers;
   try {
     answers = link_->AskAll(questions);
@@ -185,7 +184,7 @@ void ServerFile::CommitWrite(const Head& head) {
   if (work.IsBroken()) throw Failure{kTransactionNotWritten};
   std::vector<Question> questions;
   if (HasChanged(head)) questions.push_back(HeadUpdate(head));
-  if (work.IsLast()) questions.push_back(kCommit);
+  if (work.IsLast()) questions.push_back({kCommit, {}});
   try {
     if (!questions.empty()) link_->AskAll(questions);
   } catch (const Failure&) {
