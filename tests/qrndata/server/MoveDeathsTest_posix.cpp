@@ -81,6 +81,11 @@ constexpr int kFewestSteps = 12, kMostSteps = 60;
 int Stride() { return static_cast<int>(qrn::test::Setting("QRN_MOVE_STRIDE", 10)); }
 int FirstStep() { return static_cast<int>(qrn::test::Seed() % static_cast<uint32_t>(Stride())); }
 
+// Also by a death behind the last step, which has left nothing to do.
+bool IsBack(const Said& said) {
+  return said.code == 0 || said.err.find("no links to a server") != said.err.npos;
+}
+
 TEST_F(DyingMoves, ThereAreFinishedOrUndoneByTheNextOne) {
   int step = FirstStep();
   for (; step < kMostSteps && RunInChild(step, [&] { return Move(); }); step += Stride()) {
@@ -98,8 +103,7 @@ TEST_F(DyingMoves, ThereAreUndoneByTheWayBackToo) {
   for (int step = FirstStep(); step < kMostSteps && RunInChild(step, [&] { return Move(); });
        step += Stride()) {
     const Said back = MoveBack();
-    EXPECT_TRUE(back.code == 0 || back.err.find("no links to a server") != back.err.npos)
-        << "step " << step << ": " << Line(back);
+    EXPECT_TRUE(IsBack(back)) << "step " << step << ": " << Line(back);
     ExpectFiles(step);
   }
 }
@@ -109,7 +113,7 @@ TEST_F(DyingMoves, BackAreFinishedOrUndoneByTheNextOne) {
   ASSERT_EQ(Move().code, 0);
   for (; step < kMostSteps && RunInChild(step, [&] { return MoveBack(); }); step += Stride()) {
     const Said again = MoveBack();
-    ASSERT_EQ(again.code, 0) << "step " << step << ": " << again.err;
+    ASSERT_TRUE(IsBack(again)) << "step " << step << ": " << again.err;
     ExpectFiles(step);
     ASSERT_EQ(Move().code, 0) << step;
   }
@@ -126,7 +130,8 @@ TEST_F(DyingMoves, BackWithNewFilesLoseNothing) {
     const std::string orders = Export("Orders");
     hasDied = RunInChild(step, [&] { return MoveBack(); });
     if (hasDied) {
-      ASSERT_EQ(MoveBack().code, 0) << "step " << step;
+      const Said again = MoveBack();
+      ASSERT_TRUE(IsBack(again)) << "step " << step << ": " << again.err;
     }
     EXPECT_EQ(Check().code, 0) << "step " << step;
     EXPECT_EQ(Export("Orders"), orders) << "step " << step;
