@@ -41,5 +41,6 @@ run_demo() {
   # What Wine started without a display shows nothing on one that comes later.
   "$WINESERVER" -k || true
   demo_forms "$BUILD/demo/company"
+  demo_stations "$BUILD/demo/company"
   demo_new_user "$BUILD/demo/company"
 }

@@ -1,6 +1,7 @@
 # Sources of other people's libraries that no Debian -dev package offers to both builds.
 # Sourced by ./run.
 
+DEPS=${DEPS:-$ROOT/build/deps}
 SQLITE_PACKAGE=better-sqlite3@12.2.0  # carries the SQLite 3.50.2 amalgamation
 SQLITE_C_SHA512=2bc9d479e790cc689b214772ddba79cc8572b3c11c984d57cd79322c9cb15b36553828891466cf5401a2d0c97aa6adf69cfbe284820256c6d5fed36ac26d9a61
 SQLITE_H_SHA512=f1980e8a2e60aa7609eb9e3574e83fd625eb3c76b459660beed21415a2e5e48f9458674bea21ddc3b4bbaf1661bfd84505845177d29aee104cc0c69f55866923
@@ -71,7 +72,7 @@ copy_headers() {
   cp -r /usr/include/CLI /usr/include/toml++ "$DEPS/include/"
 }
 
-# The database server's client library for Windows with its companions, for the tests under Wine.
+# The database server's client library for Windows with its companions, for the package.
 SERVER_CLIENT_PACKAGE=@embedded-postgres/windows-x64@18.4.0-beta.17
 SERVER_CLIENT_FILES=(libcrypto-3-x64.dll libiconv-2.dll libintl-9.dll libpq.dll libssl-3-x64.dll
   libwinpthread-1.dll)
@@ -91,4 +92,10 @@ fetch_server_client() {
   mkdir -p "$dir"
   (cd "$work/package/native/bin" && cp "${SERVER_CLIENT_FILES[@]}" "$dir/")
   rm -rf "$work"
+}
+
+# give_server_client FOLDER: for the programs that stand there.
+give_server_client() {
+  mkdir -p "$1/server-client"
+  cp -u "$DEPS"/postgres-client/*.dll "$1/server-client/"
 }

@@ -121,6 +121,18 @@ demo_forms() {
   [ "$code" -eq 0 ] || die "a form did not do what its script says"
 }
 
+# demo_stations DIR: the data moved to a server, the card at two stations there, the data back.
+demo_stations() {
+  local code=0
+  say "two stations: the data on a server, a customer changed by one while the other has it shown"
+  demo_display
+  DISPLAY=:$(cat "$BUILD/demo/display") QRN_WINE=$WINE64 "$ROOT/scripts/two-stations.sh" "$1" || code=1
+  "$WINESERVER" -k || true
+  kill "$xvfb" 2>/dev/null || true
+  trap - EXIT
+  [ "$code" -eq 0 ] || die "the two stations did not do what their scripts say"
+}
+
 # demo_new_user DIR: the package unpacked in an empty prefix, and the designer in it before somebody
 # new: a form by the wizard, then one drawn by hand. DIR has the dictionary.
 demo_new_user() {

@@ -1,5 +1,6 @@
 # ./run package: one zip that a Windows machine needs. Sourced by ./run.
 
+DEPS=${DEPS:-$ROOT/build/deps}
 PACKAGE_PRODUCTS=(qrnbt350.ocx qrnbt350.manifest w64btrv.dll lexbase.dll qrndata.exe qrnform.exe)
 
 # stage_package BIN STAGE: everything the zip holds, in the folder STAGE.
@@ -13,6 +14,7 @@ stage_package() {
     cp "$bin/$file" "$stage/"
     [[ $file == *.manifest ]] || x86_64-w64-mingw32-strip "$stage/$file" || die "could not strip $file"
   done
+  cp -r "$DEPS/postgres-client" "$stage/server-client"
   cp -r "$ROOT"/{docs,include,licenses} "$stage/"
   cp -r "$ROOT"/examples/{company,flat,tables} "$stage/examples/"
   rm -r "$stage/examples/company/generator"

@@ -67,7 +67,6 @@ run_windows() {
   case $1 in
     *.sh) one "$(basename "$1" .sh)" plain bash "$1" ;;
     */test_btrieve_server.exe | */test_qrndata_server.exe)
-      cp -u "$DEPS"/postgres-client/*.dll "${1%/*}/"
       WINEDEBUG=-all one "windows-$(basename "$1" .exe)" gtest scripts/server.sh "$WINE64" "$1"
       ;;
     *) WINEDEBUG=-all,err+heap one "windows-$(basename "$1" .exe)" gtest "$WINE64" "$1" ;;
@@ -194,6 +193,7 @@ run_tests() {
   list_tests
   QRN_WINE_FUNCTIONS=1 . "$ROOT/scripts/wine.sh"
   ensure_prefix "$BUILD/wine-template" || die "Wine could not make a prefix"
+  give_server_client "$BUILD/windows/bin"
   for lane in $(seq "$WINDOWS_LANES"); do
     (windows_lane "$lane") &
     lanes+=($!)

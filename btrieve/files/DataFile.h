@@ -126,6 +126,7 @@ class DataFile : public std::enable_shared_from_this<DataFile> {
   bool TakeTouched() noexcept { return std::exchange(touched_, false); }
 
   bool openExclusively = false;
+  bool openNowhere = false;  // its server was reached anew, and has not let it be opened
   int openCursors = 0;
 
  private:

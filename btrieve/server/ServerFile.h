@@ -93,6 +93,7 @@ class ServerFile final : public ForeignFile {
 
   void MakeOrders();
   void Follow(ServerSpec spec);
+  void TakeBackKeys() noexcept;
   void Begun(const Rows& heads, Head& head);
   void Commit(std::vector<Question> last);
   void Leave() noexcept;

@@ -200,8 +200,18 @@ void ServerFile::RollbackWrite() noexcept {
   if (!link_->Work().IsBroken()) Undo(*link_);
   link_->Work().Break();
   ForgetRead();
-  if (respecified_) Follow(std::move(specBefore_));
+  TakeBackKeys();
   Leave();
+}
+
+// Without memory for it the file is lost until it is opened anew.
+void ServerFile::TakeBackKeys() noexcept {
+  if (!respecified_) return;
+  try {
+    Follow(std::move(specBefore_));
+  } catch (...) {
+    link_->Abandon();
+  }
 }
 
 uint32_t ServerFile::FindFreePosition() {

@@ -215,16 +215,16 @@ Status Session::ReachAnew(DataFile& file, bool exclusive) {
     cursor.lockKind = LockKind::None;
   });
   file.openExclusively = false;
+  file.openNowhere = true;
   HeldByte gate;
-  return OpenLink(file, exclusive, gate);
+  if (const Status status = OpenLink(file, exclusive, gate)) return status;
+  file.openExclusively = exclusive;
+  file.openNowhere = false;
+  return kOk;
 }
 
 Status Session::Reopen(DataFile& file, bool exclusive) {
-  if (file.Base().IsLost()) {
-    const Status status = ReachAnew(file, exclusive);
-    file.openExclusively = exclusive && status == kOk;
-    return status;
-  }
+  if (file.Base().IsLost() || file.openNowhere) return ReachAnew(file, exclusive);
   if (file.openExclusively && file.openCursors > 0) return kIncompatibleMode;
   if (!exclusive) return kOk;
   if (file.openCursors > 0) return kIncompatibleMode;

@@ -9,8 +9,9 @@
 namespace btrieve {
 
 // PostgreSQL's client library, which stays loaded once it was found; null where there is none.
-// Windows looks for libpq.dll beside this library, beside the program and in the system directory,
-// natively the system for libpq.so.5. Never in the current directory.
+// Windows looks for libpq.dll beside this library, in the folder server-client beside it, beside
+// the program and in the system directory, natively the system for libpq.so.5. Never in the current
+// directory.
 void* LoadClientLibrary() noexcept;
 using AnyFunction = void (*)();
 AnyFunction FindInLibrary(void* library, const char* name) noexcept;

@@ -10,9 +10,10 @@ namespace btrieve {
 namespace {
 
 constexpr wchar_t kName[] = L"libpq.dll";
+constexpr wchar_t kFolder[] = L"server-client\\";  // where it comes with this library
 
-// Its companions stand beside it.
-void* LoadFromBeside() {
+// Where this library stands, with the last backslash.
+std::wstring OwnFolder() {
   HMODULE self = nullptr;
   GetModuleHandleExW(
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
@@ -25,14 +26,21 @@ void* LoadFromBeside() {
   }
   path.resize(length);
   path.resize(path.find_last_of(L'\\') + 1);
-  return LoadLibraryExW((path + kName).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  return path;
+}
+
+// Its companions stand beside it.
+void* LoadFrom(const std::wstring& folder) {
+  return LoadLibraryExW((folder + kName).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
 }
 
 }  // namespace
 
 void* LoadClientLibrary() noexcept {
   try {
-    if (void* library = LoadFromBeside()) return library;
+    const std::wstring folder = OwnFolder();
+    if (void* library = LoadFrom(folder)) return library;
+    if (void* library = LoadFrom(folder + kFolder)) return library;
   } catch (...) {  // no memory for a path
   }
   return LoadLibraryExW(kName, nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);

@@ -18,9 +18,9 @@ class BoundEdit final : public qrn::EditFace {
   }
   ~BoundEdit() { qrn::TheRegistry().UnregisterFieldControl(*this); }
 
-  qrn::WindowHandle ContainedWindow() override { return nullptr; }
-  void ShowFieldText(const char* text) override { shown_ = text; }
-  void ClearFieldText() override { shown_.clear(); }
+  qrn::WindowHandle ContainedWindow() override { return &window_; }
+  void ShowFieldText(const char* text) override { qrn::WriteWindowText(&window_, text); }
+  void ClearFieldText() override { ShowFieldText(""); }
   void Destroy() override {}
   std::string GetControlName() override { return name_; }
   qrn::WindowHandle GetContainerWindow() override { return &form_; }
@@ -28,14 +28,14 @@ class BoundEdit final : public qrn::EditFace {
   qrn::NullableText GetBoundField() override { return field_; }
   qrn::NullableText GetBoundTable() override { return table_; }
 
-  const std::string& Shown() const { return shown_; }
+  const char* Shown() const { return window_.text; }
 
  private:
   std::string name_;
   qrn::TextWindow& form_;
   std::string table_;
   std::string field_;
-  std::string shown_;
+  qrn::TextWindow window_;
 };
 
 }  // namespace bench

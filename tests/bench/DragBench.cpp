@@ -69,7 +69,7 @@ class Bar {
   // The record shown is the one at that hundredth of a percent, and says so itself.
   void CheckPlace(int32_t place) {
     Release(kByCode, place);
-    const double landed = std::atof(edits_[0].Shown().c_str()) * kWhole / (records_ - 1);
+    const double landed = std::atof(edits_[0].Shown()) * kWhole / (records_ - 1);
     Check(landed >= place - 1 && landed <= place + 1, "the thumb lands elsewhere");
     uint16_t told = 0;
     Check(qrn::DbFindPercentageAt(qrn::TheEngine(), table_, kByCode, 0, &told) == 0 &&

@@ -11,25 +11,12 @@ finish() {
 trap finish EXIT
 
 # The two wait for each other by files of these names.
-signals='
-Public Sub Signal(name)
-    Dim files, file
-    Set files = CreateObject("Scripting.FileSystemObject")
-    Set file = files.CreateTextFile(App.Path & "\" & name)
-    file.Close
-End Sub
-
-Public Function Heard(name)
-    Dim files
-    Set files = CreateObject("Scripting.FileSystemObject")
-    Heard = files.FileExists(App.Path & "\" & name)
-End Function
-'
-{ cat "$EXAMPLE/orders.frm"; printf '%s' "$signals" | sed 's/$/\r/'; } >orders.frm
+signals=$(cat "$ROOT/scripts/signals.bas")
+{ cat "$EXAMPLE/orders.frm"; printf '%s\n' "$signals" | sed 's/$/\r/'; } >orders.frm
 {
   # Beside the orders: a form in front of them would take their clicks.
   sed -n '1,/^End$/p' "$ROOT/tests/qrnform/share.frm" | sed 's/ClientLeft  .*/ClientLeft = 12000/'
-  printf 'Attribute VB_Name = "frmShare"\n%s' "$signals"
+  printf 'Attribute VB_Name = "frmShare"\n%s\n' "$signals"
   cat <<'CODE'
 ' A line of the order that the grid shows, as the current record; with 200 it is locked.
 Public Function Take(line, bias)

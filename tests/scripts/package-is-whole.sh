@@ -21,7 +21,7 @@ grep -q 'w64btrv.dll has not been built' "$folder/log" || die "$(cat "$folder/lo
 stage_package "$BIN" "$folder/all"
 cd "$folder/all"
 for file in README.txt docs/controls.md docs/pictures/customer-card.png licenses/winpthreads.txt \
-  examples/flat/flatapi.h examples/tables/tables.c include/btrieve.h include/lexbase.h include/qrnbt350.h "${PACKAGE_PRODUCTS[@]}"; do
+  examples/flat/flatapi.h examples/tables/tables.c include/btrieve.h include/lexbase.h include/qrnbt350.h server-client/libpq.dll "${PACKAGE_PRODUCTS[@]}"; do
   [ -s "$file" ] || die "$file is not in the package"
 done
 for text in README.txt docs/windows.md licenses/README.md examples/company/make-data.cmd; do

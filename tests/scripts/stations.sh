@@ -4,9 +4,10 @@
 set -eu
 ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 TEST=${QRN_STATIONS_TEST:-$ROOT/build/native-asan/bin/test_btrieve_server}
+. "$ROOT/scripts/deps.sh"
 WORKER=${QRN_WINDOWS_WORKER:-$ROOT/build/windows/bin/btrieve_worker.exe}
 
-cp -u "$ROOT"/build/deps/postgres-client/*.dll "${WORKER%/*}/"
+give_server_client "${WORKER%/*}"
 # The programs find each other's files by the same paths: the current drive is the system's root.
 cd "$ROOT"
 export QRN_KILL_WORKER="${QRN_WINE:-/usr/lib/wine/wine64}|$WORKER"

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "ServerSite.h"
+#include "btrieve/server/ServerLocks.h"
 #include "clients/TestFile.h"
 #include "kit/ModelRun.h"
 #include "tests/support/Setting.h"
@@ -70,6 +71,17 @@ class LinkedPairs : public ServerSite {
   uint64_t Notices() {
     const int64_t id = server::ReadServerSpec(*Link(), Schema(), "pairs").id;
     return Link()->NoticesOf(server::ChannelOf(id));
+  }
+  // The server ends this station's session.
+  void CutOff() {
+    ASSERT_EQ(Get(kGetFirst).status, 0);
+    ASSERT_EQ(Get(kGetNext).status, 0);
+    OtherLink()->Run(
+        "SELECT pg_catalog.pg_terminate_backend(pid) FROM pg_catalog.pg_stat_activity "
+        "WHERE pid <> pg_catalog.pg_backend_pid() AND application_name LIKE 'w64btrv%'");
+    Status status = kOk;
+    for (int tries = 0; tries < 1000 && status == kOk; ++tries) status = Get(kGetNext).status;
+    ASSERT_EQ(status, kNotActive);
   }
   // What the link of this process is asked for by something.
   template <class Action>
@@ -149,14 +161,7 @@ TEST_F(LinkedPairs, IsReplacedByAnEmptyFileUnlessSomebodyHasIt) {
 }
 
 TEST_F(LinkedPairs, TellsThatTheSessionHasGoneUntilItIsOpenedAnew) {
-  ASSERT_EQ(Get(kGetFirst).status, 0);
-  ASSERT_EQ(Get(kGetNext).status, 0);
-  OtherLink()->Run(
-      "SELECT pg_catalog.pg_terminate_backend(pid) FROM pg_catalog.pg_stat_activity "
-      "WHERE pid <> pg_catalog.pg_backend_pid() AND application_name LIKE 'w64btrv%'");
-  Status status = kOk;
-  for (int tries = 0; tries < 1000 && status == kOk; ++tries) status = Get(kGetNext).status;
-  EXPECT_EQ(status, kNotActive);
+  CutOff();
   EXPECT_EQ(Get(kGetEqual, 0, Number(int32_t{5})).status, kNotActive);
   ASSERT_EQ(file_.Open(0, 1), 0);
   EXPECT_EQ(file_.Call(kGetFirst, {.room = 12}, 1).status, 0);
@@ -164,6 +169,21 @@ TEST_F(LinkedPairs, TellsThatTheSessionHasGoneUntilItIsOpenedAnew) {
   EXPECT_EQ(file_.Close(), 0);
   ASSERT_EQ(file_.Open(), 0);
   EXPECT_EQ(Get(kGetFirst).status, 0);
+}
+
+// Each Open asks again, also while the block from before is still open.
+TEST_F(LinkedPairs, IsNotOpenedAnewWhileAnotherStationHasItAlone) {
+  const std::string table = server::TableName(Schema(), "pairs");
+  const auto other = OtherLink();
+  server::ServerLocks station(other, server::ObjectOf(*other, table));
+  CutOff();
+  ASSERT_TRUE(station.TryExclusive(lockbyte::kOpen, 1));
+  EXPECT_EQ(file_.Open(0, 1), kIncompatibleMode);
+  EXPECT_EQ(file_.Open(0, 1), kIncompatibleMode);
+  station.Release(lockbyte::kOpen, 1);
+  EXPECT_EQ(file_.Open(0, 1), 0);
+  EXPECT_FALSE(station.TryExclusive(lockbyte::kOpen, 1));
+  EXPECT_EQ(file_.Call(kGetFirst, {.room = 12}, 1).status, 0);
 }
 
 TEST_F(LinkedPairs, IsOpenedByItsOwnersName) {
