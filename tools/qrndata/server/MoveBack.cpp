@@ -25,17 +25,14 @@ std::string Joined(const std::vector<std::string>& words) {
   return all;
 }
 
-class MovingBack {
+class MovingBack : Moving {
  public:
-  MovingBack(const MoveOptions& options, const Streams& streams)
-      : options_(options), streams_(streams) {
-    move_.way = MoveRecord::Way::Back;
-    move_.mark = NewMark();
-  }
+  MovingBack(const MoveOptions& given, const Streams& told)
+      : Moving(given, told, MoveRecord::Way::Back) {}
 
   ExitCode Run() {
-    move_.place = ServerOf(options_.directory);
-    link_ = Asking(Place(), [&] { return ConnectFor(move_.place.server); });
+    move.place = ServerOf(options.directory);
+    Connect();
     ListLinks();
     const InterruptWatch interrupts;
     Move();
@@ -44,8 +41,7 @@ class MovingBack {
   }
 
  private:
-  std::string Place() const { return ServerName(move_.place); }
-  fs::path OldPath(const MovedFile& file) const { return OldFiles(options_.directory) / file.name; }
+  fs::path OldPath(const MovedFile& file) const { return OldFiles(options.directory) / file.name; }
 
   void ListLinks();
   void AddLink(const fs::path& name);
@@ -59,30 +55,24 @@ class MovingBack {
   void Switch(server::ServerTransaction& transaction);
   void Tell() const;
 
-  const MoveOptions& options_;
-  const Streams& streams_;
-  MoveRecord move_;
-  std::shared_ptr<server::ServerLink> link_;
   std::vector<ServerTable> tables_;   // of the files that return
   std::vector<std::string> staying_;  // tables that no link leads to
-  SoleFiles files_;                   // old ones that return
-  uint64_t records_ = 0;
 };
 
 void MovingBack::AddLink(const fs::path& name) {
-  const fs::path path = options_.directory / name;
+  const fs::path path = options.directory / name;
   if (!IsLink(path)) return;
-  const server::LinkFile link = ReadLink(path);
-  if (link.server != move_.place.server || link.schema != move_.place.schema) {
-    throw Failure(kSystem, Say(Message::OtherServer, PathToUtf8(path), ServerName(link), Place()));
+  const server::LinkFile place = ReadLink(path);
+  if (place.server != move.place.server || place.schema != move.place.schema) {
+    throw Failure(kSystem, Say(Message::OtherServer, PathToUtf8(path), ServerName(place), Place()));
   }
-  move_.files.push_back({name, link.table, false});
+  move.files.push_back({name, place.table, false});
 }
 
 void MovingBack::ListLinks() {
-  const Dictionary dictionary = ReadDictionary(options_.directory);
+  const Dictionary dictionary = ReadDictionary(options.directory);
   std::vector<fs::path> names = DatabaseFiles(dictionary, Message::FileOutsideMove);
-  for (const fs::directory_entry& entry : fs::directory_iterator(options_.directory)) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(options.directory)) {
     const fs::path name = entry.path().filename();
     if (std::ranges::find(names, name) == names.end()) names.push_back(name);
   }
@@ -90,23 +80,23 @@ void MovingBack::ListLinks() {
 }
 
 void MovingBack::FindTables() {
-  move_.filesTable = FilesTableOf(*link_, move_.place.schema);
-  const std::vector<ServerTable> all = TablesOf(*link_, move_.place.schema);
-  for (const MovedFile& file : move_.files) {
+  move.filesTable = FilesTableOf(*link, move.place.schema);
+  const std::vector<ServerTable> all = TablesOf(*link, move.place.schema);
+  for (const MovedFile& file : move.files) {
     const auto table = std::ranges::find(all, file.table, &ServerTable::name);
     if (table == all.end()) throw btrieve::Failure{btrieve::kFileNotFound};
     tables_.push_back(*table);
   }
   for (const ServerTable& table : all) {
     const bool returns =
-        std::ranges::find(move_.files, table.name, &MovedFile::table) != move_.files.end();
+        std::ranges::find(move.files, table.name, &MovedFile::table) != move.files.end();
     if (!returns) staying_.push_back(table.name);
   }
-  move_.firstFile = tables_.front().id;
+  move.firstFile = tables_.front().id;
 }
 
 void MovingBack::HoldAll() {
-  const std::vector<std::string> stations = HoldTables(*link_, move_.place.schema, tables_);
+  const std::vector<std::string> stations = HoldTables(*link, move.place.schema, tables_);
   if (!stations.empty()) throw Failure(kSystem, Say(Message::StationsAreThere, Joined(stations)));
 }
 
@@ -116,12 +106,12 @@ bool MovingBack::IsUnchanged(const MovedFile& file, Storage& linked, MoveProgres
   if (!fs::exists(OldPath(file), ignored)) return false;
   auto old = HoldFile(OldPath(file));
   if (FindDifference(old->Base(), linked, progress.NextPart())) return false;
-  files_.push_back(std::move(old));
+  files.push_back(std::move(old));
   return true;
 }
 
 void MovingBack::MakeAnew(const MovedFile& file, Storage& linked, MoveProgress& progress) const {
-  const fs::path path = ReadyFiles(options_.directory) / file.name;
+  const fs::path path = ReadyFiles(options.directory) / file.name;
   std::error_code ignored;
   fs::create_directories(path.parent_path(), ignored);
   server::CopyToFile(linked, WholePath(path), progress.NextPart());
@@ -133,71 +123,71 @@ void MovingBack::MakeAnew(const MovedFile& file, Storage& linked, MoveProgress& 
 
 void MovingBack::MakeReady(MovedFile& file, MoveProgress& progress) {
   Asking(PathToUtf8(file.name), [&] {
-    const auto linked = OpenTable(move_.place, file.table);
-    records_ += linked->Counts().records;
+    const auto linked = OpenTable(move.place, file.table);
+    records += linked->Counts().records;
     file.isNew = !IsUnchanged(file, *linked, progress);
-    if (file.isNew && !options_.isDryRun) MakeAnew(file, *linked, progress);
+    if (file.isNew && !options.isDryRun) MakeAnew(file, *linked, progress);
   });
 }
 
 // At most: what has not changed is only compared.
 uint64_t MovingBack::Work() {
   uint64_t work = 0;
-  for (const MovedFile& file : move_.files) {
-    const auto linked = OpenTable(move_.place, file.table);
+  for (const MovedFile& file : move.files) {
+    const auto linked = OpenTable(move.place, file.table);
     work += WorkOfComparison(*linked);
   }
   return work;
 }
 
 void MovingBack::Switch(server::ServerTransaction& transaction) {
-  RestFiles(files_);
+  RestFiles(files);
   std::error_code ignored;
-  fs::create_directories(OldFiles(options_.directory), ignored);
-  WriteMove(options_.directory, move_);
+  fs::create_directories(OldFiles(options.directory), ignored);
+  WriteMove(options.directory, move);
   Asking(Place(), [&] {
-    GiveUpTables(*link_, move_.place.schema, tables_, options_.keep);
+    GiveUpTables(*link, move.place.schema, tables_, options.keep);
     transaction.Commit();
   });
-  PutReadyFiles(options_.directory, move_);
-  ForgetMove(options_.directory);
+  PutReadyFiles(options.directory, move);
+  ForgetMove(options.directory);
 }
 
 void MovingBack::Move() {
   try {
     auto transaction =
-        Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link_); });
+        Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link); });
     Asking(Place(), [&] {
-      HoldMark(*link_, move_.mark);
+      HoldMark(*link, move.mark);
       FindTables();
       HoldAll();
     });
-    MoveProgress progress(streams_, Say(Message::MovingFrom, move_.place.schema),
+    MoveProgress progress(streams, Say(Message::MovingFrom, move.place.schema),
                           Asking(Place(), [&] { return Work(); }));
-    for (MovedFile& file : move_.files) MakeReady(file, progress);
-    if (!options_.isDryRun) Switch(*transaction);
+    for (MovedFile& file : move.files) MakeReady(file, progress);
+    if (!options.isDryRun) Switch(*transaction);
   } catch (const Failure&) {
-    files_.clear();
-    if (SettleMove(options_.directory, streams_) != Settled::Made) throw;
+    files.clear();
+    if (SettleMove(options.directory, streams) != Settled::Made) throw;
   }
 }
 
 void MovingBack::Tell() const {
   const auto isNew = [](const MovedFile& file) { return file.isNew; };
-  const auto made = static_cast<uint64_t>(std::ranges::count_if(move_.files, isNew));
-  const fs::path old = OldFiles(options_.directory);
-  streams_.out << PathToUtf8(options_.directory) << ": "
-               << Say(options_.isDryRun ? Message::CouldBeMovedBack : Message::MovedBack,
-                      Counted(move_.files.size(), Message::Files),
-                      Counted(records_, Message::Records), Counted(made, Message::FilesChanged))
-               << '\n';
+  const auto made = static_cast<uint64_t>(std::ranges::count_if(move.files, isNew));
+  const fs::path old = OldFiles(options.directory);
+  streams.out << PathToUtf8(options.directory) << ": "
+              << Say(options.isDryRun ? Message::CouldBeMovedBack : Message::MovedBack,
+                     Counted(move.files.size(), Message::Files), Counted(records, Message::Records),
+                     Counted(made, Message::FilesChanged))
+              << '\n';
   if (!staying_.empty()) {
-    streams_.out << Say(Message::TablesStay, move_.place.schema, Joined(staying_)) << '\n';
+    streams.out << Say(Message::TablesStay, move.place.schema, Joined(staying_)) << '\n';
   }
-  if (options_.isDryRun) return;
-  if (const size_t left = DropEmptyFolders(options_.directory); left != 0) {
-    streams_.out << Say(Message::OldFilesLeft, PathToUtf8(old), Counted(left, Message::Files))
-                 << '\n';
+  if (options.isDryRun) return;
+  if (const size_t left = DropEmptyFolders(options.directory); left != 0) {
+    streams.out << Say(Message::OldFilesLeft, PathToUtf8(old), Counted(left, Message::Files))
+                << '\n';
   }
 }
 

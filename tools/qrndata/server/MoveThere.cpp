@@ -28,26 +28,24 @@ bool IsDataFile(const fs::path& path) {
   return file && btrieve::Storage::IsDataFile(btrieve::ViewOf(start));
 }
 
-class MovingThere {
+class MovingThere : Moving {
  public:
-  MovingThere(const MoveOptions& options, const Streams& streams)
-      : options_(options), streams_(streams) {
-    move_.way = MoveRecord::Way::There;
-    move_.mark = NewMark();
-    move_.place.server = AddressOf(options.server, options.tlsRequired);
-    move_.place.schema = options.schema.empty() ? SchemaNameOf(options.directory) : options.schema;
-    if (!server::IsServerName(move_.place.schema)) {
-      throw Failure(kUsage, Say(Message::SchemaNameBad, move_.place.schema));
+  MovingThere(const MoveOptions& given, const Streams& told)
+      : Moving(given, told, MoveRecord::Way::There) {
+    move.place.server = AddressOf(options.server, options.tlsRequired);
+    move.place.schema = options.schema.empty() ? SchemaNameOf(options.directory) : options.schema;
+    if (!server::IsServerName(move.place.schema)) {
+      throw Failure(kUsage, Say(Message::SchemaNameBad, move.place.schema));
     }
   }
 
   ExitCode Run() {
     ListFiles();
     RefuseOldFolder();
-    link_ = Asking(Place(), [&] { return ConnectFor(move_.place.server); });
-    for (const MovedFile& file : move_.files) {
-      files_.push_back(HoldFile(options_.directory / file.name));
-      records_ += files_.back()->Base().Counts().records;
+    Connect();
+    for (const MovedFile& file : move.files) {
+      files.push_back(HoldFile(options.directory / file.name));
+      records += files.back()->Base().Counts().records;
     }
     const InterruptWatch interrupts;
     Move();
@@ -56,8 +54,6 @@ class MovingThere {
   }
 
  private:
-  std::string Place() const { return ServerName(move_.place); }
-
   void ListFiles();
   void AddFile(const fs::path& name);
   void RefuseOldFolder() const;
@@ -68,38 +64,32 @@ class MovingThere {
   void Switch(server::ServerTransaction& transaction);
   void Tell() const;
 
-  const MoveOptions& options_;
-  const Streams& streams_;
-  MoveRecord move_;
   TableNames names_;
-  std::shared_ptr<server::ServerLink> link_;
-  SoleFiles files_;  // by place in move_.files
-  uint64_t records_ = 0;
 };
 
 void MovingThere::AddFile(const fs::path& name) {
-  const fs::path path = options_.directory / name;
+  const fs::path path = options.directory / name;
   if (IsLink(path)) throw Failure(kSystem, Say(Message::IsOnAServer, PathToUtf8(path)));
   if (IsOldFile(path)) throw Failure(kSystem, Say(Message::ConvertFirst, PathToUtf8(path)));
-  move_.files.push_back({name, names_.Take(name), false});
+  move.files.push_back({name, names_.Take(name), false});
 }
 
 // The dictionary's, and whatever other data files stand beside it: programs that use those would
 // find them on one station alone.
 void MovingThere::ListFiles() {
-  const Dictionary dictionary = ReadDictionary(options_.directory);
+  const Dictionary dictionary = ReadDictionary(options.directory);
   std::error_code error;
   for (const fs::path& name : DatabaseFiles(dictionary, Message::FileOutsideMove)) {
-    if (fs::exists(options_.directory / name, error)) {
+    if (fs::exists(options.directory / name, error)) {
       AddFile(name);
     } else {
-      streams_.out << Say(Message::NoFileToMove, PathToUtf8(options_.directory / name)) << '\n';
+      streams.out << Say(Message::NoFileToMove, PathToUtf8(options.directory / name)) << '\n';
     }
   }
   std::vector<fs::path> others;
-  for (const fs::directory_entry& entry : fs::directory_iterator(options_.directory)) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(options.directory)) {
     const fs::path name = entry.path().filename();
-    const bool isNew = std::ranges::find(move_.files, name, &MovedFile::name) == move_.files.end();
+    const bool isNew = std::ranges::find(move.files, name, &MovedFile::name) == move.files.end();
     if (isNew && entry.is_regular_file(error) && IsDataFile(entry.path())) others.push_back(name);
   }
   std::ranges::sort(others);
@@ -107,7 +97,7 @@ void MovingThere::ListFiles() {
 }
 
 void MovingThere::RefuseOldFolder() const {
-  const fs::path old = OldFiles(options_.directory);
+  const fs::path old = OldFiles(options.directory);
   std::error_code ignored;
   if (fs::exists(old, ignored) && !(fs::is_directory(old, ignored) && fs::is_empty(old, ignored))) {
     throw Failure(kSystem, Say(Message::OldFolderThere, PathToUtf8(old)));
@@ -115,71 +105,71 @@ void MovingThere::RefuseOldFolder() const {
 }
 
 uint64_t MovingThere::Work() {
-  uint64_t work = records_;
-  for (const auto& file : files_) work += WorkOfComparison(file->Base());
+  uint64_t work = records;
+  for (const auto& file : files) work += WorkOfComparison(file->Base());
   return work;
 }
 
 void MovingThere::CopyAll(MoveProgress& progress) {
-  for (size_t at = 0; at < files_.size(); ++at) {
-    const MovedFile& file = move_.files[at];
+  for (size_t at = 0; at < files.size(); ++at) {
+    const MovedFile& file = move.files[at];
     Asking(PathToUtf8(file.name), [&] {
-      server::CopyToServer(files_[at]->Base(), *link_, move_.place.schema, file.table,
+      server::CopyToServer(files[at]->Base(), *link, move.place.schema, file.table,
                            progress.NextPart());
     });
   }
 }
 
 void MovingThere::CompareAll(MoveProgress& progress) {
-  for (size_t at = 0; at < files_.size(); ++at) {
-    const MovedFile& file = move_.files[at];
+  for (size_t at = 0; at < files.size(); ++at) {
+    const MovedFile& file = move.files[at];
     Asking(PathToUtf8(file.name), [&] {
-      const auto copy = OpenTable(move_.place, file.table);
-      RequireAlike(files_[at]->Base(), *copy, PathToUtf8(file.name), progress.NextPart());
+      const auto copy = OpenTable(move.place, file.table);
+      RequireAlike(files[at]->Base(), *copy, PathToUtf8(file.name), progress.NextPart());
     });
   }
 }
 
 // What the transaction becomes decides, and that is asked for where its end is not known.
 void MovingThere::Switch(server::ServerTransaction& transaction) {
-  RestFiles(files_);
+  RestFiles(files);
   std::error_code error;
-  fs::create_directories(OldFiles(options_.directory), error);
-  WriteMove(options_.directory, move_);
-  PutLinks(options_.directory, move_);
+  fs::create_directories(OldFiles(options.directory), error);
+  WriteMove(options.directory, move);
+  PutLinks(options.directory, move);
   Asking(Place(), [&] { transaction.Commit(); });
-  ForgetMove(options_.directory);
+  ForgetMove(options.directory);
 }
 
 void MovingThere::Move() {
   try {
-    MoveProgress progress(streams_, Say(Message::MovingTo, move_.place.schema), Work());
+    MoveProgress progress(streams, Say(Message::MovingTo, move.place.schema), Work());
     auto transaction =
-        Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link_); });
+        Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link); });
     Asking(Place(), [&] {
-      HoldMark(*link_, move_.mark);
-      server::MakeServerSchema(*link_, move_.place.schema);
-      if (!TablesOf(*link_, move_.place.schema).empty()) {
-        throw Failure(kSystem, Say(Message::SchemaHasFiles, move_.place.schema));
+      HoldMark(*link, move.mark);
+      server::MakeServerSchema(*link, move.place.schema);
+      if (!TablesOf(*link, move.place.schema).empty()) {
+        throw Failure(kSystem, Say(Message::SchemaHasFiles, move.place.schema));
       }
-      LeaveMark(*link_, move_);
+      LeaveMark(*link, move);
     });
     CopyAll(progress);
     CompareAll(progress);
-    if (!options_.isDryRun) Switch(*transaction);
+    if (!options.isDryRun) Switch(*transaction);
   } catch (const Failure&) {
-    if (SettleMove(options_.directory, streams_) != Settled::Made) throw;
+    if (SettleMove(options.directory, streams) != Settled::Made) throw;
   }
 }
 
 void MovingThere::Tell() const {
-  const std::string files = Counted(move_.files.size(), Message::Files);
-  const std::string records = Counted(records_, Message::Records);
-  streams_.out << PathToUtf8(options_.directory) << ": "
-               << (options_.isDryRun ? Say(Message::CouldBeMoved, files, records, Place())
-                                     : Say(Message::MovedThere, files, records, Place(),
-                                           PathToUtf8(OldFiles(options_.directory))))
-               << '\n';
+  const std::string moved = Counted(move.files.size(), Message::Files);
+  const std::string inThem = Counted(records, Message::Records);
+  streams.out << PathToUtf8(options.directory) << ": "
+              << (options.isDryRun ? Say(Message::CouldBeMoved, moved, inThem, Place())
+                                   : Say(Message::MovedThere, moved, inThem, Place(),
+                                         PathToUtf8(OldFiles(options.directory))))
+              << '\n';
 }
 
 }  // namespace

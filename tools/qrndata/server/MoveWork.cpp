@@ -48,6 +48,18 @@ bool AskWhetherMade(const fs::path& directory, const MoveRecord& move) {
 
 }  // namespace
 
+Moving::Moving(const MoveOptions& given, const Streams& told, MoveRecord::Way way)
+    : options(given), streams(told) {
+  move.way = way;
+  move.mark = NewMark();
+}
+
+std::string Moving::Place() const { return ServerName(move.place); }
+
+void Moving::Connect() {
+  link = Asking(Place(), [&] { return ConnectFor(move.place.server); });
+}
+
 std::unique_ptr<SoleFile> HoldFile(const fs::path& path) {
   std::unique_ptr<SoleFile> file;
   Require(SoleFile::Open(WholePath(path), file), PathToUtf8(path));

@@ -44,6 +44,22 @@ class MoveProgress {
   uint64_t before_ = 0, done_ = 0;
 };
 
+// What a way works with.
+struct Moving {
+  Moving(const MoveOptions& given, const Streams& told, MoveRecord::Way way);
+  // As messages name it.
+  std::string Place() const;
+  // To the place's server.
+  void Connect();
+
+  const MoveOptions& options;
+  const Streams& streams;
+  MoveRecord move;
+  std::shared_ptr<btrieve::server::ServerLink> link;
+  SoleFiles files;  // of the folder, held by this program
+  uint64_t records = 0;
+};
+
 // Finishes or undoes what an interrupted move of the folder has left, and says so.
 enum class Settled : uint8_t { NothingWas, Made, Undone };
 Settled SettleMove(const std::filesystem::path& directory, const Streams& streams);
