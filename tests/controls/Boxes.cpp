@@ -22,7 +22,7 @@ BOOL CALLBACK NoteBox(HWND window, LPARAM found) {
   return FALSE;
 }
 
-std::string Utf8(const wchar_t* text) {
+std::string BoxText(const wchar_t* text) {
   return Utf16ToUtf8(reinterpret_cast<const char16_t*>(text));
 }
 
@@ -51,7 +51,7 @@ void Boxes::Watch() {
     GetDlgItemTextW(box, kBoxText, text, 512);
     {
       const std::lock_guard lock(mutex_);
-      said_ += Utf8(title) + "|" + Utf8(text) + "; ";
+      said_ += BoxText(title) + "|" + BoxText(text) + "; ";
     }
     PostMessageW(box, answer_ == kCloses ? WM_CLOSE : WM_COMMAND, static_cast<WPARAM>(answer_), 0);
     while (!over_ && IsWindow(box) && IsWindowVisible(box)) Sleep(2);

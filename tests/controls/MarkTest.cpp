@@ -17,7 +17,7 @@ struct MarkClass {
 };
 constexpr MarkClass kCheck{"QRNCheck", &test::Make<CQRNCheck, MarkControl>, 0x50000002};
 constexpr MarkClass kOption{"QRNOptBtn", &test::Make<CQRNOptBtn, MarkControl>, 0x50000009};
-constexpr const MarkClass* kBoth[] = {&kCheck, &kOption};
+constexpr const MarkClass* kMarkClasses[] = {&kCheck, &kOption};
 
 struct Marks : OfficeFixture {
   // Bound to the town of the office's people.
@@ -60,7 +60,7 @@ struct Marks : OfficeFixture {
 };
 
 TEST_F(Marks, StartAsTheirTablesSay) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     SCOPED_TRACE(each->name);
     const MadeMark fresh = each->make(L"mark1", true);
     constexpr char kStart[] =
@@ -73,7 +73,7 @@ TEST_F(Marks, StartAsTheirTablesSay) {
 }
 
 TEST_F(Marks, PropertiesBecomeStylesOfTheWindow) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     for (const bool runs : {true, false}) {
       SCOPED_TRACE(each->name + std::to_string(runs));
       const MadeMark made = Make(*each, L"mark1", runs);
@@ -122,7 +122,7 @@ TEST_F(Marks, ATextOfTheRecordSetsValueAndMark) {
 }
 
 TEST_F(Marks, ATextThatIsNoneOfTheirsLeavesThem) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     const MadeMark made = MakeShown(*each);
     Write("1");
     Write("7");
@@ -131,7 +131,7 @@ TEST_F(Marks, ATextThatIsNoneOfTheirsLeavesThem) {
 }
 
 TEST_F(Marks, ClearingTakesTheMarkAndKeepsTheValue) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     Write("1");
@@ -142,7 +142,7 @@ TEST_F(Marks, ClearingTakesTheMarkAndKeepsTheValue) {
 }
 
 TEST_F(Marks, ValuePutsTheNumberAlone) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     made.host->Set(L"Value", Bool(true));
@@ -218,7 +218,7 @@ TEST_F(Marks, FocusChoosesNothing) {
 }
 
 TEST_F(Marks, TheSpaceBarClicks) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     SetFocus(made->hwnd());
@@ -233,7 +233,7 @@ TEST_F(Marks, TheSpaceBarClicks) {
 }
 
 TEST_F(Marks, TheKeyOfTheCaptionClicks) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     SCOPED_TRACE(each->name);
     const MadeMark made = MakeShown(*each);
     made.host->Set(L"Caption", Text(L"在庫(&Z)"));
@@ -281,7 +281,7 @@ TEST_F(Marks, ArrowsChooseWithinTheGroup) {
 }
 
 TEST_F(Marks, NoticesOfTheWindowAreEvents) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     const MadeMark made = MakeShown(*each);
     made.host->events.log.clear();
     const auto notify = [&](WORD notice) {
@@ -296,7 +296,7 @@ TEST_F(Marks, NoticesOfTheWindowAreEvents) {
 
 // A handler of `Click` that ends the control, its window or all of it.
 TEST_F(Marks, AHandlerMayEndTheControl) {
-  for (const MarkClass* each : kBoth) {
+  for (const MarkClass* each : kMarkClasses) {
     for (const bool whole : {false, true}) {
       MadeMark made = MakeShown(*each);
       made.host->events.answer = [&](DISPID id, DISPPARAMS&) {

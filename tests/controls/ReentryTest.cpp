@@ -22,10 +22,10 @@ int ShowNothing(const char*, unsigned) {
   return kBoxOk;
 }
 
-class Messages : Pinned {
+class NoBoxes : Pinned {
  public:
-  Messages() { ReplaceShowBox(&ShowNothing); }
-  ~Messages() {
+  NoBoxes() { ReplaceShowBox(&ShowNothing); }
+  ~NoBoxes() {
     ReplaceShowBox(nullptr);
     whileShown = nullptr;
   }
@@ -182,7 +182,7 @@ void ExpectUsable(PeopleForm& form) {
 class Reentry : public ::testing::TestWithParam<Deed> {};
 
 TEST_P(Reentry, IsTakenAtEveryPoint) {
-  const Messages messages;
+  const NoBoxes messages;
   for (const Point& point : kPoints) {
     SCOPED_TRACE(std::string(GetParam().what) + " when " + point.what);
     {
@@ -206,7 +206,7 @@ TEST_P(Reentry, IsTakenAtEveryPoint) {
 
 // The start opens table after table; a file that is not the table's makes it speak in between.
 TEST(ReentryAtStart, IsTakenWhileAMessageIsUp) {
-  const Messages messages;
+  const NoBoxes messages;
   using Database = Hosted<CQRNBtr>;
   const struct {
     const char* what;

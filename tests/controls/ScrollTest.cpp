@@ -21,7 +21,7 @@ constexpr BarClass kHorizontal{"QRNHScroll", &test::Make<CQRNHScroll, RecordBar>
                                WM_HSCROLL};
 constexpr BarClass kVertical{"QRNVScroll", &test::Make<CQRNVScroll, RecordBar>, 0x54000001,
                              WM_VSCROLL};
-constexpr const BarClass* kBoth[] = {&kHorizontal, &kVertical};
+constexpr const BarClass* kBarClasses[] = {&kHorizontal, &kVertical};
 
 struct Bars : Button {
   // So many more people, with the next codes from 1 on; their names run the other way.
@@ -81,7 +81,7 @@ struct Bars : Button {
 };
 
 TEST_F(Bars, StartAsTheirTablesSay) {
-  for (const BarClass* each : kBoth) {
+  for (const BarClass* each : kBarClasses) {
     SCOPED_TRACE(each->name);
     const MadeBar fresh = each->make(L"scr2", true);
     constexpr char kStart[] =
@@ -103,7 +103,7 @@ TEST_F(Bars, TakeTheirRangeFromTheNumberOfRecords) {
   };
   for (const Case& row : {Case{1, "10000..10000"}, {2, "3333..10000"}, {297, "33..10000"}}) {
     InsertPeople(row.records);
-    for (const BarClass* each : kBoth) {
+    for (const BarClass* each : kBarClasses) {
       MakeShown(*each);
       EXPECT_EQ(Range(), row.range);
       EXPECT_EQ(host().Value(L"Max"), "ok I4:10000");
@@ -151,7 +151,7 @@ TEST_F(Bars, AboveTenThousandRecordsTheRangeBeginsAtZero) {
   FillTable(office_.Directory(), "People", 20000, [](int number) {
     return qrndata::FieldValues{std::to_string(number + 1), {}, {}, {}};
   });
-  for (const BarClass* each : kBoth) {
+  for (const BarClass* each : kBarClasses) {
     MakeShown(*each);
     EXPECT_EQ(Range(), "0..10000");
     EXPECT_EQ(host().Value(L"Min"), "ok I4:0");
@@ -181,7 +181,7 @@ TEST_F(Bars, EveryNoticeFromTheMiddle) {
       {SB_ENDSCROLL, 0, "3 5000 5000 "},
       {99, 0, "3 5000 5000 "},
   };
-  for (const BarClass* each : kBoth) {
+  for (const BarClass* each : kBarClasses) {
     MakeShown(*each);
     for (const auto& row : cases) {
       GoTo(3);
@@ -202,7 +202,7 @@ TEST_F(Bars, TheEndsAreToldWithTheirStatus) {
       {5, SB_LINEDOWN, "5 10000 10000 1(BSTR:People,I2&:9) "},
       {5, SB_PAGEDOWN, "5 10000 10000 1(BSTR:People,I2&:9) "},
   };
-  for (const BarClass* each : kBoth) {
+  for (const BarClass* each : kBarClasses) {
     MakeShown(*each);
     for (const auto& row : cases) {
       GoTo(row.from);
@@ -377,7 +377,7 @@ TEST_F(Bars, KeysWorkTheBar) {
     const char* code;  // from 3
   } cases[] = {{VK_UP, "2"},    {VK_DOWN, "4"}, {VK_LEFT, "2"}, {VK_RIGHT, "4"},
                {VK_PRIOR, "2"}, {VK_NEXT, "4"}, {VK_HOME, "1"}, {VK_END, "5"}};
-  for (const BarClass* each : kBoth) {
+  for (const BarClass* each : kBarClasses) {
     MakeShown(*each);
     SetFocus(bar().hwnd());
     EXPECT_EQ(GetFocus(), bar().contained());

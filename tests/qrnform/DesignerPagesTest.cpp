@@ -147,12 +147,12 @@ std::string Pages(const char* tab) {
          "press \"OK\"\nwait 200\n";
 }
 
-struct PageCase {
+struct DesignedPage {
   const char* page;
   const char* saved;  // in the form, UTF-8
 };
 
-const PageCase kPages[] = {
+const DesignedPage kPages[] = {
     {"BackColor", "BackColor       =   &H000080FF&\r\n"},
     {"Font",
      "      BeginProperty Font {0BE35203-8F91-11CE-9DE3-00AA004BB851} \r\n"
@@ -163,7 +163,7 @@ const PageCase kPages[] = {
 
 TEST(DesignerPages, ChangeTheFormByOneStepEach) {
   const StandInPages standIns;
-  for (const PageCase& given : kPages) {
+  for (const DesignedPage& given : kPages) {
     DesignerRun run;
     ASSERT_EQ(run.Play(kDrawn), "");
     const std::string before = run.Bytes();

@@ -1,39 +1,21 @@
 #include "tests/qrnform/DesignerRun.h"
 
-#include <ole2.h>
-#include <windows.h>
-
 #include <fstream>
 
-#include "com/Module.h"
 #include "host/container/Text.h"
-#include "host/form/SourceText.h"
 #include "host/user/UserPlayer.h"
+#include "tests/qrnform/PlayedScript.h"
 
 namespace qrn::tests {
 namespace {
 
-std::wstring ModuleBeside() {
-  return std::filesystem::path(com::PathOf(nullptr)).replace_filename(L"qrnbt350.ocx").wstring();
-}
-
-std::vector<form::UserStep> StepsOf(std::string script, const std::string& folder) {
+// `@` in the script is the folder.
+std::vector<form::UserStep> StepsIn(const std::string& folder, std::string script) {
   for (size_t at = script.find('@'); at != std::string::npos; at = script.find('@')) {
     script.replace(at, 1, folder);
   }
-  form::Mistakes mistakes;
-  auto steps = form::ReadUserScript(form::SourceLines("\xEF\xBB\xBF" + script), mistakes);
-  if (mistakes.Any()) throw form::FileRefused("script", mistakes);
-  return steps;
+  return StepsOf(script);
 }
-
-class Apartment {
- public:
-  Apartment() { OleInitialize(nullptr); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() { OleUninitialize(); }
-};
 
 }  // namespace
 
@@ -57,7 +39,7 @@ std::string DesignerRun::Play(const std::string& script) {
   printed_.clear();
   host::DesignerScene scene(window);
   try {
-    host::UserPlayer player(scene, StepsOf(script, PathOf("")), "script", false);
+    host::UserPlayer player(scene, StepsIn(PathOf(""), script), "script", false);
     player.Run([&] {
       classes.AddModule(ModuleBeside());
       window.Open(Has("form.frm") ? PathOf("form.frm") : std::string());

@@ -11,18 +11,11 @@
 #include "host/form/SourceText.h"
 #include "host/runner/Program.h"
 #include "host/user/UserPlayer.h"
+#include "tests/qrnform/PlayedScript.h"
 #include "tests/support/TempFolder.h"
 
 namespace qrn::tests {
 namespace {
-
-constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
-
-std::wstring ModuleBeside() {
-  wchar_t path[MAX_PATH] = L"";
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  return std::filesystem::path(path).replace_filename(L"qrnbt350.ocx").wstring();
-}
 
 // Mistakes without the folder that the forms stand in.
 std::string WithoutFolder(std::string text, const std::string& file) {
@@ -33,22 +26,7 @@ std::string WithoutFolder(std::string text, const std::string& file) {
   return text;
 }
 
-std::vector<form::UserStep> StepsOf(const std::string& script) {
-  form::Mistakes mistakes;
-  auto steps = form::ReadUserScript(form::SourceLines(kByteOrderMark + script), mistakes);
-  if (mistakes.Any()) throw form::FileRefused("script", mistakes);
-  return steps;
-}
-
 }  // namespace
-
-class Apartment {
- public:
-  Apartment() { OleInitialize(nullptr); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-  ~Apartment() { OleUninitialize(); }
-};
 
 // Form files in a folder of their own, by their paths.
 struct FormFiles {

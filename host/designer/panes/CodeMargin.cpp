@@ -9,7 +9,7 @@ namespace qrn::designer {
 namespace {
 
 constexpr size_t kLeastDigits = 3;
-constexpr int kSpare = 6;
+constexpr int kNumberSpare = 6;
 constexpr COLORREF kMarkColour = RGB(192, 0, 0);
 
 int DigitWidth(HFONT font) noexcept {
@@ -29,7 +29,7 @@ void CodeMargin::MakeIn(HWND parent, HFONT font) {
 
 int CodeMargin::Width() const noexcept {
   const size_t digits = std::max(std::to_string(view_.count).size(), kLeastDigits);
-  return static_cast<int>(digits) * DigitWidth(font_) + 2 * Scaled(kSpare);
+  return static_cast<int>(digits) * DigitWidth(font_) + 2 * Scaled(kNumberSpare);
 }
 
 void CodeMargin::Show(const View& view) noexcept {
@@ -51,7 +51,7 @@ void CodeMargin::PaintLine(HDC dc, int line, RECT place) const {
     FillRect(dc, &place, brush.get());
   }
   SetTextColor(dc, isMarked ? RGB(255, 255, 255) : GetSysColor(COLOR_BTNSHADOW));
-  place.right -= Scaled(kSpare);
+  place.right -= Scaled(kNumberSpare);
   const std::wstring number = std::to_wstring(line + 1);
   DrawTextW(dc, number.c_str(), -1, &place, DT_RIGHT | DT_SINGLELINE | DT_NOPREFIX | DT_TOP);
 }

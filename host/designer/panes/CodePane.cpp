@@ -20,7 +20,7 @@ enum ChildId { kEditorId = 10, kReasonId, kPlaceId };
 constexpr UINT_PTR kCheckTimer = 1;
 // So long nothing is typed before the code is looked through.
 constexpr UINT kCheckDelay = 400;
-constexpr int kSpare = 3;
+constexpr int kCodeSpare = 3;
 constexpr int kPlaceWidth = 130;
 constexpr COLORREF kReasonColour = RGB(192, 0, 0);
 
@@ -248,7 +248,7 @@ void EditingPane::OnSeek() {
 
 void EditingPane::Arrange() {
   const SIZE size = ClientSize();
-  const int spare = Scaled(kSpare);
+  const int spare = Scaled(kCodeSpare);
   const int line = LineHeight(place_.Font()) + 2 * spare;
   boxes_.Arrange(0, size.cx);
   const int top = boxes_.Height() + spare;

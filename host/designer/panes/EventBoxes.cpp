@@ -9,8 +9,8 @@
 namespace qrn::designer {
 namespace {
 
-constexpr int kDropHeight = 360;
-constexpr int kSpare = 2;
+constexpr int kListsHeight = 360;
+constexpr int kNameSpare = 2;
 
 constexpr WPARAM kNoLine = static_cast<WPARAM>(-1);
 
@@ -37,8 +37,8 @@ void EventBoxes::Make(HWND parent, HFONT font, std::function<void(const EventPla
 
 void EventBoxes::Arrange(int left, int width) noexcept {
   const int half = (left + width) / 2;
-  PlaceWindow(objects_, {left, 0, half, Scaled(kDropHeight)});
-  PlaceWindow(events_, {half, 0, left + width, Scaled(kDropHeight)});
+  PlaceWindow(objects_, {left, 0, half, Scaled(kListsHeight)});
+  PlaceWindow(events_, {half, 0, left + width, Scaled(kListsHeight)});
 }
 
 int EventBoxes::Height() const noexcept {
@@ -140,7 +140,7 @@ bool EventBoxes::Draw(const DRAWITEMSTRUCT& item) const {
     SetBkMode(item.hDC, TRANSPARENT);
     SetTextColor(item.hDC, GetSysColor(isChosen ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     RECT place = item.rcItem;
-    place.left += Scaled(kSpare);
+    place.left += Scaled(kNameSpare);
     DrawTextW(item.hDC, com::Wide(line.text).c_str(), -1, &place,
               DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
   }
@@ -150,7 +150,7 @@ bool EventBoxes::Draw(const DRAWITEMSTRUCT& item) const {
 
 bool EventBoxes::Measure(MEASUREITEMSTRUCT& item) const noexcept {
   if (item.CtlID != kObjectsId && item.CtlID != kEventsId) return false;
-  item.itemHeight = static_cast<UINT>(LineHeight(font_) + 2 * Scaled(kSpare));
+  item.itemHeight = static_cast<UINT>(LineHeight(font_) + 2 * Scaled(kNameSpare));
   return true;
 }
 

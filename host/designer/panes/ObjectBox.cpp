@@ -10,7 +10,7 @@
 namespace qrn::designer {
 namespace {
 
-constexpr int kDropHeight = 320;
+constexpr int kObjectsHeight = 320;
 
 std::string NameOf(const Design& design, ControlId id) {
   const auto index = id == design.form() ? std::nullopt : design.Index(id);
@@ -21,7 +21,7 @@ std::string NameOf(const Design& design, ControlId id) {
 
 void ObjectBox::Make(HWND parent, int id, HFONT font) {
   window_ = MakeControl(parent, L"ComboBox", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, id, font);
-  PlaceWindow(window_, {0, 0, 100, Scaled(kDropHeight)});
+  PlaceWindow(window_, {0, 0, 100, Scaled(kObjectsHeight)});
 }
 
 std::vector<ObjectBox::Line> ObjectBox::LinesOf(const Design& design) {

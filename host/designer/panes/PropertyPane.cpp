@@ -20,7 +20,7 @@ enum OwnMessage : UINT { kGiveBack = WM_APP + 1, kTakeChosen, kTakeAside, kFocus
 
 constexpr int kObjectsHeight = 320;  // with the list dropped down
 constexpr int kDescriptionLines = 3;
-constexpr int kSpare = 3;
+constexpr int kRowSpare = 3;
 
 struct CellRow {
   CellKind kind;
@@ -121,7 +121,7 @@ void PropertyPane::Describe() {
 void PropertyPane::Arrange() {
   const SIZE size = ClientSize();
   const int line = LineHeight(place_.Font());
-  const int spare = Scaled(kSpare);
+  const int spare = Scaled(kRowSpare);
   PlaceWindow(objects_.window(), {0, 0, size.cx, Scaled(kObjectsHeight)});
   RECT box{};
   GetWindowRect(objects_.window(), &box);

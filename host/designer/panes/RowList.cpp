@@ -17,7 +17,7 @@ namespace {
 constexpr UINT_PTR kWatchId = 1;
 constexpr int kNamePercent = 46;
 // Above and below a row's text: a text field with its border fits in.
-constexpr int kRowSpare = 6;
+constexpr int kAboveRows = 6;
 
 bool HaveSameNames(const std::vector<ShownRow>& one, const std::vector<ShownRow>& other) {
   return std::equal(one.begin(), one.end(), other.begin(), other.end(),
@@ -26,7 +26,7 @@ bool HaveSameNames(const std::vector<ShownRow>& one, const std::vector<ShownRow>
 
 // A row's height follows its pictures, of which there are none.
 void SetRowHeight(HWND list, HFONT font) {
-  const int height = LineHeight(font) + Scaled(kRowSpare);
+  const int height = LineHeight(font) + Scaled(kAboveRows);
   ListView_SetImageList(list, ImageList_Create(1, height, ILC_COLOR, 1, 1), LVSIL_SMALL);
 }
 

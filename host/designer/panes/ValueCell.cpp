@@ -14,7 +14,7 @@ namespace qrn::designer {
 namespace {
 
 constexpr int kMostLines = 6;
-constexpr int kDropHeight = 220;
+constexpr int kValuesHeight = 220;
 constexpr int kLeastDropWidth = 180;
 // Between the combo box's own height and that of its field.
 constexpr int kChoiceFrame = 6;
@@ -94,7 +94,7 @@ void ValueCell::Arrange() noexcept {
   if (face_.kind == CellKind::Choice) {
     SendMessageW(choice_, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                  std::max(height - kChoiceFrame, 1));
-    field.bottom = field.top + Scaled(kDropHeight);
+    field.bottom = field.top + Scaled(kValuesHeight);
     PlaceWindow(choice_, field);
     SendMessageW(choice_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(Scaled(kLeastDropWidth)), 0);
     return;

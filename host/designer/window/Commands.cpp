@@ -93,38 +93,38 @@ struct MenuRow {
 constexpr MenuRow Menu(const char* japanese, const char* english) {
   return {Piece::Menu, kFileNew, japanese, english};
 }
-constexpr MenuRow Item(Command command) { return {Piece::Item, command}; }
+constexpr MenuRow For(Command command) { return {Piece::Item, command}; }
 constexpr MenuRow kEnd{Piece::End};
-constexpr MenuRow kLine{Piece::Line};
+constexpr MenuRow kRule{Piece::Line};
 
 // clang-format off
 constexpr MenuRow kBar[] = {
     Menu("ファイル(&F)", "&File"),
-      Item(kFileNew), Item(kFileWizard), Item(kFileOpen), kLine, Item(kFileSave), Item(kFileSaveAs), kLine,
-      Item(kFileExit), kEnd,
+      For(kFileNew), For(kFileWizard), For(kFileOpen), kRule, For(kFileSave), For(kFileSaveAs), kRule,
+      For(kFileExit), kEnd,
     Menu("編集(&E)", "&Edit"),
-      Item(kEditUndo), Item(kEditRedo), kLine, Item(kEditCut), Item(kEditCopy), Item(kEditPaste),
-      Item(kEditDelete), kLine, Item(kEditSelectAll), kEnd,
+      For(kEditUndo), For(kEditRedo), kRule, For(kEditCut), For(kEditCopy), For(kEditPaste),
+      For(kEditDelete), kRule, For(kEditSelectAll), kEnd,
     Menu("表示(&V)", "&View"),
-      Item(kViewCode), Item(kViewForm), kLine, Item(kViewProperties), Item(kViewPages),
-      Item(kViewToolbox), kLine, Item(kViewWider), Item(kViewNarrower), kLine, Item(kViewNextPane),
+      For(kViewCode), For(kViewForm), kRule, For(kViewProperties), For(kViewPages),
+      For(kViewToolbox), kRule, For(kViewWider), For(kViewNarrower), kRule, For(kViewNextPane),
       kEnd,
     Menu("書式(&O)", "F&ormat"),
       Menu("整列(&A)", "&Align"),
-        Item(kAlignLeft), Item(kAlignCentre), Item(kAlignRight), kLine, Item(kAlignTop),
-        Item(kAlignMiddle), Item(kAlignBottom), kLine, Item(kAlignGrid), kEnd,
+        For(kAlignLeft), For(kAlignCentre), For(kAlignRight), kRule, For(kAlignTop),
+        For(kAlignMiddle), For(kAlignBottom), kRule, For(kAlignGrid), kEnd,
       Menu("同じサイズに揃える(&M)", "&Make Same Size"),
-        Item(kSameWidth), Item(kSameHeight), Item(kSameBoth), kEnd,
-      kLine, Item(kSpaceAcross), Item(kSpaceDown), kLine, Item(kCentreAcross), Item(kCentreDown),
-      kLine, Item(kToFront), Item(kToBack), kLine, Item(kTabOrder), kLine, Item(kGridShown),
-      Item(kGridSnaps), kEnd,
-    Menu("実行(&R)", "&Run"), Item(kRunStart), kEnd,
-    Menu("ヘルプ(&H)", "&Help"), Item(kHelpKeys), kEnd,
+        For(kSameWidth), For(kSameHeight), For(kSameBoth), kEnd,
+      kRule, For(kSpaceAcross), For(kSpaceDown), kRule, For(kCentreAcross), For(kCentreDown),
+      kRule, For(kToFront), For(kToBack), kRule, For(kTabOrder), kRule, For(kGridShown),
+      For(kGridSnaps), kEnd,
+    Menu("実行(&R)", "&Run"), For(kRunStart), kEnd,
+    Menu("ヘルプ(&H)", "&Help"), For(kHelpKeys), kEnd,
 };
 
 constexpr MenuRow kContext[] = {
-    Item(kViewCode), kLine, Item(kEditCut), Item(kEditCopy), Item(kEditPaste), Item(kEditDelete),
-    kLine, Item(kToFront), Item(kToBack), kLine, Item(kViewPages), Item(kViewProperties),
+    For(kViewCode), kRule, For(kEditCut), For(kEditCopy), For(kEditPaste), For(kEditDelete),
+    kRule, For(kToFront), For(kToBack), kRule, For(kViewPages), For(kViewProperties),
 };
 // clang-format on
 

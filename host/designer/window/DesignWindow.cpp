@@ -21,7 +21,7 @@ namespace {
 using host::Utf8;
 using host::Wide;
 
-constexpr wchar_t kClass[] = L"QrnDesigner";
+constexpr wchar_t kDesignerClass[] = L"QrnDesigner";
 // Pixels of a screen with 96 an inch.
 constexpr int kPropertiesWidth = 270;
 constexpr int kLeastPropertiesWidth = 120;
@@ -102,11 +102,12 @@ DesignWindow::~DesignWindow() {
 void DesignWindow::MakeWindow() {
   INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), ICC_BAR_CLASSES};
   InitCommonControlsEx(&controls);
-  host::RegisterWindowClass(kClass, &DesignWindow::Procedure, GetSysColorBrush(COLOR_BTNFACE));
+  host::RegisterWindowClass(kDesignerClass, &DesignWindow::Procedure,
+                            GetSysColorBrush(COLOR_BTNFACE));
   com::Menu bar = MakeMenuBar(options_.language);
   const SIZE size = NewSize();
-  window_ = CreateWindowExW(0, kClass, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                            CW_USEDEFAULT, size.cx, size.cy, nullptr, bar.get(),
+  window_ = CreateWindowExW(0, kDesignerClass, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                            CW_USEDEFAULT, CW_USEDEFAULT, size.cx, size.cy, nullptr, bar.get(),
                             GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("the designer's window cannot be made");
   static_cast<void>(bar.release());  // the window's from here on

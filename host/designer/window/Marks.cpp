@@ -8,7 +8,7 @@
 namespace qrn::designer {
 namespace {
 
-constexpr wchar_t kClass[] = L"QrnDesignMarks";
+constexpr wchar_t kMarksClass[] = L"QrnDesignMarks";
 constexpr int kNumberMargin = 3;
 
 struct LookRow {
@@ -51,10 +51,10 @@ void Draw(HDC dc, const Mark& mark) {
 }  // namespace
 
 Marks::Marks(HWND over, HFONT font) : font_(font) {
-  host::RegisterWindowClass(kClass, &Marks::Procedure);
+  host::RegisterWindowClass(kMarksClass, &Marks::Procedure);
   constexpr int kFarEdge = 16384;  // what the form never reaches
-  window_ = CreateWindowExW(0, kClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, kFarEdge, kFarEdge,
-                            over, nullptr, GetModuleHandleW(nullptr), nullptr);
+  window_ = CreateWindowExW(0, kMarksClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, kFarEdge,
+                            kFarEdge, over, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("the designer's marks cannot be made");
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   Raise();

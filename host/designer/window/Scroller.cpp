@@ -6,7 +6,7 @@
 namespace qrn::designer {
 namespace {
 
-constexpr int kLine = 24;  // pixels
+constexpr int kScrolledLine = 24;  // pixels
 
 struct StepRow {
   WORD request;
@@ -64,7 +64,8 @@ bool Scroller::OnBar(int bar, WPARAM wParam) noexcept {
   }
   for (const StepRow& row : kSteps) {
     if (row.request != request) continue;
-    return ScrollTo(bar, info.nPos + row.lines * kLine + row.pages * static_cast<int>(info.nPage));
+    return ScrollTo(
+        bar, info.nPos + row.lines * kScrolledLine + row.pages * static_cast<int>(info.nPage));
   }
   return false;
 }
@@ -72,7 +73,7 @@ bool Scroller::OnBar(int bar, WPARAM wParam) noexcept {
 bool Scroller::OnWheel(int turn, bool across) noexcept {
   const int bar = across ? SB_HORZ : SB_VERT;
   const int notches = across ? turn : -turn;
-  return ScrollTo(bar, Info(bar).nPos + notches * 3 * kLine / WHEEL_DELTA);
+  return ScrollTo(bar, Info(bar).nPos + notches * 3 * kScrolledLine / WHEEL_DELTA);
 }
 
 bool Scroller::Reveal(const RECT& part) noexcept {

@@ -11,15 +11,15 @@
 namespace qrn::designer {
 namespace {
 
-constexpr wchar_t kClass[] = L"QrnDesignSplitter";
+constexpr wchar_t kSplitterClass[] = L"QrnDesignSplitter";
 constexpr int kWidth = 5;
 
 }  // namespace
 
 Splitter::Splitter(HWND parent, std::function<void(int left)> moved) : moved_(std::move(moved)) {
-  host::RegisterWindowClass(kClass, &Splitter::Procedure, GetSysColorBrush(COLOR_BTNFACE));
-  window_ = CreateWindowExW(0, kClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0,
-                            parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+  host::RegisterWindowClass(kSplitterClass, &Splitter::Procedure, GetSysColorBrush(COLOR_BTNFACE));
+  window_ = CreateWindowExW(0, kSplitterClass, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0,
+                            0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("the designer's splitter cannot be made");
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }

@@ -11,13 +11,13 @@
 namespace qrn::designer {
 namespace {
 
-constexpr wchar_t kClass[] = L"QrnDesignSurface";
-constexpr int kMargin = 12;  // pixels between the surface's corner and the form
+constexpr wchar_t kSurfaceClass[] = L"QrnDesignSurface";
+constexpr int kFormMargin = 12;  // pixels between the surface's corner and the form
 // From the middle of a handle to its edge, in pixels.
-int HandleReach() noexcept { return Scaled(3); }
+int DrawnReach() noexcept { return Scaled(3); }
 
 RECT AroundPoint(POINT middle) noexcept {
-  const int reach = HandleReach();
+  const int reach = DrawnReach();
   return {middle.x - reach, middle.y - reach, middle.x + reach + 1, middle.y + reach + 1};
 }
 
@@ -37,7 +37,7 @@ Place PlaceIn(const RECT& pixels) noexcept {
 
 // Handles lie just outside of what they belong to.
 RECT Around(RECT place) noexcept {
-  InflateRect(&place, HandleReach(), HandleReach());
+  InflateRect(&place, DrawnReach(), DrawnReach());
   return place;
 }
 
@@ -56,9 +56,10 @@ void AddHandles(const Design& design, ControlId id, const RECT& around, bool isP
 
 Surface::Surface(HWND parent, SurfaceOwner& owner, host::ControlClasses& classes, HFONT font)
     : owner_(owner), font_(font), live_(classes, *this) {
-  host::RegisterWindowClass(kClass, &Surface::Procedure, GetSysColorBrush(COLOR_APPWORKSPACE));
+  host::RegisterWindowClass(kSurfaceClass, &Surface::Procedure,
+                            GetSysColorBrush(COLOR_APPWORKSPACE));
   window_ = CreateWindowExW(
-      WS_EX_CLIENTEDGE, kClass, L"",
+      WS_EX_CLIENTEDGE, kSurfaceClass, L"",
       WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0,
       0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (!window_) throw std::runtime_error("the designer's surface cannot be made");
@@ -89,7 +90,8 @@ void Surface::MoveTo(const std::string& path) {
 
 void Surface::ShowForm() {
   const POINT origin = scroller_->origin();
-  const std::string reason = live_.Show(*design_, path_, {kMargin - origin.x, kMargin - origin.y});
+  const std::string reason =
+      live_.Show(*design_, path_, {kFormMargin - origin.x, kFormMargin - origin.y});
   if (live_.Window()) inner_ = std::make_unique<Marks>(live_.Window(), font_);
   Arrange();
   if (!reason.empty()) owner_.OnCannotShow(reason);
@@ -100,9 +102,10 @@ void Surface::Arrange() {
   if (!live_.Window()) return;
   RECT place{};
   GetWindowRect(live_.Window(), &place);
-  scroller_->Fit({place.right - place.left + 2 * kMargin, place.bottom - place.top + 2 * kMargin});
+  scroller_->Fit(
+      {place.right - place.left + 2 * kFormMargin, place.bottom - place.top + 2 * kFormMargin});
   const POINT origin = scroller_->origin();
-  SetWindowPos(live_.Window(), nullptr, kMargin - origin.x, kMargin - origin.y, 0, 0,
+  SetWindowPos(live_.Window(), nullptr, kFormMargin - origin.x, kFormMargin - origin.y, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   ShowMarks();
 }
@@ -226,7 +229,7 @@ std::optional<Handle> Surface::FormHandleAt(POINT screen) const {
   if (design_->Primary() != design_->form()) return std::nullopt;
   const auto handle = HandleAt(PlaceIn(Around(ScreenPlace(design_->form()))),
                                {screen.x * kTwipsPerPixel, screen.y * kTwipsPerPixel},
-                               HandleReach() * kTwipsPerPixel);
+                               DrawnReach() * kTwipsPerPixel);
   return handle && CanPull(*design_, design_->form(), *handle) ? handle : std::nullopt;
 }
 

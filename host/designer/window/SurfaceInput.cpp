@@ -13,7 +13,7 @@ namespace qrn::designer {
 namespace {
 
 // How near to the middle of a handle is on it, in twips.
-int HandleReach() noexcept { return Scaled(4) * kTwipsPerPixel; }
+int HeldReach() noexcept { return Scaled(4) * kTwipsPerPixel; }
 
 bool IsDown(int key) noexcept { return GetKeyState(key) < 0; }
 
@@ -66,7 +66,7 @@ void Surface::SetPointer() noexcept {
   if (primary != 0 && !tool_ && !clicked_ && live_.Window()) {
     std::optional<Handle> handle = FormHandleAt(screen);
     if (primary != design_->form()) {
-      handle = HandleAt(PlaceOnForm(*design_, primary), OnForm(screen), HandleReach());
+      handle = HandleAt(PlaceOnForm(*design_, primary), OnForm(screen), HeldReach());
       if (handle && !CanPull(*design_, primary, *handle)) handle.reset();
     }
     if (handle) cursor = CursorOf(*handle);
@@ -128,7 +128,7 @@ void Surface::OnPress(POINT screen) {
   } else if (const auto handle = FormHandleAt(screen)) {
     gesture_->PressHandle(*handle, point);
   } else {
-    gesture_->Press(point, HeldNow(), HandleReach());
+    gesture_->Press(point, HeldNow(), HeldReach());
   }
   SetCapture(window_);
 }

@@ -15,7 +15,7 @@ namespace qrn::designer {
 namespace {
 
 constexpr int kColumns = 3;
-constexpr int kMargin = 3;
+constexpr int kToolMargin = 3;
 constexpr const char* kFurniture[] = {"Label", "TextBox", "Frame", "CommandButton"};
 
 SIZE PictureSize() { return {Scaled(kToolPicture.cx), Scaled(kToolPicture.cy)}; }
@@ -62,7 +62,7 @@ Toolbox::Toolbox(HWND parent, ToolboxOwner& owner, form::Language language)
 
 int Toolbox::Width() const noexcept {
   const LRESULT size = SendMessageW(bar_, TB_GETBUTTONSIZE, 0, 0);
-  return kColumns * LOWORD(size) + 2 * Scaled(kMargin);
+  return kColumns * LOWORD(size) + 2 * Scaled(kToolMargin);
 }
 
 void Toolbox::Add(const Button& added, HBITMAP picture) {

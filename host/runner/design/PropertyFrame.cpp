@@ -13,7 +13,7 @@
 namespace qrn::host {
 namespace {
 
-constexpr wchar_t kFrameClass[] = L"QrnPropertyFrame";
+constexpr wchar_t kPagesFrame[] = L"QrnPropertyFrame";
 // Of a screen of 96 pixels an inch.
 constexpr int kMargin = 8;
 constexpr int kButtonWidth = 80;
@@ -90,7 +90,7 @@ void PropertyFrame::MakeButtons(POINT rightTop) {
 
 // The buttons stand before the tabs: that is the order of the Tab key.
 void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
-  RegisterWindowClass(kFrameClass, &PropertyFrame::Procedure,
+  RegisterWindowClass(kPagesFrame, &PropertyFrame::Procedure,
                       reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
   const INITCOMMONCONTROLSEX common{sizeof common, ICC_TAB_CLASSES};
   InitCommonControlsEx(&common);
@@ -105,7 +105,7 @@ void PropertyFrame::MakeWindows(HWND owner, const std::wstring& title) {
   RECT above{};
   if (owner) GetWindowRect(owner, &above);
   window_ =
-      CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, kFrameClass, title.c_str(), style,
+      CreateWindowExW(WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT, kPagesFrame, title.c_str(), style,
                       above.left + 24, above.top + 24, outer.right - outer.left,
                       outer.bottom - outer.top, owner, nullptr, GetModuleHandleW(nullptr), this);
   MakeButtons({tabs.right, tabs.bottom + sizes.margin});

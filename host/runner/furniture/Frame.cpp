@@ -11,19 +11,19 @@ namespace qrn::host {
 namespace {
 
 // Controls look through a frame to the form behind it when its window is of this class.
-constexpr wchar_t kFrameClass[] = L"ThunderRTFrame";
+constexpr wchar_t kFurnitureFrame[] = L"ThunderRTFrame";
 constexpr int kCaptionIndent = 8;
 constexpr int kCaptionGap = 2;
 
 }  // namespace
 
 bool Frame::Create() {
-  RegisterWindowClass(kFrameClass, DefWindowProcW);
+  RegisterWindowClass(kFurnitureFrame, DefWindowProcW);
   return WindowPiece::Create();
 }
 
 WindowPiece::WindowKind Frame::Kind() const {
-  return {kFrameClass, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+  return {kFurnitureFrame, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
 }
 
 void Frame::DrawBox(HDC dc, RECT area) {

@@ -38,7 +38,7 @@ constexpr char kShown[] =
     "      Mode            =   1\n   End\n";
 
 // Ids of the pane's windows.
-enum Id { kObjects = 10, kRows = 11, kField = 20, kChoice = 21 };
+enum RowId { kObjectList = 10, kRows = 11, kField = 20, kChoice = 21 };
 
 class PropertyPaneTest : public testing::Test {
  protected:

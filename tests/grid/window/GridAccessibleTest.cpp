@@ -221,10 +221,11 @@ TEST_F(Accessible, ObjectsOutliveTheirGrid) {
   table_.reset();
 }
 
-std::string heard;
+std::string heardByReader;
 
 void CALLBACK Hear(HWINEVENTHOOK, DWORD event, HWND, LONG object, LONG child, DWORD, DWORD) {
-  if (object == OBJID_CLIENT && event == EVENT_OBJECT_FOCUS) heard += std::to_string(child) + " ";
+  if (object == OBJID_CLIENT && event == EVENT_OBJECT_FOCUS)
+    heardByReader += std::to_string(child) + " ";
 }
 
 TEST_F(Accessible, AMoveIsToldWithTheCellsNumber) {
@@ -232,14 +233,14 @@ TEST_F(Accessible, AMoveIsToldWithTheCellsNumber) {
                                              GetCurrentProcessId(), 0, WINEVENT_OUTOFCONTEXT);
   ASSERT_NE(hook, nullptr);
   RunMessages();
-  heard.clear();
+  heardByReader.clear();
   Key(VK_DOWN);
   Click(Middle(3, 2));
   RunMessages();
   UnhookWinEvent(hook);
   // Behind five rows, four cells in each.
-  EXPECT_NE(heard.find("15 "), std::string::npos) << heard;
-  EXPECT_NE(heard.find("20 "), std::string::npos) << heard;
+  EXPECT_NE(heardByReader.find("15 "), std::string::npos) << heardByReader;
+  EXPECT_NE(heardByReader.find("20 "), std::string::npos) << heardByReader;
   EXPECT_EQ(ValueOf(ChildOf(table_, 15)), "2");
 }
 
