@@ -66,14 +66,14 @@ for name in one two; do
   (play "$name") &
   STATIONS+=($!)
 done
-await two-has-looked
+await one-was-refused
+import -window root -crop 1280x530+0+0 +repage "$FOLDER/two-stations.png"
 "$DATA_TOOL" status "$FOLDER"
-import -window root "$FOLDER/two-stations.png"
 for station in "${STATIONS[@]}"; do
   wait "$station" || fail "a station did not do what its script says"
 done
 STATIONS=()
 cat "$WORK"/{one,two}.out
 "$DATA_TOOL" move "$FOLDER" --back
-"$DATA_TOOL" export "$FOLDER" Customers --where 'CustomerNo = 36' --fields CustomerNo,Phone,Rank |
+"$DATA_TOOL" export "$FOLDER" Customers --where '@CustomerNo = 36' --fields CustomerNo,Phone,Rank |
   grep '^36,022-000-4321,2' || fail "what the stations wrote is not in the files that came back"

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "btrieve/server/ServerLink.h"
 #include "btrieve/session/SoleFile.h"
 #include "btrieve/storage/Comparison.h"
 #include "tools/qrndata/Interrupt.h"
