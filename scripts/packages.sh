@@ -3,7 +3,7 @@
 PACKAGES_BUILD=(g++ cmake ninja-build npm googletest libbenchmark-dev libcli11-dev
   libtomlplusplus-dev zlib1g-dev libz-mingw-w64-dev g++-mingw-w64-x86-64-posix mingw-w64-tools wine64 locales icoutils)
 PACKAGES_TEST=(xvfb fonts-vlgothic fonts-wine clang-format xdotool imagemagick unzip zip sqlite3)
-PACKAGES_SERVER=(postgresql)
+PACKAGES_SERVER=(postgresql openssl)
 PACKAGES_LINT=(clang clang-tidy)
 
 installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q '^install ok installed'; }

@@ -5,7 +5,8 @@
 # runs the command beside one, whose address it finds in QRN_SERVER and the password in PGPASSWORD,
 # and ends with the command's code. The server goes with it, also when this script is killed. Who is
 # root lends the server to the user "postgres", whom the package has made. A signal USR1 to the process
-# QRN_SERVER_KEEPER has the server end at once, as by a crash, and start again.
+# QRN_SERVER_KEEPER has the server end at once, as by a crash, and start again. With QRN_SERVER_TLS it
+# takes TLS, too, and QRN_SERVER demands it and names a certificate that only this server has.
 set -euo pipefail
 
 die() { printf 'server.sh: %s\n' "$*" >&2; exit 1; }
@@ -38,9 +39,11 @@ trap 'exit 143' TERM INT HUP
 # serve PORT: starts it there; fails where it cannot, as when somebody has the port. Within a trap a
 # bare "return" would give the status of what was interrupted.
 serve() {
-  local tries
+  local tries tls=()
+  [ -z "${QRN_SERVER_TLS:-}" ] ||
+    tls=(-c ssl=on -c "ssl_cert_file=$PLACE/server.crt" -c "ssl_key_file=$PLACE/server.key")
   "${AS_USER[@]}" "$PROGRAMS/postgres" -D "$PLACE/data" -k "$PLACE" -p "$1" \
-    -c listen_addresses=127.0.0.1 -c fsync=off >"$PLACE/log" 2>&1 &
+    -c listen_addresses=127.0.0.1 -c fsync=off "${tls[@]}" >"$PLACE/log" 2>&1 &
   SERVER=$!
   for tries in $(seq 300); do
     "$PROGRAMS/pg_isready" -q -h "$PLACE" -p "$1" && return 0
@@ -53,6 +56,11 @@ serve() {
 
 PGPASSWORD=$(od -An -N16 -tx1 /dev/urandom | tr -d ' \n')
 printf '%s\n' "$PGPASSWORD" >"$PLACE/password"
+[ -z "${QRN_SERVER_TLS:-}" ] ||
+  openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 -subj /CN=localhost \
+    -addext subjectAltName=DNS:localhost,IP:127.0.0.1 \
+    -keyout "$PLACE/server.key" -out "$PLACE/server.crt" 2>"$PLACE/log" ||
+  { cat "$PLACE/log" >&2; die "no certificate could be made"; }
 [ "$(id -u)" -ne 0 ] || chown -R postgres: "$PLACE"
 "${AS_USER[@]}" "$PROGRAMS/initdb" -D "$PLACE/data" -U qrn -A scram-sha-256 -E UTF8 --no-locale \
   --no-sync --pwfile="$PLACE/password" >"$PLACE/log" 2>&1 ||
@@ -72,6 +80,10 @@ trap restart USR1
 
 export PGPASSWORD QRN_SERVER="host=127.0.0.1 port=$PORT dbname=postgres user=qrn"
 export QRN_SERVER_KEEPER=$$
+if [ -n "${QRN_SERVER_TLS:-}" ]; then
+  chmod 755 "$PLACE"
+  QRN_SERVER+=" sslmode=verify-full sslrootcert=$PLACE/server.crt"
+fi
 "$@" <&0 &
 COMMAND=$!
 while kill -0 "$COMMAND" 2>/dev/null; do

@@ -10,6 +10,7 @@
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/convert/OldFiles.h"
+#include "tools/qrndata/server/ServerAccess.h"
 
 namespace qrndata {
 
@@ -70,9 +71,15 @@ FileStat ReadStat(const std::string& name, std::span<const uint8_t> reply) {
   return stat;
 }
 
+// Empty for a file that stands here.
+std::string FaultOfLink(Status status, const std::filesystem::path& place) {
+  return IsLink(place) ? WhyNotReached(ReadLink(place), status) : "";
+}
+
 // Such a file is not opened; where it is opened and fails, others may be writing to its log.
 std::string FaultOfOpen(Status status, const std::filesystem::path& place,
                         const std::string& path) try {
+  if (const std::string fault = FaultOfLink(status, place); !fault.empty()) return fault;
   const std::string words = WhyNotOpened(place, status);
   if (!words.empty()) return StatusText(status) + ": " + words;
   const bool isLog = status == btrieve::kIoError && !btrieve::LogIsSound(path + "-wal");

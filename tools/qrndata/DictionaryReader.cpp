@@ -11,6 +11,7 @@
 #include "tools/qrndata/Names.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/Text.h"
+#include "tools/qrndata/server/ServerAccess.h"
 
 namespace qrndata {
 
@@ -28,7 +29,11 @@ constexpr LibraryCode kLibraryCodes[] = {
     {LexbaseFailed, Message::NoMemory},
 };
 
-std::string CodeText(int code) {
+std::string CodeText(int code, const std::filesystem::path& directory) {
+  if (HasLinks(directory)) {
+    const std::string fault = WhyNotReached(ServerOf(directory), static_cast<Status>(code));
+    if (!fault.empty()) return fault;
+  }
   for (const LibraryCode& row : kLibraryCodes) {
     if (row.code == code) return Say(row.meaning);
   }
@@ -176,7 +181,8 @@ Dictionary ReadDictionary(const std::filesystem::path& directory) {
   DictionaryBuilder builder(dictionary);
   const auto require = [&](int32_t code) {
     if (code == 0) return;
-    throw Failure(kSystem, Say(Message::NoDictionary, PathToUtf8(directory), CodeText(code)));
+    throw Failure(kSystem,
+                  Say(Message::NoDictionary, PathToUtf8(directory), CodeText(code, directory)));
   };
   const OwnLibrary library;
   qrn::DictionaryReading reading;

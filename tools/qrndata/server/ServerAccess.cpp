@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "btrieve/server/ServerFile.h"
 #include "tools/qrndata/Messages.h"
 #include "tools/qrndata/Paths.h"
 
@@ -32,6 +33,11 @@ constexpr ServerStatusRow kServerStatuses[] = {
     {btrieve::kDeadlock, Message::ServerBusy},
     {btrieve::kIoError, Message::ServerFault},
 };
+
+// Of an Open.
+constexpr Status kOfTheServer[] = {btrieve::kNotActive, btrieve::kLoginFailed,
+                                   btrieve::kNoSuchDatabase, btrieve::kFileNotFound,
+                                   btrieve::kPermissionError};
 
 std::string FirstLine(const std::string& text) {
   return text.substr(0, text.find_first_of("\r\n"));
@@ -102,6 +108,17 @@ std::string ServerStatusText(Status status) {
                          : Say(Message::StatusMeaning, status, Say(row->meaning));
   const std::string words = FirstLine(server::ServerLink::LastRefusal());
   return words.empty() ? text : text + ": " + words;
+}
+
+std::string WhyNotReached(const server::LinkFile& link, Status status) {
+  if (std::ranges::find(kOfTheServer, status) == std::end(kOfTheServer)) return "";
+  server::ServerLink::ForgetRefusal();
+  try {
+    const server::ServerFile file(link);
+  } catch (const btrieve::Failure& failure) {
+    status = failure.status;
+  }
+  return ServerStatusText(status);
 }
 
 std::shared_ptr<server::ServerLink> ConnectFor(const server::ServerAddress& address) {

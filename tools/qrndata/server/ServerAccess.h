@@ -31,6 +31,10 @@ std::string ServerName(const btrieve::server::LinkFile& place);
 // "status 171 (the server does not let this user in): ..." with what the server itself has said.
 std::string ServerStatusText(Status status);
 
+// Why the record manager could not open what a link leads to, in the server's words: it is asked
+// once more. Empty for a status that tells all.
+std::string WhyNotReached(const btrieve::server::LinkFile& link, Status status);
+
 // Runs work on a server or on files of the record manager; a refusal becomes a Failure (kSystem)
 // about `what`.
 template <class Work>
