@@ -46,8 +46,8 @@ std::string RowStatement::FreeText(const CarryTerms& terms, int32_t object) {
     if (first.empty()) first = Number(object);
     const uint64_t claim = slot < terms.claims.size() ? terms.claims[slot] : 0;
     const std::string second = NumberOrNull(ServerClaim(claim), claim != 0);
-    text += " AND (" + second + " IS NULL OR pg_try_advisory_xact_lock(" + first + "::int, " +
-            second + "::int))";
+    text.append(" AND (").append(second).append(" IS NULL OR pg_try_advisory_xact_lock(");
+    text.append(first).append("::int, ").append(second).append("::int))");
   }
   return text;
 }
@@ -110,7 +110,10 @@ std::string RowStatement::HeadText(const Head& head) {
   std::string counts;
   for (size_t slot = 1; slot <= spec_.file.keys.size(); ++slot) {
     const std::string number = std::to_string(slot);
-    counts += (slot == 1 ? "counts[" : ", counts[") + number + "] + d" + number;
+    counts.append(slot == 1 ? "counts[" : ", counts[")
+        .append(number)
+        .append("] + d")
+        .append(number);
   }
   return "UPDATE " + files_ + " SET next = " + Number(head.nextPosition) +
          ", records = " + Number(head.records) +

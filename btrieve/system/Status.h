@@ -11,7 +11,7 @@ namespace btrieve {
 using Status = int16_t;
 
 // kOk, kKeyNotFound and so on.
-#define BTRIEVE_STATUS(name, number) inline constexpr Status k##name = number;
+#define BTRIEVE_STATUS(name, number) inline constexpr Status k##name = (number);
 BTR_STATUSES(BTRIEVE_STATUS)
 #undef BTRIEVE_STATUS
 

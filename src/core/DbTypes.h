@@ -19,7 +19,7 @@ using Status = int16_t;
 
 // Field type codes as the dictionary files store them: kString and so on.
 enum FieldType : int32_t {
-#define QRN_FIELD_TYPE(name, number) k##name = number,
+#define QRN_FIELD_TYPE(name, number) k##name = (number),
   LEXBASE_FIELD_TYPES(QRN_FIELD_TYPE)
 #undef QRN_FIELD_TYPE
 };

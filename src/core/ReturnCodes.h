@@ -9,7 +9,7 @@ namespace qrn {
 
 // kFailure, kNotOpen and so on.
 enum ReturnCode : Status {
-#define QRN_RETURN_CODE(name, number) k##name = number,
+#define QRN_RETURN_CODE(name, number) k##name = (number),
   QRN_CODES(QRN_RETURN_CODE)
 #undef QRN_RETURN_CODE
 };

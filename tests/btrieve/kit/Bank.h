@@ -222,7 +222,7 @@ inline std::string ReadBankEveryWay(
     std::array<std::map<uint32_t, int32_t>, kBankFiles>& positions) {
   for (int file = 0; file < kBankFiles; ++file) {
     std::multiset<std::string> records;
-    const std::string differs = ReadEveryWay(client, file, kBankKeys, kBankRecordSize, records);
+    std::string differs = ReadEveryWay(client, file, kBankKeys, kBankRecordSize, records);
     if (!differs.empty()) return differs;
     auto& rows = state[static_cast<size_t>(file)];
     rows.clear();

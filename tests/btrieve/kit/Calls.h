@@ -24,7 +24,7 @@ inline std::unique_ptr<uint8_t[]> Filled(const Bytes& bytes, size_t size) {
 }
 
 enum Op : uint16_t {
-#define BTRIEVE_OPERATION(name, number) k##name = number,
+#define BTRIEVE_OPERATION(name, number) k##name = (number),
   BTR_OPERATIONS(BTRIEVE_OPERATION)
 #undef BTRIEVE_OPERATION
       kBegin = kBeginTransaction,

@@ -31,9 +31,9 @@ constexpr DifferenceRow kDifferences[] = {
 };
 
 std::string TextOf(const Difference& difference) {
-  const std::string order = difference.slot == btrieve::kPhysicalSlot
-                                ? Say(Message::ByPlace)
-                                : Say(Message::AlongKey, difference.slot);
+  std::string order = difference.slot == btrieve::kPhysicalSlot
+                          ? Say(Message::ByPlace)
+                          : Say(Message::AlongKey, difference.slot);
   for (const DifferenceRow& row : kDifferences) {
     if (row.what == difference.what) return Say(row.text, order, Grouped(difference.rank + 1));
   }

@@ -129,8 +129,8 @@ void Publishing::MakeView(const std::string& name, const std::string& select) {
     const std::vector<std::string> readers = ReadersOf(name);
     link_->Run("DROP VIEW IF EXISTS " + view);
     link_->Run("CREATE " + text);
-    for (const std::string& reader : readers)
-      link_->Run("GRANT SELECT ON " + view + " TO " + reader);
+    const std::string grant = "GRANT SELECT ON " + view + " TO ";
+    for (const std::string& reader : readers) link_->Run(grant + reader);
   }
   link_->Run("RELEASE SAVEPOINT view; COMMENT ON VIEW " + view + " IS '" + kOurView + "'");
 }
@@ -143,11 +143,7 @@ std::vector<std::string> Publishing::ReadersOf(const std::string& name) {
       "to_regclass(convert_from($1::bytea, 'UTF8')) AND a.privilege_type = 'SELECT' AND a.grantee "
       "<> c.relowner",
       Arguments().Add(ViewOf(view)));
-  std::vector<std::string> readers;
-  for (int row = 0; row < rows.Count(); ++row) {
-    readers.push_back(btrieve::TextOf(rows.Bytes(row, 0)));
-  }
-  return readers;
+  return TextsOf(rows);
 }
 
 void Publishing::DropOthers() {

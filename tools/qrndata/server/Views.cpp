@@ -17,6 +17,14 @@ std::string ViewSchema(const std::string& schema) {
   return schema.substr(0, kLongestName - (sizeof kTail - 1)) + kTail;
 }
 
+std::vector<std::string> TextsOf(const Rows& rows) {
+  std::vector<std::string> texts(static_cast<size_t>(rows.Count()));
+  for (int row = 0; row < rows.Count(); ++row) {
+    texts[static_cast<size_t>(row)] = btrieve::TextOf(rows.Bytes(row, 0));
+  }
+  return texts;
+}
+
 std::vector<std::string> OurViews(ServerLink& link, const std::string& viewSchema) {
   const Rows rows = link.Ask(
       std::string(
@@ -25,18 +33,13 @@ std::vector<std::string> OurViews(ServerLink& link, const std::string& viewSchem
           "= 'v' AND obj_description(c.oid, 'pg_class') = '") +
           kOurView + "'",
       Arguments().Add(ViewOf(viewSchema)));
-  std::vector<std::string> views;
-  for (int row = 0; row < rows.Count(); ++row) {
-    views.push_back(btrieve::TextOf(rows.Bytes(row, 0)));
-  }
-  return views;
+  return TextsOf(rows);
 }
 
 void Unpublish(ServerLink& link, const std::string& schema) {
   const std::string views = ViewSchema(schema);
-  for (const std::string& name : OurViews(link, views)) {
-    link.Run("DROP VIEW \"" + views + "\"." + name);
-  }
+  const std::string drop = "DROP VIEW \"" + views + "\".";
+  for (const std::string& name : OurViews(link, views)) link.Run(drop + name);
   if (RelationNumber(link, views, kCharacters) != 0) DropIfOurs(link, views);
 }
 

@@ -14,6 +14,9 @@ inline constexpr char kOurView[] = "published by qrndata";
 // The schema beside that of the files.
 std::string ViewSchema(const std::string& schema);
 
+// The first column of what a server has answered.
+std::vector<std::string> TextsOf(const btrieve::server::Rows& rows);
+
 // Names in quotes of our views in a schema of views. Throws btrieve::Failure, as Unpublish.
 std::vector<std::string> OurViews(btrieve::server::ServerLink& link, const std::string& viewSchema);
 
