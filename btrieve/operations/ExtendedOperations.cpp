@@ -149,10 +149,13 @@ class ExtendedRead {
       return lock.emplace(call_, hit.position) ? kOk : kRecordInUse;
     });
     if (status != kOk) return status;
-    // The wait may have let go of the state in which the record was found.
+    // The wait may have let go of the state in which the record was found. What the client has
+    // changed itself is nowhere else.
     DataFile& file = call_.File();
     Storage& base = file.Base();
-    const bool isKnown = lock->WasHeld() && (base.IsReading() || base.IsWriting());
+    const Overlay* changes = file.Uncommitted();
+    const bool isOwn = changes && changes->Find(hit.position);
+    const bool isKnown = isOwn || (lock->WasHeld() && (base.IsReading() || base.IsWriting()));
     const bool isStill = isKnown || base.IsStill(hit.position, hit.version);
     if (!isStill || !(isKnown || call_.session.IsSettled(file))) return kLookAgain;
     lock->Keep();
