@@ -1,6 +1,7 @@
 #include "btrieve/files/Walk.h"
 
 #include "btrieve/files/DataFile.h"
+#include "btrieve/storage/ScanDemand.h"
 
 namespace btrieve {
 namespace {
@@ -24,11 +25,23 @@ void Walk::Start(DataFile& file, int slot, bool forward, ByteView bound) {
   base_.Start(file.Base(), slot, forward, bound);
 }
 
-bool Walk::Step(Hit& hit) { return overlay_ ? StepMerged(hit) : base_.Step(hit); }
+bool Walk::Step(Hit& hit) {
+  if (!overlay_) return base_.Step(hit);
+  return StepMerged(hit, [this] { return base_.Step(baseHit_); });
+}
 
-void Walk::AdvanceBase() {
+// With changes of one's own every record of the file is to be met: what has been changed may be
+// among them, and what is passed over could not be counted between the changes.
+bool Walk::Search(Hit& hit, ScanDemand& demand) {
+  if (!overlay_) return base_.Search(hit, demand);
+  ScanDemand all{nullptr, demand.wanted, demand.rejects, demand.oneByOne};
+  return StepMerged(hit, [&] { return base_.Search(baseHit_, all); });
+}
+
+template <class Advance>
+void Walk::AdvanceBase(Advance advance) {
   if (ahead_ != Ahead::Unknown) return;
-  while (base_.Step(baseHit_)) {
+  while (advance()) {
     if (overlay_->Find(baseHit_.position)) continue;
     ahead_ = Ahead::Read;
     return;
@@ -79,8 +92,9 @@ void Walk::PassOverlaid(const Hit& hit) {
   if (forward_) place_.MoveBehind();
 }
 
-bool Walk::StepMerged(Hit& hit) {
-  AdvanceBase();
+template <class Advance>
+bool Walk::StepMerged(Hit& hit, Advance advance) {
+  AdvanceBase(advance);
   Hit overlaid;
   const bool found = FindOverlaid(overlaid);
   if (ahead_ != Ahead::None && (!found || BaseComesFirst(overlaid))) {

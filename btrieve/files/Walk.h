@@ -18,14 +18,18 @@ class Walk {
   void Start(DataFile& file, int slot, bool forward, ByteView bound);
   // False at the end, and ever after.
   bool Step(Hit& hit);
+  // The same for an extended read, which may never meet what it would reject (ForeignWalk).
+  bool Search(Hit& hit, ScanDemand& demand);
   void End() noexcept { base_.End(); }
 
  private:
   // Kept: read before others were.
   enum class Ahead : uint8_t { Unknown, Read, Kept, None };
 
-  bool StepMerged(Hit& hit);
-  void AdvanceBase();
+  template <class Advance>
+  bool StepMerged(Hit& hit, Advance advance);
+  template <class Advance>
+  void AdvanceBase(Advance advance);
   bool FindOverlaid(Hit& hit) const;
   bool FindOverlaidEntry(Hit& hit) const;
   bool FindOverlaidPosition(Hit& hit) const;

@@ -3,6 +3,7 @@
 
 #include "btrieve/operations/Reading.h"
 #include "btrieve/scans/ExtendedRequest.h"
+#include "btrieve/storage/ScanDemand.h"
 
 namespace btrieve {
 namespace {
@@ -20,6 +21,10 @@ struct Examined {
     version = hit.version;
     entry.Assign(hit.entry);
   }
+  void TakePassed(const Hit& hit) noexcept {
+    Take(hit);
+    version = kStaleVersion;
+  }
 };
 
 class ExtendedRead {
@@ -29,6 +34,7 @@ class ExtendedRead {
         cursor_(*call.cursor),
         request_(request),
         writer_({call.data, call.room}, request.Fields()),
+        demand_{&request, RecordsAtMost(), request.RejectCount(), call.lock.kind != LockKind::None},
         forward_(forward),
         along_(along) {}
 
@@ -44,6 +50,13 @@ class ExtendedRead {
   enum class Next : uint8_t { Go, Stop };
 
   int Slot() const noexcept { return along_ ? call_.slot : kPhysicalSlot; }
+
+  // With the one for which there is no room.
+  uint32_t RecordsAtMost() const noexcept {
+    const size_t bytes = request_.BytesReplied(call_.File().Spec().recordLength);
+    return static_cast<uint32_t>(
+        std::min<size_t>(request_.RecordsWanted(), call_.room / bytes + 1));
+  }
 
   void Begin() {
     // Behind a Delete there is nothing to begin with: an entry that is gone is not found again,
@@ -91,7 +104,8 @@ class ExtendedRead {
   Status Search() {
     Status status = kOk;
     Hit hit;
-    while (cursor_.walk.Step(hit)) {
+    while (cursor_.walk.Search(hit, demand_)) {
+      if (demand_.passed.position != 0) last_.TakePassed(demand_.passed);
       if (Examine(hit, status) == Next::Stop) return status;
     }
     cursor_.walkIsHere = false;
@@ -107,7 +121,7 @@ class ExtendedRead {
         return StopOn(hit);
       case Verdict::Reject:
         last_.Take(hit);
-        if (++rejected_ < request_.RejectCount()) return Next::Go;
+        if (--demand_.rejects > 0) return Next::Go;
         status = kRejectCount;
         return StopOn(hit);
     }
@@ -135,6 +149,7 @@ class ExtendedRead {
       if (status != kOk) return Next::Stop;
     }
     if (writer_.Count() == request_.RecordsWanted()) return StopOn(hit);
+    if (demand_.wanted > 1) --demand_.wanted;
     last_.Take(hit);
     return Next::Go;
   }
@@ -175,9 +190,9 @@ class ExtendedRead {
   Cursor& cursor_;
   const ExtendedRequest& request_;
   ReplyWriter writer_;
+  ScanDemand demand_;
   bool forward_;
   bool along_;
-  uint32_t rejected_ = 0;
   Examined last_;
 };
 

@@ -70,7 +70,9 @@ Status ExtendedRequest::ReadHead(ByteReader& reader, const FileSpec& file) {
   for (size_t i = 0; i < terms; ++i) {
     if (const Status status = ReadTerm(reader, file, i + 1 == terms)) return status;
   }
-  return reader.Failed() ? kDescriptor : kOk;
+  if (reader.Failed()) return kDescriptor;
+  conditionSize_ = descriptor_.size() - kHeadSize - reader.Rest().size();
+  return kOk;
 }
 
 Status ExtendedRequest::ReadTerm(ByteReader& reader, const FileSpec& file, bool last) {
@@ -145,6 +147,36 @@ void ExtendedRequest::BindLimit(const KeySpec& key, bool forward) {
   const bool growing = forward != segment.Has(kDescending);
   const ComparisonRow& row = kComparisons[term.comparison];
   term.atEnd = growing ? row.endGrowing : row.endFalling;
+  forward_ = forward;
+  descending_ = segment.Has(kDescending);
+}
+
+// The first segment's ordered bytes begin an entry, so its place is that of the constant's, before
+// or behind all entries that begin so.
+std::optional<Entry> ExtendedRequest::EndOfMatches() const {
+  if (terms_.empty() || terms_[0].atEnd == 0) return std::nullopt;
+  const Term& term = terms_[0];
+  const KeyTypeRow& type = *FindKeyType(term.type);
+  Entry end;
+  end.SetSize(type.orderedSize(term.length, term.map != nullptr));
+  type.order(ConstantOf(term).data(), term.length, term.map, end.Data());
+  if (descending_) {
+    std::transform(end.Data(), end.Data() + end.Size(), end.Data(),
+                   [](uint8_t byte) { return static_cast<uint8_t>(~byte); });
+  }
+  const bool endsWithEqual = (term.atEnd & kEqual) != 0;
+  if (endsWithEqual != forward_) end.Fill(0xFF, kMaxOrderedSize + kBehindAll - end.Size());
+  return end;
+}
+
+size_t ExtendedRequest::BytesReplied(size_t recordLength) const noexcept {
+  size_t bytes = sizeof(uint16_t) + sizeof(uint32_t);
+  for (const ExtractField& field : fields_) {
+    if (field.offset < recordLength) {
+      bytes += std::min<size_t>(field.length, recordLength - field.offset);
+    }
+  }
+  return bytes;
 }
 
 // The request knows only the file's first sequence.

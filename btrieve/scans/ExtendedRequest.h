@@ -7,9 +7,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
+#include "btrieve/keys/Entry.h"
 #include "btrieve/keys/KeySpec.h"
 #include "btrieve/keys/KeyTypes.h"
 #include "btrieve/system/Status.h"
@@ -34,6 +36,23 @@ struct ExtractField {
 
 class ExtendedRequest {
  public:
+  struct Term {
+    CompareFields compare;
+    const uint8_t* map;
+    uint32_t end;      // the bytes a record needs for this term to be judged
+    uint32_t operand;  // offset of the constant in descriptor_, or of the second field
+    uint16_t offset;
+    uint16_t length;
+    uint8_t accepted;  // outcomes that make it true: bit 0 less, bit 1 equal, bit 2 greater
+    uint8_t atEnd;     // outcomes that prove the end of the matches
+    uint8_t connector;
+    uint8_t type;
+    uint8_t comparison;  // 1..6
+    bool secondField;
+    bool foldsCase;
+    bool usesSequence;
+  };
+
   // Reads the descriptor at the start of `data`; it may be followed by anything. 62 for whatever
   // is wrong with it. Keeps a copy: the reply may overwrite `data`.
   [[nodiscard]] Status Compile(std::span<const uint8_t> data, const FileSpec& file);
@@ -52,24 +71,23 @@ class ExtendedRequest {
   // one before OR accepts. A term reaching beyond the record is false.
   Verdict Judge(const uint8_t* record, size_t length) const noexcept;
 
- private:
-  struct Term {
-    CompareFields compare;
-    const uint8_t* map;
-    uint32_t end;      // the bytes a record needs for this term to be judged
-    uint32_t operand;  // offset of the constant in descriptor_, or of the second field
-    uint16_t offset;
-    uint16_t length;
-    uint8_t accepted;  // outcomes that make it true: bit 0 less, bit 1 equal, bit 2 greater
-    uint8_t atEnd;     // outcomes that prove the end of the matches
-    uint8_t connector;
-    uint8_t type;
-    uint8_t comparison;  // 1..6
-    bool secondField;
-    bool foldsCase;
-    bool usesSequence;
-  };
+  // For who judges elsewhere. Requests on one file that have the same bytes here judge alike, but
+  // for the end of the matches.
+  ByteView Condition() const noexcept {
+    return ByteView(descriptor_).subspan(kHeadSize, conditionSize_);
+  }
+  std::span<const Term> Terms() const noexcept { return terms_; }
+  // Of a term without a second field.
+  ByteView ConstantOf(const Term& term) const noexcept {
+    return ByteView(descriptor_).subspan(term.operand, term.length);
+  }
+  // Once the limit is bound: the place among the key's entries from which on, in the direction of
+  // the read, all records are rejected at the end, and none before it.
+  std::optional<Entry> EndOfMatches() const;
+  // Bytes that a record of so many takes of the reply.
+  size_t BytesReplied(size_t recordLength) const noexcept;
 
+ private:
   Status ReadHead(ByteReader& reader, const FileSpec& file);
   Status ReadTerm(ByteReader& reader, const FileSpec& file, bool last);
   void ReadOperand(ByteReader& reader, Term& term);
@@ -77,11 +95,16 @@ class ExtendedRequest {
   const uint8_t* ChooseMap(const Term& term, const FileSpec& file);
   static bool CollatesAs(const Term& term, const KeySegment& segment) noexcept;
 
+  static constexpr size_t kHeadSize = 8;  // before the terms
+
   std::vector<uint8_t> descriptor_;
   std::vector<Term> terms_;
   std::vector<ExtractField> fields_;
   std::vector<uint8_t> sequenceMap_;  // the file's first sequence
   std::vector<uint8_t> foldedMap_;    // the same after case folding
+  size_t conditionSize_ = 0;          // of the terms, in descriptor_
+  bool forward_ = true;               // the read along the key
+  bool descending_ = false;           // the key's first segment
   uint16_t rejectCount_ = kSystemRejectCount;
   uint16_t recordsWanted_ = 0;
   bool beginsWithCurrent_ = false;

@@ -11,9 +11,20 @@ namespace {
 
 enum Column { kPosition, kVersion, kNumbers, kData, kEntry };
 
+// What a stretch has behind a record's columns, of which the physical order has no entry.
+enum StretchColumn { kNumber, kIsLast, kPositionBefore, kEntryBefore };
+
+int ColumnOf(StretchColumn column, int slot) noexcept {
+  return (slot == kPhysicalSlot ? kEntry : kEntry + 1) + column;
+}
+
+std::string RecordColumns(const std::string& by, bool isKey) {
+  return "pos, ver, num, data" + (isKey ? ", " + by : std::string());
+}
+
 OrderTexts MakeTexts(const std::string& table, const std::string& by, bool isKey) {
   const std::string from = " FROM " + table + " WHERE " + by;
-  const std::string row = "SELECT pos, ver, num, data" + (isKey ? ", " + by : std::string()) + from;
+  const std::string row = "SELECT " + RecordColumns(by, isKey) + from;
   const std::string order = " ORDER BY " + by;
   return {
       row + " >= $1" + order + " LIMIT $2",
@@ -22,6 +33,11 @@ OrderTexts MakeTexts(const std::string& table, const std::string& by, bool isKey
       "SELECT count(*)" + from + " < $1",
       "SELECT " + by + from + " IS NOT NULL" + order + " OFFSET $1 LIMIT 1",
   };
+}
+
+// Positions and entries are bounded by values of their own kind.
+void AddBound(Arguments& arguments, int slot, ByteView bound) {
+  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
 }
 
 int64_t OnlyNumber(const Rows& rows) {
@@ -87,10 +103,9 @@ uint64_t ServerFile::Total(int slot) const {
   return *total;
 }
 
-// Positions and entries are bounded by values of their own kind.
 Rows ServerFile::Ask(int slot, const std::string& text, ByteView bound) const {
   Arguments arguments;
-  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
+  AddBound(arguments, slot, bound);
   return link_->Ask(text, arguments);
 }
 
@@ -123,8 +138,61 @@ bool ServerFile::Fetch(uint32_t position, Hit& hit) {
 Rows ServerFile::ReadBatch(int slot, bool forward, ByteView bound, int64_t rows) {
   const OrderTexts& texts = TextsOf(slot);
   Arguments arguments;
-  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
+  AddBound(arguments, slot, bound);
   return link_->Ask(forward ? texts.forward : texts.backward, arguments.Add(rows));
+}
+
+std::string ServerFile::OrderColumn(int slot) const {
+  return slot == kPhysicalSlot ? "pos" : KeyColumn(spec_.keyIds[static_cast<size_t>(slot)]);
+}
+
+Entry ServerFile::FarthestBound(int slot, bool forward) const {
+  Entry bound;
+  if (forward) bound.Fill(0xFF, slot == kPhysicalSlot ? kPositionEntrySize : EntrySizeOf(slot) + 1);
+  return bound;
+}
+
+ServerFile::Stretch ServerFile::ReadStretch(int slot, bool forward, ByteView bound,
+                                            const std::optional<Entry>& end,
+                                            const StretchLimits& limits, const ScanFilter& filter) {
+  const std::string by = OrderColumn(slot);
+  const Entry farthest = end ? *end : FarthestBound(slot, forward);
+  Arguments arguments;
+  AddBound(arguments, slot, bound);
+  AddBound(arguments, slot, farthest.View());
+  arguments.Add(limits.examined).Add(limits.sent).Add(limits.sentBytes);
+  arguments.Add(limits.rejects).Add(limits.period);
+  filter.AddTo(arguments);
+  std::vector<Question> questions;
+  questions.push_back(
+      {ScanStatement(RecordColumns(by, slot != kPhysicalSlot),
+                     TableName(place_.schema, place_.table), by, forward, filter.Text()),
+       arguments, Question::Kept::AmongMany});
+  if (end) {
+    const OrderTexts& texts = TextsOf(slot);
+    Arguments behind;
+    AddBound(behind, slot, farthest.View());
+    questions.push_back({forward ? texts.forward : texts.backward, behind.Add(int64_t{1})});
+  }
+  std::vector<Rows> answers = link_->AskAll(questions);
+  return {std::move(answers.front()), end ? std::move(answers.back()) : Rows()};
+}
+
+int64_t ServerFile::NumberInStretch(const Rows& rows, int row, int slot) const {
+  return rows.Number(row, ColumnOf(kNumber, slot));
+}
+
+bool ServerFile::IsLastOfStretch(const Rows& rows, int row, int slot) const {
+  return rows.Truth(row, ColumnOf(kIsLast, slot));
+}
+
+Hit ServerFile::BeforeInStretch(const Rows& rows, int row, int slot) const {
+  Hit hit;
+  hit.position = CheckedPosition(rows.Number(row, ColumnOf(kPositionBefore, slot)));
+  if (slot == kPhysicalSlot) return hit;
+  hit.entry = rows.Bytes(row, ColumnOf(kEntryBefore, slot));
+  CheckEntry(hit.entry, EntrySizeOf(slot));
+  return hit;
 }
 
 size_t ServerFile::EntrySizeOf(int slot) const noexcept {

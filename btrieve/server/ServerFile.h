@@ -1,10 +1,11 @@
 // A data file that stands on a server, as storage reads it.
 //
 // Walks read ahead: the first step asks for one record, the following ones for a batch of at most
-// kFirstBatch records or about kBatchBytes, which doubles up to kMostDoubled times while the walk
-// goes on. A batch is dropped once the server has told that the
+// kFirstBatch records or about kBatchBytes, which grows while the walk goes on, by kGrowth powers
+// of two at a time. A batch is dropped once the server has told that the
 // file was written, and when it is older than kOldestAnswer: then the walk goes on from where it
-// stood. So an answer is never older than that, and seldom older than the way from the server.
+// stood. So an answer is never older than that, and seldom older than the way from the server. An
+// extended read tells how much it wants; that is asked for at once, by its condition.
 //
 // Who writes has the file's row of btrieve_files locked from the beginning to the end, so writers
 // of one file come one after another. A record's write is two round trips: one begins the
@@ -19,6 +20,7 @@
 #include <vector>
 
 #include "btrieve/locks/LockSpace.h"
+#include "btrieve/server/ScanStatement.h"
 #include "btrieve/server/ServerLayout.h"
 #include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Storage.h"
@@ -26,9 +28,13 @@
 namespace btrieve::server {
 
 inline constexpr int64_t kFirstBatch = 50;
-inline constexpr int kMostDoubled = 4;
+inline constexpr int kGrowth = 3;
+inline constexpr int kMostGrown = 9;
 inline constexpr size_t kBatchBytes = 65536;
+inline constexpr size_t kMostBatchBytes = size_t{4} << 20;
 inline constexpr std::chrono::milliseconds kOldestAnswer{2000};
+// Records that the server goes through for one answer, at most.
+inline constexpr int64_t kMostExamined = 20000;
 
 // The statements that read one order of a file.
 struct OrderTexts {
@@ -76,6 +82,18 @@ class ServerFile final : public ForeignFile {
 
   // For walks: a batch of an order from the bound on.
   Rows ReadBatch(int slot, bool forward, ByteView bound, int64_t rows);
+  // A stretch of it, as ScanStatement tells, and where it has an end the record there, that is the
+  // first one from the end on: in one round trip, but each from the newest state.
+  struct Stretch {
+    Rows rows;
+    Rows beyond;
+  };
+  Stretch ReadStretch(int slot, bool forward, ByteView bound, const std::optional<Entry>& end,
+                      const StretchLimits& limits, const ScanFilter& filter);
+  int64_t NumberInStretch(const Rows& rows, int row, int slot) const;
+  bool IsLastOfStretch(const Rows& rows, int row, int slot) const;
+  // The record that the stretch has before a row which is not its first: position and entry.
+  Hit BeforeInStretch(const Rows& rows, int row, int slot) const;
   // A record of a batch; the views are the batch's. Throws for rows that nobody could have written.
   void TakeRow(const Rows& rows, int row, int slot, Hit& hit) const;
   // Raised whenever the server tells of a commit to the file, and by changes of one's own.
@@ -89,6 +107,9 @@ class ServerFile final : public ForeignFile {
   }
   const OrderTexts& TextsOf(int slot) const noexcept { return texts_[PlaceOf(slot)]; }
   Rows Ask(int slot, const std::string& text, ByteView bound) const;
+  // What orders it on the server.
+  std::string OrderColumn(int slot) const;
+  Entry FarthestBound(int slot, bool forward) const;
   size_t EntrySizeOf(int slot) const noexcept;
 
   void MakeOrders();

@@ -207,10 +207,11 @@ void ServerLink::SendQuestion(const Question& question, std::vector<Awaited>& aw
     awaited.emplace_back();
     return SendPrepared(found->second, question.arguments);
   }
-  const std::string name = "s" + std::to_string(names_++);
+  const bool isKept = question.kept == Question::Kept::Always || keptOfMany_ < kMostOfMany;
+  const std::string name = isKept ? "s" + std::to_string(names_++) : std::string();
   const char* text = question.text.c_str();
   if (!client_.PQsendPrepare(connection_, name.c_str(), text, 0, nullptr)) Break();
-  awaited.push_back({&question.text, name});
+  awaited.push_back({&question, name});
   awaited.emplace_back();
   SendPrepared(name, question.arguments);
 }
@@ -239,8 +240,9 @@ std::vector<Rows> ServerLink::TakeAnswers(const std::vector<Awaited>& awaited,
     Rows rows = TakeResults(end, refused);
     if (!each.prepares) {
       answers.push_back(std::move(rows));
-    } else if (refused == kOk) {
-      prepared_.emplace(*each.prepares, each.name);
+    } else if (refused == kOk && !each.name.empty()) {
+      prepared_.emplace(each.prepares->text, each.name);
+      if (each.prepares->kept == Question::Kept::AmongMany) ++keptOfMany_;
     }
   }
   AwaitAnswer(end);
@@ -341,8 +343,11 @@ void ServerLink::Listen(const std::string& channel) {
 
 uint64_t ServerLink::NoticesOf(const std::string& channel) {
   if (!connection_) throw Failure{kNotActive};
-  if (client_.PQconsumeInput(connection_) == 0) Break();
-  TakeNotices();
+  if (const auto now = Clock::now(); now >= looked_ + kBetweenLooks) {
+    looked_ = now;
+    if (client_.PQconsumeInput(connection_) == 0) Break();
+    TakeNotices();
+  }
   return notices_[channel];
 }
 
@@ -361,7 +366,7 @@ ServerLink& ServerLink::Beside() {
 }
 
 bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
-  constexpr std::chrono::milliseconds kBetweenLooks{50};
+  constexpr std::chrono::milliseconds kBetweenAttempts{50};
   const Arguments number = Arguments().Add(transaction);
   try {
     ServerLink other(client_, address_);
@@ -370,7 +375,7 @@ bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
       if (rows.IsNull(0, 0)) return false;
       const std::string status = TextOf(rows.Bytes(0, 0));
       if (status != "in progress") return status == "committed";
-      std::this_thread::sleep_for(kBetweenLooks);
+      std::this_thread::sleep_for(kBetweenAttempts);
     }
   } catch (...) {  // nobody can tell
   }

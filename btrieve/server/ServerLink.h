@@ -32,6 +32,9 @@ inline constexpr std::chrono::milliseconds kAnswerLimit{10000};
 // Bytes; a batch of the longest records has a fourth of them.
 inline constexpr size_t kLongestAnswer = size_t{16} << 20;
 inline constexpr std::chrono::milliseconds kLongAnswerLimit{600000};
+inline constexpr size_t kMostOfMany = 200;
+// Less than any way to a server; looking is the most that a read costs which needs not ask.
+inline constexpr std::chrono::microseconds kBetweenLooks{50};
 // How long the server waits for a file's row.
 inline constexpr std::chrono::milliseconds kLockLimit{3000};
 
@@ -53,10 +56,14 @@ class Arguments {
   std::vector<Value> values_;
 };
 
-// One statement, with one text for all its arguments' values: it is prepared by that.
+// One statement, with one text for all its arguments' values: it is prepared by that, and kept so.
 struct Question {
+  enum class Kept : uint8_t { Always, AmongMany };
+
   std::string text;
   Arguments arguments;
+  // AmongMany: its text is one of any number, of which kMostOfMany are kept.
+  Kept kept = Kept::Always;
 };
 
 class ServerLink {
@@ -88,7 +95,8 @@ class ServerLink {
 
   // Notifications of a channel are counted from here on.
   void Listen(const std::string& channel);
-  // How many have come. Takes in what stands at the socket, without waiting.
+  // How many have come. Takes in what stands at the socket, without waiting; what has come within
+  // kBetweenLooks of the last look may be left to the next one.
   uint64_t NoticesOf(const std::string& channel);
   // Round trips so far.
   uint64_t RoundTrips() const noexcept { return roundTrips_; }
@@ -122,9 +130,10 @@ class ServerLink {
   friend class CopyIn;
   using Clock = std::chrono::steady_clock;
 
-  // What a connection still has to answer: a statement's preparation, or the statement.
+  // What a connection still has to answer: a statement's preparation, or the statement. Without a
+  // name it is gone with the next such.
   struct Awaited {
-    const std::string* prepares = nullptr;  // by its text
+    const Question* prepares = nullptr;
     std::string name;
   };
 
@@ -160,10 +169,12 @@ class ServerLink {
   std::unique_ptr<ServerLink> beside_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
   uint64_t names_ = 0;
+  size_t keptOfMany_ = 0;
   std::unordered_map<std::string, uint64_t> notices_;  // by channel
   uint64_t roundTrips_ = 0;
   std::chrono::milliseconds answerLimit_ = kAnswerLimit;
   size_t takenIn_ = 0;  // bytes of the answer under way
+  Clock::time_point looked_;
 };
 
 // Begins a transaction of the server's, which is undone at the end of the scope unless committed.

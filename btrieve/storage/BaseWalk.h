@@ -25,6 +25,8 @@ class BaseWalk {
   void Start(Storage& storage, int slot, bool forward, ByteView bound);
   // False at the end, and ever after. What the hit views stays until the file's next read.
   bool Step(Hit& hit);
+  // As ForeignWalk has it.
+  bool Search(Hit& hit, ScanDemand& demand);
   // The record stepped to last, once more: others may have been read meanwhile.
   void ReadAgain(Hit& hit);
   void End() noexcept;

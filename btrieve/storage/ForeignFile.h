@@ -37,6 +37,7 @@
 namespace btrieve {
 
 struct Hit;
+struct ScanDemand;
 
 // Goes through one order.
 class ForeignWalk {
@@ -48,6 +49,10 @@ class ForeignWalk {
 
   // False at the end, and ever after.
   virtual bool Step(Hit& hit) = 0;
+  // The same for an extended read. Records that the demand's request rejects, but not at the end,
+  // may be passed over: they are taken off its rejections, of which one is left, so that the reader
+  // itself rejects the last; and never the order's last record. The demand tells which came last.
+  virtual bool Search(Hit& hit, ScanDemand&) { return Step(hit); }
 };
 
 // A write of one record outside of transactions, begun in one step with what it must know.

@@ -10,6 +10,7 @@
 #include "platform/BtrCall.h"
 #include "tests/bench/OrdersForm.h"
 #include "tests/bench/ServerPlace.h"
+#include "tests/btrieve/kit/Descriptor.h"
 
 namespace bench {
 namespace {
@@ -32,9 +33,9 @@ class Linked {
         BTRCALL(BtrOpOpen, block_, nullptr, &length, path.data(), 255, BtrModeNormal);
     Check(status == 0, "the linked file could not be opened");
   }
-  int Get(uint16_t operation) {
-    uint32_t length = kRecordLength;
-    return BTRCALL(operation, block_, record_.data(), &length, key_, 255, 0);
+  int Get(uint16_t operation) { return Call(operation, record_.data(), kRecordLength); }
+  int Call(uint16_t operation, uint8_t* data, uint32_t length) {
+    return BTRCALL(operation, block_, data, &length, key_, 255, 0);
   }
   const Record& Last() const { return record_; }
 
@@ -44,8 +45,13 @@ class Linked {
   Record record_;
 };
 
-void WalkLinked() {
+Linked& TheLinked() {
   static Linked linked;
+  return linked;
+}
+
+void WalkLinked() {
+  Linked& linked = TheLinked();
   uint32_t count = 0;
   uint64_t sum = 0;
   for (int status = linked.Get(BtrOpGetFirst); status == 0; status = linked.Get(BtrOpGetNext)) {
@@ -73,6 +79,49 @@ void WalkByHand() {
       TakeAll("FETCH 50 FROM walk", [&](btrieve::ByteView data) { sum += data[31]; });
   Link().Run("COMMIT");
   Check(count == kWalked && sum != 0, "the cursor went wrong");
+}
+
+// Quantities from 50 on, of the last hundred names: one record in a thousand.
+constexpr char kLowestName[] = "name 000000049921";
+constexpr size_t kNameLength = sizeof kLowestName - 1;
+
+uint32_t FoundByHand() {
+  static const std::string sql =
+      "SELECT data FROM bench.records WHERE get_byte(data, 4) >= 50 AND "
+      "substring(data FROM 9 FOR 17) >= '" +
+      std::string(kLowestName) + "' ORDER BY k1";
+  return static_cast<uint32_t>(Link().Ask(sql).Count());
+}
+
+void SearchByHand() { Check(FoundByHand() > kWalked / 2000, "the query went wrong"); }
+
+// By extended reads; each call gives up after so many records.
+template <uint16_t kRejects>
+void Search() {
+  using btrieve::test::Descriptor;
+  constexpr uint16_t kWanted = 300;
+  Linked& linked = TheLinked();
+  static const uint32_t expected = FoundByHand();
+  Descriptor search{.signature = "UC",
+                    .rejects = kRejects,
+                    .terms = {{1, 4, 4, btrieve::test::kGe, btrieve::test::kAndNext,
+                               btrieve::test::Number(int32_t{50})},
+                              {0, kNameLength, 8, btrieve::test::kGe, btrieve::test::kLastTerm,
+                               btrieve::test::Padded(kLowestName, kNameLength)}},
+                    .wanted = kWanted,
+                    .fields = {{kRecordLength, 0}}};
+  std::vector<uint8_t> buffer(2 + kWanted * (6 + kRecordLength));
+  Check(linked.Get(BtrOpGetFirst) == 0, "no first record");
+  uint32_t found = 0;
+  int status = 0;
+  for (; status == 0 || status == 60; search.signature = "EG") {
+    std::ranges::copy(btrieve::test::DescriptorBytes(search), buffer.begin());
+    status = linked.Call(BtrOpGetNextExtended, buffer.data(), static_cast<uint32_t>(buffer.size()));
+    uint16_t count;
+    std::memcpy(&count, buffer.data(), sizeof count);
+    found += count;
+  }
+  Check(status == 9 && found == expected, "the search went wrong");
 }
 
 // A new file on the server, in a folder whose dictionary is there, filled by blocks.
@@ -223,6 +272,9 @@ int main(int argc, char** argv) {
          CopyByHand);
   Figure("a list of 10,000 records on a server, over one query", 2.0, PlainList, ListByHand);
   Figure("the same by extended reads", 2.0, ExtendedList, ListByHand);
+  Figure("1 in 1,000 of 100,000 records found on a server, over one query", 3.0, Search<0>,
+         SearchByHand);
+  Figure("the same by calls that give up after 100 records", 4.0, Search<100>, SearchByHand);
   const int code = RunRatios(argc, argv);
   const bool kept = Tell("round trips of a click on Next with ten bound edits", TripsOfNext(), 2);
   const bool keptToo =

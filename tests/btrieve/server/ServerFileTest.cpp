@@ -5,6 +5,7 @@
 #include "ServerSite.h"
 #include "btrieve/server/ServerLocks.h"
 #include "clients/TestFile.h"
+#include "kit/Descriptor.h"
 #include "kit/ModelRun.h"
 #include "tests/support/Setting.h"
 
@@ -101,8 +102,37 @@ TEST_F(LinkedPairs, ReadsAheadInBatches) {
     for (int op = kGetFirst; Get(op).status == 0; op = kGetNext) ++read;
   });
   EXPECT_EQ(read, kRecords);
-  EXPECT_LE(trips, 6u);  // 1, 50, 100, 200, 400, 800
+  EXPECT_LE(trips, 4u);  // 1, 50, 400, the rest
   EXPECT_EQ(RoundTripsOf([&] { Get(kGetEqual, 0, Number(int32_t{500})); }), 1u);
+}
+
+// However much of the file its condition goes through, and where it ends.
+TEST_F(LinkedPairs, AnswersAnExtendedReadByOneRequest) {
+  const TermOf none{1, 4, 8, kNe, kLastTerm, Number(int32_t{0})};
+  const TermOf late{1, 4, 0, kGe, kLastTerm, Number(int32_t{990})};
+  const TermOf early{1, 4, 0, kLt, kLastTerm, Number(int32_t{5})};
+  const TermOf folded{0, 4, 8, kEq | kWithFold, kLastTerm, Bytes(4, 0)};
+  const struct {
+    Descriptor asked;
+    Status status;
+    int32_t count, last;
+  } kCases[] = {
+      {{.wanted = 700}, 0, 700, 700},
+      {{.terms = {none}, .wanted = 10}, kEndOfFile, 0, 999},
+      {{.rejects = 300, .terms = {none}, .wanted = 10}, kRejectCount, 0, 300},
+      {{.terms = {late}, .wanted = 5}, 0, 5, 994},
+      {{.terms = {early}, .wanted = 700}, kFilterLimit, 4, 5},
+      {{.terms = {folded}, .wanted = 700}, 0, 700, 700},
+  };
+  for (const auto& row : kCases) {
+    const CallIn in{.data = DescriptorBytes(row.asked), .room = 9000};
+    ASSERT_EQ(IdOf(Get(kGetFirst)), 0);
+    CallOut out;
+    EXPECT_EQ(RoundTripsOf([&] { out = file_.Call(kGetNextExtended, in); }), 1u);
+    EXPECT_EQ(out.status, row.status);
+    EXPECT_EQ(NumberAt<uint16_t>(out.data, 0), row.count);
+    EXPECT_EQ(NumberAt<int32_t>(file_.Call(kGetPosition, {.room = 4}).data, 0), row.last + 1);
+  }
 }
 
 TEST_F(LinkedPairs, SeesWhatOthersWriteInTheMidstOfABatch) {
