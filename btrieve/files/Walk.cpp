@@ -25,23 +25,19 @@ void Walk::Start(DataFile& file, int slot, bool forward, ByteView bound) {
   base_.Start(file.Base(), slot, forward, bound);
 }
 
-bool Walk::Step(Hit& hit) {
-  if (!overlay_) return base_.Step(hit);
-  return StepMerged(hit, [this] { return base_.Step(baseHit_); });
-}
+bool Walk::Step(Hit& hit) { return overlay_ ? StepMerged(hit, nullptr) : base_.Step(hit); }
 
 // With changes of one's own every record of the file is to be met: what has been changed may be
 // among them, and what is passed over could not be counted between the changes.
 bool Walk::Search(Hit& hit, ScanDemand& demand) {
   if (!overlay_) return base_.Search(hit, demand);
   ScanDemand all{nullptr, demand.wanted, demand.rejects, demand.oneByOne};
-  return StepMerged(hit, [&] { return base_.Search(baseHit_, all); });
+  return StepMerged(hit, &all);
 }
 
-template <class Advance>
-void Walk::AdvanceBase(Advance advance) {
+void Walk::AdvanceBase(ScanDemand* demand) {
   if (ahead_ != Ahead::Unknown) return;
-  while (advance()) {
+  while (demand ? base_.Search(baseHit_, *demand) : base_.Step(baseHit_)) {
     if (overlay_->Find(baseHit_.position)) continue;
     ahead_ = Ahead::Read;
     return;
@@ -92,9 +88,8 @@ void Walk::PassOverlaid(const Hit& hit) {
   if (forward_) place_.MoveBehind();
 }
 
-template <class Advance>
-bool Walk::StepMerged(Hit& hit, Advance advance) {
-  AdvanceBase(advance);
+bool Walk::StepMerged(Hit& hit, ScanDemand* demand) {
+  AdvanceBase(demand);
   Hit overlaid;
   const bool found = FindOverlaid(overlaid);
   if (ahead_ != Ahead::None && (!found || BaseComesFirst(overlaid))) {

@@ -26,10 +26,8 @@ class Walk {
   // Kept: read before others were.
   enum class Ahead : uint8_t { Unknown, Read, Kept, None };
 
-  template <class Advance>
-  bool StepMerged(Hit& hit, Advance advance);
-  template <class Advance>
-  void AdvanceBase(Advance advance);
+  bool StepMerged(Hit& hit, ScanDemand* demand);
+  void AdvanceBase(ScanDemand* demand);
   bool FindOverlaid(Hit& hit) const;
   bool FindOverlaidEntry(Hit& hit) const;
   bool FindOverlaidPosition(Hit& hit) const;

@@ -101,11 +101,24 @@ class ExtendedRead {
     return kOk;
   }
 
+  // A file of our own has every record met, in a loop that knows of nothing else.
   Status Search() {
+    Walk& walk = cursor_.walk;
+    if (!call_.File().Base().Foreign()) {
+      return SearchBy([&walk](Hit& hit) { return walk.Step(hit); });
+    }
+    return SearchBy([this, &walk](Hit& hit) {
+      if (!walk.Search(hit, demand_)) return false;
+      if (demand_.passed.position != 0) last_.TakePassed(demand_.passed);
+      return true;
+    });
+  }
+
+  template <class Meet>
+  Status SearchBy(Meet meet) {
     Status status = kOk;
     Hit hit;
-    while (cursor_.walk.Search(hit, demand_)) {
-      if (demand_.passed.position != 0) last_.TakePassed(demand_.passed);
+    while (meet(hit)) {
       if (Examine(hit, status) == Next::Stop) return status;
     }
     cursor_.walkIsHere = false;

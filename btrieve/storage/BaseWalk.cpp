@@ -123,11 +123,6 @@ bool BaseWalk::Step(Hit& hit) {
   return slot_ == kPhysicalSlot ? StepByPlace(hit) : StepAlong(hit);
 }
 
-bool BaseWalk::Search(Hit& hit, ScanDemand& demand) {
-  if (!storage_) return foreign_ && foreign_->Search(hit, demand);
-  return Step(hit);
-}
-
 void BaseWalk::ReadAgain(Hit& hit) {
   if (!storage_) return;  // elsewhere the walk keeps what it has given
   ByteView row;

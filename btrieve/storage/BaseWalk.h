@@ -26,7 +26,9 @@ class BaseWalk {
   // False at the end, and ever after. What the hit views stays until the file's next read.
   bool Step(Hit& hit);
   // As ForeignWalk has it.
-  bool Search(Hit& hit, ScanDemand& demand);
+  bool Search(Hit& hit, ScanDemand& demand) {
+    return foreign_ ? foreign_->Search(hit, demand) : Step(hit);
+  }
   // The record stepped to last, once more: others may have been read meanwhile.
   void ReadAgain(Hit& hit);
   void End() noexcept;
