@@ -272,7 +272,7 @@ int main(int argc, char** argv) {
          CopyByHand);
   Figure("a list of 10,000 records on a server, over one query", 2.0, PlainList, ListByHand);
   Figure("the same by extended reads", 2.0, ExtendedList, ListByHand);
-  Figure("1 in 1,000 of 100,000 records found on a server, over one query", 3.0, Search<0>,
+  Figure("1 in 1,000 of 100,000 records found on a server, over one query", 4.0, Search<0>,
          SearchByHand);
   Figure("the same by calls that give up after 100 records", 4.0, Search<100>, SearchByHand);
   const int code = RunRatios(argc, argv);
