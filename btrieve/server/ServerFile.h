@@ -20,6 +20,7 @@
 
 #include "btrieve/locks/LockSpace.h"
 #include "btrieve/server/ServerLayout.h"
+#include "btrieve/server/ServerRanges.h"
 #include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Storage.h"
 
@@ -88,7 +89,8 @@ class ServerFile final : public ForeignFile {
     return static_cast<size_t>(place);
   }
   const OrderTexts& TextsOf(int slot) const noexcept { return texts_[PlaceOf(slot)]; }
-  Rows Ask(int slot, const std::string& text, ByteView bound) const;
+  Rows AskPlace(const std::string& text, const Arguments& arguments) const;
+  RangedFile Ranged() const { return {place_.schema, place_.table, spec_.id}; }
   size_t EntrySizeOf(int slot) const noexcept;
 
   void MakeOrders();
@@ -111,6 +113,7 @@ class ServerFile final : public ForeignFile {
   Rows fetched_;
   int32_t object_ = 0;  // of the table, as the locks' first key
   bool writes_ = false;
+  bool later_ = false;        // what it writes is only written down for its ranges
   bool respecified_ = false;  // keys came or went in this write transaction
   ServerSpec specBefore_;
   Head stored_;          // as the server has them in it
