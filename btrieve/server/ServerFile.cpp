@@ -64,6 +64,14 @@ OwnerRecord ServerFile::Owner() {
   return ReadServerSpec(*link_, place_.schema, place_.table).owner;
 }
 
+// An empty file that replaces one has another number.
+bool ServerFile::IsInPlace() {
+  return link_
+             ->Ask("SELECT id FROM " + FilesTable(place_.schema) + " WHERE id = $1",
+                   Arguments().Add(spec_.id))
+             .Count() == 1;
+}
+
 void ServerFile::Refresh() {
   const uint64_t notices = link_->NoticesOf(channel_);
   if (notices != notices_) ForgetRead();

@@ -51,6 +51,7 @@ class ServerFile final : public ForeignFile {
   void Refresh() override;
   bool IsCurrent() noexcept override;
   bool IsLost() const noexcept override { return !link_->IsAlive(); }
+  bool IsInPlace() override;
   Head Counts() override;
   uint64_t Total(int slot) const override;
   uint64_t RankOf(int slot, ByteView bound) override;
