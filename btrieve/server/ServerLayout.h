@@ -14,6 +14,8 @@
 //   data   bytea, the record
 //   k<id>  bytea, one for each key: the record's entry, null where the key leaves it out; with an
 //          index in the order of bytes that allows no entry twice
+//
+// Beside them stand the counts of ranges (ServerRanges.h).
 #pragma once
 
 #include <cstdint>

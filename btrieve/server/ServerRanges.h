@@ -31,7 +31,7 @@ namespace btrieve::server {
 // The key of an order: that of positions, beside keys by their ids.
 inline constexpr uint16_t kPositionsKey = 0;
 
-// What the table of files stands for, in SQL; the names are IsServerName.
+// The names are IsServerName.
 struct RangedFile {
   std::string schema;
   std::string table;

@@ -121,6 +121,7 @@ void CopyToServer(Storage& file, ServerLink& link, const std::string& schema,
     if (watch) watch(++done);
   }
   copy.Finish();
+  const ServerLink::LongAnswers patience(link);
   CountRanges(link, made, spec.keyIds);
   FollowWrites(link, made, spec.keyIds);
 }
