@@ -225,7 +225,7 @@ Status CheckWritable(const Cursor& cursor) noexcept {
 }
 
 // A block on its way to a file that is kept elsewhere takes about as much room there as an answer.
-constexpr size_t kBlockRecords = 256;
+constexpr size_t kBlockRecords = 1024;
 constexpr size_t kBlockBytes = 1u << 20;
 
 bool WantsAutoIncrement(const DataFile& file, ByteView image) {

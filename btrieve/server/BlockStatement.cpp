@@ -102,7 +102,7 @@ Question BlockStatement::Make(std::span<const RowChange> changes, const Head& he
   question_.text =
       "WITH g AS MATERIALIZED (SELECT " + values + "), w AS (INSERT INTO " + table_ + "(" + names +
       ") SELECT * FROM unnest(" + arrays +
-      ") ON CONFLICT DO NOTHING RETURNING 1 AS one), h AS "
+      ") RETURNING 1 AS one), h AS "
       "(UPDATE " +
       files_ + " SET next = " + Number(head.nextPosition) + ", records = " + Number(head.records) +
       ", version = " + Number(static_cast<int64_t>(head.version)) +

@@ -1,6 +1,5 @@
 // The statement that adds many records to a file on a server: their columns as arrays, and the
-// file's counters. Which of them have met a taken value it leaves out, so who wants all or none
-// compares the number.
+// file's counters. A value that is taken refuses it.
 #pragma once
 
 #include <span>

@@ -5,6 +5,7 @@
 #include "btrieve/locks/LockSpace.h"
 #include "btrieve/server/ServerLayout.h"
 #include "btrieve/server/ServerLocks.h"
+#include "btrieve/server/ServerRanges.h"
 #include "btrieve/system/HostFile.h"
 
 namespace btrieve::server {
@@ -51,6 +52,7 @@ Head EmptyHead(const FileSpec& file) {
 }
 
 void Drop(ServerLink& link, const LinkFile& place) {
+  DropAllRanges(link, place.schema, ReadServerSpec(link, place.schema, place.table).id);
   link.Run("DROP TABLE " + TableName(place.schema, place.table));
   link.Ask("DELETE FROM " + FilesTable(place.schema) + " WHERE name = $1",
            Arguments().Add(ViewOf(place.table)));

@@ -22,16 +22,19 @@ std::string RecordColumns(const std::string& by, bool isKey) {
   return "pos, ver, num, data" + (isKey ? ", " + by : std::string());
 }
 
-OrderTexts MakeTexts(const std::string& table, const std::string& by, bool isKey) {
+OrderTexts MakeTexts(const RangedFile& file, uint16_t key) {
+  const bool isKey = key != kPositionsKey;
+  const std::string table = TableName(file.schema, file.table);
+  const std::string by = isKey ? KeyColumn(key) : "pos";
   const std::string from = " FROM " + table + " WHERE " + by;
   const std::string row = "SELECT " + RecordColumns(by, isKey) + from;
   const std::string order = " ORDER BY " + by;
   return {
       row + " >= $1" + order + " LIMIT $2",
       row + " < $1" + order + " DESC LIMIT $2",
-      "SELECT count(*)" + from + " IS NOT NULL",
-      "SELECT count(*)" + from + " < $1",
-      "SELECT " + by + from + " IS NOT NULL" + order + " OFFSET $1 LIMIT 1",
+      TotalText(file, key),
+      RankText(file, key),
+      EntryText(file, key),
   };
 }
 
@@ -62,11 +65,10 @@ ServerFile::ServerFile(const LinkFile& link)
 }
 
 void ServerFile::MakeOrders() {
-  const std::string table = TableName(place_.schema, place_.table);
-  texts_ = {MakeTexts(table, "pos", false)};
+  texts_ = {MakeTexts(Ranged(), kPositionsKey)};
   entrySizes_.clear();
   for (size_t slot = 0; slot < spec_.file.keys.size(); ++slot) {
-    texts_.push_back(MakeTexts(table, KeyColumn(spec_.keyIds[slot]), true));
+    texts_.push_back(MakeTexts(Ranged(), spec_.keyIds[slot]));
     const KeySpec& key = spec_.file.keys[slot];
     entrySizes_.push_back(Index(spec_.file, key, spec_.keyIds[slot]).EntrySize());
   }
@@ -76,6 +78,14 @@ void ServerFile::MakeOrders() {
 // It may have been set since.
 OwnerRecord ServerFile::Owner() {
   return ReadServerSpec(*link_, place_.schema, place_.table).owner;
+}
+
+// An empty file that replaces one has another number.
+bool ServerFile::IsInPlace() {
+  return link_
+             ->Ask("SELECT id FROM " + FilesTable(place_.schema) + " WHERE id = $1",
+                   Arguments().Add(spec_.id))
+             .Count() == 1;
 }
 
 void ServerFile::Refresh() {
@@ -99,22 +109,25 @@ Head ServerFile::Counts() {
 
 uint64_t ServerFile::Total(int slot) const {
   auto& total = totals_[PlaceOf(slot)];
-  if (!total) total = static_cast<uint64_t>(OnlyNumber(link_->Ask(TextsOf(slot).total)));
+  if (!total) total = static_cast<uint64_t>(OnlyNumber(AskPlace(TextsOf(slot).total, {})));
   return *total;
 }
 
-Rows ServerFile::Ask(int slot, const std::string& text, ByteView bound) const {
-  Arguments arguments;
-  AddBound(arguments, slot, bound);
-  return link_->Ask(text, arguments);
+// Within a transaction ranges are read when they are as the records are.
+Rows ServerFile::AskPlace(const std::string& text, const Arguments& arguments) const {
+  if (!later_) return link_->Ask(text, arguments);
+  const std::vector<Question> questions = {FoldQuestion(Ranged()), {text, arguments}};
+  return std::move(link_->AskAll(questions).back());
 }
 
 uint64_t ServerFile::RankOf(int slot, ByteView bound) {
-  return static_cast<uint64_t>(OnlyNumber(Ask(slot, TextsOf(slot).rank, bound)));
+  Arguments arguments;
+  slot == kPhysicalSlot ? arguments.Add(BoundPosition(bound)) : arguments.Add(bound);
+  return static_cast<uint64_t>(OnlyNumber(AskPlace(TextsOf(slot).rank, arguments)));
 }
 
 Entry ServerFile::EntryAt(int slot, uint64_t rank) {
-  const Rows rows = link_->Ask(TextsOf(slot).entry, Arguments().Add(static_cast<int64_t>(rank)));
+  const Rows rows = AskPlace(TextsOf(slot).entry, Arguments().Add(static_cast<int64_t>(rank)));
   if (rows.Count() == 0) {  // others have deleted records since they were counted
     Entry behind;
     behind.Fill(0xFF, (slot == kPhysicalSlot ? kPositionEntrySize : EntrySizeOf(slot)) + 1);

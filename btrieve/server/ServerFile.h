@@ -22,6 +22,7 @@
 #include "btrieve/locks/LockSpace.h"
 #include "btrieve/server/ScanStatement.h"
 #include "btrieve/server/ServerLayout.h"
+#include "btrieve/server/ServerRanges.h"
 #include "btrieve/storage/ForeignFile.h"
 #include "btrieve/storage/Storage.h"
 
@@ -56,6 +57,7 @@ class ServerFile final : public ForeignFile {
   void Refresh() override;
   bool IsCurrent() noexcept override;
   bool IsLost() const noexcept override { return !link_->IsAlive(); }
+  bool IsInPlace() override;
   Head Counts() override;
   uint64_t Total(int slot) const override;
   uint64_t RankOf(int slot, ByteView bound) override;
@@ -106,10 +108,11 @@ class ServerFile final : public ForeignFile {
     return static_cast<size_t>(place);
   }
   const OrderTexts& TextsOf(int slot) const noexcept { return texts_[PlaceOf(slot)]; }
-  Rows Ask(int slot, const std::string& text, ByteView bound) const;
   // What orders it on the server.
   std::string OrderColumn(int slot) const;
   Entry FarthestBound(int slot, bool forward) const;
+  Rows AskPlace(const std::string& text, const Arguments& arguments) const;
+  RangedFile Ranged() const { return {place_.schema, place_.table, spec_.id}; }
   size_t EntrySizeOf(int slot) const noexcept;
 
   void MakeOrders();
@@ -132,6 +135,7 @@ class ServerFile final : public ForeignFile {
   Rows fetched_;
   int32_t object_ = 0;  // of the table, as the locks' first key
   bool writes_ = false;
+  bool later_ = false;        // what it writes is only written down for its ranges
   bool respecified_ = false;  // keys came or went in this write transaction
   ServerSpec specBefore_;
   Head stored_;          // as the server has them in it

@@ -67,9 +67,12 @@ Status ServerFile::AddKey(const FileSpec& changed, size_t slot, Head& head) {
   spec.file = changed;
   spec.keyIds.insert(spec.keyIds.begin() + static_cast<ptrdiff_t>(slot), id);
   const Index index(changed, changed.keys[slot], id);
+  IgnoreWrites(*link_, Ranged());
   link_->Run("ALTER TABLE " + table + " ADD COLUMN " + KeyColumn(id) + " bytea");
   FillKey(*link_, table, index);
   link_->Run("CREATE UNIQUE INDEX ON " + table + "(" + KeyColumn(id) + ")");
+  CountRanges(*link_, Ranged(), id);
+  FollowWrites(*link_, Ranged(), spec.keyIds);
   head.distinct.insert(head.distinct.begin() + static_cast<ptrdiff_t>(slot),
                        CountValues(*link_, table, index));
   WriteServerSpec(*link_, place_.schema, spec, head);
@@ -84,8 +87,11 @@ void ServerFile::RemoveKey(const FileSpec& changed, size_t slot, Head& head) {
   const uint16_t id = spec.keyIds[slot];
   spec.file = changed;
   spec.keyIds.erase(spec.keyIds.begin() + static_cast<ptrdiff_t>(slot));
+  IgnoreWrites(*link_, Ranged());  // its trigger looks at the column
+  DropRanges(*link_, Ranged(), id);
   link_->Run("ALTER TABLE " + TableName(place_.schema, place_.table) + " DROP COLUMN " +
              KeyColumn(id));
+  FollowWrites(*link_, Ranged(), spec.keyIds);
   head.distinct.erase(head.distinct.begin() + static_cast<ptrdiff_t>(slot));
   WriteServerSpec(*link_, place_.schema, spec, head);
   specBefore_ = spec_;

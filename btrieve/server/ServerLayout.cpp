@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "btrieve/server/ServerRanges.h"
+
 namespace btrieve::server {
 namespace {
 
 constexpr char kFiles[] = "btrieve_files";
-
-std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 
 // The tables of a schema; $ stands for its name.
 constexpr char kSchemaText[] =
@@ -86,6 +86,8 @@ std::string TableText(const std::string& name, const std::vector<uint16_t>& keyI
 
 }  // namespace
 
+std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
+
 std::string TableName(const std::string& schema, const std::string& table) {
   return Quoted(schema) + "." + Quoted(table);
 }
@@ -96,6 +98,12 @@ std::string ChannelOf(int64_t fileId) { return "btrieve_" + std::to_string(fileI
 
 void MakeServerSchema(ServerLink& link, const std::string& schema) {
   link.Run(With(kSchemaText, schema));
+  link.Run(RangesSchemaText(schema));
+}
+
+void DropServerSchema(ServerLink& link, const std::string& schema) {
+  link.Run(With("DROP TABLE $.btrieve_files; DROP FUNCTION IF EXISTS $.btrieve_notify()", schema));
+  link.Run(DropRangesText(schema));
 }
 
 std::string FilesTable(const std::string& schema) { return TableName(schema, kFiles); }
@@ -117,8 +125,11 @@ int64_t MakeServerFile(ServerLink& link, const std::string& schema, const std::s
                                  "$10::text::bigint[]) ON CONFLICT DO NOTHING RETURNING id",
                              arguments.Add(ViewOf(counts)));
   if (made.Count() == 0) throw Failure{kFileExists};
+  const RangedFile file{schema, table, made.Number(0, 0)};
   link.Run(TableText(TableName(schema, table), spec.keyIds));
-  return made.Number(0, 0);
+  CountRanges(link, file, spec.keyIds);
+  FollowWrites(link, file, spec.keyIds);
+  return file.id;
 }
 
 int32_t ObjectOf(ServerLink& link, const std::string& tableName) {

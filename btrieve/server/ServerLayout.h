@@ -14,6 +14,8 @@
 //   data   bytea, the record
 //   k<id>  bytea, one for each key: the record's entry, null where the key leaves it out; with an
 //          index in the order of bytes that allows no entry twice
+//
+// Beside them stand the counts of ranges (ServerRanges.h).
 #pragma once
 
 #include <cstdint>
@@ -39,12 +41,15 @@ struct ServerSpec {
 };
 
 // Names of the server's, to stand in SQL: schema and table are IsServerName.
+std::string Quoted(const std::string& name);
 std::string TableName(const std::string& schema, const std::string& table);
 std::string KeyColumn(uint16_t keyId);
 std::string ChannelOf(int64_t fileId);
 
 // The schema with its table of files, where they are missing.
 void MakeServerSchema(ServerLink& link, const std::string& schema);
+// What that has made, the schema excepted, in which others may have something.
+void DropServerSchema(ServerLink& link, const std::string& schema);
 // An empty file in one transaction; `id` of `spec` is not looked at, and returned. 59 where the
 // schema has the table.
 int64_t MakeServerFile(ServerLink& link, const std::string& schema, const std::string& table,

@@ -12,6 +12,7 @@
 // unique key is taken; 100 no memory; 2 for anything else.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <memory>
@@ -111,16 +112,17 @@ class ServerLink {
   // longer until the end of the scope.
   class LongAnswers {
    public:
-    explicit LongAnswers(ServerLink& link) : link_(link) {
+    explicit LongAnswers(ServerLink& link) : link_(link), before_(link.answerLimit_) {
       link.Run("SET LOCAL statement_timeout = 0");
-      link.answerLimit_ = kLongAnswerLimit;
+      link.answerLimit_ = std::max(before_, kLongAnswerLimit);
     }
-    ~LongAnswers() { link_.answerLimit_ = kAnswerLimit; }
+    ~LongAnswers() { link_.answerLimit_ = before_; }
     LongAnswers(const LongAnswers&) = delete;
     LongAnswers& operator=(const LongAnswers&) = delete;
 
    private:
     ServerLink& link_;
+    std::chrono::milliseconds before_;
   };
 
   // For who cannot leave it as it is: the server undoes what was under way and lets go of all.

@@ -53,6 +53,7 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
   const bool begins = !work.IsOpen();
   std::vector<Question> questions;
   if (begins) questions.push_back({kBegin, {}});
+  if (begins && !lone) questions.push_back(LaterQuestion());
   const size_t headAt = questions.size();
   questions.push_back(HeadQuestion(FilesTable(place_.schema), spec_.file.keys.size(), spec_.id,
                                    lone ? &object_ : nullptr));
@@ -72,6 +73,7 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
       return kFileInUse;
     }
     Begun(answers[headAt], head);
+    later_ = !lone;
     if (wantsBlocks) lone->takesBlocks = answers[headAt + 1].Truth(0, 0);
     if (!hasRecord) return kOk;
     fetched_ = std::move(answers[headAt + 1]);
@@ -97,6 +99,7 @@ void ServerFile::Begun(const Rows& heads, Head& head) {
 
 void ServerFile::Leave() noexcept {
   writes_ = false;
+  later_ = false;
   link_->Work().Leave();
 }
 
@@ -107,6 +110,7 @@ Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryT
   questions.push_back(statement.Make(change, head, terms, object_));
   ForgetRead();
   const bool commits = terms.commits && link_->Work().IsLast();
+  if (commits && later_) questions.push_back(FoldQuestion(Ranged()));
   if (commits) questions.push_back({kCommit, {}});
   std::vector<Rows> answers;
   try {
@@ -151,13 +155,17 @@ Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& he
   BlockStatement statement(spec_, TableName(place_.schema, place_.table),
                            FilesTable(place_.schema));
   const std::vector<Question> questions = {{"SAVEPOINT btrieve_block", {}},
-                                           statement.Make(changes, head)};
+                                           statement.Make(changes, head),
+                                           {"RELEASE SAVEPOINT btrieve_block", {}}};
   ForgetRead();
-  const std::vector<Rows> answers = link_->AskAll(questions);
-  const bool areAll = answers[1].Number(0, 0) == static_cast<int64_t>(changes.size());
-  link_->Run(areAll ? "RELEASE SAVEPOINT btrieve_block"
-                    : "ROLLBACK TO SAVEPOINT btrieve_block; RELEASE SAVEPOINT btrieve_block");
-  if (!areAll) return kDuplicateKey;
+  try {
+    const std::vector<Rows> answers = link_->AskAll(questions);
+    if (answers[1].Number(0, 0) != static_cast<int64_t>(changes.size())) ThrowDamaged();
+  } catch (const Failure& failure) {
+    if (failure.status != kDuplicateKey || !link_->IsAlive()) throw;
+    link_->Run("ROLLBACK TO SAVEPOINT btrieve_block; RELEASE SAVEPOINT btrieve_block");
+    return kDuplicateKey;
+  }
   Keep(head);
   return kOk;
 }
@@ -184,6 +192,7 @@ void ServerFile::CommitWrite(const Head& head) {
   if (work.IsBroken()) throw Failure{kTransactionNotWritten};
   std::vector<Question> questions;
   if (HasChanged(head)) questions.push_back(HeadUpdate(head));
+  if (later_) questions.push_back(FoldQuestion(Ranged()));
   if (work.IsLast()) questions.push_back({kCommit, {}});
   try {
     if (!questions.empty()) link_->AskAll(questions);

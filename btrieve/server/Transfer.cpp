@@ -2,6 +2,7 @@
 
 #include "btrieve/pages/CheckedVfs.h"
 #include "btrieve/server/CopyIn.h"
+#include "btrieve/server/ServerRanges.h"
 #include "btrieve/storage/BaseWalk.h"
 #include "btrieve/system/DiskSpace.h"
 #include "btrieve/system/HostFile.h"
@@ -106,8 +107,10 @@ class Filling {
 void CopyToServer(Storage& file, ServerLink& link, const std::string& schema,
                   const std::string& table, const WorkWatch& watch) {
   file.RenewCounts();
-  MakeServerFile(link, schema, table, SpecOf(file), file.Counts());
+  const ServerSpec spec = SpecOf(file);
+  const RangedFile made{schema, table, MakeServerFile(link, schema, table, spec, file.Counts())};
   const auto& indexes = file.Indexes();
+  IgnoreWrites(link, made);
   CopyIn copy(link, TableName(schema, table),
               static_cast<uint16_t>(kRecordColumns + indexes.size()));
   BaseWalk walk;
@@ -118,6 +121,9 @@ void CopyToServer(Storage& file, ServerLink& link, const std::string& schema,
     if (watch) watch(++done);
   }
   copy.Finish();
+  const ServerLink::LongAnswers patience(link);
+  CountRanges(link, made, spec.keyIds);
+  FollowWrites(link, made, spec.keyIds);
 }
 
 void CopyToFile(Storage& file, const std::string& path, const WorkWatch& watch) {

@@ -174,9 +174,13 @@ Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& fil
   return isStill ? kOk : kLookAgain;
 }
 
+// Who waited at the gate may have waited for who put another file in its place.
 Status Session::OpenLink(DataFile& file, bool exclusive, HeldByte& gate) {
   if (const Status status = ReachServer(file, gate)) return status;
-  return Retry(true, [&] { return DeclareOpenElsewhere(file.Locks().Bytes(), exclusive); });
+  const Status status =
+      Retry(true, [&] { return DeclareOpenElsewhere(file.Locks().Bytes(), exclusive); });
+  if (status != kOk) return status;
+  return file.Base().Foreign()->IsInPlace() ? kOk : kLookAgain;
 }
 
 Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
@@ -217,7 +221,9 @@ Status Session::ReachAnew(DataFile& file, bool exclusive) {
   file.openExclusively = false;
   file.openNowhere = true;
   HeldByte gate;
-  if (const Status status = OpenLink(file, exclusive, gate)) return status;
+  Status status = kLookAgain;
+  while (status == kLookAgain) status = OpenLink(file, exclusive, gate);
+  if (status != kOk) return status;
   file.openExclusively = exclusive;
   file.openNowhere = false;
   return kOk;

@@ -89,6 +89,8 @@ class ForeignFile {
   virtual bool IsCurrent() noexcept { return true; }
   // It cannot be reached any more; whoever opens it anew reaches it again, or is told why not.
   virtual bool IsLost() const noexcept { return false; }
+  // False for a file in whose place another one has come since it was found.
+  virtual bool IsInPlace() { return true; }
 
   virtual Head Counts() = 0;
   virtual uint64_t Total(int slot) const = 0;

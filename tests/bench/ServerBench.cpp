@@ -19,44 +19,67 @@ constexpr uint32_t kWalked = 100000;
 constexpr int kListed = 10000;
 constexpr uint32_t kImported = 100000;
 constexpr uint32_t kBlock = 500;  // records
+constexpr uint32_t kMany = 1000000;
+constexpr uint32_t kFew = 10000;
+constexpr int kPlaces = 200;
 
-// A file on the server, open for the program's length.
+// A file on the server, open from its first use on: making another one closes all.
 class Linked {
  public:
-  Linked() {
-    std::string path = Workplace() + "/linked.btr";
-    { const BtrieveFile local(path, kWalked); }
+  Linked(const std::string& table, uint32_t records) {
+    path_ = Workplace() + "/" + table + ".btr";
+    { const BtrieveFile local(path_, records); }
     BTRCALL(BtrOpReset, nullptr, nullptr, nullptr, nullptr, 0, 0);
-    MoveToServer(path, "records");
-    uint32_t length = 0;
-    const int status =
-        BTRCALL(BtrOpOpen, block_, nullptr, &length, path.data(), 255, BtrModeNormal);
-    Check(status == 0, "the linked file could not be opened");
+    MoveToServer(path_, table);
   }
   int Get(uint16_t operation) { return Call(operation, record_.data(), kRecordLength); }
   int Call(uint16_t operation, uint8_t* data, uint32_t length) {
+    Open();
     return BTRCALL(operation, block_, data, &length, key_, 255, 0);
   }
   const Record& Last() const { return record_; }
+  // The record at hundredths of a percent along a key, then its place asked for.
+  void FindPlace(uint16_t hundredths, int8_t keyNumber) {
+    Open();
+    std::memcpy(record_.data(), &hundredths, sizeof hundredths);
+    uint32_t length = kRecordLength;
+    int status =
+        BTRCALL(BtrOpGetByPercentage, block_, record_.data(), &length, key_, 255, keyNumber);
+    Check(status == 0, "no record at a percentage");
+    uint32_t place = 0;
+    length = sizeof place;
+    status = BTRCALL(BtrOpFindPercentage, block_, &place, &length, key_, 255, keyNumber);
+    Check(status == 0 && std::abs(int(place) - hundredths) <= 1, "a percentage went wrong");
+  }
 
  private:
+  void Open() {
+    if (isOpen_) return;
+    uint32_t length = 0;
+    const int status =
+        BTRCALL(BtrOpOpen, block_, nullptr, &length, path_.data(), 255, BtrModeNormal);
+    Check(status == 0, "the linked file could not be opened");
+    isOpen_ = true;
+  }
+
+  std::string path_;
+  bool isOpen_ = false;
   uint8_t block_[BtrPositionBlockSize];
   uint8_t key_[255];
   Record record_;
 };
 
-Linked& TheLinked() {
-  static Linked linked;
+Linked& Walked() {
+  static Linked linked("records", kWalked);
   return linked;
 }
 
 void WalkLinked() {
-  Linked& linked = TheLinked();
   uint32_t count = 0;
   uint64_t sum = 0;
-  for (int status = linked.Get(BtrOpGetFirst); status == 0; status = linked.Get(BtrOpGetNext)) {
+  for (int status = Walked().Get(BtrOpGetFirst); status == 0; status = Walked().Get(BtrOpGetNext)) {
     ++count;
-    sum += linked.Last()[31];
+    sum += Walked().Last()[31];
   }
   Check(count == kWalked && sum != 0, "the walk went wrong");
 }
@@ -100,7 +123,7 @@ template <uint16_t kRejects>
 void Search() {
   using btrieve::test::Descriptor;
   constexpr uint16_t kWanted = 300;
-  Linked& linked = TheLinked();
+  Linked& linked = Walked();
   static const uint32_t expected = FoundByHand();
   Descriptor search{.signature = "UC",
                     .rejects = kRejects,
@@ -122,6 +145,19 @@ void Search() {
     found += count;
   }
   Check(status == 9 && found == expected, "the search went wrong");
+}
+
+template <uint32_t Records>
+Linked& Placed() {
+  static Linked linked("placed" + std::to_string(Records), Records);
+  return linked;
+}
+
+template <uint32_t Records>
+void FindPlaces() {
+  for (int round = 0; round < kPlaces; ++round) {
+    Placed<Records>().FindPlace(static_cast<uint16_t>(Scatter(round) % 10001), 0);
+  }
 }
 
 // A new file on the server, in a folder whose dictionary is there, filled by blocks.
@@ -263,10 +299,14 @@ double TripsOfUpdate() {
 
 int main(int argc, char** argv) {
   using namespace bench;
-  WalkLinked();  // The files are made before anything is timed.
+  Placed<kFew>();
+  Placed<kMany>();
+  Walked();  // The files are made before anything is timed.
   PlainList();
   Figure("100,000 records along a key on a server, over a cursor fetched by fifties", 2.0,
          WalkLinked, WalkByHand);
+  Figure("200 percentages and back among 1,000,000 records on a server, over 10,000", 1.5,
+         FindPlaces<kMany>, FindPlaces<kFew>);
   ImportLinked();
   Figure("100,000 records inserted in blocks on a server, over COPY", 3.0, ImportLinked,
          CopyByHand);

@@ -49,7 +49,8 @@ inline btrieve::server::LinkFile Place(const std::string& table) {
 inline ServerLink& Link() {
   static const std::shared_ptr<ServerLink> link = [] {
     auto made = ServerLink::To(Place("").server);
-    made->Run("DROP SCHEMA IF EXISTS bench CASCADE");
+    made->SetAnswerLimit(btrieve::server::kLongAnswerLimit);
+    made->Run("SET statement_timeout = 0; DROP SCHEMA IF EXISTS bench CASCADE");
     btrieve::server::MakeServerSchema(*made, kServerSchema);
     return made;
   }();

@@ -6,6 +6,7 @@
 #include "tools/qrndata/TableChecks.h"
 #include "tools/qrndata/Verbs.h"
 #include "tools/qrndata/convert/OldFiles.h"
+#include "tools/qrndata/server/RangesCheck.h"
 
 namespace qrndata {
 
@@ -66,6 +67,8 @@ Faults DatabaseCheck::CheckDataFile(const Table& table) {
     Progress progress(streams_.terminal, Show(table.name), stat.records * passes);
     const Faults more = CheckRecords(file, stat, progress);
     faults.insert(faults.end(), more.begin(), more.end());
+    const Faults ranges = CheckRanges(DataFilePath(options_.directory, table.location));
+    faults.insert(faults.end(), ranges.begin(), ranges.end());
     records_ += stat.records;
     return faults;
   } catch (const Failure& failure) {

@@ -53,6 +53,9 @@ TEST_F(Moves, BringBackWhatHasChangedAsNewFiles) {
       "overlay(k2 PLACING '\\x51' FROM 1) WHERE pos = 5");
   const std::string goods = Export("Goods", {"--key", "1"});
   EXPECT_NE(goods.find("5,Qnk"), std::string::npos) << goods;
+  EXPECT_EQ(Check().code, 0);
+  Sql("UPDATE " + Schema() + ".btrieve_ranges SET n = n + 1 WHERE key = 1");
+  EXPECT_NE(Check().out.find("Goods: 1 range of the server's counts otherwise"), std::string::npos);
   EXPECT_EQ(Line(MoveBack()),
             "code=0 out=db: 6 files, 57 records moved back (1 of them changed meanwhile)\n" +
                 Told("db/before-move") + " keeps 1 file as before the move\n");
@@ -86,6 +89,9 @@ TEST_F(Moves, KeepTablesThatAreFilesNoMore) {
   ASSERT_EQ(MoveBack({"--keep"}).code, 0);
   EXPECT_EQ(Changed(), "");
   EXPECT_EQ(Ask("SELECT count(*) FROM " + Schema() + ".goods_btr"), 5);
+  EXPECT_EQ(
+      Ask("SELECT count(*) FROM pg_trigger WHERE tgrelid = '" + Schema() + ".goods_btr'::regclass"),
+      0);
   // A station that has the link still finds no file any more.
   Write("db/Goods.btr", link);
   EXPECT_NE(Check().out.find("status 12"), std::string::npos) << Check().out;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "btrieve/server/ServerLayout.h"
+#include "btrieve/server/ServerRanges.h"
 #include "btrieve/system/Status.h"
 #include "tools/qrndata/server/Views.h"
 
@@ -161,6 +162,7 @@ std::vector<std::string> HoldTables(ServerLink& link, const std::string& schema,
 void GiveUpTables(ServerLink& link, const std::string& schema,
                   const std::vector<ServerTable>& tables, bool keep) {
   for (const ServerTable& table : tables) {
+    server::DropAllRanges(link, schema, table.id);
     link.Ask("DELETE FROM " + TableName(schema, kFiles) + " WHERE id = $1",
              Arguments().Add(table.id));
   }
@@ -168,8 +170,7 @@ void GiveUpTables(ServerLink& link, const std::string& schema,
   Unpublish(link, schema);
   link.Run("DROP TABLE " + Listed(schema, tables));
   if (HasFiles(link, schema) || DropIfOurs(link, schema)) return;
-  link.Run("DROP TABLE " + TableName(schema, kFiles) + "; DROP FUNCTION IF EXISTS " +
-           TableName(schema, "btrieve_notify") + "()");
+  server::DropServerSchema(link, schema);
 }
 
 }  // namespace qrndata

@@ -17,7 +17,7 @@ class TableNames {
   std::string Take(const std::filesystem::path& file);
 
  private:
-  std::set<std::string> taken_ = {"btrieve_files"};
+  std::set<std::string> taken_ = {"btrieve_files", "btrieve_ranges", "btrieve_pending"};
 };
 
 }  // namespace qrndata
