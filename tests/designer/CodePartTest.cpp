@@ -132,13 +132,6 @@ TEST(CodePart, PutsNewProceduresInTheAlphabetsOrder) {
   }
 }
 
-TEST(CodePart, RefusesEventsThatAreNotThere) {
-  const auto design = Designed(FormWith(kControls));
-  int line = 7;
-  EXPECT_EQ(RefusalOf(CodePart(*design).FindOrMake("box", "Click", &line)), TextId::NoSuchEvent);
-  EXPECT_EQ(line, 7);
-}
-
 TEST(CodePart, ChangesTheLinesThatDifferAlone) {
   const std::string odd = "\x81\x20";  // no character; systems show it differently
   const std::string mixed = FormWith(kControls) + "one\rtwo\nthree\r\n" + odd;
@@ -163,24 +156,6 @@ TEST(CodePart, ChangesTheLinesThatDifferAlone) {
   }
 }
 
-TEST(CodePart, IsTypedInOneStep) {
-  const auto design = Designed(FormWith(kControls, "x\n"));
-  CodePart code(*design);
-  std::string typed;
-  for (const char key : std::string("y = 1\nz = 2")) {
-    typed += key;
-    EXPECT_FALSE(code.PutText(typed + "\nx\n"));
-  }
-  EXPECT_EQ(design->history().StepCount(), 1u);
-  design->Seal();
-  EXPECT_FALSE(code.PutText("x\n"));
-  EXPECT_EQ(design->history().StepCount(), 2u);
-  design->Undo();
-  EXPECT_EQ(code.Text(), "y = 1\nz = 2\nx\n");
-  design->Undo();
-  EXPECT_EQ(code.Text(), "x\n");
-}
-
 TEST(CodePart, RefusesWhatTheFileCannotHold) {
   const auto design = Designed(FormWith(kControls, "x\n"));
   for (const std::string& text : {std::string("\xE2\x82\xAC"),
@@ -190,15 +165,6 @@ TEST(CodePart, RefusesWhatTheFileCannotHold) {
     EXPECT_EQ(RefusalOf(CodePart(*design).PutText(text)), TextId::NotWritable);
   }
   EXPECT_FALSE(design->CanUndo());
-}
-
-TEST(CodePart, IsLeftAloneWhenControlsChange) {
-  const auto design = Designed(FormWith(kControls, kCode));
-  CodePart code(*design);
-  const std::string before = code.Text();
-  EXPECT_FALSE(Rename(*design, IdOf(*design, "box"), "other"));
-  EXPECT_FALSE(DeleteControls(*design, {IdOf(*design, "cmd(0)")}));
-  EXPECT_EQ(code.Text(), before);
 }
 
 TEST(CodePart, BeginsBehindAFormThatEndsTheFile) {

@@ -235,16 +235,6 @@ TEST_F(Places, FollowTheMouseToTheGrid) {
   }
 }
 
-TEST_F(Places, OfADragBackToItsStartAreNoStep) {
-  design_->Select(Named("b"));
-  Drag drag = Drag::Move(*design_, {1300, 400}, Grid{});
-  drag.To({4000, 4000});
-  drag.To({1300, 400});
-  EXPECT_FALSE(drag.HasMoved());
-  EXPECT_FALSE(drag.Drop(*design_));
-  EXPECT_FALSE(design_->CanUndo());
-}
-
 TEST_F(Places, OfTheFormAreItsSizesAlone) {
   design_->Select({design_->form()});
   EXPECT_FALSE(CanPull(*design_, design_->form(), Handle::Left));
