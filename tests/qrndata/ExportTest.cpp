@@ -123,21 +123,6 @@ TEST_F(Exports, TakeTheRecordsThatMeetACondition) {
   }
 }
 
-TEST_F(Exports, WriteTheFieldsThatAreNamed) {
-  EXPECT_EQ(Export("Orders", {"--fields", "firstname,Id", "--key", "ById"}),
-            "First Name,Id\nAbe,1\n\"Ito \"\"B\"\"\",2\n漢字,3\n");
-  EXPECT_EQ(
-      Export("Orders", {"--fields", "Id,Count", "--format", "jsonl"}),
-      "{\"Id\": 1, \"Count\": null}\n{\"Id\": 2, \"Count\": -5}\n{\"Id\": 3, \"Count\": 0}\n");
-  EXPECT_EQ(
-      Export("Orders", {"--fields", "Totl"}).substr(0, 93),
-      "code=3 err=qrndata: --fields: the table has no field \"Totl\"; did you mean \"Total\"?; "
-      "expected ");
-  EXPECT_EQ(Export("Orders", {"--fields", "Id,id"}),
-            "code=3 err=qrndata: --fields: field \"Id\" has a column already\n");
-  EXPECT_EQ(Export("a_b_", {"--format", "jsonl"}), "");
-}
-
 TEST_F(Exports, PutSeveralTablesIntoAFolder) {
   EXPECT_EQ(Line(ExportTo("out", {"--format", "jsonl"})),
             "code=0 out=Orders: 3 rows\nA/b*: 0 rows\na_b_: 0 rows\n");
