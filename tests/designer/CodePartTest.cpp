@@ -44,16 +44,6 @@ TEST(CodePart, CountsTheFilesLines) {
   EXPECT_EQ(code.CodeLine(19 + code.LineCount()), -1);
 }
 
-TEST(CodePart, ListsObjectsAndEvents) {
-  const auto design = Designed(FormWith(kControls, kCode));
-  CodePart code(*design);
-  EXPECT_EQ(code.Objects(), (std::vector<std::string>{"Form", "box", "cmd", "文字"}));
-  EXPECT_EQ(code.Events("BOX"), (std::vector<std::string>{"Change", "SetData"}));
-  EXPECT_EQ(code.Events("nobody"), std::vector<std::string>{});
-  EXPECT_EQ(code.UsualEvent(design->form()), "Load");
-  EXPECT_EQ(code.ObjectOf(design->form()), "Form");
-}
-
 TEST(CodePart, KnowsWhoseHandlerAProcedureIs) {
   const auto design = Designed(
       FormWith(std::string(kControls) + "   Begin VB.CommandButton ok_now \n   End\n", kCode));
@@ -154,17 +144,6 @@ TEST(CodePart, ChangesTheLinesThatDifferAlone) {
     const std::string saved = Actions::Saved(*design);
     EXPECT_EQ(saved.substr(FormWith(kControls).size()), row.bytes) << row.text;
   }
-}
-
-TEST(CodePart, RefusesWhatTheFileCannotHold) {
-  const auto design = Designed(FormWith(kControls, "x\n"));
-  for (const std::string& text : {std::string("\xE2\x82\xAC"),
-                                  std::string("a\x1A"
-                                              "b"),
-                                  std::string("a\0b", 3)}) {
-    EXPECT_EQ(RefusalOf(CodePart(*design).PutText(text)), TextId::NotWritable);
-  }
-  EXPECT_FALSE(design->CanUndo());
 }
 
 TEST(CodePart, BeginsBehindAFormThatEndsTheFile) {

@@ -66,27 +66,6 @@ TEST_F(Steps, GiveTheSelectionBack) {
   EXPECT_TRUE(design_->selection().empty());
 }
 
-TEST_F(Steps, TellWhatTheyChanged) {
-  std::string told;
-  const ControlId a = IdOf(*design_, "a");
-  design_->Observe([&](const ChangeReport& report) {
-    told += report.structure ? "S" : "";
-    told += report.code ? "C" : "";
-    for (const auto& [id, property] : report.properties) {
-      told += (id == a ? " a." : " other.") + property;
-    }
-    told += ";";
-  });
-  Move("a", 1);
-  design_->Undo();
-  design_->Select({a});
-  EXPECT_FALSE(PropertyList(*design_).Enter("Name", "x"));
-  EXPECT_FALSE(DeleteControls(*design_, {a}));
-  design_->Undo();
-  EXPECT_FALSE(Nudge(*design_, {a}, 0, 0, Grid{}));
-  EXPECT_EQ(told, " a.Left; a.Left;; a.Name;S;S;");
-}
-
 TEST_F(Steps, CostWhatTheyChangeAndNotWhatTheFormHolds) {
   std::string lines;
   for (int i = 0; i < 300; ++i) lines += "   Begin VB.Label l" + std::to_string(i) + " \n   End\n";

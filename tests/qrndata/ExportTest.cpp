@@ -259,17 +259,6 @@ TEST_F(Exports, MakeAWorkbook) {
       << sheets;
 }
 
-TEST_F(Exports, LeaveOutWhatACellDoesNotHold) {
-  ASSERT_EQ(Import("Orders", "Id,Memo,First Name\n4," + std::string(32768, 'm') + ",d\n5," +
-                                 std::string(32767, 'n') + ",e\n")
-                .code,
-            0);
-  EXPECT_EQ(Line(ExportTo("shop.xlsx", {"Orders", "--format", "xlsx", "--fields", "Id,Memo"})),
-            "code=1 out=Orders: 4 rows\n err=record at position 4: field \"Memo\": a cell has room "
-            "for 32,767 characters\n1 record left out\n");
-  EXPECT_NE(Sheet("shop.xlsx", 1).find("<c r=\"A5\"><v>5</v></c>"), std::string::npos);
-}
-
 // The file says that it has more records than a sheet has rows.
 int16_t BTR_CALL ManyRecords(uint16_t operation, void* posBlock, void* data, uint32_t* length,
                              void* key, uint8_t keyLength, int8_t keyNumber) {

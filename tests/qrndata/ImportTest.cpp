@@ -264,15 +264,6 @@ TEST_F(Importing, ADryRunRefusesWhatAnImportRefuses) {
   EXPECT_EQ(Read("dry.csv"), Read("done.csv"));
 }
 
-// 9 is refused by the unique key in the middle of a batch; the rows round it stay.
-TEST_F(Importing, ABatchOutlivesARefusalInIt) {
-  std::string csv = "Id\n9\n";
-  for (int row = 0; row < 25; ++row) csv += std::to_string(row) + "\n";
-  const Said said = Import("T", csv, {"--batch", "10"});
-  EXPECT_EQ(said.out, "T: 25 rows taken, 1 refused\n");
-  EXPECT_EQ(Line(Check()), "code=0 out=1 table, 25 records: no faults\n");
-}
-
 TEST_F(Importing, FilesAndTablesThatAreNotThereAreNamed) {
   EXPECT_EQ(Line(Run({"import", Path("db"), "T", Path("none.csv")})),
             "code=4 err=qrndata: none.csv: cannot be read\n");
