@@ -116,21 +116,6 @@ TEST_F(DictionaryLoad, PartsCountedFromOneGoOnWithoutAFlag) {
   }
 }
 
-TEST_F(DictionaryLoad, SegmentsTakeTheirFieldsPlace) {
-  lexbase_.File(4, "A", "a")
-      .Field({1, 4, "Code", kString, 2, 5})
-      .Field({2, 4, "Xe$Own", kString, 9, 9})
-      .Index(3, 1, 0, 0)
-      .Index(4, 1, 0, 0x33)
-      .Index(4, 2, 1, 2)
-      .Index(99, 1, 0, 0);
-  ASSERT_EQ(Load(), 0);
-  const DbTableInfo& table = Table(0);
-  ASSERT_EQ(table.SegmentCount, 2);
-  EXPECT_EQ(Show(table.Segments[0]), "1@2+5 type0 part0 flags19");
-  EXPECT_EQ(Show(table.Segments[1]), "2@0+0 type0 part1 flags2");
-}
-
 TEST_F(DictionaryLoad, RecordLengthIsTheEndOfTheLastField) {
   struct {
     const char* name;
@@ -151,14 +136,6 @@ TEST_F(DictionaryLoad, RecordLengthIsTheEndOfTheLastField) {
     ASSERT_EQ(Load(), 0) << row.name;
     EXPECT_EQ(Table(0).RecordLength, row.length) << row.name;
   }
-}
-
-TEST_F(DictionaryLoad, TheFirstOfTwoTablesWithOneIdTakesTheRows) {
-  lexbase_.File(4, "A", "a").File(4, "B", "b").Field({1, 4, "f", kString, 0, 1}).Index(4, 1, 0, 0);
-  ASSERT_EQ(Load(), 0);
-  EXPECT_EQ(Table(0).FieldCount, 1);
-  EXPECT_EQ(Table(0).SegmentCount, 1);
-  EXPECT_EQ(Table(1).FieldCount, 0);
 }
 
 TEST_F(DictionaryLoad, ListsGrowPastTheirBlocks) {
@@ -303,18 +280,6 @@ TEST_F(DictionaryDeferred, ATableLoadsItsOwnRows) {
   ASSERT_EQ(table.SegmentCount, 1);
   EXPECT_EQ(Show(table.Segments[0]), "2@0+3 type0 part0 flags2");
   EXPECT_EQ(table.RecordLength, 7) << "the sum of the sizes, whatever the offsets";
-}
-
-TEST_F(DictionaryDeferred, ACopyOfATableNotLoadedIsStillToBeLoaded) {
-  lexbase_.Field({2, 6, "b", kString, 0, 5});
-  ASSERT_EQ(Load(), 0);
-  DbDictionary* copy = nullptr;
-  ASSERT_EQ(DbDictCopy(*dictionary_, &copy), 0);
-  EXPECT_EQ(copy->Tables[1].Fields, nullptr);
-  EXPECT_EQ(DbDictLoadTable(settings_, copy->Tables[1]), 0);
-  EXPECT_EQ(copy->Tables[1].RecordLength, 5);
-  EXPECT_EQ(Table(1).Fields, nullptr) << "the source is left alone";
-  DbDictFree(copy);
 }
 
 TEST_F(DictionaryDeferred, ATableWithoutRowsHasNoLength) {

@@ -61,14 +61,6 @@ TEST_F(Record, KeysAreTheSegmentsOneAfterAnother) {
   }
 }
 
-TEST_F(Record, AKeyOfTwoSegmentsIsTwoBytesLongerThanItsBytes) {
-  OpenTable table({}, {MakeSegment(0, 4, kSegmentContinues), MakeSegment(4, 6, 0)}, 10);
-  table.SetRecord("0123456789");
-  EXPECT_EQ(KeyAt(table, 0),
-            "12:30313233343536373839"
-            "000000");
-}
-
 TEST_F(Record, PositionsThatAreNoSegmentAreRefused) {
   OpenTable table({}, {MakeSegment(0, 2, 0)}, 8);
   for (const int32_t position : {1, 2, 30000, -2, -32768}) {
@@ -239,29 +231,6 @@ TEST_F(Record, LongTextsInFrontAreSteppedOverByTheTextWritten) {
   EXPECT_EQ(table.Record(12), "abcxy ghijkl");
 }
 
-// Kept so: digits too many and the NUL of a separate sign run over into the next field. Writing in
-// the record's order repairs it; behind the last field there is one byte to spare, and no more.
-TEST_F(Record, WhatRunsOverAFieldIsWrittenOverByTheNext) {
-  OpenTable table({MakeField("wide", kNumeric, 0, 4), MakeField("signed", kNumericSTS, 4, 4),
-                   MakeField("text", kString, 8, 3), MakeField("last", kNumericSTS, 11, 3)},
-                  {}, 14);
-  table->Fields[0].Decimals = 2;
-  const std::string fresh(14, '.');
-  table.SetRecord(fresh);
-  EXPECT_EQ(DbWriteField(engine_, *table, 0, "1234"), 0);
-  EXPECT_EQ(table.Record(14), "123D00........");
-  table.SetRecord(fresh);
-  EXPECT_EQ(DbWriteField(engine_, *table, 1, "-12"), 0);
-  EXPECT_EQ(table.Record(14), std::string("....012-\0.....", 14));
-
-  const char* const texts[] = {"1234", "-12", "abc", "7"};
-  table.SetRecord(fresh);
-  EXPECT_EQ(DbWriteFields(engine_, *table, 0, texts), 0);
-  EXPECT_EQ(table.Record(15), std::string("123D012-abc07+\0", 15));
-  EXPECT_STREQ(DbReadField(engine_, *table, 2), "abc");
-  EXPECT_STREQ(DbReadField(engine_, *table, 3), "7");
-}
-
 TEST_F(Record, WhatDoesNotExistIsNeitherReadNorWritten) {
   OpenTable table({MakeField("a", kString, 0, 2), MakeField("far", kString, 5000, 2),
                    MakeField("before", kInteger, -4, 4)},
@@ -283,13 +252,6 @@ TEST_F(Record, WhatDoesNotExistIsNeitherReadNorWritten) {
   EXPECT_EQ(DbClearRecord(engine_, *table), 0);
   EXPECT_EQ(DbRecordCall(engine_, *table, 12, -1), 0);
   EXPECT_EQ(btrieve_.TakeLog(), "12 nodata len=0 key=0: kn=-1; ");
-}
-
-TEST_F(Record, ABitReadsAsItsByteAlone) {
-  OpenTable table({MakeField("s", kString, 0, 4), MakeField("b", kBit, 3, 1)}, {}, 4);
-  table.SetRecord("abcd");
-  EXPECT_STREQ(DbReadField(engine_, *table, 0), "abcd");
-  EXPECT_STREQ(DbReadField(engine_, *table, 1), "d");
 }
 
 TEST_F(Record, ABlobIsStoredBehindTheRecord) {

@@ -112,15 +112,6 @@ TEST_F(Table, AFixedFileOpens) {
   EXPECT_EQ(messages_.Take(), "");
 }
 
-TEST_F(Table, AnEmptyOwnerNameIsNoData) {
-  Stat(10, 0);
-  btrieve_.Answer(0, [](const BtrieveCall& call) {
-    EXPECT_EQ(*call.dataLength, 0u);
-    return int16_t{0};
-  });
-  EXPECT_EQ(Open(), 0);
-}
-
 TEST_F(Table, ALongPathsLengthWraps) {
   Stat(10, 0);
   CopyText(table_->Location, std::string(60, 'x') + ".b");
@@ -176,14 +167,6 @@ TEST_F(Table, OpensWithoutMemoryAreReported) {
   EXPECT_EQ(Open(), kFailure);
   EXPECT_EQ(State(), "open=1 variable=1 size=10 buffer=11");
   EXPECT_EQ(messages_.Take().find("VE001 メモリ不足  Qrndb "), 0u);
-}
-
-TEST_F(Table, AFailedCloseLeavesItOpen) {
-  Stat(10, 0);
-  ASSERT_EQ(Open(), 0);
-  btrieve_.Answer(1, 41);
-  EXPECT_EQ(DbTableClose(engine_, *table_), 41);
-  EXPECT_EQ(State(), "open=1 variable=0 size=10 buffer=11");
 }
 
 TEST_F(Table, ATableWithoutFieldsLoadsThemFirst) {

@@ -29,20 +29,6 @@ std::string Copied(const Design& design, const std::vector<std::string>& names) 
   return CopyText(design, ids);
 }
 
-TEST(Clipboard, IsTextAsItStandsInAFile) {
-  const auto design = Designed(FormWith(kSource, kBoxCode));
-  EXPECT_EQ(Copied(*design, {"box"}),
-            "VERSION 5.00\r\n   Begin LIB.Box box \r\n      Left            =   2000\r\n"
-            "      TabIndex        =   3\r\n      Tag             =   \"表\"\r\n   End\r\n");
-  // Deeper ones come up to the depth of a form.
-  EXPECT_EQ(Copied(*design, {"txt(1)"}),
-            "VERSION 5.00\r\n   Begin VB.TextBox txt \r\n      Index           =   1\r\n"
-            "      TabIndex        =   1\r\n   End\r\n");
-  EXPECT_EQ(Copied(*design, {"F"}), "");
-  // What lies in a copied one is copied once.
-  EXPECT_EQ(Copied(*design, {"txt(0)", "box", "fra"}), Copied(*design, {"fra", "box"}));
-}
-
 TEST(Clipboard, IsPastedUnderNewNames) {
   struct Case {
     const char* what;
@@ -83,22 +69,6 @@ TEST(Clipboard, KeepsFreeNamesSoThatCutControlsFindTheirCode) {
   EXPECT_EQ(Tree(*design), "fra(box txt txt)");
   EXPECT_FALSE(Paste(*design, text, Grid{}));
   EXPECT_EQ(Tree(*design), "fra(Box1 box txt txt)");
-}
-
-TEST(Clipboard, PutsNothingOnAnotherAndNumbersBehindAll) {
-  const auto design = Designed(FormWith(kSource));
-  const std::string text = Copied(*design, {"fra"});
-  design->Select({design->form()});
-  for (int i = 1; i <= 3; ++i) {
-    EXPECT_FALSE(Paste(*design, text, Grid{}));
-    const ControlId id = design->Primary();
-    EXPECT_EQ(PlaceOf(*design, id).left, 120 + 120 * i);
-    EXPECT_EQ(PlaceOf(*design, id).top, 120 + 120 * i);
-    EXPECT_EQ(design->NumberValue(id, "TabIndex", 0), 1 + 3 * i);
-    design->Select({design->form()});
-  }
-  const ControlId second = IdOf(*design, "Text1(1)");
-  EXPECT_EQ(design->NumberValue(second, "TabIndex", 0), 5);
 }
 
 TEST(Clipboard, BringsPicturesTextsAndLibrariesToAnotherForm) {

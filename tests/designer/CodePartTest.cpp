@@ -44,16 +44,6 @@ TEST(CodePart, CountsTheFilesLines) {
   EXPECT_EQ(code.CodeLine(19 + code.LineCount()), -1);
 }
 
-TEST(CodePart, ListsObjectsAndEvents) {
-  const auto design = Designed(FormWith(kControls, kCode));
-  CodePart code(*design);
-  EXPECT_EQ(code.Objects(), (std::vector<std::string>{"Form", "box", "cmd", "文字"}));
-  EXPECT_EQ(code.Events("BOX"), (std::vector<std::string>{"Change", "SetData"}));
-  EXPECT_EQ(code.Events("nobody"), std::vector<std::string>{});
-  EXPECT_EQ(code.UsualEvent(design->form()), "Load");
-  EXPECT_EQ(code.ObjectOf(design->form()), "Form");
-}
-
 TEST(CodePart, KnowsWhoseHandlerAProcedureIs) {
   const auto design = Designed(
       FormWith(std::string(kControls) + "   Begin VB.CommandButton ok_now \n   End\n", kCode));
@@ -132,13 +122,6 @@ TEST(CodePart, PutsNewProceduresInTheAlphabetsOrder) {
   }
 }
 
-TEST(CodePart, RefusesEventsThatAreNotThere) {
-  const auto design = Designed(FormWith(kControls));
-  int line = 7;
-  EXPECT_EQ(RefusalOf(CodePart(*design).FindOrMake("box", "Click", &line)), TextId::NoSuchEvent);
-  EXPECT_EQ(line, 7);
-}
-
 TEST(CodePart, ChangesTheLinesThatDifferAlone) {
   const std::string odd = "\x81\x20";  // no character; systems show it differently
   const std::string mixed = FormWith(kControls) + "one\rtwo\nthree\r\n" + odd;
@@ -161,44 +144,6 @@ TEST(CodePart, ChangesTheLinesThatDifferAlone) {
     const std::string saved = Actions::Saved(*design);
     EXPECT_EQ(saved.substr(FormWith(kControls).size()), row.bytes) << row.text;
   }
-}
-
-TEST(CodePart, IsTypedInOneStep) {
-  const auto design = Designed(FormWith(kControls, "x\n"));
-  CodePart code(*design);
-  std::string typed;
-  for (const char key : std::string("y = 1\nz = 2")) {
-    typed += key;
-    EXPECT_FALSE(code.PutText(typed + "\nx\n"));
-  }
-  EXPECT_EQ(design->history().StepCount(), 1u);
-  design->Seal();
-  EXPECT_FALSE(code.PutText("x\n"));
-  EXPECT_EQ(design->history().StepCount(), 2u);
-  design->Undo();
-  EXPECT_EQ(code.Text(), "y = 1\nz = 2\nx\n");
-  design->Undo();
-  EXPECT_EQ(code.Text(), "x\n");
-}
-
-TEST(CodePart, RefusesWhatTheFileCannotHold) {
-  const auto design = Designed(FormWith(kControls, "x\n"));
-  for (const std::string& text : {std::string("\xE2\x82\xAC"),
-                                  std::string("a\x1A"
-                                              "b"),
-                                  std::string("a\0b", 3)}) {
-    EXPECT_EQ(RefusalOf(CodePart(*design).PutText(text)), TextId::NotWritable);
-  }
-  EXPECT_FALSE(design->CanUndo());
-}
-
-TEST(CodePart, IsLeftAloneWhenControlsChange) {
-  const auto design = Designed(FormWith(kControls, kCode));
-  CodePart code(*design);
-  const std::string before = code.Text();
-  EXPECT_FALSE(Rename(*design, IdOf(*design, "box"), "other"));
-  EXPECT_FALSE(DeleteControls(*design, {IdOf(*design, "cmd(0)")}));
-  EXPECT_EQ(code.Text(), before);
 }
 
 TEST(CodePart, BeginsBehindAFormThatEndsTheFile) {

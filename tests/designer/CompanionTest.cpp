@@ -78,18 +78,6 @@ TEST(DesignedCompanion, TakesTextsThatFitOnNoLine) {
   EXPECT_EQ(list.Enter("Text", std::string(70'000, '\n'))->text, TextId::TextTooLong);
 }
 
-TEST(DesignedCompanion, OnlyTextBoxesHaveNoSignBeforeTheirText) {
-  const auto design =
-      Designed(FormWith("   Begin VB.TextBox t \n   End\n   Begin VB.Label l \n   End\n"));
-  PropertyList list(*design);
-  design->Select({IdOf(*design, "t")});
-  EXPECT_FALSE(list.Enter("Text", "a\r\nb"));
-  design->Select({IdOf(*design, "l")});
-  EXPECT_FALSE(list.Enter("Caption", "a\r\nb"));
-  EXPECT_EQ(Lines(*design, "t"), "Begin VB.TextBox t|Text = \"main.frx\":0000|End");
-  EXPECT_EQ(Lines(*design, "l"), "Begin VB.Label l|Caption = $\"main.frx\":0005|End");
-}
-
 TEST(DesignedCompanion, TakesNothingWhileTheFileIsMissing) {
   const auto design = Designed(FormCases()[0].bytes);
   design->Select({design->form()});

@@ -20,20 +20,6 @@ TEST(FormDocument, IsWrittenBackByteForByte) {
   }
 }
 
-TEST(FormDocument, HoldsEveryFormOfTheRepository) {
-  const auto paths = RepositoryForms();
-  ASSERT_GE(paths.size(), 7u);
-  for (const std::string& path : paths) {
-    const std::string bytes = form::ReadWholeFile(path);
-    form::Mistakes mistakes;
-    const auto document = FormDocument::Read(bytes, mistakes);
-    ASSERT_TRUE(document) << path << "\n" << mistakes.Text("form");
-    EXPECT_EQ(document->Bytes(), bytes) << path;
-    const form::FormFile run = form::ReadFormFile(bytes, mistakes);
-    EXPECT_EQ(document->CodeLine(), run.codeLine) << path;
-  }
-}
-
 TEST(FormDocument, RefusesWhatItCannotCloseOrIsNoForm) {
   struct Case {
     const char* what;
@@ -71,17 +57,6 @@ TEST(FormDocument, RefusesBlocksThatLieTooDeep) {
   form::Mistakes mistakes;
   EXPECT_FALSE(FormDocument::Read(text, mistakes));
   EXPECT_EQ(mistakes.List()[0].reason, "blocks lie too deep in one another");
-}
-
-TEST(FormDocument, KnowsWhatItsLinesSet) {
-  const auto design = Designed(FormCases()[2].bytes);
-  EXPECT_EQ(Tree(*design), "box1 box2");
-  const ControlId box = IdOf(*design, "box1");
-  EXPECT_EQ(design->NumberValue(box, "LEFT", 0), 10.25);
-  EXPECT_FALSE(design->Value(box, "Width"));  // the line goes on behind its value
-  EXPECT_EQ(design->Group(box, "Columns")->group.size(), 2u);
-  EXPECT_FALSE(design->Value(design->form(), "Caption"));
-  EXPECT_EQ(design->NumberValue(design->form(), "ScaleWidth", 0), 100.5);
 }
 
 }  // namespace

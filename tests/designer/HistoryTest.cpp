@@ -27,24 +27,6 @@ class Steps : public testing::Test {
   std::unique_ptr<Design> design_ = Designed(FormWith(kTwo));
 };
 
-TEST_F(Steps, AreDirtyAgainstWhatWasSaved) {
-  EXPECT_FALSE(design_->IsDirty());
-  Move("a", 1);
-  EXPECT_TRUE(design_->IsDirty());
-  design_->Undo();
-  EXPECT_FALSE(design_->IsDirty());
-  design_->Redo();
-  EXPECT_TRUE(design_->IsDirty());
-  Move("a", 1);
-  design_->Undo();
-  design_->Undo();
-  Move("b", 1);
-  EXPECT_TRUE(design_->IsDirty());
-  EXPECT_FALSE(design_->CanRedo());
-  design_->Undo();
-  EXPECT_FALSE(design_->IsDirty());
-}
-
 TEST(SavedSteps, AreNeverReachedAgainOnceThrownAway) {
   History history([](const Splice&) {});
   const auto lines = std::make_shared<Block>(BlockKind::Lines);
@@ -84,46 +66,6 @@ TEST_F(Steps, GiveTheSelectionBack) {
   EXPECT_TRUE(design_->selection().empty());
 }
 
-TEST_F(Steps, TakeBackWhatWasNotCommitted) {
-  {
-    const Step outer(*design_, TextId::ChangeProperty);
-    design_->Remove(IdOf(*design_, "a"), "Left");
-    {
-      Step inner(*design_, TextId::ChangeProperty);
-      design_->Remove(IdOf(*design_, "b"), "Left");
-      inner.Commit();
-    }
-    {
-      const Step inner(*design_, TextId::ChangeProperty);
-      design_->Remove(IdOf(*design_, "b"), "Top");
-    }
-    EXPECT_EQ(Lines(*design_, "b"), "Begin VB.Label b|Top = 0|End");
-  }
-  EXPECT_EQ(Actions::Saved(*design_), FormWith(kTwo));
-  EXPECT_FALSE(design_->CanUndo());
-}
-
-TEST_F(Steps, TellWhatTheyChanged) {
-  std::string told;
-  const ControlId a = IdOf(*design_, "a");
-  design_->Observe([&](const ChangeReport& report) {
-    told += report.structure ? "S" : "";
-    told += report.code ? "C" : "";
-    for (const auto& [id, property] : report.properties) {
-      told += (id == a ? " a." : " other.") + property;
-    }
-    told += ";";
-  });
-  Move("a", 1);
-  design_->Undo();
-  design_->Select({a});
-  EXPECT_FALSE(PropertyList(*design_).Enter("Name", "x"));
-  EXPECT_FALSE(DeleteControls(*design_, {a}));
-  design_->Undo();
-  EXPECT_FALSE(Nudge(*design_, {a}, 0, 0, Grid{}));
-  EXPECT_EQ(told, " a.Left; a.Left;; a.Name;S;S;");
-}
-
 TEST_F(Steps, CostWhatTheyChangeAndNotWhatTheFormHolds) {
   std::string lines;
   for (int i = 0; i < 300; ++i) lines += "   Begin VB.Label l" + std::to_string(i) + " \n   End\n";
@@ -149,15 +91,6 @@ TEST(Texts, AreSaidInBothLanguages) {
   EXPECT_EQ(Said(TextId::RangeExpected, Language::English, {"%2", "5"}),
             "The value lies between %2 and 5.");
   EXPECT_EQ(Said(TextId::RangeExpected, Language::Japanese, {"1"}), "値は 1 から  までです。");
-}
-
-TEST(NewForms, AreFormsTheRunnerReads) {
-  const Design design(NewForm("frmNew"), Classes());
-  form::Mistakes mistakes;
-  const form::FormFile file = form::ReadFormFile(Actions::Saved(design), mistakes);
-  EXPECT_FALSE(mistakes.Any()) << mistakes.Text("new");
-  EXPECT_EQ(file.Name(), "frmNew");
-  EXPECT_FALSE(design.IsDirty());
 }
 
 }  // namespace

@@ -89,18 +89,6 @@ TEST(PlacesInScales, CountAUsersOwnByTheFormsSize) {
   EXPECT_EQ(place.top, 300);   // 5 of 50 that are 3000 twips high
 }
 
-TEST(PlacesInScales, TakeExtentsForSizesAndWriteBoth) {
-  const auto design =
-      Designed(FormWith("   Begin LIB.Box x \n      _ExtentX = 2540\n"
-                        "      _ExtentY = 1270\n   End\n"));
-  const ControlId id = IdOf(*design, "x");
-  EXPECT_EQ(Text(PlaceOf(*design, id)), "0,0 1440x720");
-  Step step(*design, TextId::SizeControls);
-  EXPECT_FALSE(PutPlace(*design, id, {0, 0, 2880, 720}));
-  EXPECT_EQ(Lines(*design, "x"),
-            "Begin LIB.Box x|_ExtentX = 5080|_ExtentY = 1270|Width = 2880|End");
-}
-
 TEST(PlacesInScales, StayNumbersInADamagedFile) {
   const auto design =
       Designed(FormWith("   Begin VB.Label x \n      Left = 1e300\n      Top = "
@@ -233,16 +221,6 @@ TEST_F(Places, FollowTheMouseToTheGrid) {
     EXPECT_EQ(Tree(*design_), *row.into ? "b c(a d)" : "a b c(d)") << row.what;
     EXPECT_EQ(design_->history().StepCount(), 1u) << row.what;
   }
-}
-
-TEST_F(Places, OfADragBackToItsStartAreNoStep) {
-  design_->Select(Named("b"));
-  Drag drag = Drag::Move(*design_, {1300, 400}, Grid{});
-  drag.To({4000, 4000});
-  drag.To({1300, 400});
-  EXPECT_FALSE(drag.HasMoved());
-  EXPECT_FALSE(drag.Drop(*design_));
-  EXPECT_FALSE(design_->CanUndo());
 }
 
 TEST_F(Places, OfTheFormAreItsSizesAlone) {

@@ -189,17 +189,6 @@ TEST_F(List, ChangesAllOrNone) {
   EXPECT_EQ(Actions::Saved(*design_), FormWith(kListed));
 }
 
-TEST_F(List, IsTypedInOneStepForOneProperty) {
-  Select({"t"});
-  for (const char* text : {"a", "ab", "abc"}) EXPECT_FALSE(list_.Enter("Text", text));
-  EXPECT_EQ(design_->UndoName(Language::Japanese), "Text の変更");
-  EXPECT_FALSE(list_.Enter("Tag", "x"));
-  Select({"u"});
-  EXPECT_FALSE(list_.Enter("Tag", "x"));
-  EXPECT_EQ(design_->history().StepCount(), 3u);
-  EXPECT_LE(design_->history().KeptItems(), 3u);
-}
-
 TEST_F(List, OffersNames) {
   struct Case {
     const char* property;
@@ -287,15 +276,6 @@ TEST_F(List, BringsWhatGoesWithAProperty) {
   EXPECT_FALSE(list_.Enter("ScaleMode", "3"));
   EXPECT_EQ(design_->NumberValue(design_->form(), "ScaleWidth", 0), 500);
   EXPECT_EQ(design_->NumberValue(IdOf(*design_, "t"), "Width", 0), 60);
-}
-
-TEST_F(List, WritesUnderTheNameThatTheControlSaves) {
-  Select({"box"});
-  EXPECT_FALSE(list_.Enter("DbListFields", "Code"));
-  EXPECT_EQ(Shown("DbListFields"), "Code");
-  EXPECT_EQ(LineValue(*design_, "box", "DbListField"), "\"Code\"");
-  EXPECT_FALSE(list_.Reset("DbListFields"));
-  EXPECT_EQ(Actions::Saved(*design_), FormWith(kListed));
 }
 
 TEST_F(List, TakesFontsAndResets) {

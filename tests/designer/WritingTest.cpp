@@ -34,16 +34,6 @@ TEST(PropertyText, SpellsValues) {
   for (const Case& row : cases) EXPECT_EQ(ValueText(row.value, row.look), row.text);
 }
 
-TEST(PropertyText, PadsNamesAndIndentsByDepth) {
-  const FileText text;
-  EXPECT_EQ(PropertyItem("Left", int32_t{120}, 2, text)->bytes,
-            "      Left            =   120\r\n");
-  EXPECT_EQ(PropertyItem("StartUpPosition", int32_t{3}, 1, text)->bytes,
-            "   StartUpPosition =   3\r\n");
-  EXPECT_EQ(PropertyItem("AVeryLongPropertyName", int32_t{3}, 1, text)->bytes,
-            "   AVeryLongPropertyName=   3\r\n");
-}
-
 TEST(PropertyText, RefusesWhatALineCannotHold) {
   const FileText text;
   for (const char* value :
@@ -110,19 +100,6 @@ TEST(DesignPut, ChangesOneLineAndNoOther) {
     EXPECT_FALSE(design->Put(IdOf(*design, "box"), row.property, row.value)) << row.property;
     EXPECT_EQ(Lines(*design, "box"), row.lines) << row.property;
   }
-}
-
-TEST(DesignPut, TakesTheLineOfANewControlsValueAway) {
-  const auto design =
-      Designed(FormWith("   Begin VB.TextBox t \n      Enabled         =   0   'False\n"
-                        "      MaxLength       =   5\n   End\n"));
-  Step step(*design, TextId::ChangeProperty);
-  const ControlId id = IdOf(*design, "t");
-  EXPECT_FALSE(design->Put(id, "Enabled", int32_t{-1}));
-  EXPECT_FALSE(design->Put(id, "Locked", int32_t{-1}));
-  EXPECT_FALSE(design->Put(id, "BorderStyle", int32_t{0}));
-  EXPECT_EQ(Lines(*design, "t"),
-            "Begin VB.TextBox t|BorderStyle = 0 'None|Locked = -1 'True|MaxLength = 5|End");
 }
 
 }  // namespace

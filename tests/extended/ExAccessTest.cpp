@@ -89,12 +89,6 @@ TEST_F(ExAccessCall, TakesTwentyOperations) {
   }
 }
 
-TEST_F(ExAccessCall, KeyGoesByItsPositionOrNotAtAll) {
-  Access(37, "", "Code", 2);
-  Access(338, "", "Code", -1);
-  EXPECT_EQ(manager_.TakeLog(), "37UC:k1 338UC:k255");
-}
-
 TEST_F(ExAccessCall, FailsWithTheCodeOfTheFault) {
   const struct {
     const char* what;

@@ -40,43 +40,10 @@ struct ResultStore : testing::Test {
 const std::vector<uint8_t> kNameField =
     Reply({{16, {'A', 'b', 'e', ' ', 1, 0}}, {32, {'I', 't', 'o', ' ', 2, 0}}});
 
-TEST_F(ResultStore, ReadsFieldsByNumberAndByName) {
-  const int16_t id = Keep("Name,0", kNameField);
-  EXPECT_EQ(ByNumber(id, 1, 0) + ByNumber(id, 0, 0), "Abe1");
-  EXPECT_EQ(ByNumber(id, 1, 1) + ByNumber(id, 0, 1), "Ito2");
-  EXPECT_EQ(ByName(id, "Name", 1) + ByName(id, "Code", 1), "Ito2");
-  EXPECT_EQ(DbExPositionOf(id, 0), 16);
-  EXPECT_EQ(DbExPositionOf(id, 1), 32);
-}
-
-TEST_F(ResultStore, GivesNoTextForWhatItDoesNotHold) {
-  const int16_t id = Keep("Name,0", kNameField);
-  const struct {
-    const char* what;
-    std::string text;
-  } cases[] = {
-      {"past the end", ByNumber(id, 0, 2)},         {"before the start", ByNumber(id, 0, -1)},
-      {"a field not fetched", ByNumber(id, 3, 0)},  {"no field", ByNumber(id, 99, 0)},
-      {"a negative field", ByNumber(id, -1, 0)},    {"an unknown name", ByName(id, "code", 0)},
-      {"a name not fetched", ByName(id, "Pic", 0)}, {"no name", ByName(id, nullptr, 0)},
-      {"another slot", ByNumber(id + 1, 0, 0)},     {"the id behind the last", ByNumber(48, 0, 0)},
-      {"an id past all", ByNumber(49, 0, 0)},       {"a negative id", ByNumber(-1, 0, 0)},
-  };
-  for (const auto& [what, text] : cases) EXPECT_EQ(text, "(none)") << what;
-  for (const int16_t bad : {48, 49, -1}) EXPECT_EQ(DbExPositionOf(bad, 0), -1) << bad;
-  EXPECT_EQ(DbExPositionOf(id, 2), -1);
-  EXPECT_EQ(messages_.Take(), "");
-}
-
 TEST_F(ResultStore, ANameMeansTheFirstFieldOfThatName) {
   const int16_t id = Keep("2", Reply({{16, {7, 0}}}));
   EXPECT_EQ(ByNumber(id, 2, 0), "7");
   EXPECT_EQ(ByName(id, "Code", 0), "(none)");
-}
-
-TEST_F(ResultStore, AFieldFetchedTwiceReadsAtItsFirstPlace) {
-  const int16_t id = Keep("0,1,0", Reply({{16, {5, 0, 'x', ' ', ' ', ' ', 6, 0}}}));
-  EXPECT_EQ(ByNumber(id, 0, 0), "5");
 }
 
 TEST_F(ResultStore, AFieldCutByItsRecordsEndReadsWhatIsThere) {
@@ -84,12 +51,6 @@ TEST_F(ResultStore, AFieldCutByItsRecordsEndReadsWhatIsThere) {
   EXPECT_EQ(ByNumber(id, 1, 0), "xy");
   EXPECT_EQ(ByNumber(id, 1, 1), "");
   EXPECT_EQ(ByNumber(id, 0, 2), "");
-}
-
-TEST_F(ResultStore, ABitIsOneByteAndEndsThere) {
-  const int16_t id = Keep("Bit,Name", Reply({{16, {'Q', 'l', 'o', 'n', 'g'}}}));
-  EXPECT_EQ(ByNumber(id, 1, 0), "long");
-  EXPECT_EQ(ByNumber(id, 4, 0), "Q");
 }
 
 TEST_F(ResultStore, ABlobIsLookedForInTheTablesPresentRecord) {
@@ -122,14 +83,6 @@ TEST_F(ResultStore, OutlivesItsDictionary) {
   EXPECT_EQ(ByName(other, "Pic", 0), "xyz");
 }
 
-TEST_F(ResultStore, TakesTheFirstFreeSlotOf48) {
-  for (int16_t id = 0; id < 48; ++id) EXPECT_EQ(Keep("0", Reply({})), id);
-  EXPECT_EQ(Keep("0", Reply({})), kNoResult);
-  EXPECT_EQ(DbExFreeResult(5), 0);
-  EXPECT_EQ(Keep("0", Reply({{16, {9, 0}}})), 5);
-  EXPECT_EQ(ByNumber(5, 0, 0), "9");
-}
-
 TEST_F(ResultStore, FreesOnce) {
   const int16_t id = Keep("0", Reply({}));
   EXPECT_EQ(DbExFreeResult(id), 0);
@@ -157,16 +110,6 @@ TEST_F(ResultStore, ALaterResultUnderTheIdTakesNoForeignReply) {
   ASSERT_EQ(Keep("Name,0", kNameField), id);
   EXPECT_FALSE(TheExResults().Append(id, serial, kNameField));
   EXPECT_EQ(TheExResults().Find(id)->Records.size(), 2u);
-}
-
-TEST_F(ResultStore, ACutReplyGivesItsWholeRecords) {
-  for (size_t size = 0; size < kNameField.size(); ++size) {
-    const int16_t id =
-        Keep("Name,0", {kNameField.begin(), kNameField.begin() + static_cast<long>(size)});
-    EXPECT_EQ(ByName(id, "Name", 0), size < 14 ? "(none)" : "Abe") << size;
-    EXPECT_EQ(ByName(id, "Name", 1), "(none)") << size;
-    TheExResults().Free(id);
-  }
 }
 
 }  // namespace

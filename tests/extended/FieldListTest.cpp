@@ -51,11 +51,6 @@ TEST_F(FieldListText, NamesAndNumbersInTheTextsOrder) {
   }
 }
 
-TEST_F(FieldListText, ExtractorHoldsSizesAndOffsets) {
-  const auto list = ParseFieldList(engine_, table_.Info(), "3,a");
-  EXPECT_EQ(Hex(list->Extractor), " 06 00 0A 00 02 00 00 00");
-}
-
 TEST_F(FieldListText, RefusesWithTheMessageOfTheFault) {
   const struct {
     const char *what, *text;
@@ -78,13 +73,6 @@ TEST_F(FieldListText, RefusesWithTheMessageOfTheFault) {
   for (const auto& [what, text, message] : cases) EXPECT_EQ(Parse(text), message) << what;
   EXPECT_FALSE(ParseFieldList(engine_, table_.Info(), nullptr));
   EXPECT_EQ(messages_.TakeCodes(), "VE040");
-}
-
-TEST_F(FieldListText, ATableWithoutFieldsHasNone) {
-  TestTable empty({});
-  EXPECT_FALSE(ParseFieldList(engine_, empty.Info(), "0"));
-  EXPECT_FALSE(ParseFieldList(engine_, empty.Info(), "a"));
-  EXPECT_EQ(messages_.TakeCodes(), "VE025 VE818");
 }
 
 }  // namespace

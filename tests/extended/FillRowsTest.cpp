@@ -11,16 +11,6 @@ namespace {
 
 class FillRows : public FillFixture {};
 
-TEST_F(FillRows, GivesEachRowItsPositionWhereAsked) {
-  manager_.batches = {{9, Names({"a", "b"})}};
-  EXPECT_EQ(Log(), "empty(2) [a 1] [b 2]");
-  fill_.SavePosition = true;
-  manager_.batches = {{9, Names({"a", "b"})}};
-  EXPECT_EQ(Log(), "empty(2) [a 1] @16 [b 2] @32");
-  manager_.batches = {{9, Names({"a", "b"})}};
-  EXPECT_EQ(Log(FillKind::Grid), "empty(2) @16 [a\t1] @32 [b\t2]");
-}
-
 TEST_F(FillRows, ACancelledRowEndsItLikeTheEndOfTheFile) {
   fill_.SavePosition = true;
   fill_.DbLeaveResults = true;

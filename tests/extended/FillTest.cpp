@@ -136,13 +136,6 @@ TEST_F(Fill, ABatchThatCannotGetAnyFurtherIsTheLast) {
   }
 }
 
-TEST_F(Fill, AManagerThatWritesNothingBringsNothing) {
-  manager_.batches = {{9, {}}};
-  EXPECT_EQ(Log(), "empty(2)");
-  manager_.batches = {{60, {}}};
-  EXPECT_EQ(Log(), "empty(2) error(Orders,60)");
-}
-
 TEST_F(Fill, ACutReplyShowsItsWholeRecords) {
   std::vector<uint8_t> reply = Names({"Abe", "Ito"});
   for (size_t size = 1; size < reply.size(); ++size) {
@@ -185,16 +178,6 @@ TEST_F(Fill, AFaultInItsTextsLeavesTheListAlone) {
     EXPECT_EQ(messages_.TakeCodes(), message);
     EXPECT_EQ(list_.TakeLog(), "");
     EXPECT_EQ(manager_.TakeLog(), "22 12:k0 23@77:k0");
-  }
-}
-
-TEST_F(Fill, WithoutAKeyNothingIsRead) {
-  for (const int32_t operation : {OpGetNextEx, OpStepNextEx}) {
-    fill_.DbExOperation = operation;
-    fill_.ListIndexId = 9;
-    EXPECT_FALSE(Run());
-    EXPECT_EQ(messages_.TakeCodes(), "VE804");
-    EXPECT_EQ(manager_.TakeLog(), "22 23@77:k255");
   }
 }
 

@@ -100,25 +100,6 @@ TEST(BlobStore, ChangedLengthsMoveWhatLiesBehind) {
   EXPECT_EQ(table.Table().BufferSize, 28 + 12);
 }
 
-TEST(BlobStore, ANewValueMovesTheOneThatStandsInItsPlace) {
-  BlobTable table(2);
-  table.Set(0, "first");
-  table.Set(1, "second");
-  EXPECT_EQ(table.Show(), "first|second|");
-}
-
-TEST(BlobStore, ALargerBufferThanItsSizeIsKept) {
-  // A variable table reads into a buffer far beyond BufferSize.
-  BlobTable table(1);
-  table.Set(0, std::string(200, 'a').c_str());
-  table.Table().BufferSize = 12;
-  table.Set(0, std::string(210, 'b').c_str());
-  EXPECT_EQ(table.Show(), std::string(210, 'b') + "|");
-  EXPECT_EQ(table.Table().BufferSize, 22);
-  table.Set(0, "");
-  EXPECT_EQ(table.Table().BufferSize, 12) << "never below the fixed length";
-}
-
 TEST(BlobStore, BadDescriptorsCountAsNew) {
   const int32_t bad[][2] = {
       {-1, 12}, {5, -1}, {1000, 12}, {5, 1 << 30}, {INT32_MAX, INT32_MAX}, {INT32_MIN, INT32_MIN}};
@@ -159,24 +140,6 @@ TEST(BlobStore, WithoutMemoryTheRecordStays) {
   EXPECT_EQ(table.Show(), "first|second|");
   EXPECT_EQ(table.end_, table.Table().RecordLength);
   EXPECT_TRUE(watch.Boxes().starts_with("[2000 VE001 メモリ不足  Qrnutil2 ")) << watch.Boxes();
-}
-
-TEST(BlobStore, NullIndicatorsShiftTheDescriptors) {
-  std::vector<DbFieldInfo> fields = {Field(kBlob, 8), Field(kBlob, 8)};
-  fields[0].Flags = fields[1].Flags = kFieldNullable;
-  DbTableInfo table{};
-  table.Fields = fields.data();
-  table.FieldCount = 2;
-  table.RecordLength = table.BufferSize = 18;
-  table.BufferAllocated = 19;
-  table.RecordBuffer = static_cast<uint8_t*>(AllocateZeroed(19));
-  int32_t end = 18;
-  SetBlobField({}, table, "ab", fields[0], 1, &end);
-  SetBlobField({}, table, "cd", fields[1], 10, &end);
-  SetBlobField({}, table, "abcd", fields[0], 1, &end);
-  EXPECT_EQ(ToHex({table.RecordBuffer, 24}),
-            "00 04 00 00 00 12 00 00 00 00 02 00 00 00 16 00 00 00 61 62 63 64 63 64");
-  FreeMemory(table.RecordBuffer);
 }
 
 }  // namespace

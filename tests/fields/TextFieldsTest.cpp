@@ -53,14 +53,6 @@ TEST(TextFields, ReadNoFurtherThanTheRecord) {
   ExpectReads(cases);
 }
 
-TEST(TextFields, LongLStringReadsBack) {
-  Bytes record(200, 'x');
-  record[0] = 199;
-  char text[256];
-  GetFieldText({}, text, record.data(), Field(kLString, 200), record);
-  EXPECT_EQ(std::string(text), std::string(199, 'x'));
-}
-
 TEST(TextFields, Write) {
   const FieldCase cases[] = {
       {"String is filled with blanks", kString, 4, 0, "41 42 20 20", "AB"},
@@ -111,12 +103,6 @@ TEST(TextFields, WritingStopsAtTheEndOfTheBuffer) {
     EXPECT_EQ(WrittenAs({}, Field(row.type, row.size), row.text, 3), row.hex) << row.name;
     EXPECT_EQ(WrittenAs({}, Field(row.type, row.size), row.text, 0), "") << row.name;
   }
-}
-
-TEST(TextFields, LStringCountsNoMoreThanItsByteHolds) {
-  const std::string written = WrittenAs({}, Field(kLString, 300), std::string(280, 'A'), 300);
-  EXPECT_EQ(written.substr(0, 8), "FF 41 41");
-  EXPECT_EQ(written.substr(255 * 3), "41 " + ToHex(Bytes(44)));
 }
 
 TEST(TextFields, ABitHasNoTerminator) {

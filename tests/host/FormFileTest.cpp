@@ -74,20 +74,6 @@ TEST(FormFile, HoldsWhatTheFileSays) {
   EXPECT_EQ(font->line, 9);
 }
 
-TEST(FormFile, KeepsControlsWhereTheyLie) {
-  Mistakes mistakes;
-  const FormFile file = Read(kForm, mistakes);
-  ASSERT_EQ(file.form.children.size(), 2u);
-  const ControlNode& frame = file.form.children[0];
-  EXPECT_TRUE(frame.Is("vb", "frame"));
-  ASSERT_EQ(frame.children.size(), 2u);
-  EXPECT_EQ(frame.children[0].index, 1);
-  EXPECT_EQ(frame.children[0].className, "QRNEdit");
-  EXPECT_TRUE(ValueOf<FileReference>(frame.children[0], "Text")->isText);
-  EXPECT_EQ(*ValueOf<int32_t>(frame.children[0], "Enabled"), -1);
-  EXPECT_TRUE(file.form.children[1].Find("TabCaption(0)"));
-}
-
 TEST(FormFile, KnowsWhereTheCodeBegins) {
   Mistakes mistakes;
   const FormFile file = Read(kForm, mistakes);

@@ -72,17 +72,6 @@ TEST_F(Building, WhatIsThereIsOnlyReplacedWhenAsked) {
   EXPECT_EQ(Run({"build", schema, db, "--replace", "--keep-data"}).code, 2);
 }
 
-TEST_F(Building, ASchemaThatIsRefusedLeavesNothing) {
-  Write("bad.toml", "[[table]]\nname = \"T\"\n");
-  EXPECT_EQ(Line(Run({"build", Path("bad.toml"), Path("new")})),
-            "code=3 err=qrndata: bad.toml:1:1: a table needs a \"field\"\n");
-  EXPECT_FALSE(std::filesystem::exists(Folder() / "new"));
-  EXPECT_EQ(Run({"build", Path("none.toml"), Path("new")}).code, 4);
-  Write("occupied", "");
-  Write("good.toml", kItems);
-  EXPECT_EQ(Run({"build", Path("good.toml"), Path("occupied")}).code, 4) << "a file, no directory";
-}
-
 TEST_F(Building, ATableIsShownWithItsFile) {
   Build(kItems);
   ASSERT_EQ(Import("Items", "No\n1\n1\n2\n").code, 0);

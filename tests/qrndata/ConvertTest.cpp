@@ -130,23 +130,6 @@ TEST_F(Converting, SaysWhatItsDocumentShows) {
   EXPECT_EQ(Convert().out, shown);
 }
 
-// What comes later stands behind those that kept an order of their own.
-TEST_F(Converting, LeavesAFileThatGoesOn) {
-  ASSERT_EQ(Convert().code, 0);
-  Bytes visit = OldSite::Visit(1, 3, "new");
-  ASSERT_EQ(BtrFile(Folder() / "new" / "VISITS.DAT", Access::ReadWrite).Insert(visit), 0);
-  EXPECT_EQ(Visits(0), "3e2e3l3n");
-  EXPECT_EQ(Run({"check", Path("new")}).out, "2 tables, 9 records: no faults\n");
-}
-
-TEST_F(Converting, ReadsTheOldFolderAlikeBefore) {
-  const Said before = Run({"export", Path("old"), "People", "--key", "1"});
-  EXPECT_EQ(before.code, 0) << before.err;
-  ASSERT_EQ(Convert().code, 0);
-  EXPECT_EQ(Run({"export", Path("new"), "People", "--key", "1"}).out, before.out);
-  EXPECT_EQ(before.out.substr(0, 15), "Code,Name\n1,Abe");
-}
-
 // Their own record manager may be writing them at the moment.
 TEST_F(Converting, IsNoCopyOfOldFiles) {
   const Said said = Run({"copy", Path("old"), Path("new")});

@@ -123,21 +123,6 @@ TEST_F(Exports, TakeTheRecordsThatMeetACondition) {
   }
 }
 
-TEST_F(Exports, WriteTheFieldsThatAreNamed) {
-  EXPECT_EQ(Export("Orders", {"--fields", "firstname,Id", "--key", "ById"}),
-            "First Name,Id\nAbe,1\n\"Ito \"\"B\"\"\",2\n漢字,3\n");
-  EXPECT_EQ(
-      Export("Orders", {"--fields", "Id,Count", "--format", "jsonl"}),
-      "{\"Id\": 1, \"Count\": null}\n{\"Id\": 2, \"Count\": -5}\n{\"Id\": 3, \"Count\": 0}\n");
-  EXPECT_EQ(
-      Export("Orders", {"--fields", "Totl"}).substr(0, 93),
-      "code=3 err=qrndata: --fields: the table has no field \"Totl\"; did you mean \"Total\"?; "
-      "expected ");
-  EXPECT_EQ(Export("Orders", {"--fields", "Id,id"}),
-            "code=3 err=qrndata: --fields: field \"Id\" has a column already\n");
-  EXPECT_EQ(Export("a_b_", {"--format", "jsonl"}), "");
-}
-
 TEST_F(Exports, PutSeveralTablesIntoAFolder) {
   EXPECT_EQ(Line(ExportTo("out", {"--format", "jsonl"})),
             "code=0 out=Orders: 3 rows\nA/b*: 0 rows\na_b_: 0 rows\n");
@@ -272,17 +257,6 @@ TEST_F(Exports, MakeAWorkbook) {
                         "<sheet name=\"a_b__6\" sheetId=\"3\" r:id=\"rId3\"/>"),
             sheets.npos)
       << sheets;
-}
-
-TEST_F(Exports, LeaveOutWhatACellDoesNotHold) {
-  ASSERT_EQ(Import("Orders", "Id,Memo,First Name\n4," + std::string(32768, 'm') + ",d\n5," +
-                                 std::string(32767, 'n') + ",e\n")
-                .code,
-            0);
-  EXPECT_EQ(Line(ExportTo("shop.xlsx", {"Orders", "--format", "xlsx", "--fields", "Id,Memo"})),
-            "code=1 out=Orders: 4 rows\n err=record at position 4: field \"Memo\": a cell has room "
-            "for 32,767 characters\n1 record left out\n");
-  EXPECT_NE(Sheet("shop.xlsx", 1).find("<c r=\"A5\"><v>5</v></c>"), std::string::npos);
 }
 
 // The file says that it has more records than a sheet has rows.

@@ -226,27 +226,6 @@ TEST_F(Importing, ColumnsOfCodePage932CountCharacters) {
             "in.csv:3:3: field \"Born\": expected a date such as 2024/01/31\n");
 }
 
-TEST_F(Importing, ADryRunStoresNothing) {
-  const Said said = Import("T", "Id,Name\n1,a\nx,b\n", {"--dry-run"});
-  EXPECT_EQ(said.out, "T: 1 row could be taken, 1 refused\n");
-  EXPECT_NE(Run({"show", Path("db")}).out.find(" 0\n"), std::string::npos);
-}
-
-TEST_F(Importing, OnlyStoredTextsCountAsChanged) {
-  EXPECT_EQ(Import("T", "Id,Name\nx,a한b\ny,한\n", {"--on-unmappable", "skip"}).out,
-            "T: 0 rows taken, 2 refused\n");
-}
-
-TEST_F(Importing, ADryRunNamesTheOwnerOfAKeyValue) {
-  ASSERT_EQ(Import("T", "Id,Name\n1,a\n").code, 0);
-  EXPECT_EQ(
-      Import("T", "Id,Name\n2,a\n1,b\n2,c\n3,d\n", {"--dry-run"}).err,
-      "in.csv:3:1: field \"Id\": key 0 \"ById\" takes no duplicates, and there is a record with "
-      "this value already\n"
-      "in.csv:4:1: field \"Id\": key 0 \"ById\" takes no duplicates, and a row before has this "
-      "value\n");
-}
-
 constexpr char kUniqueKeys[] = R"([[table]]
 name = "T"
 field = [
@@ -283,15 +262,6 @@ TEST_F(Importing, ADryRunRefusesWhatAnImportRefuses) {
   EXPECT_EQ(done.out, "T: 29 rows taken, 173 refused\n");
   EXPECT_EQ(tried.out, "T: 29 rows could be taken, 173 refused\n");
   EXPECT_EQ(Read("dry.csv"), Read("done.csv"));
-}
-
-// 9 is refused by the unique key in the middle of a batch; the rows round it stay.
-TEST_F(Importing, ABatchOutlivesARefusalInIt) {
-  std::string csv = "Id\n9\n";
-  for (int row = 0; row < 25; ++row) csv += std::to_string(row) + "\n";
-  const Said said = Import("T", csv, {"--batch", "10"});
-  EXPECT_EQ(said.out, "T: 25 rows taken, 1 refused\n");
-  EXPECT_EQ(Line(Check()), "code=0 out=1 table, 25 records: no faults\n");
 }
 
 TEST_F(Importing, FilesAndTablesThatAreNotThereAreNamed) {

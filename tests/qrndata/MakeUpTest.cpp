@@ -159,16 +159,5 @@ TEST_F(MakeUp, ADictionaryThatMovesAKeyIsNotBuilt) {
   EXPECT_NE(Check().out.find(std::string("T: ") + kMoved.told), std::string::npos);
 }
 
-// Key 1 of the dictionary is the file's key 2: a key between them has no rows.
-TEST_F(MakeUp, AKeyIsFoundThoughItsNumberHasMoved) {
-  PutDictionary(kMoved);
-  EXPECT_EQ(Run({"export", Path("db"), "T", "--key", "Sum"}).out,
-            "Id,Sum,Name\n3,10,a\n2,20,b\n1,30,c\n");
-  const Said refused = Import("T", "Id,Sum,Name\n4,30,d\n");
-  EXPECT_NE(refused.err.find("in.csv:2:3: field \"Sum\": key 2 takes no duplicates"),
-            std::string::npos)
-      << refused.err;
-}
-
 }  // namespace
 }  // namespace qrndata::test

@@ -156,47 +156,5 @@ TEST_F(RoundTrip, LongTextsKeepTheirLength) {
   }
 }
 
-TEST_F(RoundTrip, NumbersAreGivenWhereNoneStands) {
-  Build(R"([[table]]
-name = "T"
-field = [ { name = "Id", type = "AutoInc", size = 4 }, { name = "A", type = "Bit" } ]
-key = [ { fields = ["Id"] } ])");
-  ASSERT_EQ(Import("T", "A\nx\ny\n").code, 0);
-  ASSERT_EQ(Import("T", "Id,A\n10,z\n0,w\n").code, 0);
-  EXPECT_EQ(Export("T"), "Id,A\n1,x\n2,y\n10,z\n11,w\n");
-}
-
-TEST_F(RoundTrip, AKeyGivesTheOrder) {
-  Build(R"([[table]]
-name = "T"
-field = [ { name = "Code", type = "Integer", size = 4 }, { name = "Name", type = "String", size = 4 } ]
-key = [
-  { fields = ["Code"] },
-  { name = "Falling", fields = ["Code"], descending = true },
-  { fields = ["Name"], case_insensitive = true, duplicates = true },
-])");
-  ASSERT_EQ(Import("T", "Code,Name\n2,b\n1,C\n3,a\n").code, 0);
-  EXPECT_EQ(Export("T"), "Code,Name\n2,b\n1,C\n3,a\n");
-  EXPECT_EQ(Export("T", {"--key", "0"}), "Code,Name\n1,C\n2,b\n3,a\n");
-  EXPECT_EQ(Export("T", {"--key", "Falling"}), "Code,Name\n3,a\n2,b\n1,C\n");
-  EXPECT_EQ(Export("T", {"--key", "Name"}), "Code,Name\n3,a\n2,b\n1,C\n");
-  EXPECT_EQ(Export("T", {"--key", "Size"}),
-            "code=3 err=qrndata: table \"T\" has no key \"Size\"\n");
-}
-
-TEST_F(RoundTrip, BothEncodingsCarryTheSameTable) {
-  Build(R"([[table]]
-name = "社員"
-field = [ { name = "氏名", type = "String", size = 12 } ])");
-  const std::string utf8 = "氏名\n山田　太郎\n";
-  const std::string bytes = "\x8E\x81\x96\xBC\n\x8E\x52\x93\x63\x81\x40\x91\xBE\x98\x59\n";
-  ASSERT_EQ(Import("社員", bytes, {"--encoding", "cp932"}).code, 0);
-  EXPECT_EQ(Export("社員"), utf8);
-  EXPECT_EQ(Export("社員", {"--encoding", "cp932"}), bytes);
-  const Said said = Run({"export", Path("db"), "社員", "-o", Path("out.csv")});
-  EXPECT_EQ(Line(said), "code=0 out=社員: 1 row\n");
-  EXPECT_EQ(Read("out.csv"), utf8);
-}
-
 }  // namespace
 }  // namespace qrndata::test

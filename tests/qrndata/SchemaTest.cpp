@@ -102,50 +102,5 @@ TEST(Schema, MistakesNameLineColumnAndWhatWasExpected) {
   }
 }
 
-TEST(Schema, FieldsFollowEachOtherPastTheirIndicators) {
-  const Schema schema = ParseSchema(
-      R"([[table]]
-name = "B"
-id = 9
-field = [ { name = "N", type = "Date", nullable = true } ]
-[[table]]
-name = "A"
-id = 5
-field = [
-  { name = "No", type = "Integer", size = 2 },
-  { name = "Day", type = "Date", nullable = true },
-  { name = "Text", type = "Note", size = 100, nullable = true },
-]
-key = [ { name = "K", fields = ["Day", { field = "No", descending = true }], null = "any" } ]
-)",
-      "s.toml", ".");
-  ASSERT_EQ(schema.tables.size(), 2u);
-  const Table& table = schema.tables[0];
-  EXPECT_EQ(table.name, "A") << "tables by id";
-  std::string places;
-  for (const qrn::DbFieldInfo& field : table.fields) {
-    places += std::to_string(field.FieldId) + "@" + std::to_string(field.Offset) + " ";
-  }
-  EXPECT_EQ(places, "19@0 20@3 21@8 ");
-  EXPECT_EQ(schema.tables[1].fields[0].FieldId, 23) << "22 is the key name's";
-  EXPECT_EQ(FixedLength(table), 7u);
-  EXPECT_EQ(RecordLength(table), 108u);
-  EXPECT_EQ(table.keys[0].segments[0].flags,
-            kIndexExtendedType | kIndexNamed | kIndexNullAny | kIndexContinues);
-  EXPECT_EQ(table.keys[0].segments[1].flags,
-            kIndexExtendedType | kIndexNamed | kIndexNullAny | kIndexDescending);
-}
-
-TEST(Schema, AFieldOutOfPlaceIsTakenWithAWarning) {
-  const Schema schema = ParseSchema(
-      WithField(kPlain + "\n[[table.field]]\nname = \"B\"\ntype = \"Date\"\noffset = 9"), "s.toml",
-      ".");
-  ASSERT_EQ(schema.warnings.size(), 1u);
-  EXPECT_EQ(schema.warnings[0],
-            "s.toml:10:10: field \"B\" stands at 9, but forms write it at 4, behind the fields "
-            "before it");
-  EXPECT_EQ(RecordLength(schema.tables[0]), 13u);
-}
-
 }  // namespace
 }  // namespace qrndata::test

@@ -104,71 +104,6 @@ TEST(Call, ChangedBlocksAreNotOpen) {
   EXPECT_GE(refused, 64);
 }
 
-TEST(Call, InsertNeedsTheWholeRecordAndIgnoresMore) {
-  TestFile file(SmallBlock());
-  EXPECT_EQ(file.Insert(Padded("1234567", 7), 0), kDataBufferLength);
-  EXPECT_EQ(file.Insert({}, 0), kDataBufferLength);
-  EXPECT_EQ(file.Counts(), "0 0");
-  EXPECT_EQ(file.Insert(Small(1) + Bytes{9}, 0), 0);
-  EXPECT_EQ(file.Insert(Small(2) + Bytes(500, 9), 0), 0);
-  EXPECT_EQ(file.Walk(0), ToHex(Small(1)) + " " + ToHex(Small(2)));
-}
-
-TEST(Call, UpdateNeedsTheWholeRecordAndIgnoresMore) {
-  TestFile file(SmallBlock());
-  ASSERT_EQ(file.Insert(Small(1), 0), 0);
-  EXPECT_EQ(file.Call(kUpdate, {.data = Bytes(7)}).status, kDataBufferLength);
-  EXPECT_EQ(file.Walk(0), ToHex(Small(1)));
-  EXPECT_EQ(file.Call(kUpdate, {.data = Small(5) + Bytes{9}}).status, 0);
-  EXPECT_EQ(file.Walk(0), ToHex(Small(5)));
-}
-
-// A read into too small a buffer has still found its record.
-TEST(Call, ShortBufferOfAFixedFileIsLeftAloneButTheRecordIsCurrent) {
-  TestFile file(SmallBlock());
-  for (const int id : {1, 2, 3}) ASSERT_EQ(file.Insert(Small(id), 0), 0);
-  const int kReads[] = {kGetFirst, kGetEqual, kGetNext, kStepLast, kStepPrevious, kStepNext};
-  const int kFound[] = {1, 2, 3, 3, 2, 3};
-  for (size_t i = 0; i < std::size(kReads); ++i) {
-    const CallOut out = file.Call(kReads[i], {.room = 7, .key = Number(int32_t{2})});
-    EXPECT_EQ(out.status, kDataBufferLength) << kReads[i];
-    EXPECT_FALSE(out.dataTouched) << kReads[i];
-    const CallOut position = file.Call(kGetPosition, {.room = 4});
-    EXPECT_EQ(position.status, 0);
-    const CallOut direct = file.Call(kGetDirect, {.data = position.data, .room = 8});
-    EXPECT_EQ(NumberAt<int32_t>(direct.data, 0), kFound[i]) << kReads[i];
-    if (kReads[i] == kGetEqual) continue;
-  }
-}
-
-TEST(Call, VariableRecordsGiveThePartThatFits) {
-  TestFile file(SmallBlock(1));
-  const Bytes large = Small(1) + Bytes(5000, 0x33);
-  ASSERT_EQ(file.Insert(large, 0), 0);
-  CallOut out = file.Call(kGetFirst, {.room = 100});
-  EXPECT_EQ(out.status, kDataBufferLength);
-  EXPECT_EQ(out.length, 100u);
-  EXPECT_EQ(ToHex(out.data), ToHex({large.begin(), large.begin() + 100}));
-  const CallOut position = file.Call(kGetPosition, {.room = 4});
-  ASSERT_EQ(position.status, 0);
-  out = file.Call(kGetDirect, {.data = position.data, .room = 6000});
-  EXPECT_EQ(out.status, 0);
-  EXPECT_EQ(out.Returned(), large);
-}
-
-TEST(Call, VariableRecordsGrowAndShrinkAndKeepTheirFixedPart) {
-  TestFile file(SmallBlock(1));
-  ASSERT_EQ(file.Insert(Small(1), 0), 0);
-  EXPECT_EQ(file.Insert(Bytes(7), 0), kDataBufferLength);
-  for (const size_t tail : {1u, 100u, 65527u, 0u, 3000u}) {
-    const Bytes record = Small(1) + Bytes(tail, 0x20);
-    EXPECT_EQ(file.Call(kUpdate, {.data = record}).status, 0) << tail;
-    EXPECT_EQ(file.Call(kGetEqual, {.room = 65535, .key = Number(int32_t{1})}).Returned(), record);
-  }
-  EXPECT_EQ(file.Insert(Small(2) + Bytes(65528), 0), kDataBufferLength);
-  EXPECT_EQ(file.Counts(), "1 1");
-}
-
 TEST(Call, KeyBufferMustHoldTheKey) {
   TestFile file(SmallBlock());
   ASSERT_EQ(file.Insert(Small(1), 0), 0);
@@ -192,16 +127,6 @@ TEST(Call, KeyBufferMayBeMissingWhereNothingIsLookedFor) {
   for (const int operation : {5, 8, 9, 10, 11}) {
     EXPECT_EQ(file.Call(operation, {.room = 8, .noKey = true}).status, kKeyBufferTooShort);
   }
-}
-
-TEST(Call, NextAndPreviousIgnoreTheKeyBuffer) {
-  TestFile file(SmallBlock());
-  for (const int id : {1, 2, 3}) ASSERT_EQ(file.Insert(Small(id), 0), 0);
-  ASSERT_EQ(file.Call(kGetFirst, {.room = 8}).status, 0);
-  const CallOut next = file.Call(kGetNext, {.room = 8, .key = Number(int32_t{77})});
-  EXPECT_EQ(NumberAt<int32_t>(next.data, 0), 2);
-  const CallOut previous = file.Call(kGetPrevious, {.room = 8, .key = Number(int32_t{77})});
-  EXPECT_EQ(NumberAt<int32_t>(previous.data, 0), 1);
 }
 
 TEST(Call, FailingCallsLeaveBuffersAndLength) {

@@ -1,60 +1,10 @@
-// Keys of every type through the calls: order, nulls, autoincrement.
+// Keys through the calls: twins, nulls, autoincrement, refusals.
 #include <gtest/gtest.h>
 
 #include "clients/TestFile.h"
 
 namespace btrieve::test {
 namespace {
-
-struct TypeCase {
-  const char* name;
-  Seg key;
-  std::vector<const char*> ascending;  // values as hex
-};
-
-const TypeCase kTypes[] = {
-    {"integer", {.length = 2, .type = 1}, {"0080", "ffff", "0000", "0100", "ff7f"}},
-    {"unsigned", {.length = 2, .type = 14}, {"0000", "0100", "ff7f", "0080", "ffff"}},
-    {"old binary", {.length = 2, .flags = 4}, {"0000", "0100", "0001", "ffff"}},
-    {"float", {.length = 4, .type = 2}, {"000080bf", "00000000", "0000803f"}},
-    {"date", {.length = 4, .type = 3}, {"1f0ccf07", "0101d007", "0102d007"}},
-    {"time", {.length = 4, .type = 4}, {"633b3b16", "00000017"}},
-    {"decimal", {.length = 2, .type = 5}, {"100d", "001d", "0000", "001c", "100f"}},
-    {"numeric", {.length = 3, .type = 8}, {"30314a", "30307b", "303041", "303130"}},
-    {"numericsts", {.length = 3, .type = 17}, {"30312d", "00007b", "30312b"}},
-    {"numericsa", {.length = 2, .type = 18}, {"3071", "007b", "3031"}},
-    {"zstring", {.length = 4, .type = 11}, {"00ffffff", "41004242", "41424300"}},
-    {"lstring", {.length = 3, .type = 10}, {"00ffff", "0141ff", "024141"}},
-    {"wide", {.length = 4, .type = 25}, {"ff000000", "00010000"}},
-};
-
-std::string Joined(const std::vector<const char*>& values, bool backwards, size_t length) {
-  std::string text;
-  for (size_t i = 0; i < values.size(); ++i) {
-    const char* value = values[backwards ? values.size() - 1 - i : i];
-    text += (text.empty() ? "" : " ") + std::string(value) + std::string(2 * (8 - length), '0');
-  }
-  return text;
-}
-
-TEST(Keys, EveryTypeStandsInItsOrder) {
-  for (const TypeCase& row : kTypes) {
-    for (const bool descending : {false, true}) {
-      SCOPED_TRACE(row.name);
-      Seg key = row.key;
-      if (descending) key.flags |= 0x40;
-      TestFile file(CreateBlock({.recordLength = 8}, {key}));
-      // From the middle outwards, so that no order of insertion is the right one.
-      for (size_t i = 0; i < row.ascending.size(); ++i) {
-        const size_t at = i % 2 ? i / 2 : row.ascending.size() - 1 - i / 2;
-        Bytes record = Hex(row.ascending[at]);
-        record.resize(8);
-        EXPECT_EQ(file.Insert(record), 0);
-      }
-      EXPECT_EQ(file.Walk(0), Joined(row.ascending, descending, key.length));
-    }
-  }
-}
 
 struct TwinCase {
   const char* name;
@@ -96,33 +46,6 @@ TEST(Keys, SequenceOfTheFileOrders) {
       CreateBlock({.recordLength = 4}, {{.length = 4, .flags = 0x120}}, ReversingSequence()));
   for (const char* value : {"b   ", "a   ", "c   "}) EXPECT_EQ(file.Insert(Padded(value, 4)), 0);
   EXPECT_EQ(file.Walk(0), "63202020 62202020 61202020");
-}
-
-TEST(Keys, NullIndicatorIsNeverFoundByEqual) {
-  TestFile file(CreateBlock({.recordLength = 4}, {{.length = 1, .flags = 0x111, .type = 255},
-                                                  {.position = 2, .length = 1, .flags = 0x101}}));
-  ASSERT_EQ(file.Insert(Hex("00410000")), 0);
-  ASSERT_EQ(file.Insert(Hex("01410000")), 0);
-  EXPECT_EQ(file.Call(kGetEqual, {.room = 4, .key = Hex("0041")}).status, 0);
-  EXPECT_EQ(file.Call(kGetEqual, {.room = 4, .key = Hex("0141")}).status, kKeyNotFound);
-  EXPECT_EQ(file.Walk(0), "00410000 01410000");
-}
-
-TEST(Keys, AnyNullSegmentLeavesARecordOut) {
-  const auto twoSegments = [](uint16_t null) {
-    return CreateBlock(
-        {.recordLength = 4},
-        {{.length = 2, .flags = static_cast<uint16_t>(0x110 | null)},
-         {.position = 3, .length = 2, .flags = static_cast<uint16_t>(0x100 | null)}});
-  };
-  for (const bool any : {false, true}) {
-    TestFile file(twoSegments(any ? 0x200 : 0x08));
-    for (const char* record : {"00000000", "00000000", "41410000", "00004141", "42424242"}) {
-      EXPECT_EQ(file.Insert(Hex(record)), 0);
-    }
-    EXPECT_EQ(file.Walk(0), any ? "42424242" : "00004141 41410000 42424242");
-    EXPECT_EQ(file.Counts(), any ? "5 1" : "5 3");
-  }
 }
 
 // A counter of 2 bytes and 2 more.
@@ -194,20 +117,6 @@ TEST(AutoIncrement, ComesBackInLaterKeys) {
       {{.length = 4, .type = 15}, {.flags = 0x150, .type = 1}, {.position = 5, .flags = 0x100}}));
   for (int i = 0; i < 3; ++i) ASSERT_EQ(file.Insert(Bytes(4) + Padded("x", 4)), 0);
   EXPECT_EQ(file.Walk(1), "0300000078202020 0200000078202020 0100000078202020");
-}
-
-TEST(Keys, LongestKeyAndManyOfThem) {
-  std::vector<Seg> keys(119, Seg{.length = 30, .flags = 0x183});
-  keys[0] = {.length = 255, .flags = 0x102};
-  TestFile file(CreateBlock({.recordLength = 300}, keys));
-  Bytes low(300, 1);
-  Bytes high(300, 1);
-  high[254] = 2;
-  ASSERT_EQ(file.Insert(high), 0);
-  ASSERT_EQ(file.Insert(low), 0);
-  EXPECT_EQ(file.Insert(low), kDuplicateKey);
-  EXPECT_EQ(file.Walk(0), ToHex(low) + " " + ToHex(high));
-  EXPECT_EQ(file.Walk(118), ToHex(high) + " " + ToHex(low));
 }
 
 // Three unique keys and, between them, one with duplicates: whichever refuses a record, the others

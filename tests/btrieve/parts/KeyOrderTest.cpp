@@ -67,6 +67,7 @@ const OrderCase kOrders[] = {
     {"guid", 27, 0, 16, "000102030405060708090A0B0C0D0E0F 800102030405060708090A0B0C0D0E0F"},
     {"null indicator", 255, 0, 1, "00 01=80=FF"},
     {"old string", 0, 0xF000, 2, "0080 0100 8000"},
+    {"old binary", 14, 0xF004, 2, "0000 0100 0001 FFFF"},
 };
 
 FileSpec SpecOf(const std::vector<Seg>& segments, uint16_t recordLength = 64) {

@@ -26,17 +26,6 @@ struct Axis : ::testing::Test {
   GridAxis axis_{&sizes_, 5, 1, 2, 50};
 };
 
-TEST_F(Axis, PlacesTracksFromTheFirstThatShows) {
-  const struct {
-    int32_t index;
-    TrackSpan span;
-  } cases[] = {{0, {0, 50}}, {2, {50, 70}}, {3, {70, 110}}, {4, {110, 120}}, {1, {50, 80}}};
-  for (const auto& row : cases) EXPECT_EQ(axis_.Place(row.index), row.span) << row.index;
-  EXPECT_EQ(axis_.End(), 120);
-  EXPECT_EQ(axis_.MeasureAll(), 150);
-  EXPECT_EQ(axis_.MeasureFixed(), 50);
-}
-
 TEST_F(Axis, ShowsWhatStartsBeforeTheLimit) {
   EXPECT_EQ(Show(axis_.ShownFixed(200)), "0:0-50 ");
   EXPECT_EQ(Show(axis_.ShownScrolling(200)), "2:50-70 3:70-110 4:110-120 ");
@@ -59,39 +48,6 @@ TEST_F(Axis, FindsWhatLiesAtAPlace) {
     EXPECT_EQ(axis_.FixedAt(row.place), row.fixed) << row.place;
     EXPECT_EQ(axis_.ScrollingAt(row.place), row.scrolling) << row.place;
     EXPECT_EQ(axis_.BorderAt(row.place), row.border) << row.place;
-  }
-}
-
-TEST_F(Axis, TellsWhatIsInView) {
-  const struct {
-    int32_t index, limit;
-    bool whole, start;
-  } cases[] = {{3, 111, true, true},  {3, 110, false, true},  {3, 71, false, true},
-               {3, 70, false, false}, {1, 200, false, false}, {2, 200, true, true}};
-  for (const auto& row : cases) {
-    EXPECT_EQ(axis_.IsInView(row.index, row.limit), row.whole) << row.index << " " << row.limit;
-    EXPECT_EQ(axis_.StartsInView(row.index, row.limit), row.start) << row.index;
-  }
-}
-
-// Programs may put counts below the fixed ones, and sizes that are none.
-TEST_F(Axis, OutlivesCountsAndSizesThatMakeNoSense) {
-  for (const int32_t odd : {INT32_MIN, -1, 0, 1, 7}) {
-    for (GridAxis axis : {GridAxis{&sizes_, odd, 1, 2, 50}, GridAxis{&sizes_, 5, odd, 2, 50},
-                          GridAxis{&sizes_, 5, 1, odd, 50}, GridAxis{&sizes_, 5, 1, 2, odd}}) {
-      for (const PlacedTrack& each : axis.ShownScrolling(300)) {
-        EXPECT_GE(each.index, 0);
-        EXPECT_LT(each.index, axis.count);
-      }
-      EXPECT_LE(axis.ShownFixed(300).size(), 5u);
-      EXPECT_LT(axis.ScrollingAt(60), std::max(axis.count, 0));
-    }
-  }
-  for (const int32_t px : {INT32_MIN, INT32_MAX}) {
-    for (int32_t i = 0; i < 5; ++i) sizes_.Set(i, px);
-    EXPECT_EQ(axis_.End() > 0, px > 0);
-    EXPECT_EQ(axis_.MeasureAll() > 0, px > 0);
-    EXPECT_EQ(axis_.IsInView(4, 100), px < 0);
   }
 }
 

@@ -73,11 +73,6 @@ TEST_F(Mouse, BehindTheLastCellNothingIsPressed) {
   EXPECT_EQ(Press(99, 39), "cell Change row1 edit(19,7) 19,7 19,7-19,7");
 }
 
-TEST_F(Mouse, TheRowThatStaysIsNotWritten) {
-  model_.Row = 2;
-  EXPECT_EQ(Press(130, 50), "cell Change edit(2,2) 2,2 2,2-2,2");
-}
-
 // Without resizing a border is a part of its column or row.
 TEST_F(Mouse, BordersGripWhereTheyAreAllowed) {
   const struct {
@@ -124,21 +119,6 @@ TEST_F(Mouse, ABorderIsDragged) {
   EXPECT_EQ(model_.RowHeightPx(0), 45);
   EXPECT_EQ(model_.fixedRowsHeight, 45);
   EXPECT_EQ(Release(), "0,0-0,0") << "nothing is in hand any more";
-}
-
-TEST_F(Mouse, ABorderGrippedBesideItsLineStillLeavesAPixel) {
-  Move(99, 10);
-  Move(0, 10);
-  Release();
-  EXPECT_EQ(model_.ColWidthPx(1), 1);
-}
-
-TEST_F(Mouse, TheLineEndsWithTheCells) {
-  model_.Rows = 3;
-  EXPECT_EQ(Move(100, 10), "cursor| hide line|100:60 ");
-  Release();
-  model_.Cols = 3;
-  EXPECT_EQ(Move(10, 40), "cursor- hide line-40:150 ");
 }
 
 TEST_F(Mouse, ExtentsPutAtRunTimeCountFromTheNextMove) {
@@ -226,18 +206,6 @@ TEST_F(Bars, EndAtTheirRange) {
   model_.vScrollPos = model_.hScrollPos = 7;
   EXPECT_EQ(Notice(GridDirection::Vertical, kLineOn), "1,1");
   EXPECT_EQ(Notice(GridDirection::Horizontal, kPageOn), "1,1");
-}
-
-// Positions are set back, and rows taken away, without the view.
-TEST_F(Bars, TheViewStaysAmongTheRowsThatThereAre) {
-  model_.TopRow = 19;
-  model_.vScrollPos = 1;
-  EXPECT_EQ(Notice(GridDirection::Vertical, kLineOn), "repaint bar-2 edit(1,1) 19,1");
-  model_.TopRow = 1;
-  model_.vScrollPos = 5;
-  EXPECT_EQ(Notice(GridDirection::Vertical, kLineBack), "repaint bar-4 edit(1,1) 1,1");
-  model_.Rows = 3;
-  EXPECT_EQ(Notice(GridDirection::Vertical, kThumbDropped, 7), "repaint bar-7 edit(1,1) 2,1");
 }
 
 }  // namespace

@@ -167,21 +167,6 @@ TEST(GridCapacity, ComesFromTheSettingsFile) {
   EXPECT_EQ(GridCapacity::Read().maxCols, 5);
 }
 
-TEST(GridCapacity, ThatMakesNoSenseLeavesTheGridWithoutCells) {
-  for (const GridCapacity capacity :
-       {GridCapacity{0, 64}, GridCapacity{-1, -1}, GridCapacity{1024, 0}}) {
-    Messages messages;
-    PlayedGrid grid(capacity);
-    grid.model.Create();
-    EXPECT_NE(messages.Take().find("VE001 メモリ不足  QRNGridUtil "), std::string::npos);
-    grid.model.Cols = 4;
-    grid.model.Rows = 4;
-    grid.Put(1, 1, "x");
-    EXPECT_EQ(grid.AllCells(), "|||/|||/|||/|||");
-    EXPECT_EQ(grid.model.ColWidthPx(1), 50);
-  }
-}
-
 TEST(TextSlots, OfMoreThanMemoryCanCountAreNotMade) {
   TextSlots slots;
   EXPECT_FALSE(slots.Make(int64_t{INT32_MAX} * INT32_MAX));

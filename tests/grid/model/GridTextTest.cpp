@@ -106,13 +106,6 @@ TEST_F(Texts, PutIntoTheSelectionFillIt) {
   }
 }
 
-TEST_F(Texts, OfTheSelectionAreNeitherFormattedNorSplit) {
-  Format(1);
-  Select(1, 1, 1, 1);
-  grid_.model.SetCurrentText("a\tb");
-  EXPECT_EQ(grid_.Cell(1, 1), "a\tb");
-}
-
 TEST_F(Texts, AreDressedByTheFormatOfTheirColumn) {
   Format(2);
   grid_.PutLine(1, 1, "a\tb\tc\td\te");
@@ -170,23 +163,6 @@ TEST_F(Texts, AreReadOfTheCurrentCellAlone) {
   EXPECT_EQ(text, "as it came");
 }
 
-TEST_F(Texts, ArePutInPlaceAtRunTimeAlone) {
-  grid_.Put(1, 1, "a");
-  grid_.TakeLog();
-  grid_.inPlace = false;
-  grid_.Put(1, 1, "b");
-  EXPECT_EQ(grid_.Cell(1, 1), "a");
-  EXPECT_EQ(grid_.TakeLog(), "");
-}
-
-TEST_F(Texts, ShowElsewhereAfterAnotherNumberOfColumns) {
-  grid_.model.PutCols(3);
-  grid_.Put(1, 0, "a");
-  grid_.model.PutCols(4);
-  EXPECT_EQ(grid_.Cell(0, 3), "a");
-  EXPECT_EQ(grid_.Cell(1, 0), "");
-}
-
 TEST_F(Texts, AreClearedWithoutSizesAndPositions) {
   grid_.PutLine(0, 0, "a\tb\tc\td\te");
   grid_.model.SetColWidthPx(1, 7);
@@ -218,15 +194,6 @@ TEST(SpreadText, TakesEntriesAs16BitNumbers) {
   EXPECT_EQ(grid.Cell(2048, 3), "f") << "a text without tabs does not wrap";
   grid.PutLine(2048, 4, "g\th");
   EXPECT_EQ(grid.Cells(2048, 3, 2048, 5), "f|g|h") << "nor does a line";
-}
-
-TEST_F(Texts, OfASelectionFromBelowZeroAreWrittenFromTheFirstCell) {
-  grid_.model.FixedRows = grid_.model.FixedCols = INT32_MIN;
-  Select(INT32_MIN, INT32_MIN, 0, 1);
-  EXPECT_EQ(grid_.model.SetCurrentText("x"), INT32_MAX);
-  EXPECT_EQ(grid_.Cells(0, 0, 1, 3), "x|x||/|||");
-  Select(INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX);
-  EXPECT_EQ(grid_.model.SetCurrentText("y"), INT32_MAX) << "more cells than 64 bits can count";
 }
 
 TEST_F(Texts, EndAtANul) {
