@@ -23,6 +23,8 @@ using PgNoticeProcessor = void (*)(void*, const char*);
 
 // Answers of the library.
 inline constexpr int kConnectionOk = 0;
+inline constexpr int kOutsideTransactions = 0;
+inline constexpr int kInFailedTransaction = 3;
 inline constexpr int kPollFailed = 0;
 inline constexpr int kPollReading = 1;
 inline constexpr int kPollWriting = 2;
@@ -43,6 +45,7 @@ inline constexpr int kBinaryFormat = 1;
   X(PQconnectPoll,        int,   (PgConnection*))                                                  \
   X(PQfinish,             void,  (PgConnection*))                                                  \
   X(PQstatus,             int,   (const PgConnection*))                                            \
+  X(PQtransactionStatus,  int,   (const PgConnection*))                                            \
   X(PQsocket,             int,   (const PgConnection*))                                            \
   X(PQbackendPID,         int,   (const PgConnection*))                                            \
   X(PQerrorMessage,       char*, (const PgConnection*))                                            \

@@ -38,6 +38,12 @@ class NobodyElse {
   HeldByte open_;
 };
 
+// Beside the connection of this process's files: what happens here is no part of their transaction,
+// and finds their locks as another station does.
+std::shared_ptr<ServerLink> OwnLink(const LinkFile& place) {
+  return ServerLink::To(place.server)->Beside();
+}
+
 ServerSpec EmptySpec(const FileSpec& file) {
   ServerSpec spec;
   spec.file = file;
@@ -74,7 +80,7 @@ bool TryMake(const std::shared_ptr<ServerLink>& link, const LinkFile& place, con
 // Runs an action within a transaction, with nobody else there.
 template <class Action>
 Status Alone(const LinkFile& place, Action action) {
-  const std::shared_ptr<ServerLink> link = ServerLink::To(place.server);
+  const std::shared_ptr<ServerLink> link = OwnLink(place);
   const NobodyElse nobody(link, ObjectOf(*link, TableName(place.schema, place.table)));
   if (!nobody) return kCreateError;
   ServerTransaction transaction(link);
@@ -113,7 +119,7 @@ std::string TableNameOf(const std::string& path) {
 }
 
 LinkFile MakeLinkedTable(const LinkFile& beside, const std::string& path, const FileSpec& spec) {
-  const std::shared_ptr<ServerLink> link = ServerLink::To(beside.server);
+  const std::shared_ptr<ServerLink> link = OwnLink(beside);
   const std::string name = TableNameOf(path);
   LinkFile place = beside;
   place.table = name;

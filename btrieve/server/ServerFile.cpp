@@ -82,10 +82,9 @@ OwnerRecord ServerFile::Owner() {
 
 // An empty file that replaces one has another number.
 bool ServerFile::IsInPlace() {
-  return link_
-             ->Ask("SELECT id FROM " + FilesTable(place_.schema) + " WHERE id = $1",
-                   Arguments().Add(spec_.id))
-             .Count() == 1;
+  const ServerSpec now = ReadServerSpec(*link_, place_.schema, place_.table);
+  return now.id == spec_.id && now.nextKeyId == spec_.nextKeyId && now.keyIds == spec_.keyIds &&
+         StoreSpec(now.file) == StoreSpec(spec_.file);
 }
 
 void ServerFile::Refresh() {
@@ -108,9 +107,12 @@ Head ServerFile::Counts() {
 }
 
 uint64_t ServerFile::Total(int slot) const {
-  auto& total = totals_[PlaceOf(slot)];
-  if (!total) total = static_cast<uint64_t>(OnlyNumber(AskPlace(TextsOf(slot).total, {})));
-  return *total;
+  auto& known = totals_[PlaceOf(slot)];
+  const auto now = std::chrono::steady_clock::now();
+  if (!known || known->read + kOldestAnswer < now) {
+    known = {static_cast<uint64_t>(OnlyNumber(AskPlace(TextsOf(slot).total, {}))), now};
+  }
+  return known->entries;
 }
 
 // Within a transaction ranges are read when they are as the records are.
@@ -237,7 +239,9 @@ std::unique_ptr<ForeignFile> OpenLinked(ByteView link) {
   LinkFault fault;
   const std::optional<LinkFile> read = ReadLinkFile(link, fault);
   if (!read) throw Failure{kNotABtrieveFile};
-  return std::make_unique<ServerFile>(*read);
+  const std::shared_ptr<ServerLink> server = ServerLink::To(read->server);
+  const auto open = [&] { return std::make_unique<ServerFile>(*read); };
+  return server->IsInTransaction() ? server->Aside(open) : open();
 }
 
 }  // namespace btrieve::server

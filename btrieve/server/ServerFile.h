@@ -56,6 +56,7 @@ class ServerFile final : public ForeignFile {
   uint16_t KeyId(size_t slot) const noexcept override { return spec_.keyIds[slot]; }
   void Refresh() override;
   bool IsCurrent() noexcept override;
+  void TakeInNews() noexcept override { link_->TakeInNews(); }
   bool IsLost() const noexcept override { return !link_->IsAlive(); }
   bool IsInPlace() override;
   Head Counts() override;
@@ -143,7 +144,11 @@ class ServerFile final : public ForeignFile {
   uint32_t fetchedPosition_ = 0;
   uint64_t changes_ = 0;
   uint64_t notices_ = 0;
-  mutable std::vector<std::optional<uint64_t>> totals_;  // as texts_; known until the next change
+  struct KnownTotal {
+    uint64_t entries;
+    std::chrono::steady_clock::time_point read;
+  };
+  mutable std::vector<std::optional<KnownTotal>> totals_;  // as texts_; known until the next change
 };
 
 // Whether the file is a link file.

@@ -28,7 +28,8 @@ constexpr char kSettings[] =
     "SET enable_seqscan = off; SET enable_sort = off; SET enable_bitmapscan = off; SET jit = off; "
     "SET plan_cache_mode = force_generic_plan; SET client_min_messages = error; "
     "SET search_path = ''; SET synchronous_commit = on; SET statement_timeout = 9000; "
-    "SET idle_in_transaction_session_timeout = 0; "
+    "SET idle_in_transaction_session_timeout = 0; SET idle_session_timeout = 0; "
+    "SET default_transaction_isolation = 'read committed'; SET standard_conforming_strings = on; "
     "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3; "
     "SET tcp_user_timeout = 20000";
 
@@ -337,18 +338,45 @@ void ServerLink::AwaitAnswer(Clock::time_point end) {
 }
 
 void ServerLink::Listen(const std::string& channel) {
-  Run("LISTEN " + channel);
   notices_.try_emplace(channel, 0);
+  if (IsInTransaction()) {
+    toBeHeard_.push_back(channel);
+  } else {
+    Run("LISTEN " + channel);
+  }
+}
+
+// What has happened meanwhile is told by a notice of one's own.
+void ServerLink::ListenAtLast() {
+  for (const std::string& channel : std::exchange(toBeHeard_, {})) {
+    Run("LISTEN " + channel);
+    ++notices_[channel];
+  }
+}
+
+bool ServerLink::IsInTransaction() const noexcept {
+  return client_.PQtransactionStatus(connection_) != kOutsideTransactions;
 }
 
 uint64_t ServerLink::NoticesOf(const std::string& channel) {
   if (!connection_) throw Failure{kNotActive};
+  if (!toBeHeard_.empty() && !IsInTransaction()) ListenAtLast();
   if (const auto now = Clock::now(); now >= looked_ + kBetweenLooks) {
     looked_ = now;
     if (client_.PQconsumeInput(connection_) == 0) Break();
     TakeNotices();
   }
   return notices_[channel];
+}
+
+void ServerLink::TakeInNews() noexcept {
+  constexpr int kMostReads = 64;
+  for (int read = 0; connection_ && read < kMostReads; ++read) {
+    if (client_.PQconsumeInput(connection_) == 0) return Close();
+    TakeNotices();
+    if (BytesAtSocket(client_.PQsocket(connection_)) == 0) break;
+  }
+  if (beside_) beside_->TakeInNews();
 }
 
 void ServerLink::TakeNotices() {
@@ -360,9 +388,13 @@ void ServerLink::TakeNotices() {
   }
 }
 
-ServerLink& ServerLink::Beside() {
+std::shared_ptr<ServerLink> ServerLink::Beside() {
   if (!beside_ || !beside_->IsAlive()) beside_.reset(new ServerLink(client_, address_));
-  return *beside_;
+  return beside_;
+}
+
+bool ServerLink::HasFailed() const noexcept {
+  return connection_ && client_.PQtransactionStatus(connection_) == kInFailedTransaction;
 }
 
 bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
@@ -396,6 +428,7 @@ ServerTransaction::~ServerTransaction() {
 }
 
 void ServerTransaction::Commit() {
+  if (link_->HasFailed()) throw Failure{kTransactionNotWritten};
   link_->Run("COMMIT");
   link_.reset();
 }

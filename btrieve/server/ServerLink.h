@@ -94,7 +94,8 @@ class ServerLink {
   static const std::string& LastRefusal() noexcept;
   static void ForgetRefusal() noexcept;
 
-  // Notifications of a channel are counted from here on.
+  // Notifications of a channel are counted from here on; within a transaction, which would undo
+  // that with the rest, from its end on.
   void Listen(const std::string& channel);
   // How many have come. Takes in what stands at the socket, without waiting; what has come within
   // kBetweenLooks of the last look may be left to the next one.
@@ -103,8 +104,18 @@ class ServerLink {
   uint64_t RoundTrips() const noexcept { return roundTrips_; }
 
   ServerWork& Work() noexcept { return work_; }
+  // One of the server's is open.
+  bool IsInTransaction() const noexcept;
+  // It takes nothing any more.
+  bool HasFailed() const noexcept;
+  // The transaction of the work is undone, or can only be: something within it was refused. Its
+  // commit would be answered as if it were one.
+  bool CannotCommit() const noexcept { return work_.IsBroken() || (work_.IsOpen() && HasFailed()); }
   // Another connection, for what is to be committed by itself while a transaction is open here.
-  ServerLink& Beside();
+  std::shared_ptr<ServerLink> Beside();
+  // Takes in what the server has sent without being asked, as it must be from time to time: what
+  // nobody takes in for long makes the system end the connection.
+  void TakeInNews() noexcept;
   // Whether the server has committed one of its transactions, when the answer to that was lost: it
   // is asked on another connection. False where it has not, or cannot be asked.
   bool HasCommitted(int64_t transaction) const noexcept;
@@ -125,6 +136,22 @@ class ServerLink {
     std::chrono::milliseconds before_;
   };
 
+  // Within a transaction of the server's: what is refused in the action leaves it as it was.
+  template <class Action>
+  auto Aside(Action action) {
+    Run("SAVEPOINT btrieve_aside");
+    try {
+      auto result = action();
+      Run("RELEASE SAVEPOINT btrieve_aside");
+      return result;
+    } catch (...) {
+      if (IsAlive()) {
+        Run("ROLLBACK TO SAVEPOINT btrieve_aside; RELEASE SAVEPOINT btrieve_aside");
+      }
+      throw;
+    }
+  }
+
   // For who cannot leave it as it is: the server undoes what was under way and lets go of all.
   void Abandon() noexcept { Close(); }
 
@@ -143,6 +170,7 @@ class ServerLink {
 
   ServerLink(const Client& client, const ServerAddress& address);
 
+  void ListenAtLast();
   void Connect(const ServerAddress& address);
   [[noreturn]] void RefuseConnection();
   void SendQuestion(const Question& question, std::vector<Awaited>& awaited);
@@ -168,11 +196,12 @@ class ServerLink {
   PgConnection* connection_ = nullptr;
   ServerAddress address_;
   ServerWork work_;
-  std::unique_ptr<ServerLink> beside_;
+  std::shared_ptr<ServerLink> beside_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
   uint64_t names_ = 0;
   size_t keptOfMany_ = 0;
   std::unordered_map<std::string, uint64_t> notices_;  // by channel
+  std::vector<std::string> toBeHeard_;  // channels that a transaction was in the way of
   uint64_t roundTrips_ = 0;
   std::chrono::milliseconds answerLimit_ = kAnswerLimit;
   size_t takenIn_ = 0;  // bytes of the answer under way

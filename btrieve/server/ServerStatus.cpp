@@ -8,21 +8,24 @@ struct StateRow {
   Status status;
 };
 constexpr StateRow kStates[] = {
-    {"08", kNotActive},           // connection
-    {"57P", kNotActive},          // the server goes down, or ends the session
-    {"57014", kFileInUse},        // the statement took too long
-    {"53100", kDiskFull},         // no room on its disk
-    {"53200", kNoCacheBuffer},    // no memory
-    {"53", kNotActive},           // too many connections
-    {"28", kLoginFailed},         // user or password
-    {"3D000", kNoSuchDatabase},   // database
-    {"3F000", kFileNotFound},     // schema
-    {"42P01", kFileNotFound},     // table
-    {"42501", kPermissionError},  // no right
-    {"25006", kPermissionError},  // only for reading
-    {"55P03", kFileInUse},        // lock
-    {"40P01", kDeadlock},         // deadlock
-    {"23505", kDuplicateKey},     // unique
+    {"08", kNotActive},                 // connection
+    {"57P", kNotActive},                // the server goes down, or ends the session
+    {"57014", kFileInUse},              // the statement took too long
+    {"53100", kDiskFull},               // no room on its disk
+    {"53200", kLockError},              // no room for more locks, or no memory
+    {"53", kNotActive},                 // too many connections
+    {"28", kLoginFailed},               // user or password
+    {"3D000", kNoSuchDatabase},         // database
+    {"3F000", kFileNotFound},           // schema
+    {"42P01", kFileNotFound},           // table
+    {"42501", kPermissionError},        // no right
+    {"25006", kPermissionError},        // only for reading
+    {"55P03", kFileInUse},              // lock
+    {"40P01", kDeadlock},               // deadlock
+    {"40", kFileInUse},                 // another transaction was in the way
+    {"25P02", kTransactionNotWritten},  // refused before, so undone
+    {"54011", kNumberOfKeys},           // columns, those of keys that have gone too
+    {"23505", kDuplicateKey},           // unique
 };
 
 // What the server's messages in English say; in another language the status is the general one.

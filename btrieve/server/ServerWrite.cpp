@@ -49,7 +49,7 @@ std::unique_ptr<LockBytes> ServerFile::MakeLocks() {
 
 Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
   ServerWork& work = link_->Work();
-  if (work.IsBroken()) throw Failure{kTransactionNotWritten};
+  if (link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   const bool begins = !work.IsOpen();
   std::vector<Question> questions;
   if (begins) questions.push_back({kBegin, {}});
@@ -104,7 +104,7 @@ void ServerFile::Leave() noexcept {
 }
 
 Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryTerms& terms) {
-  if (!writes_ || link_->Work().IsBroken()) throw Failure{kTransactionNotWritten};
+  if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   RowStatement statement(spec_, TableName(place_.schema, place_.table), FilesTable(place_.schema));
   std::vector<Question> questions;
   questions.push_back(statement.Make(change, head, terms, object_));
@@ -135,8 +135,8 @@ uint32_t ServerFile::PutPositionsAside(uint32_t count) {
                            files +
                            " WHERE id = $1 FOR UPDATE) AS o WHERE f.id = o.id "
                            "RETURNING o.next";
-  ServerLink& link = link_->Work().IsOpen() ? link_->Beside() : *link_;
-  const Rows rows = link.Ask(
+  const std::shared_ptr<ServerLink> link = link_->Work().IsOpen() ? link_->Beside() : link_;
+  const Rows rows = link->Ask(
       text, Arguments().Add(spec_.id).Add(int64_t{count}).Add(int64_t{kHighestPosition} + 1));
   if (rows.Count() != 1) throw Failure{kFileNotFound};
   const int64_t first = rows.Number(0, 0);
@@ -151,7 +151,7 @@ void ServerFile::Keep(const Head& head) {
 }
 
 Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& head) {
-  if (!writes_ || link_->Work().IsBroken()) throw Failure{kTransactionNotWritten};
+  if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   BlockStatement statement(spec_, TableName(place_.schema, place_.table),
                            FilesTable(place_.schema));
   const std::vector<Question> questions = {{"SAVEPOINT btrieve_block", {}},
@@ -189,7 +189,7 @@ Question ServerFile::HeadUpdate(const Head& head) const {
 void ServerFile::CommitWrite(const Head& head) {
   if (!writes_) return;
   ServerWork& work = link_->Work();
-  if (work.IsBroken()) throw Failure{kTransactionNotWritten};
+  if (link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   std::vector<Question> questions;
   if (HasChanged(head)) questions.push_back(HeadUpdate(head));
   if (later_) questions.push_back(FoldQuestion(Ranged()));

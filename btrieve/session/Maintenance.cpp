@@ -33,6 +33,7 @@ Keeper& TheKeeper() noexcept {
 // Whether anything in the file is left to look after soon.
 bool LookAfter(DataFile& file) noexcept {
   Storage& base = file.Base();
+  if (ForeignFile* foreign = base.Foreign()) foreign->TakeInNews();
   const bool touched = file.TakeTouched();
   if (base.IsWriting()) return true;
   if (!touched) base.Rest();

@@ -83,7 +83,9 @@ std::vector<std::shared_ptr<DataFile>> Session::OpenFiles() {
 }
 
 void Session::Register(const std::shared_ptr<DataFile>& file) {
-  std::erase_if(files_, [](const std::weak_ptr<DataFile>& entry) { return entry.expired(); });
+  std::erase_if(files_, [&](const std::weak_ptr<DataFile>& entry) {
+    return entry.expired() || entry.lock() == file;
+  });
   files_.push_back(file);
 }
 

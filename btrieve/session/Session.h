@@ -117,7 +117,10 @@ class Session {
                   bool& alone);
   Status Reopen(DataFile& file, bool exclusive);
   Status ReachAnew(DataFile& file, bool exclusive);
-  Status OpenLink(DataFile& file, bool exclusive, HeldByte& gate);
+  Status OpenLink(const std::shared_ptr<DataFile>& found, bool exclusive, HeldByte& gate,
+                  std::shared_ptr<DataFile>& file);
+  Status DeclareLink(DataFile& file, bool exclusive);
+  std::shared_ptr<DataFile> FindSame(const DataFile& linked);
   void Register(const std::shared_ptr<DataFile>& file);
   // Carries on what the file, as a transaction's coordinator, still has to tell other files.
   void FinishRedo(DataFile& file);

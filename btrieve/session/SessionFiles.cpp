@@ -174,13 +174,35 @@ Status Session::PassGate(const std::string& path, std::shared_ptr<DataFile>& fil
   return isStill ? kOk : kLookAgain;
 }
 
-// Who waited at the gate may have waited for who put another file in its place.
-Status Session::OpenLink(DataFile& file, bool exclusive, HeldByte& gate) {
-  if (const Status status = ReachServer(file, gate)) return status;
+// Links at several places may lead to one table, which is one file then.
+std::shared_ptr<DataFile> Session::FindSame(const DataFile& linked) {
+  const int64_t number = linked.Base().Foreign()->Number();
+  for (const std::shared_ptr<DataFile>& file : OpenFiles()) {
+    const ForeignFile* foreign = file->Base().Foreign();
+    if (foreign && file->Home() == linked.Home() && foreign->Number() == number) return file;
+  }
+  return nullptr;
+}
+
+// Who waited at the gate may have waited for who put another file in its place, or other keys.
+Status Session::DeclareLink(DataFile& file, bool exclusive) {
   const Status status =
       Retry(true, [&] { return DeclareOpenElsewhere(file.Locks().Bytes(), exclusive); });
   if (status != kOk) return status;
   return file.Base().Foreign()->IsInPlace() ? kOk : kLookAgain;
+}
+
+Status Session::OpenLink(const std::shared_ptr<DataFile>& found, bool exclusive, HeldByte& gate,
+                         std::shared_ptr<DataFile>& file) {
+  if (const Status status = ReachServer(*found, gate)) return status;
+  if (std::shared_ptr<DataFile> same = FindSame(*found)) {
+    file = std::move(same);
+    return Reopen(*file, exclusive);
+  }
+  if (const Status status = DeclareLink(*found, exclusive)) return status;
+  found->openExclusively = exclusive;
+  file = found;
+  return kOk;
 }
 
 Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_ptr<DataFile>& file,
@@ -189,9 +211,9 @@ Status Session::OpenOnce(const std::string& path, bool exclusive, std::shared_pt
   HeldByte gate;
   if (const Status status = PassGate(path, found, gate)) return status;
   const LockSpace& space = found->Locks().Space();
-  const Status status = IsOldFile(space)        ? OpenOld(*found, exclusive)
-                        : server::IsLink(space) ? OpenLink(*found, exclusive, gate)
-                                                : OpenOwn(*found, exclusive, gate, alone);
+  if (server::IsLink(space)) return OpenLink(found, exclusive, gate, file);
+  const Status status =
+      IsOldFile(space) ? OpenOld(*found, exclusive) : OpenOwn(*found, exclusive, gate, alone);
   if (status != kOk) return status;
   found->openExclusively = exclusive;
   gate.Release();
@@ -222,7 +244,10 @@ Status Session::ReachAnew(DataFile& file, bool exclusive) {
   file.openNowhere = true;
   HeldByte gate;
   Status status = kLookAgain;
-  while (status == kLookAgain) status = OpenLink(file, exclusive, gate);
+  while (status == kLookAgain) {
+    status = ReachServer(file, gate);
+    if (status == kOk) status = DeclareLink(file, exclusive);
+  }
   if (status != kOk) return status;
   file.openExclusively = exclusive;
   file.openNowhere = false;

@@ -87,9 +87,11 @@ class ForeignFile {
   virtual void Refresh() {}
   // Nothing is known to have been committed since.
   virtual bool IsCurrent() noexcept { return true; }
+  // From time to time while nothing is asked for: what has been told of is taken notice of.
+  virtual void TakeInNews() noexcept {}
   // It cannot be reached any more; whoever opens it anew reaches it again, or is told why not.
   virtual bool IsLost() const noexcept { return false; }
-  // False for a file in whose place another one has come since it was found.
+  // False for a file in whose place another one, or another make-up, has come since it was found.
   virtual bool IsInPlace() { return true; }
 
   virtual Head Counts() = 0;

@@ -228,6 +228,102 @@ TEST_F(LinkedPairs, IsOpenedByItsOwnersName) {
   EXPECT_EQ(open(Padded("me", 9, 0)), 0);
 }
 
+// What a transaction meets beside its records: they are written whole or not at all, as End says.
+class LinkedTransaction : public LinkedPairs {
+ protected:
+  static constexpr int32_t kNew = 7000;
+
+  Status Begin() { return file_.Call(kBegin, {}).status; }
+  Status End() { return file_.Call(kEnd, {}).status; }
+  Status OpenAt(const std::string& name, int block, int mode = 0) {
+    return file_.Call(kOpen, {.key = PathKey(file_.Path(name)), .keyNumber = mode}, block).status;
+  }
+  // A link file beside the file.
+  void PutLink(const std::string& name, const server::LinkFile& link) const {
+    WriteText(file_.Path(name), server::WriteLinkFile(link));
+  }
+  Status Create(const std::string& name, int mode) {
+    return file_
+        .Call(kCreate, {.data = PairBlock(), .key = PathKey(file_.Path(name)), .keyNumber = mode},
+              31)
+        .status;
+  }
+  bool HasNew() { return Get(kGetEqual, 0, Number(kNew)).status == kOk; }
+};
+
+TEST_F(LinkedTransaction, IsNotHarmedByAnOpenThatIsRefused) {
+  server::LinkFile nowhere = LinkTo("none");
+  nowhere.schema = "nowhere";
+  PutLink("nowhere", nowhere);
+  ASSERT_EQ(Begin(), 0);
+  ASSERT_EQ(file_.Insert(Record(kNew)), 0);
+  EXPECT_EQ(OpenAt("nowhere", 1), kFileNotFound);
+  EXPECT_EQ(End(), 0);
+  EXPECT_TRUE(HasNew());
+}
+
+TEST_F(LinkedTransaction, IsNotSaidToBeMadeWhereTheServerHasUndoneIt) {
+  PutLink("file.ddf", LinkTo("file_ddf"));
+  ASSERT_EQ(Create("other", -1), 0);
+  ASSERT_EQ(OpenAt("other", 1), 0);
+  ASSERT_EQ(Begin(), 0);
+  ASSERT_EQ(file_.Insert(Record(kNew)), 0);
+  OtherLink()->Run("DROP TABLE \"" + Schema() + "\".other CASCADE");
+  EXPECT_NE(file_.Call(kGetFirst, {.room = 12}, 1).status, 0);
+  EXPECT_EQ(file_.Insert(Record(kNew + 1)), kTransactionNotWritten);
+  EXPECT_EQ(End(), kTransactionNotWritten);
+  EXPECT_FALSE(HasNew());
+  EXPECT_EQ(file_.Insert(Record(kNew)), 0) << "outside of it";
+  EXPECT_EQ(file_.Counts(), "1001 1001,101");
+}
+
+TEST_F(LinkedTransaction, HasNoPartInFilesThatAreCreated) {
+  PutLink("file.ddf", LinkTo("file_ddf"));
+  for (const bool isTaken : {false, true}) {
+    ASSERT_EQ(Begin(), 0);
+    ASSERT_EQ(file_.Insert(Record(kNew)), 0);
+    ASSERT_EQ(Create(isTaken ? "new dat" : "new.dat", -1), 0);
+    ASSERT_EQ(file_.Insert(Record(kNew + 1)), 0);
+    ASSERT_EQ(file_.Call(kAbort, {}).status, 0);
+    EXPECT_FALSE(HasNew());
+    EXPECT_EQ(OpenAt("new.dat", 1), 0);
+    EXPECT_EQ(file_.Close(1), 0);
+  }
+}
+
+TEST_F(LinkedTransaction, ReachesOneFileByTwoLinks) {
+  PutLink("second", LinkTo("pairs"));
+  ASSERT_EQ(OpenAt("second", 1), 0);
+  EXPECT_EQ(Create("second", 0), kCreateError);
+  ASSERT_EQ(Begin(), 0);
+  ASSERT_EQ(file_.Insert(Record(kNew)), 0);
+  EXPECT_EQ(file_.Call(kInsert, {.data = Record(kNew + 1), .keyNumber = -1}, 1).status, 0);
+  EXPECT_EQ(End(), 0);
+  EXPECT_TRUE(HasNew());
+  ASSERT_EQ(file_.Close(1), 0);
+  ASSERT_EQ(file_.Close(), 0);
+  ASSERT_EQ(file_.Open(-4), 0);
+  EXPECT_EQ(OpenAt("second", 1), kIncompatibleMode);
+}
+
+// Also by who was told of nothing while the transaction was open.
+TEST_F(LinkedTransaction, ThatIsAbortedLeavesAFileThatHearsOfOthers) {
+  PutLink("file.ddf", LinkTo("file_ddf"));
+  ASSERT_EQ(Create("other", -1), 0);
+  ASSERT_EQ(Begin(), 0);
+  ASSERT_EQ(file_.Insert(Record(kNew)), 0);
+  ASSERT_EQ(OpenAt("other", 1), 0);
+  ASSERT_EQ(file_.Call(kAbort, {}).status, 0);
+  const std::string channel =
+      server::ChannelOf(server::ReadServerSpec(*Link(), Schema(), "other").id);
+  const uint64_t before = Link()->NoticesOf(channel);
+  OtherLink()->Run("UPDATE \"" + Schema() + "\".btrieve_files SET records = records");
+  for (int looks = 0; looks < 1000 && Link()->NoticesOf(channel) == before; ++looks) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  EXPECT_NE(Link()->NoticesOf(channel), before);
+}
+
 class BrokenLinks : public ServerSite {};
 
 TEST_F(BrokenLinks, AreToldAtOpen) {
