@@ -61,7 +61,7 @@ BEGIN
   FOR grown IN
     WITH gone AS (DELETE FROM {schema}.btrieve_pending WHERE file = of_file RETURNING *),
     changes AS (SELECT key, entry, sum(n) AS n FROM gone GROUP BY 1, 2 HAVING sum(n) <> 0)
-    {counting}
+    {few}{counting}
   LOOP
     PERFORM {schema}.btrieve_cut(of_file, of_table, grown.key, grown.low, grown.n);
   END LOOP;
@@ -74,13 +74,22 @@ DROP FUNCTION IF EXISTS {schema}.btrieve_range_size(), {schema}.btrieve_position
   {schema}.btrieve_cut(bigint, text, int, bytea, int), {schema}.btrieve_fold(bigint, text);
 )";
 
-// Behind a WITH of changes(key, entry, n): adds them to the ranges of of_file; its rows are the
-// ranges to be looked at.
-constexpr char kCounting[] = R"(,
+// Behind a WITH of changes(key, entry, n), where in btrieve_ranges each stands, by its place: of
+// few looked for one by one, of many among all ranges of their order.
+constexpr char kFewPlaces[] = R"(,
     places AS (
       SELECT (SELECT b.ctid FROM {schema}.btrieve_ranges AS b WHERE b.file = {file} AND
               b.key = c.key AND b.low <= c.entry ORDER BY b.low DESC LIMIT 1) AS place, c.n
-      FROM changes AS c),
+      FROM changes AS c))";
+constexpr char kManyPlaces[] = R"(,
+    orders AS MATERIALIZED (
+      SELECT key, array_agg(low ORDER BY low) AS lows, array_agg(ctid ORDER BY low) AS places
+      FROM {schema}.btrieve_ranges WHERE file = {file} GROUP BY key),
+    places AS (SELECT o.places[width_bucket(c.entry, o.lows)] AS place, c.n
+      FROM changes AS c JOIN orders AS o ON o.key = c.key))";
+
+// Behind one of these: adds them to the ranges; its rows are the ranges to be looked at.
+constexpr char kCounting[] = R"(,
     sums AS (SELECT place, sum(n)::int AS n FROM places GROUP BY 1 HAVING sum(n) <> 0),
     counted AS (UPDATE {schema}.btrieve_ranges AS r SET n = r.n + s.n FROM sums AS s
                 WHERE r.ctid = s.place RETURNING r.key, r.low, r.n)
@@ -99,16 +108,20 @@ BEGIN
     ELSE
       INSERT INTO {schema}.btrieve_pending SELECT {file}, * FROM ({move}) AS c;
     END IF;
+  ELSIF TG_OP = 'INSERT' AND (SELECT count(*) FROM rows_here) > 50 THEN
+    FOR grown IN WITH changes AS ({come}){many}{counting} LOOP
+      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
+    END LOOP;
   ELSIF TG_OP = 'INSERT' THEN
-    FOR grown IN WITH changes AS ({come}){counting} LOOP
+    FOR grown IN WITH changes AS ({come}){few}{counting} LOOP
       PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
     END LOOP;
   ELSIF TG_OP = 'DELETE' THEN
-    FOR grown IN WITH changes AS ({go}){counting} LOOP
+    FOR grown IN WITH changes AS ({go}){few}{counting} LOOP
       PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
     END LOOP;
   ELSE
-    FOR grown IN WITH changes AS ({move}){counting} LOOP
+    FOR grown IN WITH changes AS ({move}){few}{counting} LOOP
       PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
     END LOOP;
   END IF;
@@ -241,8 +254,10 @@ std::string MovesText(const std::vector<uint16_t>& keyIds) {
 }  // namespace
 
 std::string RangesSchemaText(const std::string& schema) {
-  return Filled(kRangesText,
-                {{"counting", kCounting}, {"file", "of_file"}, {"schema", Quoted(schema)}});
+  return Filled(kRangesText, {{"few", kFewPlaces},
+                              {"counting", kCounting},
+                              {"file", "of_file"},
+                              {"schema", Quoted(schema)}});
 }
 
 std::string DropRangesText(const std::string& schema) {
@@ -254,6 +269,8 @@ void FollowWrites(ServerLink& link, const RangedFile& file, const std::vector<ui
                  {"go", RowsText(keyIds, "-1")},
                  {"move", MoveText(keyIds)},
                  {"moves", MovesText(keyIds)},
+                 {"few", kFewPlaces},
+                 {"many", kManyPlaces},
                  {"counting", kCounting}};
   const Words of = FileWords(file);
   words.insert(words.end(), of.begin(), of.end());
