@@ -91,6 +91,53 @@ TEST_F(Moves, KeepTablesThatAreFilesNoMore) {
   EXPECT_NE(Check().out.find("status 12"), std::string::npos) << Check().out;
 }
 
+// What others have put beside the files, here and elsewhere. $ stands for the schema.
+struct OthersCase {
+  const char* schema;  // where another than the test's
+  const char* before;  // before the move
+  const char* after;
+  const char* stays;  // 1 before and after the way back
+};
+const OthersCase kOthers[] = {
+    {"public",
+     "DROP SCHEMA IF EXISTS web CASCADE; DROP TYPE IF EXISTS public.mood; DROP DOMAIN IF EXISTS "
+     "public.price; CREATE SCHEMA web; CREATE TYPE public.mood AS ENUM('good', 'bad'); CREATE "
+     "DOMAIN public.price AS numeric; CREATE TABLE web.orders(id int, m public.mood, p "
+     "public.price)",
+     "",
+     "SELECT count(*) / 3 FROM pg_attribute WHERE attrelid = to_regclass('web.orders') AND "
+     "attnum > 0 AND NOT attisdropped"},
+    {"", "CREATE SCHEMA $", "", "SELECT count(*) FROM pg_namespace WHERE nspname = '$'"},
+    {"", "", "CREATE TYPE $.mood AS ENUM('good')",
+     "SELECT count(*) FROM pg_type WHERE oid = to_regtype('$.mood')"},
+    {"", "", "CREATE TABLE $.btrieve_import_log AS SELECT 1 AS one",
+     "SELECT count(*) FROM pg_class WHERE oid = to_regclass('$.btrieve_import_log')"},
+};
+
+TEST_F(Moves, LeaveWhatIsNotTheirs) {
+  BuildShop();
+  for (const OthersCase& row : kOthers) {
+    const std::string schema = *row.schema ? row.schema : Schema();
+    const auto filled = [&](std::string text) {
+      for (size_t at = text.find('$'); at != text.npos; at = text.find('$')) {
+        text.replace(at, 1, schema);
+      }
+      return text;
+    };
+    Sql(filled(row.before));
+    const Said moved = Run({"move", Path("db"), "--server", Words(), "--schema", schema});
+    ASSERT_EQ(moved.code, 0) << Line(moved);
+    Sql(filled(row.after));
+    EXPECT_EQ(Ask(filled(row.stays)), 1) << row.stays;
+    ASSERT_EQ(MoveBack().code, 0) << row.stays;
+    EXPECT_EQ(Ask(filled(row.stays)), 1) << row.stays;
+    EXPECT_EQ(Ask(filled("SELECT count(*) FROM pg_class c, pg_namespace n WHERE n.oid = "
+                         "relnamespace AND nspname = '$' AND relname = 'btrieve_files'")),
+              0);
+    Sql("DROP SCHEMA IF EXISTS \"" + Schema() + "\" CASCADE");
+  }
+}
+
 // Rows through the record manager, a copy in files, and what was changed on the way back.
 TEST_F(Moves, AreWorkedOnByTheOtherVerbs) {
   BuildShop();
@@ -124,6 +171,8 @@ const RefusalCase kRefusals[] = {
     {"password=x", {}, "takes no \"password\""},
     {"", {"--schema", "No Name"}, "is no name for it"},
     {"", {"--schema", "taken_schema"}, "holds files already"},
+    {"", {"--schema", "information_schema"}, "is the server's own"},
+    {"", {"--schema", "pg_catalog"}, "is the server's own"},
     {"user=powerless", {}, "status 94"},
 };
 

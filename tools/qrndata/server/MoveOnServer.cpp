@@ -4,6 +4,7 @@
 
 #include "btrieve/server/ServerLayout.h"
 #include "btrieve/system/Status.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/Views.h"
 
 namespace qrndata {
@@ -55,33 +56,8 @@ void AddHolders(ServerLink& link, int64_t number, std::vector<std::string>& stat
   }
 }
 
-// What is refused leaves the transaction as it was.
-template <class Work>
-bool TryWithin(ServerLink& link, Work work) {
-  link.Run("SAVEPOINT attempt");
-  try {
-    work();
-    link.Run("RELEASE SAVEPOINT attempt");
-    return true;
-  } catch (const btrieve::Failure&) {
-    if (!link.IsAlive()) throw;
-    link.Run("ROLLBACK TO SAVEPOINT attempt");
-    return false;
-  }
-}
-
 bool HasFiles(ServerLink& link, const std::string& schema) {
   return link.Ask("SELECT count(*) FROM " + TableName(schema, kFiles)).Number(0, 0) != 0;
-}
-
-// Whether the schema holds nothing but the record manager's own.
-bool IsOursAlone(ServerLink& link, const std::string& schema) {
-  const Rows rows = link.Ask(
-      "SELECT (SELECT count(*) FROM pg_class WHERE relnamespace = n.oid AND relname NOT LIKE "
-      "'btrieve\\_%') + (SELECT count(*) FROM pg_proc WHERE pronamespace = n.oid AND proname NOT "
-      "LIKE 'btrieve\\_%') FROM pg_namespace n WHERE nspname = $1",
-      Arguments().Add(ViewOf(schema)));
-  return rows.Count() == 1 && rows.Number(0, 0) == 0;
 }
 
 }  // namespace
@@ -106,12 +82,6 @@ int64_t RelationNumber(ServerLink& link, const std::string& schema, const std::s
 
 int64_t FilesTableOf(ServerLink& link, const std::string& schema) {
   return RelationNumber(link, schema, kFiles);
-}
-
-// Whoever made the schema for us may be the only one to drop it.
-bool DropIfOurs(ServerLink& link, const std::string& schema) {
-  return IsOursAlone(link, schema) &&
-         TryWithin(link, [&] { link.Run("DROP SCHEMA \"" + schema + "\" CASCADE"); });
 }
 
 bool WasMade(ServerLink& link, const MoveRecord& move) {
@@ -167,9 +137,10 @@ void GiveUpTables(ServerLink& link, const std::string& schema,
   if (keep) return;
   Unpublish(link, schema);
   link.Run("DROP TABLE " + Listed(schema, tables));
-  if (HasFiles(link, schema) || DropIfOurs(link, schema)) return;
+  if (HasFiles(link, schema)) return;
   link.Run("DROP TABLE " + TableName(schema, kFiles) + "; DROP FUNCTION IF EXISTS " +
            TableName(schema, "btrieve_notify") + "()");
+  DropOwnSchema(link, schema);
 }
 
 }  // namespace qrndata

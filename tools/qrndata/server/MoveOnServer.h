@@ -34,17 +34,13 @@ int64_t RelationNumber(btrieve::server::ServerLink& link, const std::string& sch
 // Of the schema's table of files.
 int64_t FilesTableOf(btrieve::server::ServerLink& link, const std::string& schema);
 
-// Drops a schema in which nothing stands but the record manager's and this program's own; false
-// where something else does, or the user may not.
-bool DropIfOurs(btrieve::server::ServerLink& link, const std::string& schema);
-
 // Keeps every other station from opening the files. The stations that have one open, which makes
 // it fail: "machine program pid" each, as they have told the server.
 std::vector<std::string> HoldTables(btrieve::server::ServerLink& link, const std::string& schema,
                                     const std::vector<ServerTable>& tables);
 
 // Back: the files are none any more; their tables go, unless they are kept, and with the last one
-// what else the schema has of ours.
+// what else the schema has of ours. What others have put there stays, and the schema with it.
 void GiveUpTables(btrieve::server::ServerLink& link, const std::string& schema,
                   const std::vector<ServerTable>& tables, bool keep);
 

@@ -11,6 +11,7 @@
 #include "tools/qrndata/server/MoveOnServer.h"
 #include "tools/qrndata/server/MovePlaces.h"
 #include "tools/qrndata/server/MoveWork.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/ServerAccess.h"
 #include "tools/qrndata/server/TableNames.h"
 
@@ -36,6 +37,9 @@ class MovingThere : Moving {
     move.place.schema = options.schema.empty() ? SchemaNameOf(options.directory) : options.schema;
     if (!server::IsServerName(move.place.schema)) {
       throw Failure(kUsage, Say(Message::SchemaNameBad, move.place.schema));
+    }
+    if (IsServersOwn(move.place.schema)) {
+      throw Failure(kUsage, Say(Message::SchemaIsServers, move.place.schema));
     }
   }
 
@@ -148,6 +152,7 @@ void MovingThere::Move() {
         Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link); });
     Asking(Place(), [&] {
       HoldMark(*link, move.mark);
+      MakeOwnSchema(*link, move.place.schema);
       server::MakeServerSchema(*link, move.place.schema);
       if (!TablesOf(*link, move.place.schema).empty()) {
         throw Failure(kSystem, Say(Message::SchemaHasFiles, move.place.schema));
