@@ -138,6 +138,17 @@ TEST_F(Moves, LeaveWhatIsNotTheirs) {
   }
 }
 
+TEST_F(Moves, NameTheFileWhoseTableHasGone) {
+  BuildShop();
+  ASSERT_EQ(Move().code, 0);
+  Sql("DROP TABLE " + Schema() + ".orders_dat");
+  const Said said = MoveBack();
+  EXPECT_EQ(said.code, 4);
+  const std::string file = PathToUtf8(fs::path("sub") / "orders.dat");
+  EXPECT_NE(said.err.find(file + ": status 12"), std::string::npos) << said.err;
+  EXPECT_EQ(Ask("SELECT count(*) FROM " + Schema() + ".goods_btr"), 5);
+}
+
 // Rows through the record manager, a copy in files, and what was changed on the way back.
 TEST_F(Moves, AreWorkedOnByTheOtherVerbs) {
   BuildShop();
