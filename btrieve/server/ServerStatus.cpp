@@ -18,6 +18,8 @@ constexpr StateRow kStates[] = {
     {"3D000", kNoSuchDatabase},   // database
     {"3F000", kFileNotFound},     // schema
     {"42P01", kFileNotFound},     // table
+    {"42P07", kFileExists},       // table, or an index of that name
+    {"42710", kFileExists},       // type, whose name a table cannot have
     {"42501", kPermissionError},  // no right
     {"25006", kPermissionError},  // only for reading
     {"55P03", kFileInUse},        // lock

@@ -89,6 +89,12 @@ TEST_F(Moves, KeepTablesThatAreFilesNoMore) {
   // A station that has the link still finds no file any more.
   Write("db/Goods.btr", link);
   EXPECT_NE(Check().out.find("status 12"), std::string::npos) << Check().out;
+  fs::remove(Folder() / "db/Goods.btr");
+  fs::copy_file(Folder() / "kept/Goods.btr", Folder() / "db/Goods.btr");
+  const Said again = Move();
+  EXPECT_NE(again.err.find("--keep has left: field_ddf, file_ddf, goods_btr, "), std::string::npos)
+      << again.err;
+  EXPECT_EQ(Changed(), "");
 }
 
 // What others have put beside the files, here and elsewhere. $ stands for the schema.
@@ -136,6 +142,29 @@ TEST_F(Moves, LeaveWhatIsNotTheirs) {
               0);
     Sql("DROP SCHEMA IF EXISTS \"" + Schema() + "\" CASCADE");
   }
+}
+
+// A table's name that an index or a type has, or one of the record manager's own begins like.
+TEST_F(Moves, TakeOnlyNamesThatAreFree) {
+  BuildShop();
+  for (const char* name : {"btrieve_files", "other.bin.pkey", "mood"}) {
+    fs::copy_file(Folder() / "db/other.bin", Folder() / "db" / name);
+  }
+  Sql("CREATE SCHEMA " + Schema() + "; CREATE TYPE " + Schema() + ".mood AS ENUM('good')");
+  ASSERT_EQ(Move().code, 0);
+  const std::pair<const char*, const char*> kTables[] = {{"btrieve_files", "_btrieve_files"},
+                                                         {"other.bin.pkey", "other_bin_pkey_2"},
+                                                         {"mood", "mood_2"},
+                                                         {"other.bin", "other_bin"}};
+  for (const auto& [file, table] : kTables) {
+    const std::string link = Read(std::string("db/") + file);
+    EXPECT_NE(link.find("table = " + std::string(table) + "\n"), std::string::npos) << link;
+  }
+  EXPECT_EQ(MoveBack().code, 0);
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_class c, pg_namespace n WHERE n.oid = relnamespace AND "
+                "nspname = '" +
+                Schema() + "'"),
+            0);
 }
 
 TEST_F(Moves, NameTheFileWhoseTableHasGone) {

@@ -80,6 +80,26 @@ int64_t RelationNumber(ServerLink& link, const std::string& schema, const std::s
   return rows.Number(0, 0);
 }
 
+// The type of arrays that every table has gives way to a table that wants its name.
+bool IsNameTaken(ServerLink& link, const std::string& schema, const std::string& name) {
+  const std::string whole = TableName(schema, name);
+  const Rows rows = link.Ask(
+      "SELECT count(*) FROM convert_from($1::bytea, 'UTF8') n WHERE to_regclass(n) IS NOT NULL OR "
+      "EXISTS(SELECT FROM pg_type WHERE oid = to_regtype(n) AND typcategory <> 'A')",
+      Arguments().Add(ViewOf(whole)));
+  return rows.Number(0, 0) != 0;
+}
+
+std::vector<std::string> KeptTables(ServerLink& link, const std::string& schema) {
+  return TextsOf(
+      link.Ask("SELECT c.relname FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace "
+               "WHERE n.nspname = $1 AND c.relkind = 'r' AND (SELECT count(*) FROM pg_attribute a "
+               "WHERE a.attrelid = c.oid AND (a.attnum, a.attname) IN ((1, 'pos'), (2, 'ver'), (3, "
+               "'num'), (4, 'data'))) = 4 AND c.relname NOT IN (SELECT name FROM " +
+                   TableName(schema, kFiles) + ") ORDER BY c.relname",
+               Arguments().Add(ViewOf(schema))));
+}
+
 int64_t FilesTableOf(ServerLink& link, const std::string& schema) {
   return RelationNumber(link, schema, kFiles);
 }

@@ -31,6 +31,11 @@ std::vector<ServerTable> TablesOf(btrieve::server::ServerLink& link, const std::
 // The server's number of a table; 0 without one.
 int64_t RelationNumber(btrieve::server::ServerLink& link, const std::string& schema,
                        const std::string& table);
+// Whether a table cannot have the name in the schema: an index, a type or whatever else has it.
+bool IsNameTaken(btrieve::server::ServerLink& link, const std::string& schema,
+                 const std::string& name);
+// Tables that look as those of files do, but are nobody's: what --keep has left.
+std::vector<std::string> KeptTables(btrieve::server::ServerLink& link, const std::string& schema);
 // Of the schema's table of files.
 int64_t FilesTableOf(btrieve::server::ServerLink& link, const std::string& schema);
 

@@ -61,6 +61,7 @@ class MovingThere : Moving {
   void ListFiles();
   void AddFile(const fs::path& name);
   void RefuseOldFolder() const;
+  void RefuseKeptTables();
   uint64_t Work();
   void Move();
   void CopyAll(MoveProgress& progress);
@@ -108,6 +109,19 @@ void MovingThere::RefuseOldFolder() const {
   }
 }
 
+// Whoever reads a kept table would take it for the file that has a table beside it from now on.
+void MovingThere::RefuseKeptTables() {
+  std::string inTheWay;
+  for (const std::string& table : KeptTables(*link, move.place.schema)) {
+    const bool isWanted =
+        std::ranges::find(move.files, table, &MovedFile::table) != move.files.end();
+    if (isWanted) inTheWay += (inTheWay.empty() ? "" : ", ") + table;
+  }
+  if (!inTheWay.empty()) {
+    throw Failure(kSystem, Say(Message::SchemaHasKept, move.place.schema, inTheWay));
+  }
+}
+
 uint64_t MovingThere::Work() {
   uint64_t work = records;
   for (const auto& file : files) work += WorkOfComparison(file->Base());
@@ -116,8 +130,9 @@ uint64_t MovingThere::Work() {
 
 void MovingThere::CopyAll(MoveProgress& progress) {
   for (size_t at = 0; at < files.size(); ++at) {
-    const MovedFile& file = move.files[at];
+    MovedFile& file = move.files[at];
     Asking(PathToUtf8(file.name), [&] {
+      while (IsNameTaken(*link, move.place.schema, file.table)) file.table = names_.Take(file.name);
       server::CopyToServer(files[at]->Base(), *link, move.place.schema, file.table,
                            progress.NextPart());
     });
@@ -157,6 +172,7 @@ void MovingThere::Move() {
       if (!TablesOf(*link, move.place.schema).empty()) {
         throw Failure(kSystem, Say(Message::SchemaHasFiles, move.place.schema));
       }
+      RefuseKeptTables();
       LeaveMark(*link, move);
     });
     CopyAll(progress);
