@@ -38,6 +38,9 @@ inline constexpr int kPipelineAborted = 11;
 inline constexpr int kFieldSqlState = 'C';
 inline constexpr int kFieldMessage = 'M';
 inline constexpr int kBinaryFormat = 1;
+// How much a message tells.
+inline constexpr int kUsualWords = 1;
+inline constexpr int kAllWords = 2;  // with the state
 
 // clang-format off
 #define QRN_CLIENT_FUNCTIONS(X)                                                                    \
@@ -49,6 +52,8 @@ inline constexpr int kBinaryFormat = 1;
   X(PQsocket,             int,   (const PgConnection*))                                            \
   X(PQbackendPID,         int,   (const PgConnection*))                                            \
   X(PQerrorMessage,       char*, (const PgConnection*))                                            \
+  X(PQconnectionNeedsPassword, int, (const PgConnection*))                                         \
+  X(PQsetErrorVerbosity,  int,   (PgConnection*, int))                                             \
   X(PQsetnonblocking,     int,   (PgConnection*, int))                                             \
   X(PQsetNoticeProcessor, PgNoticeProcessor, (PgConnection*, PgNoticeProcessor, void*))            \
   X(PQsendQuery,          int,   (PgConnection*, const char*))                                     \

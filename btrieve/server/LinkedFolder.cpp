@@ -107,7 +107,7 @@ std::optional<LinkFile> LinkBeside(const std::string& path) {
   return std::nullopt;
 }
 
-std::string TableNameOf(const std::string& path) {
+std::string ServerNameOf(const std::string& path) {
   std::string name;
   for (const char each : path.substr(DirectoryLength(path))) {
     const char small = each >= 'A' && each <= 'Z' ? static_cast<char>(each - 'A' + 'a') : each;
@@ -116,6 +116,11 @@ std::string TableNameOf(const std::string& path) {
   }
   name.resize(std::min(name.size(), kLongestTable));
   return name.empty() ? "_" : name;
+}
+
+std::string TableNameOf(const std::string& path) {
+  const std::string name = ServerNameOf(path);
+  return name.starts_with("btrieve_") ? "_" + name : name;
 }
 
 LinkFile MakeLinkedTable(const LinkFile& beside, const std::string& path, const FileSpec& spec) {

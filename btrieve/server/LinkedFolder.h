@@ -16,11 +16,13 @@ std::optional<LinkFile> LinkAt(const std::string& path);
 // What the dictionary in a file's folder leads to (file.ddf), whatever the file.
 std::optional<LinkFile> LinkBeside(const std::string& path);
 
-// A name for a file's table, without what a table's name cannot hold: small letters, digits, _.
+// A file's or folder's name without what a name on a server cannot hold: small letters, digits, _.
+std::string ServerNameOf(const std::string& path);
+// For a file's table. Names that begin with btrieve_ are those of tables that are no files.
 std::string TableNameOf(const std::string& path);
 
-// An empty table for a file at `path` beside the one that `beside` leads to, under a name that no
-// other file there has; the link to it. Throws as ServerLink does.
+// An empty table for a file at `path` beside the one that `beside` leads to, under a name that
+// nothing else there has; the link to it. Throws as ServerLink does.
 LinkFile MakeLinkedTable(const LinkFile& beside, const std::string& path, const FileSpec& spec);
 // Takes a table away that nobody has open: 25 if somebody has.
 [[nodiscard]] Status DropLinkedTable(const LinkFile& link);

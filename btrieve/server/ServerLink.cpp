@@ -143,7 +143,8 @@ void ServerLink::Break() {
 
 void ServerLink::RefuseConnection() {
   Refusal() = TextOrNone(client_.PQerrorMessage(connection_));
-  const Status status = StatusOfRefusal(Refusal());
+  const bool lacksPassword = client_.PQconnectionNeedsPassword(connection_) != 0;
+  const Status status = lacksPassword ? kLoginFailed : StatusOfRefusal(Refusal());
   Close();
   throw Failure{status};
 }
@@ -154,6 +155,7 @@ void ServerLink::Connect(const ServerAddress& address) {
   connection_ = client_.PQconnectStartParams(words.Words(), words.Values(), 0);
   if (!connection_) throw Failure{kNoCacheBuffer};
   client_.PQsetNoticeProcessor(connection_, Ignore, nullptr);
+  client_.PQsetErrorVerbosity(connection_, kAllWords);
   int state = kPollWriting;
   while (state != kPollOk) {
     if (state == kPollFailed || client_.PQsocket(connection_) < 0) RefuseConnection();
@@ -161,6 +163,7 @@ void ServerLink::Connect(const ServerAddress& address) {
     if (!WaitForSocket(client_.PQsocket(connection_), event, LeftUntil(end))) Break();
     state = client_.PQconnectPoll(connection_);
   }
+  client_.PQsetErrorVerbosity(connection_, kUsualWords);
   if (client_.PQsetnonblocking(connection_, 1) != 0) Break();
 }
 

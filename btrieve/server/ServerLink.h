@@ -7,9 +7,9 @@
 // undone by the server.
 //
 // Throws Failure: 20 without the client library, where the server cannot be reached, is away or
-// does not answer; 171 it does not let this user in; 172 no such database; 12 no such table; 94 no
-// right to it; 18 its disk is full; 85 a lock is not to be had in time; 78 deadlock; 5 a value of a
-// unique key is taken; 100 no memory; 2 for anything else.
+// does not answer; 171 it does not let this user in; 172 no such database; 12 no such table; 59 the
+// name is taken; 94 no right to it; 18 its disk is full; 85 a lock is not to be had in time; 78
+// deadlock; 5 a value of a unique key is taken; 100 no memory; 2 for anything else.
 #pragma once
 
 #include <algorithm>

@@ -108,14 +108,16 @@ BEGIN
     ELSE
       INSERT INTO {schema}.btrieve_pending SELECT {file}, * FROM ({move}) AS c;
     END IF;
-  ELSIF TG_OP = 'INSERT' AND (SELECT count(*) FROM rows_here) > 50 THEN
-    FOR grown IN WITH changes AS ({come}){many}{counting} LOOP
-      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-    END LOOP;
   ELSIF TG_OP = 'INSERT' THEN
-    FOR grown IN WITH changes AS ({come}){few}{counting} LOOP
-      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-    END LOOP;
+    IF (SELECT count(*) FROM rows_here) > 50 THEN
+      FOR grown IN WITH changes AS ({come}){many}{counting} LOOP
+        PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
+      END LOOP;
+    ELSE
+      FOR grown IN WITH changes AS ({come}){few}{counting} LOOP
+        PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
+      END LOOP;
+    END IF;
   ELSIF TG_OP = 'DELETE' THEN
     FOR grown IN WITH changes AS ({go}){few}{counting} LOOP
       PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);

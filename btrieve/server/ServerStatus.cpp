@@ -1,5 +1,7 @@
 #include "btrieve/server/ServerStatus.h"
 
+#include <algorithm>
+
 namespace btrieve::server {
 namespace {
 
@@ -18,6 +20,8 @@ constexpr StateRow kStates[] = {
     {"3D000", kNoSuchDatabase},         // database
     {"3F000", kFileNotFound},           // schema
     {"42P01", kFileNotFound},           // table
+    {"42P07", kFileExists},             // table, or an index of that name
+    {"42710", kFileExists},             // type, whose name a table cannot have
     {"42501", kPermissionError},        // no right
     {"25006", kPermissionError},        // only for reading
     {"55P03", kFileInUse},              // lock
@@ -28,16 +32,23 @@ constexpr StateRow kStates[] = {
     {"23505", kDuplicateKey},           // unique
 };
 
-// What the server's messages in English say; in another language the status is the general one.
-struct WordRow {
-  std::string_view words;
-  Status status;
-};
-constexpr WordRow kRefusals[] = {
-    {"password", kLoginFailed},       {"authentication failed", kLoginFailed},
-    {"pg_hba.conf", kLoginFailed},    {"role \"", kLoginFailed},
-    {"database \"", kNoSuchDatabase},
-};
+constexpr size_t kStateLength = 5;
+
+// Where a message tells everything, a state stands behind the severity: "FATAL:  28P01: ...". Of
+// several attempts the last one's; empty where no server has refused.
+std::string_view StateIn(std::string_view message) noexcept {
+  constexpr std::string_view kBefore = ":  ", kBehind = ": ";
+  const auto isPart = [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z'); };
+  for (size_t at = message.rfind(kBefore); at != message.npos; at = message.rfind(kBefore, at)) {
+    const std::string_view behind = message.substr(at + kBefore.size());
+    const std::string_view state = behind.substr(0, kStateLength);
+    if (std::ranges::all_of(state, isPart) && behind.substr(state.size()).starts_with(kBehind)) {
+      return state;
+    }
+    if (at-- == 0) break;
+  }
+  return {};
+}
 
 }  // namespace
 
@@ -49,10 +60,8 @@ Status StatusOfState(std::string_view state) noexcept {
 }
 
 Status StatusOfRefusal(std::string_view message) noexcept {
-  for (const WordRow& row : kRefusals) {
-    if (message.find(row.words) != message.npos) return row.status;
-  }
-  return kNotActive;
+  const Status status = StatusOfState(StateIn(message));
+  return status == kIoError ? kNotActive : status;
 }
 
 }  // namespace btrieve::server

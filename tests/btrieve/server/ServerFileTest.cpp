@@ -3,11 +3,13 @@
 #include <thread>
 
 #include "ServerSite.h"
+#include "btrieve/server/LinkedFolder.h"
 #include "btrieve/server/ServerLocks.h"
 #include "clients/TestFile.h"
 #include "kit/Descriptor.h"
 #include "kit/ModelRun.h"
 #include "tests/support/Setting.h"
+#include "tests/support/TempFolder.h"
 
 namespace btrieve::test {
 namespace {
@@ -343,6 +345,32 @@ TEST_F(BrokenLinks, AreToldAtOpen) {
   for (const auto& [text, status] : kCases) {
     WriteText(file.Path(), text);
     EXPECT_EQ(process.Call(kOpen, 0, {.key = PathKey(file.Path())}).status, status) << text;
+  }
+}
+
+class LinkedFolders : public ServerSite {};
+
+// Tables', indexes' and types' names are of one kind to the server.
+TEST_F(LinkedFolders, TakeNamesThatAreFree) {
+  const qrn::test::TempFolder folder;
+  WriteText(folder.Text() + "/file.ddf", server::WriteLinkFile(LinkTo("file")));
+  Link()->Run("CREATE TYPE \"" + Schema() + "\".mood AS ENUM('good')");
+  const std::pair<const char*, const char*> kTables[] = {{"btrieve_files", "_btrieve_files"},
+                                                         {"r1.btr", "r1_btr"},
+                                                         {"r1.btr.pkey", "r1_btr_pkey_2"},
+                                                         {"r1_btr", "r1_btr_2"},
+                                                         {"mood", "mood_2"},
+                                                         {"R1.BTR.k1.idx", "r1_btr_k1_idx_2"}};
+  ThisProcess process;
+  for (const auto& [name, table] : kTables) {
+    const std::string path = folder.Text() + "/" + name;
+    const Bytes block =
+        CreateBlock({.recordLength = 12}, {{.position = 1, .length = 4, .flags = 0x100}});
+    ASSERT_EQ(process.Call(kCreate, 0, {.data = block, .key = PathKey(path)}).status, 0) << name;
+    const auto link = server::LinkAt(path);
+    ASSERT_TRUE(link) << name;
+    EXPECT_EQ(link->table, table) << name;
+    EXPECT_EQ(process.Call(kOpen, 0, {.key = PathKey(path)}).status, 0) << name;
   }
 }
 

@@ -1,5 +1,6 @@
 // The connection to a server: values on their way, refusals as statuses.
 #include "ServerSite.h"
+#include "btrieve/server/ServerStatus.h"
 #include "btrieve/system/StationName.h"
 
 namespace btrieve::test {
@@ -76,10 +77,48 @@ TEST_F(ServerLinkTest, TellsWhyItIsNotLetIn) {
     Status status;
   } kCases[] = {{"port", "1", kNotActive},
                 {"dbname", "nothing", kNoSuchDatabase},
-                {"user", "nobody", kLoginFailed}};
+                {"dbname", "shut_database", kNotActive},
+                {"user", "nobody", kLoginFailed},
+                {"user", "crowded", kNotActive},
+                {"user", "passerby", kPermissionError}};
+  const std::string password = std::getenv("PGPASSWORD");
+  for (const std::string& sql : {
+           std::string("DROP DATABASE IF EXISTS shut_database"),
+           std::string("CREATE DATABASE shut_database ALLOW_CONNECTIONS false"),
+           std::string("DROP ROLE IF EXISTS crowded; DROP ROLE IF EXISTS passerby"),
+           "CREATE ROLE crowded LOGIN CONNECTION LIMIT 0 PASSWORD '" + password + "'",
+           "CREATE ROLE passerby LOGIN PASSWORD '" + password + "'",
+           std::string("REVOKE CONNECT ON DATABASE postgres FROM PUBLIC"),
+       }) {
+    Link()->Run(sql);
+  }
   for (const auto& row : kCases) {
     EXPECT_EQ(StatusOf([&] { ServerLink::To(AddressWith(row.word, row.value)); }), row.status)
-        << row.word;
+        << row.value;
+  }
+  Link()->Run("GRANT CONNECT ON DATABASE postgres TO PUBLIC");
+}
+
+struct MessageCase {
+  const char* message;
+  Status status;
+};
+const MessageCase kMessages[] = {
+    {"", kNotActive},
+    {"could not translate host name \"database \"", kNotActive},
+    {"致命的エラー:  28P01: ユーザー \"sales\" のパスワード認証に失敗しました", kLoginFailed},
+    {"FATAL:  3D000: \nLOCATION:  InitPostgres, postinit.c:885\n", kNoSuchDatabase},
+    {"FATAL:  53300: too many\nFATAL:  28000: no entry\n", kLoginFailed},
+    {":  28000: first\n:  28000", kLoginFailed},
+    {":  280P: short", kNotActive},
+    {":  28p01: small", kNotActive},
+    {":  28", kNotActive},
+    {":  99999: unknown", kNotActive},
+};
+
+TEST(ServerStatus, IsToldByTheStateInAnyLanguage) {
+  for (const MessageCase& row : kMessages) {
+    EXPECT_EQ(server::StatusOfRefusal(row.message), row.status) << row.message;
   }
 }
 

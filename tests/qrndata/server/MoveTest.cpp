@@ -95,6 +95,93 @@ TEST_F(Moves, KeepTablesThatAreFilesNoMore) {
   // A station that has the link still finds no file any more.
   Write("db/Goods.btr", link);
   EXPECT_NE(Check().out.find("status 12"), std::string::npos) << Check().out;
+  fs::remove(Folder() / "db/Goods.btr");
+  fs::copy_file(Folder() / "kept/Goods.btr", Folder() / "db/Goods.btr");
+  const Said again = Move();
+  EXPECT_NE(again.err.find("--keep has left: field_ddf, file_ddf, goods_btr, "), std::string::npos)
+      << again.err;
+  EXPECT_EQ(Changed(), "");
+}
+
+// What others have put beside the files, here and elsewhere. $ stands for the schema.
+struct OthersCase {
+  const char* schema;  // where another than the test's
+  const char* before;  // before the move
+  const char* after;
+  const char* stays;  // 1 before and after the way back
+};
+const OthersCase kOthers[] = {
+    {"public",
+     "DROP SCHEMA IF EXISTS web CASCADE; DROP TYPE IF EXISTS public.mood; DROP DOMAIN IF EXISTS "
+     "public.price; CREATE SCHEMA web; CREATE TYPE public.mood AS ENUM('good', 'bad'); CREATE "
+     "DOMAIN public.price AS numeric; CREATE TABLE web.orders(id int, m public.mood, p "
+     "public.price)",
+     "",
+     "SELECT count(*) / 3 FROM pg_attribute WHERE attrelid = to_regclass('web.orders') AND "
+     "attnum > 0 AND NOT attisdropped"},
+    {"", "CREATE SCHEMA $", "", "SELECT count(*) FROM pg_namespace WHERE nspname = '$'"},
+    {"", "", "CREATE TYPE $.mood AS ENUM('good')",
+     "SELECT count(*) FROM pg_type WHERE oid = to_regtype('$.mood')"},
+    {"", "", "CREATE TABLE $.btrieve_import_log AS SELECT 1 AS one",
+     "SELECT count(*) FROM pg_class WHERE oid = to_regclass('$.btrieve_import_log')"},
+};
+
+TEST_F(Moves, LeaveWhatIsNotTheirs) {
+  BuildShop();
+  for (const OthersCase& row : kOthers) {
+    const std::string schema = *row.schema ? row.schema : Schema();
+    const auto filled = [&](std::string text) {
+      for (size_t at = text.find('$'); at != text.npos; at = text.find('$')) {
+        text.replace(at, 1, schema);
+      }
+      return text;
+    };
+    Sql(filled(row.before));
+    const Said moved = Run({"move", Path("db"), "--server", Words(), "--schema", schema});
+    ASSERT_EQ(moved.code, 0) << Line(moved);
+    Sql(filled(row.after));
+    EXPECT_EQ(Ask(filled(row.stays)), 1) << row.stays;
+    ASSERT_EQ(MoveBack().code, 0) << row.stays;
+    EXPECT_EQ(Ask(filled(row.stays)), 1) << row.stays;
+    EXPECT_EQ(Ask(filled("SELECT count(*) FROM pg_class c, pg_namespace n WHERE n.oid = "
+                         "relnamespace AND nspname = '$' AND relname = 'btrieve_files'")),
+              0);
+    Sql("DROP SCHEMA IF EXISTS \"" + Schema() + "\" CASCADE");
+  }
+}
+
+// A table's name that an index or a type has, or one of the record manager's own begins like.
+TEST_F(Moves, TakeOnlyNamesThatAreFree) {
+  BuildShop();
+  for (const char* name : {"btrieve_files", "other.bin.pkey", "mood"}) {
+    fs::copy_file(Folder() / "db/other.bin", Folder() / "db" / name);
+  }
+  Sql("CREATE SCHEMA " + Schema() + "; CREATE TYPE " + Schema() + ".mood AS ENUM('good')");
+  ASSERT_EQ(Move().code, 0);
+  const std::pair<const char*, const char*> kTables[] = {{"btrieve_files", "_btrieve_files"},
+                                                         {"other.bin.pkey", "other_bin_pkey_2"},
+                                                         {"mood", "mood_2"},
+                                                         {"other.bin", "other_bin"}};
+  for (const auto& [file, table] : kTables) {
+    const std::string link = Read(std::string("db/") + file);
+    EXPECT_NE(link.find("table = " + std::string(table) + "\n"), std::string::npos) << link;
+  }
+  EXPECT_EQ(MoveBack().code, 0);
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_class c, pg_namespace n WHERE n.oid = relnamespace AND "
+                "nspname = '" +
+                Schema() + "'"),
+            0);
+}
+
+TEST_F(Moves, NameTheFileWhoseTableHasGone) {
+  BuildShop();
+  ASSERT_EQ(Move().code, 0);
+  Sql("DROP TABLE " + Schema() + ".orders_dat");
+  const Said said = MoveBack();
+  EXPECT_EQ(said.code, 4);
+  const std::string file = PathToUtf8(fs::path("sub") / "orders.dat");
+  EXPECT_NE(said.err.find(file + ": status 12"), std::string::npos) << said.err;
+  EXPECT_EQ(Ask("SELECT count(*) FROM " + Schema() + ".goods_btr"), 5);
 }
 
 // Rows through the record manager, a copy in files, and what was changed on the way back.
@@ -130,6 +217,8 @@ const RefusalCase kRefusals[] = {
     {"password=x", {}, "takes no \"password\""},
     {"", {"--schema", "No Name"}, "is no name for it"},
     {"", {"--schema", "taken_schema"}, "holds files already"},
+    {"", {"--schema", "information_schema"}, "is the server's own"},
+    {"", {"--schema", "pg_catalog"}, "is the server's own"},
     {"user=powerless", {}, "status 94"},
 };
 

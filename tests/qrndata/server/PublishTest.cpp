@@ -256,5 +256,24 @@ TEST_F(Views, GoWithTheFilesUnlessOthersNeedThem) {
   EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname LIKE '" + Schema() + "%'"), 0);
 }
 
+TEST_F(Views, LeaveWhatOthersHavePutBesideThem) {
+  BuildShop();
+  ASSERT_EQ(Move().code, 0);
+  ASSERT_EQ(Publish().code, 0);
+  const std::string mood = View("mood");
+  Sql("DROP TABLE IF EXISTS public.moods; CREATE TYPE " + mood +
+      " AS ENUM('good'); CREATE TABLE public.moods(m " + mood + ")");
+  ASSERT_EQ(MoveBack().code, 0);
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_attribute WHERE attrelid = 'public.moods'::regclass AND "
+                "attnum = 1 AND NOT attisdropped"),
+            1);
+  EXPECT_EQ(Ask("SELECT (SELECT count(*) FROM pg_proc WHERE pronamespace = n.oid) + (SELECT "
+                "count(*) FROM pg_class WHERE relnamespace = n.oid) FROM pg_namespace n WHERE "
+                "nspname = '" +
+                Schema() + "_view'"),
+            0);
+  Sql("DROP TABLE public.moods");
+}
+
 }  // namespace
 }  // namespace qrndata::test

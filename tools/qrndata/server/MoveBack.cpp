@@ -84,7 +84,10 @@ void MovingBack::FindTables() {
   const std::vector<ServerTable> all = TablesOf(*link, move.place.schema);
   for (const MovedFile& file : move.files) {
     const auto table = std::ranges::find(all, file.table, &ServerTable::name);
-    if (table == all.end()) throw btrieve::Failure{btrieve::kFileNotFound};
+    if (table == all.end()) {
+      throw Failure(kSystem,
+                    PathToUtf8(file.name) + ": " + ServerStatusText(btrieve::kFileNotFound));
+    }
     tables_.push_back(*table);
   }
   for (const ServerTable& table : all) {

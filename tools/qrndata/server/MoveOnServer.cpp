@@ -5,6 +5,7 @@
 #include "btrieve/server/ServerLayout.h"
 #include "btrieve/server/ServerRanges.h"
 #include "btrieve/system/Status.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/Views.h"
 
 namespace qrndata {
@@ -56,33 +57,8 @@ void AddHolders(ServerLink& link, int64_t number, std::vector<std::string>& stat
   }
 }
 
-// What is refused leaves the transaction as it was.
-template <class Work>
-bool TryWithin(ServerLink& link, Work work) {
-  link.Run("SAVEPOINT attempt");
-  try {
-    work();
-    link.Run("RELEASE SAVEPOINT attempt");
-    return true;
-  } catch (const btrieve::Failure&) {
-    if (!link.IsAlive()) throw;
-    link.Run("ROLLBACK TO SAVEPOINT attempt");
-    return false;
-  }
-}
-
 bool HasFiles(ServerLink& link, const std::string& schema) {
   return link.Ask("SELECT count(*) FROM " + TableName(schema, kFiles)).Number(0, 0) != 0;
-}
-
-// Whether the schema holds nothing but the record manager's own.
-bool IsOursAlone(ServerLink& link, const std::string& schema) {
-  const Rows rows = link.Ask(
-      "SELECT (SELECT count(*) FROM pg_class WHERE relnamespace = n.oid AND relname NOT LIKE "
-      "'btrieve\\_%') + (SELECT count(*) FROM pg_proc WHERE pronamespace = n.oid AND proname NOT "
-      "LIKE 'btrieve\\_%') FROM pg_namespace n WHERE nspname = $1",
-      Arguments().Add(ViewOf(schema)));
-  return rows.Count() == 1 && rows.Number(0, 0) == 0;
 }
 
 }  // namespace
@@ -105,14 +81,28 @@ int64_t RelationNumber(ServerLink& link, const std::string& schema, const std::s
   return rows.Number(0, 0);
 }
 
-int64_t FilesTableOf(ServerLink& link, const std::string& schema) {
-  return RelationNumber(link, schema, kFiles);
+// The type of arrays that every table has gives way to a table that wants its name.
+bool IsNameTaken(ServerLink& link, const std::string& schema, const std::string& name) {
+  const std::string whole = TableName(schema, name);
+  const Rows rows = link.Ask(
+      "SELECT count(*) FROM convert_from($1::bytea, 'UTF8') n WHERE to_regclass(n) IS NOT NULL OR "
+      "EXISTS(SELECT FROM pg_type WHERE oid = to_regtype(n) AND typcategory <> 'A')",
+      Arguments().Add(ViewOf(whole)));
+  return rows.Number(0, 0) != 0;
 }
 
-// Whoever made the schema for us may be the only one to drop it.
-bool DropIfOurs(ServerLink& link, const std::string& schema) {
-  return IsOursAlone(link, schema) &&
-         TryWithin(link, [&] { link.Run("DROP SCHEMA \"" + schema + "\" CASCADE"); });
+std::vector<std::string> KeptTables(ServerLink& link, const std::string& schema) {
+  return TextsOf(
+      link.Ask("SELECT c.relname FROM pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace "
+               "WHERE n.nspname = $1 AND c.relkind = 'r' AND (SELECT count(*) FROM pg_attribute a "
+               "WHERE a.attrelid = c.oid AND (a.attnum, a.attname) IN ((1, 'pos'), (2, 'ver'), (3, "
+               "'num'), (4, 'data'))) = 4 AND c.relname NOT IN (SELECT name FROM " +
+                   TableName(schema, kFiles) + ") ORDER BY c.relname",
+               Arguments().Add(ViewOf(schema))));
+}
+
+int64_t FilesTableOf(ServerLink& link, const std::string& schema) {
+  return RelationNumber(link, schema, kFiles);
 }
 
 bool WasMade(ServerLink& link, const MoveRecord& move) {
@@ -169,8 +159,9 @@ void GiveUpTables(ServerLink& link, const std::string& schema,
   if (keep) return;
   Unpublish(link, schema);
   link.Run("DROP TABLE " + Listed(schema, tables));
-  if (HasFiles(link, schema) || DropIfOurs(link, schema)) return;
+  if (HasFiles(link, schema)) return;
   server::DropServerSchema(link, schema);
+  DropOwnSchema(link, schema);
 }
 
 }  // namespace qrndata

@@ -31,12 +31,13 @@ std::vector<ServerTable> TablesOf(btrieve::server::ServerLink& link, const std::
 // The server's number of a table; 0 without one.
 int64_t RelationNumber(btrieve::server::ServerLink& link, const std::string& schema,
                        const std::string& table);
+// Whether a table cannot have the name in the schema: an index, a type or whatever else has it.
+bool IsNameTaken(btrieve::server::ServerLink& link, const std::string& schema,
+                 const std::string& name);
+// Tables that look as those of files do, but are nobody's: what --keep has left.
+std::vector<std::string> KeptTables(btrieve::server::ServerLink& link, const std::string& schema);
 // Of the schema's table of files.
 int64_t FilesTableOf(btrieve::server::ServerLink& link, const std::string& schema);
-
-// Drops a schema in which nothing stands but the record manager's and this program's own; false
-// where something else does, or the user may not.
-bool DropIfOurs(btrieve::server::ServerLink& link, const std::string& schema);
 
 // Keeps every other station from opening the files. The stations that have one open, which makes
 // it fail: "machine program pid" each, as they have told the server.
@@ -44,7 +45,7 @@ std::vector<std::string> HoldTables(btrieve::server::ServerLink& link, const std
                                     const std::vector<ServerTable>& tables);
 
 // Back: the files are none any more; their tables go, unless they are kept, and with the last one
-// what else the schema has of ours.
+// what else the schema has of ours. What others have put there stays, and the schema with it.
 void GiveUpTables(btrieve::server::ServerLink& link, const std::string& schema,
                   const std::vector<ServerTable>& tables, bool keep);
 

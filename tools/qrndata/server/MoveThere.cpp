@@ -11,6 +11,7 @@
 #include "tools/qrndata/server/MoveOnServer.h"
 #include "tools/qrndata/server/MovePlaces.h"
 #include "tools/qrndata/server/MoveWork.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/ServerAccess.h"
 #include "tools/qrndata/server/TableNames.h"
 
@@ -37,6 +38,9 @@ class MovingThere : Moving {
     if (!server::IsServerName(move.place.schema)) {
       throw Failure(kUsage, Say(Message::SchemaNameBad, move.place.schema));
     }
+    if (IsServersOwn(move.place.schema)) {
+      throw Failure(kUsage, Say(Message::SchemaIsServers, move.place.schema));
+    }
   }
 
   ExitCode Run() {
@@ -57,6 +61,7 @@ class MovingThere : Moving {
   void ListFiles();
   void AddFile(const fs::path& name);
   void RefuseOldFolder() const;
+  void RefuseKeptTables();
   uint64_t Work();
   void Move();
   void CopyAll(MoveProgress& progress);
@@ -104,6 +109,19 @@ void MovingThere::RefuseOldFolder() const {
   }
 }
 
+// Whoever reads a kept table would take it for the file that has a table beside it from now on.
+void MovingThere::RefuseKeptTables() {
+  std::string inTheWay;
+  for (const std::string& table : KeptTables(*link, move.place.schema)) {
+    const bool isWanted =
+        std::ranges::find(move.files, table, &MovedFile::table) != move.files.end();
+    if (isWanted) inTheWay += (inTheWay.empty() ? "" : ", ") + table;
+  }
+  if (!inTheWay.empty()) {
+    throw Failure(kSystem, Say(Message::SchemaHasKept, move.place.schema, inTheWay));
+  }
+}
+
 uint64_t MovingThere::Work() {
   uint64_t work = records;
   for (const auto& file : files) work += WorkOfComparison(file->Base());
@@ -112,8 +130,9 @@ uint64_t MovingThere::Work() {
 
 void MovingThere::CopyAll(MoveProgress& progress) {
   for (size_t at = 0; at < files.size(); ++at) {
-    const MovedFile& file = move.files[at];
+    MovedFile& file = move.files[at];
     Asking(PathToUtf8(file.name), [&] {
+      while (IsNameTaken(*link, move.place.schema, file.table)) file.table = names_.Take(file.name);
       server::CopyToServer(files[at]->Base(), *link, move.place.schema, file.table,
                            progress.NextPart());
     });
@@ -148,10 +167,12 @@ void MovingThere::Move() {
         Asking(Place(), [&] { return std::make_unique<server::ServerTransaction>(link); });
     Asking(Place(), [&] {
       HoldMark(*link, move.mark);
+      MakeOwnSchema(*link, move.place.schema);
       server::MakeServerSchema(*link, move.place.schema);
       if (!TablesOf(*link, move.place.schema).empty()) {
         throw Failure(kSystem, Say(Message::SchemaHasFiles, move.place.schema));
       }
+      RefuseKeptTables();
       LeaveMark(*link, move);
     });
     CopyAll(progress);

@@ -10,6 +10,7 @@
 #include "tools/qrndata/Progress.h"
 #include "tools/qrndata/Text.h"
 #include "tools/qrndata/Verbs.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/ServerAccess.h"
 #include "tools/qrndata/server/ViewColumns.h"
 #include "tools/qrndata/server/ViewFunctions.h"
@@ -73,7 +74,7 @@ void Publishing::MakeSchema() {
   if (btrieve::TextOf(encoding.Bytes(0, 0)) != "UTF8") {
     throw Failure(kSystem, Say(Message::DatabaseNotUtf8));
   }
-  link_->Run("CREATE SCHEMA IF NOT EXISTS \"" + schema_ + "\"");
+  MakeOwnSchema(*link_, schema_);
   link_->Run(ViewFunctions(schema_));
   FillCharacters();
 }

@@ -13,7 +13,7 @@ std::string SchemaNameOf(const fs::path& directory) {
   std::error_code ignored;
   fs::path whole = fs::weakly_canonical(fs::absolute(directory, ignored), ignored);
   if (!whole.has_filename()) whole = whole.parent_path();
-  const std::string name = btrieve::server::TableNameOf(PathToUtf8(whole.filename()));
+  const std::string name = btrieve::server::ServerNameOf(PathToUtf8(whole.filename()));
   const bool tellsNothing = std::ranges::all_of(name, [](char c) { return c == '_'; });
   return tellsNothing ? "data" : name;
 }

@@ -14,10 +14,11 @@ std::string SchemaNameOf(const std::filesystem::path& directory);
 // Gives each file of one schema a name of its own.
 class TableNames {
  public:
+  // For the same file another one each time.
   std::string Take(const std::filesystem::path& file);
 
  private:
-  std::set<std::string> taken_ = {"btrieve_files", "btrieve_ranges", "btrieve_pending"};
+  std::set<std::string> taken_;
 };
 
 }  // namespace qrndata

@@ -1,5 +1,7 @@
 #include "tools/qrndata/server/ViewFunctions.h"
 
+#include <string_view>
+
 namespace qrndata {
 
 namespace {
@@ -242,15 +244,28 @@ RETURNS bytea LANGUAGE sql IMMUTABLE STRICT AS $f$
 $f$;
 )sql";
 
-}  // namespace
-
-std::string ViewFunctions(const std::string& schema) {
-  std::string text = kFunctions;
+std::string In(const std::string& schema, std::string text) {
   const std::string name = "\"" + schema + "\".";
   for (size_t at = text.find("$."); at != text.npos; at = text.find("$.", at + name.size())) {
     text.replace(at, 2, name);
   }
   return text;
+}
+
+}  // namespace
+
+std::string ViewFunctions(const std::string& schema) { return In(schema, kFunctions); }
+
+std::string DropViewFunctions(const std::string& schema) {
+  constexpr std::string_view kMakes = "CREATE OR REPLACE FUNCTION ";
+  const std::string_view all = kFunctions;
+  std::string text = "DROP TABLE $.btrieve_characters";
+  for (size_t at = all.find(kMakes); at != all.npos; at = all.find(kMakes, at)) {
+    at += kMakes.size();
+    text += "; DROP FUNCTION IF EXISTS ";
+    text += all.substr(at, all.find(')', at) + 1 - at);
+  }
+  return In(schema, text);
 }
 
 }  // namespace qrndata

@@ -2,6 +2,7 @@
 
 #include "btrieve/server/ServerLayout.h"
 #include "tools/qrndata/server/MoveOnServer.h"
+#include "tools/qrndata/server/OwnSchema.h"
 #include "tools/qrndata/server/ViewFunctions.h"
 
 namespace qrndata {
@@ -40,7 +41,8 @@ void Unpublish(ServerLink& link, const std::string& schema) {
   const std::string views = ViewSchema(schema);
   const std::string drop = "DROP VIEW \"" + views + "\".";
   for (const std::string& name : OurViews(link, views)) link.Run(drop + name);
-  if (RelationNumber(link, views, kCharacters) != 0) DropIfOurs(link, views);
+  if (RelationNumber(link, views, kCharacters) != 0) TryToRun(link, DropViewFunctions(views));
+  DropOwnSchema(link, views);
 }
 
 }  // namespace qrndata

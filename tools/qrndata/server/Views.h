@@ -21,7 +21,7 @@ std::vector<std::string> TextsOf(const btrieve::server::Rows& rows);
 std::vector<std::string> OurViews(btrieve::server::ServerLink& link, const std::string& viewSchema);
 
 // Takes away what was published of a schema of files, within the transaction that is open: 2 where
-// something of others' needs a view.
+// something of others' needs a view. Functions that others need stay, as does whatever is theirs.
 void Unpublish(btrieve::server::ServerLink& link, const std::string& schema);
 
 }  // namespace qrndata
