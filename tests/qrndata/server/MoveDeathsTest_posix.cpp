@@ -82,6 +82,9 @@ int Stride() { return static_cast<int>(qrn::test::Setting("QRN_MOVE_STRIDE", 10)
 int FirstStep() { return static_cast<int>(qrn::test::Seed() % static_cast<uint32_t>(Stride())); }
 
 // Also by a death behind the last step, which has left nothing to do.
+bool IsThere(const Said& said) {
+  return said.code == 0 || said.err.find("is a link to a server already") != said.err.npos;
+}
 bool IsBack(const Said& said) {
   return said.code == 0 || said.err.find("no links to a server") != said.err.npos;
 }
@@ -90,7 +93,7 @@ TEST_F(DyingMoves, ThereAreFinishedOrUndoneByTheNextOne) {
   int step = FirstStep();
   for (; step < kMostSteps && RunInChild(step, [&] { return Move(); }); step += Stride()) {
     const Said again = Move();
-    ASSERT_EQ(again.code, 0) << "step " << step << ": " << again.err;
+    ASSERT_TRUE(IsThere(again)) << "step " << step << ": " << again.err;
     ExpectOnServer(step);
     ASSERT_EQ(MoveBack().code, 0);
     ExpectFiles(step);
@@ -152,10 +155,11 @@ TEST_F(DyingMoves, ADiskThatRefusesUndoesThemAtOnce) {
     const Said said = Move();
     btrieve::SetSyncHook(nullptr);
     if (stepsLeft >= 0) break;
-    if (said.code == 0) continue;
-    EXPECT_EQ(said.code, 4) << "step " << step;
-    const Said again = Move();
-    ASSERT_EQ(again.code, 0) << "step " << step << ": " << again.err << said.err;
+    if (said.code != 0) {
+      EXPECT_EQ(said.code, 4) << "step " << step;
+      const Said again = Move();
+      ASSERT_EQ(again.code, 0) << "step " << step << ": " << again.err << said.err;
+    }
     ExpectOnServer(step);
     ASSERT_EQ(MoveBack().code, 0);
     ExpectFiles(step);
