@@ -45,7 +45,7 @@ one() {
   shift 2
   timeout --kill-after=10 "${TEST_TIMEOUT:-600}" "$@" >"$log" 2>&1 </dev/null || code=$?
   [ "$code" -eq 124 ] && echo "timed out" >>"$log"
-  if [ "$kind" = plain ] && [ "$code" -eq 0 ]; then echo '[  PASSED  ] 1 test.' >>"$log"; fi
+  if [ "$kind" = plain ] && [ "$code" -eq 0 ]; then printf '\n[  PASSED  ] 1 test.\n' >>"$log"; fi
   tally "$name" "$log" "$code" "$((SECONDS - start))"
 }
 
