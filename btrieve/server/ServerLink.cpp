@@ -400,19 +400,29 @@ bool ServerLink::HasFailed() const noexcept {
   return connection_ && client_.PQtransactionStatus(connection_) == kInFailedTransaction;
 }
 
+std::optional<bool> ServerLink::FindOutcome(int64_t transaction) const {
+  ServerLink other(client_, address_);
+  const Rows rows = other.Ask("SELECT txid_status($1::bigint)", Arguments().Add(transaction));
+  if (rows.IsNull(0, 0)) return false;
+  const std::string status = TextOf(rows.Bytes(0, 0));
+  if (status == "in progress") return std::nullopt;
+  return status == "committed";
+}
+
+// A server that starts again refuses at once, for a while; one that is silent has had its time.
 bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
   constexpr std::chrono::milliseconds kBetweenAttempts{50};
-  const Arguments number = Arguments().Add(transaction);
-  try {
-    ServerLink other(client_, address_);
-    for (const auto end = Clock::now() + kAnswerLimit; Clock::now() < end;) {
-      const Rows rows = other.Ask("SELECT txid_status($1::bigint)", number);
-      if (rows.IsNull(0, 0)) return false;
-      const std::string status = TextOf(rows.Bytes(0, 0));
-      if (status != "in progress") return status == "committed";
-      std::this_thread::sleep_for(kBetweenAttempts);
+  constexpr std::chrono::seconds kAtOnce{2};
+  const auto end = Clock::now() + kAnswerLimit;
+  for (auto begin = Clock::now(); begin < end; begin = Clock::now()) {
+    try {
+      if (const std::optional<bool> committed = FindOutcome(transaction)) return *committed;
+    } catch (const Failure& failure) {
+      if (failure.status != kNotActive || Clock::now() > begin + kAtOnce) return false;
+    } catch (...) {  // nobody can tell
+      return false;
     }
-  } catch (...) {  // nobody can tell
+    std::this_thread::sleep_for(kBetweenAttempts);
   }
   return false;
 }

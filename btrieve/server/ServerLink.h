@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -117,7 +118,8 @@ class ServerLink {
   // nobody takes in for long makes the system end the connection.
   void TakeInNews() noexcept;
   // Whether the server has committed one of its transactions, when the answer to that was lost: it
-  // is asked on another connection. False where it has not, or cannot be asked.
+  // is asked on another connection, also one that is just starting again. False where it has not,
+  // or cannot be asked.
   bool HasCommitted(int64_t transaction) const noexcept;
   // For what takes the server long, within a transaction of it: answers are waited for that much
   // longer until the end of the scope.
@@ -173,6 +175,8 @@ class ServerLink {
   void ListenAtLast();
   void Connect(const ServerAddress& address);
   [[noreturn]] void RefuseConnection();
+  // Whether it was committed; none while it is under way. Throws where the server cannot be asked.
+  std::optional<bool> FindOutcome(int64_t transaction) const;
   void SendQuestion(const Question& question, std::vector<Awaited>& awaited);
   void SendPrepared(const std::string& name, const Arguments& arguments);
   std::vector<Rows> TakeAnswers(const std::vector<Awaited>& awaited, Clock::time_point end,

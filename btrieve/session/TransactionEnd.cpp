@@ -248,8 +248,11 @@ Status Session::End() {
   } catch (...) {
     if (!decided_) {
       const Status status = CaughtStatus();
+      const bool isElsewhere =
+          !transaction_.writers.empty() && transaction_.writers.front()->Base().Foreign();
       const bool undone = Abort();
       if (status == kDiskFull) return kDiskFull;
+      if (status == kNotActive && isElsewhere) return kNotActive;  // undone, for all that is known
       return undone ? kTransactionNotWritten : kIoError;
     }
   }
