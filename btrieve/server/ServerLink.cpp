@@ -33,6 +33,9 @@ constexpr char kSettings[] =
     "SET tcp_keepalives_idle = 10; SET tcp_keepalives_interval = 5; SET tcp_keepalives_count = 3; "
     "SET tcp_user_timeout = 20000";
 
+// It changes when the server has crashed and recovered.
+constexpr char kEpoch[] = "SELECT coalesce(stats_reset::text, '') FROM pg_stat_bgwriter";
+
 // Bytes that the library takes from the socket at least, where they are there.
 constexpr size_t kLeastTaken = 8192;
 
@@ -124,6 +127,7 @@ ServerLink::ServerLink(const Client& client, const ServerAddress& address)
   try {
     Connect(address);
     Run(kSettings + std::string("; SET lock_timeout = ") + std::to_string(kLockLimit.count()));
+    epoch_ = TextOf(Ask(kEpoch).Bytes(0, 0));
   } catch (...) {
     Close();
     throw;
@@ -402,6 +406,7 @@ bool ServerLink::HasFailed() const noexcept {
 
 std::optional<bool> ServerLink::FindOutcome(int64_t transaction) const {
   ServerLink other(client_, address_);
+  if (other.epoch_ != epoch_) return false;
   const Rows rows = other.Ask("SELECT txid_status($1::bigint)", Arguments().Add(transaction));
   if (rows.IsNull(0, 0)) return false;
   const std::string status = TextOf(rows.Bytes(0, 0));
@@ -409,7 +414,9 @@ std::optional<bool> ServerLink::FindOutcome(int64_t transaction) const {
   return status == "committed";
 }
 
-// A server that starts again refuses at once, for a while; one that is silent has had its time.
+// A server that has crashed may have given the number of a transaction that it has lost to another
+// one. A server that starts again refuses at once, for a while; one that is silent has had its
+// time.
 bool ServerLink::HasCommitted(int64_t transaction) const noexcept {
   constexpr std::chrono::milliseconds kBetweenAttempts{50};
   constexpr std::chrono::seconds kAtOnce{2};

@@ -119,7 +119,7 @@ class ServerLink {
   void TakeInNews() noexcept;
   // Whether the server has committed one of its transactions, when the answer to that was lost: it
   // is asked on another connection, also one that is just starting again. False where it has not,
-  // or cannot be asked.
+  // has crashed meanwhile, so that nobody can tell, or cannot be asked.
   bool HasCommitted(int64_t transaction) const noexcept;
   // For what takes the server long, within a transaction of it: answers are waited for that much
   // longer until the end of the scope.
@@ -199,6 +199,7 @@ class ServerLink {
   const Client& client_;
   PgConnection* connection_ = nullptr;
   ServerAddress address_;
+  std::string epoch_;  // of the server
   ServerWork work_;
   std::shared_ptr<ServerLink> beside_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
