@@ -62,10 +62,15 @@ give_server_client "${RUNNER%/*}"
 "$DATA_TOOL" move "$FOLDER" --server "$QRN_SERVER" --schema stations
 station one 60
 station two 9620
-for name in one two; do
-  (play "$name") &
+# start NAME
+start() {
+  (play "$1") &
   STATIONS+=($!)
-done
+}
+
+start one
+await one-has-read  # a window that comes up takes the keyboard
+start two
 await one-was-refused
 import -window root -crop 1280x530+0+0 +repage "$FOLDER/two-stations.png"
 "$DATA_TOOL" status "$FOLDER"
