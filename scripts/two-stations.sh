@@ -47,6 +47,12 @@ play() {
     "../$1.frm" >"$WORK/$1.out" 2>&1
 }
 
+# start NAME: beside what follows.
+start() {
+  (play "$1") &
+  STATIONS+=($!)
+}
+
 # await NAME: a signal, while both stations work.
 await() {
   local station
@@ -62,12 +68,6 @@ give_server_client "${RUNNER%/*}"
 "$DATA_TOOL" move "$FOLDER" --server "$QRN_SERVER" --schema stations
 station one 60
 station two 9620
-# start NAME
-start() {
-  (play "$1") &
-  STATIONS+=($!)
-}
-
 start one
 await one-has-read  # a window that comes up takes the keyboard
 start two
