@@ -129,16 +129,6 @@ TEST(Open, ReadOnlyRefusesWrites) {
   }
 }
 
-TEST(Open, ManyCursorsOfOneFile) {
-  TestFile file(PairBlock());
-  ASSERT_EQ(file.Insert(Pair(1)), 0);
-  for (int block = 1; block < kBlocks; ++block) ASSERT_EQ(file.Open(0, block), 0);
-  for (int block = 0; block < kBlocks; ++block) {
-    EXPECT_EQ(file.Call(kGetFirst, {.room = 8}, block).status, 0);
-    EXPECT_EQ(file.Close(block), 0);
-  }
-}
-
 TEST(Stop, ClosesEverything) {
   TestFile file(PairBlock());
   ASSERT_EQ(file.Insert(Pair(1)), 0);
@@ -331,21 +321,6 @@ TEST(Stat, GivesTheBlockBack) {
             "0000"
             "05000400130100000000000700000100"
             "090004004301000000000e0800000100");
-}
-
-TEST(Stat, CountsRecordsAndValues) {
-  TestFile file(ThreeKeys());
-  EXPECT_EQ(file.Counts(), "0 0,0,0");
-  for (int i = 0; i < 10; ++i) ASSERT_EQ(file.Insert(Triple(i, i % 3, 7)), 0);
-  EXPECT_EQ(file.Counts(), "10 10,3,1");
-  ASSERT_EQ(file.Call(kGetEqual, {.room = 12, .key = Number(int32_t{1})}).status, 0);
-  ASSERT_EQ(file.Call(kUpdate, {.data = Triple(1, 99, 7)}).status, 0);
-  EXPECT_EQ(file.Counts(), "10 10,4,1");
-  ASSERT_EQ(file.Call(kDelete, {}).status, 0);
-  EXPECT_EQ(file.Counts(), "9 9,3,1");
-  ASSERT_EQ(file.Close(), 0);
-  ASSERT_EQ(file.Open(), 0);
-  EXPECT_EQ(file.Counts(), "9 9,3,1");
 }
 
 TEST(Open, OneCursorTooManyLeavesItsFileClosed) {

@@ -37,50 +37,8 @@ struct PercentTest : testing::Test {
   }
   int OfId(int32_t id) { return Of(Number(id), 0); }
 
-  int OfCurrentPlace() {
-    const CallOut position = file_.Call(kGetPosition, {.room = 4});
-    const CallOut out = file_.Call(kFindPercentage, {.data = position.data, .keyNumber = -1});
-    return out.status ? -out.status : static_cast<int>(NumberAt<uint16_t>(out.data, 0));
-  }
-
   TestFile file_;
 };
-
-TEST_F(PercentTest, EmptyFileHasNone) {
-  EXPECT_EQ(At(0, 0), -kEndOfFile);
-  EXPECT_EQ(At(5000, -1), -kEndOfFile);
-  EXPECT_EQ(OfId(1), -kEndOfFile);
-}
-
-TEST_F(PercentTest, OneRecordStandsAtTheBeginning) {
-  Fill(1);
-  EXPECT_EQ(OfId(0), 0);
-  for (const int percent : {0, 1, 5000, 10000}) EXPECT_EQ(At(percent, 0), 0);
-}
-
-TEST_F(PercentTest, EveryRecordIsFoundAtItsPercentage) {
-  Fill(100);
-  EXPECT_EQ(OfId(0), 0);
-  EXPECT_EQ(OfId(99), 10000);
-  EXPECT_EQ(OfId(50), 5051);
-  for (int i = 0; i < 100; ++i) {
-    EXPECT_EQ(At(OfId(i), 0), i);
-    EXPECT_EQ(At(OfCurrentPlace(), -1), i);
-  }
-}
-
-// The bar moves along records of one value: the current one counts.
-TEST_F(PercentTest, DuplicatesStandWhereTheCurrentOneIs) {
-  Fill(101);
-  const Bytes seven = Number(int32_t{7});
-  EXPECT_EQ(Of(seven, 1), 0) << "no place on the key: the first";
-  for (int i = 0; i <= 100; ++i) {
-    EXPECT_EQ(At(i * 100, 1), i);
-    EXPECT_EQ(Of(seven, 1), i * 100);
-  }
-  EXPECT_EQ(Of(Number(int32_t{6}), 1), 0);
-  EXPECT_EQ(Of(Number(int32_t{8}), 1), 10000);
-}
 
 TEST_F(PercentTest, ValuesOutsideAreTakenAsTheEnds) {
   Fill(10);
@@ -110,17 +68,6 @@ TEST_F(PercentTest, TakesNeighboursIntoAccountAtOnce) {
   }
 }
 
-TEST_F(PercentTest, SetsCurrencyAsReadsDo) {
-  Fill(10);
-  EXPECT_EQ(At(5000, 0), 5);
-  CallOut next = file_.Call(kGetNext, {.room = 8});
-  EXPECT_EQ(NumberAt<int32_t>(next.data, 0), 6);
-  EXPECT_EQ(At(0, -1), 0);
-  EXPECT_EQ(file_.Call(kGetNext, {.room = 8}).status, kInvalidPositioning);
-  next = file_.Call(kStepNext, {.room = 8});
-  EXPECT_EQ(NumberAt<int32_t>(next.data, 0), 1);
-}
-
 TEST_F(PercentTest, TellsWhatIsWrong) {
   Fill(3);
   EXPECT_EQ(At(0, 5), -kInvalidKeyNumber);
@@ -132,20 +79,6 @@ TEST_F(PercentTest, TellsWhatIsWrong) {
   const CallOut two = file_.Call(kFindPercentage, {.data = Bytes(2), .key = Number(int32_t{2})});
   EXPECT_EQ(two.status, 0);
   EXPECT_EQ(two.length, 2u);
-}
-
-TEST_F(PercentTest, CountsOwnChangesInsideATransaction) {
-  Fill(11);
-  for (const int begin : {19, 1019}) {
-    ASSERT_EQ(file_.Call(begin, {}).status, 0);
-    for (int32_t id = 11; id < 21; ++id) ASSERT_EQ(file_.Insert(Number(id) + Number(id)), 0);
-    EXPECT_EQ(OfId(10), 5000);
-    EXPECT_EQ(OfId(20), 10000);
-    EXPECT_EQ(At(7500, 0), 15);
-    EXPECT_EQ(At(5000, -1), 10);
-    ASSERT_EQ(file_.Call(kAbort, {}).status, 0);
-    EXPECT_EQ(OfId(5), 5000);
-  }
 }
 
 }  // namespace

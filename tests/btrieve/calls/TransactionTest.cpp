@@ -10,23 +10,6 @@ const ScriptCase kCases[] = {
     {"twice, alone", "begin begin end end abort", "ok #37 ok #39 #39"},
     {"either kind excludes the other", "begin cbegin abort cbegin begin abort",
      "ok #37 ok ok #37 ok"},
-    {"End keeps", "begin ins0=9,Zed eq0=1 upd0=1,New eq0=2 del end walk0 walk1",
-     "ok ok 1 ok 2 ok ok 1,3,4,5,9 3,5,1,4,9"},
-    {"Abort undoes", "begin ins0=9,Zed eq0=1 upd0=1,New eq0=2 del abort walk0 walk1 walk2",
-     "ok ok 1 ok 2 ok ok 1,2,3,4,5 1,3,2,5,4 1,3,2,4,5"},
-    {"own changes are seen on every cursor",
-     "b:open begin ins0=9 eq0=1 upd0=0 b:walk0 abort b:walk0",
-     "ok ok ok 1 ok 0,2,3,4,5,9 ok 1,2,3,4,5"},
-    {"own changes are seen along every key",
-     "begin ins-=9,Aba,4 ins-=8,Ito,2 walk1 back1 walk2 steps abort",
-     "ok ok ok 9,1,3,2,5,8,4 4,8,5,2,3,1,9 1,9,3,2,4,8,5 1,2,3,4,5,9,8 ok"},
-    {"searches see them", "begin eq0=3 del ins0=7,Abe eq1=Abe next1 gt0=2 lt0=9 eq0=3 abort eq0=3",
-     "ok 3 ok ok 1 7 4 7 #4 ok 3"},
-    {"a failing call does not end it", "begin ins0=9 ins0=1 eq0=77 ins0=8 end walk0",
-     "ok ok #5 #4 ok ok 1,2,3,4,5,8,9"},
-    {"unique values within it", "begin ins0=9 ins0=9 eq0=9 del ins0=9 end walk0",
-     "ok ok #5 9 ok ok ok 1,2,3,4,5,9"},
-    {"a value freed within it", "begin eq0=3 del ins0=3,New end walk1", "ok 3 ok ok ok 1,2,5,3,4"},
     {"inserted record vanishes by Abort", "begin ins0=9 abort pos del upd0=9 prev0 next0 next0",
      "ok ok ok #8 #8 #8 5 #9 #9"},
     {"deleted record comes back", "begin eq0=3 del abort next0 eq0=3", "ok 3 ok ok 4 3"},
@@ -34,7 +17,6 @@ const ScriptCase kCases[] = {
      "ok 3 ok ok #9 1,3,2,5,4"},
     {"currency is left by End", "begin eq0=3 end next0 begin next0 end next0",
      "ok 3 ok 4 ok 5 ok #9"},
-    {"Reset undoes", "begin ins0=9 eq0=1 del reset open walk0", "ok ok 1 ok ok ok 1,2,3,4,5"},
     {"a file closed inside is kept to the end", "b:open begin ins0=9 close b:walk0 end b:walk0",
      "ok ok ok ok 1,2,3,4,5,9 ok 1,2,3,4,5,9"},
     {"a file closed inside, aborted", "b:open begin ins0=9 close abort b:walk0",
@@ -43,18 +25,11 @@ const ScriptCase kCases[] = {
      "ok ok ok ok ok 1,2,3,4,5,9"},
     {"the only cursor closed inside, aborted", "begin ins0=9 close abort open walk0",
      "ok ok ok ok ok 1,2,3,4,5"},
-    {"changed by the other cursor", "b:open begin eq0=2 b:eq0=2 b:upd0=2,New upd0=2,Old end",
-     "ok ok 2 2 ok #80 ok"},
     {"positions seen within are not given again after Abort",
      "begin ins0=9 ins0=8 abort ins0=7 begin ins0=6 end direct-=9 direct-=8 direct-=7 direct-=6",
      "ok ok ok ok ok ok ok ok #43 #43 7 6"},
     {"a cursor left there finds what comes later", "b:open begin ins0=9 abort b:ins0=8 stepn",
      "ok ok ok ok ok 8"},
-    {"get key within", "begin ins0=9,Abf eq0=1 del kfirst1 knext1 knext1 abort",
-     "ok ok 1 ok Abe Abf Ito ok"},
-    {"many in a row",
-     "begin ins0=6 abort begin ins0=7 end begin ins0=8 abort begin ins0=9 end walk0",
-     "ok ok ok ok ok ok ok ok ok ok ok ok 1,2,3,4,5,7,9"},
 };
 
 std::string Concurrent(std::string words) {
@@ -115,14 +90,6 @@ TEST_P(TwoFiles, AnEndLeavesNothingToTheNextTransaction) {
   orders_.Run("ins0=7");
   EXPECT_EQ(people_.Run("end " + begin + " abort " + begin + " eq0=9 del abort eq0=9"),
             "ok ok ok ok 9 ok ok 9");
-}
-
-TEST_P(TwoFiles, BothAreWholeAfterReopening) {
-  people_.Run(std::string(GetParam()) + " ins0=9");
-  orders_.Run("ins0=7");
-  EXPECT_EQ(people_.Run("end reset open"), "ok ok ok");
-  EXPECT_EQ(orders_.Run("open"), "ok");
-  EXPECT_EQ(Both(), "1,2,3,4,5,9 | 1,2,7");
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, TwoFiles, testing::Values("begin", "cbegin"));
