@@ -10,13 +10,8 @@ TEST(PackedDecimal, Read) {
       {"twelve", kMoney, 3, 2, "01 20 0F", "12"},
       {"below one", kDecimal, 2, 2, "05 0F", "0.50"},
       {"zero keeps its fraction", kDecimal, 2, 2, "00 0F", "0.00"},
-      {"negative below one", kDecimal, 2, 2, "05 0D", "-0.50"},
       {"negative zero", kDecimal, 2, 0, "00 0D", "-0"},
-      {"no decimals", kDecimal, 2, 0, "01 2F", "12"},
       {"zero", kDecimal, 2, 0, "00 0F", "0"},
-      {"every sign but 13 is positive", kDecimal, 1, 0, "5C", "5"},
-      {"and 11 too", kDecimal, 1, 0, "5B", "5"},
-      {"small fraction", kDecimal, 3, 4, "00 00 5F", "0.0005"},
       {"more decimals than digits", kDecimal, 1, 3, "5F", "0.005"},
       {"zero of more decimals than digits", kDecimal, 1, 2, "0F", "0.00"},
       {"thirty-one digits", kDecimal, 16, 2, "12 34 56 78 90 12 34 56 78 90 12 34 56 78 90 1D",
@@ -27,7 +22,6 @@ TEST(PackedDecimal, Read) {
 
 TEST(PackedDecimal, BadFieldsReadAsTheyFall) {
   const FieldCase cases[] = {
-      {"nibbles that are no digits", kDecimal, 2, 0, "AB CF", ":;<"},
       {"and behind the point", kDecimal, 2, 2, "1F 0F", "1.?0"},
       {"no bytes", kDecimal, 0, 0, "", "0"},
       {"no bytes, decimals", kDecimal, 0, 2, "", "0.00"},
@@ -40,17 +34,10 @@ TEST(PackedDecimal, BadFieldsReadAsTheyFall) {
 
 TEST(PackedDecimal, Write) {
   const FieldCase cases[] = {
-      {"integer", kDecimal, 2, 0, "00 5F", "5"},
       {"negative", kDecimal, 2, 0, "00 5D", "-5"},
-      {"all digits", kDecimal, 2, 0, "12 3F", "123"},
       {"fraction", kDecimal, 3, 2, "01 23 4F", "12.34"},
       {"short fraction", kMoney, 3, 2, "01 23 0F", "12.3"},
-      {"long fraction is cut, not rounded", kDecimal, 3, 2, "01 23 9F", "12.399"},
       {"point without fraction", kDecimal, 3, 2, "01 20 0F", "12."},
-      {"no point, even decimals", kDecimal, 3, 2, "01 20 0F", "12"},
-      {"no point, odd decimals", kDecimal, 3, 1, "00 12 0F", "12"},
-      {"three decimals", kDecimal, 3, 3, "12 00 0F", "12"},
-      {"point in front", kDecimal, 2, 2, "05 0F", ".5"},
       {"negative fraction", kDecimal, 2, 2, "05 0D", "-0.50"},
       {"dressed", kDecimal, 4, 2, "01 23 45 0F", "\\1,234.50円"},
   };
@@ -62,14 +49,7 @@ TEST(PackedDecimal, BadTextIsStoredAsItFalls) {
       {"empty", kDecimal, 2, 0, "00 0F", ""},
       {"words", kDecimal, 2, 2, "00 0F", "abc"},
       {"negative zero", kDecimal, 2, 0, "00 0D", "-0"},
-      {"a sign alone", kDecimal, 2, 0, "00 0D", "-"},
-      {"a point without decimals is the digit 0", kDecimal, 3, 0, "01 20 5F", "12.5"},
       {"a sign inside is the digit 0", kDecimal, 2, 0, "10 2F", "1-2"},
-      {"a second point too", kDecimal, 3, 2, "01 20 3F", "12..3"},
-      {"too long is zero", kDecimal, 2, 0, "00 0F", "1234"},
-      {"and keeps its sign", kDecimal, 2, 0, "00 0D", "-1234"},
-      {"filling up makes it too long", kDecimal, 2, 2, "00 0F", "12.3"},
-      {"without a point it loses high digits", kDecimal, 2, 2, "30 0F", "123"},
       {"decimals beyond the field", kDecimal, 2, 9, "00 0F", "1"},
       {"no size", kDecimal, 0, 0, "", "12"},
       {"negative size", kDecimal, -1, 0, "", "12"},

@@ -7,26 +7,17 @@ namespace {
 
 TEST(TextFields, Read) {
   const FieldCase cases[] = {
-      {"full field", kString, 3, 0, "41 42 43 44", "ABC"},
       {"trailing blanks go", kString, 4, 0, "41 42 20 20", "AB"},
-      {"inner blanks stay", kString, 5, 0, "20 41 20 42 20", " A B"},
-      {"all blank is empty", kString, 3, 0, "20 20 20", ""},
-      {"NUL ends it", kString, 4, 0, "41 00 42 43", "A"},
       {"blanks in front of a NUL stay", kString, 5, 0, "41 20 20 00 20", "A  "},
-      {"double-byte", kString, 4, 0, "95 5C 83 5C", "表ソ"},
-      {"ZString ends at its NUL, past its size", kZString, 2, 0, "41 42 43 44 00", "ABCD"},
       {"ZString keeps blanks", kZString, 5, 0, "41 42 20 20 00", "AB  "},
       {"note up to its size, untrimmed", kNote, 4, 0, "41 42 20 20 43", "AB  "},
       {"lvar up to its NUL", kLVar, 4, 0, "41 00 42 43", "A"},
       {"LString", kLString, 6, 0, "03 41 42 43 44 45", "ABC"},
-      {"LString count beyond its size", kLString, 3, 0, "04 41 42 43 44 45", "ABCD"},
-      {"Logical 0", kLogical, 1, 0, "00", "0"},
       {"Logical 1 of two bytes", kLogical, 2, 0, "01 05", "1"},
       {"Logical 10", kLogical, 1, 0, "0A", ":"},
       {"wide text", kWideString, 4, 0, "41 00 68 88 42 00 00 00 43 00", "A表B"},
       {"wide zstring ignores its size", kWideZString, 2, 0, "41 00 42 00 00 00", "AB"},
       {"blob", kBlob, 8, 0, "03 00 00 00 09 00 00 00 2E 41 42 43 44", "ABC"},
-      {"empty blob", kBlob, 8, 0, "00 00 00 00 00 00 00 00", ""},
   };
   ExpectReads(cases);
 }
@@ -34,20 +25,13 @@ TEST(TextFields, Read) {
 TEST(TextFields, ReadNoFurtherThanTheRecord) {
   const FieldCase cases[] = {
       {"String cut off", kString, 9, 0, "41 42 20", "AB"},
-      {"String of no bytes", kString, 9, 0, "", ""},
-      {"String of negative size", kString, -5, 0, "41 42", ""},
       {"ZString without NUL", kZString, 2, 0, "41 42 43", "ABC"},
       {"note cut off", kNote, 200, 0, "41 42", "AB"},
       {"LString count beyond the record", kLString, 200, 0, "7F 41 42", "AB"},
       {"LString count of 128 stops at the field", kLString, 3, 0, "80 41 42 43 44", "AB"},
       {"LString count of 255 in a field of no size", kLString, 0, 0, "FF 41 42", ""},
-      {"LString of no bytes", kLString, 4, 0, "", ""},
       {"Logical of no bytes", kLogical, 1, 0, "", "0"},
       {"wide text without end", kWideString, 4, 0, "41 00 42 00 43", "AB"},
-      {"blob past the record", kBlob, 8, 0, "FF 00 00 00 09 00 00 00 2E 41 42", "AB"},
-      {"blob of negative length", kBlob, 8, 0, "FF FF FF FF 08 00 00 00 41", ""},
-      {"blob of negative offset", kBlob, 8, 0, "01 00 00 00 FF FF FF FF 41", ""},
-      {"blob behind the record", kBlob, 8, 0, "01 00 00 00 0A 00 00 00 41", ""},
       {"blob descriptor cut off", kBlob, 8, 0, "02 00 00", "\x02"},
   };
   ExpectReads(cases);
@@ -57,27 +41,17 @@ TEST(TextFields, Write) {
   const FieldCase cases[] = {
       {"String is filled with blanks", kString, 4, 0, "41 42 20 20", "AB"},
       {"empty String is all blank", kString, 3, 0, "20 20 20", ""},
-      {"full String has no end", kString, 3, 0, "41 42 43", "ABC"},
-      {"String is cut by bytes", kString, 3, 0, "41 95 5C", "A表表"},
-      {"and a character may be halved", kString, 2, 0, "41 95", "A表"},
       {"note is filled with zeros", kNote, 4, 0, "41 42 00 00", "AB"},
       {"full note has no end", kLVar, 2, 0, "41 42", "ABC"},
-      {"ZString is filled with zeros", kZString, 4, 0, "41 42 00 00", "AB"},
       {"ZString of its size loses a byte", kZString, 3, 0, "41 42 00", "ABC"},
       {"ZString of one byte", kZString, 1, 0, "00", "ABC"},
       {"LString", kLString, 5, 0, "02 41 42 00 00", "AB"},
       {"LString filled", kLString, 3, 0, "02 41 42", "AB"},
-      {"overlong LString counts one too many", kLString, 3, 0, "03 41 42", "ABC"},
-      {"empty LString", kLString, 3, 0, "00 00 00", ""},
       {"Logical 1", kLogical, 2, 0, "01", "1"},
       {"Logical of nothing", kLogical, 1, 0, "D0", ""},
       {"bit keeps its character", kBit, 1, 0, "41", "AB"},
       {"wide text ignores its size", kWideString, 2, 0, "41 00 68 88 00 00", "A表"},
       {"Blob is left alone", kBlob, 8, 0, "", "ABC"},
-      {"unknown types are left alone", 20, 8, 0, "", "ABC"},
-      {"fields without size take nothing", kString, 0, 0, "", "ABC"},
-      {"nor do LStrings", kLString, 0, 0, "", "ABC"},
-      {"nor ZStrings of negative size", kZString, -3, 0, "", "ABC"},
   };
   ExpectWrites(cases);
 }

@@ -1,36 +1,57 @@
 #include <unistd.h>
 
+#include <type_traits>
+
 #include "Wire.h"
 
 namespace btrieve::test {
 namespace {
 
-void Put(Bytes& out, const Bytes& bytes) {
-  out = std::move(out) + Number(static_cast<uint32_t>(bytes.size())) + bytes;
+// Each field in turn; `each` puts it into a message, or takes it from one.
+template <class Call, class Each>
+void EveryField(Call& call, Each each) requires requires {
+  call.in;
+}
+{
+  each(call.operation), each(call.block), each(call.in.data), each(call.in.room);
+  each(call.in.key), each(call.in.keyLength), each(call.in.keyNumber);
+}
+template <class Out, class Each>
+void EveryField(Out& out, Each each) {
+  each(out.status), each(out.data), each(out.length);
+  each(out.key), each(out.dataTouched), each(out.keyTouched);
 }
 
-void Put(Bytes& out, int64_t value) { out = std::move(out) + Number(value); }
+template <class Fields>
+Bytes Written(const Fields& fields) {
+  Bytes message;
+  EveryField(fields, [&]<class Value>(const Value& value) {
+    if constexpr (std::is_same_v<Value, Bytes>) {
+      message = std::move(message) + Number(static_cast<uint32_t>(value.size())) + value;
+    } else {
+      message = std::move(message) + Number(static_cast<int64_t>(value));
+    }
+  });
+  return message;
+}
 
-// Takes values off a message in the order they were put.
-class Taker {
- public:
-  explicit Taker(const Bytes& message) : message_(message) {}
-
-  int64_t Value() {
-    at_ += sizeof(int64_t);
-    return NumberAt<int64_t>(message_, at_ - sizeof(int64_t));
-  }
-  Bytes Block() {
-    const auto size = NumberAt<uint32_t>(message_, at_);
-    const auto from = message_.begin() + static_cast<std::ptrdiff_t>(at_ + sizeof size);
-    at_ += sizeof size + size;
-    return {from, from + size};
-  }
-
- private:
-  const Bytes& message_;
-  size_t at_ = 0;
-};
+template <class Fields>
+Fields Taken(const Bytes& message) {
+  Fields fields;
+  size_t at = 0;
+  EveryField(fields, [&]<class Value>(Value& value) {
+    if constexpr (std::is_same_v<Value, Bytes>) {
+      const auto size = NumberAt<uint32_t>(message, at);
+      const auto from = message.begin() + static_cast<std::ptrdiff_t>(at + sizeof size);
+      value.assign(from, from + size);
+      at += sizeof size + size;
+    } else {
+      value = static_cast<Value>(NumberAt<int64_t>(message, at));
+      at += sizeof(int64_t);
+    }
+  });
+  return fields;
+}
 
 bool WriteAll(int descriptor, const uint8_t* bytes, size_t size) {
   while (size > 0) {
@@ -54,53 +75,10 @@ bool ReadAll(int descriptor, uint8_t* bytes, size_t size) {
 
 }  // namespace
 
-Bytes ToWire(const RemoteCall& call) {
-  Bytes message;
-  Put(message, call.operation);
-  Put(message, call.block);
-  Put(message, call.in.data);
-  Put(message, static_cast<int64_t>(call.in.room));
-  Put(message, call.in.key);
-  Put(message, call.in.keyLength);
-  Put(message, call.in.keyNumber);
-  return message;
-}
-
-RemoteCall CallFromWire(const Bytes& bytes) {
-  Taker taker(bytes);
-  RemoteCall call;
-  call.operation = static_cast<int>(taker.Value());
-  call.block = static_cast<int>(taker.Value());
-  call.in.data = taker.Block();
-  call.in.room = static_cast<size_t>(taker.Value());
-  call.in.key = taker.Block();
-  call.in.keyLength = static_cast<int>(taker.Value());
-  call.in.keyNumber = static_cast<int>(taker.Value());
-  return call;
-}
-
-Bytes ToWire(const CallOut& out) {
-  Bytes message;
-  Put(message, out.status);
-  Put(message, out.data);
-  Put(message, out.length);
-  Put(message, out.key);
-  Put(message, out.dataTouched);
-  Put(message, out.keyTouched);
-  return message;
-}
-
-CallOut OutFromWire(const Bytes& bytes) {
-  Taker taker(bytes);
-  CallOut out;
-  out.status = static_cast<Status>(taker.Value());
-  out.data = taker.Block();
-  out.length = static_cast<uint32_t>(taker.Value());
-  out.key = taker.Block();
-  out.dataTouched = taker.Value() != 0;
-  out.keyTouched = taker.Value() != 0;
-  return out;
-}
+Bytes ToWire(const RemoteCall& call) { return Written(call); }
+Bytes ToWire(const CallOut& out) { return Written(out); }
+RemoteCall CallFromWire(const Bytes& bytes) { return Taken<RemoteCall>(bytes); }
+CallOut OutFromWire(const Bytes& bytes) { return Taken<CallOut>(bytes); }
 
 bool SendMessage(int descriptor, const Bytes& message) {
   const Bytes whole = Number(static_cast<uint32_t>(message.size())) + message;
