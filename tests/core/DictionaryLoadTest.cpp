@@ -167,26 +167,6 @@ TEST_F(DictionaryLoad, TablesBeyondTheSlotsAreRefused) {
   EXPECT_EQ(lexbase_.OpenReadings(), 0);
 }
 
-TEST_F(DictionaryLoad, FailuresPassThroughAndEndTheReading) {
-  lexbase_.File(4, "A", "a").Field({1, 4, "f", kString, 0, 1}).Index(4, 1, 0, 0);
-  struct {
-    const char* call;
-    int32_t code;
-    size_t row;
-    bool built;
-  } const cases[] = {
-      {"open", 12, 0, false}, {"file", 22, 0, true},  {"file", 2, 1, true},
-      {"field", 5, 0, true},  {"index", 94, 1, true}, {"close", 77, 0, true},
-  };
-  for (const auto& row : cases) {
-    lexbase_.Fail(row.call, row.code, row.row);
-    EXPECT_EQ(Load(), row.code) << row.call;
-    EXPECT_EQ(dictionary_ != nullptr, row.built) << row.call;
-    EXPECT_EQ(lexbase_.OpenReadings(), 0) << row.call;
-  }
-  EXPECT_EQ(messages_.Take(), "");
-}
-
 TEST_F(DictionaryLoad, EveryLackOfMemoryIsReported) {
   lexbase_.File(4, "A", "a")
       .Field({1, 4, "f", kString, 0, 1})

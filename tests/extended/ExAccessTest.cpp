@@ -123,19 +123,6 @@ TEST_F(ExAccessCall, WithoutMemoryItIsMinus99) {
   EXPECT_EQ(messages_.TakeCodes() + manager_.TakeLog(), "VE001");
 }
 
-TEST_F(ExAccessCall, StatusesWithRecordsKeepThemAndOthersKeepNothing) {
-  for (const Status status : {9, 22, 60, 64, 65}) {
-    manager_.batches = {{status, kTwoRecords}};
-    EXPECT_EQ(Outcome(Access(36)), std::to_string(status) + " 0 2");
-    TheExResults().Clear();
-  }
-  for (const Status status : {3, 7, 8, 20, 62, 84, 85}) {
-    manager_.batches = {{status, kTwoRecords}};
-    EXPECT_EQ(Outcome(Access(36)), std::to_string(status) + " 99 99");
-  }
-  EXPECT_EQ(messages_.Take(), "");
-}
-
 TEST_F(ExAccessCall, The49thResultIsNotKept) {
   for (int16_t i = 0; i < 48; ++i) {
     manager_.batches = {{0, kTwoRecords}};
@@ -146,12 +133,6 @@ TEST_F(ExAccessCall, The49thResultIsNotKept) {
   ::DbExFree(17);
   manager_.batches = {{0, kTwoRecords}};
   EXPECT_EQ(Outcome(Access(36)), "0 17 2");
-}
-
-TEST_F(ExAccessCall, NullPlacesForTheResultsAreLeftAlone) {
-  manager_.batches = {{0, kTwoRecords}};
-  EXPECT_EQ(::DbExAccess(36, 0, nullptr, "Code", 0, 0, 1, 0, nullptr, nullptr), 0);
-  EXPECT_NE(TheExResults().Find(0), nullptr);
 }
 
 TEST_F(ExAccessCall, TextIsBytesUnlessTheSettingsFixItsPlace) {

@@ -26,15 +26,6 @@ TEST_F(FillRows, ACancelledRowEndsItLikeTheEndOfTheFile) {
   EXPECT_EQ(manager_.TakeLog().substr(0, 31), "22 12:k0 36UC:k0 23@77:k0 22 12");
 }
 
-TEST_F(FillRows, AFullGridEndsItAndKeepsTheReply) {
-  list_.room = 2;
-  fill_.DbLeaveResults = true;
-  manager_.batches = {{0, Names({"a", "b", "c"})}, {0, Names({"d"})}};
-  EXPECT_EQ(Log(FillKind::Grid), "empty(2) [a\t1] [b\t2] result(0)");
-  EXPECT_EQ(TheExResults().Find(0)->Records.size(), 3u);
-  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0");
-}
-
 TEST_F(FillRows, AHandlerRewritesARow) {
   list_.onFormat = [](std::u16string& line) {
     if (line[0] == u'a') line = u"表示";
@@ -46,12 +37,6 @@ TEST_F(FillRows, AHandlerRewritesARow) {
   };
   manager_.batches = {{9, Names({"a", "b", "c", "d", "e"})}};
   EXPECT_EQ(Log(), "empty(2) [表示] [] [mine] [d 4] [e 5]");
-}
-
-TEST_F(FillRows, ARowTextStoredOutsideItDoesNotReachARow) {
-  EXPECT_EQ(::DbExSetFormattedString("stale"), 0);
-  manager_.batches = {{9, Names({"a"})}};
-  EXPECT_EQ(Log(), "empty(2) [a 1]");
 }
 
 // Lengths of the event's text, of the row when the handler returns it, and of one set by the

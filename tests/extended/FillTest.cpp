@@ -8,14 +8,6 @@ namespace {
 
 class Fill : public FillFixture {};
 
-TEST_F(Fill, ReadsBatchesUntilTheEndAndComesBack) {
-  manager_.batches = {{0, Names({"Abe", "Ito"})}, {0, Names({"Uno"})}, {9, Names({"Endo"})}};
-  EXPECT_TRUE(Run());
-  EXPECT_EQ(list_.TakeLog(), "empty(2) [Abe 1] [Ito 2] [Uno 1] [Endo 1]");
-  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 36EG:k0 36EG:k0 23@77:k0");
-  EXPECT_EQ(messages_.Take(), "");
-}
-
 TEST_F(Fill, EachOperationHasItsStartItsKeyAndItsLock) {
   const struct {
     int32_t operation, locks;
@@ -136,23 +128,6 @@ TEST_F(Fill, ABatchThatCannotGetAnyFurtherIsTheLast) {
   }
 }
 
-TEST_F(Fill, ACutReplyShowsItsWholeRecords) {
-  std::vector<uint8_t> reply = Names({"Abe", "Ito"});
-  for (size_t size = 1; size < reply.size(); ++size) {
-    manager_.batches = {{9, {reply.begin(), reply.begin() + static_cast<long>(size)}}};
-    EXPECT_EQ(Log(), size < 14 ? "empty(2)" : "empty(2) [Abe 1]") << size;
-  }
-  reply[0] = 200;
-  manager_.batches = {{9, reply}};
-  EXPECT_EQ(Log(), "empty(2) [Abe 1] [Ito 2]");
-}
-
-TEST_F(Fill, AReplyThatClaimsToBeLongerThanItsBufferEndsWithIt) {
-  fill_.DbMaxRecords = 1;
-  manager_.batches = {{9, Names({"a", "b", "c", "d", "e", "f", "g", "h"})}};
-  EXPECT_EQ(Log(), "empty(2) [a 1]");  // 20 bytes, those of the request, hold no more
-}
-
 TEST_F(Fill, AFirstRecordThatFailsLeavesTheListAlone) {
   for (const Status status : {9, 22, 84}) {
     manager_.firstStatuses = {status};
@@ -189,12 +164,6 @@ TEST_F(Fill, WithoutATableNothingHappens) {
   EXPECT_EQ(manager_.TakeLog() + list_.TakeLog() + messages_.Take(), "");
 }
 
-TEST_F(Fill, WithoutAPositionItGoesNowhereBack) {
-  manager_.position = -1;
-  Run();
-  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0");
-}
-
 TEST_F(Fill, ARecordThatTheKeyLeavesOutIsGoneBackToWithoutIt) {
   manager_.directStatuses = {44};
   Run();
@@ -208,12 +177,6 @@ TEST_F(Fill, ARecordTooLongForTheBufferIsGoneBackToWithALongerOne) {
   Run();
   EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0 23@77:k0");
   EXPECT_EQ(manager_.length, 6u + 64512) << "all of the buffer";
-}
-
-TEST_F(Fill, TheWayBackTakesNoLock) {
-  engine_.LockBias = 100;
-  Run();
-  EXPECT_EQ(manager_.TakeLog(), "22 12:k0 36UC:k0 23@77:k0");
 }
 
 TEST_F(Fill, EmptiesTheRecordFirst) {

@@ -138,19 +138,6 @@ TEST_F(Lexbase, LaterRowsComeWithTheirTable) {
   EXPECT_EQ(UserRows(Segments()), " 5.19.0.0 5.20.1.0 5.19.1.1 5.24.2.0 9.22.0.0 code=9");
 }
 
-TEST_F(Lexbase, TheEndStaysTheEnd) {
-  ASSERT_EQ(Open(), 0);
-  for (const ReadFunction read : {&DDFReadFile, &DDFReadField, &DDFReadIndex}) {
-    Row row{};
-    while (read(row.data()) == 0) continue;
-    row.fill(0xEE);
-    const Row before = row;
-    EXPECT_EQ(read(row.data()), LexbaseEndOfFile);
-    EXPECT_EQ(read(row.data()), LexbaseEndOfFile);
-    EXPECT_EQ(row, before) << "the buffer is left as it was";
-  }
-}
-
 TEST_F(Lexbase, ARowTakesNoMoreThanItsSize) {
   ASSERT_EQ(Open(), 0);
   const struct {
@@ -223,29 +210,6 @@ TEST_F(Lexbase, AFileWithoutTheKeyOfItsOrderIsNoDictionary) {
                  1,  0, 2, 0,  3, 1, 0, 0, 0, 0, 14, 0, 0, 0, 0, 0};
   ASSERT_EQ(qrndata::BtrFile::Create(File("index.ddf"), block, true), 0);
   EXPECT_EQ(Open(), LexbaseNotADictionary);
-}
-
-// Wherever a file ends too early there is a code, or every row that the whole file has.
-TEST_F(Lexbase, TruncatedFilesAreCodes) {
-  for (const char* name : {"file.ddf", "field.ddf", "index.ddf"}) {
-    const std::string whole = Read(name);
-    ASSERT_EQ(ReadAll(), 0);
-    const std::vector<Row> rows = rows_;
-    int codes = 0;
-    for (size_t size = 0; size < whole.size(); size += 2048) {
-      Write(name, whole.substr(0, size));
-      const int code = ReadAll();
-      EXPECT_NE(code, -1) << name << " of " << size << " has no end";
-      if (code != 0) {
-        ++codes;
-      } else {
-        EXPECT_EQ(rows_, rows) << name << " of " << size;
-      }
-    }
-    EXPECT_GT(codes, 2) << name;
-    Write(name, whole);
-    EXPECT_EQ(ReadAll(), 0) << name;
-  }
 }
 
 TEST_F(Lexbase, TheDictionarysFilesStayClosedToNobody) {

@@ -1,19 +1,14 @@
 // The small services: string table, paths, automation strings, libraries, memory.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "platform/Bstr.h"
-#include "platform/BtrCall.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
-#include "platform/LexbaseCalls.h"
-#include "platform/LocalDate.h"
 #include "platform/Memory.h"
-#include "platform/MessageBox.h"
 #include "platform/StringTable.h"
 #include "platform/SystemLibrary.h"
 
@@ -61,14 +56,6 @@ TEST(Paths, JoinedPathsFitOrAreRefused) {
   EXPECT_TRUE(JoinPath("123456", "12345678", "", out));
   EXPECT_FALSE(JoinPath("123456", "123456789", "", out));
   EXPECT_STREQ(out, "");
-}
-
-TEST(Paths, WholePathsNeedNoDirectory) {
-  EXPECT_TRUE(IsWholePath("C:\\x.btr"));
-  EXPECT_TRUE(IsWholePath("\\\\server\\share\\x"));
-  EXPECT_FALSE(IsWholePath("\\x"));
-  EXPECT_FALSE(IsWholePath("x.btr"));
-  EXPECT_FALSE(IsWholePath(""));
 }
 
 TEST(Paths, OnlyWhatIsCertainlyNotThereIsMissing) {
@@ -121,12 +108,6 @@ TEST(Bstr, NullWithoutMemory) {
   ReplaceBstrAllocator(nullptr);
 }
 
-TEST(SystemLibrary, AMissingLibraryHasNoFunctions) {
-  const SystemLibrary missing("qrn-no-such-library");
-  EXPECT_FALSE(missing.IsLoaded());
-  EXPECT_EQ(missing.Find<void (*)()>("BTRCALL", 1), nullptr);
-}
-
 #ifdef _WIN32
 TEST(SystemLibrary, InstalledOnesAreFoundWithoutTheirDirectory) {
   const SystemLibrary installed("version");
@@ -135,42 +116,6 @@ TEST(SystemLibrary, InstalledOnesAreFoundWithoutTheirDirectory) {
   EXPECT_EQ(installed.Find<void (*)()>("NoSuchFunction"), nullptr);
 }
 #endif
-
-int16_t BTR_CALL Answer(uint16_t operation, void*, void*, uint32_t*, void*, uint8_t,
-                        int8_t keyNumber) {
-  return static_cast<int16_t>(operation + keyNumber);
-}
-
-TEST(BtrCall, AReplacementStandsUntilItIsTakenBack) {
-  EXPECT_EQ(ReplaceBtrCall(&Answer), nullptr);
-  EXPECT_EQ(BtrCall(40, nullptr, nullptr, nullptr, nullptr, 0, 2), 42);
-  EXPECT_EQ(ReplaceBtrCall(nullptr), &Answer);
-}
-
-TEST(LexbaseCalls, AReplacementStandsUntilItIsTakenBack) {
-  static constexpr LexbaseFunctions kFake = {[](const char*, int32_t) { return 11; },
-                                             [] { return 12; }, [](void*) { return 13; },
-                                             [](void*) { return 14; }, [](void*) { return 15; }};
-  EXPECT_EQ(ReplaceLexbase(&kFake), nullptr);
-  EXPECT_EQ(DDFOpen("", 0) + DDFClose() + DDFReadFile(nullptr) + DDFReadField(nullptr) +
-                DDFReadIndex(nullptr),
-            65);
-  EXPECT_EQ(ReplaceLexbase(nullptr), &kFake);
-}
-
-TEST(MessageBox, AReplacementAnswers) {
-  ReplaceShowBox(
-      [](const char* text, unsigned flags) { return static_cast<int>(std::strlen(text) + flags); });
-  EXPECT_EQ(ShowBox("four", kTaskModal), 0x2004);
-  ReplaceShowBox(nullptr);
-}
-
-TEST(LocalDate, TodayIsADate) {
-  const CalendarDate today = LocalDate();
-  EXPECT_GE(today.year, 2024);
-  EXPECT_TRUE(today.month >= 1 && today.month <= 12);
-  EXPECT_TRUE(today.day >= 1 && today.day <= 31);
-}
 
 TEST(Memory, IsZeroedAndMayRunOut) {
   auto* bytes = static_cast<char*>(AllocateZeroed(100));

@@ -103,22 +103,5 @@ TEST_F(Building, WhatCannotBeShownIsSaid) {
   EXPECT_NE(Run({"show", Path("db")}).out.find("(status 12 (file not found))"), std::string::npos);
 }
 
-TEST_F(Building, WrongCommandLinesAreTold) {
-  const std::vector<std::string> wrong[] = {{},
-                                            {"bild"},
-                                            {"build"},
-                                            {"import", "d", "t"},
-                                            {"export", "d", "t", "--format", "xml"},
-                                            {"import", "d", "t", "f", "--batch", "0"},
-                                            {"import", "d", "t", "f", "--patience", "3601"},
-                                            {"import", "d", "t", "f", "--encoding", "utf-16"}};
-  for (const auto& arguments : wrong) {
-    const Said said = Run(arguments);
-    EXPECT_EQ(said.code, 2) << Line(said);
-    EXPECT_FALSE(said.err.empty());
-  }
-  EXPECT_EQ(Run({"--help"}).code, 0);
-}
-
 }  // namespace
 }  // namespace qrndata::test

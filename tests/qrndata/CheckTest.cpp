@@ -111,30 +111,6 @@ TEST_F(Checking, FaultsOfTheDictionaryAreFound) {
   }
 }
 
-// The data file of another table in the place of this one's.
-TEST_F(Checking, AFileOfAnotherMakeUpIsFound) {
-  Write("other.toml", R"([[table]]
-name = "T"
-field = [ { name = "Id", type = "UBin", size = 4 }, { name = "Name", type = "String", size = 6 } ]
-key = [ { fields = ["Name"] }, { fields = ["Id"] } ])");
-  ASSERT_EQ(Run({"build", Path("other.toml"), Path("other")}).code, 0);
-  Write("db/T.btr", Read("other/T.btr"));
-  const std::string found = Found();
-  EXPECT_NE(
-      found.find("T: key 0, segment 0, field \"Id\": the offset is 4 in the file and 0 in the "
-                 "dictionary\n"),
-      std::string::npos)
-      << found;
-  EXPECT_NE(
-      found.find(
-          "key 0, segment 0, field \"Id\": the type is 0 in the file and 1 in the dictionary\n"),
-      std::string::npos)
-      << found;
-  const Said refused = Import("T", "Id\n1\n");
-  EXPECT_EQ(refused.code, 4);
-  EXPECT_NE(refused.err.find("the data file is not as the dictionary has it"), std::string::npos);
-}
-
 TEST_F(Checking, FilesMissingAndForeignAreFound) {
   std::filesystem::remove(Folder() / "db" / "T.btr");
   EXPECT_NE(Found().find("T.btr: status 12 (file not found)\n"), std::string::npos);

@@ -1,5 +1,5 @@
-// Files on a server through the calls: every read answers as the model of what was moved there
-// does, writes are refused as for a file that may not be written, and what others change is seen.
+// Files on a server through the calls: what a read and a write cost, what others change is seen,
+// writes are refused as for a file that may not be written.
 #include <thread>
 
 #include "ServerSite.h"
@@ -7,26 +7,12 @@
 #include "btrieve/server/ServerLocks.h"
 #include "clients/TestFile.h"
 #include "kit/Descriptor.h"
-#include "kit/ModelRun.h"
-#include "tests/support/Setting.h"
 #include "tests/support/TempFolder.h"
 
 namespace btrieve::test {
 namespace {
 
 using server::Arguments;
-
-class ServerFileTest : public ServerSite {};
-
-TEST_F(ServerFileTest, AnswersEveryReadLikeTheModel) {
-  const uint32_t seed = qrn::test::Seed();
-  for (uint32_t file = 0; file < qrn::test::Setting("QRN_SERVER_FILES", 12); ++file) {
-    Choices choices(seed + file);
-    const std::string table = "file" + std::to_string(file);
-    const auto move = [&](const std::string& path) { Move(path, table); };
-    ASSERT_EQ(RunModelThenRead(choices, 120, 200, move), "") << "QRN_SEED=" << seed + file;
-  }
-}
 
 // A thousand records of a number (key 0, unique), its tens (key 1, duplicates), and a value.
 class LinkedPairs : public ServerSite {

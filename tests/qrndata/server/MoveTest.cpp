@@ -150,29 +150,6 @@ TEST_F(Moves, LeaveWhatIsNotTheirs) {
   }
 }
 
-// A table's name that an index or a type has, or one of the record manager's own begins like.
-TEST_F(Moves, TakeOnlyNamesThatAreFree) {
-  BuildShop();
-  for (const char* name : {"btrieve_files", "other.bin.pkey", "mood"}) {
-    fs::copy_file(Folder() / "db/other.bin", Folder() / "db" / name);
-  }
-  Sql("CREATE SCHEMA " + Schema() + "; CREATE TYPE " + Schema() + ".mood AS ENUM('good')");
-  ASSERT_EQ(Move().code, 0);
-  const std::pair<const char*, const char*> kTables[] = {{"btrieve_files", "_btrieve_files"},
-                                                         {"other.bin.pkey", "other_bin_pkey_2"},
-                                                         {"mood", "mood_2"},
-                                                         {"other.bin", "other_bin"}};
-  for (const auto& [file, table] : kTables) {
-    const std::string link = Read(std::string("db/") + file);
-    EXPECT_NE(link.find("table = " + std::string(table) + "\n"), std::string::npos) << link;
-  }
-  EXPECT_EQ(MoveBack().code, 0);
-  EXPECT_EQ(Ask("SELECT count(*) FROM pg_class c, pg_namespace n WHERE n.oid = relnamespace AND "
-                "nspname = '" +
-                Schema() + "'"),
-            0);
-}
-
 TEST_F(Moves, NameTheFileWhoseTableHasGone) {
   BuildShop();
   ASSERT_EQ(Move().code, 0);
