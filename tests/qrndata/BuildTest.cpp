@@ -93,15 +93,5 @@ TEST_F(Building, ATableIsShownWithItsFile) {
   EXPECT_TRUE(Run({"show", Path("db/Items.btr")}).out.ends_with(file));
 }
 
-TEST_F(Building, WhatCannotBeShownIsSaid) {
-  EXPECT_EQ(Run({"show", Path("none")}).code, 4);
-  Write("text", "no data file");
-  EXPECT_EQ(Line(Run({"show", Path("text")})),
-            "code=4 err=qrndata: text: status 30 (not a file of the record manager)\n");
-  Build(kItems);
-  std::filesystem::remove(Folder() / "db" / "Items.btr");
-  EXPECT_NE(Run({"show", Path("db")}).out.find("(status 12 (file not found))"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace qrndata::test

@@ -1,7 +1,6 @@
 // Planted faults, and whether check finds them.
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 
 #include "ToolFixture.h"
 #include "btrieve.h"
@@ -119,24 +118,6 @@ TEST_F(Checking, FilesMissingAndForeignAreFound) {
             std::string::npos);
 }
 
-// Bytes of the file turned over, one place after another: none may pass for sound data.
-TEST_F(Checking, ADamagedFileIsFoundOrStillWhole) {
-  const std::string whole = Read("db/T.btr");
-  const std::string rows = Export("T");
-  ASSERT_GT(whole.size(), 4096u);
-  int found = 0;
-  for (size_t at = 100; at < whole.size(); at += whole.size() / 25) {
-    std::string damaged = whole;
-    for (size_t i = at; i < std::min(at + 16, damaged.size()); ++i) damaged[i] ^= '\x55';
-    Write("db/T.btr", damaged);
-    const Said said = Check();
-    found += said.code != 0 ? 1 : 0;
-    if (said.code != 0) continue;
-    EXPECT_EQ(Export("T"), rows) << "damage at " << at;
-  }
-  EXPECT_GT(found, 5);
-}
-
 // A record manager whose key 1 is not what it should be: a scan reads its first record alone, the
 // other three come in one extended reply, which is changed on its way.
 enum class Lie { Swap, LeaveOut, Twice };
@@ -184,14 +165,6 @@ TEST_F(Checking, AKeyThatDisagreesWithItsRecordsIsFound) {
     EXPECT_NE(found.find("T: key 1: the record at position "), std::string::npos) << found;
     EXPECT_NE(found.find(row.found), std::string::npos) << found;
   }
-}
-
-TEST_F(Checking, OnlySoManyFaultsAreListed) {
-  for (int id = 90; id < 100; ++id)
-    Plant("field.ddf", FieldRow(id, 4, ("F" + std::to_string(id)).c_str(), 99, 10, 5));
-  const Said said = Run({"check", Path("db"), "--show-faults", "2"});
-  EXPECT_EQ(std::count(said.out.begin(), said.out.end(), '\n'), 4) << said.out;
-  EXPECT_NE(said.out.find(" more\n"), std::string::npos);
 }
 
 }  // namespace

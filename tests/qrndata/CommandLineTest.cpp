@@ -55,6 +55,7 @@ TEST_F(CommandLine, HelpNamesChoicesAndStandards) {
     EXPECT_NE(said.out.find(row.part), std::string::npos) << row.part << "\n" << said.out;
     EXPECT_EQ(said.out.find("->"), std::string::npos) << said.out;
   }
+  EXPECT_EQ(Run({"--help"}).code, 0);
 }
 
 TEST_F(CommandLine, ADirectoryIsNoSchemaAndNoCsvFile) {

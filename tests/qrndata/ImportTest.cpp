@@ -160,23 +160,6 @@ TEST_F(Importing, OnlySoManyRefusalsAreListed) {
   EXPECT_EQ(said.out, "T: 0 rows taken, 10 refused\n");
 }
 
-TEST_F(Importing, CharactersThatDoNotFitGoAsTold) {
-  const std::string csv = "Id,Name\n1,a한b\n";
-  const struct {
-    const char* choice;
-    const char* stored;
-    const char* said;
-  } cases[] = {
-      {"replace", "a?b", "T: 1 row taken, 1 text with characters replaced\n"},
-      {"skip", "ab", "T: 1 row taken, 1 text with characters left out\n"},
-  };
-  for (const auto& row : cases) {
-    Build(kImportSchema);
-    EXPECT_EQ(Import("T", csv, {"--on-unmappable", row.choice}).out, row.said);
-    EXPECT_EQ(Export("T").find(row.stored) != std::string::npos, true) << row.choice;
-  }
-}
-
 struct BrokenCase {
   const char* what;
   std::string name;  // as a cell of a file in code page 932
@@ -215,15 +198,6 @@ TEST_F(Importing, BytesThatAreNoCharactersGoAsTold) {
       EXPECT_NE(Export("T").find("\n2,日本,"), std::string::npos);
     }
   }
-}
-
-TEST_F(Importing, ColumnsOfCodePage932CountCharacters) {
-  EXPECT_EQ(
-      Import("T", "Name,Born\n\x93\xFA\x96\x7B\x82\xDF,2023/02/32\n", {"--encoding", "cp932"}).err,
-      "in.csv:2:5: field \"Born\": expected a date such as 2024/01/31\n");
-  EXPECT_EQ(Import("T", "Name,Born\na\x81\nb,2023/02/32\n", {"--encoding", "cp932"}).err,
-            "in.csv:2:1: expected 2 cells as in the first line, found 1\n"
-            "in.csv:3:3: field \"Born\": expected a date such as 2024/01/31\n");
 }
 
 constexpr char kUniqueKeys[] = R"([[table]]

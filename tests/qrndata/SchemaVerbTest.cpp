@@ -1,8 +1,5 @@
 // Dictionaries written back as schemas: a build of them makes the same rows and data files.
-#include <random>
-
 #include "ToolFixture.h"
-#include "tests/support/Setting.h"
 #include "tools/qrndata/Paths.h"
 #include "tools/qrndata/RecordScan.h"
 
@@ -74,48 +71,6 @@ TEST_F(SchemaBack, WhatASchemaCanSayComesBack) {
   Write("turned.seq", sequence);
   Build(kEverything);
   ExpectSameBytes({"wide.dat", "Sorted.btr", "Plain.btr"});
-}
-
-TEST_F(SchemaBack, DictionariesAtRandomComeBack) {
-  std::mt19937 random(qrn::test::Seed());
-  const auto below = [&](uint32_t limit) { return static_cast<uint32_t>(random() % limit); };
-  const char* const types[] = {"String\", size = 7",
-                               "Integer\", size = 4",
-                               "Date\"",
-                               "Float\"",
-                               "Decimal\", size = 5, decimals = 2",
-                               "ZString\", size = 9",
-                               "Money\", size = 6",
-                               "Logical\"",
-                               "Numeric\", size = 4"};
-  for (int round = 0; round < 4; ++round) {
-    std::string schema;
-    std::vector<std::string> files;
-    for (uint32_t table = 0; table <= below(4); ++table) {
-      const std::string name = "T" + std::to_string(table);
-      files.push_back(name + ".btr");
-      schema +=
-          "[[table]]\nname = \"" + name + "\"\nfield = [\n { name = \"F\", type = \"UBin\" },\n";
-      const uint32_t count = 1 + below(8);
-      for (uint32_t field = 0; field < count; ++field) {
-        schema += " { name = \"F" + std::to_string(field) + "\", type = \"" +
-                  types[below(std::size(types))] + (below(3) == 0 ? ", nullable = true" : "") +
-                  " },\n";
-      }
-      schema += "]\nkey = [\n { fields = [\"F\"] },\n";
-      for (uint32_t key = 0; key < below(4); ++key) {
-        schema += " { fields = [\"F" + std::to_string(below(count)) + "\", \"F\"]";
-        if (below(2) == 0) schema += ", name = \"K" + std::to_string(key) + "\"";
-        if (below(2) == 0) schema += ", duplicates = true, modifiable = true";
-        if (below(2) == 0) schema += ", descending = true";
-        schema += " },\n";
-      }
-      schema += "]\n";
-    }
-    SCOPED_TRACE(schema);
-    Build(schema);
-    ExpectSameBytes(files);
-  }
 }
 
 TEST_F(SchemaBack, WhatItCannotSayIsTold) {
