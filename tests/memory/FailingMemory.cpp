@@ -87,6 +87,16 @@ bool FailingMemory::Happened() const { return hasHappened; }
 NotCounted::NotCounted() { ++suspended; }
 NotCounted::~NotCounted() { --suspended; }
 
+void FailEachInTurn(const std::function<bool(int failing)>& round) {
+  constexpr int kMost = 3000;
+  int failing = 0;
+  for (bool fails = true; fails && failing < kMost && !testing::Test::HasFailure(); ++failing) {
+    SCOPED_TRACE("allocation " + std::to_string(failing));
+    fails = round(failing);
+  }
+  EXPECT_LT(failing, kMost) << "it fails for ever";
+}
+
 }  // namespace qrn::test
 
 void* operator new(size_t size) { return qrn::test::Allocate(size); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/Company.h"
+#include "tests/support/Test.h"
 
 namespace qrn::test {
 
@@ -22,5 +23,16 @@ class NotCounted : Pinned {
   NotCounted();
   ~NotCounted();
 };
+
+// `round` with 0, 1, ... for the allocation that is to fail, until it tells that none has failed.
+void FailEachInTurn(const std::function<bool(int failing)>& round);
+
+// Whether the allocation failed while `work` was done.
+template <class Work>
+bool FailsIn(int failing, Work work) {
+  const FailingMemory memory(failing);
+  work();
+  return memory.Happened();
+}
 
 }  // namespace qrn::test

@@ -60,34 +60,28 @@ struct GridWithoutMemory : ::testing::Test {
   }
 
   // Every row with a position shows that record's code, or nothing.
-  void CheckRows(int failing) {
+  void CheckRows() {
     DbTableInfo& table = *People();
     for (size_t index = 0; index < grid_.model.positions.Size(); ++index) {
       const std::string code = grid_.Cell(static_cast<int64_t>(index) + grid_.model.FixedRows, 1);
       const int32_t position = grid_.model.positions.Get(index);
       if (code.empty() || DbReadWholeAt(table, position, -1) != 0) continue;
-      EXPECT_EQ(code, DbReadFieldByName(TheEngine(), table, "Code")) << failing;
+      EXPECT_EQ(code, DbReadFieldByName(TheEngine(), table, "Code"));
     }
   }
 
   // Runs `work` with one allocation after another failing until all succeed.
   template <class Prepare, class Work>
   void FailEach(Prepare prepare, Work work) {
-    for (int failing = 0;; ++failing) {
-      ASSERT_LT(failing, 500);
+    FailEachInTurn([&](int failing) {
       prepare();
       shownCodes.clear();
-      bool happened = false;
-      {
-        const FailingMemory memory(failing);
-        work();
-        happened = memory.Happened();
-      }
-      EXPECT_EQ(shownCodes, happened ? "VE001 " : "") << failing;
+      const bool happened = FailsIn(failing, work);
+      EXPECT_EQ(shownCodes, happened ? "VE001 " : "");
       EXPECT_FALSE(FillTurn::IsTaken());
-      CheckRows(failing);
-      if (!happened) return;
-    }
+      CheckRows();
+      return happened;
+    });
   }
 
   ControlRegistry& registry_ = TheRegistry();  // the process's settings, before its engine

@@ -127,26 +127,16 @@ struct WithoutMemory : ::testing::Test {
 
   // Runs a call with its first, second, ... allocation failing until all succeed.
   void FailEach(const Call& call) {
-    for (int failing = 0;; ++failing) {
-      ASSERT_LT(failing, 2000) << call.name;
+    SCOPED_TRACE(call.name);
+    FailEachInTurn([&](int failing) {
       call.prepare();
       messages_.Take();
       int32_t code = 0;
-      bool happened = false;
-      {
-        const FailingMemory memory(failing);
-        code = call.run();
-        happened = memory.Happened();
-      }
-      const std::string shown = messages_.Take();
-      if (!happened) {
-        EXPECT_EQ(code, call.success) << call.name;
-        EXPECT_EQ(shown, "") << call.name;
-        return;
-      }
-      EXPECT_EQ(code, call.failure) << call.name << ", allocation " << failing;
-      EXPECT_EQ(shown, call.shown) << call.name << ", allocation " << failing;
-    }
+      const bool happened = FailsIn(failing, [&] { code = call.run(); });
+      EXPECT_EQ(code, happened ? call.failure : call.success);
+      EXPECT_EQ(messages_.Take(), happened ? call.shown : "");
+      return happened;
+    });
   }
 
   void FailEach(std::initializer_list<Call> calls) {
@@ -263,20 +253,15 @@ TEST_F(WithoutMemory, ExtendedOperations) {
        {std::tuple{"@Code >= 0 & @Town = 'x'", "Code,Name,Town,Born,Pay", "-8 -9 -99"},
         {"", "Name", "-9 -99"}}) {
     std::string met;
-    for (int failing = 0;; ++failing) {
+    FailEachInTurn([&](int failing) {
       messages_.Take();
       int32_t code = 0;
-      bool happened = false;
-      {
-        const FailingMemory memory(failing);
-        code = access(condition, fields);
-        happened = memory.Happened();
-      }
-      if (!happened) break;
-      EXPECT_EQ(messages_.Take(), "VE001") << failing;
+      if (!FailsIn(failing, [&] { code = access(condition, fields); })) return false;
+      EXPECT_EQ(messages_.Take(), "VE001");
       const std::string text = std::to_string(code);
       if (!met.ends_with(text)) met += (met.empty() ? "" : " ") + text;
-    }
+      return true;
+    });
     EXPECT_EQ(met, codes);
     free();
   }
@@ -338,14 +323,13 @@ TEST_F(WithoutMemory, AClickAScrollAndAFill) {
       {"fill", [&] { return DbFillList(engine, list, "Name", kByCode); }},
   });
   // The list was emptied or it was not: both are ends of a fill.
-  for (int failing = 0;; ++failing) {
+  FailEachInTurn([&](int failing) {
     unsaid();
     messages_.Take();
-    const FailingMemory memory(failing);
-    FillFromExtended(engine, fill, list);
-    if (!memory.Happened()) break;
-    EXPECT_EQ(messages_.Take(), "VE001") << failing;
-  }
+    const bool happened = FailsIn(failing, [&] { FillFromExtended(engine, fill, list); });
+    EXPECT_EQ(messages_.Take(), happened ? "VE001" : "");
+    return happened;
+  });
   unsaid();
 }
 

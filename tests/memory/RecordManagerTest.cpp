@@ -115,6 +115,15 @@ class File {
   uint8_t block_[128] = {};
 };
 
+// What the record manager asks for counts here.
+template <class Work>
+bool FailsInManager(int failing, Work work) {
+  return FailsIn(failing, [&] {
+    ReplaceBtrCall(nullptr);
+    work();
+  });
+}
+
 struct Kind {
   const char* name;
   int begin;  // 0 without a transaction
@@ -165,17 +174,9 @@ struct RecordManagerWithoutMemory : ::testing::TestWithParam<Kind> {
     const std::string after = file_.Content();
     ASSERT_EQ(Both(undo), 0);
     ASSERT_EQ(file_.Content(), before);
-    bool happened = true;
-    for (int failing = 0; happened && !HasFailure(); ++failing) {
-      SCOPED_TRACE(failing);
-      ASSERT_LT(failing, 3000);
+    FailEachInTurn([&](int failing) {
       int status = 0;
-      {
-        const FailingMemory memory(failing);
-        ReplaceBtrCall(nullptr);  // what the record manager asks for counts here
-        status = Both(step);
-        happened = memory.Happened();
-      }
+      const bool happened = FailsInManager(failing, [&] { status = Both(step); });
       if (Within()) file_.Run(BtrOpAbortTransaction);  // should its end itself have failed
       EXPECT_TRUE(status == 0 || happened) << status;
       EXPECT_EQ(file_.Content(), status == 0 ? after : before) << status;
@@ -183,10 +184,11 @@ struct RecordManagerWithoutMemory : ::testing::TestWithParam<Kind> {
         EXPECT_EQ(other_.Content(), file_.Content());
       }
       if (status == 0) {
-        ASSERT_EQ(Both(undo), 0);
+        EXPECT_EQ(Both(undo), 0);
       }
-      ASSERT_EQ(file_.Content(), before);
-    }
+      EXPECT_EQ(file_.Content(), before);
+      return happened;
+    });
   }
 
   Company company_;
@@ -200,21 +202,14 @@ TEST_P(RecordManagerWithoutMemory, InsertsWhollyOrNotAtAll) {
 
 // Of a block, what is told to be there is there, and no more.
 TEST_P(RecordManagerWithoutMemory, InsertsAsManyAsItTells) {
-  bool happened = true;
-  for (int failing = 0; happened && !HasFailure(); ++failing) {
-    SCOPED_TRACE(failing);
-    ASSERT_LT(failing, 3000);
+  FailEachInTurn([&](int failing) {
     if (Within()) {
-      ASSERT_EQ(file_.Run(GetParam().begin), 0);
+      EXPECT_EQ(file_.Run(GetParam().begin), 0);
     }
-    int told = 0;
-    {
-      const FailingMemory memory(failing);
-      ReplaceBtrCall(nullptr);
-      const int status = file_.InsertBlock(20, 25, told);
-      happened = memory.Happened();
-      EXPECT_EQ(status == 0, told == 5) << status;
-    }
+    int told = 0, status = 0;
+    const bool happened =
+        FailsInManager(failing, [&] { status = file_.InsertBlock(20, 25, told); });
+    EXPECT_EQ(status == 0, told == 5) << status;
     const int end = Within() ? file_.Run(BtrOpEndTransaction) : 0;
     std::string expected;
     for (int32_t code = 20; end == 0 && code < 20 + told; ++code) {
@@ -222,7 +217,8 @@ TEST_P(RecordManagerWithoutMemory, InsertsAsManyAsItTells) {
     }
     EXPECT_EQ(file_.Content(), expected + "9 ") << end;
     for (int32_t code = 20; code < 25; ++code) file_.Erase(code);
-  }
+    return happened;
+  });
 }
 
 TEST_P(RecordManagerWithoutMemory, DeletesWhollyOrNotAtAll) {
@@ -249,25 +245,21 @@ TEST_P(RecordManagerWithoutMemory, ReadsGoOnWhereTheyFailed) {
   }
   for (int8_t key = kByPlace; key < kKeys; ++key) {
     const std::string whole = file_.Walk(key);
-    bool happened = true;
-    for (int failing = 0; happened && !HasFailure(); ++failing) {
-      happened = false;
+    FailEachInTurn([&](int failing) {
+      bool happened = false;
       std::string met;
       int operation = key == kByPlace ? BtrOpStepFirst : BtrOpGetFirst;
       for (int status = 0; status == 0 || status == BtrStatusNoCacheBuffer;) {
         int32_t code = 0;
-        {
-          const FailingMemory memory(failing);
-          ReplaceBtrCall(nullptr);
-          status = file_.Get(operation, key, code);
-          happened = happened || memory.Happened();
-        }
-        if (status == BtrStatusNoCacheBuffer) status = file_.Get(operation, key, code);
+        const auto get = [&] { status = file_.Get(operation, key, code); };
+        happened |= FailsInManager(failing, get);
+        if (status == BtrStatusNoCacheBuffer) get();
         met += std::to_string(status != 0 ? status : code) + " ";
         operation = key == kByPlace ? BtrOpStepNext : BtrOpGetNext;
       }
-      EXPECT_EQ(met, whole) << "key " << int{key} << ", allocation " << failing;
-    }
+      EXPECT_EQ(met, whole) << "key " << int{key};
+      return happened;
+    });
   }
   if (Within()) {
     EXPECT_EQ(file_.Run(BtrOpAbortTransaction), 0);
@@ -288,12 +280,8 @@ TEST(RecordManagerFiles, AreLeftAloneWhereNoThreadCanBeBegun) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   ASSERT_EQ(ThreadCount(), 1U);
-  {
-    const FailingMemory memory(0);
-    ReplaceBtrCall(nullptr);
-    EXPECT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0);
-    EXPECT_TRUE(memory.Happened());
-  }
+  EXPECT_TRUE(FailsInManager(
+      0, [&] { EXPECT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0); }));
   EXPECT_EQ(none.Run(BtrOpVersion, versions.data(), versions.size()), 0);
   EXPECT_EQ(ThreadCount(), 2U);
 }
@@ -305,9 +293,9 @@ int RefusedAtFirst() {
   std::array<char, 15> versions{};
   int refused = 0;
   for (int call = 0; call < 100; ++call) {
-    const FailingMemory memory(call);
-    ReplaceBtrCall(nullptr);
-    const int status = none.Run(BtrOpVersion, versions.data(), versions.size());
+    int status = 0;
+    FailsInManager(call,
+                   [&] { status = none.Run(BtrOpVersion, versions.data(), versions.size()); });
     if (status == 0) return refused;
     if (status == BtrStatusNoCacheBuffer)
       ++refused;
@@ -323,20 +311,14 @@ TEST(RecordManagerDeathTest, TheVeryFirstCallIsRefusedWithoutMemory) {
 }
 
 TEST(RecordManagerFiles, OpenOrStayClosedWithoutMemory) {
-  bool happened = true;
-  for (int failing = 0; happened && !HasFailure(); ++failing) {
-    SCOPED_TRACE(failing);
+  FailEachInTurn([](int failing) {
     const Company company;
     const std::string path = company.Directory() + "/People.btr";
+    bool happened = false;
     {
       File file;
       int status = 0;
-      {
-        const FailingMemory memory(failing);
-        ReplaceBtrCall(nullptr);
-        status = file.Open(path);
-        happened = memory.Happened();
-      }
+      happened = FailsInManager(failing, [&] { status = file.Open(path); });
       EXPECT_EQ(status, happened && status != 0 ? BtrStatusNoCacheBuffer : 0);
       EXPECT_EQ(file.Insert(1), status != 0 ? BtrStatusNotOpen : 0);
       if (status == 0) {
@@ -346,7 +328,8 @@ TEST(RecordManagerFiles, OpenOrStayClosedWithoutMemory) {
     File alone;  // nothing of it is left open
     EXPECT_EQ(alone.Open(path, BtrModeExclusive), 0);
     EXPECT_EQ(alone.Close(), 0);
-  }
+    return happened;
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(Within, RecordManagerWithoutMemory,

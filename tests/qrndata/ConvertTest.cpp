@@ -142,19 +142,6 @@ TEST_F(Converting, IsNoCopyOfOldFiles) {
   EXPECT_EQ(Line(Run({"copy", Path("new"), Path("copy")})), "code=0 out=copy: 2 tables, 5 files\n");
 }
 
-TEST_F(Converting, NamesDamagedFiles) {
-  Damage("PEOPLE.DAT", btrieve::legacy::inhead::kRecords, 6);
-  const std::string what =
-      "status 2 (read or write failed, or the file is damaged): a version 5 "
-      "file; the data pages have 5 records, page 0 says 6";
-  const Said checked = Run({"check", Path("old")}), shown = Run({"show", Path("old")});
-  EXPECT_EQ(checked.code, 1);
-  EXPECT_NE(checked.out.find("PEOPLE.DAT: " + what + "\n"), std::string::npos) << checked.out;
-  EXPECT_EQ(shown.code, 1);
-  EXPECT_NE(shown.out.find("PEOPLE.DAT"), std::string::npos) << shown.out;
-  EXPECT_NE(shown.out.find("page 0 says 6"), std::string::npos) << shown.out;
-}
-
 TEST_F(Converting, AsksBeforeItTakesOwnedFiles) {
   site_.Write(true);
   const Said refused = Convert();

@@ -151,15 +151,6 @@ TEST_F(Importing, SoundRowsAreTakenAndTheOthersKept) {
             " 4  T      T.btr      10     2        2\n");
 }
 
-TEST_F(Importing, OnlySoManyRefusalsAreListed) {
-  std::string csv = "Id\n";
-  for (int row = 0; row < 10; ++row) csv += "x\n";
-  const Said said = Import("T", csv, {"--show-refused", "3"});
-  EXPECT_EQ(std::count(said.err.begin(), said.err.end(), '\n'), 4);
-  EXPECT_NE(said.err.find("further refusals are not listed"), std::string::npos);
-  EXPECT_EQ(said.out, "T: 0 rows taken, 10 refused\n");
-}
-
 struct BrokenCase {
   const char* what;
   std::string name;  // as a cell of a file in code page 932

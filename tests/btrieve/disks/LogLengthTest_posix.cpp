@@ -1,17 +1,12 @@
 // The log stays short, whoever reads beside a process that writes without a pause.
 #include <unistd.h>
 
-#include <chrono>
-
 #include "clients/Remote.h"
 #include "clients/TestFile.h"
 #include "tests/support/Test.h"
 
 namespace btrieve::test {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-using std::chrono::milliseconds;
 
 // Bytes; some 250 MB without what keeps it short. On a busy machine readers leave late.
 constexpr uint64_t kLongestLog = 128u << 20;
@@ -32,16 +27,12 @@ struct LogLength : testing::Test {
     return none ? 0 : size;
   }
 
-  // Some 250 MB of log in all. `meanwhile` is called every 300 ms.
-  void Write(const std::function<void()>& meanwhile) {
+  // Some 250 MB of log in all.
+  void Write() {
     uint64_t longest = 0;
-    auto next = Clock::now();
     for (int32_t id = 0; id < kRecords; ++id) {
       ASSERT_EQ(file_.Insert(Row(id)), 0);
       if (id % 50 == 0) longest = std::max(longest, LogSize());
-      if (Clock::now() < next) continue;
-      meanwhile();
-      next += milliseconds(300);
     }
     EXPECT_LT(longest, kLongestLog);
     RecordProperty("longest", std::to_string(longest));
@@ -51,15 +42,10 @@ struct LogLength : testing::Test {
   OtherProcess other_;
 };
 
-TEST_F(LogLength, BesideAReadNowAndThen) {
-  ASSERT_EQ(other_.Call(kOpen, 0, {.key = PathKey(file_.Path())}).status, 0);
-  Write([&] { ASSERT_EQ(other_.Call(kGetLast, 0, {.room = 16}).status, 0); });
-}
-
 TEST_F(LogLength, BesideAnIdleCursor) {
   ASSERT_EQ(other_.Call(kOpen, 0, {.key = PathKey(file_.Path())}).status, 0);
   ASSERT_EQ(other_.Call(kGetFirst, 0, {.room = 16}).status, 0);
-  Write([] {});
+  Write();
   EXPECT_EQ(other_.Call(kGetNext, 0, {.room = 16}).data, Row(-99)) << "it stands where it stood";
 }
 
@@ -68,14 +54,14 @@ TEST_F(LogLength, BesideAReaderWithoutPause) {
   char letter = 0;
   ASSERT_EQ(read(reader.Output(), &letter, 1), 1);
   ASSERT_EQ(letter, '.');
-  Write([] {});
+  Write();
 }
 
 TEST_F(LogLength, BesideAWaiterForALock) {
   ASSERT_EQ(file_.Call(kGetFirst + 100, {.room = 16}).status, 0);
   ASSERT_EQ(other_.Call(kOpen, 0, {.key = PathKey(file_.Path())}).status, 0);
   other_.Begin(kGetFirst + 100, 0, {.room = 16});
-  Write([] {});
+  Write();
   EXPECT_EQ(other_.Finish().status, kRecordInUse);
 }
 

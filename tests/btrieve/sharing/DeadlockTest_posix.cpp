@@ -210,7 +210,7 @@ class Philosopher {
 };
 
 TEST(Deadlock, PhilosophersAllDine) {
-  constexpr int kRounds = 50;
+  constexpr int kRounds = 25;
   Together all(4, 1);
   Philosopher::Owners owners{};
   std::vector<Philosopher> philosophers;
