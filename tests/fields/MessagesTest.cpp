@@ -38,27 +38,6 @@ TEST(Messages, LongArgumentsAreCutAtACharacter) {
   EXPECT_TRUE(boxes.ends_with(Utf8ToCodePage("表]")));
 }
 
-TEST(Messages, EveryIdHasItsCode) {
-  struct {
-    int id;
-    const char* code;
-  } const cases[] = {
-      {101, "VE001"},    {102, "VE002"},    {kVE001, "VE001"}, {kVE011, "VE011"}, {kVE007, "VE007"},
-      {kVE015, "VE015"}, {kVE019, "VE019"}, {kVE020, "VE020"}, {kVE023, "VE023"}, {kVE025, "VE025"},
-      {kVE028, "VE028"}, {kVE029, "VE029"}, {kVE030, "VE030"}, {kVE031, "VE031"}, {kVE039, "VE039"},
-      {kVE040, "VE040"}, {kVE041, "VE041"}, {kVE042, "VE042"}, {kVE043, "VE043"}, {kVE044, "VE044"},
-      {kVE046, "VE046"}, {kVE801, "VE801"}, {kVE802, "VE802"}, {kVE803, "VE803"}, {kVE804, "VE804"},
-      {kVE806, "VE806"}, {kVE807, "VE807"}, {kVE808, "VE808"}, {kVE809, "VE809"}, {kVE810, "VE810"},
-      {kVE811, "VE811"}, {kVE812, "VE812"}, {kVE813, "VE813"}, {kVE814, "VE814"}, {kVE816, "VE816"},
-      {kVE817, "VE817"}, {kVE818, "VE818"}, {kVE819, "VE819"}, {kVE820, "VE820"}, {kVE821, "VE821"},
-      {kVE823, "VE823"}};
-  for (const auto& row : cases) {
-    const Watch watch;
-    ShowMessage(row.id, "", 0, 0);
-    EXPECT_EQ(watch.Boxes().substr(6, 5), row.code) << row.id;
-  }
-}
-
 std::string exitText;
 
 void CallExit(int id, ...) {

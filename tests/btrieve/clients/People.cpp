@@ -81,26 +81,11 @@ const Script::Verb Script::kVerbs[] = {
     {"next",   kGetNext,                        &Script::Read},
     {"prev",   kGetPrevious,                    &Script::Read},
     {"eq",     kGetEqual,                       &Script::Read},
-    {"gt",     kGetGreater,                     &Script::Read},
-    {"ge",     kGetGreaterOrEqual,              &Script::Read},
-    {"lt",     kGetLess,                        &Script::Read},
-    {"le",     kGetLessOrEqual,                 &Script::Read},
-    {"kfirst", kGetKey + kGetFirst,             &Script::ReadKey},
-    {"klast",  kGetKey + kGetLast,              &Script::ReadKey},
-    {"knext",  kGetKey + kGetNext,              &Script::ReadKey},
-    {"kprev",  kGetKey + kGetPrevious,          &Script::ReadKey},
     {"keq",    kGetKey + kGetEqual,             &Script::ReadKey},
-    {"kgt",    kGetKey + kGetGreater,           &Script::ReadKey},
-    {"kge",    kGetKey + kGetGreaterOrEqual,    &Script::ReadKey},
-    {"klt",    kGetKey + kGetLess,              &Script::ReadKey},
-    {"kle",    kGetKey + kGetLessOrEqual,       &Script::ReadKey},
     {"stepf",  kStepFirst,                      &Script::Step},
-    {"stepl",  kStepLast,                       &Script::Step},
     {"stepn",  kStepNext,                       &Script::Step},
-    {"stepp",  kStepPrevious,                   &Script::Step},
     {"walk",   kGetFirst,                       &Script::Walk},
     {"back",   kGetLast,                        &Script::Walk},
-    {"steps",  kStepFirst,                      &Script::Walk},
     {"direct", kGetDirect,                      &Script::Direct},
     {"pos",    kGetPosition,                    &Script::Position},
     {"pct",    kGetByPercentage,                &Script::Percent},
@@ -235,13 +220,10 @@ std::string Script::Percent(const Word& word, int operation) {
 }
 
 std::string Script::Walk(const Word& word, int operation) {
-  const int further = operation == kGetFirst  ? kGetNext
-                      : operation == kGetLast ? kGetPrevious
-                                              : kStepNext;
-  const Handler read = operation == kStepFirst ? &Script::Step : &Script::Read;
+  const int further = operation == kGetFirst ? kGetNext : kGetPrevious;
   std::string ids;
-  std::string id = (this->*read)(word, operation);
-  for (; id != "#9"; id = (this->*read)(word, further)) {
+  std::string id = Read(word, operation);
+  for (; id != "#9"; id = Read(word, further)) {
     ids += (ids.empty() ? "" : ",") + id;
     if (id[0] == '#') break;
   }

@@ -37,11 +37,11 @@ struct ScriptCase {
 };
 
 // Runs words on named cursors and tells what each answered, all separated by blanks:
-//   reads          first0 last1 next2 prev0, eq0=5 gt1=Abe ge2=3/Abe lt0=5 le0=5: the key number,
-//                  and the value looked for; kfirst0 and so on are Get Key
-//                  stepf stepl stepn stepp, direct0=5 direct-=5 (the record whose id was 5)
+//   reads          first0 last1 next2 prev0, eq0=5 eq2=3/Abe: the key number, and the value looked
+//                  for; keq0=5 is Get Key
+//                  stepf stepn, direct0=5 direct-=5 (the record whose id was 5)
 //                  pos: Get Position; pct0=2500 pct-=2500
-//                  walk1 back1 steps: all ids along a key or the file, "1,3,2", until status 9
+//                  walk1 back1: all ids along a key, "1,3,2", until status 9
 //   writes         ins0=7,Abe ins-=7,Abe upd1=7,Abe upd-=7,Abe del
 //   locks          unlock, unlock=5 (multiple lock of that record), unlock*; first0+200 and so on
 //   transactions   begin cbegin end abort reset
