@@ -71,18 +71,6 @@ TEST_F(DatabaseControl, StartsWhenItHasAllItNeeds) {
   }
 }
 
-TEST_F(DatabaseControl, MessagesOfTheStartReadAsTheyShould) {
-  PlayedBtr nameless("", &form, company.Directory());
-  nameless.DbControlStart();
-  EXPECT_EQ(messages.Take(), "VE814 コンテナからName,FormNameを取得できません。");
-  PlayedBtr lost("Db", &form, "/nowhere");
-  lost.DbControlStart();
-  EXPECT_TRUE(messages.Take().starts_with("VE028 DDFOpen APIエラー("));
-  lost.DbControlStart();
-  EXPECT_EQ(messages.Take(), "") << "a failed start has run to its end too";
-  EXPECT_EQ(lost.DbOpen("People"), -20);
-}
-
 TEST_F(DatabaseControl, StartsOnceAndAgainWithANewWindow) {
   PlayedScroll bar({"bar", &form}, "Db");
   const auto btr = Started();

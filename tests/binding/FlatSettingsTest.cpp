@@ -89,18 +89,6 @@ TEST_F(FlatSettings, AnAttachByWindowCreatesAsTheControlIsSetAndOpensAsItsOwn) {
   EXPECT_EQ(Calls(), "open(,-1) ");
 }
 
-TEST_F(FlatSettings, WithoutAControlTheirOwnSettingsServe) {
-  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
-  Calls();
-  ::DbSetOwnerName(0, "mine", 0);
-  ::DbSetOpenMode(0, -3);
-  EXPECT_EQ(::DbOpen(kPeople), 0);
-  EXPECT_EQ(Calls(), "open(mine,-3) ");
-  TheFlatState().DdfDir[0] = '\0';
-  EXPECT_EQ(::DbCreate(kDays), -16) << "nothing is made in the root of a drive";
-  EXPECT_EQ(::DbTerminate(), 0);
-}
-
 TEST_F(FlatSettings, TheStoredModeServesAtTheStartAndOnDemand) {
   EXPECT_EQ(TheRegistry().DbOpenOnDemand(btr.GetDictionary()->Tables[kPeople], &form, "Db"), 0);
   EXPECT_EQ(Calls(), "open(,2) ");
@@ -170,34 +158,6 @@ TEST_F(FlatSettings, OfTwoFieldsOfOneNameTheFirstIsWritten) {
   EXPECT_STREQ(DbReadField(TheEngine(), table, 1), "by name");
   EXPECT_STREQ(DbReadField(TheEngine(), table, 2), "");
   EXPECT_EQ(::DbSetFieldData(kPeople, 5, "x"), -5);
-  EXPECT_EQ(::DbTerminate(), 0);
-}
-
-TEST_F(FlatSettings, OnlyTheValueOneAsksForUtf16) {
-  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(::DbOpen(kPeople), 0);
-  ::DbSetFieldData(kPeople, 1, "four");
-  for (const auto& [value, bytes] : {std::pair{1, 8u}, {0, 4u}, {2, 4u}, {-1, 4u}}) {
-    TheSettings().v1fx_unicode = value;
-    auto* text = static_cast<BstrText>(::DbGetFieldData(kPeople, 1));
-    EXPECT_EQ(BstrByteLength(text), bytes) << value;
-    FreeBstr(text);
-  }
-  TheSettings().v1fx_unicode = 1;
-  EXPECT_EQ(::DbTerminate(), 0);
-}
-
-TEST_F(FlatSettings, AnUpdateOfAVariableTableSendsItsOwnLength) {
-  EXPECT_EQ(::DbInitialize(company.Directory().c_str()), 0);
-  EXPECT_EQ(::DbOpen(kNotes), 0);
-  ::DbClearFieldBuffer(kNotes);
-  ::DbSetFieldData(kNotes, 1, "a long note of this table");
-  EXPECT_EQ(::DbAccess(BtrOpInsert, kNotes, 0), 0);
-  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kNotes, 0), 0);
-  ::DbSetFieldData(kNotes, 1, "short");
-  Calls();
-  EXPECT_EQ(::DbAccess(BtrOpUpdate, kNotes, 0), 0);
-  EXPECT_EQ(Calls(), "update(10) ") << "4 bytes and the text with its NUL";
   EXPECT_EQ(::DbTerminate(), 0);
 }
 

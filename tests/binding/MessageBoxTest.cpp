@@ -135,27 +135,6 @@ TEST_F(WhileABoxIsUp, TheDictionaryMayEndUnderAnyFlatFunction) {
   }
 }
 
-TEST_F(WhileABoxIsUp, TheLastToInitializeKeepsHisDictionary) {
-  Begin();
-  refused = BtrOpClose;
-  Run(::DbTerminate, [&] {
-    EXPECT_EQ(::DbGetNumOfTable(), -12) << "the one that is being closed is nobody's";
-    refused = 0;
-    Begin();
-  });
-  EXPECT_EQ(::DbGetNumOfTable(), kTableCount) << "it came after the end";
-  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kPeople, kByCode), 9);
-  refused = BtrOpClose;
-  const std::string own = company.Directory();
-  Run([&] { return ::DbInitialize(own.c_str()); },
-      [&] {
-        refused = 0;
-        Begin();
-      });
-  EXPECT_EQ(::DbGetNumOfTable(), kTableCount);
-  EXPECT_EQ(::DbAccess(BtrOpGetFirst, kPeople, kByCode), -3) << "the outer one's, still closed";
-}
-
 // The deferred load of a table's fields, with the dictionary ended while its failure is told.
 TEST_F(WhileABoxIsUp, ATableMayGoWhileItsFieldsAreLoaded) {
   TheSettings().delayed_resolve = 1;
@@ -241,17 +220,6 @@ TEST_F(WhileABoxIsUp, AControlMayLoadAnewOrGoWithItsForm) {
       TheFlatState() = DbFlatState{};
     }
   }
-}
-
-// What ended while a box was up is given back afterwards.
-TEST_F(WhileABoxIsUp, MemoryComesBackWithTheNextDictionary) {
-  Begin();
-  SpoilTypes();
-  Run([] { return ::DbSetFieldData(kPeople, 4, "1"); },
-      [&] {
-        for (int i = 0; i < 20; ++i) Begin();
-      });
-  EXPECT_EQ(::DbTerminate(), 0);
 }
 
 }  // namespace

@@ -71,20 +71,6 @@ TEST_F(Registry, ControlsOfOneNameAreAskedInTurn) {
   EXPECT_EQ(resolve(), nullptr) << "one without a dictionary ends the search";
 }
 
-TEST_F(Registry, FieldTypesComeFromTheDictionary) {
-  const auto btr = Start("Db", formA);
-  const struct {
-    const char *source, *table, *field;
-    int32_t type;
-  } cases[] = {{"Db", "People", "Code", kInteger}, {"Db", "People", "Born", kDate},
-               {"Db", "Notes", "Text", kNote},     {"Db", "People", "code", -1},
-               {"Db", "Nothing", "Code", -1},      {"No", "People", "Code", -1}};
-  for (const auto& row : cases) {
-    EXPECT_EQ(TheRegistry().GetFieldType(&formA, row.source, row.table, row.field), row.type)
-        << row.source << "." << row.table << "." << row.field;
-  }
-}
-
 TEST_F(Registry, TheUnluckyOrderIsMadeGoodByTheStart) {
   PlayedEdit edit({"edt", &formA, "People", "Name"});
   PlayedList list(kTypeListBox, {"lst", &formA}, "Db");
@@ -137,23 +123,6 @@ TEST_F(Registry, WhoLeavesDuringANoticeIsPassedOver) {
   };
   TheRegistry().NotifyPositionChanged(nullptr, "Db", "People", 0);
   EXPECT_EQ(late->log, "") << "who joins waits for the next notice";
-}
-
-TEST_F(Registry, AFormMayGoWhileItsListsFill) {
-  const auto gone = std::make_unique<PlayedList>(kTypeListBox, Names{"one", &formA}, "Db");
-  auto second = std::make_unique<PlayedList>(kTypeListBox, Names{"two", &formA}, "Db");
-  PlayedBtr btr("Db", &formA, company->Directory());
-  gone->onReload = [&] {
-    second.reset();
-    btr.WindowGoes();
-  };
-  btr.DbControlStart();
-  EXPECT_EQ(gone->reloads, 1);
-  EXPECT_EQ(btr.GetDictionary(), nullptr);
-  EXPECT_EQ(TheRegistry().ResolveTable(&formA, "Db", "People"), nullptr);
-  gone->onReload = nullptr;
-  btr.DbControlStart();
-  EXPECT_NE(btr.GetDictionary(), nullptr) << "shown again, it starts again";
 }
 
 TEST_F(Registry, AControlMadeAnewTakesItsEntryOver) {
@@ -244,16 +213,6 @@ TEST_F(Registry, WithoutMemoryAControlStaysOut) {
     EXPECT_TRUE(messages.Take().starts_with("VE001 メモリ不足  qrnutil "));
   }
   EXPECT_EQ(TheRegistry().UnregisterFieldControl(control), -1);
-}
-
-TEST_F(Registry, DirectoriesAreLookedForWithoutCase) {
-  const auto btr = Start("Db", formA);
-  std::string upper = company->Directory();
-  for (char& letter : upper) letter = static_cast<char>(std::toupper(letter));
-  DataControl* found = nullptr;
-  EXPECT_EQ(TheRegistry().FindDataControlForDir(found, upper), 0);
-  EXPECT_EQ(found, btr.get());
-  EXPECT_EQ(TheRegistry().FindDataControlForDir(found, upper + "x"), -1);
 }
 
 TEST_F(Registry, TablesOpenOnDemandFromTheirControl) {

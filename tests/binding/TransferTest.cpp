@@ -202,16 +202,6 @@ TEST_F(Transfer, TheFlatInterfaceAttachesByNameAndForm) {
   EXPECT_EQ(::DbAttachControl("Db", ""), -11) << "no name is not an empty one";
 }
 
-TEST_F(Transfer, TheFlatInterfaceAttachesByWindow) {
-  TextWindow panel{"", &form};
-  EXPECT_EQ(::DbAttachControlByHwnd("dB", &otherForm), -11);
-  EXPECT_EQ(::DbAttachControlByHwnd("dB", nullptr), -11);
-  EXPECT_EQ(::DbAttachControlByHwnd("Db2", &form), -11);
-  EXPECT_EQ(::DbAttachControlByHwnd("dB", &panel), 0);
-  EXPECT_EQ(TheFlatState().FormWindow, nullptr) << "only the other attach sets it";
-  EXPECT_EQ(::DbAttachControlByHwnd("dB", &form), 0);
-}
-
 TEST_F(Transfer, FlatTransfersTakeTheAttachedForm) {
   EXPECT_EQ(::DbTransferToControl(kPeople), -12);
   ASSERT_EQ(::DbAttachControlByHwnd("Db", &form), 0);

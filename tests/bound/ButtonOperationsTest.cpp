@@ -29,11 +29,6 @@ struct Button : ::testing::Test {
     return form_.texts["Code"] + (status != 0 ? "#" + std::to_string(status) : "");
   }
 
-  std::string Step(int32_t operation) {
-    const Status status = DbButtonStep(office_.engine, operation, button_);
-    return form_.texts["Code"] + (status != 0 ? "#" + std::to_string(status) : "");
-  }
-
   Office office_;
   PlayedForm form_;
   PlayedButton button_{office_, form_, "People"};
@@ -72,14 +67,6 @@ TEST_F(Button, FindsByWhatTheScreenHolds) {
   }
 }
 
-TEST_F(Button, ShowsEveryFieldInTheDictionarysOrder) {
-  InsertFour();
-  form_.texts = {{"Code", "1003"}};
-  form_.written.clear();
-  EXPECT_EQ(Read(BtrOpGetEqual), "1003");
-  EXPECT_EQ(form_.written, "Code=1003 Name=安部 Town=大阪 Pay=1.50 ");
-}
-
 TEST_F(Button, GoesOnWithoutLookingAtTheScreen) {
   InsertFour();
   form_.texts = {{"Code", ""}};
@@ -89,25 +76,6 @@ TEST_F(Button, GoesOnWithoutLookingAtTheScreen) {
   EXPECT_EQ(form_.texts["Name"], "安部");
   EXPECT_EQ(Read(BtrOpGetPrevious), "1001");
   EXPECT_EQ(Read(BtrOpGetPrevious), "1001#9") << "the screen stays";
-}
-
-TEST_F(Button, WalksTheWholeOfAKeyInItsOrder) {
-  InsertFour();
-  form_.texts = {{"Code", ""}};
-  button_.index = kByName;
-  std::string walk = Read(BtrOpGetFirst);
-  for (int i = 0; i < 4; ++i) walk += " " + Read(BtrOpGetNext);
-  EXPECT_EQ(walk, "1004 1003 1002 1001 1001#9");
-}
-
-TEST_F(Button, StepsThroughTheFileWithoutAskingSetData) {
-  InsertFour();
-  form_.texts = {{"Code", "typed"}};
-  button_.setData = [] { return true; };
-  std::string walk = Step(BtrOpStepFirst);
-  for (int i = 0; i < 4; ++i) walk += " " + Step(BtrOpStepNext);
-  EXPECT_EQ(walk, "1003 1001 1004 1002 1002#9");
-  EXPECT_EQ(Step(BtrOpStepPrevious) + " " + Step(BtrOpStepLast), "1004 1002");
 }
 
 TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
@@ -148,18 +116,6 @@ TEST_F(Button, NoCurrencyChangeSendsNoKeyNumber) {
   EXPECT_EQ(log.Take(), "2/2:41 2/255:41 3/255:41 ");
 }
 
-TEST_F(Button, NoCurrencyChangeStaysWhereItWasOnTheKey) {
-  InsertFour();
-  form_.texts = {{"Code", ""}};
-  EXPECT_EQ(Read(BtrOpGetFirst), "1001");
-  form_.texts = {{"Code", "2000"}};
-  EXPECT_EQ(DbButtonInsert(office_.engine, button_, true), 0);
-  EXPECT_EQ(Read(BtrOpGetNext), "1002");
-  form_.texts = {{"Code", "1500"}};
-  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
-  EXPECT_EQ(Read(BtrOpGetNext), "2000");
-}
-
 TEST_F(Button, InsertEmptiesWhatHasNoControlAndUpdateKeepsIt) {
   EXPECT_EQ(Insert("7", "名前", "東京", "9.25"), 0);
   form_.texts = {{"Code", "7"}, {"Town", "京都"}};
@@ -174,16 +130,6 @@ TEST_F(Button, InsertEmptiesWhatHasNoControlAndUpdateKeepsIt) {
   form_.written.clear();
   EXPECT_EQ(Read(BtrOpGetEqual), "8");
   EXPECT_EQ(form_.written, "Code=8 Name= Town= Pay=0.00 ");
-}
-
-TEST_F(Button, PassesOnWhatTheRecordManagerRefuses) {
-  InsertFour();
-  EXPECT_EQ(Insert("1002", "二度目", "東京"), 5);
-  EXPECT_EQ(office_.Field("People", "Name"), "二度目") << "the buffer keeps what the screen gave";
-  form_.texts = {{"Code", "1002"}};
-  EXPECT_EQ(Read(BtrOpGetEqual), "1002");
-  form_.texts = {{"Code", "1099"}};
-  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 10) << "not modifiable";
 }
 
 TEST_F(Button, DeletesTheCurrentRecord) {
@@ -210,34 +156,6 @@ TEST_F(Button, ARefusalReachesNoRecordManager) {
   EXPECT_EQ(DbButtonDelete(office_.engine, button_), -2);
   EXPECT_EQ(asked, 4);
   EXPECT_EQ(log.Take(), "");
-}
-
-TEST_F(Button, AHandlerFillsInFieldsJustBefore) {
-  form_.texts = {{"Code", "1"}, {"Name", "画面"}};
-  button_.setData = [&] {
-    EXPECT_EQ(office_.Field("People", "Name"), "画面") << "the screen is in the buffer already";
-    EXPECT_EQ(DbWriteFieldByName(office_.engine, *button_.Table(), "Pay", "3.75"), 0);
-    return false;
-  };
-  EXPECT_EQ(DbButtonInsert(office_.engine, button_, false), 0);
-  EXPECT_EQ(office_.Field("People", "Pay"), "3.75");
-  button_.setData = nullptr;
-  form_.written.clear();
-  EXPECT_EQ(Read(BtrOpGetFirst), "1");
-  EXPECT_EQ(form_.written, "Code=1 Name=画面 Town= Pay=3.75 ");
-}
-
-TEST_F(Button, AHandlerReadsAnotherRecordInTheSameBuffer) {
-  InsertFour();
-  form_.texts = {{"Code", "1001"}};
-  EXPECT_EQ(Read(BtrOpGetEqual), "1001");
-  button_.setData = [&] {
-    EXPECT_EQ(DbRecordCall(office_.engine, *button_.Table(), BtrOpGetLast, 0), 0);
-    return false;
-  };
-  EXPECT_EQ(DbButtonDelete(office_.engine, button_), 0) << "what is current now goes";
-  button_.setData = nullptr;
-  EXPECT_EQ(Read(BtrOpGetLast), "1003");
 }
 
 TEST_F(Button, AHandlerThatClosesTheTableEndsTheOperation) {
@@ -273,16 +191,6 @@ TEST_F(Button, WithoutThatKeyThereIsNoCall) {
   EXPECT_EQ(log.Take(), "");
   const std::string one = "VE804 インデックスの指定が不正です。; ";
   EXPECT_EQ(messages.Take(), one + one + one + one);
-}
-
-TEST_F(Button, ATableWithoutKeysIsSteppedThrough) {
-  PlayedButton heap(office_, form_, "Heap");
-  form_.texts = {{"Word", "one"}};
-  heap.index = -1;
-  EXPECT_EQ(DbButtonInsert(office_.engine, heap, false), 0);
-  form_.texts = {{"Word", ""}};
-  EXPECT_EQ(DbButtonStep(office_.engine, BtrOpStepFirst, heap), 0);
-  EXPECT_EQ(form_.texts["Word"], "one");
 }
 
 TEST_F(Button, NullIndicatorsAreWalkedPast) {

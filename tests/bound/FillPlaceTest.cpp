@@ -42,32 +42,6 @@ struct FillPlace : ::testing::TestWithParam<FillFunction> {
   PlayedList list_{office_, "Papers"};
 };
 
-TEST_P(FillPlace, TheCurrentRecordIsWholeAgain) {
-  InsertPaper("1", "", "AAAAAAAAAA");
-  InsertPaper("2", "second", std::string(3000, 'B'));
-  InsertPaper("3", "", "CCCCCCCCCC");
-  for (const char* no : {"3", "1", "2"}) {
-    ASSERT_EQ(GoTo(no), 0);
-    const std::string head = office_.Field("Papers", "Head");
-    const std::string body = office_.Field("Papers", "Body");
-    Fill();
-    EXPECT_EQ(list_.rows, "1;2;3;");
-    EXPECT_EQ(office_.Field("Papers", "No"), no);
-    EXPECT_EQ(office_.Field("Papers", "Head"), head);
-    EXPECT_EQ(office_.Field("Papers", "Body"), body);
-  }
-}
-
-TEST_P(FillPlace, AnUpdateBehindItStoresWhatWasThere) {
-  for (const char* no : {"1", "2", "3"}) InsertPaper(no, "head", std::string(10, no[0]));
-  ASSERT_EQ(GoTo("3"), 0);
-  Fill();
-  form_.texts = {{"No", "3"}, {"Head", "another"}};
-  EXPECT_EQ(DbButtonUpdate(office_.engine, papers_, false), 0);
-  ASSERT_EQ(GoTo("3"), 0);
-  EXPECT_EQ(form_.texts["Head"] + "|" + form_.texts["Body"], "another|3333333333");
-}
-
 TEST_P(FillPlace, ARecordThatOnlyAPlainReadHasCutComesBackWhole) {
   InsertPaper("1", "short", "body");
   InsertPaper("2", std::string(100, 'h'), std::string(60000, 'b'));

@@ -130,18 +130,5 @@ TEST_F(Fill, AHandlerThatClosesTheTableEndsTheFill) {
   EXPECT_EQ(list_.rows, "1;");
 }
 
-TEST_F(Fill, RecordsBeyondTheBufferAreReadWhole) {
-  PlayedButton papers(office_, form_, "Papers");
-  for (const char* no : {"1", "2", "3"}) {
-    form_.texts = {{"No", no}, {"Head", "頭"}, {"Body", std::string(*no == '2' ? 60000 : 10, 'b')}};
-    EXPECT_EQ(DbButtonInsert(office_.engine, papers, false), 0);
-  }
-  PlayedList list(office_, "Papers");
-  EXPECT_EQ(DbFillList(office_.engine, list, "Head", 0), 0);
-  EXPECT_EQ(list.rows, "頭;頭;頭;");
-  EXPECT_EQ(DbFillList(office_.engine, list, "No", 0), 0);
-  EXPECT_EQ(list.rows, "1;2;3;");
-}
-
 }  // namespace
 }  // namespace qrn::test

@@ -41,19 +41,6 @@ TEST_F(TwoForms, ALockElsewhereRefusesLocksAndWritesButNoPlainRead) {
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0);
 }
 
-TEST_F(TwoForms, WhatOneChangesTheOtherSeesAfterReadingAgain) {
-  EXPECT_EQ(Read("1"), 0);
-  ASSERT_EQ(other_.Reads(1), 0);
-  ASSERT_EQ(other_.Updates(OtherStation::kName, 'y'), 0);
-  EXPECT_EQ(form_.texts["Name"], "x");
-  form_.texts["Name"] = "mine";
-  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 80) << "changed since it was read";
-  EXPECT_EQ(Read("1"), 0);
-  EXPECT_EQ(form_.texts["Name"], "y");
-  form_.texts["Name"] = "mine";
-  EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0);
-}
-
 TEST_F(TwoForms, AFormsLockKeepsTheOtherFromWriting) {
   button_.locks = kLockMultiNoWait;
   EXPECT_EQ(Read("2"), 0);

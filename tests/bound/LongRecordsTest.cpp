@@ -31,17 +31,6 @@ struct LongRecords : ::testing::Test {
   PlayedButton notes_{office_, form_, "Notes"};
 };
 
-TEST_F(LongRecords, BlobsComeBackAsTheyWereTyped) {
-  EXPECT_EQ(InsertPaper("1", "題名", "本文"), 0);
-  EXPECT_EQ(InsertPaper("2", "", "only a body"), 0);
-  EXPECT_EQ(InsertPaper("3", std::string(300, 'h'), std::string(4000, 'b')), 0);
-  EXPECT_EQ(InsertPaper("4", "", ""), 0);
-  EXPECT_EQ(Paper("1"), "題名|本文");
-  EXPECT_EQ(Paper("2"), "|only a body");
-  EXPECT_EQ(Paper("3"), "300|4000");
-  EXPECT_EQ(Paper("4"), "|");
-}
-
 TEST_F(LongRecords, UpdatesLengthenAndShortenBlobs) {
   EXPECT_EQ(InsertPaper("1", "head", "body"), 0);
   const std::pair<const char*, const char*> texts[] = {
@@ -84,16 +73,6 @@ TEST_F(LongRecords, NotesKeepTheirLengthThroughUpdates) {
   EXPECT_EQ(status, 9);
   EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetLast, notes_), 0);
   EXPECT_EQ(form_.texts["Text"], "replaced 3");
-}
-
-TEST_F(LongRecords, EveryReadIsFollowedByOneByPosition) {
-  EXPECT_EQ(InsertPaper("1", "head", "body"), 0);
-  papers_.locks = kLockMultiNoWait;
-  CallLog log;
-  EXPECT_EQ(Paper("1"), "head|body");
-  EXPECT_EQ(log.Take(), "405/0:64512 422/0:4 423/0:64512 ");
-  EXPECT_EQ(Paper("9"), "#4");
-  EXPECT_EQ(log.Take(), "405/0:64512 ");
 }
 
 TEST_F(LongRecords, AStepTellsThatTheRecordIsCut) {

@@ -237,29 +237,6 @@ TEST_F(List, FindsTheNextRowByItsLetter) {
   EXPECT_EQ(NextWithLetter({}, 0, 'a'), 0u);
 }
 
-TEST_F(List, KnowsWhatAPropertyIsBoundTo) {
-  struct Case {
-    const char* property;
-    Offer offer;
-  } const cases[] = {
-      {"DbSource", Offer::Source},
-      {"DbListSource", Offer::Source},
-      {"DbTable", Offer::Table},
-      {"DbListTable", Offer::Table},
-      {"DbField", Offer::Field},
-      {"DbListField", Offer::Fields},
-      {"DbListFields", Offer::Fields},
-      {"DbIndex", Offer::Key},
-      {"DbListIndex", Offer::Key},
-      {"TabIndex", Offer::None},
-      {"DataField", Offer::None},
-      {"DbMaxRecords", Offer::None},
-      {"D", Offer::None},
-      {"", Offer::None},
-  };
-  for (const Case& row : cases) EXPECT_EQ(OfferOf(row.property), row.offer) << row.property;
-}
-
 TEST_F(List, BringsWhatGoesWithAProperty) {
   Select({"no"});
   EXPECT_FALSE(list_.Enter("Default", "True"));

@@ -118,28 +118,6 @@ TEST_F(Flat, TheDictionaryIsToldWithoutOpening) {
   EXPECT_EQ(api_->DbGetFieldData(-1, 0), nullptr);
 }
 
-TEST_F(Flat, ClosedTablesAreRefused) {
-  Start();
-  uint16_t percentage = 7;
-  int32_t count = 7;
-  for (const int16_t id : {int16_t{kPeople}, int16_t{kTableCount}}) {
-    EXPECT_EQ(api_->DbClose(id), -3);
-    EXPECT_EQ(api_->DbAccess(BtrOpGetFirst, id, 0), -3);
-    EXPECT_EQ(api_->DbSetFieldData(id, 0, "x"), -3);
-    EXPECT_EQ(api_->DbClearFieldBuffer(id), -3);
-    EXPECT_EQ(api_->DbGetPosition(id), -3);
-    EXPECT_EQ(api_->DbGetDirect(id, 1, 0), -3);
-    EXPECT_EQ(api_->DbGetByPercentage(id, 0, 1), -3);
-    EXPECT_EQ(api_->DbFindPercentage(id, 0, 1, &percentage), -3);
-    EXPECT_EQ(api_->DbUnlock(id, 0), -3);
-    EXPECT_EQ(api_->DbGetNumOfRecords(id, &count), -3);
-    EXPECT_EQ(api_->DbGetDataType(id, 0), -3);
-  }
-  EXPECT_EQ(api_->DbAccess(BtrOpGetFirst, kTableCount + 1, 0), -15);
-  EXPECT_EQ(api_->DbGetPosition(-1), -15);
-  EXPECT_EQ(percentage + count, 14);
-}
-
 TEST_F(Flat, TablesOpenAndCloseOnce) {
   StartWith(kPeople);
   EXPECT_EQ(api_->DbOpen(kPeople), -2);
@@ -170,34 +148,6 @@ TEST_F(Flat, RecordsComeBackInTheOrderOfEachKey) {
   EXPECT_EQ(Walk(kByPlace), "1003 1004 1001 1002 status=9");
   EXPECT_EQ(Walk(kByName), "1004 1003 1002 1001 status=9");
   EXPECT_EQ(Walk(-1), "status=6") << "no key to go along";
-}
-
-TEST_F(Flat, ReadsTakeTheirKeyFromTheBuffer) {
-  StartWith(kPeople);
-  InsertFour();
-  api_->DbSetFieldData(kPeople, 0, "1002");
-  EXPECT_EQ(api_->DbAccess(BtrOpGetEqual, kPeople, kByCode), 0);
-  EXPECT_EQ(Person(), "1002|安部|東京|2024/01/31|12.50");
-  api_->DbSetFieldData(kPeople, 0, "1003");
-  EXPECT_EQ(api_->DbAccess(BtrOpGetEqual, kPeople, kByPlace), 4) << "another town";
-  EXPECT_EQ(api_->DbAccess(BtrOpGetGreater, kPeople, kByCode), 0);
-  EXPECT_EQ(Field(kPeople, 0), "1004");
-}
-
-TEST_F(Flat, UpdatesAndDeletesWorkOnTheCurrentRecord) {
-  StartWith(kPeople);
-  InsertFour();
-  EXPECT_EQ(api_->DbAccess(BtrOpGetFirst, kPeople, kByCode), 0);
-  api_->DbSetFieldData(kPeople, 1, Bytes("改名").c_str());
-  api_->DbSetFieldData(kPeople, 4, "-0.75");
-  EXPECT_EQ(api_->DbAccess(BtrOpUpdate, kPeople, -1), 0);
-  api_->DbClearFieldBuffer(kPeople);
-  EXPECT_EQ(api_->DbAccess(BtrOpGetFirst, kPeople, kByCode), 0);
-  EXPECT_EQ(Person(), "1001|改名|東京|2024/01/31|-0.75");
-  api_->DbSetFieldData(kPeople, 0, "9");
-  EXPECT_EQ(api_->DbAccess(BtrOpUpdate, kPeople, kByCode), 10) << "the code is not modifiable";
-  EXPECT_EQ(api_->DbAccess(BtrOpDelete, kPeople, -1), 0);
-  EXPECT_EQ(Walk(kByCode), "1002 1003 1004 status=9");
 }
 
 TEST_F(Flat, PositionsAndPercentagesFindTheirRecord) {
@@ -244,17 +194,6 @@ TEST_F(Flat, TransactionsEndOrAreTakenBack) {
   EXPECT_EQ(api_->DbAbortTransaction(), 39);
 }
 
-TEST_F(Flat, LocksAreLetGoByTheirType) {
-  StartWith(kPeople);
-  InsertFour();
-  constexpr int16_t kMultipleNoWait = 400;
-  EXPECT_EQ(api_->DbAccess(BtrOpGetFirst + kMultipleNoWait, kPeople, kByCode), 0);
-  EXPECT_EQ(api_->DbUnlock(kPeople, -1), 0);
-  EXPECT_EQ(api_->DbUnlock(kPeople, -1), 81) << "locked no more";
-  EXPECT_EQ(api_->DbAccess(BtrOpGetLast + kMultipleNoWait, kPeople, kByCode), 0);
-  EXPECT_EQ(api_->DbUnlock(kPeople, -2), 0);
-}
-
 TEST_F(Flat, RecordsOfVariableLengthKeepTheirTexts) {
   StartWith(kNotes);
   const std::string texts[] = {Bytes("短い"), "", std::string(3999, 'x')};
@@ -270,32 +209,6 @@ TEST_F(Flat, RecordsOfVariableLengthKeepTheirTexts) {
     EXPECT_EQ(Field(kNotes, 1), CodePageToUtf8(texts[i]));
   }
   EXPECT_EQ(status, 9);
-}
-
-TEST_F(Flat, NullableFieldsAreWrittenPastTheirIndicator) {
-  StartWith(kDays);
-  api_->DbClearFieldBuffer(kDays);
-  api_->DbSetFieldData(kDays, 0, "2024/02/29");
-  api_->DbSetFieldData(kDays, 1, "12:34:56");
-  api_->DbSetFieldData(kDays, 2, "word");
-  EXPECT_EQ(api_->DbAccess(BtrOpInsert, kDays, 0), 0);
-  api_->DbClearFieldBuffer(kDays);
-  EXPECT_EQ(Field(kDays, 1), "00:00:00");
-  EXPECT_EQ(api_->DbAccess(BtrOpGetFirst, kDays, 0), 0);
-  EXPECT_EQ(Field(kDays, 0), "2024/02/29");
-  EXPECT_EQ(Field(kDays, 1), "12:34:56");
-  EXPECT_EQ(Field(kDays, 2), "word");
-}
-
-TEST_F(Flat, ACreateEmptiesTheFile) {
-  StartWith(kPeople);
-  InsertFour();
-  EXPECT_EQ(api_->DbClose(kPeople), 0);
-  EXPECT_EQ(api_->DbCreate(kPeople), 0);
-  EXPECT_EQ(api_->DbOpen(kPeople), 0);
-  EXPECT_EQ(Walk(kByCode), "status=9");
-  InsertFour();
-  EXPECT_EQ(Walk(kByName), "1004 1003 1002 1001 status=9") << "keys come from the dictionary";
 }
 
 TEST_F(Flat, OpenModesReachTheRecordManager) {

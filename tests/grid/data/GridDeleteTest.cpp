@@ -13,17 +13,6 @@ struct GridDelete : GridOffice {
   }
 };
 
-TEST_F(GridDelete, MovesTheRowsBelowUpButNotTheirNumbers) {
-  EXPECT_EQ(Delete(1), "BeforeDelete AfterDelete all");
-  EXPECT_EQ(grid_.AllCells(), "|Code|Name/   1|2|もも/   2|3|さくら/   3||");
-  EXPECT_EQ(grid_.model.Rows, 4);
-  EXPECT_EQ(grid_.model.Row, 1);
-  EXPECT_EQ(grid_.model.rowSelected, 0);
-  EXPECT_EQ(Positions(), 2u);
-  EXPECT_EQ(Current(), "2") << "the record of the row that is there now";
-  EXPECT_EQ(Stored("1"), "status 4");
-}
-
 TEST_F(GridDelete, OfTheLastRowGoesOneUp) {
   EXPECT_EQ(Delete(3), "BeforeDelete AfterDelete all");
   EXPECT_EQ(grid_.model.Row, 2);
@@ -33,14 +22,6 @@ TEST_F(GridDelete, OfTheLastRowGoesOneUp) {
   EXPECT_EQ(grid_.model.Row, 0) << "no row is left";
   EXPECT_EQ(grid_.AllCells(), "|Code|Name/   1||/   2||/   3||");
   EXPECT_EQ(Delete(1), "");
-}
-
-TEST_F(GridDelete, MapsLaterEditsOntoTheirRecords) {
-  Delete(1);
-  grid_.model.AllowUpdate = -1;
-  TypeAndLeave(2, 2, "x");
-  EXPECT_EQ(Stored("3"), "x,Nara");
-  EXPECT_EQ(Stored("2"), "もも,Nara");
 }
 
 TEST_F(GridDelete, NeedsLeaveSelectionAndARecord) {

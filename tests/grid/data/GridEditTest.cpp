@@ -58,13 +58,6 @@ TEST_F(GridEdit, OfAnEmptyCellIsComparedWithTheCellBefore) {
   EXPECT_EQ(Events(grid_.TakeLog()), "BeforeColUpdate() AfterColUpdate");
 }
 
-TEST_F(GridEdit, CancelledInTheCellLeavesItAsItWas) {
-  grid_.cancel = "BeforeColUpdate";
-  EXPECT_EQ(TypeAndLeave(2, 2, "x"), "BeforeColUpdate(x)");
-  EXPECT_EQ(grid_.Cell(2, 2), "もも");
-  EXPECT_EQ(grid_.model.rowDirty, 0);
-}
-
 TEST_F(GridEdit, CancelledInTheRowIsTriedAgainAtTheNextLeaving) {
   grid_.cancel = "BeforeUpdate";
   EXPECT_EQ(EventsOf(2, 2, "x"), "BeforeColUpdate(x) AfterColUpdate BeforeUpdate");

@@ -3,7 +3,6 @@
 #include "GridOffice.h"
 #include "core/FillTurn.h"
 #include "core/RecordPosition.h"
-#include "extended/ExResultStore.h"
 #include "qrnbt350.h"
 
 namespace qrn::test {
@@ -12,15 +11,6 @@ namespace {
 using GridFillTest = GridOffice;
 
 constexpr char kThree[] = "|Code|Name/   1|1|うめ/   2|2|もも/   3|3|さくら";
-
-TEST_F(GridFillTest, ShowsNamesNumbersAndAllRecords) {
-  InsertThree();
-  EXPECT_EQ(Fill(), "filled");
-  EXPECT_EQ(grid_.AllCells(), kThree);
-  EXPECT_EQ(grid_.model.Rows, 4);
-  EXPECT_EQ(grid_.model.Cols, 3);
-  EXPECT_EQ(messages_.Take(), "");
-}
 
 TEST_F(GridFillTest, ReadsInTheOrderAndTheBatchesThatAreAskedFor) {
   InsertThree();
@@ -53,20 +43,6 @@ TEST_F(GridFillTest, ReadsInTheOrderAndTheBatchesThatAreAskedFor) {
     EXPECT_EQ(Fill(), "filled");
     EXPECT_EQ(grid_.Cells(0, 1, 3, 1), each.column) << each.operation << each.index << each.atOnce;
   }
-}
-
-TEST_F(GridFillTest, IsOneCallABatch) {
-  InsertMany(7);
-  grid_.model.DbMaxRecords = 3;
-  CallLog log;
-  Fill();
-  const std::string calls = log.Take();
-  size_t batches = 0;
-  for (size_t at = calls.find(" 36/0"); at != std::string::npos; at = calls.find(" 36/0", at + 1)) {
-    ++batches;
-  }
-  EXPECT_EQ(batches, 3u) << calls;
-  EXPECT_EQ(grid_.model.Rows, 8);
 }
 
 TEST_F(GridFillTest, TakesTheLockInItsBatchesAlone) {
@@ -261,15 +237,6 @@ TEST_F(GridFillTest, FitsColumnsToTheirNamesWhereAsked) {
   EXPECT_EQ(grid_.model.ColWidthPx(1), 70) << "only with the names";
 }
 
-TEST_F(GridFillTest, RaisesColumnsEvenBeyondTheirCapacity) {
-  InsertThree();
-  grid_.names.fields = "Code,Name,Town,Pay,Code,Name,Town,Pay";
-  Fill();
-  EXPECT_EQ(grid_.model.Cols, 9);
-  EXPECT_EQ(grid_.Cells(1, 0, 1, 8), "   1|1|うめ|Nara|0.00|1|うめ|Nara|0.00");
-  EXPECT_EQ(grid_.model.ColWidthPx(8), 50);
-}
-
 TEST_F(GridFillTest, LimitsTypingToTheStoredSize) {
   InsertThree();
   grid_.names.fields = "Name,Pay,2";
@@ -293,29 +260,6 @@ TEST_F(GridFillTest, FormatsCellsByTheirColumn) {
   EXPECT_EQ(grid_.Cells(0, 1, 3, 1), "Code/<1>/<2>/<3>");
 }
 
-TEST_F(GridFillTest, LeavesTheFormsRecordCurrent) {
-  InsertThree();
-  ASSERT_EQ(GoTo("2"), 0);
-  Fill();
-  EXPECT_EQ(Current(), "2");
-  ASSERT_EQ(DbButtonRead(office_.engine, BtrOpGetNext, button_), 0);
-  EXPECT_EQ(form_.texts["Code"], "3");
-}
-
-TEST_F(GridFillTest, KeepsItsRepliesWhereAsked) {
-  InsertMany(5);
-  grid_.model.DbMaxRecords = 2;
-  grid_.model.DbResultID = -1;
-  Fill();
-  EXPECT_EQ(grid_.model.DbResultID, -1);
-  grid_.model.DbLeaveResults = -1;
-  Fill();
-  ASSERT_GE(grid_.model.DbResultID, 0);
-  const auto* result = TheExResults().Find(grid_.model.DbResultID);
-  ASSERT_NE(result, nullptr);
-  TheExResults().Clear();
-}
-
 TEST_F(GridFillTest, DoesNotNest) {
   InsertThree();
   int nested = 0;
@@ -328,19 +272,6 @@ TEST_F(GridFillTest, DoesNotNest) {
   EXPECT_EQ(nested, 3);
   EXPECT_EQ(grid_.AllCells(), kThree);
   EXPECT_FALSE(FillTurn::IsTaken());
-}
-
-TEST_F(GridFillTest, RaisesNoEventOfEditingEvenIfTheFocusGoes) {
-  InsertThree();
-  grid_.model.AllowUpdate = -1;
-  Fill();
-  grid_.Type(1, 2, "typed");
-  grid_.onFormat = [&](std::u16string&) {
-    grid_.data.CommitCell();
-    grid_.data.CommitRow(1);
-  };
-  EXPECT_EQ(Fill(), "filled");
-  EXPECT_EQ(grid_.AllCells(), kThree);
 }
 
 TEST_F(GridFillTest, SurvivesWhatAHandlerDoes) {

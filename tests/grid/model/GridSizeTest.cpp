@@ -119,24 +119,6 @@ TEST_F(Sizes, KnowTheirIndexes) {
   }
 }
 
-TEST_F(Sizes, AreMadeOnceAndPutTheCurrentCellBehindTheFixedOnes) {
-  grid_.model.FixedCols = 3;
-  grid_.model.Create();
-  const GridModel& grid = grid_.model;
-  EXPECT_EQ(grid.Row, 2);
-  EXPECT_EQ(grid.TopRow, 2);
-  EXPECT_EQ(grid.Col, 3);
-  EXPECT_EQ(grid.LeftCol, 3);
-  EXPECT_EQ(grid.fixedRowsHeight, 40);
-  EXPECT_EQ(grid.fixedColsWidth, 150);
-  grid_.Put(3, 3, "kept");
-  grid_.model.SetColWidthPx(1, 7);
-  grid_.model.Create();
-  EXPECT_EQ(grid_.Cell(3, 3), "kept");
-  EXPECT_EQ(grid.ColWidthPx(1), 7);
-  EXPECT_EQ(grid.Row, 3);
-}
-
 TEST_F(Sizes, OfFixedOnesMoveTheViewInADesignerAlone) {
   grid_.runTime = false;
   grid_.model.Create();
