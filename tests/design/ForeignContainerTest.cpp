@@ -1,9 +1,12 @@
 // Containers and callers that nobody here wrote: the system's ATL host and its script host.
 
+#include <fstream>
+
 #include "BuiltModule.h"
-#include "ScriptHost.h"
 #include "com/Handles.h"
 #include "com/Variant.h"
+#include "platform/CodePage.h"
+#include "tests/support/Company.h"
 
 namespace qrn::test {
 namespace {
@@ -77,6 +80,19 @@ TEST_F(AtlHost, ShowsEveryControlThatIsThere) {
   EXPECT_TRUE(ModuleMayUnload());
 }
 
+// Runs a script (VBScript, UTF-8) to its end; gives what it printed, lines that end in "\n".
+std::string RunInScriptHost(const std::string& text) {
+  const TempFolder folder;
+  const auto script = folder.Root() / "script.vbs";
+  const auto output = folder.Root() / "output.txt";
+  std::ofstream(script, std::ios::binary) << Utf8ToCodePage(text);
+  RunTool(L"cmd.exe /c cscript.exe //nologo " + script.wstring() + L" > " + output.wstring());
+  std::ifstream file(output, std::ios::binary);
+  std::string printed(std::istreambuf_iterator<char>(file), {});
+  std::erase(printed, '\r');
+  return CodePageToUtf8(printed);
+}
+
 TEST(ScriptHost, DrivesTheDatabaseControl) {
   const Registered registered;
   EXPECT_EQ(RunInScriptHost(R"(On Error Resume Next
@@ -109,12 +125,57 @@ WScript.Echo "too few arguments: " & (Err.Number <> 0)
 Err.Clear
 Set db = Nothing
 WScript.Echo "done"
-)")
-                .printed,
+)"),
             "made 0\nsomebody\na text for a number: True\nan unknown member: 438\n"
             "open without a dictionary: -20 0\nthe same in an argument: -20 0\n"
             "into elements: -1 0 2\na failure's out argument: 77 -20\na null text: 0 0\n"
             "too few arguments: True\ndone\n");
+}
+
+TEST(ScriptHost, TakesAnswersInVariablesOfAnyContent) {
+  const Registered registered;
+  const Company company;
+  EXPECT_EQ(
+      RunInScriptHost("Set db = CreateObject(\"QRNBtr.QRNBtr.1\")\ndb.DDFDir = \"" +
+                      company.Directory() + "\"\n" + R"(Sub Say(what)
+  WScript.Echo what
+End Sub
+db.DbOpenAll
+Dim none, list(2), elements(1)
+Sub Try(what, value)
+  one = value : two = value
+  db.GetUseCount one
+  db.DbIsOpen "People", two
+  Say what & ": " & TypeName(one) & ", " & TypeName(two) & " " & two
+End Sub
+Try "empty", none
+Try "null", Null
+Try "text", "abc"
+Try "large", 100000
+Try "real", 1.5
+Set one = db : Set two = db
+db.GetUseCount one
+db.DbIsOpen "People", two
+Say "object: " & TypeName(two) & " " & two & " " & one.DbIsOpen("People")
+db.DbIsOpen "Nobody", elements(1)
+Say "element: " & TypeName(elements(0)) & " " & elements(1)
+On Error Resume Next
+db.DbIsOpen "People", list
+Say "array: " & Err.Number & " " & TypeName(list)
+Err.Clear
+db.DbIsOpen list, one
+Say "array for a text: " & (Err.Number <> 0)
+Err.Clear
+db.DbIsOpen Null, one
+Say "null for a text: " & (Err.Number <> 0)
+Err.Clear
+db.DbIsOpen none, two
+Say "empty for a text: " & two & " " & Err.Number
+)"),
+      "empty: Empty, Integer 1\nnull: Null, Integer 1\ntext: String, Integer 1\n"
+      "large: Long, Integer 1\nreal: Double, Integer 1\nobject: Integer 1 1\n"
+      "element: Empty -4\narray: 13 Variant()\narray for a text: True\nnull for a text: True\n"
+      "empty for a text: -4 0\n");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 namespace qrn::test {
 namespace {
 
-constexpr int kLives = 200;
+constexpr int kLives = 60;
 
 struct Lives : ::testing::TestWithParam<const ControlTable*> {
   // On the form at design time: placed, drawn, stored, read again, closed.

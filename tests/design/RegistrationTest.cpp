@@ -2,7 +2,6 @@
 
 #include "ModuleCopy.h"
 #include "RegistryDump.h"
-#include "SystemRegistrar.h"
 #include "ole/Registrar.h"
 
 namespace qrn::test {
@@ -12,12 +11,6 @@ constexpr wchar_t kClasses[] = L"Software\\Classes";
 
 std::wstring Wide(const std::string& ascii) { return std::wstring(ascii.begin(), ascii.end()); }
 std::wstring ClassKey(const Guid& id) { return L"CLSID\\" + Wide(GuidText(id)); }
-
-Key MachineClasses() {
-  Key key;
-  RegOpenKeyExW(HKEY_LOCAL_MACHINE, kClasses, 0, KEY_READ | KEY_WRITE, key.put());
-  return key;
-}
 
 // The text of the default value of a key of classes, or "(none)".
 std::wstring Value(HKEY root, const std::wstring& path, const wchar_t* name = nullptr) {
@@ -192,57 +185,6 @@ TEST(Registration, ForTheMachineTakesTheUsersPlace) {
   }
   EXPECT_EQ(UnregisterModule(), S_OK);
   EXPECT_EQ(Difference(before, DumpClasses()), "");
-}
-
-std::vector<uint16_t> ScriptIds() {
-  std::vector<uint16_t> ids;
-  const auto each = [](HMODULE, LPCWSTR, LPWSTR id, LONG_PTR to) -> BOOL {
-    reinterpret_cast<std::vector<uint16_t>*>(to)->push_back(
-        static_cast<uint16_t>(reinterpret_cast<ULONG_PTR>(id)));
-    return TRUE;
-  };
-  EnumResourceNamesW(Module(), L"REGISTRY", each, reinterpret_cast<LONG_PTR>(&ids));
-  return ids;
-}
-
-std::vector<RegistryKey> ReadScript(uint16_t id) {
-  const HRSRC found = FindResourceW(Module(), MAKEINTRESOURCEW(id), L"REGISTRY");
-  const auto* bytes = static_cast<const char*>(LockResource(LoadResource(Module(), found)));
-  const int size = static_cast<int>(SizeofResource(Module(), found));
-  std::u16string text(static_cast<size_t>(size), u'\0');
-  text.resize(static_cast<size_t>(MultiByteToWideChar(
-      932, MB_ERR_INVALID_CHARS, bytes, size, reinterpret_cast<wchar_t*>(text.data()), size)));
-  const std::wstring path = ModuleFile();
-  ScriptError error;
-  const auto keys =
-      ReadRegistryScript(text, {{u"MODULE", std::u16string(path.begin(), path.end())}}, error);
-  EXPECT_TRUE(keys) << id << ": line " << error.line << ": " << error.what;
-  return keys.value_or(std::vector<RegistryKey>());
-}
-
-TEST(Registration, TheSystemReadsOurScriptsAsWeDo) {
-  Com<SystemRegistrar> system;
-  ASSERT_EQ(CoCreateInstance(AsGuid(kSystemRegistrar), nullptr, CLSCTX_INPROC_SERVER,
-                             AsGuid(kSystemRegistrarId), system.putVoid()),
-            S_OK);
-  ASSERT_EQ(system->AddReplacement(L"MODULE", ModuleFile().c_str()), S_OK);
-  const Key classes = MachineClasses();
-  const Registrar ours(classes.get());
-  const auto ids = ScriptIds();
-  EXPECT_EQ(ids.size(), std::size(kControls) + std::size(kPages) + 2);
-  for (uint16_t id : ids) {
-    SCOPED_TRACE(id);
-    const auto script = ReadScript(id);
-    const RegistryDump before = DumpOf(classes.get(), script);
-    EXPECT_EQ(ours.Add(script), ERROR_SUCCESS);
-    const RegistryDump byUs = DumpOf(classes.get(), script);
-    EXPECT_EQ(ours.Remove(script), ERROR_SUCCESS);
-    EXPECT_EQ(Difference(before, DumpOf(classes.get(), script)), "");
-    EXPECT_EQ(system->ResourceRegister(ModuleFile().c_str(), id, L"REGISTRY"), S_OK);
-    EXPECT_EQ(Difference(byUs, DumpOf(classes.get(), script)), "");
-    EXPECT_EQ(ours.Remove(script), ERROR_SUCCESS);
-    EXPECT_EQ(Difference(before, DumpOf(classes.get(), script)), "");
-  }
 }
 
 TEST(Registration, RemovalLeavesWhatOthersPutThere) {

@@ -22,14 +22,13 @@ void AddValues(HKEY key, const std::wstring& path, RegistryDump& dump) {
     wchar_t name[1024] = {};
     DWORD nameSize = 1024;
     DWORD type = 0;
-    std::vector<uint8_t> bytes(65536);
-    DWORD size = static_cast<DWORD>(bytes.size());
-    if (RegEnumValueW(key, i, name, &nameSize, nullptr, &type, bytes.data(), &size) !=
+    static std::vector<uint8_t> room(65536);
+    DWORD size = static_cast<DWORD>(room.size());
+    if (RegEnumValueW(key, i, name, &nameSize, nullptr, &type, room.data(), &size) !=
         ERROR_SUCCESS) {
       return;
     }
-    bytes.resize(size);
-    dump[path + L"\\" + name] = Data(type, bytes);
+    dump[path + L"\\" + name] = Data(type, {room.begin(), room.begin() + size});
   }
 }
 
@@ -69,23 +68,6 @@ RegistryDump DumpClasses() {
   AddKey(HKEY_LOCAL_MACHINE, L"Software\\Classes", L"machine", dump);
   AddKey(HKEY_CURRENT_USER, L"Software\\Classes", L"user", dump);
   dump.erase(L"user");  // the user's place itself: empty or not there is all one
-  return dump;
-}
-
-RegistryDump DumpOf(HKEY classes, const std::vector<ole::RegistryKey>& script) {
-  RegistryDump dump;
-  const auto wide = [](const std::u16string& name) {
-    return std::wstring(name.begin(), name.end());
-  };
-  for (const ole::RegistryKey& root : script) {
-    for (const ole::RegistryKey& key : root.keys) {
-      if (key.rule != ole::KeyRule::NoRemove) AddKey(classes, wide(key.name), wide(key.name), dump);
-      for (const ole::RegistryKey& below : key.keys) {
-        const std::wstring path = wide(key.name) + L"\\" + wide(below.name);
-        if (key.rule == ole::KeyRule::NoRemove) AddKey(classes, path, path, dump);
-      }
-    }
-  }
   return dump;
 }
 

@@ -6,8 +6,6 @@
 #include <map>
 #include <string>
 
-#include "ole/tables/RegistryScript.h"
-
 namespace qrn::test {
 
 // Values of a key and of all below it: "path\name" (the default value's name is empty) to the
@@ -18,9 +16,6 @@ RegistryDump Dump(HKEY root, const std::wstring& path);
 
 // The classes of the machine and of the user.
 RegistryDump DumpClasses();
-
-// What stands below the keys that a script makes in `classes`.
-RegistryDump DumpOf(HKEY classes, const std::vector<ole::RegistryKey>& script);
 
 // The lines of `now` that `before` has not or has otherwise, and those that went, one a line.
 std::string Difference(const RegistryDump& before, const RegistryDump& now);

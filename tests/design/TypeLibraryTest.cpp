@@ -69,31 +69,6 @@ TEST_F(TypeLibrary, SaysWhatTheTablesSay) {
   }
 }
 
-TEST_F(TypeLibrary, ClassesHaveOneInterfaceAndOneSetOfEvents) {
-  for (const ControlTable* table : kControls) {
-    const auto type = Type(table->classId);
-    ASSERT_TRUE(type);
-    EXPECT_EQ(Name(*type), table->coclassName);
-    TYPEATTR* attributes = nullptr;
-    ASSERT_EQ(type->GetTypeAttr(&attributes), S_OK);
-    EXPECT_EQ(attributes->typekind, TKIND_COCLASS);
-    EXPECT_TRUE(attributes->wTypeFlags & TYPEFLAG_FCONTROL);
-    EXPECT_EQ(attributes->cImplTypes, 2);
-    type->ReleaseTypeAttr(attributes);
-    std::string implemented;
-    for (UINT i = 0; i < 2; ++i) {
-      HREFTYPE reference = 0;
-      int flags = 0;
-      Com<ITypeInfo> part;
-      type->GetRefTypeOfImplType(i, &reference);
-      type->GetImplTypeFlags(i, &flags);
-      type->GetRefTypeInfo(reference, part.put());
-      implemented += Name(*part) + ":" + std::to_string(flags) + " ";
-    }
-    EXPECT_EQ(implemented, std::string(table->interfaceName) + ":1 " + table->eventsName + ":3 ");
-  }
-}
-
 // What people see, written down here a second time.
 TEST_F(TypeLibrary, IsWhatApplicationsWereWrittenAgainst) {
   EXPECT_EQ(Name(*Type(kQRNBtrTable.classId)), "QuorinDb");
