@@ -344,16 +344,6 @@ TEST_F(DatabaseControl, FailuresRaiseTheEventAndThenTheMessage) {
   EXPECT_EQ(btr->errors.substr(0, 6), "Notes:");
 }
 
-TEST_F(DatabaseControl, AFailureThatAHandlerLeavesChangedIsToldByTheOperationsStatus) {
-  auto btr = Make();
-  btr->AllOpen = 0;
-  btr->DbControlStart();
-  btr->DbSetFileName("Notes", "absent.btr");
-  btr->onError = [](Status& status) { status = 5; };
-  EXPECT_EQ(btr->DbOpen("Notes"), 12);
-  EXPECT_EQ(messages.Take(), "VE803 Btrieveファイル Notes のオープンに失敗。(12)");
-}
-
 TEST_F(DatabaseControl, AHandlerMayUnloadTheFormItWasRaisedOn) {
   auto btr = Make();
   btr->AllOpen = 0;

@@ -109,19 +109,6 @@ TEST_F(FlatSettings, AFailedInitializeEmptiesTheDirectory) {
   EXPECT_STREQ(TheFlatState().DdfDir, "");
 }
 
-TEST_F(FlatSettings, TheStateStaysAcrossTheEnd) {
-  EXPECT_EQ(::DbAttachControl("Db", "Form1"), 0);
-  ::DbSetOwnerName(0, "own", -4);
-  EXPECT_EQ(::DbTerminate(), 0);
-  const DbFlatState& state = TheFlatState();
-  EXPECT_EQ(state.CurrentDictionary, nullptr);
-  EXPECT_STREQ(state.OwnerName, "own");
-  EXPECT_EQ(state.OpenMode, -4);
-  EXPECT_EQ(state.AttachedControl, &btr);
-  EXPECT_EQ(state.FormWindow, &form);
-  EXPECT_STREQ(state.AttachedName, "Db");
-}
-
 // "Whatever was built" stays, in a control as here.
 TEST_F(FlatSettings, ADictionaryThatBreaksOffStaysAsFarAsItCame) {
   FakeLexbase lexbase;

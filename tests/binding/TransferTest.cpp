@@ -91,21 +91,6 @@ TEST_F(Transfer, TheLastControlOfAFieldGivesItsText) {
   }
 }
 
-TEST_F(Transfer, AUsersMarkLeavesTheFieldAsItIs) {
-  PlayedMark check(kTypeCheck, On("chk", "Town"));
-  PlayedEdit edit(On("edt", "Name"));
-  PlayedEdit unrelated({"edt2", &form, "Notes", "Name"});
-  Put("Town", "Osaka");
-  Put("Pay", "12.50");
-  check.value = -1;
-  WriteWindowText(&edit.window, "Abe");
-  WriteWindowText(&unrelated.window, "wrong");
-  EXPECT_EQ(btr->DbTransferFromControl("People"), 0);
-  EXPECT_EQ(Field("Town"), "Osaka");
-  EXPECT_EQ(Field("Name"), "Abe");
-  EXPECT_EQ(Field("Pay"), "12.50");
-}
-
 TEST_F(Transfer, ControlsAreWrittenInTheDictionarysOrder) {
   std::string order;
   PlayedList list(kTypeComboBox, On("cmb", "Code"));

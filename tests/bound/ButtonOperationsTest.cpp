@@ -67,17 +67,6 @@ TEST_F(Button, FindsByWhatTheScreenHolds) {
   }
 }
 
-TEST_F(Button, GoesOnWithoutLookingAtTheScreen) {
-  InsertFour();
-  form_.texts = {{"Code", ""}};
-  EXPECT_EQ(Read(BtrOpGetFirst), "1001");
-  form_.texts = {{"Code", "1004"}, {"Name", "typed over"}};
-  EXPECT_EQ(Read(BtrOpGetNext), "1002");
-  EXPECT_EQ(form_.texts["Name"], "安部");
-  EXPECT_EQ(Read(BtrOpGetPrevious), "1001");
-  EXPECT_EQ(Read(BtrOpGetPrevious), "1001#9") << "the screen stays";
-}
-
 TEST_F(Button, SendsTheOperationItsLockAndItsLength) {
   InsertFour();
   CallLog log;

@@ -98,16 +98,6 @@ TEST_F(Fill, AHandlerRewritesBlanksAndEndsRows) {
   }
 }
 
-TEST_F(Fill, AnOldCallOfAHandlerIsForgotten) {
-  InsertThree();
-  list_.onFormat = [](std::u16string&) { return ::DbSetFormattedString("old") == 0; };
-  EXPECT_EQ(Run("Name"), 0);
-  list_.onFormat = nullptr;
-  ::DbSetFormattedString("after the fill");
-  EXPECT_EQ(Run("Name"), 0);
-  EXPECT_EQ(list_.rows, "うめ;さくら;");
-}
-
 TEST_F(Fill, ARowComesBackFromItsHandlerWith512Bytes) {
   InsertThree();
   list_.onFormat = [](std::u16string& line) {

@@ -170,13 +170,6 @@ TEST_F(GridEdit, WhoseFormsRecordHasGoneTellsTheWayBack) {
   EXPECT_EQ(Stored("2"), "x,Nara");
 }
 
-TEST_F(GridEdit, WithoutARecordOnTheFormHasNowhereToGoBackTo) {
-  ASSERT_EQ(GoTo("1"), 0);
-  ASSERT_EQ(DbButtonDelete(office_.engine, button_), 0);
-  EXPECT_EQ(EventsOf(2, 2, "x"), std::string("BeforeColUpdate(x) ") + kWritten);
-  EXPECT_EQ(Stored("2"), "x,Nara");
-}
-
 TEST_F(GridEdit, SurvivesWhatHandlersDo) {
   const struct {
     const char *what, *event;

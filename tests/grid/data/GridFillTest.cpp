@@ -252,14 +252,6 @@ TEST_F(GridFillTest, LimitsTypingToTheStoredSize) {
   EXPECT_EQ(limits.Get(2), 0) << "a field by its number has no name";
 }
 
-TEST_F(GridFillTest, FormatsCellsByTheirColumn) {
-  InsertThree();
-  grid_.formats["<>"] = [](const std::string& text) { return "<" + text + ">"; };
-  grid_.model.PutFormatString(1, "<>");
-  Fill();
-  EXPECT_EQ(grid_.Cells(0, 1, 3, 1), "Code/<1>/<2>/<3>");
-}
-
 TEST_F(GridFillTest, DoesNotNest) {
   InsertThree();
   int nested = 0;

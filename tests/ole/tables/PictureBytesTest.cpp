@@ -90,6 +90,8 @@ TEST(PictureBytes, SizesThatLieAreFound) {
       {"icon's size", IconSample(), 14, 0xFFFFFFFF, 4},
       {"icon's place", IconSample(), 18, 0xFFFFFFF0, 4},
       {"icon's height", IconSample(), 22 + 8, 64, 4},
+      {"icon of one row for both", IconSample(), 22 + 8, 1, 4},
+      {"icon in runs", IconSample(), 22 + 16, 1, 4},
       {"metafile's size", MetafileSample(), 6, 99, 4},
       {"metafile's header", MetafileSample(), 2, 8, 2},
       {"record of no size", MetafileSample(), 18, 0, 4},
