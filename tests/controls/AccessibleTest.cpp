@@ -12,62 +12,6 @@
 namespace qrn::test {
 namespace {
 
-VARIANT Child(long number) { return Long(static_cast<int32_t>(number)); }
-
-std::string Said(HRESULT result, BSTR text) {
-  const Bstr taken = Bstr::Take(text);
-  if (result != S_OK) return "none";
-  const std::wstring_view wide = taken.view();
-  return Utf16ToUtf8({reinterpret_cast<const char16_t*>(wide.data()), wide.size()});
-}
-
-// A window as a screen reader takes it: by its handle alone.
-class Reader {
- public:
-  explicit Reader(HWND window) {
-    AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                               object_.putVoid());
-    EXPECT_TRUE(object_);
-  }
-  IAccessible* operator->() const { return object_.get(); }
-
-  std::string Name(long child = 0) const {
-    BSTR text = nullptr;
-    const HRESULT result = object_->get_accName(Child(child), &text);
-    return Said(result, text);
-  }
-  std::string Value(long child = 0) const {
-    BSTR text = nullptr;
-    const HRESULT result = object_->get_accValue(Child(child), &text);
-    return Said(result, text);
-  }
-  long Count() const {
-    long count = -1;
-    object_->get_accChildCount(&count);
-    return count;
-  }
-  long Role(long child = 0) const {
-    Variant role;
-    return object_->get_accRole(Child(child), role.put()) == S_OK ? role->lVal : -1;
-  }
-  long State(long child) const {
-    Variant state;
-    return object_->get_accState(Child(child), state.put()) == S_OK ? state->lVal : -1;
-  }
-  // 0 for none.
-  long Selection() const {
-    Variant child;
-    return object_->get_accSelection(child.put()) == S_OK ? child->lVal : 0;
-  }
-  long Focus() const {
-    Variant child;
-    return object_->get_accFocus(child.put()) == S_OK ? child->lVal : 0;
-  }
-
- private:
-  Com<IAccessible> object_;
-};
-
 struct Readers : Lists {
   void MakeOnForm(const ListClass& which) {
     Make(which);
@@ -117,7 +61,7 @@ TEST_F(Readers, FindWhichItemIsChosen) {
   const Reader reader(window());
   EXPECT_EQ(reader.Selection(), 0);
   EXPECT_EQ(reader.Value(), "");
-  EXPECT_EQ(reader->accSelect(SELFLAG_TAKESELECTION, Child(2)), S_OK);
+  EXPECT_EQ(reader->accSelect(SELFLAG_TAKESELECTION, Long(2)), S_OK);
   EXPECT_EQ(host_->Value(L"ListIndex"), "ok I4:1");
   EXPECT_EQ(reader.Value(), "さくら");
   EXPECT_EQ(reader.Selection(), 2);
@@ -139,7 +83,7 @@ TEST_F(Readers, FindItemsByTheirPlace) {
   long top = 0;
   long width = 0;
   long height = 0;
-  ASSERT_EQ(reader->accLocation(&left, &top, &width, &height, Child(2)), S_OK);
+  ASSERT_EQ(reader->accLocation(&left, &top, &width, &height, Long(2)), S_OK);
   EXPECT_EQ(height, SendMessageW(window(), LB_GETITEMHEIGHT, 0, 0));
   Variant hit;
   EXPECT_EQ(reader->accHitTest(left + 1, top + 1, hit.put()), S_OK);
@@ -147,24 +91,6 @@ TEST_F(Readers, FindItemsByTheirPlace) {
   Variant beside;
   reader->accHitTest(left - 500, top, beside.put());
   EXPECT_EQ(beside->lVal, CHILDID_SELF) << "no item";
-}
-
-// A script asks by name, with short numbers and arguments left out.
-TEST_F(Readers, MayBeScripts) {
-  InsertPeople();
-  for (const ListClass* each : AllLists()) {
-    SCOPED_TRACE(each->name);
-    MakeOnForm(*each);
-    const Label label(L"Name", list_->hwnd(), form_.get());
-    const ScriptReader items(ListInside());
-    EXPECT_EQ(items.Ask(L"accName"), "ok BSTR:Name");
-    EXPECT_EQ(items.Ask(L"accName", {Short(0)}), "ok BSTR:Name");
-    EXPECT_EQ(items.Ask(L"accRole", {Short(1)}), "ok I4:34") << "an item of a list";
-    EXPECT_EQ(items.Ask(L"accChildCount"), "ok I4:" + std::to_string(list_->GetListCount()));
-    EXPECT_EQ(items.Do(L"accSelect", {Short(SELFLAG_TAKESELECTION), Short(2)}), "ok EMPTY");
-    EXPECT_EQ(host_->Value(L"ListIndex"), "ok I4:1");
-    EXPECT_EQ(items.Ask(L"accSelection"), "ok I4:2");
-  }
 }
 
 TEST_F(Readers, FindTheLineOfACombo) {
@@ -245,19 +171,6 @@ TEST_F(Readers, HearOfTheMouseInsideACombo) {
       EXPECT_NE(told.find("-605(I2:1," + at), std::string::npos) << told;
       EXPECT_NE(told.find("-607(I2:1," + at), std::string::npos) << told;
     }
-  }
-}
-
-TEST_F(Readers, AHandlerOfTheMouseInsideAComboMayEndIt) {
-  for (const bool whole : {false, true}) {
-    Make(kExComboBox);
-    ASSERT_EQ(host_->Show(), S_OK);
-    int raised = 0;
-    host_->events.answer = [&](DISPID id, DISPPARAMS&) {
-      if (id == ole::stock::kMouseDown && raised++ == 0) whole ? host_->Drop() : host_->Unhost();
-    };
-    SendMessageW(GetWindow(window(), GW_CHILD), WM_LBUTTONDOWN, MK_LBUTTON, 0);
-    EXPECT_EQ(raised, 1);
   }
 }
 

@@ -51,17 +51,8 @@ struct Button : OfficeFixture {
     button_.events.log.clear();
     SendMessageW(button_.window(), BM_CLICK, 0, 0);
     RunMessages();
-    std::string events;
     // BM_CLICK presses and lets go: the events of the mouse are of no interest here.
-    for (size_t at = 0; at < button_.events.log.size();) {
-      const size_t end = button_.events.log.find(' ', at) + 1;
-      const std::string event = button_.events.log.substr(at, end - at);
-      const bool ofMouse =
-          event.starts_with("-605") || event.starts_with("-606") || event.starts_with("-607");
-      if (!ofMouse) events += event;
-      at = end;
-    }
-    return events;
+    return button_.TakeEvents("567");
   }
 
   void InsertThree() {

@@ -298,48 +298,6 @@ TEST_F(Edit, TheHostsServiceDressesAFieldsText) {
   EXPECT_EQ(Shown(), "34") << "a failure leaves the text as it is";
 }
 
-TEST_F(Edit, WithoutAServiceTheRawTextShows) {
-  edit_.Set(L"Format", Text(L"#,##0"));
-  edit_.Set(L"MaxLength", Short(8));
-  Show();
-  Field("1234");
-  EXPECT_EQ(Shown(), "1234");
-  edit_.Set(L"FormatOption", Long(FormatEveryRight));
-  EXPECT_EQ(Typed(u"12"), "12") << "typing does not align";
-  Field("5");
-  EXPECT_EQ(Shown(), "       5");
-  edit_.Set(L"Format", Text(L""));
-  Field("123456789012");
-  EXPECT_EQ(Shown(), "56789012");
-}
-
-// No service, one that fails, one that knows nothing of formats: all the same.
-TEST_F(Edit, WithoutAServiceAPutTextIsOnlyAligned) {
-  const struct {
-    PlayedFormat::Offer offered;
-    bool fails;
-  } hosts[] = {{PlayedFormat::kNothing, false},
-               {PlayedFormat::kOtherObjects, false},
-               {PlayedFormat::kService, true}};
-  for (const auto& host : hosts) {
-    Hosted<CQRNEdit> edit(L"edt2");
-    edit.format.offered = host.offered;
-    edit.format.fails = host.fails;
-    edit.Set(L"Format", Text(L"#,##0"));
-    edit.Set(L"MaxLength", Short(6));
-    ASSERT_EQ(edit.Show(), S_OK);
-    const char* const shown[] = {"1234", "1234", "  1234", "  1234"};
-    for (int32_t option = FormatNone; option <= FormatEveryRight; ++option) {
-      edit.Set(L"FormatOption", Long(option));
-      edit.Set(L"Text", Text(L"1234"));
-      EXPECT_EQ(TextOf(edit.window()), shown[option]) << option;
-      SetWindowTextW(edit.window(), L"");
-      Type(edit.window(), u"12");
-      EXPECT_EQ(TextOf(edit.window()), "12") << option;
-    }
-  }
-}
-
 TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
   edit_.format.offered = PlayedFormat::kService;
   edit_.Set(L"Format", Text(L"@"));
@@ -355,19 +313,6 @@ TEST_F(Edit, EveryCharacterIsFormattedWithTheCaretLast) {
   edit_.Set(L"NumericMask", Bool(true));
   Type(window(), u"x");
   EXPECT_EQ(Shown(), "[[[1]2]") << "a refused key is not formatted";
-}
-
-TEST_F(Edit, AFullWidthCharacterIsTakenBackWhole) {
-  for (const FormatOptionCode option : {FormatEveryChar, FormatEveryRight}) {
-    Hosted<CQRNEdit> edit(L"edt2");
-    edit.format.offered = PlayedFormat::kService;
-    edit.Set(L"Format", Text(L"@"));
-    edit.Set(L"FormatOption", Long(option));
-    ASSERT_EQ(edit.Show(), S_OK);
-    SetWindowTextW(edit.window(), L"名前");
-    Type(edit.window(), u"\b");
-    EXPECT_EQ(TextOf(edit.window()), "[名]") << option;
-  }
 }
 
 TEST_F(Edit, EveryChangeOfItsTextIsToldOnce) {

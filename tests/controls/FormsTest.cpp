@@ -31,8 +31,7 @@ TEST(Forms, TwoDatabaseControlsOnOneFormServeTheirOwnControls) {
   PeopleForm form(L"Abe", "dbe");
   Company other;
   Hosted<CQRNBtr> second(L"Db2");
-  const std::string directory = other.Directory();
-  second.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
+  second.Set(L"DDFDir", Text(other.Directory()));
   second.site.form = form.window.get();
   second.Show();
   CallMethod(second.object(), L"DbSetFieldData", {Text(L"People"), Text(L"Name"), Text(L"Ueda")});
@@ -61,21 +60,6 @@ TEST(Forms, AFrameIsSeenThrough) {
     EXPECT_EQ(TextOf(inside.window()), "Abe");
   }
   UnregisterClassW(L"ThunderRT5Frame", nullptr);
-}
-
-TEST(Forms, AControlMadeAnewTakesTheFormersPlace) {
-  PeopleForm form(L"Abe", "deb");
-  Hosted<CQRNEdit> anew(L"edtName");
-  form.Bind(anew);
-  anew.Set(L"DbField", Text(L"Name"));
-  anew.site.form = form.window.get();
-  anew.Show();
-  EXPECT_EQ(form.edit.window(), nullptr) << "the former has lost its window";
-  form.Click();
-  EXPECT_EQ(TextOf(anew.window()), "Abe");
-  anew.Unhost();
-  form.Click();
-  EXPECT_EQ(form.edit.Value(L"Text"), "ok BSTR:") << "the former's entry is gone for good";
 }
 
 TEST(Forms, AFormMayGoInsideAnEventOfItsOwn) {
@@ -118,6 +102,24 @@ TEST(Forms, FormsComeAndGoWithoutATrace) {
   for (int i = 0; i < 8; ++i) once();
   EXPECT_EQ(GetWindow(TheForm(), GW_CHILD), nullptr);
   EXPECT_EQ(DrawingObjects(), drawn);
+}
+
+// What the container does with a key works from there too; a running form has nothing to reach
+// there.
+TEST(Forms, TheirDatabaseControlLeavesKeysToTheContainer) {
+  for (const bool runs : {false, true}) {
+    Hosted<CQRNBtr> btr(L"Db9", runs);
+    btr.site.acceleratorResult = S_OK;
+    ASSERT_EQ(btr.Show(), S_OK);
+    EXPECT_EQ(btr.Offer(WM_KEYDOWN, VK_TAB), S_OK);
+    EXPECT_NE(btr.site.log.find("accelerator "), std::string::npos);
+    SetFocus(TheForm());
+    btr.site.log.clear();
+    SetFocus(btr->hwnd());
+    EXPECT_EQ(btr.site.log, runs ? "" : "focus ");
+    SetFocus(TheForm());
+    EXPECT_EQ(btr.site.log, runs ? "" : "focus blur ");
+  }
 }
 
 }  // namespace

@@ -66,16 +66,19 @@ class HostedControl : Pinned {
   HostedControl(ole::Control& control, const wchar_t* name, bool runs)
       : control_(com::Com<IUnknown>::Take(&control.Inner())),
         dispatch_(com::Query<IDispatch>(control_)),
-        object_(com::Query<IOleObject>(control_)),
-        outer_(*this) {
+        object_(com::Query<IOleObject>(control_)) {
     if (runs) site.RunTime(name);
-    object_->SetClientSite(&outer_);
+    site.more = [this](REFIID id, void** out) {
+      const bool has = id == __uuidof(IGetVBAObject) && format.offered != PlayedFormat::kNothing;
+      return has ? source_.QueryInterface(id, out) : E_NOINTERFACE;
+    };
+    object_->SetClientSite(&site);
     connection_.emplace(control_.get(), ole::AsGuid(control.table().eventsId), &events);
   }
   ~HostedControl() { Unhost(); }
 
   HRESULT Show(LONG verb = OLEIVERB_INPLACEACTIVATE) {
-    return object_->DoVerb(verb, nullptr, &outer_, 0, site.window(), &site.place);
+    return object_->DoVerb(verb, nullptr, &site, 0, site.window(), &site.place);
   }
   // As the form goes: window and site are taken away.
   void Unhost() {
@@ -107,6 +110,21 @@ class HostedControl : Pinned {
     }
     return all;
   }
+  // What was raised since the last look, without those of the events -600 to -609 that end in one
+  // of these digits.
+  std::string TakeEvents(std::string_view leftOut) {
+    std::string& log = events.log;
+    std::string kept;
+    for (size_t at = 0; at < log.size();) {
+      const size_t end = std::min(log.find(") ", at), log.size() - 2) + 2;
+      const std::string event = log.substr(at, end - at);
+      const bool stock = event.starts_with("-60") && leftOut.find(event[3]) != leftOut.npos;
+      if (!stock) kept += event;
+      at = end;
+    }
+    log.clear();
+    return kept;
+  }
   // Offers a key to the control as the container's message loop does.
   HRESULT Offer(MSG& message) {
     // No reference of the call's own: a handler may drop the last one.
@@ -125,41 +143,10 @@ class HostedControl : Pinned {
   PlayedFormat format;
 
  private:
-  // The small container's site with the format service beside its interfaces.
-  class Site final : public IOleClientSite {
-   public:
-    explicit Site(HostedControl& hosted) : hosted_(hosted), source_(hosted.format) {}
-    virtual ~Site() = default;
-
-    STDMETHODIMP QueryInterface(REFIID id, void** out) override {
-      if (id == __uuidof(IGetVBAObject) && hosted_.format.offered != PlayedFormat::kNothing) {
-        return source_.QueryInterface(id, out);
-      }
-      if (id != __uuidof(IOleClientSite) && id != __uuidof(IUnknown)) {
-        return hosted_.site.QueryInterface(id, out);
-      }
-      *out = static_cast<IOleClientSite*>(this);
-      AddRef();
-      return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return hosted_.site.AddRef(); }
-    STDMETHODIMP_(ULONG) Release() override { return hosted_.site.Release(); }
-    STDMETHODIMP SaveObject() override { return S_OK; }
-    STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetContainer(IOleContainer**) override { return E_NOINTERFACE; }
-    STDMETHODIMP ShowObject() override { return S_OK; }
-    STDMETHODIMP OnShowWindow(BOOL) override { return S_OK; }
-    STDMETHODIMP RequestNewObjectLayout() override { return E_NOTIMPL; }
-
-   private:
-    HostedControl& hosted_;
-    FormatSource source_;
-  };
-
   com::Com<IUnknown> control_;
   com::Com<IDispatch> dispatch_;
   com::Com<IOleObject> object_;
-  Site outer_;
+  FormatSource source_{format};
   std::optional<Connection> connection_;
 };
 

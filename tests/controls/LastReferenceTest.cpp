@@ -162,8 +162,7 @@ TEST_F(LastReference, OfAControlGoesAsItBecomesActive) {
 TEST_F(LastReference, OfADatabaseControlGoesInItsEvent) {
   for (const wchar_t* method : {L"DbOpenAll", L"DbCreate", L"DbOpen"}) {
     Hosted<CQRNBtr> btr(L"Db2");
-    const std::string directory = office_.Directory();
-    btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
+    btr.Set(L"DDFDir", Text(office_.Directory()));
     btr.Set(L"AllOpen", Bool(false));
     ASSERT_EQ(btr.Show(), S_OK);
     CallMethod(btr.object(), L"DbSetFileName", {Text(L"Notes"), Text(L"none\\file.btr")});

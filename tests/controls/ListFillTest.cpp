@@ -2,8 +2,6 @@
 // ends a fill by extended operations.
 #include "ListFixture.h"
 #include "extended/ExOperation.h"
-#include "tests/extended/Replies.h"
-#include "tests/extended/ScriptedManager.h"
 
 namespace qrn::test {
 namespace {
@@ -133,48 +131,6 @@ TEST_F(ListFills, ConditionsDirectionAndPositions) {
     list_->ReloadList();
     EXPECT_EQ(Items(), "") << "nothing fits, and the end was reached";
     EXPECT_EQ(Events(), "");
-  }
-}
-
-// Four ways to a fill; three batches stand ready behind each, the second one with the status.
-TEST_F(ListFills, EveryFillEndsAtALimitWithItsStatus) {
-  const struct {
-    const char* name;
-    int32_t option;
-    bool alreadyShown;
-    std::function<void()> go;
-  } ways[] = {{"made", 1, false, [&] { EXPECT_EQ(host_->Show(), S_OK); }},
-              {"ready", 1, true, [] { TheRegistry().NotifyListsReady("Db1", TheForm()); }},
-              {"entered", 2, true, [&] { SetFocus(list_->hwnd()); }},
-              {"refreshed", 0, true, [&] { Say(L"Refresh"); }}};
-  const auto person = [](uint32_t position, uint8_t letter) {
-    std::vector<uint8_t> name(20, ' ');
-    name[0] = letter;
-    return Reply({{position, name}});
-  };
-  for (const ListClass* each : {&kExListBox, &kExComboBox}) {
-    for (const auto& way : ways) {
-      for (const Status status : {9, 22, 60, 64, 65}) {
-        SCOPED_TRACE(std::string(each->name) + " " + way.name + " " + std::to_string(status));
-        Make(*each);
-        Set(L"DbUpdateOption", Long(way.option));
-        if (way.alreadyShown) {
-          ASSERT_EQ(host_->Show(), S_OK);
-        }
-        host_->events.log.clear();
-        {
-          ScriptedManager manager;
-          manager.batches = {{0, person(16, 'a')}, {status, person(32, 'b')}, {9, person(48, 'c')}};
-          way.go();
-        }
-        EXPECT_EQ(Items(), "a;b;");
-        const std::string told = "1(BSTR:People,I2&:" + std::to_string(status) + ") ";
-        EXPECT_EQ(host_->events.log.find(told) != std::string::npos, status != 9);
-        EXPECT_EQ(host_->events.log.find("1(BSTR:People"),
-                  host_->events.log.rfind("1(BSTR:People"));
-        SetFocus(TheForm());
-      }
-    }
   }
 }
 

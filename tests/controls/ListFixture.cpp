@@ -48,20 +48,4 @@ std::string Lists::Items() {
   return items;
 }
 
-std::string Lists::Events() {
-  std::string events;
-  std::string& log = host_->events.log;
-  for (size_t at = 0; at < log.size();) {
-    const size_t end = std::min(log.find(") ", at), log.size() - 2) + 2;
-    const std::string event = log.substr(at, end - at);
-    if (!event.starts_with("-602") && !event.starts_with("-603") && !event.starts_with("-604") &&
-        !event.starts_with("-605") && !event.starts_with("-606") && !event.starts_with("-607")) {
-      events += event;
-    }
-    at = end;
-  }
-  log.clear();
-  return events;
-}
-
 }  // namespace qrn::test

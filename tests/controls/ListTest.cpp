@@ -290,15 +290,6 @@ TEST_F(Lists, KeysGoWhereTheyBelong) {
   }
 }
 
-TEST_F(Lists, TheWheelScrolls) {
-  for (const ListClass* each : {&kListBox, &kExListBox}) {
-    MakeShown(*each);
-    for (int i = 0; i < 40; ++i) Say(L"AddItem", {Text(L"x"), Missing()});
-    SendMessageW(window(), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
-    EXPECT_GT(SendMessageW(window(), LB_GETTOPINDEX, 0, 0), 0) << each->name;
-  }
-}
-
 TEST_F(Lists, NoticesOfTheWindowAreEvents) {
   const struct {
     bool combo;

@@ -176,14 +176,6 @@ TEST_F(Marks, ClicksOnACheckBox) {
   }
 }
 
-TEST_F(Marks, AClickAfterClearingGoesOnFromTheOldValue) {
-  const MadeMark made = MakeShown(kCheck);
-  Click(*made.control);
-  Clear("Town");
-  Click(*made.control);
-  EXPECT_EQ(State(*made.control), "0/0");
-}
-
 TEST_F(Marks, TheChosenOptionHoldsZeroAndTheOthersLoseTheirMarkAlone) {
   const Window other;
   const MadeMark kyoto = MakeChoice(L"opt1", L"Kyoto");

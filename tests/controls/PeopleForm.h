@@ -5,7 +5,6 @@
 #include "binding/QRNBtr.h"
 #include "controls/QRNBtn.h"
 #include "controls/QRNEdit.h"
-#include "tests/support/ClosedFiles.h"
 #include "tests/support/Company.h"
 #include "tests/support/Test.h"
 
@@ -29,8 +28,7 @@ class Window : Pinned {
 class PeopleForm {
  public:
   PeopleForm(const wchar_t* name, const char* order) : name_(name) {
-    const std::string directory = company.Directory();
-    btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
+    btr.Set(L"DDFDir", Text(company.Directory()));
     Bind(edit);
     edit.Set(L"DbField", Text(L"Name"));
     Bind(button);
@@ -57,7 +55,6 @@ class PeopleForm {
 
   Window window;
   Company company;
-  std::optional<ClosedFiles> closed;  // those of other forms too, where a test wants it
   Hosted<CQRNBtr> btr{L"Db"};
   Hosted<CQRNEdit> edit{L"edtName"};
   Hosted<CQRNBtn> button{L"btnFirst"};

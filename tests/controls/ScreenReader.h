@@ -26,6 +26,57 @@ class Label : Pinned {
   HWND window_;
 };
 
+// What a screen reader finds in a window, or in an object of one.
+class Reader {
+ public:
+  explicit Reader(HWND window) {
+    AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                               object_.putVoid());
+    EXPECT_TRUE(object_);
+  }
+  explicit Reader(com::Com<IAccessible> object) : object_(std::move(object)) {}
+  IAccessible* operator->() const { return object_.get(); }
+  explicit operator bool() const { return static_cast<bool>(object_); }
+
+  // "none" where it has none.
+  std::string Name(int32_t child = 0) const { return Ask(&IAccessible::get_accName, child); }
+  std::string Value(int32_t child = 0) const { return Ask(&IAccessible::get_accValue, child); }
+  long Count() const {
+    long count = -1;
+    object_->get_accChildCount(&count);
+    return count;
+  }
+  // -1 for none.
+  long Role(int32_t child = 0) const { return Number(&IAccessible::get_accRole, child); }
+  long State(int32_t child = 0) const { return Number(&IAccessible::get_accState, child); }
+  // 0 for none.
+  long Selection() const {
+    com::Variant child;
+    return object_->get_accSelection(child.put()) == S_OK ? child->lVal : 0;
+  }
+  long Focus() const {
+    com::Variant child;
+    return object_->get_accFocus(child.put()) == S_OK ? child->lVal : 0;
+  }
+  Reader Child(int32_t number) const {
+    com::Com<IDispatch> child;
+    object_->get_accChild(Long(number), child.put());
+    return Reader(com::Query<IAccessible>(child));
+  }
+
+ private:
+  std::string Ask(HRESULT (IAccessible::*get)(VARIANT, BSTR*), int32_t child) const {
+    com::Bstr text;
+    return (object_.get()->*get)(Long(child), text.put()) == S_OK ? Utf8(text.view()) : "none";
+  }
+  long Number(HRESULT (IAccessible::*get)(VARIANT, VARIANT*), int32_t child) const {
+    com::Variant number;
+    return (object_.get()->*get)(Long(child), number.put()) == S_OK ? number->lVal : -1;
+  }
+
+  com::Com<IAccessible> object_;
+};
+
 // What a script finds in a window, by names alone.
 class ScriptReader {
  public:

@@ -222,21 +222,6 @@ TEST_F(Bars, TheEndsAreToldWithTheirStatus) {
   }
 }
 
-TEST_F(Bars, ATableOfOneRecord) {
-  InsertPeople(1);
-  PlayedMessageBox box(IDOK);
-  MakeShown(kVertical);
-  EXPECT_EQ(Range(), "10000..10000");
-  EXPECT_EQ(After(SB_LINEDOWN), "1 10000 0 1(BSTR:People,I2&:9) ");
-  EXPECT_EQ(After(SB_LINEUP), "1 10000 0 1(BSTR:People,I2&:9) ");
-  host().Set(L"LargeChange", Long(3));
-  EXPECT_EQ(After(SB_PAGEDOWN), "1 10000 0 1(BSTR:People,I2&:9) ");
-  EXPECT_EQ(After(SB_PAGEUP), "1 10000 0 1(BSTR:People,I2&:9) ");
-  EXPECT_EQ(After(SB_TOP), "1 10000 0 2() ");
-  EXPECT_EQ(After(SB_BOTTOM), "1 10000 0 2() ");
-  EXPECT_EQ(After(SB_THUMBPOSITION, 5000), "1 10000 5000 3() ");
-}
-
 // One step times LargeChange from where the bar stood; a place outside goes to the end.
 TEST_F(Bars, PagesAreStepsTimesLargeChange) {
   InsertPeople(11);
@@ -359,16 +344,6 @@ TEST_F(Bars, FollowButtonsAndEachOther) {
   EXPECT_EQ(After(SB_LINEDOWN).substr(0, 2), "3 ") << "from where the button went";
 }
 
-TEST_F(Bars, AnotherKeyIsAnotherOrder) {
-  InsertPeople(3);
-  Make(kVertical);
-  host().Set(L"DbIndex", Text(L"ByName"));
-  ASSERT_EQ(host().Show(), S_OK);
-  EXPECT_EQ(TextOf(code_.window()), "3");
-  Send(SB_LINEDOWN);
-  EXPECT_EQ(TextOf(code_.window()), "2");
-}
-
 // The container's loop asks the control first: what is the bar's own goes to its window.
 TEST_F(Bars, KeysWorkTheBar) {
   InsertPeople(5);
@@ -418,27 +393,6 @@ TEST_F(Bars, AHandlerMayEndTheControl) {
       EXPECT_EQ(box.calls, 0) << "nobody is there to be told";
       EXPECT_EQ(messages.Take(), "");
     }
-  }
-}
-
-// The same from the controls of the form, which raise events while the record is shown.
-TEST_F(Bars, AHandlerOfAnEditMayEndTheControl) {
-  InsertPeople(3);
-  for (const WORD notice : {SB_LINEDOWN, SB_THUMBPOSITION, SB_PAGEDOWN, SB_BOTTOM}) {
-    Messages messages;
-    PlayedMessageBox box(IDOK);
-    MakeShown(kVertical);
-    host().Set(L"LargeChange", Long(2));
-    int raised = 0;
-    name_.events.answer = [&](DISPID, DISPPARAMS&) {
-      if (raised++ == 0) host().Unhost();
-    };
-    Send(notice, 10000);
-    name_.events.answer = nullptr;
-    EXPECT_GT(raised, 0) << notice;
-    EXPECT_EQ(box.calls, 0) << notice;
-    EXPECT_EQ(messages.Take(), "") << notice;
-    EXPECT_EQ(host().events.log, "") << notice;
   }
 }
 

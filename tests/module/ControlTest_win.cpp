@@ -47,8 +47,7 @@ struct ModuleControl : ::testing::Test {
 
 TEST_F(ModuleControl, SharesItsDictionaryWithWhoeverAttaches) {
   ASSERT_TRUE(control);
-  const std::string directory = company.Directory();
-  Put(control.get(), L"DDFDir", {Text(std::wstring(directory.begin(), directory.end()).c_str())});
+  Put(control.get(), L"DDFDir", {Text(company.Directory())});
   site.Host(Query<IUnknown>(control).get());
   auto* attach = Export<int32_t(const char*, HWND)>(module, "DbAttachControlByHwnd");
   EXPECT_EQ(attach("Db2", TheForm()), -11);

@@ -69,6 +69,9 @@ inline VARIANT Text(const wchar_t* text) {
   value.bstrVal = kept.back().get();
   return value;
 }
+inline VARIANT Text(const std::string& ascii) {
+  return Text(std::wstring(ascii.begin(), ascii.end()).c_str());
+}
 inline VARIANT Short(int16_t number) { return *Variant(number).get(); }
 inline VARIANT Long(int32_t number) { return *Variant(number).get(); }
 inline VARIANT Bool(bool yes) { return *Variant::Bool(yes).get(); }

@@ -122,35 +122,6 @@ TEST_F(InputTest, MousePointersHaveTheirCursors) {
   EXPECT_EQ(set(), own) << "at design time";
 }
 
-TEST_F(InputTest, TheWindowIsColouredAsThePropertiesSay) {
-  const WindowDc dc(sample().contained());
-  Put(object(), L"BackColor", {Long(0x0000FF)});
-  Put(object(), L"ForeColor", {Long(0x00FF00)});
-  const auto brush = reinterpret_cast<HBRUSH>(
-      SendMessageW(sample().hwnd(), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc.get()),
-                   reinterpret_cast<LPARAM>(sample().contained())));
-  EXPECT_EQ(GetBkColor(dc.get()), RGB(255, 0, 0));
-  EXPECT_EQ(GetTextColor(dc.get()), RGB(0, 255, 0));
-  LOGBRUSH look{};
-  GetObjectW(brush, sizeof look, &look);
-  EXPECT_EQ(look.lbColor, RGB(255, 0, 0));
-}
-
-TEST_F(InputTest, TheFontReachesTheWindow) {
-  LOGFONTW before{};
-  const auto fontOf = [&](LOGFONTW& font) {
-    const auto handle = SendMessageW(sample().contained(), WM_GETFONT, 0, 0);
-    GetObjectW(reinterpret_cast<HFONT>(handle), sizeof font, &font);
-  };
-  fontOf(before);
-  EXPECT_EQ(before.lfCharSet, SHIFTJIS_CHARSET);
-  EXPECT_EQ(before.lfWeight, 400);
-  Query<IFont>(sample().GetFont())->put_Bold(TRUE);
-  LOGFONTW after{};
-  fontOf(after);
-  EXPECT_EQ(after.lfWeight, 700);
-}
-
 TEST_F(InputTest, WhatIsDisabledIsReachedByNeitherClickNorFocus) {
   Put(object(), L"Enabled", {Bool(false)});
   EXPECT_FALSE(IsWindowEnabled(sample().contained()));
@@ -186,21 +157,6 @@ TEST_F(InputTest, TheFocusStaysWhereTheContainerSendsItMeanwhile) {
   SetFocus(sample().hwnd());
   EXPECT_EQ(GetFocus(), site.window());
   EXPECT_EQ(site.log.substr(site.log.size() - 11), "blur focus ");
-}
-
-TEST_F(InputTest, WhatThePropertiesShowIsDrawnAnewInTheContainedWindow) {
-  const struct {
-    const wchar_t* name;
-    VARIANT value;
-    bool drawn;
-  } cases[] = {{L"ForeColor", Long(0x0000FF), true},
-               {L"BackColor", Long(0x00FF00), true},
-               {L"Count", Short(4), false}};
-  for (const auto& row : cases) {
-    ValidateRect(sample().contained(), nullptr);
-    Put(object(), row.name, {row.value});
-    EXPECT_EQ(GetUpdateRect(sample().contained(), nullptr, FALSE) != FALSE, row.drawn);
-  }
 }
 
 }  // namespace

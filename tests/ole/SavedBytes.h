@@ -1,8 +1,9 @@
-// What controls keep in a stream, as bytes.
+// What controls keep: in a stream, as bytes, or in a bag.
 #pragma once
 
 #include <ocidl.h>
 
+#include "Sinks.h"
 #include "com/Com.h"
 #include "tests/support/Test.h"
 
@@ -27,6 +28,31 @@ inline std::vector<uint8_t> BytesOf(IStream& stream) {
   bytes.resize(read);
   return bytes;
 }
+
+// Values under names. Gives a null text as one.
+class Bag final : public Counted<IPropertyBag> {
+ public:
+  std::map<std::wstring, Variant> values;
+
+  STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {
+    const auto found = values.find(name);
+    if (found == values.end()) return E_INVALIDARG;
+    const VARTYPE type = value->vt;
+    VariantInit(value);
+    const bool null = found->second->vt == VT_BSTR && !found->second->bstrVal;
+    const HRESULT result = VariantCopy(value, found->second.get());
+    if (null) SysFreeString(std::exchange(value->bstrVal, nullptr));
+    const bool converts = type != VT_EMPTY && type != VT_DISPATCH && !null;
+    return FAILED(result) || !converts ? result : VariantChangeType(value, value, 0, type);
+  }
+  STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
+    Variant& kept = values[name];
+    const HRESULT result = VariantCopy(kept.put(), value);
+    if (value->vt == VT_BSTR && !value->bstrVal)
+      SysFreeString(std::exchange(kept->bstrVal, nullptr));
+    return result;
+  }
+};
 
 inline std::vector<uint8_t> Saved(IUnknown* control) {
   const auto stream = StreamOf({});

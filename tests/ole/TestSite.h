@@ -60,6 +60,7 @@ class TestSite final : public IOleClientSite,
   std::function<void()> onUiActivate;
   std::function<void(bool has)> onFocus;
   Com<IDispatch> extended;  // what stands for the control in the container's code
+  std::function<HRESULT(REFIID, void**)> more;  // interfaces beside its own
   ULONG references = 0;
   void RunTime(const wchar_t* name = L"Sample1") {
     ambients[DISPID_AMBIENT_USERMODE] = Variant::Bool(true);
@@ -77,7 +78,7 @@ class TestSite final : public IOleClientSite,
     } else if (id == __uuidof(IDispatch)) {
       *out = static_cast<IDispatch*>(this);
     }
-    if (!*out) return E_NOINTERFACE;
+    if (!*out) return more ? more(id, out) : E_NOINTERFACE;
     AddRef();
     return S_OK;
   }

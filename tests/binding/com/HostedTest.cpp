@@ -4,7 +4,6 @@
 #include "MadeBtr.h"
 #include "core/FlatState.h"
 #include "qrnbt350.h"
-#include "tests/ole/SavedBytes.h"
 
 namespace qrn::test {
 namespace {
@@ -47,10 +46,7 @@ struct BtrOnForm : ::testing::Test {
     control.members.clear();
   }
 
-  void PutDirectory() {
-    const std::string directory = company.Directory();
-    btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
-  }
+  void PutDirectory() { btr.Set(L"DDFDir", Text(company.Directory())); }
   std::string IsOpen() { return btr.Say(L"DbIsOpen", {Text(L"People")}); }
   DbTableInfo* Resolve() { return TheRegistry().ResolveTable(TheForm(), "Db1", "People"); }
 
@@ -76,16 +72,6 @@ TEST_F(BtrOnForm, StartsWithItsWindowAndEndsWithIt) {
   EXPECT_EQ(IsOpen(), "ok I2:0");
   EXPECT_EQ(Resolve(), nullptr);
   EXPECT_EQ(messages.Take(), "");
-}
-
-TEST_F(BtrOnForm, StartsFromItsPersistedState) {
-  MadeBtr designed;
-  const std::string directory = company.Directory();
-  designed.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str()));
-  const auto state = Saved(designed.unknown().get());
-  site.Host(btr.unknown().get());
-  EXPECT_EQ(LoadFrom(btr.unknown().get(), state), S_OK);
-  EXPECT_EQ(IsOpen(), "ok I2:1");
 }
 
 TEST_F(BtrOnForm, ADesignersPutLoadsAtOnceAndRegisters) {
@@ -146,16 +132,6 @@ TEST_F(BtrOnForm, EachMissingStepHasItsMessage) {
     EXPECT_EQ(::DbAttachControl("Db1", "frmMain"), row.result) << row.what;
     EXPECT_EQ(messages.TakeCodes(), row.shown) << row.what;
   }
-}
-
-TEST_F(BtrOnForm, TheFlatInterfaceForgetsAControlThatGoes) {
-  PutDirectory();
-  site.Host(btr.unknown().get());
-  ASSERT_EQ(::DbAttachControlByHwnd("DB1", TheForm()), 0);
-  EXPECT_NE(TheFlatState().CurrentDictionary, nullptr);
-  site.Unhost();
-  EXPECT_EQ(TheFlatState().CurrentDictionary, nullptr);
-  EXPECT_EQ(TheFlatState().AttachedControl, nullptr);
 }
 
 // One pixel of what the control draws at (16,16).

@@ -9,9 +9,7 @@ namespace {
 
 struct BtrMethods : ::testing::Test {
   void SetUp() override {
-    const std::string directory = company.Directory();
-    ASSERT_EQ(btr.Set(L"DDFDir", Text(std::wstring(directory.begin(), directory.end()).c_str())),
-              "ok EMPTY");
+    ASSERT_EQ(btr.Set(L"DDFDir", Text(company.Directory())), "ok EMPTY");
     ASSERT_EQ(btr.Say(L"DbOpenAll"), "ok I2:0");
   }
 
@@ -49,26 +47,6 @@ TEST_F(BtrMethods, TextsKeepTheirCharacters) {
              {Text(L"People"), Text(L"no"), Ref(VT_BSTR, text.place())});
   EXPECT_FALSE(text.null()) << "no such field gives an empty one";
   EXPECT_TRUE(text.empty());
-}
-
-TEST_F(BtrMethods, AnswersGoWhereTheyAreAskedFor) {
-  Insert(L"1", L"Abe");
-  int16_t rc = 99;
-  int32_t count = 0;
-  EXPECT_EQ(btr.Say(L"DbGetNumOfRecords", {Text(L"People"), Ref(VT_I4, &count), Ref(VT_I2, &rc)}),
-            "ok I2:0");
-  EXPECT_EQ(count, 1);
-  EXPECT_EQ(rc, 0);
-  Variant untyped;
-  EXPECT_EQ(btr.Say(L"DbGetNumOfField", {Text(L"People"), Ref(untyped)}), "ok I2:0");
-  EXPECT_EQ(Show(*untyped.get()), "I2:5");
-  int16_t fields = 77;
-  EXPECT_EQ(btr.Say(L"DbGetNumOfField", {Text(L"Nobody"), Ref(VT_I2, &fields)}), "ok I2:-4");
-  EXPECT_EQ(fields, 77) << "a failure leaves it alone";
-  rc = 99;
-  EXPECT_EQ(btr.Say(L"GetUseCount", {Ref(VT_I2, &rc)}), "ok I2:99");
-  EXPECT_EQ(rc, 99);
-  EXPECT_EQ(btr.Say(L"DbOpen", {}), "8002000E") << "too few arguments";
 }
 
 // One call of each remaining method: the answer, then what its out variable holds.
@@ -243,55 +221,13 @@ TEST_F(BtrMethods, BufferAndPositionBlockMoveInArraysOfBytes) {
   EXPECT_EQ(Field(L"Code"), "ok BSTR:0") << "what lies beyond the buffer is left out";
 }
 
-TEST_F(BtrMethods, ExtendedOperationsKeepTheirResults) {
-  Insert(L"1", L"Abe");
-  Insert(L"2", L"Ito");
-  btr.Say(L"DbAccess", {Short(12), Text(L"People"), Text(L"ByCode")});
-  int16_t id = -1, count = -1, rc = -1;
-  CallMethod(
-      btr.object(), L"DbExAccess",
-      {Short(36), Text(L"People"), Text(L"@Name = 'Ito'"), Text(L"Code,Name"), Text(L"ByCode"),
-       Short(100), Short(10), Bool(false), Ref(VT_I2, &id), Ref(VT_I2, &count), Ref(VT_I2, &rc)});
-  EXPECT_EQ(rc, 9);
-  EXPECT_EQ(count, 1);
-  EXPECT_EQ(btr.Say(L"DbExGetFieldData", {Short(id), Text(L"Code"), Short(0)}), "ok BSTR:2");
-  EXPECT_EQ(btr.Say(L"DbExFree", {Short(id)}), "ok EMPTY");
-  EXPECT_EQ(btr.Say(L"DbExGetFieldData", {Short(id), Text(L"Code"), Short(0)}), "ok BSTR:");
-}
-
-TEST_F(BtrMethods, AHandlerSilencesAFailuresMessage) {
-  btr.Say(L"DbClose", {Text(L"Notes")});
-  btr.Say(L"DbSetFileName", {Text(L"Notes"), Text(L"absent.btr")});
-  EventSink sink;
-  const Connection connected(btr.unknown().get(),
-                             ole::AsGuid(MakeGuid("9788E787-1343-4148-AEDA-02018E9495C7")), &sink);
-  EXPECT_EQ(btr.Say(L"DbOpen", {Text(L"Notes")}), "ok I2:12");
-  EXPECT_EQ(messages.TakeCodes(), "VE803");
-  sink.answer = [](DISPID, DISPPARAMS& sent) { *sent.rgvarg[0].piVal = 0; };
-  EXPECT_EQ(btr.Say(L"DbOpen", {Text(L"Notes")}), "ok I2:12");
-  EXPECT_EQ(messages.TakeCodes(), "");
-  EXPECT_EQ(sink.log, "1(BSTR:Notes,I2&:12) 1(BSTR:Notes,I2&:12) ");
-}
-
-TEST_F(BtrMethods, PropertiesHoldWhatWasPut) {
-  const struct {
-    const wchar_t* name;
-    const char* before;
-    VARIANT put;
-    const char* after;
-  } cases[] = {
-      {L"OwnerName", "ok BSTR:", Text(L"owner"), "ok BSTR:owner"},
-      {L"DistName", "ok BSTR:", Text(L"branch"), "ok BSTR:branch"},
-      {L"OpenMode", "ok I4:0", Long(77), "ok I4:77"},
-      {L"AllOpen", "ok BOOL:-1", Bool(false), "ok BOOL:0"},
-      {L"CacheDDF", "ok BOOL:-1", Bool(false), "ok BOOL:0"},
-      {L"TabStop", "ok BOOL:-1", Bool(false), "ok BOOL:0"},
-  };
-  for (const auto& row : cases) {
-    EXPECT_EQ(btr.Value(row.name), row.before);
-    EXPECT_EQ(btr.Set(row.name, row.put), "ok EMPTY");
-    EXPECT_EQ(btr.Value(row.name), row.after);
-  }
+TEST_F(BtrMethods, AnAnswersVariableMayHoldTheLastReference) {
+  Variant self{Com<IDispatch>(btr.object())};
+  btr.Drop();
+  EXPECT_EQ(CallMethod(self->pdispVal, L"DbIsOpen", {Text(L"People"), Ref(self)}).Text(),
+            "ok I2:1");
+  EXPECT_EQ(Show(*self.get()), "I2:1");
+  EXPECT_TRUE(ModuleIsIdle());
 }
 
 }  // namespace

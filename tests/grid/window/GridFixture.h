@@ -79,18 +79,7 @@ struct Grids : ::testing::Test {
   // "row,col" of the current cell.
   std::string Current() { return std::to_string(grid().Row) + "," + std::to_string(grid().Col); }
   // What was raised since the last look, without keys and Click.
-  std::string Events() {
-    std::string events;
-    std::string& log = host_->events.log;
-    for (size_t at = 0; at < log.size();) {
-      const size_t end = std::min(log.find(") ", at), log.size() - 2) + 2;
-      const std::string event = log.substr(at, end - at);
-      if (!event.starts_with("-6")) events += event;
-      at = end;
-    }
-    log.clear();
-    return events;
-  }
+  std::string Events() { return host_->TakeEvents("01234567"); }
 
   // In the middle of a cell, or at a point of the control.
   POINT Middle(int32_t row, int32_t col) {
