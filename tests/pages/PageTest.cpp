@@ -435,49 +435,5 @@ TEST_F(Pages, LookForADirectory) {
   EXPECT_EQ(page->IsPageDirty(), S_OK);
 }
 
-// A frame that nobody here wrote finds the pages by their class ids.
-class ServedPages : test::Pinned {
- public:
-  ServedPages() {
-    for (const PageRow& row : kPages) {
-      cookies_.emplace_back();
-      CoRegisterClassObject(ole::AsGuid(row.classId), FactoryOf(row.classId).get(),
-                            CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookies_.back());
-    }
-  }
-  ~ServedPages() {
-    for (const DWORD cookie : cookies_) CoRevokeClassObject(cookie);
-  }
-
- private:
-  std::vector<DWORD> cookies_;
-};
-
-// The class of its first field, once the frame stands; closes it.
-void LookAndCancel(int id, std::wstring* found) {
-  for (int i = 0; i < 500 && found->empty(); ++i, Sleep(20)) {
-    const HWND box = host::FrontBox();
-    const HWND field = box ? host::ItemOf(box, id) : nullptr;
-    if (!field || !IsWindowVisible(field)) continue;
-    *found = ClassOf(field);
-    PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-  }
-}
-
-TEST_F(Pages, StandInTheSystemsFrame) {
-  const ServedPages served;
-  for (size_t i = 0; i < std::size(kPages); ++i) {
-    IUnknown* object = Control(kClasses[i]);
-    GUID id = ole::AsGuid(kPages[i].classId);
-    std::wstring found;
-    std::thread user(LookAndCancel, atoi(kDialogs[i].ids), &found);
-    EXPECT_EQ(OleCreatePropertyFrame(frame_, 0, 0, L"ctl", 1, &object, 1, &id, LOCALE_USER_DEFAULT,
-                                     0, nullptr),
-              S_OK);
-    user.join();
-    EXPECT_EQ(found, i == 0 ? L"Edit" : L"ComboBox") << kPages[i].className;
-  }
-}
-
 }  // namespace
 }  // namespace qrn::tests

@@ -77,8 +77,8 @@ std::string EachBehind(const char* before, const std::string& words) {
 TEST_F(PagesInFrame, AreWorkedByKeysAlone) {
   for (const KeysCase& row : kKeys) {
     std::string printed =
-        Run(Control(row.className), "pages ctl\nwait 300\n" + EachBehind("key ", row.keys) +
-                                        "wait 300\n" + EachBehind("print ctl.", row.properties));
+        Run(Control(row.className), "pages ctl\nwait 100\n" + EachBehind("key ", row.keys) +
+                                        "wait 100\n" + EachBehind("print ctl.", row.properties));
     std::replace(printed.begin(), printed.end(), '\n', ' ');
     EXPECT_EQ(printed, row.values) << row.className;
   }

@@ -294,31 +294,6 @@ TEST(KeyboardBetweenForms, ReturnsToTheControlThatHadIt) {
   }
 }
 
-TEST(KeyboardBetweenForms, ReturnsToAListOrACombo) {
-  const auto opens = [](const std::string& name) {
-    return "Private Sub " + name + "_KeyDown(KeyCode As Integer, Shift As Integer)\n" +
-           "  If KeyCode = vbKeyF6 Then frmOther.Show vbModal\n" +
-           "  If KeyCode = vbKeyF7 Then frmOther.Show\nEnd Sub\n";
-  };
-  const std::string first = FormText(kLists, kTenItems + opens("lst") + opens("cbo"));
-  const std::string second =
-      FormText(Edit("edtOne", 0) + Piece("VB.CommandButton cmdClose", 1, " Cancel = -1\n"),
-               "Private Sub cmdClose_Click()\n  Unload Me\nEnd Sub\n", "frmOther");
-  for (const std::string name : {"lst", "cbo"}) {
-    for (const char* key : {"F6", "F7"}) {
-      const RunResult result = RunForms({{first, second},
-                                         "focus " + name + "\nkey Home\nkey " + key +
-                                             "\ntype \"x\"\nprint frmOther.edtOne.Text\n"
-                                             "key Escape\nprint ActiveControl.Name\nkey Down\n"
-                                             "print " +
-                                             name + ".Text\n"});
-      EXPECT_EQ(result.failure, "") << name << key;
-      EXPECT_EQ(result.printed, "x\n" + name + "\nあさ\n") << name << key;
-      EXPECT_EQ(result.left, 0);
-    }
-  }
-}
-
 TEST(KeyboardBetweenForms, GoesToOneThatIsShownAgain) {
   const std::string first = FormText(kThree, "Public Sub Other()\n  frmOther.Show\nEnd Sub\n");
   const RunResult result = RunForms({{first, FormText(Edit("edtOne", 0), "", "frmOther")},

@@ -91,7 +91,7 @@ size_t OwnBytes() {
   return counters.WorkingSetSize;
 }
 
-constexpr int kLives = 400;
+constexpr int kLives = 200;
 
 RunResult LoadOften(int times) {
   const std::string code =

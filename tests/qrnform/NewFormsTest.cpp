@@ -1,4 +1,4 @@
-// Forms made from dictionaries that nobody would think of, each worked by the keyboard alone.
+// Forms made from a dictionary, worked as a user does.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -6,8 +6,6 @@
 #include "host/newform/NewForm.h"
 #include "platform/CodePage.h"
 #include "tests/qrnform/FormRun.h"
-#include "tests/support/RandomSchema.h"
-#include "tests/support/Setting.h"
 #include "tests/support/TempFolder.h"
 #include "tools/qrndata/Builder.h"
 
@@ -28,10 +26,8 @@ class DictionaryFolder {
     dictionary_ = newform::ReadDictionary(Utf8ToCodePage(folder_.Text()));
   }
 
-  const newform::Dictionary& dictionary() const { return dictionary_; }
-  std::string Form(size_t table, bool grid) const {
+  std::string Form(size_t table) const {
     newform::FormChoice choice = newform::UsualChoice(dictionary_, table, folder_.Text());
-    choice.grid = grid;
     const auto details = newform::DetailsOf(dictionary_, table);
     if (!details.empty()) choice.detail = details.front();
     return CodePageToUtf8(newform::MakeForm(dictionary_, choice).bytes);
@@ -42,43 +38,7 @@ class DictionaryFolder {
   newform::Dictionary dictionary_;
 };
 
-std::string Said(const std::string& words) {
-  return "expect lblStatus.Caption = \"" + words + "\"\n";
-}
-
-// Two records are added, walked and stored again, one is deleted. The first field of every table is
-// a number, which the card has first.
-std::string Work(const std::string& number) {
-  const std::string shows = "expect " + number + ".Text = ";
-  return "key Alt+W\ntype \"5\"\nkey Alt+A\n" + Said("追加しました。") +
-         "key Alt+W\ntype \"7\"\nkey Alt+A\n" + Said("追加しました。") + "key Alt+T\n" + shows +
-         "\"5\"\nkey Alt+N\n" + shows + "\"7\"\nkey Alt+N\n" +
-         Said("これより先にレコードはありません。") + "key Alt+U\n" + Said("更新しました。") +
-         "key Alt+P\n" + shows +
-         "\"5\"\nkey Alt+D\n"
-         "message \"このレコードを削除します。よろしいですか。\" OK\n" +
-         Said("削除しました。") + "key Alt+L\n" + shows + "\"7\"\n";
-}
-
-TEST(NewForms, AreWorkedByTheKeyboardWhateverTheDictionary) {
-  const uint32_t seed = test::Seed();
-  std::mt19937 random(seed);
-  const int tables = static_cast<int>(test::Setting("QRN_NEW_FORMS", 6));
-  const DictionaryFolder folder(test::MakeRandomSchema(random, tables).toml);
-  for (size_t i = 0; i < folder.dictionary().tables.size(); ++i) {
-    const newform::Table& table = folder.dictionary().tables[i];
-    // Long records are read along keys alone.
-    if (!table.HasKeys() && table.IsVariable()) continue;
-    const std::string form = folder.Form(i, i % 2 == 1);
-    const bool combo = form.find(" cboId ") != std::string::npos;
-    const RunResult result = RunForms({{form}, Work(combo ? "cboId" : "edtId")});
-    EXPECT_EQ(result.failure + result.told, "")
-        << "seed " << seed << ", table " << i << " " << table.name;
-    EXPECT_EQ(result.left, 0);
-  }
-}
-
-// Field types that no random table has, and names of several tables that belong together.
+// Field types and names of tables that belong together.
 constexpr char kTrade[] = R"(
 [[table]]
 name = "Kinds"
@@ -133,7 +93,7 @@ const WorkCase kWorks[] = {
 TEST(NewForms, KeepWhatIsTypedAndRefuseWhatFieldsCannotHold) {
   const DictionaryFolder folder(kTrade);
   for (const WorkCase& row : kWorks) {
-    const RunResult result = RunForms({{folder.Form(row.table, false)}, row.script});
+    const RunResult result = RunForms({{folder.Form(row.table)}, row.script});
     EXPECT_EQ(result.failure + result.told, "") << row.name;
     EXPECT_EQ(result.left, 0) << row.name;
   }

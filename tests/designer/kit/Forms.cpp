@@ -162,13 +162,6 @@ End
 Attribute VB_Name = "mdi"
 )frm";
 
-constexpr char kOdd[] = R"frm(VERSION 5.00  
- Object="{0D4A7E11-1111-2222-3333-444455556666}#1.A#0" ; "c:\odd\lib.ocx"   ' remark
-
-begin  LIB.Nothing   Inner
-end
-)frm";
-
 constexpr char kUserScale[] = R"frm(VERSION 4.00
 Begin VB.Form  F 'remark
 ' a comment of a person

@@ -20,8 +20,6 @@
 #include "tests/designer/panes/PaneHost.h"
 #include "tests/support/SmallBitmap.h"
 #include "tests/support/TempFolder.h"
-#include "tools/qrndata/Builder.h"
-#include "tools/qrndata/Dictionary.h"
 
 namespace qrn::test {
 namespace {
@@ -134,54 +132,6 @@ TEST_F(PropertyPaneTest, RefusesAndLeavesWhatWasTyped) {
   EXPECT_EQ(host_.Text(kField), "0");
   EXPECT_TRUE(host_.pane().Settle());
   EXPECT_EQ(host_.Saved(), FormWith(kShown));
-}
-
-TEST_F(PropertyPaneTest, GivesTypedTextToThoseItWasTypedFor) {
-  GoTo("Text");
-  host_.Type("new");
-  host_.Select({"u"});
-  EXPECT_EQ(ValueOf("t", "Text"), "\"new\"");
-  EXPECT_EQ(ValueOf("u", "Text"), "\"ソ\"");
-  EXPECT_EQ(host_.design().Primary(), IdOf(host_.design(), "u"));
-  EXPECT_EQ(Chosen() + "=" + host_.Text(kField), "Text=ソ");
-}
-
-TEST_F(PropertyPaneTest, ChangesSeveralAtOnce) {
-  host_.Select({"t", "u"});
-  EXPECT_EQ(Shown("Text"), "");
-  EXPECT_EQ(Shown("Width"), "900");
-  EXPECT_EQ(RowOf("Name"), static_cast<size_t>(ListView_GetItemCount(Rows())));
-  GoTo("Text");
-  host_.Key("Enter");  // nothing typed: they stay different
-  EXPECT_EQ(host_.Saved(), FormWith(kShown));
-  host_.Type("both");
-  host_.Key("Enter");
-  EXPECT_EQ(Shown("Text"), "both");
-  host_.design().Undo();
-  EXPECT_EQ(host_.Saved(), FormWith(kShown));
-  EXPECT_EQ(host_.Text(kField), "");
-}
-
-TEST_F(PropertyPaneTest, OffersTheDictionarysNames) {
-  const TempFolder folder;
-  qrndata::WriteDictionary(
-      folder.Root(),
-      qrndata::ReadSchemaFile(std::filesystem::path(QRN_COMPANY) / "company.toml").tables, true);
-  host_.PutFolder(folder.Text());
-  host_.Select({"box"});
-  GoTo("DbSource");
-  host_.Key("Alt+Down");
-  host_.Key("Down");
-  host_.Key("Enter");
-  EXPECT_EQ(ValueOf("box", "DbSource"), "\"db\"");
-  GoTo("DbField");
-  host_.Key("Alt+Down");
-  EXPECT_GT(SendMessageW(host_.Child(kChoice), CB_GETCOUNT, 0, 0), 5);
-  EXPECT_GE(SendMessageW(host_.Child(kChoice), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                         reinterpret_cast<LPARAM>(L"CustomerNo")),
-            0);
-  host_.Key("Escape");
-  EXPECT_EQ(ValueOf("box", "DbField"), "");
 }
 
 TEST_F(PropertyPaneTest, GoesToTheNextValueByDoubleClick) {
