@@ -423,28 +423,6 @@ TEST_F(Edit, AtRunTimeAFieldsNameIsOnlyStored) {
   EXPECT_EQ(edit_.Value(L"MaxLength"), "ok I2:0");
 }
 
-TEST_F(Edit, TheBindingReadsAndWritesItWhileItRuns) {
-  Bind(L"People", L"Name");
-  const DbTableInfo& people = *office_.Table("People");
-  std::string text;
-  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
-  Show();
-  TheRegistry().WriteControlField(TheForm(), people, people.Fields[1],
-                                  Utf8ToCodePage("東京").c_str());
-  EXPECT_EQ(Shown(), "東京");
-  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 1);
-  EXPECT_EQ(CodePageToUtf8(text), "東京");
-  TheRegistry().ClearControlField(TheForm(), people, people.Fields[1]);
-  EXPECT_EQ(Shown(), "");
-  edit_.Unhost();
-  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
-  Hosted<CQRNEdit> design(L"edt2", false);
-  design.Set(L"DbTable", Text(L"People"));
-  design.Set(L"DbField", Text(L"Name"));
-  ASSERT_EQ(design.Show(), S_OK);
-  EXPECT_EQ(TheRegistry().ReadControlField(TheForm(), people, people.Fields[1], text), 0);
-}
-
 TEST_F(Edit, TheInputMethodIsSetWhileTheFocusIsInside) {
   PlayedInputMethod method;
   edit_.Set(L"IMEMode", Long(4));

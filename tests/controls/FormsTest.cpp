@@ -27,22 +27,6 @@ TEST(Forms, WhicheverControlComesFirstEachFormFindsItsOwn) {
   } while (std::ranges::next_permutation(order).found);
 }
 
-TEST(Forms, TwoDatabaseControlsOnOneFormServeTheirOwnControls) {
-  PeopleForm form(L"Abe", "dbe");
-  Company other;
-  Hosted<CQRNBtr> second(L"Db2");
-  second.Set(L"DDFDir", Text(other.Directory()));
-  second.site.form = form.window.get();
-  second.Show();
-  CallMethod(second.object(), L"DbSetFieldData", {Text(L"People"), Text(L"Name"), Text(L"Ueda")});
-  CallMethod(second.object(), L"DbAccess", {Short(2), Text(L"People"), Text(L"ByCode")});
-  form.Click();
-  EXPECT_EQ(TextOf(form.edit.window()), "Abe");
-  form.button.Set(L"DbSource", Text(L"Db2"));
-  form.Click();
-  EXPECT_EQ(TextOf(form.edit.window()), "Ueda") << "the field's control takes either's record";
-}
-
 TEST(Forms, AFrameIsSeenThrough) {
   WNDCLASSW description{};
   description.lpfnWndProc = DefWindowProcW;

@@ -124,22 +124,5 @@ TEST_F(Grids, PropertiesOfTheBindingAskForLeaveAndTellOfChange) {
   EXPECT_EQ(Value(L"Cols"), "ok I4:6") << "they grow with the fields";
 }
 
-TEST_F(Grids, TextsOfTheCurrentCellAndOfTheSelection) {
-  MakeShown();
-  Set(L"Col", Long(3));
-  EXPECT_EQ(Value(L"Text"), "ok BSTR:Kyoto");
-  Set(L"Col", Long(2));
-  Set(L"Text", Text(L"a\t\tb"));
-  EXPECT_EQ(Row(1), "   1|1|a|b|");
-  Set(L"FillStyle", Long(1));
-  for (const auto& [name, index] :
-       {std::pair{L"SelStartRow", 2}, {L"SelEndRow", 3}, {L"SelStartCol", 1}, {L"SelEndCol", 2}}) {
-    Set(name, Long(index));
-  }
-  Set(L"Text", Text(L"z"));
-  EXPECT_EQ(Row(2), "   2|z|z|Osaka|");
-  EXPECT_EQ(Row(3), "   3|z|z|Kyoto|");
-}
-
 }  // namespace
 }  // namespace qrn::test
