@@ -36,16 +36,6 @@ TEST_F(Fill, FollowsTheKeyAndLeavesEmptyRowsOut) {
   EXPECT_EQ(list_.rows, "2;1;3;") << "by name";
 }
 
-TEST_F(Fill, ComesBackToTheCurrentRecord) {
-  InsertThree();
-  form_.texts = {{"Code", "2"}};
-  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetEqual, button_), 0);
-  EXPECT_EQ(Run("Name"), 0);
-  EXPECT_EQ(office_.Field("People", "Code"), "2");
-  EXPECT_EQ(DbButtonRead(office_.engine, BtrOpGetNext, button_), 0);
-  EXPECT_EQ(form_.texts["Code"], "3");
-}
-
 TEST_F(Fill, WithoutRecordsOrFieldTheListStays) {
   EXPECT_EQ(Run("Name"), 0);
   EXPECT_EQ(list_.rows, "before;");
@@ -57,14 +47,6 @@ TEST_F(Fill, WithoutRecordsOrFieldTheListStays) {
   log.Take();
   EXPECT_EQ(Run("Name"), 0);
   EXPECT_EQ(log.Take(), "");
-}
-
-TEST_F(Fill, AKeyThatIsNoneFailsWithItsMessage) {
-  InsertThree();
-  Messages messages;
-  EXPECT_EQ(Run("Name", 4), -1);
-  EXPECT_EQ(messages.Take(), "VE804 インデックスの指定が不正です。; ");
-  EXPECT_EQ(list_.rows, "before;");
 }
 
 TEST_F(Fill, ReadsWithoutLocksAtTheFixedLength) {

@@ -41,13 +41,5 @@ TEST_F(TwoForms, ALockElsewhereRefusesLocksAndWritesButNoPlainRead) {
   EXPECT_EQ(DbButtonUpdate(office_.engine, button_, false), 0);
 }
 
-TEST_F(TwoForms, AFormsLockKeepsTheOtherFromWriting) {
-  button_.locks = kLockMultiNoWait;
-  EXPECT_EQ(Read("2"), 0);
-  ASSERT_EQ(other_.Reads(2), 0);
-  EXPECT_EQ(other_.Updates(OtherStation::kName, 'z', OtherStation::kNoWait), 84);
-  EXPECT_EQ(other_.Deletes(OtherStation::kNoWait), 84);
-}
-
 }  // namespace
 }  // namespace qrn::test

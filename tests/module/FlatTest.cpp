@@ -211,14 +211,6 @@ TEST_F(Flat, RecordsOfVariableLengthKeepTheirTexts) {
   EXPECT_EQ(status, 9);
 }
 
-TEST_F(Flat, OpenModesReachTheRecordManager) {
-  Start();
-  constexpr int16_t kReadOnly = -2;
-  EXPECT_EQ(api_->DbSetOwnerName(0, "ignored without one", kReadOnly), 0);
-  EXPECT_EQ(api_->DbOpen(kPeople), 0);
-  EXPECT_EQ(Insert("1", "x", "y"), 46);
-}
-
 TEST_F(Flat, TheVersionIsThatOfTheRecordManager) {
   Start();
   uint8_t version[6] = {0, 0, 0, 0, 0, 0xEE};

@@ -58,16 +58,6 @@ TEST_F(GridEdit, OfAnEmptyCellIsComparedWithTheCellBefore) {
   EXPECT_EQ(Events(grid_.TakeLog()), "BeforeColUpdate() AfterColUpdate");
 }
 
-TEST_F(GridEdit, CancelledInTheRowIsTriedAgainAtTheNextLeaving) {
-  grid_.cancel = "BeforeUpdate";
-  EXPECT_EQ(EventsOf(2, 2, "x"), "BeforeColUpdate(x) AfterColUpdate BeforeUpdate");
-  EXPECT_EQ(grid_.model.rowDirty, 1);
-  EXPECT_EQ(Stored("2"), "もも,Nara");
-  grid_.cancel = "";
-  EXPECT_EQ(Leave(2), "BeforeUpdate AfterUpdate");
-  EXPECT_EQ(Stored("2"), "x,Nara");
-}
-
 TEST_F(GridEdit, WritesEmptyTextsButNoRowWithoutAny) {
   EXPECT_EQ(EventsOf(2, 2, ""), std::string("BeforeColUpdate() ") + kWritten);
   EXPECT_EQ(Stored("2"), ",Nara");
