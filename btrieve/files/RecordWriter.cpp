@@ -112,18 +112,19 @@ Status RecordWriter::CarryElsewhere(const WritePlan& plan, ByteView image, uint6
 }
 
 Status RecordWriter::CarryBlock(std::span<const WritePlan> plans, std::span<const ByteView> images,
-                                uint64_t& version) {
+                                uint64_t& version, bool commits) {
   file_.Base().EndWalks();
   Head& head = file_.Base().Counts();
   const Head before = head;
   std::vector<RowChange> changes;
+  changes.reserve(plans.size());
   for (size_t at = 0; at < plans.size(); ++at) {
     const WritePlan& plan = plans[at];
     version = CountRow(plan);
     changes.push_back(
         {plan.position, false, true, version, plan.numbers.Stored(), images[at], plan.keys});
   }
-  const Status status = file_.Base().CarryBlockElsewhere(changes);
+  const Status status = file_.Base().CarryBlockElsewhere(changes, commits);
   if (status != kOk) head = before;
   return status;
 }

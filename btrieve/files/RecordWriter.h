@@ -56,7 +56,8 @@ class RecordWriter {
   // New records together, planned one behind the other, in a file that is kept elsewhere: all, or
   // with 5 none. `version` is the last one's.
   [[nodiscard]] Status CarryBlock(std::span<const WritePlan> plans,
-                                  std::span<const ByteView> images, uint64_t& version);
+                                  std::span<const ByteView> images, uint64_t& version,
+                                  bool commits = false);
 
   // Puts records as the log of a transaction has them, whatever stands there now: first Clear for
   // all of them, which takes away the entries that move, then Fill for all. One at a time they

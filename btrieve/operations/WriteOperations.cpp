@@ -225,7 +225,7 @@ Status CheckWritable(const Cursor& cursor) noexcept {
 }
 
 // A block on its way to a file that is kept elsewhere takes about as much room there as an answer.
-constexpr size_t kBlockRecords = 1024;
+constexpr size_t kBlockRecords = 4096;
 constexpr size_t kBlockBytes = 1u << 20;
 
 bool WantsAutoIncrement(const DataFile& file, ByteView image) {
@@ -249,7 +249,7 @@ std::span<const ByteView> BlockOf(const WriteScope& scope, const DataFile& file,
 
 // 5, with none of them inserted, when one of them cannot be.
 Status InsertBlock(WriteScope& scope, std::span<const ByteView> images, Written& written,
-                   std::vector<uint32_t>& positions) {
+                   std::vector<uint32_t>& positions, bool last) {
   uint32_t position = 0;
   if (const Status status = scope.NewPosition(position)) return status;
   if (images.size() > kHighestPosition - position) return kDuplicateKey;
@@ -257,7 +257,7 @@ Status InsertBlock(WriteScope& scope, std::span<const ByteView> images, Written&
   for (size_t at = 0; at < images.size(); ++at) {
     scope.Writer().PlanInsert(images[at], position + static_cast<uint32_t>(at), plans[at]);
   }
-  if (const Status status = scope.CarryBlock(plans, images, written.version)) return status;
+  if (const Status status = scope.CarryBlock(plans, images, written.version, last)) return status;
   for (const WritePlan& plan : plans) positions.push_back(plan.position);
   written.plan = std::move(plans.back());
   written.image.bytes.assign(images.back().begin(), images.back().end());
@@ -276,7 +276,8 @@ Status InsertAll(WriteScope& scope, DataFile& file, const std::vector<ByteView>&
     const auto block = done < alone ? std::span<const ByteView>()
                                     : BlockOf(scope, file, std::span(images).subspan(done));
     if (!block.empty()) {
-      const Status status = InsertBlock(scope, block, written, positions);
+      const bool last = done + block.size() == images.size();
+      const Status status = InsertBlock(scope, block, written, positions, last);
       if (status != kOk && status != kDuplicateKey) return status;
       if (status == kDuplicateKey) alone = done + block.size();
       continue;

@@ -79,7 +79,7 @@ std::string BlockStatement::CountText(size_t slot, const std::string& entries) {
   const std::string behind = "'\\x" + std::string(2 * kBehindAll, 'f') + "'::bytea";
   return "(SELECT count(*) FROM (SELECT DISTINCT substring(e FROM 1 FOR " + size +
          ") AS v FROM unnest(" + entries +
-         ") AS e WHERE e IS NOT NULL) AS s WHERE NOT EXISTS "
+         ") AS e WHERE e IS NOT NULL ORDER BY 1) AS s WHERE NOT EXISTS "
          "(SELECT 1 FROM " +
          table_ + " WHERE " + key + " >= v AND " + key + " < v || " + behind + "))";
 }

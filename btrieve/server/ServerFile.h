@@ -1,11 +1,13 @@
 // A data file that stands on a server, as storage reads it.
 //
 // Walks read ahead: the first step asks for one record, the following ones for a batch of at most
-// kFirstBatch records or about kBatchBytes, which grows while the walk goes on, by kGrowth powers
-// of two at a time. A batch is dropped once the server has told that the
-// file was written, and when it is older than kOldestAnswer: then the walk goes on from where it
-// stood. So an answer is never older than that, and seldom older than the way from the server. An
-// extended read tells how much it wants; that is asked for at once, by its condition.
+// kFirstBatch records or about kBatchBytes (kFirstOfAnyLength where records have any length), which
+// grows while the walk goes on, by powers of two: kGrowth at a time for somebody who turns pages,
+// kGrowthOfPrograms for who used the last one up in kInPassing a record. A batch is dropped once
+// the server has told that the file was written, and when it is older than kOldestAnswer: then the
+// walk goes on from where it stood. So an answer is never older than that, and seldom older than
+// the way from the server. An extended read tells how much it wants; that is asked for at once, by
+// its condition.
 //
 // Who writes has the file's row of btrieve_files locked from the beginning to the end, so writers
 // of one file come one after another. A record's write is two round trips: one begins the
@@ -28,9 +30,12 @@
 
 namespace btrieve::server {
 
-inline constexpr int64_t kFirstBatch = 50;
+inline constexpr uint32_t kFirstBatch = 400;
+inline constexpr uint32_t kFirstOfAnyLength = 50;
 inline constexpr int kGrowth = 3;
+inline constexpr int kGrowthOfPrograms = 6;
 inline constexpr int kMostGrown = 9;
+inline constexpr std::chrono::microseconds kInPassing{100};
 inline constexpr size_t kBatchBytes = 65536;
 inline constexpr size_t kMostBatchBytes = size_t{4} << 20;
 inline constexpr std::chrono::milliseconds kOldestAnswer{2000};
@@ -75,7 +80,8 @@ class ServerFile final : public ForeignFile {
   [[nodiscard]] Status Carry(const RowChange& change, const Head& head,
                              const CarryTerms& terms) override;
   uint32_t PutPositionsAside(uint32_t count) override;
-  [[nodiscard]] Status CarryBlock(std::span<const RowChange> changes, const Head& head) override;
+  [[nodiscard]] Status CarryBlock(std::span<const RowChange> changes, const Head& head,
+                                  bool commits) override;
   void CommitWrite(const Head& head) override;
   void RollbackWrite() noexcept override;
   uint32_t FindFreePosition() override;
@@ -120,7 +126,8 @@ class ServerFile final : public ForeignFile {
   void Follow(ServerSpec spec);
   void TakeBackKeys() noexcept;
   void Begun(const Rows& heads, Head& head);
-  void Commit(std::vector<Question> last);
+  // Nothing of a commit among them that has been made though the answers to it were lost.
+  std::vector<Rows> AskToEnd(const std::vector<Question>& questions, bool commits);
   void Leave() noexcept;
   void Keep(const Head& head);
   bool HasChanged(const Head& head) const noexcept;

@@ -74,19 +74,24 @@ DROP FUNCTION IF EXISTS {schema}.btrieve_range_size(), {schema}.btrieve_position
   {schema}.btrieve_cut(bigint, text, int, bytea, int), {schema}.btrieve_fold(bigint, text);
 )";
 
-// Behind a WITH of changes(key, entry, n), where in btrieve_ranges each stands, by its place: of
-// few looked for one by one, of many among all ranges of their order.
+// Behind a WITH of changes(key, entry, n), where in btrieve_ranges each stands, by its place.
 constexpr char kFewPlaces[] = R"(,
     places AS (
       SELECT (SELECT b.ctid FROM {schema}.btrieve_ranges AS b WHERE b.file = {file} AND
               b.key = c.key AND b.low <= c.entry ORDER BY b.low DESC LIMIT 1) AS place, c.n
       FROM changes AS c))";
-constexpr char kManyPlaces[] = R"(,
+
+// The same for many new rows: each order of theirs among all its ranges, which are read once.
+constexpr char kManyPlaces[] = R"(WITH
     orders AS MATERIALIZED (
       SELECT key, array_agg(low ORDER BY low) AS lows, array_agg(ctid ORDER BY low) AS places
       FROM {schema}.btrieve_ranges WHERE file = {file} GROUP BY key),
-    places AS (SELECT o.places[width_bucket(c.entry, o.lows)] AS place, c.n
-      FROM changes AS c JOIN orders AS o ON o.key = c.key))";
+    places AS ({orders}))";
+constexpr char kPlacesOfOrder[] =
+    "SELECT o.places[r.at] AS place, r.n FROM orders AS o CROSS JOIN (SELECT width_bucket({entry}, "
+    "(SELECT lows FROM orders WHERE key = {key})) AS at, count(*) AS n FROM rows_here WHERE "
+    "{column} "
+    "IS NOT NULL GROUP BY 1) AS r WHERE o.key = {key}";
 
 // Behind one of these: adds them to the ranges; its rows are the ranges to be looked at.
 constexpr char kCounting[] = R"(,
@@ -110,22 +115,14 @@ BEGIN
     END IF;
   ELSIF TG_OP = 'INSERT' THEN
     IF (SELECT count(*) FROM rows_here) > 50 THEN
-      FOR grown IN WITH changes AS ({come}){many}{counting} LOOP
-        PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-      END LOOP;
+      {count many}
     ELSE
-      FOR grown IN WITH changes AS ({come}){few}{counting} LOOP
-        PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-      END LOOP;
+      {count come}
     END IF;
   ELSIF TG_OP = 'DELETE' THEN
-    FOR grown IN WITH changes AS ({go}){few}{counting} LOOP
-      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-    END LOOP;
+    {count go}
   ELSE
-    FOR grown IN WITH changes AS ({move}){few}{counting} LOOP
-      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
-    END LOOP;
+    {count move}
   END IF;
   RETURN NULL;
 END $$;
@@ -136,6 +133,11 @@ CREATE TRIGGER btrieve_go AFTER DELETE ON {table} REFERENCING OLD TABLE AS rows_
 CREATE TRIGGER btrieve_move AFTER UPDATE ON {table}
   FOR EACH ROW WHEN ({moves}) EXECUTE FUNCTION {schema}.btrieve_follow_{file}();
 )";
+
+// {places}: of what has come or gone.
+constexpr char kLoopText[] = R"(FOR grown IN {places}{counting} LOOP
+      PERFORM {schema}.btrieve_cut({file}, '{table}', grown.key, grown.low, grown.n);
+    END LOOP;)";
 
 constexpr char kRowsText[] =
     "SELECT e.key, e.entry, {n} AS n FROM rows_here CROSS JOIN LATERAL (VALUES {entries}) AS "
@@ -239,6 +241,15 @@ std::string RowsText(const std::vector<uint16_t>& keyIds, const char* n) {
   return Filled(kRowsText, {{"n", n}, {"entries", Listed(keyIds, ", ", entry)}});
 }
 
+std::string ManyText(const std::vector<uint16_t>& keyIds) {
+  const auto places = [](uint16_t key) {
+    return Filled(kPlacesOfOrder, {{"entry", EntryOf(key, "rows_here.")},
+                                   {"column", ColumnOf(key)},
+                                   {"key", std::to_string(key)}});
+  };
+  return Filled(kManyPlaces, {{"orders", Listed(keyIds, " UNION ALL ", places)}});
+}
+
 std::string MoveText(const std::vector<uint16_t>& keyIds) {
   const auto entry = [](uint16_t key) {
     return "(" + std::to_string(key) + ", " + EntryOf(key, "OLD.") + ", " + EntryOf(key, "NEW.") +
@@ -267,13 +278,20 @@ std::string DropRangesText(const std::string& schema) {
 }
 
 void FollowWrites(ServerLink& link, const RangedFile& file, const std::vector<uint16_t>& keyIds) {
-  Words words = {{"come", RowsText(keyIds, "1")},
+  const auto loop = [](const std::string& places) {
+    return Filled(kLoopText, {{"places", places}, {"counting", kCounting}});
+  };
+  const auto few = [&](const char* changes) {
+    return loop(std::string("WITH changes AS ({") + changes + "})" + kFewPlaces);
+  };
+  Words words = {{"count many", loop(ManyText(keyIds))},
+                 {"count come", few("come")},
+                 {"count go", few("go")},
+                 {"count move", few("move")},
+                 {"come", RowsText(keyIds, "1")},
                  {"go", RowsText(keyIds, "-1")},
                  {"move", MoveText(keyIds)},
-                 {"moves", MovesText(keyIds)},
-                 {"few", kFewPlaces},
-                 {"many", kManyPlaces},
-                 {"counting", kCounting}};
+                 {"moves", MovesText(keyIds)}};
   const Words of = FileWords(file);
   words.insert(words.end(), of.begin(), of.end());
   link.Run(Filled(kFollowText, words));

@@ -23,11 +23,21 @@ bool ServerWalk::BatchHolds(const ScanDemand* demand) const {
   return demand && demand->request && BytesEqual(condition_, demand->request->Condition());
 }
 
-// One record, for who wants no more; then a batch; then more and more, for who has used it up most
-// likely goes on for long. Who tells how many it wants gets so many at once.
+// Who has used a batch up most likely goes on for long.
+int ServerWalk::Grown() const {
+  if (next_ != rows_.Count() || asked_ <= 1) return 0;
+  const bool inPassing = Clock::now() < read_ + next_ * kInPassing;
+  return std::min(grown_ + (inPassing ? kGrowthOfPrograms : kGrowth), kMostGrown);
+}
+
+uint32_t ServerWalk::FirstBatch() const noexcept {
+  return file_.Spec().IsVariable() ? kFirstOfAnyLength : kFirstBatch;
+}
+
+// One record, for who wants no more; then a batch; then more and more. Who tells how many it wants
+// gets so many at once.
 void ServerWalk::ReadOn(const ScanDemand* demand) {
-  const bool wasUsed = next_ == rows_.Count() && asked_ > 1;
-  grown_ = wasUsed ? std::min(grown_ + kGrowth, kMostGrown) : 0;
+  grown_ = Grown();
   changes_ = file_.Changes();
   read_ = Clock::now();
   next_ = 0;
@@ -36,7 +46,7 @@ void ServerWalk::ReadOn(const ScanDemand* demand) {
   condition_.clear();
   if (demand) return ReadFor(*demand);
   if (lastSize_ == 0) return ReadRows(1);
-  if (grown_ > 0 && file_.Spec().IsVariable()) return ReadFor({nullptr, kFirstBatch, 1});
+  if (grown_ > 0 && file_.Spec().IsVariable()) return ReadFor({nullptr, FirstBatch(), 1});
   ReadRows(
       RowsThatFit(RowsWanted({nullptr, 0, 1}), std::min(kBatchBytes << grown_, kMostBatchBytes)));
 }
@@ -55,7 +65,7 @@ void ServerWalk::ReadFor(const ScanDemand& demand) {
 
 int64_t ServerWalk::RowsWanted(const ScanDemand& demand) const noexcept {
   if (demand.oneByOne) return 1;
-  const int64_t least = lastSize_ == 0 ? 1 : kFirstBatch;
+  const int64_t least = lastSize_ == 0 ? 1 : FirstBatch();
   return std::min(std::max<int64_t>(demand.wanted, least) << grown_, kMostExamined);
 }
 

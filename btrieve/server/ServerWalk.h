@@ -30,6 +30,8 @@ class ServerWalk final : public ForeignWalk {
   bool PassOver(ScanDemand* demand);
   void Pass(const Hit& hit);
 
+  int Grown() const;
+  uint32_t FirstBatch() const noexcept;
   void ReadOn(const ScanDemand* demand);
   void ReadFor(const ScanDemand& demand);
   void ReadRows(int64_t rows);
@@ -55,7 +57,7 @@ class ServerWalk final : public ForeignWalk {
   int64_t examined_ = 0;            // rows of the stretch up to the one given last
   std::vector<uint8_t> condition_;  // by which rows have been left out; empty: none have
   int64_t asked_ = 0;               // rows of the batch
-  int grown_ = 0;                   // by so many powers of two
+  int grown_ = 0;                   // by so many powers of two over a first one
   size_t lastSize_ = 0;             // bytes of the last record given; 0 before the first
   uint64_t changes_ = 0;            // the file's, before the batch was asked for
   Clock::time_point read_;          // when it was

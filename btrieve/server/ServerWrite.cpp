@@ -103,6 +103,18 @@ void ServerFile::Leave() noexcept {
   link_->Work().Leave();
 }
 
+std::vector<Rows> ServerFile::AskToEnd(const std::vector<Question>& questions, bool commits) {
+  std::vector<Rows> answers;
+  try {
+    answers = link_->AskAll(questions);
+  } catch (const Failure&) {
+    const bool isLost = commits && !link_->IsAlive();
+    if (!isLost || !link_->HasCommitted(link_->Work().Number())) throw;
+  }
+  if (commits) Leave();
+  return answers;
+}
+
 Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryTerms& terms) {
   if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   RowStatement statement(spec_, TableName(place_.schema, place_.table), FilesTable(place_.schema));
@@ -112,16 +124,8 @@ Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryT
   const bool commits = terms.commits && link_->Work().IsLast();
   if (commits && later_) questions.push_back(FoldQuestion(Ranged()));
   if (commits) questions.push_back({kCommit, {}});
-  std::vector<Rows> answers;
-  try {
-    answers = link_->AskAll(questions);
-  } catch (const Failure&) {
-    const bool isLost = commits && !link_->IsAlive();
-    if (!isLost || !link_->HasCommitted(link_->Work().Number())) throw;
-    Leave();
-    return kOk;
-  }
-  if (commits) Leave();
+  const std::vector<Rows> answers = AskToEnd(questions, commits);
+  if (answers.empty()) return kOk;
   const Status status = RowStatement::StatusOf(answers.front(), change);
   if (status == kOk) Keep(head);
   return status;
@@ -150,16 +154,19 @@ void ServerFile::Keep(const Head& head) {
   stored_.distinct = counts;
 }
 
-Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& head) {
+Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& head, bool commits) {
   if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   BlockStatement statement(spec_, TableName(place_.schema, place_.table),
                            FilesTable(place_.schema));
-  const std::vector<Question> questions = {{"SAVEPOINT btrieve_block", {}},
-                                           statement.Make(changes, head),
-                                           {"RELEASE SAVEPOINT btrieve_block", {}}};
+  commits = commits && link_->Work().IsLast();
+  const std::vector<Question> questions = {
+      {"SAVEPOINT btrieve_block", {}},
+      statement.Make(changes, head),
+      {commits ? kCommit : "RELEASE SAVEPOINT btrieve_block", {}}};
   ForgetRead();
   try {
-    const std::vector<Rows> answers = link_->AskAll(questions);
+    const std::vector<Rows> answers = AskToEnd(questions, commits);
+    if (answers.empty()) return kOk;
     if (answers[1].Number(0, 0) != static_cast<int64_t>(changes.size())) ThrowDamaged();
   } catch (const Failure& failure) {
     if (failure.status != kDuplicateKey || !link_->IsAlive()) throw;
@@ -193,15 +200,11 @@ void ServerFile::CommitWrite(const Head& head) {
   std::vector<Question> questions;
   if (HasChanged(head)) questions.push_back(HeadUpdate(head));
   if (later_) questions.push_back(FoldQuestion(Ranged()));
-  if (work.IsLast()) questions.push_back({kCommit, {}});
-  try {
-    if (!questions.empty()) link_->AskAll(questions);
-  } catch (const Failure&) {
-    const bool isLost = work.IsLast() && !link_->IsAlive();
-    if (!isLost || !link_->HasCommitted(work.Number())) throw;
-  }
+  const bool commits = work.IsLast();
+  if (commits) questions.push_back({kCommit, {}});
+  if (!questions.empty()) AskToEnd(questions, commits);
   ForgetRead();
-  Leave();
+  if (!commits) Leave();
 }
 
 void ServerFile::RollbackWrite() noexcept {

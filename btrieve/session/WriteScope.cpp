@@ -280,8 +280,8 @@ bool WriteScope::TakesBlocks() const noexcept {
 }
 
 Status WriteScope::CarryBlock(std::span<const WritePlan> plans, std::span<const ByteView> images,
-                              uint64_t& version) {
-  return Guarded([&] { return Writer().CarryBlock(plans, images, version); });
+                              uint64_t& version, bool last) {
+  return Guarded([&] { return Writer().CarryBlock(plans, images, version, IsLone() && last); });
 }
 
 void WriteScope::Commit() {

@@ -51,10 +51,12 @@ class WriteScope {
   // As RecordWriter::Carry. After `last` comes nothing but Commit.
   [[nodiscard]] Status Carry(const WritePlan& plan, ByteView image, uint64_t& version,
                              bool last = false);
-  // Whether new records can be carried together, without claims: see RecordWriter::CarryBlock.
+  // Whether new records can be carried together, without claims: see RecordWriter::CarryBlock;
+  // `last` as with Carry.
   bool TakesBlocks() const noexcept;
   [[nodiscard]] Status CarryBlock(std::span<const WritePlan> plans,
-                                  std::span<const ByteView> images, uint64_t& version);
+                                  std::span<const ByteView> images, uint64_t& version,
+                                  bool last = false);
   void Commit();
 
  private:

@@ -13,7 +13,7 @@ namespace {
 Status ForeignFile::BeginWrite(Head&, LoneWrite*) { RefuseWriting(); }
 Status ForeignFile::Carry(const RowChange&, const Head&, const CarryTerms&) { RefuseWriting(); }
 uint32_t ForeignFile::PutPositionsAside(uint32_t) { RefuseWriting(); }
-Status ForeignFile::CarryBlock(std::span<const RowChange>, const Head&) { RefuseWriting(); }
+Status ForeignFile::CarryBlock(std::span<const RowChange>, const Head&, bool) { RefuseWriting(); }
 void ForeignFile::CommitWrite(const Head&) { RefuseWriting(); }
 uint32_t ForeignFile::FindFreePosition() { RefuseWriting(); }
 void ForeignFile::WriteOwner(const OwnerRecord&) { RefuseWriting(); }

@@ -129,8 +129,9 @@ class ForeignFile {
   virtual uint32_t PutPositionsAside(uint32_t count);
   // New records, one behind the other, all of them or, with 5, none: then somebody else's record,
   // or one among them, has a value. For a lone write that takes blocks and for exclusive
-  // transactions. `head` as with Carry.
-  [[nodiscard]] virtual Status CarryBlock(std::span<const RowChange> changes, const Head& head);
+  // transactions. `head` and `commits` as with Carry.
+  [[nodiscard]] virtual Status CarryBlock(std::span<const RowChange> changes, const Head& head,
+                                          bool commits);
   // Nothing, where Carry has committed.
   virtual void CommitWrite(const Head& head);
   virtual void RollbackWrite() noexcept {}

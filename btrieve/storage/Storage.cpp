@@ -294,9 +294,9 @@ Status Storage::CarryElsewhere(const RowChange& change, const CarryTerms& terms)
   return foreign_->Carry(change, head_, terms);
 }
 
-Status Storage::CarryBlockElsewhere(std::span<const RowChange> changes) {
+Status Storage::CarryBlockElsewhere(std::span<const RowChange> changes, bool commits) {
   wrote_ = true;
-  return foreign_->CarryBlock(changes, head_);
+  return foreign_->CarryBlock(changes, head_, commits);
 }
 
 // Its first page takes the place of the lost commit's first page in the log, and with that the

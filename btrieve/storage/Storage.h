@@ -159,7 +159,7 @@ class Storage {
   [[nodiscard]] Status BeginLoneWrite(LoneWrite& lone);
   // There as RecordWriter carries it; `head` is to hold the counters.
   [[nodiscard]] Status CarryElsewhere(const RowChange& change, const CarryTerms& terms);
-  [[nodiscard]] Status CarryBlockElsewhere(std::span<const RowChange> changes);
+  [[nodiscard]] Status CarryBlockElsewhere(std::span<const RowChange> changes, bool commits);
   void CommitWrite();
   void RollbackWrite() noexcept;
   bool IsWriting() const noexcept { return writing_; }
