@@ -219,5 +219,31 @@ TEST_F(Moves, ChangeNothingWhereTheServerRefuses) {
   EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname = '" + Schema() + "'"), 0);
 }
 
+// Every table of that name that comes finds no room for its records.
+constexpr char kFillUp[] = R"(
+CREATE FUNCTION public.refuse() RETURNS trigger LANGUAGE plpgsql AS $$
+BEGIN RAISE SQLSTATE '53100' USING MESSAGE = 'no space left on device'; END $$;
+CREATE FUNCTION public.fill_up() RETURNS event_trigger LANGUAGE plpgsql AS $$
+DECLARE made text;
+BEGIN
+  FOR made IN SELECT object_identity FROM pg_event_trigger_ddl_commands()
+              WHERE object_type = 'table' AND object_identity LIKE '%goods%' LOOP
+    EXECUTE 'CREATE TRIGGER is_full AFTER INSERT ON ' || made || ' EXECUTE FUNCTION public.refuse()';
+  END LOOP;
+END $$;
+CREATE EVENT TRIGGER fill_up ON ddl_command_end EXECUTE FUNCTION public.fill_up())";
+
+TEST_F(Moves, LeaveEverythingAsItWasOnAServerThatFillsUp) {
+  BuildShop();
+  Sql(kFillUp);
+  const Said said = Move();
+  Sql("DROP EVENT TRIGGER fill_up; DROP FUNCTION public.fill_up(); DROP FUNCTION public.refuse()");
+  EXPECT_NE(said.code, 0);
+  EXPECT_NE(said.err.find("status 18"), std::string::npos) << Line(said);
+  EXPECT_EQ(Changed(), "");
+  EXPECT_EQ(Ask("SELECT count(*) FROM pg_namespace WHERE nspname = '" + Schema() + "'"), 0);
+  EXPECT_EQ(Move().code, 0) << "once there is room";
+}
+
 }  // namespace
 }  // namespace qrndata::test

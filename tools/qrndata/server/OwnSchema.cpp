@@ -1,17 +1,18 @@
 #include "tools/qrndata/server/OwnSchema.h"
 
+#include "btrieve/server/ServerLayout.h"
+
 namespace qrndata {
 
 using btrieve::ViewOf;
 using btrieve::server::Arguments;
+using btrieve::server::Quoted;
 using btrieve::server::Rows;
 using btrieve::server::ServerLink;
 
 namespace {
 
 constexpr char kMark[] = "made by qrndata";
-
-std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 
 // The schema's comment, a row; none without the schema.
 Rows CommentOf(ServerLink& link, const std::string& schema) {

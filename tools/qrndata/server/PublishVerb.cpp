@@ -118,7 +118,7 @@ void Publishing::PublishTable(const Table& table) {
 // Others' rights stay: a view that has the columns it had, and new ones behind them, is replaced,
 // another one is made anew with the readers it had.
 void Publishing::MakeView(const std::string& name, const std::string& select) {
-  const std::string view = "\"" + schema_ + "\"." + name;
+  const std::string view = server::Quoted(schema_) + "." + name;
   const std::string text = "VIEW " + view + " AS " + select;
   made_.push_back(name);
   link_->Run("SAVEPOINT view");
@@ -137,7 +137,7 @@ void Publishing::MakeView(const std::string& name, const std::string& select) {
 }
 
 std::vector<std::string> Publishing::ReadersOf(const std::string& name) {
-  const std::string view = "\"" + schema_ + "\"." + name;
+  const std::string view = server::Quoted(schema_) + "." + name;
   const Rows rows = link_->Ask(
       "SELECT CASE a.grantee WHEN 0 THEN 'PUBLIC' ELSE quote_ident(pg_get_userbyid(a.grantee)) END "
       "FROM pg_class c, aclexplode(c.relacl) a WHERE c.oid = "
@@ -150,7 +150,7 @@ std::vector<std::string> Publishing::ReadersOf(const std::string& name) {
 void Publishing::DropOthers() {
   for (const std::string& name : OurViews(*link_, schema_)) {
     if (std::ranges::find(made_, name) != made_.end()) continue;
-    link_->Run("DROP VIEW \"" + schema_ + "\"." + name);
+    link_->Run("DROP VIEW " + server::Quoted(schema_) + "." + name);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "btrieve/server/ServerLayout.h"
 #include "tools/qrndata/FieldTypes.h"
 #include "tools/qrndata/Text.h"
 
@@ -110,7 +111,7 @@ std::string ColumnOf(const qrn::DbFieldInfo& field, const std::string& schema) {
   ReplaceAll(value, "%p", std::to_string(std::max(field.Offset, 0)));
   ReplaceAll(value, "%w", std::to_string(std::max(field.Size, 0)));
   ReplaceAll(value, "%d", std::to_string(field.Decimals));
-  ReplaceAll(value, "$", "\"" + schema + "\"");
+  ReplaceAll(value, "$", btrieve::server::Quoted(schema));
   return value;
 }
 

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "btrieve/server/ServerLayout.h"
+
 namespace qrndata {
 
 namespace {
@@ -245,7 +247,7 @@ $f$;
 )sql";
 
 std::string In(const std::string& schema, std::string text) {
-  const std::string name = "\"" + schema + "\".";
+  const std::string name = btrieve::server::Quoted(schema) + ".";
   for (size_t at = text.find("$."); at != text.npos; at = text.find("$.", at + name.size())) {
     text.replace(at, 2, name);
   }

@@ -9,6 +9,7 @@ namespace qrndata {
 
 using btrieve::ViewOf;
 using btrieve::server::Arguments;
+using btrieve::server::Quoted;
 using btrieve::server::Rows;
 using btrieve::server::ServerLink;
 
@@ -39,7 +40,7 @@ std::vector<std::string> OurViews(ServerLink& link, const std::string& viewSchem
 
 void Unpublish(ServerLink& link, const std::string& schema) {
   const std::string views = ViewSchema(schema);
-  const std::string drop = "DROP VIEW \"" + views + "\".";
+  const std::string drop = "DROP VIEW " + Quoted(views) + ".";
   for (const std::string& name : OurViews(link, views)) link.Run(drop + name);
   if (RelationNumber(link, views, kCharacters) != 0) TryToRun(link, DropViewFunctions(views));
   DropOwnSchema(link, views);
