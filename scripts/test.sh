@@ -4,7 +4,7 @@
 # fuzz target under its driver, run for a few seconds; every tests/scripts/*.sh is one test, passed
 # when it exits with 0. Logs go to build/test-logs.
 #
-# Four lanes run at once: two with a Wine prefix and a display each, which turn to the native
+# Five lanes run at once: three with a Wine prefix and a display each, which turn to the native
 # programs when no Windows test is left, and two for native programs and the checks of the sources:
 # many tests wait, for a lock, a key or a process, and leave the processor to others meanwhile.
 # TEST_ONLY, an extended regular expression, picks among the paths of programs and scripts.
@@ -13,11 +13,11 @@
 # the latter the path begins with "server:".
 
 LOGS=$BUILD/test-logs
-FUZZ_SECONDS=${FUZZ_SECONDS:-4}
+FUZZ_SECONDS=${FUZZ_SECONDS:-2}
 # The same choices each time: what a change broke is told from what luck found. `./run fuzz` and
 # QRN_SEED look for more.
 export QRN_SEED=${QRN_SEED:-20021122}
-WINDOWS_LANES=2
+WINDOWS_LANES=3
 NATIVE_LANES=2
 
 # tally NAME LOG EXIT SECONDS: reads GoogleTest's closing lines; a program that ended badly without
@@ -85,10 +85,12 @@ next() {
 }
 
 # The tests that take longest come first, in this order, so that no lane is left with one at the end.
-LONGEST='test_qrnform.exe test_designer_window.exe test_controls.exe test_design.exe test_btrieve_calls.exe test_pages.exe
-  customer-card.sh look-up.sh deaths-of-both-kinds.sh test_qrndata.exe two-runners.sh
-  test_btrieve_crashes test_btrieve_sharing test_btrieve_disks test_btrieve_kills
-  test_btrieve_calls test_qrndata format.sh'
+LONGEST='test_qrnform.exe test_controls.exe test_qrndata_server.exe test_btrieve_server.exe
+  test_designer_window.exe test_pages.exe test_design.exe test_qrndata.exe customer-card.sh stations.sh
+  server-backup.sh test_designer_panes.exe look-up.sh documented-form.sh test_btrieve_calls.exe
+  two-stations.sh deaths-of-both-kinds.sh
+  test_qrndata_server test_btrieve_sharing test_btrieve_server test_btrieve_crashes test_qrndata
+  test_btrieve_disks test_btrieve_calls test_btrieve_kills format.sh'
 
 list_tests() {
   local item

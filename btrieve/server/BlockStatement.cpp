@@ -84,7 +84,15 @@ std::string BlockStatement::CountText(size_t slot, const std::string& entries) {
          table_ + " WHERE " + key + " >= v AND " + key + " < v || " + behind + "))";
 }
 
-Question BlockStatement::Make(std::span<const RowChange> changes, const Head& head) {
+std::string BlockStatement::HeadText(const Head& head, const std::string& counts) {
+  return "UPDATE " + files_ + " SET next = " + Number(head.nextPosition) +
+         ", records = " + Number(head.records) +
+         ", version = " + Number(static_cast<int64_t>(head.version)) +
+         ", updates = " + Number(head.updateNumber) + ", counts = ARRAY[" + counts +
+         "]::bigint[] FROM g WHERE id = " + Number(spec_.id);
+}
+
+Question BlockStatement::Make(std::span<const RowChange> changes, const Head* head) {
   MakeColumns(changes);
   std::string names = "pos, ver, num, data";
   std::string arrays = Array(0, "bigint") + ", " + Array(1, "bigint") + ", " + Array(2, "bytea") +
@@ -99,15 +107,11 @@ Question BlockStatement::Make(std::span<const RowChange> changes, const Head& he
     values += ", " + CountText(slot, entries) + " AS d" + number;
     counts += (slot == 0 ? "counts[" : ", counts[") + number + "] + d" + number;
   }
-  question_.text =
-      "WITH g AS MATERIALIZED (SELECT " + values + "), w AS (INSERT INTO " + table_ + "(" + names +
-      ") SELECT * FROM unnest(" + arrays +
-      ") RETURNING 1 AS one), h AS "
-      "(UPDATE " +
-      files_ + " SET next = " + Number(head.nextPosition) + ", records = " + Number(head.records) +
-      ", version = " + Number(static_cast<int64_t>(head.version)) +
-      ", updates = " + Number(head.updateNumber) + ", counts = ARRAY[" + counts +
-      "]::bigint[] FROM g WHERE id = " + Number(spec_.id) + " RETURNING 1) SELECT count(*) FROM w";
+  question_.text = "WITH g AS MATERIALIZED (SELECT " + values + "), w AS (INSERT INTO " + table_ +
+                   "(" + names + ") SELECT * FROM unnest(" + arrays + ") RETURNING 1 AS one)";
+  if (head) question_.text += ", h AS (" + HeadText(*head, counts) + " RETURNING 1)";
+  question_.text += " SELECT (SELECT count(*) FROM w)";
+  if (!head) question_.text += ChangesOfCounts(spec_.file.keys.size());
   return std::move(question_);
 }
 

@@ -34,14 +34,16 @@ class BlockStatement {
   BlockStatement(const ServerSpec& spec, std::string table, std::string files)
       : spec_(spec), table_(std::move(table)), files_(std::move(files)) {}
 
-  // Its answer is a row with the number of records added.
-  Question Make(std::span<const RowChange> changes, const Head& head);
+  // Its answer is a row with the number of records added; `head` and its lack as in RowStatement.
+  Question Make(std::span<const RowChange> changes, const Head* head);
+  static constexpr int kCountsColumn = 1;
 
  private:
   void MakeColumns(std::span<const RowChange> changes);
   std::string Array(size_t column, const char* type);
   std::string CountText(size_t slot, const std::string& entries);
   std::string Number(int64_t number);
+  std::string HeadText(const Head& head, const std::string& counts);
 
   const ServerSpec& spec_;
   std::string table_;

@@ -124,7 +124,7 @@ std::string RowStatement::HeadText(const Head& head) {
 
 // f: whether the values are free; g: a row if the change may be; w: a row if it was; h: the
 // counters.
-Question RowStatement::Make(const RowChange& change, const Head& head, const CarryTerms& terms,
+Question RowStatement::Make(const RowChange& change, const Head* head, const CarryTerms& terms,
                             int32_t object) {
   bounds_.reserve(kBoundsOfKey * change.keys.size());  // they stay where they are
   position_ = Number(change.position);
@@ -137,17 +137,18 @@ Question RowStatement::Make(const RowChange& change, const Head& head, const Car
     text += ", " + CountText(slot, change.keys[slot]) + " AS d" + std::to_string(slot + 1);
   }
   text += " FROM f WHERE ok" + TakenText(change) + "), w AS (" + RowText(change) +
-          " RETURNING 1 AS one), h AS (" + HeadText(head) +
-          " RETURNING 1) SELECT (SELECT count(*) FROM f WHERE ok), (SELECT count(*) FROM w), "
-          "(SELECT count(*) FROM h)";
+          " RETURNING 1 AS one)";
+  if (head) text += ", h AS (" + HeadText(*head) + " RETURNING 1)";
+  text += " SELECT (SELECT count(*) FROM f WHERE ok), (SELECT count(*) FROM w)";
+  text += head ? ", (SELECT count(*) FROM h)" : ChangesOfCounts(change.keys.size());
   question_.text = std::move(text);
   return std::move(question_);
 }
 
-Status RowStatement::StatusOf(const Rows& answer, const RowChange& change) {
+Status RowStatement::StatusOf(const Rows& answer, const RowChange& change, bool writesHead) {
   if (answer.Number(0, 0) == 0) return kRecordInUse;
   if (answer.Number(0, 1) == 0 && change.remains) return kDuplicateKey;
-  if (answer.Number(0, 1) != 1 || answer.Number(0, 2) != 1) ThrowDamaged();
+  if (answer.Number(0, 1) != 1 || (writesHead && answer.Number(0, 2) != 1)) ThrowDamaged();
   return kOk;
 }
 

@@ -17,11 +17,14 @@ class RowStatement {
   RowStatement(const ServerSpec& spec, std::string table, std::string files)
       : spec_(spec), table_(std::move(table)), files_(std::move(files)) {}
 
-  // One text for each kind of change. `object` is the first key of the file's locks.
-  Question Make(const RowChange& change, const Head& head, const CarryTerms& terms, int32_t object);
+  // One text for each kind of change. Without a head the file's counters stay, and the answer tells
+  // from column kCountsColumn on, by slot, how many different values come. `object` is the first
+  // key of the file's locks.
+  Question Make(const RowChange& change, const Head* head, const CarryTerms& terms, int32_t object);
+  static constexpr int kCountsColumn = 2;
 
   // 0, 5, 84 of its answer.
-  static Status StatusOf(const Rows& answer, const RowChange& change);
+  static Status StatusOf(const Rows& answer, const RowChange& change, bool writesHead);
 
  private:
   std::string Number(int64_t number);

@@ -129,7 +129,7 @@ class ServerFile final : public ForeignFile {
   // Nothing of a commit among them that has been made though the answers to it were lost.
   std::vector<Rows> AskToEnd(const std::vector<Question>& questions, bool commits);
   void Leave() noexcept;
-  void Keep(const Head& head);
+  void Keep(const Head& head, const Rows& answer, int counts);
   bool HasChanged(const Head& head) const noexcept;
   Question HeadUpdate(const Head& head) const;
 
@@ -143,10 +143,11 @@ class ServerFile final : public ForeignFile {
   Rows fetched_;
   int32_t object_ = 0;  // of the table, as the locks' first key
   bool writes_ = false;
-  bool later_ = false;        // what it writes is only written down for its ranges
+  bool later_ = false;        // its ranges and counters are brought up when it ends
   bool respecified_ = false;  // keys came or went in this write transaction
   ServerSpec specBefore_;
   Head stored_;          // as the server has them in it
+  Head counted_;         // as they are then
   bool isHere_ = false;  // fetched_ is still what the transaction has begun with:
   uint32_t fetchedPosition_ = 0;
   uint64_t changes_ = 0;

@@ -171,6 +171,14 @@ void WriteServerOwner(ServerLink& link, const std::string& schema, int64_t id,
   link.Ask("UPDATE " + FilesTable(schema) + " SET owner = $2 WHERE id = $1", arguments);
 }
 
+std::string ChangesOfCounts(size_t keys) {
+  std::string columns;
+  for (size_t slot = 1; slot <= keys; ++slot) {
+    columns += ", (SELECT d" + std::to_string(slot) + " FROM g)::bigint";
+  }
+  return columns;
+}
+
 std::string HeadColumns(size_t keys) {
   std::string columns = "next, records, version, updates, cardinality(counts)::bigint";
   for (size_t slot = 1; slot <= keys; ++slot) columns += ", counts[" + std::to_string(slot) + "]";
@@ -189,6 +197,10 @@ Head TakeHead(const Rows& rows, int column, size_t keys) {
   }
   if (!head.IsPossible()) ThrowDamaged();
   return head;
+}
+
+void AddToCounts(Head& head, const Rows& rows, int column) {
+  for (uint32_t& count : head.distinct) count = CheckedCount(count + rows.Number(0, column++));
 }
 
 Head ReadServerHead(ServerLink& link, const std::string& schema, int64_t id, size_t keys) {

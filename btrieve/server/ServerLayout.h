@@ -42,6 +42,8 @@ struct ServerSpec {
 
 // Names of the server's, to stand in SQL: schema and table are IsServerName.
 std::string Quoted(const std::string& name);
+// ", x" for the numbers d1, d2 ... of a WITH's g.
+std::string ChangesOfCounts(size_t keys);
 std::string TableName(const std::string& schema, const std::string& table);
 std::string KeyColumn(uint16_t keyId);
 std::string ChannelOf(int64_t fileId);
@@ -66,6 +68,8 @@ Head ReadServerHead(ServerLink& link, const std::string& schema, int64_t id, siz
 // from the column on.
 std::string HeadColumns(size_t keys);
 Head TakeHead(const Rows& rows, int column, size_t keys);
+// Changes of the numbers of different values, from the column on.
+void AddToCounts(Head& head, const Rows& rows, int column);
 // The first key of a table's locks. 12 where there is no such table.
 int32_t ObjectOf(ServerLink& link, const std::string& tableName);
 std::string FilesTable(const std::string& schema);

@@ -91,7 +91,7 @@ Status ServerFile::BeginWrite(Head& head, LoneWrite* lone) {
 
 void ServerFile::Begun(const Rows& heads, Head& head) {
   stored_ = TakeHead(heads, kHeadColumn, spec_.file.keys.size());
-  head = stored_;
+  head = counted_ = stored_;
   link_->Work().Join(heads.Number(0, kNumberColumn));
   writes_ = true;
   respecified_ = false;
@@ -119,15 +119,14 @@ Status ServerFile::Carry(const RowChange& change, const Head& head, const CarryT
   if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   RowStatement statement(spec_, TableName(place_.schema, place_.table), FilesTable(place_.schema));
   std::vector<Question> questions;
-  questions.push_back(statement.Make(change, head, terms, object_));
+  questions.push_back(statement.Make(change, later_ ? nullptr : &head, terms, object_));
   ForgetRead();
-  const bool commits = terms.commits && link_->Work().IsLast();
-  if (commits && later_) questions.push_back(FoldQuestion(Ranged()));
+  const bool commits = terms.commits && !later_ && link_->Work().IsLast();
   if (commits) questions.push_back({kCommit, {}});
   const std::vector<Rows> answers = AskToEnd(questions, commits);
   if (answers.empty()) return kOk;
-  const Status status = RowStatement::StatusOf(answers.front(), change);
-  if (status == kOk) Keep(head);
+  const Status status = RowStatement::StatusOf(answers.front(), change, !later_);
+  if (status == kOk) Keep(head, answers.front(), RowStatement::kCountsColumn);
   return status;
 }
 
@@ -148,33 +147,37 @@ uint32_t ServerFile::PutPositionsAside(uint32_t count) {
   return static_cast<uint32_t>(first);
 }
 
-void ServerFile::Keep(const Head& head) {
-  const std::vector<uint32_t> counts = stored_.distinct;
-  stored_ = head;
-  stored_.distinct = counts;
+// The file's row would be an old version more with every write of a long transaction, which each
+// following one steps over.
+void ServerFile::Keep(const Head& head, const Rows& answer, int counts) {
+  Head& now = later_ ? counted_ : stored_;
+  std::vector<uint32_t> distinct = std::move(now.distinct);
+  now = head;
+  now.distinct = std::move(distinct);
+  if (later_) AddToCounts(now, answer, counts);
 }
 
 Status ServerFile::CarryBlock(std::span<const RowChange> changes, const Head& head, bool commits) {
   if (!writes_ || link_->CannotCommit()) throw Failure{kTransactionNotWritten};
   BlockStatement statement(spec_, TableName(place_.schema, place_.table),
                            FilesTable(place_.schema));
-  commits = commits && link_->Work().IsLast();
+  commits = commits && !later_ && link_->Work().IsLast();
   const std::vector<Question> questions = {
       {"SAVEPOINT btrieve_block", {}},
-      statement.Make(changes, head),
+      statement.Make(changes, later_ ? nullptr : &head),
       {commits ? kCommit : "RELEASE SAVEPOINT btrieve_block", {}}};
   ForgetRead();
   try {
     const std::vector<Rows> answers = AskToEnd(questions, commits);
     if (answers.empty()) return kOk;
     if (answers[1].Number(0, 0) != static_cast<int64_t>(changes.size())) ThrowDamaged();
+    Keep(head, answers[1], BlockStatement::kCountsColumn);
+    return kOk;
   } catch (const Failure& failure) {
     if (failure.status != kDuplicateKey || !link_->IsAlive()) throw;
     link_->Run("ROLLBACK TO SAVEPOINT btrieve_block; RELEASE SAVEPOINT btrieve_block");
     return kDuplicateKey;
   }
-  Keep(head);
-  return kOk;
 }
 
 bool ServerFile::HasChanged(const Head& head) const noexcept {
@@ -183,14 +186,24 @@ bool ServerFile::HasChanged(const Head& head) const noexcept {
 }
 
 Question ServerFile::HeadUpdate(const Head& head) const {
-  return {"UPDATE " + FilesTable(place_.schema) +
-              " SET next = $2, records = $3, version = $4, updates = $5 WHERE id = $1",
-          Arguments()
-              .Add(spec_.id)
-              .Add(int64_t{head.nextPosition})
-              .Add(int64_t{head.records})
-              .Add(static_cast<int64_t>(head.version))
-              .Add(int64_t{head.updateNumber})};
+  Question update{"UPDATE " + FilesTable(place_.schema) +
+                      " SET next = $2, records = $3, version = $4, updates = $5",
+                  Arguments()
+                      .Add(spec_.id)
+                      .Add(int64_t{head.nextPosition})
+                      .Add(int64_t{head.records})
+                      .Add(static_cast<int64_t>(head.version))
+                      .Add(int64_t{head.updateNumber})};
+  if (later_ && counted_.distinct != stored_.distinct) {
+    std::string numbers;
+    for (size_t slot = 0; slot < counted_.distinct.size(); ++slot) {
+      numbers += (slot == 0 ? "$" : ", $") + std::to_string(slot + 6);
+      update.arguments.Add(int64_t{counted_.distinct[slot]});
+    }
+    update.text += ", counts = ARRAY[" + numbers + "]::bigint[]";
+  }
+  update.text += " WHERE id = $1";
+  return update;
 }
 
 void ServerFile::CommitWrite(const Head& head) {
