@@ -17,5 +17,5 @@ done <"$ROOT/tests/btrieve/local-only.txt"
 
 # A call is a way to the server: what goes by rounds goes fewer.
 export QRN_STORE=server QRN_SCAN_ROUNDS=${QRN_SCAN_ROUNDS:-6} QRN_RACE_ROUNDS=${QRN_RACE_ROUNDS:-20}
-export QRN_KILL_ROUNDS=${QRN_KILL_ROUNDS:-60} QRN_HISTORY_CALLS=${QRN_HISTORY_CALLS:-2000}
+export QRN_KILL_ROUNDS=${QRN_KILL_ROUNDS:-40} QRN_HISTORY_CALLS=${QRN_HISTORY_CALLS:-2000}
 exec "$ROOT/scripts/server.sh" "$1" --gtest_filter="-${FILTER#:}"

@@ -51,10 +51,19 @@ class Orders {
   }
 
  private:
-  // Places among duplicates stand in the entries.
   bool AreAlike(const Hit& a, const Hit& b) const {
     return a.position == b.position && a.version == b.version && BytesEqual(a.data, b.data) &&
-           BytesEqual(a.entry, b.entry) && (!sameIds_ || BytesEqual(a.numbers, b.numbers));
+           BytesEqual(a.entry, b.entry) && HaveSameNumbers(a, b);
+  }
+
+  // A record may keep numbers of keys that have gone.
+  bool HaveSameNumbers(const Hit& a, const Hit& b) const {
+    if (sameIds_ && BytesEqual(a.numbers, b.numbers)) return true;
+    return std::ranges::equal(left_.Indexes(), right_.Indexes(),
+                              [&](const Index& one, const Index& other) {
+                                return OrderNumberIn(a.numbers, one.id, a.position) ==
+                                       OrderNumberIn(b.numbers, other.id, b.position);
+                              });
   }
 
   Storage& left_;

@@ -1,4 +1,4 @@
-// Environment: QRN_HOSTILE_WRITES, how many times harm is done (20); QRN_SEED.
+// Environment: QRN_HOSTILE_WRITES, how many times harm is done (10); QRN_SEED.
 //
 // Harm at any message of the server's answers to writes and transactions: every call gives a status
 // in time, and afterwards the file holds what was acknowledged, nothing of what was refused, and of
@@ -100,7 +100,7 @@ TEST_F(HostileWrites, LeaveWhatWasAcknowledgedAndNothingHalf) {
   }
   ASSERT_GT(messages.size(), 50u);
   int interrupted = 0;
-  const auto rounds = static_cast<int32_t>(qrn::test::Setting("QRN_HOSTILE_WRITES", 20));
+  const auto rounds = static_cast<int32_t>(qrn::test::Setting("QRN_HOSTILE_WRITES", 10));
   for (int32_t round = 1; round <= rounds; ++round) {
     const uint32_t roundSeed = seed + static_cast<uint32_t>(round);
     Choices choices(roundSeed);

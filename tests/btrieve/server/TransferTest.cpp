@@ -102,6 +102,19 @@ TEST_F(TransferredPairs, DifferWhereOneRowDoes) {
   }
 }
 
+TEST_F(TransferredPairs, ComeBackAlikeWhereAKeyHasGone) {
+  ASSERT_EQ(file_.Open(), 0);
+  ASSERT_EQ(file_.Call(kGetFirst, {.room = 8}).status, 0);
+  const Bytes moved = Number(int32_t{77}) + Number(int32_t{0});  // to the end of its duplicates
+  ASSERT_EQ(file_.Call(kUpdate, {.data = moved, .keyNumber = -1}).status, 0);
+  ASSERT_EQ(file_.Call(kDropIndex, {.keyNumber = 1}).status, 0);
+  ASSERT_EQ(file_.Close(), 0);
+  const std::string back = file_.Path() + ".back";
+  CopyThere(file_.Path(), "less");
+  server::CopyToFile(*Linked("less"), back);
+  EXPECT_EQ(Differing(*Local(file_.Path()), *Local(back)), "none");
+}
+
 TEST_F(TransferredPairs, TakeNoRowThatTheServerRefuses) {
   const std::string table = server::TableName(Schema(), "pairs");
   const auto copyTwice = [&] {
