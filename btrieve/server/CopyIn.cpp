@@ -14,7 +14,7 @@ constexpr uint32_t kNull = 0xFFFFFFFF;
 }  // namespace
 
 CopyIn::CopyIn(ServerLink& link, const std::string& table, uint16_t columns)
-    : link_(&link), columns_(columns), rows_(kStart, sizeof kStart - 1) {
+    : link_(&link), use_(link.use_), columns_(columns), rows_(kStart, sizeof kStart - 1) {
   const std::string text = "COPY " + table + " FROM STDIN WITH (FORMAT binary)";
   if (!link.IsAlive()) throw Failure{kNotActive};
   if (!link.client_.PQsendQuery(link.connection_, text.c_str())) link.Break();

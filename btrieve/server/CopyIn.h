@@ -34,6 +34,7 @@ class CopyIn {
   void End(const char* fault);
 
   ServerLink* link_;  // null once the copy is over
+  std::unique_lock<std::recursive_mutex> use_;
   uint16_t columns_;
   std::string rows_;  // not sent yet
 };

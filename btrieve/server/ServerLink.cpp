@@ -137,6 +137,7 @@ ServerLink::ServerLink(const Client& client, const ServerAddress& address)
 ServerLink::~ServerLink() { Close(); }
 
 void ServerLink::Close() noexcept {
+  const std::lock_guard lock(use_);
   if (connection_) client_.PQfinish(std::exchange(connection_, nullptr));
 }
 
@@ -192,6 +193,7 @@ class ServerLink::Exchange {
 };
 
 std::vector<Rows> ServerLink::AskAll(std::span<const Question> questions) {
+  const std::lock_guard lock(use_);
   if (!connection_) throw Failure{kNotActive};
   const auto end = AnswerEnd();
   Exchange exchange(*this);
@@ -260,6 +262,7 @@ std::vector<Rows> ServerLink::TakeAnswers(const std::vector<Awaited>& awaited,
 }
 
 void ServerLink::Run(const std::string& sql) {
+  const std::lock_guard lock(use_);
   if (!connection_) throw Failure{kNotActive};
   Answer(client_.PQsendQuery(connection_, sql.c_str()));
 }
@@ -366,6 +369,7 @@ bool ServerLink::IsInTransaction() const noexcept {
 }
 
 uint64_t ServerLink::NoticesOf(const std::string& channel) {
+  const std::lock_guard lock(use_);
   if (!connection_) throw Failure{kNotActive};
   if (!toBeHeard_.empty() && !IsInTransaction()) ListenAtLast();
   if (const auto now = Clock::now(); now >= looked_ + kBetweenLooks) {
@@ -376,7 +380,10 @@ uint64_t ServerLink::NoticesOf(const std::string& channel) {
   return notices_[channel];
 }
 
+// Who is waiting for an answer would never see what another thread has read.
 void ServerLink::TakeInNews() noexcept {
+  const std::unique_lock lock(use_, std::try_to_lock);
+  if (!lock) return;
   constexpr int kMostReads = 64;
   for (int read = 0; connection_ && read < kMostReads; ++read) {
     if (client_.PQconsumeInput(connection_) == 0) return Close();
@@ -396,6 +403,7 @@ void ServerLink::TakeNotices() {
 }
 
 std::shared_ptr<ServerLink> ServerLink::Beside() {
+  const std::lock_guard lock(use_);
   if (!beside_ || !beside_->IsAlive()) beside_.reset(new ServerLink(client_, address_));
   return beside_;
 }

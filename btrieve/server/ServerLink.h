@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
@@ -201,6 +202,7 @@ class ServerLink {
   ServerAddress address_;
   std::string epoch_;  // of the server
   ServerWork work_;
+  std::recursive_mutex use_;  // of who asks; the thread behind the calls keeps off it
   std::shared_ptr<ServerLink> beside_;
   std::unordered_map<std::string, std::string> prepared_;  // names by text
   uint64_t names_ = 0;

@@ -129,8 +129,8 @@ TEST_F(ServerLinkTest, GoesNowhereWithoutTlsThatIsRequired) {
 }
 
 TEST_F(ServerLinkTest, IsOneForAllFilesAndAnotherOnceItBroke) {
-  const std::shared_ptr<ServerLink> first = Link();
-  EXPECT_EQ(first, std::shared_ptr<ServerLink>(Link()));
+  const auto first = Link();
+  EXPECT_EQ(first, Link());
   const int64_t process = first->Ask("SELECT pg_catalog.pg_backend_pid()::bigint").Number(0, 0);
   OtherLink()->Ask("SELECT pg_catalog.pg_terminate_backend($1::bigint::integer)",
                    Arguments().Add(process));

@@ -7,24 +7,10 @@
 
 #include "btrieve/server/ServerFile.h"
 #include "btrieve/server/Transfer.h"
-#include "btrieve/session/Session.h"
 #include "btrieve/system/HostFile.h"
 #include "kit/DamagedFile.h"
 
 namespace btrieve::test {
-
-// The connection of this process's files; the thread behind the calls keeps off it meanwhile.
-class QuietLink {
- public:
-  explicit QuietLink(std::shared_ptr<server::ServerLink> link) : link_(std::move(link)) {}
-  server::ServerLink* operator->() const { return link_.get(); }
-  server::ServerLink& operator*() const { return *link_; }
-  operator std::shared_ptr<server::ServerLink>() const { return link_; }
-
- private:
-  std::unique_lock<std::mutex> lock_{Session::Get().Mutex()};
-  std::shared_ptr<server::ServerLink> link_;
-};
 
 class ServerSite : public testing::Test {
  protected:
@@ -46,7 +32,7 @@ class ServerSite : public testing::Test {
     }
     return address;
   }
-  QuietLink Link() const { return QuietLink(server::ServerLink::To(address_)); }
+  std::shared_ptr<server::ServerLink> Link() const { return server::ServerLink::To(address_); }
   // Another connection to the same server, as another station has it.
   std::shared_ptr<server::ServerLink> OtherLink() const {
     server::ServerAddress other = address_;
